@@ -1,0 +1,68 @@
+#pragma once
+
+#include "foundation/Stream.h"
+#include "foundation/Task.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QUrl>
+
+#include <tl/expected.hpp>
+
+#include <chrono>
+#include <variant>
+#include <vector>
+
+namespace pobblewig {
+
+struct HTTPHeader {
+    QByteArray name;
+    QByteArray value;
+};
+
+struct HTTPRequest {
+    QByteArray method = "GET";
+    QUrl url;
+    std::vector<HTTPHeader> headers;
+    QByteArray body;
+    /// How long nothing at all may arrive before the request fails.
+    std::chrono::milliseconds timeout = std::chrono::seconds(30);
+};
+
+struct HTTPResponse {
+    int status = 0;
+    std::vector<HTTPHeader> headers;
+    QByteArray body;
+};
+
+/// Why no whole answer came; a status of any value is an answer.
+struct TransportError {
+    enum class Kind { unreachable, timedOut, truncated, tooLarge, notHTTP };
+
+    Kind kind = Kind::unreachable;
+    QString text;
+
+    const QString& description() const { return text; }
+};
+
+struct HTTPHead {
+    int status = 0;
+};
+
+using HTTPLine = QByteArray;
+
+/// The head first, then the body's lines without their ends ("\n" or "\r\n"). Dropping the stream
+/// closes the connection.
+using HTTPStream = Stream<std::variant<HTTPHead, HTTPLine>, TransportError>;
+
+/// The one way to the network. Redirects are never followed: they come back as the answers they are.
+/// Bodies are limited to 64 MiB and single lines to 8 MiB; more fails as `tooLarge`.
+class HTTPClient {
+public:
+    virtual ~HTTPClient() = default;
+
+    virtual Task<tl::expected<HTTPResponse, TransportError>> send(HTTPRequest request) = 0;
+    virtual HTTPStream stream(HTTPRequest request) = 0;
+};
+
+} // namespace pobblewig

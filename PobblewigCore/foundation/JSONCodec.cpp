@@ -1,0 +1,126 @@
+#include "foundation/JSONCodec.h"
+
+#include "foundation/ISO8601.h"
+
+#include <limits>
+
+namespace pobblewig::json {
+
+namespace {
+
+QString typeName(const QJsonValue& value)
+{
+    switch (value.type()) {
+    case QJsonValue::Null:
+        return QStringLiteral("null");
+    case QJsonValue::Bool:
+        return QStringLiteral("a Boolean");
+    case QJsonValue::Double:
+        return QStringLiteral("a number");
+    case QJsonValue::String:
+        return QStringLiteral("a string");
+    case QJsonValue::Array:
+        return QStringLiteral("an array");
+    case QJsonValue::Object:
+        return QStringLiteral("an object");
+    case QJsonValue::Undefined:
+        break;
+    }
+    return QStringLiteral("nothing");
+}
+
+} // namespace
+
+QString Path::text() const
+{
+    if (!m_parent)
+        return QStringLiteral("$");
+    if (m_index >= 0)
+        return QStringLiteral("%1[%2]").arg(m_parent->text()).arg(m_index);
+    return m_parent->text() + u'.' + m_key;
+}
+
+tl::unexpected<DecodeError> wrongType(
+    const Path& path, const char* expected, const QJsonValue& value)
+{
+    return invalid(path,
+        QStringLiteral("expected %1, found %2").arg(QLatin1String(expected), typeName(value)));
+}
+
+tl::unexpected<DecodeError> invalid(const Path& path, const QString& problem)
+{
+    return tl::unexpected(DecodeError { path.text(), problem });
+}
+
+Decoded<bool> Codec<bool>::decode(const QJsonValue& value, const Path& path)
+{
+    if (!value.isBool())
+        return wrongType(path, "a Boolean", value);
+    return value.toBool();
+}
+
+Decoded<int> Codec<int>::decode(const QJsonValue& value, const Path& path)
+{
+    const auto wide = json::decode<qint64>(value, path);
+    if (!wide)
+        return tl::unexpected(wide.error());
+    if (!std::in_range<int>(*wide))
+        return invalid(path, QStringLiteral("%1 is out of range").arg(*wide));
+    return int(*wide);
+}
+
+Decoded<qint64> Codec<qint64>::decode(const QJsonValue& value, const Path& path)
+{
+    if (!value.isDouble())
+        return wrongType(path, "an integer", value);
+    // Two different fallbacks tell a stored integer from a number that is none.
+    if (value.toInteger(0) != value.toInteger(1))
+        return invalid(path, QStringLiteral("%1 is not an integer").arg(value.toDouble()));
+    return value.toInteger();
+}
+
+Decoded<double> Codec<double>::decode(const QJsonValue& value, const Path& path)
+{
+    if (!value.isDouble())
+        return wrongType(path, "a number", value);
+    return value.toDouble();
+}
+
+Decoded<QString> Codec<QString>::decode(const QJsonValue& value, const Path& path)
+{
+    if (!value.isString())
+        return wrongType(path, "a string", value);
+    return value.toString();
+}
+
+Decoded<QUuid> Codec<QUuid>::decode(const QJsonValue& value, const Path& path)
+{
+    if (!value.isString())
+        return wrongType(path, "a UUID", value);
+    const auto text = value.toString();
+    const auto id = QUuid::fromString(text);
+    if (id.isNull() || text.size() != 36)
+        return invalid(path, QStringLiteral("not a UUID"));
+    return id;
+}
+
+QJsonValue Codec<QUuid>::encode(const QUuid& value)
+{
+    return value.toString(QUuid::WithoutBraces).toUpper();
+}
+
+Decoded<TimePoint> Codec<TimePoint>::decode(const QJsonValue& value, const Path& path)
+{
+    if (!value.isString())
+        return wrongType(path, "a date", value);
+    if (const auto time = ISO8601::parse(value.toString()))
+        return *time;
+    return invalid(path, QStringLiteral("not a date such as 2026-03-01T08:15:00Z"));
+}
+
+QJsonValue Codec<TimePoint>::encode(TimePoint value)
+{
+    return ISO8601::format(value);
+}
+
+} // namespace pobblewig::json

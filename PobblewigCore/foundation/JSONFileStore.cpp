@@ -1,0 +1,127 @@
+#include "foundation/JSONFileStore.h"
+
+#include "foundation/ISO8601.h"
+#include "foundation/Log.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QStandardPaths>
+
+namespace pobblewig {
+
+namespace {
+
+constexpr qint64 largestFile = 64 * 1024 * 1024;
+constexpr int deepestNesting = 128;
+
+bool isNestedTooDeep(const QByteArray& text)
+{
+    int depth = 0;
+    bool inString = false;
+    for (auto at = text.begin(); at != text.end(); ++at) {
+        if (inString && *at == '\\' && at + 1 != text.end())
+            ++at;
+        else if (*at == '"')
+            inString = !inString;
+        else if (!inString && (*at == '{' || *at == '['))
+            ++depth;
+        else if (!inString && (*at == '}' || *at == ']'))
+            --depth;
+        if (depth > deepestNesting)
+            return true;
+    }
+    return false;
+}
+
+tl::expected<QJsonValue, QString> parsed(const QByteArray& text)
+{
+    if (isNestedTooDeep(text))
+        return tl::unexpected(QStringLiteral("nested deeper than %1 levels").arg(deepestNesting));
+    QJsonParseError error;
+    const auto document = QJsonDocument::fromJson(text, &error);
+    if (document.isNull())
+        return tl::unexpected(
+            QStringLiteral("%1 at offset %2").arg(error.errorString()).arg(error.offset));
+    return document.isArray() ? QJsonValue(document.array()) : QJsonValue(document.object());
+}
+
+} // namespace
+
+JSONFileStore::JSONFileStore(DataDirectory directory, const QString& fileName)
+    : m_directory(std::move(directory))
+    , m_path(m_directory.path.filePath(fileName))
+{
+}
+
+void JSONFileStore::remove() const
+{
+    m_directory.operations->remove(m_path);
+}
+
+QByteArray JSONFileStore::encoded(const QJsonValue& value)
+{
+    const auto document
+        = value.isArray() ? QJsonDocument(value.toArray()) : QJsonDocument(value.toObject());
+    return document.toJson(QJsonDocument::Indented);
+}
+
+QDir JSONFileStore::defaultDirectory()
+{
+    const QDir base(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+    return QDir(base.filePath(QStringLiteral("Pobblewig")));
+}
+
+void JSONFileStore::migrateLegacyDirectory(const QDir& base)
+{
+    const QFileInfo old(base.filePath(QStringLiteral("SkritBuddy")));
+    const QFileInfo current(base.filePath(QStringLiteral("Pobblewig")));
+    if (!old.isDir() || current.exists() || current.isSymLink())
+        return;
+    QFile directory(old.filePath());
+    if (!directory.rename(current.filePath()))
+        Log::line(QStringLiteral("buddy: legacy data directory migration failed: %1")
+                      .arg(directory.errorString()));
+}
+
+void JSONFileStore::migrateLegacyDefaultDirectory()
+{
+    auto base = defaultDirectory();
+    base.setPath(QFileInfo(base.path()).path());
+    migrateLegacyDirectory(base);
+}
+
+std::optional<QJsonValue> JSONFileStore::readDocument() const
+{
+    QFile file(m_path);
+    if (!QFileInfo(m_path).isFile() || !file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    if (file.size() > largestFile) {
+        moveAside(QStringLiteral("larger than 64 MiB"));
+        return std::nullopt;
+    }
+    const auto value = parsed(file.readAll());
+    if (value)
+        return *value;
+    moveAside(value.error());
+    return std::nullopt;
+}
+
+void JSONFileStore::moveAside(const QString& problem) const
+{
+    const auto time = ISO8601::format(m_directory.clock()).replace(u':', u'-');
+    const auto backup = QStringLiteral("%1.corrupt-%2").arg(m_path, time);
+    QFile::rename(m_path, backup);
+    Log::line(QStringLiteral("buddy: corrupt store %1 moved to %2: %3")
+                  .arg(QFileInfo(m_path).fileName(), QFileInfo(backup).fileName(), problem));
+}
+
+tl::expected<void, FileError> JSONFileStore::write(const QByteArray& bytes) const
+{
+    auto outcome = writeDurably(m_path, bytes, *m_directory.operations);
+    m_directory.health->lastProblem
+        = outcome ? std::nullopt : std::optional(outcome.error().description());
+    return outcome;
+}
+
+} // namespace pobblewig

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+/// Text as people count it: a character is a grapheme cluster, so an emoji family is one.
+namespace pobblewig::Text {
+
+qsizetype characterCount(const QString& text);
+
+QString firstCharacters(const QString& text, qsizetype count);
+
+} // namespace pobblewig::Text

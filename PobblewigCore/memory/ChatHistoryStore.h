@@ -1,0 +1,34 @@
+#pragma once
+
+#include "foundation/JSONFileStore.h"
+#include "memory/ChatMessage.h"
+
+#include <optional>
+#include <vector>
+
+namespace pobblewig {
+
+/// The latest 30 messages of the conversation, oldest first, kept in "chat.json".
+///
+/// Lives on the main thread. Without a directory it works in memory only.
+class ChatHistoryStore {
+public:
+    explicit ChatHistoryStore(const std::optional<DataDirectory>& directory);
+
+    const std::vector<ChatMessage>& messages() const { return m_messages; }
+
+    void append(ChatMessage message);
+
+    /// An unknown id changes nothing.
+    void update(const QUuid& id, const QString& text);
+    void clear();
+
+private:
+    void trim();
+    void save() const;
+
+    std::optional<JSONFileStore> m_file;
+    std::vector<ChatMessage> m_messages;
+};
+
+} // namespace pobblewig

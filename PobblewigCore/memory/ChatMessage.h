@@ -1,0 +1,33 @@
+#pragma once
+
+#include "foundation/JSONCodec.h"
+
+namespace pobblewig {
+
+struct ChatMessage {
+    enum class Role { user, assistant, system };
+
+    QUuid id;
+    Role role = Role::user;
+    QString text;
+    TimePoint timestamp;
+    /// A picture went with this message; its bytes are never kept.
+    bool hadImage = false;
+    std::optional<QUuid> sessionID = std::nullopt;
+    /// Set on a message that the program sent unasked.
+    std::optional<QUuid> relatedInterventionID = std::nullopt;
+
+    bool operator==(const ChatMessage&) const = default;
+
+    static constexpr auto jsonFields()
+    {
+        using namespace json;
+        return std::tuple { required("id", &ChatMessage::id), required("role", &ChatMessage::role),
+            required("text", &ChatMessage::text), required("timestamp", &ChatMessage::timestamp),
+            defaulted("hadImage", &ChatMessage::hadImage),
+            optional("sessionID", &ChatMessage::sessionID),
+            optional("relatedInterventionID", &ChatMessage::relatedInterventionID) };
+    }
+};
+
+} // namespace pobblewig

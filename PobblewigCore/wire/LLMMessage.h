@@ -1,0 +1,47 @@
+#pragma once
+
+#include "foundation/JSONValue.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <map>
+#include <optional>
+#include <vector>
+
+namespace pobblewig {
+
+struct LLMToolDefinition {
+    QString name;
+    QString description;
+    /// A JSON Schema object.
+    JSONValue::Object parameters;
+};
+
+/// A call as the model wrote it. Arguments that do not parse are an empty dictionary, not an error.
+struct LLMToolCall {
+    LLMToolCall() = default;
+    LLMToolCall(QString id, QString name, QString argumentsJSON,
+        std::optional<JSONValue::Object> arguments = std::nullopt,
+        std::optional<QString> thoughtSignature = std::nullopt);
+
+    QString id;
+    QString name;
+    /// Exactly the text that the model streamed.
+    QString argumentsJSON;
+    std::optional<QString> thoughtSignature;
+    JSONValue::Object arguments;
+};
+
+struct LLMMessage {
+    enum class Role { system, user, assistant, tool };
+
+    Role role = Role::user;
+    QString content;
+    /// A whole JPEG file; sent with user messages only.
+    std::optional<QByteArray> imageJPEG;
+    std::optional<std::vector<LLMToolCall>> toolCalls;
+    std::optional<QString> toolCallID;
+};
+
+} // namespace pobblewig

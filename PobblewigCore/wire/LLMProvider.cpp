@@ -1,0 +1,31 @@
+#include "wire/LLMProvider.h"
+
+namespace pobblewig {
+
+Task<tl::expected<LLMCompletion, LLMFailure>> LLMProvider::completeWithUsage(LLMRequest request)
+{
+    request.tools.clear();
+    const auto stream = streamChat(std::move(request));
+    LLMCompletion completion;
+    while (const auto event = co_await stream.next()) {
+        if (const auto* token = std::get_if<LLMToken>(&*event))
+            completion.text += token->text;
+        if (const auto* usage = std::get_if<LLMUsage>(&*event)) {
+            completion.promptTokens = usage->promptTokens;
+            completion.completionTokens = usage->completionTokens;
+        }
+    }
+    if (stream.error())
+        co_return tl::unexpected(*stream.error());
+    co_return completion;
+}
+
+Task<tl::expected<QString, LLMFailure>> LLMProvider::complete(LLMRequest request)
+{
+    auto completion = co_await completeWithUsage(std::move(request));
+    if (!completion)
+        co_return tl::unexpected(std::move(completion.error()));
+    co_return std::move(completion->text);
+}
+
+} // namespace pobblewig

@@ -1,0 +1,95 @@
+#pragma once
+
+#include "foundation/JSONValue.h"
+#include "foundation/Stream.h"
+#include "foundation/Task.h"
+#include "wire/LLMError.h"
+#include "wire/LLMMessage.h"
+
+#include <QString>
+#include <QUrl>
+
+#include <tl/expected.hpp>
+
+#include <optional>
+#include <variant>
+#include <vector>
+
+namespace pobblewig {
+
+struct LLMConfiguration {
+    /// A label only.
+    QString providerName;
+    QUrl baseURL;
+    QString modelID;
+    QString apiKey;
+    /// Ask the server to report token usage on the stream.
+    bool includeStreamUsage = true;
+    /// The request goes to the product's own backend, not straight to a model vendor.
+    bool usesCloudAuth = false;
+    /// Of the signed-in user; only for the product's own backend.
+    std::optional<QString> sessionToken;
+    /// Appended to the base URL, such as "chat/completions".
+    QString completionsPath;
+    /// The name of the cloud lane.
+    std::optional<QString> lane;
+};
+
+struct LLMResponseFormat {
+    enum class Kind { jsonSchema, text, jsonObject };
+
+    Kind kind = Kind::text;
+    /// Of a `jsonSchema` only.
+    QString name = {};
+    JSONValue::Object schema = {};
+};
+
+struct LLMToken {
+    QString text;
+};
+
+struct LLMToolCalls {
+    std::vector<LLMToolCall> calls;
+};
+
+struct LLMUsage {
+    int promptTokens = 0;
+    int completionTokens = 0;
+};
+
+struct LLMFinished { };
+
+using LLMStreamEvent = std::variant<LLMToken, LLMToolCalls, LLMUsage, LLMFinished>;
+using LLMStream = Stream<LLMStreamEvent, LLMFailure>;
+
+struct LLMCompletion {
+    QString text;
+    int promptTokens = 0;
+    int completionTokens = 0;
+};
+
+/// What a model is asked, besides the messages.
+struct LLMRequest {
+    std::vector<LLMMessage> messages;
+    int maxTokens = 1024;
+    double temperature = 0.7;
+    LLMResponseFormat responseFormat = {};
+    std::vector<LLMToolDefinition> tools = {};
+};
+
+/// A model behind some endpoint. Holds no state between calls and is cheap to build.
+class LLMProvider {
+public:
+    virtual ~LLMProvider() = default;
+
+    virtual const LLMConfiguration& configuration() const = 0;
+
+    /// Starts at once. Dropping the stream, or closing it, ends the request.
+    virtual LLMStream streamChat(LLMRequest request) = 0;
+
+    /// Reads a whole reply without tools.
+    Task<tl::expected<LLMCompletion, LLMFailure>> completeWithUsage(LLMRequest request);
+    Task<tl::expected<QString, LLMFailure>> complete(LLMRequest request);
+};
+
+} // namespace pobblewig

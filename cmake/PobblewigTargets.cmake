@@ -1,0 +1,84 @@
+# Everything that targets share: flags, the precompiled header, one helper for each kind of target.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_AUTORCC ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+# Executables and libraries must be compiled alike to share one precompiled header.
+set(CMAKE_CXX_COMPILE_OPTIONS_PIE -fPIC)
+
+find_program(POBBLEWIG_CCACHE ccache)
+if(POBBLEWIG_CCACHE)
+    set(sloppiness pch_defines,time_macros,include_file_mtime,include_file_ctime)
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=${sloppiness} ${POBBLEWIG_CCACHE})
+endif()
+
+add_library(pobblewig_flags INTERFACE)
+target_compile_options(pobblewig_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Werror)
+target_compile_definitions(pobblewig_flags INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS
+    QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
+target_include_directories(pobblewig_flags INTERFACE
+    ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/PobblewigCore)
+target_link_libraries(pobblewig_flags INTERFACE Qt6::Core QCoro6::Core tl::expected)
+target_link_options(pobblewig_flags INTERFACE -Wl,--gc-sections)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    target_compile_options(pobblewig_flags INTERFACE -fpch-preprocess)
+    target_link_options(pobblewig_flags INTERFACE -fuse-ld=lld)
+endif()
+if(POBBLEWIG_SANITIZERS)
+    target_compile_options(pobblewig_flags INTERFACE
+        -fsanitize=${POBBLEWIG_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)
+    target_link_options(pobblewig_flags INTERFACE -fsanitize=${POBBLEWIG_SANITIZERS})
+endif()
+if(POBBLEWIG_FUZZING)
+    target_compile_options(pobblewig_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+file(WRITE ${PROJECT_BINARY_DIR}/precompiled.cpp "")
+add_library(pobblewig_precompiled STATIC ${PROJECT_BINARY_DIR}/precompiled.cpp)
+target_link_libraries(pobblewig_precompiled PUBLIC pobblewig_flags)
+target_precompile_headers(pobblewig_precompiled PRIVATE
+    <QCoroTask> <QDir> <QJsonArray> <QJsonDocument> <QJsonObject> <QObject> <QString> <QUuid>
+    <chrono> <functional> <map> <memory> <optional> <string> <tl/expected.hpp> <variant> <vector>)
+
+function(pobblewig_prepare target)
+    target_link_libraries(${target} PUBLIC pobblewig_flags)
+    target_precompile_headers(${target} REUSE_FROM pobblewig_precompiled)
+endfunction()
+
+# A folder of the house: a static library with the alias pobblewig::<name>.
+function(pobblewig_add_library name)
+    cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
+    add_library(pobblewig_${name} STATIC ${arg_SOURCES})
+    add_library(pobblewig::${name} ALIAS pobblewig_${name})
+    pobblewig_prepare(pobblewig_${name})
+    target_link_libraries(pobblewig_${name} PUBLIC ${arg_LINKS})
+endfunction()
+
+function(pobblewig_add_executable name)
+    cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
+    add_executable(${name} ${arg_SOURCES})
+    pobblewig_prepare(${name})
+    target_link_libraries(${name} PRIVATE ${arg_LINKS})
+endfunction()
+
+# A QtTest program of one file. ON_SCREEN tests need an X server; all others run offscreen.
+function(pobblewig_add_test name)
+    cmake_parse_arguments(arg "ON_SCREEN" "" "LINKS" ${ARGN})
+    pobblewig_add_executable(${name} SOURCES ${name}.cpp LINKS Qt6::Test ${arg_LINKS})
+    add_test(NAME ${name} COMMAND ${name})
+    pobblewig_prepare_test(${name} 120)
+    if(NOT arg_ON_SCREEN)
+        set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT QT_QPA_PLATFORM=offscreen)
+    endif()
+endfunction()
+
+function(pobblewig_prepare_test name seconds)
+    set_tests_properties(${name} PROPERTIES
+        TIMEOUT ${seconds}
+        ENVIRONMENT "ASAN_OPTIONS=abort_on_error=0;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.supp:print_suppressions=0;UBSAN_OPTIONS=print_stacktrace=1;TSAN_OPTIONS=ignore_noninstrumented_modules=1")
+endfunction()
