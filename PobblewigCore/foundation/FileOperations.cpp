@@ -63,10 +63,10 @@ std::error_code replace(
 
     // One writer per file, so one name serves, and what a crash leaves is overwritten next time.
     const auto partial = QStringLiteral("%1/.%2.partial").arg(info.path(), info.fileName());
-    struct stat existing = { };
+    struct stat existing = {};
     const auto exists = stat(QFile::encodeName(target).constData(), &existing) == 0;
-    const auto permissions
-        = exists ? std::optional<unsigned>(existing.st_mode & 07777) : std::nullopt;
+    const auto permissions =
+        exists ? std::optional<unsigned>(existing.st_mode & 07777) : std::nullopt;
 
     const auto file = operations.create(partial, permissions);
     if (!file)
@@ -113,11 +113,10 @@ tl::expected<int, std::error_code> FileOperations::create(
     return file;
 }
 
-tl::expected<qsizetype, std::error_code> FileOperations::write(
-    int file, QByteArrayView bytes) const
+tl::expected<qsizetype, std::error_code> FileOperations::write(int file, QByteArrayView bytes) const
 {
-    const auto written
-        = uninterrupted([&] { return ::write(file, bytes.data(), size_t(bytes.size())); });
+    const auto written =
+        uninterrupted([&] { return ::write(file, bytes.data(), size_t(bytes.size())); });
     if (written < 0)
         return tl::unexpected(lastError());
     return written;

@@ -16,8 +16,8 @@ struct FileError {
     const QString& description() const { return text; }
 };
 
-/// The system calls that a durable write is made of. Each can be overridden, so that a test can make
-/// any of them fail.
+/// The system calls that a durable write is made of. Each can be overridden, so that a test can
+/// make any of them fail.
 class FileOperations {
 public:
     virtual ~FileOperations() = default;

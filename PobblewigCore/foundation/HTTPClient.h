@@ -55,8 +55,8 @@ using HTTPLine = QByteArray;
 /// closes the connection.
 using HTTPStream = Stream<std::variant<HTTPHead, HTTPLine>, TransportError>;
 
-/// The one way to the network. Redirects are never followed: they come back as the answers they are.
-/// Bodies are limited to 64 MiB and single lines to 8 MiB; more fails as `tooLarge`.
+/// The one way to the network. Redirects are never followed: they come back as the answers they
+/// are. Bodies are limited to 64 MiB and single lines to 8 MiB; more fails as `tooLarge`.
 class HTTPClient {
 public:
     virtual ~HTTPClient() = default;

@@ -37,8 +37,8 @@ std::optional<TimePoint> ISO8601::parse(QStringView text)
     if (!matchesPattern(text))
         return std::nullopt;
     const auto number = [&](int at, int length) { return text.mid(at, length).toInt(); };
-    const year_month_day date(year(number(0, 4)), month(unsigned(number(5, 2))),
-        day(unsigned(number(8, 2))));
+    const year_month_day date(
+        year(number(0, 4)), month(unsigned(number(5, 2))), day(unsigned(number(8, 2))));
     const auto hour = number(11, 2);
     const auto minute = number(14, 2);
     const auto second = number(17, 2);

@@ -34,8 +34,8 @@
 ///     };
 ///
 /// A required field must be there. An optional one is nothing when absent or null, and nothing is
-/// not written. A defaulted one keeps its initialiser when absent or null. A value of the wrong type
-/// fails in each of them, and the error names its place: "$.exams[3].id: expected a UUID".
+/// not written. A defaulted one keeps its initialiser when absent or null. A value of the wrong
+/// type fails in each of them, and the error names its place: "$.exams[3].id: expected a UUID".
 namespace pobblewig::json {
 
 struct DecodeError {
@@ -285,8 +285,9 @@ struct Codec<Record> {
     static QJsonValue encode(const Record& record)
     {
         QJsonObject object;
-        const auto encodeAll
-            = [&](const auto&... field) { (encodeField(object, record, field), ...); };
+        const auto encodeAll = [&](const auto&... field) {
+            (encodeField(object, record, field), ...);
+        };
         std::apply(encodeAll, Record::jsonFields());
         return object;
     }
@@ -304,8 +305,8 @@ private:
         if (value.isUndefined())
             return invalid(here, QStringLiteral("missing")).value();
         if constexpr (isOptional<Member>)
-            return assign(record.*field.member,
-                json::decode<typename Member::value_type>(value, here));
+            return assign(
+                record.*field.member, json::decode<typename Member::value_type>(value, here));
         else
             return assign(record.*field.member, json::decode<Member>(value, here));
     }

@@ -61,8 +61,8 @@ void JSONFileStore::remove() const
 
 QByteArray JSONFileStore::encoded(const QJsonValue& value)
 {
-    const auto document
-        = value.isArray() ? QJsonDocument(value.toArray()) : QJsonDocument(value.toObject());
+    const auto document =
+        value.isArray() ? QJsonDocument(value.toArray()) : QJsonDocument(value.toObject());
     return document.toJson(QJsonDocument::Indented);
 }
 
@@ -119,8 +119,8 @@ void JSONFileStore::moveAside(const QString& problem) const
 tl::expected<void, FileError> JSONFileStore::write(const QByteArray& bytes) const
 {
     auto outcome = writeDurably(m_path, bytes, *m_directory.operations);
-    m_directory.health->lastProblem
-        = outcome ? std::nullopt : std::optional(outcome.error().description());
+    m_directory.health->lastProblem =
+        outcome ? std::nullopt : std::optional(outcome.error().description());
     return outcome;
 }
 

@@ -5,8 +5,8 @@
 
 namespace pobblewig {
 
-/// The one reader and writer of a JSON file: pretty-printed with sorted keys, so that the same value
-/// always gives the same bytes.
+/// The one reader and writer of a JSON file: pretty-printed with sorted keys, so that the same
+/// value always gives the same bytes.
 ///
 /// Files over 64 MiB, or nested deeper than 128 levels, count as corrupt.
 class JSONFileStore {

@@ -10,9 +10,9 @@ namespace pobblewig {
 
 /// Credentials by account name, in the desktop's keyring under the service "com.pobblewig.app".
 ///
-/// Nothing here fails loudly: what cannot be read is nothing, what cannot be written is passed over,
-/// and `state` tells why. No call waits longer than a minute, the user's answer to an unlock prompt
-/// included.
+/// Nothing here fails loudly: what cannot be read is nothing, what cannot be written is passed
+/// over, and `state` tells why. No call waits longer than a minute, the user's answer to an unlock
+/// prompt included.
 class KeychainHelper {
 public:
     enum class State { unknown, available, locked, absent };

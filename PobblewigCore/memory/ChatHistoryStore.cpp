@@ -54,8 +54,8 @@ void ChatHistoryStore::save() const
     if (!m_file)
         return;
     if (const auto saved = m_file->save(m_messages); !saved)
-        Log::line(QStringLiteral("buddy: failed to persist chat: %1")
-                      .arg(saved.error().description()));
+        Log::line(
+            QStringLiteral("buddy: failed to persist chat: %1").arg(saved.error().description()));
 }
 
 } // namespace pobblewig

@@ -17,8 +17,8 @@ Value awaited(Task<Value> task)
 {
     std::optional<Value> result;
     QEventLoop loop;
-    QTimer::singleShot(std::chrono::seconds(20), &loop,
-        [] { qFatal("the awaited task never finished"); });
+    QTimer::singleShot(
+        std::chrono::seconds(20), &loop, [] { qFatal("the awaited task never finished"); });
     [](Task<Value>& awaitedTask, std::optional<Value>& into, QEventLoop& until) -> Task<> {
         into.emplace(co_await awaitedTask);
         until.quit();

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "wire/LLMError.h"
+
+#include <variant>
+
+namespace pobblewig {
+
+/// The user stopped the turn.
+struct Cancelled { };
+
+/// Why a turn ended without a reply.
+using ChatError = std::variant<Cancelled, LLMError, TransportError>;
+
+} // namespace pobblewig

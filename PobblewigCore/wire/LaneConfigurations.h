@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+
+namespace pobblewig {
+
+/// A named route to a model.
+enum class Lane { main, librarian, vision };
+
+/// Of the main and the vision model.
+struct MainModelConfig {
+    QString provider;
+    QString baseURL;
+    QString modelID;
+    int maxOutputTokens = 1024;
+};
+
+/// Of the librarian and the meme classifier.
+struct LibrarianModelConfig {
+    QString baseURL;
+    QString modelID;
+    double temperature = 0.2;
+    int maxOutputTokens = 1200;
+};
+
+} // namespace pobblewig
