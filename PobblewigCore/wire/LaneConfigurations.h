@@ -4,8 +4,12 @@
 
 namespace pobblewig {
 
+namespace ProviderRouting {
+
 /// A named route to a model.
 enum class Lane { main, librarian, vision };
+
+} // namespace ProviderRouting
 
 /// Of the main and the vision model.
 struct MainModelConfig {
