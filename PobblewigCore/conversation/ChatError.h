@@ -10,6 +10,6 @@ namespace pobblewig {
 struct Cancelled { };
 
 /// Why a turn ended without a reply.
-using ChatError = std::variant<Cancelled, LLMError, TransportError>;
+using ChatError = std::variant<Cancelled, LLMFailure>;
 
 } // namespace pobblewig

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "foundation/Time.h"
+#include "prompts/PlatformWording.h"
+#include "prompts/SituationSnapshot.h"
+
+namespace pobblewig {
+
+/// What the system prompt of a chat turn is made from.
+struct MainAssistantPrompt {
+    SituationSnapshot situation;
+    bool hasImage = false;
+    TimePoint now;
+    PlatformWording wording = PlatformWording::linuxDesktop;
+};
+
+namespace Prompts {
+
+/// The system prompt, built from scratch for every turn: what never changes comes first, the clock
+/// last.
+QString mainAssistant(const MainAssistantPrompt& prompt);
+
+} // namespace Prompts
+
+} // namespace pobblewig
