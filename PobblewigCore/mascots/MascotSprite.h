@@ -1,0 +1,88 @@
+#pragma once
+
+#include "mascots/MascotColorScheme.h"
+
+#include <compare>
+#include <set>
+#include <string>
+
+namespace pobblewig {
+
+/// The leg frames.
+enum class MascotGait { idle, walkA, walkB, walkC };
+
+enum class EyeStyle { normal, closed, wide, happy };
+
+/// A mascot as rows of letters. Each row has 16 columns, "." is an empty cell, and every other
+/// letter names a colour of the palette.
+struct MascotSprite {
+    using Rows = std::vector<std::string>;
+
+    struct Position {
+        int row = 0;
+        int col = 0;
+
+        bool operator==(const Position&) const = default;
+    };
+
+    struct Cell {
+        int row = 0;
+        int col = 0;
+        RGB rgb;
+
+        bool operator==(const Cell&) const = default;
+    };
+
+    /// Differs between recoloured copies, so that their pictures are never taken for one another.
+    QString id;
+    MascotPalette palette;
+    Rows body;
+    /// Drawn under the body.
+    std::map<MascotGait, Rows> legs;
+    /// Cells of the body that move as a layer of their own.
+    std::vector<Position> claws;
+    int eyeRow = 0;
+    /// The left column of each eye.
+    std::vector<int> eyeCols;
+    RGB eyeColor;
+    /// Of the petting paw and the claws.
+    RGB pawColor;
+    /// Letters that are left out while the glasses are worn.
+    std::set<char> hiddenWithGlasses;
+
+    static const MascotSprite& sprite(Mascot mascot);
+
+    /// By the id of a mascot, the crab's too; an unknown id is the mouse.
+    static const MascotSprite& forID(const QString& mascotID);
+
+    MascotSprite recolored(const MascotColorScheme& scheme) const;
+
+    /// Empty for a gait that the sprite lacks.
+    Rows legRows(MascotGait gait) const;
+
+    /// The row of the glasses.
+    int glassesRowOffset() const { return eyeRow - 1; }
+
+    /// The cells to paint, row by row; hidden letters and those without a colour give none.
+    std::vector<Cell> cells(const Rows& rows, const std::set<char>& hidden = {}) const;
+
+    bool operator==(const MascotSprite&) const = default;
+};
+
+/// Names one rendered picture of a mascot.
+struct BitmapKey {
+    QString sprite;
+    MascotGait gait = MascotGait::idle;
+    EyeStyle eyeStyle = EyeStyle::normal;
+    /// Where the eyes look.
+    int dx = 0;
+    int dy = 0;
+    bool showGlasses = false;
+    bool showLaptop = false;
+    int pawFrame = 0;
+
+    std::weak_ordering operator<=>(const BitmapKey&) const = default;
+    bool operator==(const BitmapKey&) const = default;
+};
+
+} // namespace pobblewig
