@@ -263,9 +263,9 @@ inline constexpr bool isOptional = false;
 template <typename Type>
 inline constexpr bool isOptional<std::optional<Type>> = true;
 
+/// How a record stands in a file: by its listed fields. A codec that reads more builds on it.
 template <typename Record>
-    requires requires { Record::jsonFields(); }
-struct Codec<Record> {
+struct RecordCodec {
     static Decoded<Record> decode(const QJsonValue& value, const Path& path)
     {
         if (!value.isObject())
@@ -332,5 +332,9 @@ private:
             object.insert(key, json::encode(*member));
     }
 };
+
+template <typename Record>
+    requires requires { Record::jsonFields(); }
+struct Codec<Record> : RecordCodec<Record> { };
 
 } // namespace pobblewig::json

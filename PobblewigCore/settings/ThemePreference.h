@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+namespace pobblewig {
+
+enum class ThemePreference { system, light, dark };
+
+/// A stored name that is unknown stands for the system's theme.
+ThemePreference themePreference(const QString& name);
+
+} // namespace pobblewig
