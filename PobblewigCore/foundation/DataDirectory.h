@@ -22,6 +22,9 @@ struct DataDirectory {
     {
     }
 
+    /// Creates the directory if need be. What keeps files from being written there, if anything.
+    std::optional<QString> prepare() const;
+
     QDir path;
     Clock clock = systemNow;
     std::shared_ptr<const FileOperations> operations = std::make_shared<FileOperations>();

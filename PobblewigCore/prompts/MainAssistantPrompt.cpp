@@ -9,19 +9,10 @@ namespace {
 
 QString identitySection(const MainAssistantPrompt& prompt)
 {
-    const auto& situation = prompt.situation;
-    auto text = prompt.wording.identity.toString();
-    if (!situation.currentForm.isEmpty())
-        text += QStringLiteral(
-            " Your current desktop form: %1. When you refer to your own form or species, this is "
-            "the one — name no other animal. If the user asks you to become a different animal, "
-            "that's the mascot setting — change it with update_settings (key mascot); until the "
-            "app confirms the change, this line is still your form.")
-                    .arg(situation.currentForm);
-    return text
+    return prompt.wording.identity.toString()
         + QStringLiteral(" Your current persona: %1. You keep durable memory of the user and "
                          "awareness of their current activity.")
-              .arg(displayName(situation.persona));
+              .arg(displayName(prompt.situation.persona));
 }
 
 QString situationSection(const MainAssistantPrompt& prompt)

@@ -17,8 +17,6 @@ struct SituationSnapshot {
     CompanionPersona persona = CompanionPersona::classic;
     /// The lines of the current situation.
     QString summary;
-    /// The mascot in words, such as "mouse (brown color scheme)".
-    QString currentForm;
 };
 
 } // namespace pobblewig

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "foundation/Time.h"
+
+#include <QDateTime>
+#include <QLocale>
+#include <QTimeZone>
+
+namespace pobblewig {
+
+/// The user's days and words for them: a time zone and a locale.
+struct Calendar {
+    QTimeZone timeZone = QTimeZone::utc();
+    QLocale locale = QLocale::c();
+
+    static Calendar current();
+
+    QDateTime dateTime(TimePoint time) const;
+    QDate day(TimePoint time) const { return dateTime(time).date(); }
+};
+
+} // namespace pobblewig
