@@ -1,0 +1,193 @@
+#include "wire/OpenAICompatibleProvider.h"
+
+#include "foundation/Text.h"
+#include "wire/ChatCompletionsLogic.h"
+#include "wire/ToolCallAccumulator.h"
+
+#include <QJsonDocument>
+
+#include <memory>
+
+namespace pobblewig {
+
+namespace {
+
+constexpr int enoughOfAnErrorBody = 2001;
+
+/// The lines of a reply's body, turned into events as they come.
+class ReplyReader {
+public:
+    explicit ReplyReader(LLMStream::Sink events)
+        : m_events(std::move(events))
+    {
+    }
+
+    /// False at the end mark.
+    bool read(QByteArrayView line);
+    void finish();
+
+private:
+    void read(const StreamChunk& chunk);
+    void read(const StreamChunk::Delta& delta);
+
+    LLMStream::Sink m_events;
+    ToolCallAccumulator m_toolCalls;
+};
+
+bool ReplyReader::read(QByteArrayView line)
+{
+    constexpr QByteArrayView prefix = "data:";
+    if (!line.startsWith(prefix))
+        return true;
+    const auto payload = line.sliced(prefix.size()).trimmed();
+    if (payload == "[DONE]")
+        return false;
+    if (const auto chunk = StreamChunk::decode(payload))
+        read(*chunk);
+    return true;
+}
+
+void ReplyReader::read(const StreamChunk& chunk)
+{
+    const auto& usage = chunk.usage;
+    if (usage && (usage->promptTokens || usage->completionTokens)) {
+        m_events.push(
+            LLMUsage { usage->promptTokens.value_or(0), usage->completionTokens.value_or(0) });
+    }
+    if (!chunk.choices)
+        return;
+    for (const auto& choice : *chunk.choices) {
+        if (choice.delta)
+            read(*choice.delta);
+    }
+}
+
+void ReplyReader::read(const StreamChunk::Delta& delta)
+{
+    if (delta.content && !delta.content->isEmpty())
+        m_events.push(LLMToken { *delta.content });
+    if (!delta.toolCalls)
+        return;
+    for (int position = 0; const auto& call : *delta.toolCalls)
+        m_toolCalls.add(call, position++);
+}
+
+void ReplyReader::finish()
+{
+    if (auto calls = m_toolCalls.complete(); !calls.empty())
+        m_events.push(LLMToolCalls { std::move(calls) });
+    m_events.push(LLMFinished {});
+    m_events.finish();
+}
+
+LLMFailure failure(const TransportError& error)
+{
+    if (error.kind == TransportError::Kind::notHTTP)
+        return LLMError::invalidResponse(QStringLiteral("not an HTTP response"));
+    return error;
+}
+
+std::optional<LLMError> missingSetting(const LLMConfiguration& configuration)
+{
+    if (configuration.modelID.isEmpty())
+        return LLMError::notConfigured(
+            QStringLiteral("no model is chosen (MAIN_MODEL_ID is empty)."));
+    if (configuration.apiKey.isEmpty())
+        return LLMError::notConfigured(
+            QStringLiteral("there is no API key (MAIN_MODEL_API_KEY is empty)."));
+    return std::nullopt;
+}
+
+Task<QString> errorBody(std::shared_ptr<HTTPStream> lines)
+{
+    QString body;
+    qsizetype characters = 0;
+    while (characters < enoughOfAnErrorBody) {
+        const auto line = co_await lines->next();
+        if (!line)
+            break;
+        const auto text = QString::fromUtf8(std::get<HTTPLine>(*line));
+        characters += Text::characterCount(text);
+        body += text;
+    }
+    lines->close();
+    co_return body;
+}
+
+// What follows the end mark is the end of the body: once read, the connection serves the next call.
+Task<> readToTheEnd(std::shared_ptr<HTTPStream> lines)
+{
+    for (int count = 0; count < 4; ++count) {
+        const auto line = co_await lines->next();
+        if (!line)
+            break;
+    }
+    lines->close();
+}
+
+Task<> readReply(std::shared_ptr<HTTPStream> lines, LLMStream::Sink events)
+{
+    ReplyReader reader(events);
+    while (const auto line = co_await lines->next()) {
+        if (reader.read(std::get<HTTPLine>(*line)))
+            continue;
+        reader.finish();
+        spawn(readToTheEnd(lines));
+        co_return;
+    }
+    if (lines->error())
+        events.finish(failure(*lines->error()));
+    else
+        reader.finish();
+}
+
+Task<> readAnswer(std::shared_ptr<HTTPStream> lines, LLMStream::Sink events)
+{
+    const auto head = co_await lines->next();
+    if (!head) {
+        events.finish(lines->error() ? std::optional(failure(*lines->error())) : std::nullopt);
+        co_return;
+    }
+    const auto status = std::get<HTTPHead>(*head).status;
+    if (status >= 200 && status <= 299) {
+        co_await readReply(lines, events);
+        co_return;
+    }
+    const auto body = co_await errorBody(lines);
+    events.finish(LLMError::http(status, body));
+}
+
+} // namespace
+
+OpenAICompatibleProvider::OpenAICompatibleProvider(
+    LLMConfiguration configuration, HTTPClient& http, std::chrono::milliseconds requestTimeout)
+    : m_configuration(std::move(configuration))
+    , m_http(http)
+    , m_requestTimeout(requestTimeout)
+{
+}
+
+LLMStream OpenAICompatibleProvider::streamChat(LLMRequest request)
+{
+    LLMStream events;
+    if (auto error = missingSetting(m_configuration)) {
+        events.sink().finish(*std::move(error));
+        return events;
+    }
+    const auto lines = std::make_shared<HTTPStream>(m_http.stream(httpRequest(request)));
+    events.sink().setOnDrop([lines] { lines->close(); });
+    spawn(readAnswer(lines, events.sink()));
+    return events;
+}
+
+HTTPRequest OpenAICompatibleProvider::httpRequest(const LLMRequest& request) const
+{
+    const auto payload = ChatCompletionsLogic::buildPayload(
+        m_configuration.modelID, request, m_configuration.includeStreamUsage);
+    auto result = ChatCompletionsLogic::httpRequest(m_configuration);
+    result.body = QJsonDocument(payload).toJson(QJsonDocument::Compact);
+    result.timeout = m_requestTimeout;
+    return result;
+}
+
+} // namespace pobblewig

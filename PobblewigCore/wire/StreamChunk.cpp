@@ -1,0 +1,147 @@
+#include "wire/StreamChunk.h"
+
+#include <simdjson.h>
+
+#include <limits>
+
+namespace pobblewig {
+
+namespace {
+
+using Object = simdjson::dom::object;
+using Element = simdjson::dom::element;
+
+/// Reads the fields of a chunk and remembers whether one had a value of the wrong type.
+class ChunkReader {
+public:
+    bool hasFailed() const { return m_hasFailed; }
+
+    StreamChunk chunk(Object object)
+    {
+        return {
+            .choices = records(object, "choices", &ChunkReader::choice),
+            .usage = record(object, "usage", &ChunkReader::usage),
+        };
+    }
+
+private:
+    StreamChunk::Usage usage(Object object)
+    {
+        return { number(object, "prompt_tokens"), number(object, "completion_tokens") };
+    }
+
+    StreamChunk::Choice choice(Object object)
+    {
+        return { record(object, "delta", &ChunkReader::delta) };
+    }
+
+    StreamChunk::Delta delta(Object object)
+    {
+        return {
+            .content = text(object, "content"),
+            .toolCalls = records(object, "tool_calls", &ChunkReader::toolCall),
+        };
+    }
+
+    ToolCallDelta toolCall(Object object)
+    {
+        return {
+            .index = number(object, "index"),
+            .id = text(object, "id"),
+            .function = record(object, "function", &ChunkReader::function),
+            .extraContent = record(object, "extra_content", &ChunkReader::extraContent),
+        };
+    }
+
+    ToolCallDelta::Function function(Object object)
+    {
+        return { text(object, "name"), text(object, "arguments") };
+    }
+
+    ToolCallDelta::ExtraContent extraContent(Object object)
+    {
+        return { record(object, "google", &ChunkReader::google) };
+    }
+
+    ToolCallDelta::Google google(Object object) { return { text(object, "thought_signature") }; }
+
+    template <typename Value>
+    std::optional<Value> as(Element element)
+    {
+        Value value;
+        if (element.get(value) == simdjson::SUCCESS)
+            return value;
+        m_hasFailed = true;
+        return std::nullopt;
+    }
+
+    template <typename Value>
+    std::optional<Value> field(Object object, std::string_view key)
+    {
+        Element element;
+        if (object.at_key(key).get(element) != simdjson::SUCCESS || element.is_null())
+            return std::nullopt;
+        return as<Value>(element);
+    }
+
+    std::optional<QString> text(Object object, std::string_view key)
+    {
+        const auto text = field<std::string_view>(object, key);
+        if (!text)
+            return std::nullopt;
+        return QString::fromUtf8(text->data(), qsizetype(text->size()));
+    }
+
+    std::optional<int> number(Object object, std::string_view key)
+    {
+        const auto number = field<double>(object, key);
+        if (!number)
+            return std::nullopt;
+        const auto isInt = *number >= std::numeric_limits<int>::min()
+            && *number <= std::numeric_limits<int>::max() && *number == int(*number);
+        m_hasFailed = m_hasFailed || !isInt;
+        return isInt ? std::optional(int(*number)) : std::nullopt;
+    }
+
+    template <typename Record>
+    std::optional<Record> record(
+        Object object, std::string_view key, Record (ChunkReader::*read)(Object))
+    {
+        const auto inner = field<Object>(object, key);
+        return inner ? std::optional((this->*read)(*inner)) : std::nullopt;
+    }
+
+    template <typename Record>
+    std::optional<std::vector<Record>> records(
+        Object object, std::string_view key, Record (ChunkReader::*read)(Object))
+    {
+        const auto array = field<simdjson::dom::array>(object, key);
+        if (!array)
+            return std::nullopt;
+        std::vector<Record> result;
+        for (const auto element : *array) {
+            if (const auto inner = as<Object>(element))
+                result.push_back((this->*read)(*inner));
+        }
+        return result;
+    }
+
+    bool m_hasFailed = false;
+};
+
+} // namespace
+
+std::optional<StreamChunk> StreamChunk::decode(QByteArrayView json)
+{
+    simdjson::dom::parser parser;
+    Object object;
+    if (parser.parse(json.data(), size_t(json.size())).get(object) != simdjson::SUCCESS)
+        return std::nullopt;
+    ChunkReader reader;
+    auto chunk = reader.chunk(object);
+    if (reader.hasFailed())
+        return std::nullopt;
+    return chunk;
+}
+
+} // namespace pobblewig
