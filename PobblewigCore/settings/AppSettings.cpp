@@ -1,5 +1,7 @@
 #include "settings/AppSettings.h"
 
+#include <algorithm>
+
 namespace pobblewig {
 
 QString AppSettings::defaultCanvasBaseURL()
@@ -18,6 +20,14 @@ std::vector<QString> AppSettings::defaultExcludedBundleIDs()
         QStringLiteral("com.bitwarden.desktop"),
         QStringLiteral("com.dashlane.dashlanephonefinal"),
     };
+}
+
+void AppSettings::restoreDefaultExclusions()
+{
+    for (const auto& id : defaultExcludedBundleIDs()) {
+        if (std::ranges::find(excludedBundleIDs, id) == excludedBundleIDs.end())
+            excludedBundleIDs.push_back(id);
+    }
 }
 
 auto json::Codec<AppSettings>::decode(const QJsonValue& value, const Path& path)

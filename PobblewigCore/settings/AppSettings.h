@@ -56,6 +56,9 @@ struct AppSettings {
     QString accentChoice = QStringLiteral("coral");
     bool memoryEnabled = true;
 
+    /// Appends the password managers that the list of excluded applications lacks.
+    void restoreDefaultExclusions();
+
     bool operator==(const AppSettings&) const = default;
 
     static constexpr auto jsonFields();

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "settings/AppSettings.h"
+
+#include <array>
+
+/// Which classes of the assistant's actions ask the user first.
+namespace pobblewig::ActionAutonomy {
+
+inline constexpr QStringView calendarWrite = u"calendar_write";
+inline constexpr QStringView reminderWrite = u"reminder_write";
+inline constexpr QStringView settingsChange = u"settings_change";
+inline constexpr QStringView memoryForget = u"memory_forget";
+
+/// These ask whatever the user has switched off.
+inline constexpr std::array<QStringView, 4> alwaysConfirm {
+    u"memory_delete_all",
+    u"activity_delete_history",
+    u"data_source_remove",
+    memoryForget,
+};
+
+/// A class asks unless the user has switched its question off.
+bool requiresConfirmation(QStringView actionClass, const AppSettings& settings);
+bool requiresConfirmation(QStringView actionClass, const std::map<QString, bool>& confirmations);
+
+} // namespace pobblewig::ActionAutonomy

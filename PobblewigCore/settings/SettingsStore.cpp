@@ -1,0 +1,91 @@
+#include "settings/SettingsStore.h"
+
+#include "foundation/Log.h"
+
+namespace pobblewig {
+
+SettingsStore::SettingsStore(const std::optional<DataDirectory>& directory,
+    KeychainHelper& keychain, QString defaultCanvasBaseURL)
+    : m_keychain(keychain)
+    , m_defaultCanvasBaseURL(std::move(defaultCanvasBaseURL))
+{
+    if (directory) {
+        m_file.emplace(*directory, QStringLiteral("settings.json"));
+        m_settings = m_file->load<AppSettings>().value_or(AppSettings());
+    }
+    m_settings.restoreDefaultExclusions();
+}
+
+bool SettingsStore::isPaused(TimePoint at) const
+{
+    return m_settings.pausedIndefinitely
+        || (m_settings.pausedUntil && *m_settings.pausedUntil > at);
+}
+
+void SettingsStore::update(const std::function<void(AppSettings&)>& change)
+{
+    change(m_settings);
+    save();
+}
+
+QString SettingsStore::resolvedCanvasBaseURL(const Environment& environment) const
+{
+    const auto& chosen = m_settings.canvasBaseURL;
+    if (chosen != AppSettings::defaultCanvasBaseURL())
+        return chosen;
+    return variable(environment, QStringLiteral("CANVAS_BASE_URL"))
+        .value_or(m_defaultCanvasBaseURL);
+}
+
+auto SettingsStore::canvasAPIToken(Environment environment) -> Task<std::optional<QString>>
+{
+    const auto token = co_await kept(KeychainHelper::canvasAPITokenAccount);
+    co_return token ? token : variable(environment, QStringLiteral("CANVAS_API_TOKEN"));
+}
+
+auto SettingsStore::classroomAccessToken(Environment environment) -> Task<std::optional<QString>>
+{
+    const auto token = co_await kept(KeychainHelper::classroomTokenAccount);
+    if (token)
+        co_return token;
+    const auto first = QStringLiteral("GOOGLE_CLASSROOM_ACCESS_TOKEN");
+    const auto name = environment.contains(first) ? first : QStringLiteral("CLASSROOM_API_TOKEN");
+    co_return variable(environment, name);
+}
+
+Task<> SettingsStore::setCanvasAPIToken(std::optional<QString> token)
+{
+    return keep(KeychainHelper::canvasAPITokenAccount, std::move(token));
+}
+
+Task<> SettingsStore::setClassroomAccessToken(std::optional<QString> token)
+{
+    return keep(KeychainHelper::classroomTokenAccount, std::move(token));
+}
+
+auto SettingsStore::kept(QStringView account) -> Task<std::optional<QString>>
+{
+    const auto token = co_await m_keychain.read(account.toString());
+    if (!token || token->isEmpty())
+        co_return std::nullopt;
+    co_return token;
+}
+
+Task<> SettingsStore::keep(QStringView account, std::optional<QString> token)
+{
+    if (token && !token->isEmpty())
+        co_await m_keychain.write(account.toString(), *token);
+    else
+        co_await m_keychain.remove(account.toString());
+}
+
+void SettingsStore::save() const
+{
+    if (!m_file)
+        return;
+    if (const auto saved = m_file->save(m_settings); !saved)
+        Log::line(QStringLiteral("buddy: failed to persist settings: %1")
+                      .arg(saved.error().description()));
+}
+
+} // namespace pobblewig

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "foundation/JSONFileStore.h"
+#include "foundation/KeychainHelper.h"
+#include "settings/AppSettings.h"
+#include "settings/Environment.h"
+
+namespace pobblewig {
+
+/// The user's settings, kept in "settings.json", and the credentials that belong to them, kept in
+/// the keyring.
+///
+/// Lives on the main thread. Without a directory it works in memory only.
+class SettingsStore {
+public:
+    /// `defaultCanvasBaseURL` is the deployment's.
+    SettingsStore(const std::optional<DataDirectory>& directory, KeychainHelper& keychain,
+        QString defaultCanvasBaseURL = AppSettings::defaultCanvasBaseURL());
+
+    const AppSettings& settings() const { return m_settings; }
+
+    /// Whether observation rests at this time.
+    bool isPaused(TimePoint at) const;
+
+    void update(const std::function<void(AppSettings&)>& change);
+
+    /// What the user has set, else the variable CANVAS_BASE_URL, else the deployment's default.
+    QString resolvedCanvasBaseURL(const Environment& environment) const;
+
+    /// The keyring's, else that of CANVAS_API_TOKEN.
+    Task<std::optional<QString>> canvasAPIToken(Environment environment);
+
+    /// The keyring's, else that of GOOGLE_CLASSROOM_ACCESS_TOKEN, which even when empty hides the
+    /// last: CLASSROOM_API_TOKEN.
+    Task<std::optional<QString>> classroomAccessToken(Environment environment);
+
+    /// An empty token, or none, is removed from the keyring.
+    Task<> setCanvasAPIToken(std::optional<QString> token);
+    Task<> setClassroomAccessToken(std::optional<QString> token);
+
+private:
+    Task<std::optional<QString>> kept(QStringView account);
+    Task<> keep(QStringView account, std::optional<QString> token);
+    void save() const;
+
+    std::optional<JSONFileStore> m_file;
+    KeychainHelper& m_keychain;
+    QString m_defaultCanvasBaseURL;
+    AppSettings m_settings;
+};
+
+} // namespace pobblewig
