@@ -6,10 +6,13 @@ namespace pobblewig {
 
 namespace ProviderRouting {
 
-/// A named route to a model.
+/// A named route to a model of the product's own backend.
 enum class Lane { main, librarian, vision };
 
 } // namespace ProviderRouting
+
+/// What a model is for. The meme classifier shares the librarian's route.
+enum class ModelUse { main, vision, librarian, meme };
 
 /// Of the main and the vision model.
 struct MainModelConfig {
@@ -17,6 +20,8 @@ struct MainModelConfig {
     QString baseURL;
     QString modelID;
     int maxOutputTokens = 1024;
+
+    bool operator==(const MainModelConfig&) const = default;
 };
 
 /// Of the librarian and the meme classifier.
@@ -25,6 +30,8 @@ struct LibrarianModelConfig {
     QString modelID;
     double temperature = 0.2;
     int maxOutputTokens = 1200;
+
+    bool operator==(const LibrarianModelConfig&) const = default;
 };
 
 } // namespace pobblewig
