@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QPoint>
+#include <QRect>
+#include <QString>
+
+#include <vector>
+
+/// Where on the screens the buddy stands. Its place is the point on the ground between its feet,
+/// which stays when its size changes. Never called without a screen.
+namespace pobblewig::BuddyPlacement {
+
+/// The same for the same screens, in whatever order they are listed.
+QString layoutName(std::vector<QRect> screens);
+
+/// For the first time: near the lower right corner of what the desktop leaves free.
+QPoint initialPlace(const QRect& available);
+
+QRect windowAt(QPoint place, QSize size);
+
+/// The place itself if the middle of the buddy can be seen there; else the nearest one where all
+/// of it can.
+QPoint visiblePlace(QPoint place, QSize size, const std::vector<QRect>& screens);
+
+} // namespace pobblewig::BuddyPlacement

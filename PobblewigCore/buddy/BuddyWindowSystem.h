@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QRect>
+
+#include <span>
+
+namespace pobblewig {
+
+/// What the buddy's window asks of the desktop beyond what every desktop offers. Windows are named
+/// by their native id.
+class BuddyWindowSystem {
+public:
+    using WindowID = quintptr;
+
+    virtual ~BuddyWindowSystem() = default;
+
+    /// Keeps the window above the others, on every desktop and out of the task lists. To be called
+    /// at each show, before the window is up: the desktop forgets it when the window goes.
+    virtual void accompanyUser(WindowID window) = 0;
+
+    /// Clicks reach the window only in these parts, in its own device pixels. Where the desktop
+    /// cannot blend windows, nothing outside of them is shown either.
+    virtual void setShape(WindowID window, std::span<const QRect> parts) = 0;
+
+    /// Whether nothing of the window can be seen; cheap enough to ask every second.
+    virtual bool isCovered(WindowID window) = 0;
+};
+
+/// For desktops that offer none of it: an ordinary window on top.
+class UnavailableBuddyWindowSystem : public BuddyWindowSystem {
+public:
+    void accompanyUser(WindowID) override { }
+    void setShape(WindowID, std::span<const QRect>) override { }
+    bool isCovered(WindowID) override { return false; }
+};
+
+} // namespace pobblewig
