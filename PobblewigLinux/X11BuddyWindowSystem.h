@@ -1,0 +1,29 @@
+#pragma once
+
+#include "PobblewigLinux/X11SelectionWatch.h"
+#include "buddy/BuddyWindowSystem.h"
+
+namespace pobblewig {
+
+/// The buddy's window under X11, with any window manager that follows EWMH.
+///
+/// While a compositor runs only the clicks are shaped, and the picture may blend; without one the
+/// window itself is cut to its shape. Either may begin or end at any time.
+class X11BuddyWindowSystem : public BuddyWindowSystem {
+public:
+    explicit X11BuddyWindowSystem(X11Connection& connection);
+
+    void accompanyUser(WindowID window) override;
+    void setShape(WindowID window, std::span<const QRect> parts) override;
+    bool isCovered(WindowID window) override;
+
+private:
+    void applyShape();
+
+    X11Connection& m_connection;
+    X11SelectionWatch m_compositor;
+    xcb_window_t m_window = XCB_WINDOW_NONE;
+    std::vector<xcb_rectangle_t> m_parts;
+};
+
+} // namespace pobblewig
