@@ -1,0 +1,68 @@
+#include "PobblewigLinux/ApplicationBus.h"
+
+#include "PobblewigLinux/OpenRequestLogic.h"
+#include "foundation/Log.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+
+namespace pobblewig {
+
+namespace {
+
+const auto applicationName = QStringLiteral("com.pobblewig.app");
+const auto objectPath = QStringLiteral("/com/pobblewig/app");
+const auto interfaceName = QStringLiteral("org.freedesktop.Application");
+
+constexpr int answerMilliseconds = 5000;
+
+} // namespace
+
+ApplicationBus::ApplicationBus(QDBusConnection bus)
+    : m_bus(std::move(bus))
+{
+}
+
+bool ApplicationBus::handOver(const QString& name, const std::optional<QUrl>& link) const
+{
+    const auto method = link ? QStringLiteral("Open") : QStringLiteral("Activate");
+    auto call = QDBusMessage::createMethodCall(name, objectPath, interfaceName, method);
+    call.setAutoStartService(false);
+    if (link)
+        call << QStringList(link->toString(QUrl::FullyEncoded));
+    call << QVariantMap();
+    return m_bus.call(call, QDBus::Block, answerMilliseconds).type() == QDBusMessage::ReplyMessage;
+}
+
+void ApplicationBus::publish(const QString& name)
+{
+    if (!m_bus.isConnected())
+        return;
+    // The object comes first: whoever sees the name may call at once.
+    m_bus.registerObject(objectPath, this, QDBusConnection::ExportScriptableSlots);
+    for (const auto& wanted : { name, applicationName }) {
+        m_bus.interface()->registerService(wanted, QDBusConnectionInterface::DontQueueService,
+            QDBusConnectionInterface::DontAllowReplacement);
+    }
+}
+
+void ApplicationBus::Activate(const QVariantMap&)
+{
+    Q_EMIT activated();
+}
+
+void ApplicationBus::Open(const QStringList& uris, const QVariantMap&)
+{
+    if (const auto link = OpenRequestLogic::link(uris))
+        Q_EMIT openRequested(*link);
+    else
+        Log::line(QStringLiteral("buddy: refused to open something that is no link of ours"));
+}
+
+void ApplicationBus::ActivateAction(const QString& name, const QVariantList&, const QVariantMap&)
+{
+    if (name == u"quit")
+        Q_EMIT quitRequested();
+}
+
+} // namespace pobblewig
