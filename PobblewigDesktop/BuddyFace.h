@@ -1,0 +1,16 @@
+#pragma once
+
+#include "mascots/MascotSprite.h"
+
+#include <QIcon>
+
+/// The buddy as a small still picture, for the tray and the title bars.
+namespace pobblewig::BuddyFace {
+
+/// A square of this many device pixels, with the buddy as large as whole pixels allow.
+QPixmap pixmap(const MascotSprite& sprite, int side);
+
+/// In every size that trays and task lists ask for.
+QIcon icon(const MascotSprite& sprite);
+
+} // namespace pobblewig::BuddyFace

@@ -1,0 +1,173 @@
+#include "PobblewigDesktop/BuddyWindow.h"
+
+#include "buddy/BuddyPlacement.h"
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QScreen>
+
+namespace pobblewig {
+
+namespace {
+
+std::vector<QRect> screenRects()
+{
+    std::vector<QRect> rects;
+    for (const auto* screen : QGuiApplication::screens())
+        rects.push_back(screen->geometry());
+    return rects;
+}
+
+QString placeKey()
+{
+    return QStringLiteral("buddy/") + BuddyPlacement::layoutName(screenRects());
+}
+
+} // namespace
+
+BuddyWindow::BuddyWindow(BuddyWindowSystem& system, QSettings& settings)
+    : QWidget(nullptr,
+        Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus
+            | Qt::NoDropShadowWindowHint)
+    , m_system(system)
+    , m_settings(settings)
+    , m_view(new BuddyView(this))
+{
+    setAttribute(Qt::WA_TranslucentBackground);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setWindowTitle(QStringLiteral("Pobblewig"));
+    setAccessibleName(QStringLiteral("Pobblewig"));
+    setCursor(Qt::PointingHandCursor);
+    m_view->setAccessibleName(tr("Open chat"));
+    connect(m_view, &BuddyView::clicked, this, &BuddyWindow::clicked);
+    connect(m_view, &BuddyView::shapeChanged, this, &BuddyWindow::applyShape);
+    connect(&m_occlusionWatch, &QTimer::timeout, this,
+        [this] { m_view->setOccluded(m_system.isCovered(winId())); });
+    m_occlusionWatch.setInterval(std::chrono::seconds(1));
+
+    setFixedSize(m_view->size());
+    restorePlace();
+    watchScreens();
+}
+
+void BuddyWindow::setSizeScale(double sizeScale)
+{
+    const auto feet = place();
+    m_view->setSizeScale(sizeScale);
+    setFixedSize(m_view->size());
+    standAt(feet);
+}
+
+bool BuddyWindow::event(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::Show:
+        m_system.accompanyUser(winId());
+        applyShape();
+        m_occlusionWatch.start();
+        break;
+    case QEvent::Hide:
+        m_occlusionWatch.stop();
+        break;
+    case QEvent::ScreenChangeInternal:
+        m_view->fitToScreen();
+        setFixedSize(m_view->size());
+        break;
+    default:
+        break;
+    }
+    return QWidget::event(event);
+}
+
+void BuddyWindow::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    const auto pressedAt = event->globalPosition().toPoint();
+    m_grip = Grip { .pressedAt = pressedAt, .offset = pressedAt - pos() };
+}
+
+void BuddyWindow::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!m_grip)
+        return;
+    const auto position = event->globalPosition().toPoint();
+    const auto distance = (position - m_grip->pressedAt).manhattanLength();
+    m_grip->isDragging |= distance > QApplication::startDragDistance();
+    if (m_grip->isDragging)
+        move(position - m_grip->offset);
+}
+
+void BuddyWindow::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton || !m_grip)
+        return;
+    const auto wasDragging = m_grip->isDragging;
+    m_grip.reset();
+    if (wasDragging)
+        savePlace();
+    else
+        Q_EMIT clicked();
+}
+
+void BuddyWindow::contextMenuEvent(QContextMenuEvent* event)
+{
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(tr("Open chat"), this, &BuddyWindow::clicked);
+    menu->addSeparator();
+    menu->addAction(tr("Quit Pobblewig"), this, &BuddyWindow::quitRequested);
+    menu->popup(event->globalPos());
+}
+
+QPoint BuddyWindow::place() const
+{
+    return pos() + QPoint(width() / 2, height());
+}
+
+void BuddyWindow::standAt(QPoint place)
+{
+    move(BuddyPlacement::windowAt(place, size()).topLeft());
+}
+
+void BuddyWindow::restorePlace()
+{
+    const auto screens = screenRects();
+    if (screens.empty())
+        return;
+    const auto saved = m_settings.value(placeKey());
+    const auto wanted = saved.canConvert<QPoint>()
+        ? saved.toPoint()
+        : BuddyPlacement::initialPlace(QGuiApplication::primaryScreen()->availableGeometry());
+    standAt(BuddyPlacement::visiblePlace(wanted, size(), screens));
+}
+
+void BuddyWindow::savePlace()
+{
+    m_settings.setValue(placeKey(), place());
+}
+
+void BuddyWindow::watchScreens()
+{
+    const auto watch = [this](QScreen* screen) {
+        connect(screen, &QScreen::geometryChanged, this, &BuddyWindow::restorePlace,
+            Qt::QueuedConnection);
+    };
+    for (auto* screen : QGuiApplication::screens())
+        watch(screen);
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, watch);
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, &BuddyWindow::restorePlace,
+        Qt::QueuedConnection);
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &BuddyWindow::restorePlace,
+        Qt::QueuedConnection);
+}
+
+void BuddyWindow::applyShape()
+{
+    const auto& shape = m_view->shape();
+    m_system.setShape(winId(), std::span(shape.begin(), shape.end()));
+}
+
+} // namespace pobblewig

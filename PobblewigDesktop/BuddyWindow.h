@@ -1,0 +1,64 @@
+#pragma once
+
+#include "PobblewigDesktop/BuddyView.h"
+
+#include "buddy/BuddyWindowSystem.h"
+
+#include <QSettings>
+#include <QWidget>
+
+#include <optional>
+
+namespace pobblewig {
+
+/// The buddy on the desktop: above all windows, on every desktop, never in the way of a click
+/// beside it and never with the focus.
+///
+/// It can be dragged, and stands where it was left when the program comes up again; each
+/// arrangement of screens has a place of its own.
+class BuddyWindow : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Reads and writes the group "buddy" of the settings.
+    BuddyWindow(BuddyWindowSystem& system, QSettings& settings);
+
+    void setSprite(const MascotSprite& sprite) { m_view->setSprite(sprite); }
+
+    /// The feet stay where they are.
+    void setSizeScale(double sizeScale);
+
+Q_SIGNALS:
+    /// The user wants to talk.
+    void clicked();
+    void quitRequested();
+
+protected:
+    bool event(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    struct Grip {
+        QPoint pressedAt;
+        QPoint offset;
+        bool isDragging = false;
+    };
+
+    QPoint place() const;
+    void standAt(QPoint place);
+    void restorePlace();
+    void savePlace();
+    void watchScreens();
+    void applyShape();
+
+    BuddyWindowSystem& m_system;
+    QSettings& m_settings;
+    BuddyView* m_view;
+    QTimer m_occlusionWatch;
+    std::optional<Grip> m_grip;
+};
+
+} // namespace pobblewig
