@@ -1,0 +1,94 @@
+#pragma once
+
+#include "LaneProviders.h"
+#include "PublishedState.h"
+#include "conversation/ChatService.h"
+#include "foundation/Calendar.h"
+#include "foundation/DataDirectory.h"
+#include "memory/ChatHistoryStore.h"
+#include "memory/UsageCounter.h"
+#include "settings/SettingsStore.h"
+#include "wire/ModelLanes.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+#include <optional>
+
+namespace pobblewig {
+
+/// The spine: owns every store and service for the life of the process, wires them together, drives
+/// them from one repeating timer and publishes their state for the user interface.
+///
+/// Services never call each other for a decision that concerns both; they call the closures that
+/// they were handed here.
+class AppCoordinator : public QObject {
+    Q_OBJECT
+
+public:
+    /// What the coordinator stands on. All of it can be replaced, so that the logic runs in a
+    /// scratch directory with fakes.
+    struct Parts {
+        /// Nothing selects the user's own directory, with the migrations of early versions.
+        std::optional<DataDirectory> directory;
+        std::unique_ptr<HTTPClient> http;
+        std::unique_ptr<KeychainHelper> keychain;
+        /// Asked at every use of a model.
+        std::function<Environment()> environment;
+        std::function<Calendar()> calendar = Calendar::current;
+        Clock clock = systemNow;
+        /// Replaces the main model, so that the logic runs without a network.
+        ChatService::ProviderFactory mainProviderOverride = {};
+    };
+
+    explicit AppCoordinator(Parts parts);
+
+    ChatService& chat() { return m_chat; }
+    const PublishedState& state() const { return m_state; }
+
+    /// Arms the 20-second timer and begins the start-up. To be called once.
+    void start();
+
+    Task<> pollOnce(TimePoint now);
+
+    /// Publishes the services' present state.
+    void refresh(TimePoint now);
+
+    /// A change from the settings screens.
+    void updateSettings(const std::function<void(AppSettings&)>& change);
+
+    /// Puts the conversation into an archive and begins an empty one. What cannot be archived
+    /// stays.
+    void startNewSession();
+
+Q_SIGNALS:
+    void stateChanged();
+
+private:
+    Task<> startUp();
+    Task<> afterChatTurn();
+    Task<> publishModelLabel();
+    Task<std::unique_ptr<LLMProvider>> makeMainProvider();
+    Task<MainModelConfig> mainConfig();
+    Task<SituationSnapshot> buildSituation();
+    ChatService::Dependencies chatDependencies();
+    std::optional<QString> storageProblem() const;
+
+    Parts m_parts;
+    /// Why nothing can be written to the directory, found at the start.
+    std::optional<QString> m_directoryProblem;
+    /// Nothing where there is no directory at all: then all stores work in memory.
+    std::optional<DataDirectory> m_directory;
+    MarketConfig m_market;
+    SettingsStore m_settings;
+    ChatHistoryStore m_history;
+    UsageCounter m_usage;
+    ModelLanes m_lanes;
+    LaneProviders m_providers;
+    ChatService m_chat;
+    PublishedState m_state;
+    QTimer m_pollTimer;
+};
+
+} // namespace pobblewig
