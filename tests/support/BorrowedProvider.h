@@ -1,0 +1,32 @@
+#pragma once
+
+#include "wire/LLMProvider.h"
+
+#include <memory>
+
+namespace pobblewig {
+
+/// Hands a test's own model to code that wants to own one.
+class BorrowedProvider : public LLMProvider {
+public:
+    explicit BorrowedProvider(LLMProvider& lender)
+        : m_lender(lender)
+    {
+    }
+
+    static std::unique_ptr<LLMProvider> of(LLMProvider* lender)
+    {
+        return lender ? std::make_unique<BorrowedProvider>(*lender) : nullptr;
+    }
+
+    const LLMConfiguration& configuration() const override { return m_lender.configuration(); }
+    LLMStream streamChat(LLMRequest request) override
+    {
+        return m_lender.streamChat(std::move(request));
+    }
+
+private:
+    LLMProvider& m_lender;
+};
+
+} // namespace pobblewig
