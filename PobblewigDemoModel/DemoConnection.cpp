@@ -1,0 +1,108 @@
+#include "PobblewigDemoModel/DemoConnection.h"
+
+#include "PobblewigDemoModel/ChatRequest.h"
+#include "PobblewigDemoModel/CompletionFormat.h"
+#include "PobblewigDemoModel/DemoReplies.h"
+
+namespace pobblewig {
+
+namespace {
+
+QByteArray statusLine(int status)
+{
+    return "HTTP/1.1 " + QByteArray::number(status) + (status == 200 ? " OK" : " Refused") + "\r\n";
+}
+
+QByteArray httpChunk(const QByteArray& bytes)
+{
+    return QByteArray::number(bytes.size(), 16) + "\r\n" + bytes + "\r\n";
+}
+
+bool isChatPath(const QByteArray& path)
+{
+    return path == "/v1/chat/completions" || path == "/chat/completions";
+}
+
+} // namespace
+
+DemoConnection::DemoConnection(QTcpSocket* socket, std::chrono::milliseconds delayBetweenWords)
+    : QObject(socket)
+    , m_socket(socket)
+{
+    // Else the system gathers words before it sends them.
+    socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    m_pace.setInterval(delayBetweenWords);
+    connect(&m_pace, &QTimer::timeout, this, &DemoConnection::sendNextEvent);
+    connect(socket, &QTcpSocket::readyRead, this, &DemoConnection::receive);
+    connect(socket, &QTcpSocket::disconnected, &m_pace, &QTimer::stop);
+    connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+}
+
+void DemoConnection::receive()
+{
+    const auto piece = m_socket->readAll();
+    if (m_isAnswered)
+        return;
+    const auto outcome = m_reader.feed(piece);
+    if (!outcome)
+        return;
+    m_isAnswered = true;
+    if (*outcome)
+        answer(**outcome);
+    else
+        refuse(outcome->error());
+}
+
+void DemoConnection::answer(const ReceivedRequest& request)
+{
+    if (!isChatPath(request.path))
+        refuse({ 404, QStringLiteral("there is only /v1/chat/completions") });
+    else if (request.method != "POST")
+        refuse({ 405, QStringLiteral("a chat is asked for with POST") });
+    else
+        answerChat(request.body);
+}
+
+void DemoConnection::answerChat(const QByteArray& body)
+{
+    const auto request = ChatRequest::parse(body);
+    if (!request)
+        return refuse({ 400, request.error() });
+    const auto reply = DemoReplies::reply(*request, QTime::currentTime());
+    if (!request->stream) {
+        send(200, CompletionFormat::completion(*request, reply, systemNow()));
+        return m_socket->disconnectFromHost();
+    }
+    m_events = CompletionFormat::events(*request, reply, systemNow());
+    m_socket->write(statusLine(200)
+        + "Content-Type: text/event-stream\r\nTransfer-Encoding: chunked\r\n"
+          "Cache-Control: no-cache\r\nConnection: close\r\n\r\n");
+    sendNextEvent();
+    m_pace.start();
+}
+
+void DemoConnection::refuse(const RequestRefusal& refusal)
+{
+    send(refusal.status, CompletionFormat::error(refusal.reason));
+    // Closing while the client still sends would take the answer away from it.
+    QTimer::singleShot(std::chrono::seconds(5), m_socket, &QTcpSocket::disconnectFromHost);
+}
+
+void DemoConnection::send(int status, const QByteArray& json)
+{
+    m_socket->write(statusLine(status) + "Content-Type: application/json\r\nContent-Length: "
+        + QByteArray::number(json.size()) + "\r\nConnection: close\r\n\r\n" + json);
+}
+
+void DemoConnection::sendNextEvent()
+{
+    m_socket->write(httpChunk(m_events[m_nextEvent]));
+    ++m_nextEvent;
+    if (m_nextEvent < m_events.size())
+        return;
+    m_pace.stop();
+    m_socket->write(httpChunk({}));
+    m_socket->disconnectFromHost();
+}
+
+} // namespace pobblewig

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "PobblewigDemoModel/HTTPRequestReader.h"
+
+#include <QObject>
+#include <QTcpSocket>
+#include <QTimer>
+
+#include <chrono>
+#include <vector>
+
+namespace pobblewig {
+
+/// Answers the one request of a connection and closes it. Lives and dies with its socket, so a
+/// client that goes away in the middle of a reply ends that reply and nothing else.
+class DemoConnection : public QObject {
+public:
+    DemoConnection(QTcpSocket* socket, std::chrono::milliseconds delayBetweenWords);
+
+private:
+    void receive();
+    void answer(const ReceivedRequest& request);
+    void answerChat(const QByteArray& body);
+    void refuse(const RequestRefusal& refusal);
+    void send(int status, const QByteArray& json);
+    void sendNextEvent();
+
+    QTcpSocket* m_socket;
+    HTTPRequestReader m_reader;
+    bool m_isAnswered = false;
+    std::vector<QByteArray> m_events;
+    size_t m_nextEvent = 0;
+    QTimer m_pace;
+};
+
+} // namespace pobblewig

@@ -1,0 +1,166 @@
+#include "PobblewigDemoModel/DemoServer.h"
+
+#include "PobblewigDemoModel/HTTPRequestReader.h"
+
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTcpSocket>
+#include <QTest>
+
+namespace pobblewig {
+
+using namespace std::chrono_literals;
+
+class DemoServerTest : public QObject {
+    Q_OBJECT
+
+private:
+    static QByteArray post(const QByteArray& body)
+    {
+        return "POST /v1/chat/completions HTTP/1.1\r\nHost: x\r\nContent-Length: "
+            + QByteArray::number(body.size()) + "\r\n\r\n" + body;
+    }
+
+    static QByteArray chat(const QByteArray& options = {}, const QByteArray& text = "story")
+    {
+        return post(R"({"messages":[{"role":"assistant"},{"role":"user","content":")" + text
+            + R"("}])" + options + "}");
+    }
+
+    static void open(QTcpSocket& socket, quint16 port)
+    {
+        socket.connectToHost(QHostAddress::LocalHost, port);
+        QTRY_COMPARE(socket.state(), QAbstractSocket::ConnectedState);
+    }
+
+    /// Everything that the server answers until it has said that it will close.
+    static QByteArray answerTo(const QByteArray& request, quint16 port)
+    {
+        QTcpSocket socket;
+        open(socket, port);
+        socket.write(request);
+        QByteArray answer;
+        const auto isWhole = [&] {
+            answer += socket.readAll();
+            return answer.endsWith("}") || answer.endsWith("\r\n0\r\n\r\n");
+        };
+        [&] { QTRY_VERIFY(isWhole()); }();
+        return answer;
+    }
+
+private Q_SLOTS:
+    void aReplyArrivesWordByWord()
+    {
+        DemoServer server(1ms);
+        const auto port = server.listen(0);
+        QTcpSocket socket;
+        open(socket, *port);
+        QSignalSpy closed(&socket, &QTcpSocket::disconnected);
+        socket.write(chat(R"(,"stream":true,"stream_options":{"include_usage":true})", "help"));
+        QByteArray answer;
+        int pieces = 0;
+        connect(&socket, &QTcpSocket::readyRead, &socket, [&] {
+            answer += socket.readAll();
+            ++pieces;
+        });
+        QVERIFY(closed.wait());
+        QVERIFY(pieces > 20);
+        QVERIFY(answer.startsWith("HTTP/1.1 200 OK\r\n"));
+        QVERIFY(answer.contains("\"usage\":{\"completion_tokens\":"));
+        QVERIFY(answer.endsWith("data: [DONE]\n\n\r\n0\r\n\r\n"));
+    }
+
+    void aClientThatLeavesEndsOnlyItsOwnReply()
+    {
+        DemoServer server(1ms);
+        const auto port = server.listen(0);
+        for (const auto& sent : { chat(R"(,"stream":true)"), chat().chopped(5), QByteArray() }) {
+            QTcpSocket leaving;
+            open(leaving, *port);
+            leaving.write(sent);
+            if (sent.endsWith("true}"))
+                QTRY_VERIFY(leaving.bytesAvailable() > 300);
+            leaving.abort();
+        }
+        QVERIFY(answerTo(chat(), *port).startsWith("HTTP/1.1 200 OK\r\n"));
+    }
+
+    void eachRequestGetsItsStatus_data()
+    {
+        QTest::addColumn<QByteArray>("request");
+        QTest::addColumn<int>("status");
+        const auto row = [](const char* name, const QByteArray& request, int status) {
+            QTest::newRow(name) << request << status;
+        };
+        const auto sized = [](const QByteArray& size) {
+            return "POST /chat/completions HTTP/1.1\r\ncontent-LENGTH:" + size + "\r\n\r\n";
+        };
+        row("without stream", chat(), 200);
+        row("without /v1", chat().replace("/v1", ""), 200);
+        row("with a query", chat().replace("completions", "completions?a=b"), 200);
+        row("not JSON", post("nonsense"), 400);
+        row("deep nesting", post(QByteArray(100000, '[')), 400);
+        row("empty body", post(""), 400);
+        row("another path", chat().replace("/chat", "/shat"), 404);
+        row("another method", "GET /v1/chat/completions HTTP/1.1\r\n\r\n", 405);
+        row("not HTTP", "hello\r\n\r\n", 400);
+        row("no size", "POST / HTTP/1.1\r\nTransfer-Encoding: chunked\r\n\r\n", 411);
+        row("size with a sign", sized("-1"), 400);
+        row("size one over", sized(QByteArray::number(HTTPRequestReader::bodyLimit + 1)), 413);
+        row("size beyond 64 bits", sized("99999999999999999999"), 413);
+        row("endless head", QByteArray(HTTPRequestReader::headLimit + 1, 'a'), 431);
+    }
+    void eachRequestGetsItsStatus()
+    {
+        QFETCH(QByteArray, request);
+        QFETCH(int, status);
+        DemoServer server(0ms);
+        const auto port = server.listen(0);
+        const auto answer = answerTo(request, *port);
+        QCOMPARE(answer.left(12), "HTTP/1.1 " + QByteArray::number(status));
+        QCOMPARE(answer.contains("\"error\":{\"message\""), status != 200);
+    }
+
+    void aRequestMayArriveInAnyPieces()
+    {
+        HTTPRequestReader reader;
+        const auto request = post("body");
+        for (qsizetype index = 0; index + 1 < request.size(); ++index)
+            QVERIFY(!reader.feed(request.mid(index, 1)));
+        const auto outcome = reader.feed(request.last(1));
+        QVERIFY(outcome && *outcome);
+        QCOMPARE((*outcome)->body, QByteArray("body"));
+    }
+
+    void aTakenPortIsReported()
+    {
+        DemoServer first(0ms);
+        const auto port = first.listen(0);
+        DemoServer second(0ms);
+        QVERIFY(!second.listen(*port));
+    }
+
+    void theProgramNamesItsPortAndEndsCleanlyInTheMiddleOfAReply()
+    {
+        QProcess program;
+        program.start(
+            QCoreApplication::applicationDirPath() + QStringLiteral("/pobblewig-demo-model"),
+            { QStringLiteral("--delay-ms=20") });
+        QTRY_VERIFY(program.canReadLine());
+        const auto line = program.readLine().trimmed();
+        QVERIFY(line.startsWith("listening on 127.0.0.1:"));
+        QTcpSocket socket;
+        open(socket, line.split(':').last().toUShort());
+        socket.write(chat(R"(,"stream":true)"));
+        QTRY_VERIFY(socket.bytesAvailable() > 300);
+        program.terminate();
+        QTRY_COMPARE(program.state(), QProcess::NotRunning);
+        QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(program.exitCode(), 0);
+    }
+};
+
+} // namespace pobblewig
+
+QTEST_GUILESS_MAIN(pobblewig::DemoServerTest)
+#include "DemoServerTest.moc"
