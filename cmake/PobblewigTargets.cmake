@@ -77,6 +77,14 @@ function(pobblewig_add_test name)
     endif()
 endfunction()
 
+# A libFuzzer program of one file, with seeds in fuzz/corpus/<name>.
+function(pobblewig_add_fuzzer name)
+    cmake_parse_arguments(arg "" "" "LINKS" ${ARGN})
+    pobblewig_add_executable(${name} SOURCES ${name}.cpp LINKS ${arg_LINKS})
+    target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+    add_dependencies(fuzzers ${name})
+endfunction()
+
 function(pobblewig_prepare_test name seconds)
     set_tests_properties(${name} PROPERTIES
         TIMEOUT ${seconds}
