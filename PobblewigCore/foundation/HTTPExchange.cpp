@@ -2,10 +2,11 @@
 
 #include "foundation/TransportErrorLogic.h"
 
-#include <QBuffer>
+#include <QIODevice>
 #include <QNetworkRequest>
 #include <QPointer>
 
+#include <algorithm>
 #include <utility>
 
 namespace pobblewig {
@@ -16,15 +17,28 @@ constexpr qint64 readBufferSize = 256 * 1024;
 
 /// A body that can be read once: when a connection closes before the answer, the manager would
 /// rewind it and send the request a second time.
-class SentOnceBody : public QBuffer {
+class SentOnceBody : public QIODevice {
 public:
     explicit SentOnceBody(const QByteArray& bytes)
+        : m_bytes(bytes)
     {
-        setData(bytes);
-        open(QIODevice::ReadOnly);
+        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     }
-    bool seek(qint64) override { return false; }
+    qint64 size() const override { return m_bytes.size(); }
     bool reset() override { return false; }
+
+protected:
+    qint64 readData(char* data, qint64 maximumSize) override
+    {
+        const auto piece = QByteArrayView(m_bytes).sliced(pos()).first(
+            std::min(maximumSize, m_bytes.size() - pos()));
+        std::ranges::copy(piece, data);
+        return piece.size();
+    }
+    qint64 writeData(const char*, qint64) override { return -1; }
+
+private:
+    QByteArray m_bytes;
 };
 
 // A line break would begin a header of its own.

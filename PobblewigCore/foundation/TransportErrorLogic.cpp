@@ -26,9 +26,8 @@ bool tellsAStatus(QNetworkReply::NetworkError error)
 TransportError timedOut(const HTTPRequest& request)
 {
     const auto seconds = std::chrono::ceil<std::chrono::seconds>(request.timeout).count();
-    return error(Kind::timedOut,
-        QStringLiteral("%1 sent nothing for %2 seconds. Try again later.").arg(u"%1").arg(seconds),
-        request.url);
+    const auto text = QStringLiteral("%1 sent nothing for %2 seconds. Try again later.");
+    return { Kind::timedOut, text.arg(serverName(request.url), QString::number(seconds)) };
 }
 
 TransportError noAnswer(QNetworkReply::NetworkError cause, const QUrl& url)
@@ -56,10 +55,12 @@ TransportError noAnswer(QNetworkReply::NetworkError cause, const QUrl& url)
         return error(Kind::unreachable,
             QStringLiteral("The proxy on the way to %1 does not answer. Check the proxy settings."),
             url);
+    // What is not HTTP also arrives here: the manager then closes and wants to begin again.
     case QNetworkReply::RemoteHostClosedError:
     case QNetworkReply::ContentReSendError:
         return error(Kind::unreachable,
-            QStringLiteral("%1 closed the connection without an answer. Try again."), url);
+            QStringLiteral("%1 gave no proper answer. Check its address, or try again later."),
+            url);
     case QNetworkReply::NoError:
     case QNetworkReply::ProtocolFailure:
         return error(Kind::notHTTP,
