@@ -39,30 +39,30 @@ QString describePicture(const Question&)
                           "model has no eyes. With a vision model I could tell you what I see.");
 }
 
+constexpr std::array storyPlaces { u"a lighthouse without a lamp", u"a library under a hill",
+    u"the quiet end of a railway platform", u"a kitchen that smelled of cinnamon",
+    u"a harbour full of paper boats", u"the roof of a very old school",
+    u"a market where nobody was in a hurry", u"a garden that only opened at night",
+    u"a workshop for broken clocks", u"an island the size of a table",
+    u"a bridge with a bench in its middle", u"a small window with a light in it" };
+constexpr std::array storyHappenings { u"it sat down, counted to ten and felt the wind turn",
+    u"it borrowed a pencil and forgot to return it",
+    u"it made friends with a cat who pretended not to care",
+    u"it learned a song with only one note, and sang it well",
+    u"it wrote three things down and crossed out two", u"it slept through the whole afternoon",
+    u"it asked for the way and was given an apple instead",
+    u"it found the answer to a question that nobody had asked" };
+
 QString tellStory(const Question&)
 {
-    static constexpr std::array places { u"a lighthouse without a lamp", u"a library under a hill",
-        u"the quiet end of a railway platform", u"a kitchen that smelled of cinnamon",
-        u"a harbour full of paper boats", u"the roof of a very old school",
-        u"a market where nobody was in a hurry", u"a garden that only opened at night",
-        u"a workshop for broken clocks", u"an island the size of a table",
-        u"a bridge with a bench in its middle", u"a small window with a light in it" };
-    static constexpr std::array happenings { u"it sat down, counted to ten and felt the wind turn",
-        u"it borrowed a pencil and forgot "
-        u"to give it back",
-        u"it made friends with a cat who pretended not to care",
-        u"it learned a song with only one note, and sang it well",
-        u"it wrote three things down and crossed out two", u"it slept through the whole afternoon",
-        u"it asked for the way and was given an apple instead",
-        u"it found the answer to a question that nobody had asked" };
     auto story = QStringLiteral("Settle in, this is a long one. Once there was a small creature "
                                 "that lived at the edge of a screen and wanted to see the rest.");
-    for (size_t day = 0; day < 2 * places.size(); ++day) {
+    for (size_t day = 0; day < 2 * storyPlaces.size(); ++day) {
         story += QStringLiteral("\n\nOn day %1 it came to %2. There %3, and in the evening it said "
                                 "to itself: tomorrow I go on.")
                      .arg(day + 1)
-                     .arg(QStringView(places[day % places.size()]))
-                     .arg(QStringView(happenings[day % happenings.size()]));
+                     .arg(QStringView(storyPlaces[day % storyPlaces.size()]))
+                     .arg(QStringView(storyHappenings[day % storyHappenings.size()]));
     }
     return story + QStringLiteral("\n\nThen it came home, and everything was where it had been.");
 }
