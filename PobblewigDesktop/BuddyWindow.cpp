@@ -54,10 +54,9 @@ BuddyWindow::BuddyWindow(BuddyWindowSystem& system, QSettings& settings)
 
 void BuddyWindow::setSizeScale(double sizeScale)
 {
-    const auto feet = place();
     m_view->setSizeScale(sizeScale);
     setFixedSize(m_view->size());
-    standAt(feet);
+    restorePlace();
 }
 
 bool BuddyWindow::event(QEvent* event)
@@ -122,16 +121,6 @@ void BuddyWindow::contextMenuEvent(QContextMenuEvent* event)
     menu->popup(event->globalPos());
 }
 
-QPoint BuddyWindow::place() const
-{
-    return pos() + QPoint(width() / 2, height());
-}
-
-void BuddyWindow::standAt(QPoint place)
-{
-    move(BuddyPlacement::windowAt(place, size()).topLeft());
-}
-
 void BuddyWindow::restorePlace()
 {
     const auto screens = screenRects();
@@ -140,13 +129,15 @@ void BuddyWindow::restorePlace()
     const auto saved = m_settings.value(placeKey());
     const auto wanted = saved.canConvert<QPoint>()
         ? saved.toPoint()
-        : BuddyPlacement::initialPlace(QGuiApplication::primaryScreen()->availableGeometry());
-    standAt(BuddyPlacement::visiblePlace(wanted, size(), screens));
+        : BuddyPlacement::initialPlace(
+              size(), QGuiApplication::primaryScreen()->availableGeometry());
+    const auto place = BuddyPlacement::visiblePlace(wanted, size(), screens);
+    move(BuddyPlacement::windowAt(place, size()).topLeft());
 }
 
 void BuddyWindow::savePlace()
 {
-    m_settings.setValue(placeKey(), place());
+    m_settings.setValue(placeKey(), pos() + QPoint(width() / 2, height()));
 }
 
 void BuddyWindow::watchScreens()

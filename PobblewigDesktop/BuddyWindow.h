@@ -25,7 +25,7 @@ public:
 
     void setSprite(const MascotSprite& sprite) { m_view->setSprite(sprite); }
 
-    /// The feet stay where they are.
+    /// The feet stay where the user has put them.
     void setSizeScale(double sizeScale);
 
 Q_SIGNALS:
@@ -47,8 +47,6 @@ private:
         bool isDragging = false;
     };
 
-    QPoint place() const;
-    void standAt(QPoint place);
     void restorePlace();
     void savePlace();
     void watchScreens();

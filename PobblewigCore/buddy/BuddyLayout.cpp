@@ -19,21 +19,27 @@ QSize BuddyCanvas::size() const
 
 BuddyLayout::BuddyLayout(const BuddyPose& pose, const BuddyCanvas& canvas)
 {
+    constexpr auto columns = BuddyBitmap::columns;
+    constexpr auto rows = BuddyBitmap::rows;
     const auto point = canvas.cell / BuddyCanvas::pointsPerCell;
-    const auto middle = canvas.size().width() / 2;
-    for (int col = 0; col <= BuddyBitmap::columns; ++col) {
-        const auto fromMiddle = (col - BuddyBitmap::columns / 2) * canvas.cell;
-        m_bodyColumns[size_t(col)] = middle + qRound(fromMiddle * pose.sx + pose.xOff * point);
-        m_legColumns[size_t(col)] = middle + qRound(fromMiddle + pose.xOff * point);
-    }
-
     const auto ground = canvas.size().height();
-    m_rows.back() = ground - qRound(std::trunc(pose.yOff) * point);
-    for (int row = 0; row < BuddyBitmap::rows; ++row) {
-        const auto height = (BuddyBitmap::rows - row) * canvas.cell * pose.sy;
-        m_rows[size_t(row)] = ground - qRound(height + pose.yOff * point);
-        m_leans[size_t(row)] = -qRound((height - canvas.cell) * pose.tilt);
+    const auto middle = canvas.size().width() / 2 + qRound(pose.xOff * point);
+    // Whole pixels for the body at large, so that all its cells change in the same frame.
+    const auto bodyWidth = 2 * qRound(columns / 2 * canvas.cell * pose.sx);
+    const auto height = qRound(rows * canvas.cell * pose.sy);
+    const auto lift = qRound(pose.yOff * point);
+    const auto headLean = qRound(-height * pose.tilt);
+
+    for (int col = 0; col <= columns; ++col) {
+        const auto fromMiddle = double(col) / columns - 0.5;
+        m_bodyColumns[size_t(col)] = middle + qRound(fromMiddle * bodyWidth);
+        m_legColumns[size_t(col)] = middle + (col - columns / 2) * canvas.cell;
     }
+    for (int row = 0; row < rows; ++row) {
+        m_rows[size_t(row)] = ground - lift - qRound(double(rows - row) / rows * height);
+        m_leans[size_t(row)] = qRound(double(rows - 1 - row) / (rows - 1) * headLean);
+    }
+    m_rows.back() = ground - qRound(std::trunc(pose.yOff) * point);
 }
 
 QRect BuddyLayout::rect(const BuddyRun& run) const

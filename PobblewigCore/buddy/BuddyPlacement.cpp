@@ -39,9 +39,10 @@ QString BuddyPlacement::layoutName(std::vector<QRect> screens)
     return names.join(QStringLiteral(", "));
 }
 
-QPoint BuddyPlacement::initialPlace(const QRect& available)
+QPoint BuddyPlacement::initialPlace(QSize size, const QRect& available)
 {
-    return { available.right() - 120, available.bottom() - 24 };
+    constexpr int margin = 24;
+    return { available.right() - margin - size.width() / 2, available.bottom() - margin };
 }
 
 QRect BuddyPlacement::windowAt(QPoint place, QSize size)

@@ -14,7 +14,7 @@ namespace pobblewig::BuddyPlacement {
 QString layoutName(std::vector<QRect> screens);
 
 /// For the first time: near the lower right corner of what the desktop leaves free.
-QPoint initialPlace(const QRect& available);
+QPoint initialPlace(QSize size, const QRect& available);
 
 QRect windowAt(QPoint place, QSize size);
 
