@@ -1,0 +1,261 @@
+#include "PobblewigDesktop/ChatPanel.h"
+
+#include "PobblewigDesktop/Banner.h"
+#include "PobblewigDesktop/ChatHeader.h"
+#include "PobblewigDesktop/ConversationFeed.h"
+#include "PobblewigDesktop/ConversationFind.h"
+#include "PobblewigDesktop/ConversationModel.h"
+#include "PobblewigDesktop/ConversationView.h"
+#include "PobblewigDesktop/FindBar.h"
+#include "PobblewigDesktop/MessageInput.h"
+#include "PobblewigDesktop/PanelPlacement.h"
+#include "PobblewigDesktop/PanelStyle.h"
+#include "foundation/FileOperations.h"
+
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QShortcut>
+#include <QToolButton>
+
+namespace pobblewig {
+
+namespace {
+
+constexpr QSize panelSize(400, 600);
+constexpr QSize leastSize(300, 320);
+constexpr int margin = 12;
+constexpr int gap = 8;
+
+QToolButton* inputButton(const QString& name, QWidget* parent)
+{
+    auto* const button = new QToolButton(parent);
+    button->setAccessibleName(name);
+    button->setToolTip(name);
+    button->setIconSize({ 20, 20 });
+    button->setFixedSize(36, 36);
+    return button;
+}
+
+} // namespace
+
+ChatPanel::ChatPanel(ChatService& chat, ReadingPlace place, Clock clock, QWidget* parent)
+    : QWidget(parent, Qt::Window)
+    , m_chat(chat)
+    , m_place(std::move(place))
+    , m_model(new ConversationModel(this))
+    , m_feed(new ConversationFeed(chat, *m_model, m_place, std::move(clock), this))
+    , m_header(new ChatHeader(this))
+    , m_findBar(new FindBar(this))
+    , m_view(new ConversationView(*m_model, this))
+    , m_find(new ConversationFind(*m_findBar, *m_model, *m_view, this))
+    , m_notice(new Banner(Banner::Kind::notice, QStringLiteral("Notice"), {}, this))
+    , m_error(
+          new Banner(Banner::Kind::error, QStringLiteral("Error"), QStringLiteral("Retry"), this))
+    , m_capture(new QLabel(this))
+    , m_input(new MessageInput(this))
+    , m_screen(inputButton(QStringLiteral("Look at my screen"), this))
+    , m_send(inputButton(QStringLiteral("Send"), this))
+    , m_stop(inputButton(QStringLiteral("Stop"), this))
+{
+    setWindowTitle(QStringLiteral("Pobblewig Chat"));
+    setMinimumSize(leastSize);
+    resize(panelSize);
+    arrange();
+    connectChat();
+    connectControls();
+    setTheme(Theme::palette(Theme::desktopScheme(palette()), {}));
+    showTurn();
+    showError();
+    showCapture();
+}
+
+void ChatPanel::setTheme(const Palette& palette)
+{
+    PanelStyle::apply(*this, palette);
+    m_header->setTheme(palette);
+    m_findBar->setTheme(palette);
+    m_view->setTheme(palette);
+    m_notice->setTheme(palette);
+    m_error->setTheme(palette);
+    m_screen->setIcon(Icons::icon(Icons::Name::screen, palette.text, palette.muted));
+    m_send->setIcon(Icons::icon(Icons::Name::send, palette.onAccent, palette.muted));
+    m_stop->setIcon(Icons::icon(Icons::Name::stop, palette.onAccent, palette.muted));
+}
+
+void ChatPanel::setFace(const QIcon& face)
+{
+    m_header->setFace(face);
+}
+
+void ChatPanel::setStateText(const QString& text)
+{
+    m_stateText = text;
+    showTurn();
+}
+
+void ChatPanel::setModelLabel(const QString& text)
+{
+    m_header->setModelLabel(text);
+}
+
+void ChatPanel::setNotice(const QString& text)
+{
+    m_notice->setText(text);
+}
+
+void ChatPanel::showBeside(const QRect& buddy, const QRect& screen)
+{
+    const auto decoration = frameGeometry().size() - size();
+    const auto place = PanelPlacement::beside(buddy, size() + decoration, screen);
+    resize(place.size() - decoration);
+    move(place.topLeft());
+    show();
+    raise();
+    activateWindow();
+}
+
+void ChatPanel::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    m_feed->refresh();
+    m_view->followLatest();
+    m_input->setFocus(Qt::ActiveWindowFocusReason);
+}
+
+void ChatPanel::arrange()
+{
+    PanelStyle::setRole(*m_capture, QStringLiteral("caption"));
+    PanelStyle::setRole(*m_send, QStringLiteral("primary"));
+    PanelStyle::setRole(*m_stop, QStringLiteral("primary"));
+    m_capture->setAccessibleName(QStringLiteral("Captured"));
+    m_capture->setTextFormat(Qt::PlainText);
+    m_capture->setWordWrap(true);
+
+    auto* const writing = new QHBoxLayout;
+    writing->setSpacing(gap);
+    writing->addWidget(m_input, 1);
+    for (auto* const button : { m_screen, m_send, m_stop })
+        writing->addWidget(button, 0, Qt::AlignBottom);
+
+    auto* const below = new QVBoxLayout;
+    below->setContentsMargins(margin, gap, margin, margin);
+    below->setSpacing(gap);
+    for (QWidget* const widget : std::initializer_list<QWidget*> { m_notice, m_error, m_capture })
+        below->addWidget(widget);
+    below->addLayout(writing);
+
+    auto* const find = new QHBoxLayout;
+    find->setContentsMargins(margin, gap, margin, 0);
+    find->addWidget(m_findBar);
+
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_header);
+    column->addLayout(find);
+    column->addWidget(m_view, 1);
+    column->addLayout(below);
+}
+
+void ChatPanel::connectChat()
+{
+    connect(&m_chat, &ChatService::isStreamingChanged, this, &ChatPanel::showTurn);
+    connect(&m_chat, &ChatService::activityChanged, this, &ChatPanel::showTurn);
+    connect(&m_chat, &ChatService::activityChanged, this, &ChatPanel::showError);
+    connect(&m_chat, &ChatService::lastErrorChanged, this, &ChatPanel::showError);
+    connect(&m_chat, &ChatService::captureIndicatorChanged, this, &ChatPanel::showCapture);
+    connect(m_feed, &ConversationFeed::textsChanged, m_find, &ConversationFind::refresh);
+}
+
+void ChatPanel::connectControls()
+{
+    connect(m_header, &ChatHeader::newSessionRequested, this, &ChatPanel::newSessionRequested);
+    connect(m_header, &ChatHeader::findRequested, m_findBar, &FindBar::open);
+    connect(m_header, &ChatHeader::saveRequested, this, &ChatPanel::save);
+    connect(m_view, &ConversationView::findRequested, m_findBar, &FindBar::open);
+    connect(m_findBar, &FindBar::closeRequested, m_find, &ConversationFind::close);
+    connect(m_error, &Banner::actionTriggered, &m_chat, &ChatService::retryLast);
+    connect(m_input, &MessageInput::submitted, this, &ChatPanel::send);
+    connect(m_input, &MessageInput::textChanged, this, &ChatPanel::showTurn);
+    connect(m_screen, &QToolButton::clicked, this, &ChatPanel::sendWithScreen);
+    connect(m_send, &QToolButton::clicked, this, &ChatPanel::send);
+    connect(m_stop, &QToolButton::clicked, &m_chat, &ChatService::cancelStreaming);
+    auto* const escapeKey = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+    connect(escapeKey, &QShortcut::activated, this, &ChatPanel::escape);
+}
+
+void ChatPanel::showTurn()
+{
+    const auto isStreaming = m_chat.isStreaming();
+    m_send->setVisible(!isStreaming);
+    m_stop->setVisible(isStreaming);
+    m_send->setEnabled(!m_input->isBlank());
+    m_screen->setEnabled(!isStreaming);
+    m_header->setState(isStreaming ? QStringLiteral("thinking…") : m_stateText);
+}
+
+void ChatPanel::showError()
+{
+    m_error->setText(m_chat.lastError().value_or(QString()));
+    m_error->setActionEnabled(m_chat.canRetry());
+    if (const auto unsent = m_chat.unsentText(); unsent && m_input->isBlank())
+        m_input->setPlainText(*unsent);
+}
+
+void ChatPanel::showCapture()
+{
+    const auto& indicator = m_chat.captureIndicator();
+    PanelStyle::setText(
+        *m_capture, indicator ? QStringLiteral("Captured: %1").arg(*indicator) : QString());
+    m_capture->setVisible(indicator.has_value());
+}
+
+void ChatPanel::send()
+{
+    if (m_input->isBlank() || !m_chat.submit(m_input->toPlainText()))
+        return;
+    m_input->clear();
+    m_view->followLatest();
+}
+
+void ChatPanel::sendWithScreen()
+{
+    const auto text =
+        m_input->isBlank() ? QStringLiteral("Look at my screen.") : m_input->toPlainText();
+    if (!m_chat.submit(text, ChatService::Screenshot::with))
+        return;
+    m_input->clear();
+    m_view->followLatest();
+}
+
+void ChatPanel::escape()
+{
+    if (m_findBar->isVisible())
+        m_find->close();
+    else
+        hide();
+}
+
+void ChatPanel::save()
+{
+    auto* const dialog = new QFileDialog(this, QStringLiteral("Save the conversation"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix(QStringLiteral("txt"));
+    dialog->setNameFilter(QStringLiteral("Text (*.txt)"));
+    dialog->selectFile(QStringLiteral("Pobblewig conversation.txt"));
+    connect(dialog, &QFileDialog::fileSelected, this, &ChatPanel::saveTo);
+    dialog->open();
+}
+
+void ChatPanel::saveTo(const QString& path)
+{
+    const auto text = ConversationLogic::transcript(m_chat.messages(), m_place);
+    const auto saved = writeDurably(path, text.toUtf8(), FileOperations());
+    if (!saved)
+        setNotice(QStringLiteral("The conversation could not be saved: %1")
+                      .arg(saved.error().description()));
+}
+
+} // namespace pobblewig

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "PobblewigDesktop/ConversationLogic.h"
+#include "PobblewigDesktop/Theme.h"
+
+#include <QIcon>
+#include <QWidget>
+
+class QLabel;
+class QToolButton;
+
+namespace pobblewig {
+
+class Banner;
+class ChatHeader;
+class ChatService;
+class ConversationFeed;
+class ConversationFind;
+class ConversationModel;
+class ConversationView;
+class FindBar;
+class MessageInput;
+
+/// The window in which one talks with the buddy. It shows what the chat publishes and hands on what
+/// the user does; it decides nothing.
+class ChatPanel : public QWidget {
+    Q_OBJECT
+
+public:
+    ChatPanel(ChatService& chat, ReadingPlace place, Clock clock, QWidget* parent = nullptr);
+
+    void setTheme(const Palette& palette);
+    void setFace(const QIcon& face);
+
+    /// In words, such as "focus until 15:30". Shown while no reply is under way.
+    void setStateText(const QString& text);
+    void setModelLabel(const QString& text);
+
+    /// A one-off message about the program; an empty one takes it back.
+    void setNotice(const QString& text);
+
+    /// Shows the panel next to the buddy, both in the coordinates of the desktop.
+    void showBeside(const QRect& buddy, const QRect& screen);
+
+Q_SIGNALS:
+    void newSessionRequested();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void arrange();
+    void connectChat();
+    void connectControls();
+    void showTurn();
+    void showError();
+    void showCapture();
+    void send();
+    void sendWithScreen();
+    void escape();
+    void save();
+    void saveTo(const QString& path);
+
+    ChatService& m_chat;
+    ReadingPlace m_place;
+    QString m_stateText;
+    ConversationModel* m_model;
+    ConversationFeed* m_feed;
+    ChatHeader* m_header;
+    FindBar* m_findBar;
+    ConversationView* m_view;
+    ConversationFind* m_find;
+    Banner* m_notice;
+    Banner* m_error;
+    QLabel* m_capture;
+    MessageInput* m_input;
+    QToolButton* m_screen;
+    QToolButton* m_send;
+    QToolButton* m_stop;
+};
+
+} // namespace pobblewig

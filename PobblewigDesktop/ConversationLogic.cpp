@@ -1,0 +1,111 @@
+#include "PobblewigDesktop/ConversationLogic.h"
+
+#include <QDateTime>
+
+namespace pobblewig {
+
+namespace {
+
+QDateTime local(TimePoint instant, const QTimeZone& zone)
+{
+    return QDateTime::fromMSecsSinceEpoch(instant.time_since_epoch().count(), zone);
+}
+
+bool isAsked(const ChatMessage* previous)
+{
+    return previous == nullptr || previous->role == ChatMessage::Role::user;
+}
+
+ConversationRow::Kind kindOf(const ChatMessage& message, const ChatMessage* previous)
+{
+    using enum ConversationRow::Kind;
+    if (message.role == ChatMessage::Role::user)
+        return user;
+    if (message.relatedInterventionID)
+        return proactive;
+    return message.role == ChatMessage::Role::assistant && isAsked(previous) ? assistant : note;
+}
+
+QString speaker(ConversationRow::Kind kind)
+{
+    return kind == ConversationRow::Kind::user ? QStringLiteral("You")
+                                               : QStringLiteral("Pobblewig");
+}
+
+} // namespace
+
+QString ConversationLogic::dayTitle(const QDate& day, const QDate& today, const QLocale& locale)
+{
+    const auto age = day.daysTo(today);
+    if (age == 0)
+        return QStringLiteral("Today");
+    if (age == 1)
+        return QStringLiteral("Yesterday");
+    if (age > 1 && age < 7)
+        return locale.standaloneDayName(day.dayOfWeek());
+    return locale.toString(day, QLocale::LongFormat);
+}
+
+std::vector<ConversationRow> ConversationLogic::rows(
+    const std::vector<ChatMessage>& messages, TimePoint now, const ReadingPlace& place)
+{
+    const auto today = local(now, place.zone).date();
+    std::vector<ConversationRow> rows;
+    const ChatMessage* previous = nullptr;
+    QDate shownDay;
+    for (const auto& message : messages) {
+        const auto moment = local(message.timestamp, place.zone);
+        if (moment.date() != shownDay) {
+            shownDay = moment.date();
+            rows.push_back({ .kind = ConversationRow::Kind::day,
+                .text = dayTitle(shownDay, today, place.locale) });
+        }
+        rows.push_back({ .kind = kindOf(message, previous),
+            .id = message.id,
+            .text = message.text,
+            .timestamp = message.timestamp,
+            .time = place.locale.toString(moment.time(), QLocale::ShortFormat),
+            .hadImage = message.hadImage });
+        previous = &message;
+    }
+    return rows;
+}
+
+QString ConversationLogic::spoken(const ConversationRow& row)
+{
+    switch (row.kind) {
+    case ConversationRow::Kind::day:
+        return row.text;
+    case ConversationRow::Kind::note:
+        return QStringLiteral("Note, %1: %2").arg(row.time, row.text);
+    case ConversationRow::Kind::preview:
+        return QStringLiteral("Pobblewig is writing: %1").arg(row.text);
+    case ConversationRow::Kind::partial:
+        return QStringLiteral("Pobblewig, unfinished: %1").arg(row.text);
+    default:
+        break;
+    }
+    const auto picture =
+        row.hadImage ? QStringLiteral(", with a picture of the screen") : QString();
+    return QStringLiteral("%1, %2%3: %4").arg(speaker(row.kind), row.time, picture, row.text);
+}
+
+QString ConversationLogic::transcript(
+    const std::vector<ChatMessage>& messages, const ReadingPlace& place)
+{
+    QString text;
+    QDate shownDay;
+    for (const auto& message : messages) {
+        const auto moment = local(message.timestamp, place.zone);
+        if (moment.date() != shownDay) {
+            shownDay = moment.date();
+            text += place.locale.toString(shownDay, QLocale::LongFormat) + QStringLiteral("\n\n");
+        }
+        text += QStringLiteral("%1, %2\n%3\n\n")
+                    .arg(speaker(kindOf(message, nullptr)),
+                        place.locale.toString(moment.time(), QLocale::ShortFormat), message.text);
+    }
+    return text;
+}
+
+} // namespace pobblewig

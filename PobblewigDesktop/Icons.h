@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QColor>
+#include <QIcon>
+#include <QPixmap>
+
+/// Our line icons, tinted with whatever colour the text around them has.
+namespace pobblewig::Icons {
+
+/// Each is drawn in "icons/<name>.svg".
+enum class Name {
+    send,
+    stop,
+    retry,
+    screen,
+    newSession,
+    find,
+    copy,
+    save,
+    close,
+    chevronUp,
+    chevronDown,
+    menu,
+    clock,
+};
+
+/// A square of `side` device-independent pixels, sharp at the given ratio.
+QPixmap pixmap(Name name, const QColor& color, int side, qreal devicePixelRatio);
+
+/// For controls: disabled ones show it in the second colour.
+QIcon icon(Name name, const QColor& color, const QColor& disabledColor);
+
+} // namespace pobblewig::Icons

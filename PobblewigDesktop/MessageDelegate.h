@@ -1,0 +1,51 @@
+#pragma once
+
+#include "PobblewigDesktop/ConversationMarks.h"
+#include "PobblewigDesktop/ConversationRow.h"
+#include "PobblewigDesktop/Icons.h"
+#include "PobblewigDesktop/Theme.h"
+
+#include <QAbstractItemDelegate>
+
+namespace pobblewig {
+
+class ConversationModel;
+class MessageLayouts;
+
+/// Draws the rows of the conversation. What a row costs does not depend on the length of its text.
+class MessageDelegate : public QAbstractItemDelegate {
+    Q_OBJECT
+
+public:
+    /// Where the parts of a row stand. The line below the text says when it was written.
+    struct Boxes {
+        QRectF text;
+        QRectF bubble;
+        QRectF footer;
+        int height = 0;
+    };
+
+    MessageDelegate(const ConversationModel& model, MessageLayouts& layouts,
+        const ConversationMarks& marks, QObject* parent = nullptr);
+
+    const Palette& palette() const { return m_palette; }
+    Boxes boxes(const ConversationRow& row, const QPointF& topLeft) const;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+        const QModelIndex& index) const override;
+
+    void setPalette(const Palette& palette) { m_palette = palette; }
+
+private:
+    void paintDay(QPainter& painter, const ConversationRow& row, const QRectF& box) const;
+    void paintMessage(QPainter& painter, const ConversationRow& row, const Boxes& boxes) const;
+    void paintFooter(QPainter& painter, const ConversationRow& row, const QRectF& box) const;
+    void paintCaret(QPainter& painter, const ConversationRow& row, const QPointF& origin) const;
+
+    const ConversationModel& m_model;
+    MessageLayouts& m_layouts;
+    const ConversationMarks& m_marks;
+    Palette m_palette;
+};
+
+} // namespace pobblewig

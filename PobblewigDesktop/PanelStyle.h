@@ -1,0 +1,20 @@
+#pragma once
+
+#include "PobblewigDesktop/Theme.h"
+
+class QLabel;
+class QWidget;
+
+/// How the controls of our windows look.
+namespace pobblewig::PanelStyle {
+
+/// Colours and shapes of a window and everything in it.
+void apply(QWidget& window, const Palette& palette);
+
+/// Of the roles that the style sheet knows: "title", "caption", "primary", "danger".
+void setRole(QWidget& widget, const QString& role);
+
+/// A label that assistive technology reads by name and text.
+void setText(QLabel& label, const QString& text);
+
+} // namespace pobblewig::PanelStyle

@@ -1,0 +1,145 @@
+// Draws the chat panel in each of its states into the folder that is named as the argument.
+
+#include "PobblewigDesktop/BuddyFace.h"
+#include "PobblewigDesktop/ChatPanel.h"
+#include "desktop/ScriptedChat.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLineEdit>
+#include <QListView>
+#include <QPlainTextEdit>
+#include <QScrollBar>
+#include <QTest>
+
+namespace pobblewig {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+void fill(ScriptedChat& talk)
+{
+    const auto now = ScriptedChat::now;
+    talk.exchange(QStringLiteral("I keep putting off the statistics problem set."),
+        QStringLiteral("Then let us make it small. Which exercise looks least unpleasant?\n\nPick "
+                       "that one, set a timer for fifteen minutes, and stop when it rings."),
+        now - 26h);
+    talk.history.append({ .id = QUuid::createUuid(),
+        .role = ChatMessage::Role::assistant,
+        .text = QStringLiteral("The lab report is due tomorrow at 12:00. Shall we look at it now?"),
+        .timestamp = now - 50min,
+        .relatedInterventionID = QUuid::createUuid() });
+    talk.exchange(QStringLiteral("Remind me at six 🙂👩‍👩‍👧‍👦"),
+        QStringLiteral("Done. I will nudge you at six."), now - 40min);
+    talk.add(ChatMessage::Role::assistant, QStringLiteral("Added reminder 'Lab report' due 18:00"),
+        now - 39min);
+    talk.exchange(QStringLiteral("مرحبا، كيف حالك اليوم؟"),
+        QStringLiteral("أنا بخير، شكرا! هل نبدأ بمراجعة الفصل الثالث من كتاب Statistics معا؟"),
+        now - 10min);
+    talk.exchange(QStringLiteral("Donaudampfschifffahrtselektrizitätenhauptbetriebswerkbauunterbeamt"
+                                 "engesellschaft https://example.org/a/very/long/path/that/never/"
+                                 "ends?with=parameters&and=more"),
+        QStringLiteral("That is quite a word."), now - 2min);
+}
+
+struct Scene {
+    ScriptedChat talk;
+    std::unique_ptr<ChatPanel> panel;
+
+    void open(ColorScheme scheme, const QString& accent)
+    {
+        panel = std::make_unique<ChatPanel>(talk.chat,
+            ReadingPlace { QTimeZone::utc(), QLocale(QStringLiteral("en_GB")) },
+            [] { return ScriptedChat::now; });
+        panel->setTheme(Theme::palette(scheme, accent));
+        panel->setModelLabel(QStringLiteral("demo model"));
+        panel->setStateText(QStringLiteral("focus until 15:30"));
+        panel->setFace(BuddyFace::icon(MascotSprite()));
+        panel->show();
+    }
+
+    void ask(const QString& text)
+    {
+        talk.chat.submit(text);
+        if (!QTest::qWaitFor([this] { return talk.model.isAsked(); }))
+            qFatal("The model was never asked.");
+    }
+
+    void press(const QString& name) const
+    {
+        for (auto* const button : panel->findChildren<QAbstractButton*>()) {
+            if (button->accessibleName() == name)
+                button->click();
+        }
+    }
+};
+
+using State = std::pair<const char*, std::function<void(Scene&)>>;
+
+const State states[] = {
+    { "empty", [](Scene&) {} },
+    { "conversation", [](Scene& scene) { fill(scene.talk); } },
+    { "streaming",
+        [](Scene& scene) {
+            fill(scene.talk);
+            scene.ask(QStringLiteral("Explain the central limit theorem."));
+            scene.talk.model.say(QStringLiteral(
+                "Take many samples, average each one, and the averages gather around the true mean "
+                "in a bell shape, whatever the"));
+        } },
+    { "error",
+        [](Scene& scene) {
+            fill(scene.talk);
+            scene.ask(QStringLiteral("Are you there?"));
+            scene.talk.model.finish(TransportError { TransportError::Kind::unreachable,
+                QStringLiteral("The server does not answer. Check the network, then retry.") });
+        } },
+    { "find",
+        [](Scene& scene) {
+            fill(scene.talk);
+            QTest::keyClick(scene.panel.get(), Qt::Key_F, Qt::ControlModifier);
+            scene.panel->findChild<QLineEdit*>()->setText(QStringLiteral("re"));
+        } },
+    { "scrolled",
+        [](Scene& scene) {
+            for (auto count = 0; count < 5; ++count)
+                fill(scene.talk);
+            QTest::qWait(100);
+            scene.panel->findChild<QListView*>()->verticalScrollBar()->setValue(300);
+            scene.panel->findChild<QPlainTextEdit*>()->setPlainText(
+                QStringLiteral("One\nTwo\nThree\nFour\nFive\nSix\nSeven"));
+            scene.panel->setNotice(QStringLiteral("Pobblewig cannot save to its folder: the disk "
+                                                  "is full. What you say now will be lost."));
+        } },
+};
+
+void draw(const State& state, ColorScheme scheme, const QString& accent, const QDir& folder)
+{
+    Scene scene;
+    scene.open(scheme, accent);
+    state.second(scene);
+    QTest::qWait(400);
+    const auto name = QStringLiteral("%1-%2-%3x.png")
+                          .arg(QLatin1String(state.first),
+                              scheme == ColorScheme::dark ? QStringLiteral("dark")
+                                                          : QStringLiteral("light"))
+                          .arg(scene.panel->devicePixelRatioF());
+    scene.panel->grab().save(folder.filePath(name));
+}
+
+} // namespace
+
+} // namespace pobblewig
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setStyle(QStringLiteral("fusion"));
+    const QDir folder(application.arguments().value(1, QStringLiteral(".")));
+    for (const auto& state : pobblewig::states) {
+        for (const auto scheme : { pobblewig::ColorScheme::light, pobblewig::ColorScheme::dark })
+            pobblewig::draw(state, scheme, QStringLiteral("coral"), folder);
+    }
+    return 0;
+}
