@@ -6,6 +6,7 @@
 #include <QtMath>
 
 #include <algorithm>
+#include <utility>
 
 namespace pobblewig {
 
@@ -62,6 +63,8 @@ void BuddyView::paintEvent(QPaintEvent*)
         const QColor color(run.rgb.red, run.rgb.green, run.rgb.blue);
         painter.fillRect(m_layout.rect(run), color);
     }
+    if (!std::exchange(m_hasAppeared, true))
+        QMetaObject::invokeMethod(this, &BuddyView::appeared, Qt::QueuedConnection);
 }
 
 void BuddyView::showEvent(QShowEvent*)

@@ -41,6 +41,9 @@ Q_SIGNALS:
     /// Comes right before the frame of that shape is painted.
     void shapeChanged();
 
+    /// Once, after the first frame.
+    void appeared();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void showEvent(QShowEvent* event) override;
@@ -55,6 +58,7 @@ private:
     BuddyBitmap m_bitmap;
     double m_sizeScale = 1;
     bool m_isOccluded = false;
+    bool m_hasAppeared = false;
     BuddyCanvas m_canvas;
     BuddyLayout m_layout;
     QRegion m_shape;

@@ -42,6 +42,7 @@ BuddyWindow::BuddyWindow(BuddyWindowSystem& system, QSettings& settings)
     setCursor(Qt::PointingHandCursor);
     m_view->setAccessibleName(tr("Open chat"));
     connect(m_view, &BuddyView::clicked, this, &BuddyWindow::clicked);
+    connect(m_view, &BuddyView::appeared, this, &BuddyWindow::appeared);
     connect(m_view, &BuddyView::shapeChanged, this, &BuddyWindow::applyShape);
     connect(&m_occlusionWatch, &QTimer::timeout, this,
         [this] { m_view->setOccluded(m_system.isCovered(winId())); });
@@ -130,7 +131,7 @@ void BuddyWindow::restorePlace()
     const auto wanted = saved.canConvert<QPoint>()
         ? saved.toPoint()
         : BuddyPlacement::initialPlace(
-              size(), QGuiApplication::primaryScreen()->availableGeometry());
+            size(), QGuiApplication::primaryScreen()->availableGeometry());
     const auto place = BuddyPlacement::visiblePlace(wanted, size(), screens);
     move(BuddyPlacement::windowAt(place, size()).topLeft());
 }

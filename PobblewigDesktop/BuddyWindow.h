@@ -29,6 +29,9 @@ public:
     void setSizeScale(double sizeScale);
 
 Q_SIGNALS:
+    /// Once, when the user sees the buddy for the first time.
+    void appeared();
+
     /// The user wants to talk.
     void clicked();
     void quitRequested();

@@ -1,0 +1,92 @@
+#include "PobblewigDesktop/AppDelegate.h"
+#include "PobblewigLinux/ApplicationBus.h"
+#include "PobblewigLinux/SingleInstance.h"
+#include "PobblewigLinux/TrayWatch.h"
+#include "PobblewigLinux/X11BuddyWindowSystem.h"
+#include "foundation/JSONFileStore.h"
+#include "foundation/NetworkHTTPClient.h"
+#include "foundation/QtKeychainHelper.h"
+
+#include <QApplication>
+#include <QStandardPaths>
+
+#include <cstdio>
+
+using namespace pobblewig;
+
+namespace {
+
+/// A Wayland client can neither place itself nor stay on top, so the buddy comes through XWayland
+/// where there is one.
+void preferX11()
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "xcb");
+}
+
+QString desktopSettingsPath()
+{
+    const auto config = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    return config + QStringLiteral("/Pobblewig/desktop.conf");
+}
+
+std::optional<QUrl> link(const QStringList& arguments)
+{
+    if (arguments.size() < 2)
+        return std::nullopt;
+    return QUrl(arguments.at(1));
+}
+
+std::unique_ptr<BuddyWindowSystem> windowSystem(X11Connection* connection)
+{
+    if (!connection)
+        return std::make_unique<UnavailableBuddyWindowSystem>();
+    return std::make_unique<X11BuddyWindowSystem>(*connection);
+}
+
+AppCoordinator::Parts parts()
+{
+    return {
+        .directory = std::nullopt,
+        .http = std::make_unique<NetworkHTTPClient>(),
+        .keychain = std::make_unique<QtKeychainHelper>(),
+        .environment = [] { return currentEnvironment(EnvironmentFile::defaultPath()); },
+    };
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    preferX11();
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Pobblewig"));
+    QApplication::setDesktopFileName(QStringLiteral("com.pobblewig.app"));
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    // Before the lock, which would create the directory under its present name.
+    JSONFileStore::migrateLegacyDefaultDirectory();
+    ApplicationBus bus;
+    SingleInstance instance(JSONFileStore::defaultDirectory(), bus);
+    const auto claim = instance.claim(link(QApplication::arguments()));
+    if (claim == SingleInstance::Claim::handedOver)
+        return 0;
+    if (claim == SingleInstance::Claim::unanswered) {
+        std::fprintf(stderr, "%s\n", qPrintable(instance.refusal()));
+        return 1;
+    }
+
+    const auto connection = X11Connection::create();
+    const auto buddySystem = windowSystem(connection.get());
+    QSettings desktopSettings(desktopSettingsPath(), QSettings::IniFormat);
+    AppDelegate delegate(*buddySystem, desktopSettings);
+    QObject::connect(&bus, &ApplicationBus::activated, &delegate, &AppDelegate::openChat);
+    QObject::connect(&bus, &ApplicationBus::openRequested, &delegate, &AppDelegate::openChat);
+    QObject::connect(&bus, &ApplicationBus::quitRequested, &application, &QApplication::quit);
+
+    TrayWatch trayWatch(connection.get());
+    QObject::connect(&trayWatch, &TrayWatch::trayAppeared, &delegate, &AppDelegate::showTray);
+    delegate.launch(parts);
+    trayWatch.start();
+    return QApplication::exec();
+}

@@ -1,0 +1,159 @@
+#include "PobblewigDesktop/AppDelegate.h"
+
+#include "PobblewigDesktop/BuddyFace.h"
+#include "PobblewigDesktop/ChatPanel.h"
+#include "PobblewigDesktop/Theme.h"
+#include "foundation/EnumNames.h"
+
+#include <QApplication>
+#include <QScreen>
+
+#include <chrono>
+
+namespace pobblewig {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// How long a buddy that nobody draws, on a screen that is off for example, keeps the rest waiting.
+constexpr auto longestWaitForTheBuddy = 1s;
+
+// The look is also kept with the desktop's own settings, so that the first frame has it.
+const auto mascotKey = QStringLiteral("buddy/mascot");
+const auto schemeKey = QStringLiteral("buddy/colorScheme");
+const auto scaleKey = QStringLiteral("buddy/sizeScale");
+
+MascotSprite spriteFor(const QString& mascotID, const QString& schemeID)
+{
+    const auto mascot = userFacingMascot(mascotID);
+    return MascotSprite::sprite(mascot).recolored(MascotColorScheme::forID(schemeID, mascot));
+}
+
+ThemePreference themePreference(const AppSettings& settings)
+{
+    return EnumNames::fromName<ThemePreference>(settings.themePreference.toStdString())
+        .value_or(ThemePreference::system);
+}
+
+QString stateInWords(const AppSettings& settings)
+{
+    return settings.mode == CoachMode::openEnded ? QString() : displayName(settings.mode);
+}
+
+QString storageNotice(const std::optional<QString>& problem)
+{
+    if (!problem)
+        return {};
+    return QObject::tr("Pobblewig cannot save anything at the moment: %1. What you write now is "
+                       "kept only until you quit.")
+        .arg(*problem);
+}
+
+} // namespace
+
+AppDelegate::AppDelegate(BuddyWindowSystem& windowSystem, QSettings& desktopSettings)
+    : m_desktopSettings(desktopSettings)
+    , m_buddy(windowSystem, desktopSettings)
+{
+    m_buddy.setSprite(spriteFor(
+        desktopSettings.value(mascotKey).toString(), desktopSettings.value(schemeKey).toString()));
+    m_buddy.setSizeScale(desktopSettings.value(scaleKey, 1.0).toDouble());
+    connect(&m_buddy, &BuddyWindow::clicked, this, &AppDelegate::toggleChat);
+    connect(&m_buddy, &BuddyWindow::quitRequested, qApp, &QApplication::quit);
+    connect(&m_tray, &TrayMenu::chatRequested, this, &AppDelegate::openChat);
+    connect(&m_tray, &TrayMenu::quitRequested, qApp, &QApplication::quit);
+}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::launch(std::function<AppCoordinator::Parts()> makeParts)
+{
+    m_makeParts = std::move(makeParts);
+    connect(&m_buddy, &BuddyWindow::appeared, this, &AppDelegate::startCoordinator);
+    QTimer::singleShot(longestWaitForTheBuddy, this, &AppDelegate::startCoordinator);
+    m_buddy.show();
+}
+
+void AppDelegate::openChat()
+{
+    if (!m_coordinator) {
+        m_isChatRequested = true;
+        return;
+    }
+    if (!m_panel)
+        makePanel();
+    m_panel->showBeside(m_buddy.geometry(), m_buddy.screen()->availableGeometry());
+}
+
+void AppDelegate::showTray()
+{
+    m_tray.show();
+}
+
+void AppDelegate::startCoordinator()
+{
+    if (m_coordinator)
+        return;
+    m_coordinator = std::make_unique<AppCoordinator>(m_makeParts());
+    connect(m_coordinator.get(), &AppCoordinator::stateChanged, this, &AppDelegate::showState);
+    m_coordinator->start();
+    showState();
+    if (m_isChatRequested)
+        openChat();
+}
+
+void AppDelegate::makePanel()
+{
+    const auto calendar = Calendar::current();
+    const ReadingPlace place { calendar.timeZone, calendar.locale };
+    m_panel = std::make_unique<ChatPanel>(m_coordinator->chat(), place, systemNow);
+    connect(m_panel.get(), &ChatPanel::newSessionRequested, m_coordinator.get(),
+        &AppCoordinator::startNewSession);
+    showPanelState();
+}
+
+void AppDelegate::showState()
+{
+    showLook(m_coordinator->state().settings);
+    if (m_panel)
+        showPanelState();
+}
+
+void AppDelegate::showLook(const AppSettings& settings)
+{
+    const MascotSetting look { settings.mascot, settings.mascotColorScheme };
+    if (m_look != look) {
+        m_look = look;
+        const auto sprite = spriteFor(look.mascot, look.scheme);
+        m_buddy.setSprite(sprite);
+        m_tray.setFace(BuddyFace::icon(sprite));
+    }
+    m_buddy.setSizeScale(settings.mascotSizeScale);
+    m_desktopSettings.setValue(mascotKey, settings.mascot);
+    m_desktopSettings.setValue(schemeKey, settings.mascotColorScheme);
+    m_desktopSettings.setValue(scaleKey, settings.mascotSizeScale);
+}
+
+void AppDelegate::showPanelState()
+{
+    const auto& state = m_coordinator->state();
+    const auto& settings = state.settings;
+    const auto scheme =
+        Theme::colorScheme(themePreference(settings), Theme::desktopScheme(qApp->palette()));
+    m_panel->setTheme(Theme::palette(scheme, settings.accentChoice));
+    m_panel->setFace(BuddyFace::icon(spriteFor(settings.mascot, settings.mascotColorScheme)));
+    m_panel->setStateText(stateInWords(settings));
+    m_panel->setModelLabel(state.modelLabel);
+    m_panel->setNotice(storageNotice(state.storageProblem));
+}
+
+void AppDelegate::toggleChat()
+{
+    if (m_panel && m_panel->isVisible())
+        m_panel->hide();
+    else
+        openChat();
+}
+
+} // namespace pobblewig

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "AppCoordinator.h"
+#include "PobblewigDesktop/BuddyWindow.h"
+#include "PobblewigDesktop/TrayMenu.h"
+#include "mascots/Mascot.h"
+
+#include <QSettings>
+
+#include <functional>
+#include <memory>
+
+namespace pobblewig {
+
+class ChatPanel;
+
+/// The user interface as a whole. The buddy is on the screen before anything else happens; then the
+/// coordinator comes up, and its published state is shown from there on.
+class AppDelegate : public QObject {
+    Q_OBJECT
+
+public:
+    AppDelegate(BuddyWindowSystem& windowSystem, QSettings& desktopSettings);
+    ~AppDelegate() override;
+
+    /// `makeParts` is called once the buddy is there.
+    void launch(std::function<AppCoordinator::Parts()> makeParts);
+
+    /// Before the coordinator is up the wish is kept until it is.
+    void openChat();
+
+    /// Once the desktop has a tray.
+    void showTray();
+
+private:
+    void startCoordinator();
+    void makePanel();
+    void showState();
+    void showLook(const AppSettings& settings);
+    void showPanelState();
+    void toggleChat();
+
+    QSettings& m_desktopSettings;
+    BuddyWindow m_buddy;
+    TrayMenu m_tray;
+    std::function<AppCoordinator::Parts()> m_makeParts;
+    std::unique_ptr<AppCoordinator> m_coordinator;
+    std::unique_ptr<ChatPanel> m_panel;
+    MascotSetting m_look;
+    bool m_isChatRequested = false;
+};
+
+} // namespace pobblewig
