@@ -15,8 +15,8 @@ namespace {
 
 constexpr qint64 readBufferSize = 256 * 1024;
 
-/// A body that can be read once: when a connection closes before the answer, the manager would
-/// rewind it and send the request a second time.
+/// A body that can be read once: when a connection closes before the answer, the manager rewinds
+/// the body and sends the request a second time. It may do so only while nothing has left.
 class SentOnceBody : public QIODevice {
 public:
     explicit SentOnceBody(const QByteArray& bytes)
@@ -25,7 +25,7 @@ public:
         open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     }
     qint64 size() const override { return m_bytes.size(); }
-    bool reset() override { return false; }
+    bool reset() override { return pos() == 0 && !m_bytes.isEmpty(); }
 
 protected:
     qint64 readData(char* data, qint64 maximumSize) override

@@ -79,8 +79,6 @@ private Q_SLOTS:
             { send("HTTP/1.1 307 Go\r\nLocation: /other\r\nContent-Length: 0\r\n\r\n") }, 307, "");
         broken("shorter than announced", { announced, Server::Close() }, Kind::truncated);
         broken("announced, then reset", { announced, Server::Reset() }, Kind::truncated);
-        broken("chunks without an end", { chunked, Server::Close() }, Kind::truncated);
-        broken("chunks, then reset", { chunked, Server::Reset() }, Kind::truncated);
         broken("closed before an answer", { Server::Close() }, Kind::unreachable);
         broken("reset before an answer", { Server::Reset() }, Kind::unreachable);
         broken(

@@ -46,12 +46,6 @@ QUrl LoopbackServer::url(const QString& path) const
     return QUrl(QStringLiteral("http://127.0.0.1:%1%2").arg(m_server.serverPort()).arg(path));
 }
 
-void LoopbackServer::release()
-{
-    for (auto& connection : m_connections)
-        connection.isHeld = false;
-}
-
 QByteArray LoopbackServer::answer(const QByteArray& status, const QByteArray& body)
 {
     return "HTTP/1.1 " + status + "\r\nContent-Length: " + QByteArray::number(body.size())
@@ -97,7 +91,7 @@ void LoopbackServer::read(QTcpSocket* socket, Connection& connection)
 void LoopbackServer::play(QTcpSocket* socket, Connection& connection)
 {
     auto& script = connection.script;
-    if (script.empty() || connection.isHeld || !socket->isOpen() || socket->bytesToWrite() > 0)
+    if (script.empty() || !socket->isOpen() || socket->bytesToWrite() > 0)
         return;
     const Overloaded perform {
         [&](Send& step) {
@@ -105,7 +99,7 @@ void LoopbackServer::play(QTcpSocket* socket, Connection& connection)
             socket->flush();
             return --step.times == 0;
         },
-        [&](Hold&) { return connection.isHeld = true; },
+        [&](Hold&) { return m_releases > 0 && m_releases-- > 0; },
         [&](Close&) {
             socket->disconnectFromHost();
             return true;

@@ -20,7 +20,7 @@ public:
         QByteArray bytes;
         int times = 1;
     };
-    /// Nothing until `release`.
+    /// Nothing until a `release` of its own.
     struct Hold { };
     struct Close { };
     struct Reset { };
@@ -32,7 +32,7 @@ public:
     QUrl url(const QString& path = QStringLiteral("/")) const;
 
     void enqueue(Script script) { m_scripts.push_back(std::move(script)); }
-    void release();
+    void release() { ++m_releases; }
 
     /// Whole requests, with their heads.
     const std::vector<QByteArray>& requests() const { return m_requests; }
@@ -45,7 +45,6 @@ private:
     struct Connection {
         QByteArray received;
         Script script;
-        bool isHeld = false;
     };
 
     void accept();
@@ -56,6 +55,7 @@ private:
     std::deque<Script> m_scripts;
     std::vector<QByteArray> m_requests;
     std::deque<Connection> m_connections;
+    int m_releases = 0;
     int m_openConnections = 0;
 };
 
