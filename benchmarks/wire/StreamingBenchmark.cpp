@@ -1,0 +1,211 @@
+// Compares a streamed reply read by our provider with the same bytes read by curl: the time to the
+// first token and the throughput of a long reply.
+
+#include "foundation/NetworkHTTPClient.h"
+#include "support/Awaited.h"
+#include "wire/OpenAICompatibleProvider.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+
+#include <arpa/inet.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <thread>
+
+namespace pobblewig {
+
+namespace {
+
+constexpr qsizetype longReply = 10'000'000;
+
+QByteArray event(const QByteArray& text)
+{
+    return "data: {\"id\":\"chatcmpl-AbCdEfGh123456\",\"object\":\"chat.completion.chunk\","
+           "\"created\":1763700000,\"model\":\"some-model-name\",\"choices\":[{\"index\":0,"
+           "\"delta\":{\"content\":\""
+        + text + "\"},\"logprobs\":null,\"finish_reason\":null}]}\n\n";
+}
+
+/// Sends the same pieces to whoever asks, one write each, from a thread of its own.
+class Server {
+public:
+    explicit Server(std::vector<QByteArray> pieces)
+        : m_pieces(std::move(pieces))
+        , m_listener(socket(AF_INET, SOCK_STREAM, 0))
+    {
+        sockaddr_in address {};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t length = sizeof address;
+        bind(m_listener, reinterpret_cast<sockaddr*>(&address), length);
+        listen(m_listener, 8);
+        getsockname(m_listener, reinterpret_cast<sockaddr*>(&address), &length);
+        m_url = QUrl(QStringLiteral("http://127.0.0.1:%1").arg(ntohs(address.sin_port)));
+        m_thread = std::thread([this] { serve(); });
+    }
+    ~Server()
+    {
+        shutdown(m_listener, SHUT_RDWR);
+        m_thread.join();
+        close(m_listener);
+    }
+    Q_DISABLE_COPY_MOVE(Server)
+
+    const QUrl& url() const { return m_url; }
+
+private:
+    void serve() const
+    {
+        for (int peer = accept(m_listener, nullptr, nullptr); peer >= 0;
+             peer = accept(m_listener, nullptr, nullptr)) {
+            const int now = 1;
+            setsockopt(peer, IPPROTO_TCP, TCP_NODELAY, &now, sizeof now);
+            awaitRequest(peer);
+            for (const auto& piece : m_pieces)
+                sendAll(peer, piece);
+            close(peer);
+        }
+    }
+
+    static void awaitRequest(int peer)
+    {
+        QByteArray received;
+        char buffer[4096];
+        const auto isWhole = [&] {
+            return received.startsWith("GET") ? received.endsWith("\r\n\r\n")
+                                              : received.endsWith('}');
+        };
+        while (!isWhole()) {
+            const auto count = recv(peer, buffer, sizeof buffer, 0);
+            if (count <= 0)
+                return;
+            received.append(buffer, count);
+        }
+    }
+
+    static void sendAll(int peer, QByteArrayView piece)
+    {
+        while (!piece.isEmpty()) {
+            const auto count = send(peer, piece.data(), size_t(piece.size()), MSG_NOSIGNAL);
+            if (count <= 0)
+                return;
+            piece = piece.sliced(count);
+        }
+    }
+
+    std::vector<QByteArray> m_pieces;
+    int m_listener;
+    QUrl m_url;
+    std::thread m_thread;
+};
+
+struct Timing {
+    double firstToken = 0;
+    double total = 0;
+};
+
+Task<Timing> timedReply(HTTPClient& http, QUrl url)
+{
+    LLMConfiguration configuration;
+    configuration.baseURL = url;
+    configuration.modelID = QStringLiteral("model");
+    configuration.apiKey = QStringLiteral("key");
+    configuration.completionsPath = QStringLiteral("chat/completions");
+    OpenAICompatibleProvider provider(configuration, http);
+    QElapsedTimer clock;
+    clock.start();
+    Timing timing;
+    const auto stream = provider.streamChat({});
+    while (const auto event = co_await stream.next()) {
+        if (timing.firstToken == 0)
+            timing.firstToken = double(clock.nsecsElapsed()) / 1e9;
+    }
+    timing.total = double(clock.nsecsElapsed()) / 1e9;
+    if (stream.error())
+        qFatal("%s", qPrintable(description(*stream.error())));
+    co_return timing;
+}
+
+Timing timedByCurl(const QUrl& url)
+{
+    QProcess curl;
+    curl.start(QStringLiteral("curl"),
+        { QStringLiteral("-sN"), QStringLiteral("--noproxy"), QStringLiteral("*"),
+            QStringLiteral("-o"), QStringLiteral("/dev/null"), QStringLiteral("-w"),
+            QStringLiteral("%{time_starttransfer} %{time_total}"), url.toString() });
+    if (!curl.waitForFinished() || curl.exitCode() != 0)
+        qFatal("curl failed");
+    const auto words = curl.readAllStandardOutput().split(' ');
+    return { words.at(0).toDouble(), words.at(1).toDouble() };
+}
+
+template <typename Measure>
+Timing median(int rounds, const Measure& measure)
+{
+    std::vector<double> first;
+    std::vector<double> total;
+    for (int round = 0; round < rounds; ++round) {
+        const auto timing = measure();
+        first.push_back(timing.firstToken);
+        total.push_back(timing.total);
+    }
+    std::ranges::sort(first);
+    std::ranges::sort(total);
+    return { first[first.size() / 2], total[total.size() / 2] };
+}
+
+long peakMemoryInKB()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    const auto text = status.readAll();
+    const auto from = text.indexOf("VmHWM:") + 6;
+    return text.sliced(from, text.indexOf("kB", from) - from).trimmed().toLong();
+}
+
+void compare(const char* name, const std::vector<QByteArray>& pieces, int rounds)
+{
+    const Server server(pieces);
+    NetworkHTTPClient http;
+    qsizetype size = 0;
+    for (const auto& piece : pieces)
+        size += piece.size();
+    const auto before = peakMemoryInKB();
+    const auto ours = median(rounds, [&] { return awaited(timedReply(http, server.url())); });
+    const auto growth = peakMemoryInKB() - before;
+    const auto curls = median(rounds, [&] { return timedByCurl(server.url()); });
+    const auto megabytes = double(size) / 1e6;
+    std::printf("%s: first token %.3f ms (curl %.3f), %.1f MB/s (curl %.1f, ratio %.2f), "
+                "peak memory +%.1f MB\n",
+        name, ours.firstToken * 1e3, curls.firstToken * 1e3, megabytes / ours.total,
+        megabytes / curls.total, curls.total / ours.total, double(growth) / 1e3);
+}
+
+} // namespace
+
+} // namespace pobblewig
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    const QByteArray head = "HTTP/1.1 200 OK\r\nContent-Type: text/event-stream\r\n"
+                            "Connection: close\r\n\r\n";
+    const auto piece = pobblewig::event(" wombat");
+    const auto count = pobblewig::longReply / piece.size();
+
+    pobblewig::compare("short reply", { head + piece, "data: [DONE]\n\n" }, 101);
+
+    std::vector<QByteArray> pieces(size_t(count), piece);
+    pieces.insert(pieces.begin(), head);
+    pobblewig::compare("10 MB, an event a write", pieces, 5);
+
+    pobblewig::compare("10 MB in one write", { head, piece.repeated(count) }, 5);
+}
