@@ -101,9 +101,9 @@ QString LaneLogic::provider(
 QString LaneLogic::baseURL(
     ModelUse use, ModelUse keyOwner, const Environment& environment, const MarketConfig& market)
 {
-    const auto mainURL = variable(environment, variableName(ModelUse::main, u"BASE_URL"))
-                             .value_or(market.defaultVendorBaseUrl);
-    const auto ownURL = variable(environment, variableName(use, u"BASE_URL")).value_or(mainURL);
+    auto mainURL = variable(environment, variableName(ModelUse::main, u"BASE_URL"))
+                       .value_or(market.defaultVendorBaseUrl);
+    auto ownURL = variable(environment, variableName(use, u"BASE_URL")).value_or(mainURL);
     if (keyOwner == use || haveSameOrigin(ownURL, mainURL))
         return ownURL;
     return mainURL;
