@@ -80,10 +80,12 @@ private Q_SLOTS:
         const auto whole = contents(path());
         // The last two bytes are the closing brace and a newline that nothing needs.
         for (qsizetype length = 0; length < whole.size() - 1; ++length) {
-            init();
+            m_log.reset();
+            m_log = std::make_unique<LogLines>();
             write(whole.first(length));
             expectAfresh();
             QCOMPARE(contents(asidePath()).size(), length);
+            QVERIFY(QFile::remove(asidePath()));
         }
     }
 
