@@ -44,8 +44,7 @@ BuddyWindow::BuddyWindow(BuddyWindowSystem& system, QSettings& settings)
     connect(m_view, &BuddyView::clicked, this, &BuddyWindow::clicked);
     connect(m_view, &BuddyView::appeared, this, &BuddyWindow::appeared);
     connect(m_view, &BuddyView::shapeChanged, this, &BuddyWindow::applyShape);
-    connect(&m_occlusionWatch, &QTimer::timeout, this,
-        [this] { m_view->setOccluded(m_system.isCovered(winId())); });
+    connect(&m_occlusionWatch, &QTimer::timeout, this, &BuddyWindow::watchOcclusion);
     m_occlusionWatch.setInterval(std::chrono::seconds(1));
 
     setFixedSize(m_view->size());
@@ -66,6 +65,7 @@ bool BuddyWindow::event(QEvent* event)
     case QEvent::Show:
         m_system.accompanyUser(winId());
         applyShape();
+        m_isSettling = true;
         m_occlusionWatch.start();
         break;
     case QEvent::Hide:
@@ -81,12 +81,22 @@ bool BuddyWindow::event(QEvent* event)
     return QWidget::event(event);
 }
 
+void BuddyWindow::moveEvent(QMoveEvent* event)
+{
+    // Window managers may frame a new window without telling Qt where it stands then. Asked to put
+    // it where it stands already, they tell.
+    if (event->pos() != m_corner && std::exchange(m_isSettling, false)) {
+        const auto ask = [this] { move(m_corner); };
+        QMetaObject::invokeMethod(this, ask, Qt::QueuedConnection);
+    }
+}
+
 void BuddyWindow::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton)
         return;
     const auto pressedAt = event->globalPosition().toPoint();
-    m_grip = Grip { .pressedAt = pressedAt, .offset = pressedAt - pos() };
+    m_grip = Grip { .pressedAt = pressedAt, .offset = event->position().toPoint() };
 }
 
 void BuddyWindow::mouseMoveEvent(QMouseEvent* event)
@@ -97,7 +107,7 @@ void BuddyWindow::mouseMoveEvent(QMouseEvent* event)
     const auto distance = (position - m_grip->pressedAt).manhattanLength();
     m_grip->isDragging |= distance > QApplication::startDragDistance();
     if (m_grip->isDragging)
-        move(position - m_grip->offset);
+        standAt(position - m_grip->offset);
 }
 
 void BuddyWindow::mouseReleaseEvent(QMouseEvent* event)
@@ -122,6 +132,12 @@ void BuddyWindow::contextMenuEvent(QContextMenuEvent* event)
     menu->popup(event->globalPos());
 }
 
+void BuddyWindow::standAt(QPoint corner)
+{
+    m_corner = corner;
+    move(corner);
+}
+
 void BuddyWindow::restorePlace()
 {
     const auto screens = screenRects();
@@ -133,12 +149,12 @@ void BuddyWindow::restorePlace()
         : BuddyPlacement::initialPlace(
             size(), QGuiApplication::primaryScreen()->availableGeometry());
     const auto place = BuddyPlacement::visiblePlace(wanted, size(), screens);
-    move(BuddyPlacement::windowAt(place, size()).topLeft());
+    standAt(BuddyPlacement::windowAt(place, size()).topLeft());
 }
 
 void BuddyWindow::savePlace()
 {
-    m_settings.setValue(placeKey(), pos() + QPoint(width() / 2, height()));
+    m_settings.setValue(placeKey(), m_corner + QPoint(width() / 2, height()));
 }
 
 void BuddyWindow::watchScreens()
@@ -154,6 +170,12 @@ void BuddyWindow::watchScreens()
         Qt::QueuedConnection);
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, &BuddyWindow::restorePlace,
         Qt::QueuedConnection);
+}
+
+void BuddyWindow::watchOcclusion()
+{
+    m_isSettling = false;
+    m_view->setOccluded(m_system.isCovered(winId()));
 }
 
 void BuddyWindow::applyShape()

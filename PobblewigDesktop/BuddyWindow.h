@@ -38,6 +38,7 @@ Q_SIGNALS:
 
 protected:
     bool event(QEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -46,13 +47,16 @@ protected:
 private:
     struct Grip {
         QPoint pressedAt;
+        /// From the window's corner to the pointer.
         QPoint offset;
         bool isDragging = false;
     };
 
+    void standAt(QPoint corner);
     void restorePlace();
     void savePlace();
     void watchScreens();
+    void watchOcclusion();
     void applyShape();
 
     BuddyWindowSystem& m_system;
@@ -60,6 +64,9 @@ private:
     BuddyView* m_view;
     QTimer m_occlusionWatch;
     std::optional<Grip> m_grip;
+    /// Where the window was put last.
+    QPoint m_corner;
+    bool m_isSettling = false;
 };
 
 } // namespace pobblewig

@@ -66,13 +66,16 @@ function(pobblewig_add_executable name)
     target_link_libraries(${name} PRIVATE ${arg_LINKS})
 endfunction()
 
-# A QtTest program of one file. ON_SCREEN tests need an X server; all others run offscreen.
+# A QtTest program of one file. ON_SCREEN tests need an X server, one at a time; all others run
+# offscreen.
 function(pobblewig_add_test name)
     cmake_parse_arguments(arg "ON_SCREEN" "" "LINKS" ${ARGN})
     pobblewig_add_executable(${name} SOURCES ${name}.cpp LINKS Qt6::Test ${arg_LINKS})
     add_test(NAME ${name} COMMAND ${name})
     pobblewig_prepare_test(${name} 120)
-    if(NOT arg_ON_SCREEN)
+    if(arg_ON_SCREEN)
+        set_property(TEST ${name} PROPERTY RESOURCE_LOCK screen)
+    else()
         set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT QT_QPA_PLATFORM=offscreen)
     endif()
 endfunction()
