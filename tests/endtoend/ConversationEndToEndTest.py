@@ -1,0 +1,112 @@
+"""A conversation with the demo model, from the typed message to the files on the disk."""
+
+import unittest
+
+from program import DemoModel, Program, wait_for, xdotool
+
+
+def texts(messages, role):
+    return [message["text"] for message in messages if message["role"] == role]
+
+
+class ConversationEndToEndTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.model = DemoModel(delay_ms=5)
+        cls.addClassCleanup(cls.model.stop)
+
+    def test_a_typed_message_is_answered_and_kept_over_a_restart(self):
+        with Program(self.model.variables) as program:
+            program.start()
+            program.click_the_buddy()
+            field = program.control("Message")
+            field.get_component_iface().grab_focus()
+            xdotool("type", "--delay", "5", "hello little one")
+            xdotool("key", "Return")
+
+            kept = wait_for(lambda: len(program.chat_file()) == 2 and program.chat_file(),
+                            "both messages in the file")
+            self.assertEqual(texts(kept, "user"), ["hello little one"])
+            answer = texts(kept, "assistant")[0]
+            self.assertIn("demo model", answer)
+            wait_for(lambda: answer in program.conversation()[-1], "the answer on the screen")
+            wait_for(lambda: program.shown("Model") == "demo model", "the model's name")
+
+            program.kill()
+            program.start()
+            self.assertEqual(program.chat_file(), kept)
+            program.open_chat()
+            wait_for(lambda: answer in program.conversation()[-1], "the answer after a restart")
+
+    def test_a_reply_appears_while_it_streams_and_can_be_stopped(self):
+        slow = DemoModel(delay_ms=60)
+        self.addCleanup(slow.stop)
+        with Program(slow.variables) as program:
+            program.start()
+            program.open_chat()
+            program.send("tell me a long story")
+            first = wait_for(lambda: len(program.conversation()) == 3 and program.conversation()[-1],
+                             "the first words")
+            later = wait_for(lambda: len(program.conversation()[-1]) > len(first)
+                             and program.conversation()[-1], "more words")
+            program.press("Stop")
+            wait_for(lambda: program.is_usable("Send"), "the end of the turn")
+            self.assertIn(later[:len(first)], program.conversation()[-1])
+            self.assertEqual(texts(program.chat_file(), "assistant"), [])
+
+    def test_an_endpoint_that_is_not_there_is_told_and_can_be_retried(self):
+        variables = self.model.variables | {"MAIN_MODEL_BASE_URL": "http://127.0.0.1:9/v1"}
+        with Program(variables) as program:
+            program.start()
+            program.open_chat()
+            program.send("anybody there?")
+            told = wait_for(lambda: program.shown("Error"), "the error")
+            self.assertNotIn(variables["MAIN_MODEL_API_KEY"], told)
+            program.press("Retry")
+            wait_for(lambda: program.is_usable("Retry"), "the second failure")
+            self.assertEqual(texts(program.chat_file(), "user"), ["anybody there?"])
+
+    def test_without_a_model_the_message_is_not_lost(self):
+        with Program() as program:
+            program.start()
+            program.open_chat()
+            program.send("is anybody configured?")
+            told = wait_for(lambda: program.shown("Error"), "the error")
+            self.assertTrue(told.startswith("Model not configured: "), told)
+            self.assertEqual(program.chat_file(), [])
+
+    def test_a_new_session_archives_the_old_one(self):
+        with Program(self.model.variables) as program:
+            program.start()
+            program.open_chat()
+            program.send("hello")
+            kept = wait_for(lambda: len(program.chat_file()) == 2 and program.chat_file(), "reply")
+            wait_for(lambda: program.is_usable("New session"), "the end of the turn")
+            program.press("New session")
+            wait_for(lambda: program.chat_file() == [], "an empty conversation")
+            archives = list(program.data.glob("chat-*.json"))
+            self.assertEqual(len(archives), 1)
+            self.assertIn(kept[0]["id"], archives[0].read_text())
+
+    def test_a_bad_settings_file_is_kept_aside(self):
+        with Program(self.model.variables) as program:
+            program.data.mkdir(parents=True)
+            (program.data / "settings.json").write_text('{"mode": 7}')
+            program.start()
+            kept = wait_for(lambda: list(program.data.glob("settings.json.corrupt-*")), "the copy")
+            self.assertEqual(kept[0].read_text(), '{"mode": 7}')
+
+    def test_a_data_directory_that_cannot_be_is_told_and_lived_without(self):
+        with Program(self.model.variables) as program:
+            program.data.parent.mkdir(parents=True)
+            program.data.write_text("a file where the directory should be")
+            program.start()
+            program.click_the_buddy()
+            wait_for(lambda: program.shown("Notice"), "the notice")
+            program.send("hello")
+            wait_for(lambda: "demo model" in program.conversation()[-1], "the answer")
+            self.assertEqual(program.data.read_text(), "a file where the directory should be")
+
+
+if __name__ == "__main__":
+    unittest.main()

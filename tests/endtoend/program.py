@@ -1,0 +1,174 @@
+"""Drives the real program as a person would: by what its controls are called and what they show."""
+
+import json
+import os
+import pathlib
+import signal
+import subprocess
+import tempfile
+import time
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi  # noqa: E402
+
+BIN = pathlib.Path(os.environ["POBBLEWIG_BIN"])
+
+
+def wait_for(condition, what, limit=30.0):
+    """The condition's first true value; fails after the limit, in seconds."""
+    deadline = time.monotonic() + limit
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > deadline:
+            raise AssertionError(f"waited {limit:g} s in vain for {what}")
+        time.sleep(0.02)
+
+
+class DemoModel:
+    """The scripted model server, as it ships."""
+
+    def __init__(self, delay_ms=0):
+        self.process = subprocess.Popen(
+            [BIN / "pobblewig-demo-model", "--delay-ms", str(delay_ms)],
+            stdout=subprocess.PIPE, text=True)
+        address = self.process.stdout.readline().removeprefix("listening on ").strip()
+        self.variables = {
+            "MAIN_MODEL_BASE_URL": f"http://{address}/v1",
+            "MAIN_MODEL_ID": "demo model",
+            "MAIN_MODEL_API_KEY": "demo",
+            "MAIN_MODEL_PROVIDER": "demo model",
+        }
+
+    def stop(self):
+        self.process.kill()
+        self.process.communicate()
+
+
+class Program:
+    """One home directory, and the program started in it as often as a test likes."""
+
+    def __init__(self, variables=None):
+        self.scratch = tempfile.TemporaryDirectory(prefix="pobblewig-home-")
+        home = pathlib.Path(self.scratch.name)
+        self.data = home / "data" / "Pobblewig"
+        self.environment = os.environ | {
+            "HOME": str(home),
+            "XDG_DATA_HOME": str(home / "data"),
+            "XDG_CONFIG_HOME": str(home / "config"),
+            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+        } | (variables or {})
+        self.process = None
+        self.log = open(home / "log", "w+")
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.kill()
+        self.log.close()
+        self.scratch.cleanup()
+
+    def start(self):
+        self.process = self.launch()
+        wait_for(self.window_titled("Pobblewig"), "the buddy's window")
+
+    def launch(self, *arguments):
+        return subprocess.Popen([BIN / "pobblewig", *arguments], env=self.environment,
+                                stdout=self.log, stderr=self.log)
+
+    def kill(self):
+        if self.process:
+            self.process.send_signal(signal.SIGKILL)
+            self.process.wait()
+            self.process = None
+
+    def open_chat(self):
+        """As any later launch does."""
+        assert self.launch().wait(timeout=30) == 0
+        wait_for(self.window_titled("Pobblewig Chat"), "the chat panel")
+
+    def click_the_buddy(self):
+        window = xdotool("search", "--sync", "--onlyvisible", "--name", "^Pobblewig$").split()[0]
+        size = dict(line.split("=") for line in
+                    xdotool("getwindowgeometry", "--shell", window).split())
+        middle = [str(int(size["WIDTH"]) // 2), str(int(size["HEIGHT"]) * 2 // 3)]
+        xdotool("mousemove", "--window", window, *middle, "click", "1")
+        wait_for(self.window_titled("Pobblewig Chat"), "the chat panel")
+
+    def send(self, text):
+        field = self.control("Message")
+        Atspi.EditableText.set_text_contents(field.get_editable_text_iface(), text)
+        self.press("Send")
+
+    def press(self, name):
+        wait_for(lambda: self.is_usable(name), f'the button "{name}"')
+        Atspi.Action.do_action(self.control(name).get_action_iface(), 0)
+
+    def is_usable(self, name):
+        control = self.find(name)
+        states = control.get_state_set() if control else None
+        return states and states.contains(Atspi.StateType.SENSITIVE) and states.contains(
+            Atspi.StateType.SHOWING)
+
+    def shown(self, name):
+        """The text of a label that is on the screen, or nothing."""
+        control = self.find(name)
+        if not control or not control.get_state_set().contains(Atspi.StateType.SHOWING):
+            return None
+        return control.get_description() or control.get_name()
+
+    def conversation(self):
+        """The rows of the conversation as assistive technology reads them."""
+        rows = self.control("Conversation")
+        return [rows.get_child_at_index(at).get_name() for at in range(rows.get_child_count())]
+
+    def chat_file(self):
+        file = self.data / "chat.json"
+        return json.loads(file.read_text()) if file.exists() else []
+
+    def log_text(self):
+        self.log.flush()
+        return pathlib.Path(self.log.name).read_text()
+
+    def control(self, name):
+        return wait_for(lambda: self.find(name), f'a control named "{name}"')
+
+    def find(self, name):
+        application = self.application()
+        return find_below(application, name) if application else None
+
+    def window_titled(self, title):
+        def find():
+            application = self.application()
+            return application and any(
+                child.get_name() == title
+                and child.get_state_set().contains(Atspi.StateType.SHOWING)
+                for child in children(application))
+        return find
+
+    def application(self):
+        desktop = Atspi.get_desktop(0)
+        return next((child for child in children(desktop)
+                     if self.process and child.get_process_id() == self.process.pid), None)
+
+
+def xdotool(*arguments):
+    return subprocess.run(["xdotool", *arguments], check=True, timeout=30, capture_output=True,
+                          text=True).stdout
+
+
+def children(node):
+    return filter(None, (node.get_child_at_index(at) for at in range(node.get_child_count())))
+
+
+def find_below(node, name):
+    for child in children(node):
+        if child.get_name() == name and child.get_role() != Atspi.Role.FRAME:
+            return child
+        if child.get_role() != Atspi.Role.LIST and (found := find_below(child, name)):
+            return found
+    return None
