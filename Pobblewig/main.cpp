@@ -1,5 +1,6 @@
 #include "PobblewigDesktop/AppDelegate.h"
 #include "PobblewigLinux/ApplicationBus.h"
+#include "PobblewigLinux/OpenRequestLogic.h"
 #include "PobblewigLinux/SingleInstance.h"
 #include "PobblewigLinux/TrayWatch.h"
 #include "PobblewigLinux/X11BuddyWindowSystem.h"
@@ -28,13 +29,6 @@ QString desktopSettingsPath()
 {
     const auto config = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
     return config + QStringLiteral("/Pobblewig/desktop.conf");
-}
-
-std::optional<QUrl> link(const QStringList& arguments)
-{
-    if (arguments.size() < 2)
-        return std::nullopt;
-    return QUrl(arguments.at(1));
 }
 
 std::unique_ptr<BuddyWindowSystem> windowSystem(X11Connection* connection)
@@ -68,7 +62,8 @@ int main(int argc, char** argv)
     JSONFileStore::migrateLegacyDefaultDirectory();
     ApplicationBus bus;
     SingleInstance instance(JSONFileStore::defaultDirectory(), bus);
-    const auto claim = instance.claim(link(QApplication::arguments()));
+    const auto link = OpenRequestLogic::link(QApplication::arguments().mid(1));
+    const auto claim = instance.claim(link);
     if (claim == SingleInstance::Claim::handedOver)
         return 0;
     if (claim == SingleInstance::Claim::unanswered) {
@@ -87,6 +82,8 @@ int main(int argc, char** argv)
     TrayWatch trayWatch(connection.get());
     QObject::connect(&trayWatch, &TrayWatch::trayAppeared, &delegate, &AppDelegate::showTray);
     delegate.launch(parts);
+    if (link)
+        delegate.openChat();
     trayWatch.start();
     return QApplication::exec();
 }

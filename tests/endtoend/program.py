@@ -100,13 +100,12 @@ class Program:
         wait_for(self.window_titled("Pobblewig Chat"), "the chat panel")
 
     def send(self, text):
-        field = self.control("Message")
-        Atspi.EditableText.set_text_contents(field.get_editable_text_iface(), text)
+        Atspi.EditableText.set_text_contents(self.control("Message"), text)
         self.press("Send")
 
     def press(self, name):
         wait_for(lambda: self.is_usable(name), f'the button "{name}"')
-        Atspi.Action.do_action(self.control(name).get_action_iface(), 0)
+        Atspi.Action.do_action(self.control(name), 0)
 
     def is_usable(self, name):
         control = self.find(name)
