@@ -78,6 +78,7 @@ void ChatPanel::setTheme(const Palette& palette)
     m_view->setTheme(palette);
     m_notice->setTheme(palette);
     m_error->setTheme(palette);
+    m_input->setTheme(palette);
     m_screen->setIcon(Icons::icon(Icons::Name::screen, palette.text, palette.muted));
     m_send->setIcon(Icons::icon(Icons::Name::send, palette.onAccent, palette.muted));
     m_stop->setIcon(Icons::icon(Icons::Name::stop, palette.onAccent, palette.muted));
@@ -146,7 +147,7 @@ void ChatPanel::arrange()
     below->addLayout(writing);
 
     auto* const find = new QHBoxLayout;
-    find->setContentsMargins(margin, gap, margin, 0);
+    find->setContentsMargins(margin, gap / 2, margin, gap / 2);
     find->addWidget(m_findBar);
 
     auto* const column = new QVBoxLayout(this);

@@ -47,6 +47,8 @@ ConversationView::ConversationView(ConversationModel& model, QWidget* parent)
     viewport()->setCursor(Qt::IBeamCursor);
     verticalScrollBar()->setSingleStep(lineStep);
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &ConversationView::noteScrolling);
+    connect(verticalScrollBar(), &QScrollBar::rangeChanged, this,
+        [this](int, int maximum) { verticalScrollBar()->setEnabled(maximum > 0); });
     m_nextSlice.setSingleShot(true);
     connect(&m_nextSlice, &QTimer::timeout, this, [this] { scheduleDelayedItemsLayout(); });
 

@@ -3,6 +3,7 @@
 #include "PobblewigDesktop/Icons.h"
 #include "PobblewigDesktop/PanelStyle.h"
 
+#include <QAction>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -33,7 +34,7 @@ FindBar::FindBar(QWidget* parent)
 {
     setObjectName(QStringLiteral("findBar"));
     m_field->setAccessibleName(QStringLiteral("Find"));
-    m_field->setPlaceholderText(QStringLiteral("Find in the conversation"));
+    m_symbol = m_field->addAction(QIcon(), QLineEdit::LeadingPosition);
     m_count->setAccessibleName(QStringLiteral("Matches"));
     PanelStyle::setRole(*m_count, QStringLiteral("caption"));
 
@@ -63,6 +64,7 @@ void FindBar::setTheme(const Palette& palette)
     const auto icon = [&palette](Icons::Name name) {
         return Icons::icon(name, palette.text, palette.muted);
     };
+    m_symbol->setIcon(icon(Icons::Name::find));
     m_previous->setIcon(icon(Icons::Name::chevronUp));
     m_next->setIcon(icon(Icons::Name::chevronDown));
     m_close->setIcon(icon(Icons::Name::close));

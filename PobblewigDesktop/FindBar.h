@@ -4,6 +4,7 @@
 
 #include <QFrame>
 
+class QAction;
 class QLabel;
 class QLineEdit;
 class QToolButton;
@@ -37,6 +38,7 @@ protected:
 
 private:
     QLineEdit* m_field;
+    QAction* m_symbol;
     QLabel* m_count;
     QToolButton* m_previous;
     QToolButton* m_next;

@@ -6,6 +6,7 @@
 #include <QFontMetrics>
 #include <QPainter>
 #include <QStyleOptionViewItem>
+#include <QWidget>
 
 #include <cmath>
 
@@ -31,6 +32,11 @@ bool hasFooter(const ConversationRow& row)
 QString footerText(const ConversationRow& row)
 {
     return row.kind == ConversationRow::Kind::partial ? QStringLiteral("Not finished") : row.time;
+}
+
+QRectF visiblePart(const QStyleOptionViewItem& option)
+{
+    return option.widget ? option.rect & option.widget->rect() : option.rect;
 }
 
 std::optional<Icons::Name> footerSymbol(const ConversationRow& row)
@@ -94,7 +100,7 @@ void MessageDelegate::paint(
     if (row.kind == ConversationRow::Kind::day)
         paintDay(*painter, row, boxes.text);
     else
-        paintMessage(*painter, row, boxes);
+        paintMessage(*painter, row, boxes, visiblePart(option));
     constexpr auto focused = QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
     if ((option.state & focused) == focused) {
         painter->setPen(QPen(m_palette.accent, 1.5));
@@ -121,9 +127,8 @@ void MessageDelegate::paintDay(
 }
 
 void MessageDelegate::paintMessage(
-    QPainter& painter, const ConversationRow& row, const Boxes& boxes) const
+    QPainter& painter, const ConversationRow& row, const Boxes& boxes, const QRectF& clip) const
 {
-    const auto clip = painter.clipBoundingRect();
     if (!boxes.bubble.isNull()) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(m_palette.bubble);

@@ -38,7 +38,8 @@ public:
 
 private:
     void paintDay(QPainter& painter, const ConversationRow& row, const QRectF& box) const;
-    void paintMessage(QPainter& painter, const ConversationRow& row, const Boxes& boxes) const;
+    void paintMessage(QPainter& painter, const ConversationRow& row, const Boxes& boxes,
+        const QRectF& clip) const;
     void paintFooter(QPainter& painter, const ConversationRow& row, const QRectF& box) const;
     void paintCaret(QPainter& painter, const ConversationRow& row, const QPointF& origin) const;
 

@@ -2,6 +2,7 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -15,6 +16,7 @@ constexpr int mostLines = 6;
 /// Border and padding, above and below.
 constexpr int frame = 6;
 constexpr int leastHeight = 36;
+constexpr auto hint = "Write to Pobblewig";
 
 } // namespace
 
@@ -22,7 +24,6 @@ MessageInput::MessageInput(QWidget* parent)
     : QPlainTextEdit(parent)
 {
     setAccessibleName(QStringLiteral("Message"));
-    setPlaceholderText(QStringLiteral("Write to Pobblewig"));
     setTabChangesFocus(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -35,6 +36,12 @@ bool MessageInput::isBlank() const
     return toPlainText().trimmed().isEmpty();
 }
 
+void MessageInput::setTheme(const Palette& palette)
+{
+    m_hintColor = palette.muted;
+    viewport()->update();
+}
+
 void MessageInput::keyPressEvent(QKeyEvent* event)
 {
     const auto isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
@@ -42,6 +49,19 @@ void MessageInput::keyPressEvent(QKeyEvent* event)
         Q_EMIT submitted();
     else
         QPlainTextEdit::keyPressEvent(event);
+}
+
+void MessageInput::paintEvent(QPaintEvent* event)
+{
+    QPlainTextEdit::paintEvent(event);
+    if (!document()->isEmpty())
+        return;
+    // A style sheet would show a placeholder text too faint to read.
+    const auto margin = static_cast<int>(document()->documentMargin());
+    QPainter painter(viewport());
+    painter.setPen(m_hintColor);
+    painter.drawText(viewport()->rect().adjusted(margin, margin, 0, 0),
+        Qt::AlignLeft | Qt::AlignTop, QString::fromUtf8(hint));
 }
 
 void MessageInput::resizeEvent(QResizeEvent* event)

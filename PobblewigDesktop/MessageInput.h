@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PobblewigDesktop/Theme.h"
+
 #include <QPlainTextEdit>
 
 namespace pobblewig {
@@ -12,17 +14,21 @@ public:
     explicit MessageInput(QWidget* parent = nullptr);
 
     bool isBlank() const;
+    void setTheme(const Palette& palette);
 
 Q_SIGNALS:
     void submitted();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
     void fitHeight();
+
+    QColor m_hintColor;
 };
 
 } // namespace pobblewig

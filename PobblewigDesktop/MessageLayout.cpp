@@ -272,8 +272,9 @@ void MessageLayout::placeLines(Segment& segment, int mostLines)
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     option.setTextDirection(segment.rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
-    if (m_shape.alignment == Alignment::centred)
-        option.setAlignment(Qt::AlignHCenter);
+    option.setAlignment(m_shape.alignment == Alignment::centred ? Qt::AlignHCenter
+            : segment.rightToLeft                               ? Qt::AlignRight
+                                                                : Qt::AlignLeft);
     auto& lines = *segment.lines;
     lines.setTextOption(option);
     segment.height = 0;

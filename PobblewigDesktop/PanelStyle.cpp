@@ -11,12 +11,12 @@ namespace {
 
 /// Names in braces are filled in.
 constexpr auto sheet = R"(
-* { color: {text}; }
 QFrame#header { background: {window}; border: none; border-bottom: 1px solid {hairline}; }
 QFrame#banner, QFrame#findBar {
     background: {surface}; border: 1px solid {hairline}; border-radius: 10px; }
 QFrame#banner[role="danger"] { border-color: {danger}; }
 QFrame#banner[role="danger"] QLabel { color: {danger}; }
+* { color: {text}; }
 QLabel { background: transparent; }
 QLabel[role="title"] { font-size: {titleSize}pt; font-weight: 600; }
 QLabel[role="caption"] { font-size: {captionSize}pt; color: {muted}; }
@@ -50,6 +50,7 @@ QToolTip { background: {surface}; color: {text}; border: 1px solid {hairline}; p
 QScrollBar:vertical { background: transparent; width: 10px; margin: 2px; }
 QScrollBar::handle:vertical { background: {outline}; border-radius: 3px; min-height: 32px; }
 QScrollBar::handle:vertical:hover { background: {muted}; }
+QScrollBar::handle:vertical:disabled { background: transparent; }
 QScrollBar::add-line, QScrollBar::sub-line { height: 0; }
 QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
 )";

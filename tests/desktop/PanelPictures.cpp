@@ -2,9 +2,9 @@
 
 #include "PobblewigDesktop/BuddyFace.h"
 #include "PobblewigDesktop/ChatPanel.h"
+#include "PobblewigDesktop/FindBar.h"
 #include "desktop/ScriptedChat.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QLineEdit>
 #include <QListView>
@@ -55,7 +55,7 @@ struct Scene {
         panel->setTheme(Theme::palette(scheme, accent));
         panel->setModelLabel(QStringLiteral("demo model"));
         panel->setStateText(QStringLiteral("focus until 15:30"));
-        panel->setFace(BuddyFace::icon(MascotSprite()));
+        panel->setFace(BuddyFace::icon(MascotSprite::sprite(Mascot::axolotl)));
         panel->show();
     }
 
@@ -64,14 +64,6 @@ struct Scene {
         talk.chat.submit(text);
         if (!QTest::qWaitFor([this] { return talk.model.isAsked(); }))
             qFatal("The model was never asked.");
-    }
-
-    void press(const QString& name) const
-    {
-        for (auto* const button : panel->findChildren<QAbstractButton*>()) {
-            if (button->accessibleName() == name)
-                button->click();
-        }
     }
 };
 
@@ -98,7 +90,7 @@ const State states[] = {
     { "find",
         [](Scene& scene) {
             fill(scene.talk);
-            QTest::keyClick(scene.panel.get(), Qt::Key_F, Qt::ControlModifier);
+            scene.panel->findChild<FindBar*>()->open();
             scene.panel->findChild<QLineEdit*>()->setText(QStringLiteral("re"));
         } },
     { "scrolled",

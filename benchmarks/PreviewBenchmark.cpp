@@ -1,0 +1,175 @@
+// What a long streaming reply costs the chat panel: whether the cost grows with its length only,
+// and for how long the event loop stands still.
+
+#include "PobblewigDesktop/ChatPanel.h"
+#include "desktop/ScriptedChat.h"
+
+#include <QApplication>
+#include <QDeadlineTimer>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QListView>
+#include <QTimer>
+
+#include <algorithm>
+#include <cstdio>
+#include <ctime>
+
+namespace pobblewig {
+
+namespace {
+
+constexpr int charactersPerToken = 4;
+constexpr int tokensPerTurn = 40;
+
+/// Words of everyday lengths; one paragraph, or one of about 400 characters after the other.
+QString prose(int length, bool isOneParagraph)
+{
+    const auto words = QStringLiteral("the quick idea of a small crab that walks over every desk ");
+    auto text = words.repeated(length / static_cast<int>(words.size()) + 1).first(length);
+    for (auto end = 400; !isOneParagraph && end < length; end += 400)
+        text[end] = u'\n';
+    return text;
+}
+
+double processorSeconds()
+{
+    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
+void wait(const std::function<bool()>& isDone)
+{
+    const QDeadlineTimer limit(std::chrono::minutes(2));
+    while (!isDone() && !limit.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+/// How long the event loop let a timer of one millisecond wait.
+class StallMeter {
+public:
+    StallMeter()
+    {
+        m_timer.setTimerType(Qt::PreciseTimer);
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] {
+            m_stalls.push_back(static_cast<double>(m_sinceLast.nsecsElapsed()) / 1e6);
+            m_sinceLast.restart();
+        });
+        m_sinceLast.start();
+        m_timer.start(1);
+    }
+
+    double longest() const { return *std::ranges::max_element(m_stalls); }
+
+    double percentile(double share)
+    {
+        std::ranges::sort(m_stalls);
+        return m_stalls[static_cast<std::size_t>(share * static_cast<double>(m_stalls.size() - 1))];
+    }
+
+private:
+    QTimer m_timer;
+    QElapsedTimer m_sinceLast;
+    std::vector<double> m_stalls { 0 };
+};
+
+struct Talk {
+    explicit Talk(bool isLong)
+        : panel(scripted.chat, { QTimeZone::utc(), QLocale::c() }, [] { return ScriptedChat::now; })
+    {
+        for (auto count = 0; isLong && count < 15; ++count)
+            scripted.exchange(prose(10'000, false), prose(10'000, count % 2 == 0));
+        panel.show();
+        settle();
+    }
+
+    static void settle()
+    {
+        QElapsedTimer time;
+        time.start();
+        wait([&time] { return time.hasExpired(1500); });
+    }
+
+    /// Streams a reply a few tokens at a time, as a fast model does, until it is in the history.
+    void stream(const QString& text)
+    {
+        const auto before = scripted.history.messages().back().id;
+        scripted.chat.submit(QStringLiteral("Go on"));
+        wait([this] { return scripted.model.isAsked(); });
+        QTimer speaker;
+        qsizetype said = 0;
+        QObject::connect(&speaker, &QTimer::timeout, &speaker, [&] {
+            for (auto token = 0; token < tokensPerTurn && said < text.size(); ++token) {
+                scripted.model.say(text.mid(said, charactersPerToken));
+                said += charactersPerToken;
+            }
+            if (said >= text.size()) {
+                speaker.stop();
+                scripted.model.finish();
+            }
+        });
+        speaker.start(1);
+        wait([&] {
+            return !scripted.chat.isStreaming() && scripted.history.messages().back().id != before;
+        });
+    }
+
+    ScriptedChat scripted;
+    ChatPanel panel;
+};
+
+double costOf(int length, bool isOneParagraph)
+{
+    Talk talk(false);
+    talk.scripted.exchange(QStringLiteral("Hello"), QStringLiteral("Hello"));
+    const auto start = processorSeconds();
+    talk.stream(prose(length, isOneParagraph));
+    return processorSeconds() - start;
+}
+
+void measureGrowth(bool isOneParagraph)
+{
+    const auto half = costOf(50'000, isOneParagraph);
+    const auto otherHalf = costOf(50'000, isOneParagraph);
+    const auto whole = costOf(100'000, isOneParagraph);
+    std::printf("%s: 2 x 50,000 characters %.0f ms, 100,000 characters %.0f ms, ratio %.2f\n",
+        isOneParagraph ? "one paragraph" : "paragraphs", (half + otherHalf) * 1000, whole * 1000,
+        whole / (half + otherHalf));
+}
+
+void measureStalls(bool isOneParagraph)
+{
+    Talk talk(true);
+    StallMeter meter;
+    talk.stream(prose(100'000, isOneParagraph));
+    wait([time = QDeadlineTimer(500)] { return time.hasExpired(); });
+    std::printf("%s: longest stall while streaming %.1f ms, 99 per cent below %.1f ms\n",
+        isOneParagraph ? "one paragraph" : "paragraphs", meter.longest(), meter.percentile(0.99));
+}
+
+void measureResizing()
+{
+    Talk talk(true);
+    StallMeter meter;
+    for (auto width = 400; width < 700; width += 5) {
+        talk.panel.resize(width, 600);
+        wait([time = QDeadlineTimer(20)] { return time.hasExpired(); });
+    }
+    talk.settle();
+    std::printf("resizing: longest stall %.1f ms, 99 per cent below %.1f ms\n", meter.longest(),
+        meter.percentile(0.99));
+}
+
+} // namespace
+
+} // namespace pobblewig
+
+int main(int argc, char** argv)
+{
+    const QApplication application(argc, argv);
+    for (const auto isOneParagraph : { false, true })
+        pobblewig::measureGrowth(isOneParagraph);
+    for (const auto isOneParagraph : { false, true })
+        pobblewig::measureStalls(isOneParagraph);
+    pobblewig::measureResizing();
+    return 0;
+}
