@@ -17,8 +17,8 @@ namespace pobblewig {
 
 namespace {
 
-/// What is laid out in one go: about 4 ms.
-constexpr qsizetype charactersPerSlice = 8000;
+/// What is laid out in one go: about 3 ms.
+constexpr qsizetype charactersPerSlice = 3000;
 constexpr int lineStep = 20;
 constexpr int nearTheEnd = 8;
 constexpr int jumpSide = 32;

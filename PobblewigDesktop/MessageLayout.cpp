@@ -13,7 +13,7 @@ namespace pobblewig {
 
 namespace {
 
-constexpr qsizetype charactersPerPiece = 2048;
+constexpr qsizetype charactersPerPiece = 1024;
 constexpr qsizetype mostOpenCharacters = 4096;
 constexpr int mostOpenLines = 10;
 /// A word that is still growing can move from the last line to the next.

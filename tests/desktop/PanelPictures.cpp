@@ -37,9 +37,10 @@ void fill(ScriptedChat& talk)
     talk.exchange(QStringLiteral("مرحبا، كيف حالك اليوم؟"),
         QStringLiteral("أنا بخير، شكرا! هل نبدأ بمراجعة الفصل الثالث من كتاب Statistics معا؟"),
         now - 10min);
-    talk.exchange(QStringLiteral("Donaudampfschifffahrtselektrizitätenhauptbetriebswerkbauunterbeamt"
-                                 "engesellschaft https://example.org/a/very/long/path/that/never/"
-                                 "ends?with=parameters&and=more"),
+    talk.exchange(
+        QStringLiteral("Donaudampfschifffahrtselektrizitätenhauptbetriebswerkbauunterbeamt"
+                       "engesellschaft https://example.org/a/very/long/path/that/never/"
+                       "ends?with=parameters&and=more"),
         QStringLiteral("That is quite a word."), now - 2min);
 }
 
@@ -112,11 +113,11 @@ void draw(const State& state, ColorScheme scheme, const QString& accent, const Q
     scene.open(scheme, accent);
     state.second(scene);
     QTest::qWait(400);
-    const auto name = QStringLiteral("%1-%2-%3x.png")
-                          .arg(QLatin1String(state.first),
-                              scheme == ColorScheme::dark ? QStringLiteral("dark")
-                                                          : QStringLiteral("light"))
-                          .arg(scene.panel->devicePixelRatioF());
+    const auto name =
+        QStringLiteral("%1-%2-%3x.png")
+            .arg(QLatin1String(state.first),
+                scheme == ColorScheme::dark ? QStringLiteral("dark") : QStringLiteral("light"))
+            .arg(scene.panel->devicePixelRatioF());
     scene.panel->grab().save(folder.filePath(name));
 }
 

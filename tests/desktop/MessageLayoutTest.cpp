@@ -1,0 +1,191 @@
+#include "PobblewigDesktop/MessageLayout.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QTest>
+
+namespace pobblewig {
+
+namespace {
+
+using Alignment = MessageLayout::Alignment;
+
+MessageLayout layoutOf(const QString& text, Alignment alignment = Alignment::natural)
+{
+    MessageLayout layout({ QFont(), 300, alignment });
+    layout.setText(text);
+    layout.layOut();
+    return layout;
+}
+
+const auto prose = QStringLiteral("A small crab walks over the desk, looks around, and sits. ");
+const auto arabic = QStringLiteral("هل نبدأ بمراجعة الفصل الثالث من الكتاب معا؟ ");
+
+/// Nothing if both show the same lines.
+QString difference(const MessageLayout& one, const MessageLayout& other)
+{
+    if (one.height() != other.height())
+        return QStringLiteral("heights %1 and %2").arg(one.height()).arg(other.height());
+    for (qsizetype position = 0; position < one.text().size(); position += 3) {
+        if (one.cursorAt(position) != other.cursorAt(position))
+            return QStringLiteral("the cursor at %1").arg(position);
+    }
+    return {};
+}
+
+} // namespace
+
+class MessageLayoutTest : public QObject {
+    Q_OBJECT
+
+    static void addTexts()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("one line") << QStringLiteral("Hello");
+        QTest::newRow("one long paragraph") << prose.repeated(90);
+        QTest::newRow("paragraphs") << (prose.repeated(3) + u'\n').repeated(12);
+        QTest::newRow("blank lines") << QStringLiteral("\n\none\n\n\ntwo\n\n");
+        QTest::newRow("other line ends") << QStringLiteral("one\r\ntwo\u2028three\u2029four");
+        QTest::newRow("a word without end") << QStringLiteral("Donaudampfschiff").repeated(300);
+        QTest::newRow("right to left") << arabic.repeated(60);
+        QTest::newRow("both directions") << (arabic + prose + u'\n' + prose + arabic).repeated(9);
+        QTest::newRow("emoji") << QStringLiteral("🙂👩‍👩‍👧‍👦 ok ").repeated(200);
+        QTest::newRow("a line that never ends") << u'e' + QString(9000, QChar(0x0301));
+    }
+
+private Q_SLOTS:
+    void appendingShowsTheSameAsTheWhole_data() { addTexts(); }
+    void appendingShowsTheSameAsTheWhole()
+    {
+        QFETCH(QString, text);
+        const auto whole = layoutOf(text);
+        for (const qsizetype piece : { 13, 700 }) {
+            MessageLayout grown({ QFont(), 300, Alignment::natural });
+            for (auto end = piece; end < text.size() + piece; end += piece) {
+                grown.setText(text.first(std::min(end, text.size())));
+                grown.layOut();
+            }
+            QCOMPARE(grown.text(), text);
+            QCOMPARE(difference(grown, whole), QString());
+        }
+    }
+
+    void layingOutInSlicesShowsTheSameAsAtOnce_data() { addTexts(); }
+    void layingOutInSlicesShowsTheSameAsAtOnce()
+    {
+        QFETCH(QString, text);
+        MessageLayout sliced({ QFont(), 300, Alignment::natural });
+        sliced.setText(text);
+        auto slices = 0;
+        for (; !sliced.isComplete(); ++slices)
+            sliced.layOut(500);
+        QVERIFY(slices <= text.size() / 500 + 1);
+        QCOMPARE(difference(sliced, layoutOf(text)), QString());
+    }
+
+    void anotherEndShowsTheSameAsTheWhole_data()
+    {
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<QString>("after");
+        const auto text = prose.repeated(60);
+        QTest::newRow("blanks cut off") << text + u'\n' << text.trimmed();
+        QTest::newRow("half gone") << text << text.first(text.size() / 2);
+        QTest::newRow("another last word") << text + QStringLiteral("end") << text + arabic;
+        QTest::newRow("nothing in common") << text << arabic;
+        QTest::newRow("cut at a line end") << QStringLiteral("one\ntwo") << QStringLiteral("one\n");
+        QTest::newRow("all gone") << text << QString();
+    }
+    void anotherEndShowsTheSameAsTheWhole()
+    {
+        QFETCH(QString, before);
+        QFETCH(QString, after);
+        auto changed = layoutOf(before);
+        changed.setText(after);
+        changed.layOut();
+        QCOMPARE(difference(changed, layoutOf(after)), QString());
+    }
+
+    void theHeightIsEstimatedUntilItIsKnown()
+    {
+        MessageLayout waiting({ QFont(), 300, Alignment::natural });
+        waiting.setText(prose.repeated(100));
+        const auto known = layoutOf(prose.repeated(100)).height();
+        QVERIFY(waiting.height() > known / 2 && waiting.height() < known * 2);
+    }
+
+    void whatIsPointedAtIsFound_data() { addTexts(); }
+    void whatIsPointedAtIsFound()
+    {
+        QFETCH(QString, text);
+        const auto layout = layoutOf(text);
+        for (qsizetype position = 0; position < std::min<qsizetype>(text.size(), 4000);
+             ++position) {
+            const auto place = layout.cursorAt(position);
+            const auto found = layout.positionAt(place.center());
+            QCOMPARE(layout.cursorAt(found).top(), place.top());
+            QVERIFY(qAbs(layout.cursorAt(found).left() - place.left()) < 1);
+        }
+        QCOMPARE(layout.positionAt({ 0, -100 }), layout.positionAt({ 0, 0 }));
+        QVERIFY(layout.positionAt({ 1000, 1e6 }) <= text.size());
+    }
+
+    void aParagraphBeginsAtTheSideOfItsScript()
+    {
+        QVERIFY(layoutOf(prose).cursorAt(0).left() < 1);
+        QVERIFY(layoutOf(arabic).cursorAt(0).left() > 290);
+        const auto continued = layoutOf(arabic.repeated(60) + QStringLiteral("END"));
+        QVERIFY(continued.cursorAt(continued.text().size()).left() < 299);
+    }
+
+    void aSnugLayoutIsAsWideAsItsText()
+    {
+        const auto bubble = layoutOf(arabic.first(12), Alignment::snug);
+        QVERIFY(bubble.contentWidth() < 200);
+        QVERIFY(qAbs(bubble.cursorAt(0).left() - bubble.contentWidth()) < 2);
+    }
+
+    void aWordIsFound_data()
+    {
+        QTest::addColumn<qsizetype>("position");
+        QTest::addColumn<QString>("word");
+        QTest::newRow("at its start") << qsizetype(0) << QStringLiteral("Crabs");
+        QTest::newRow("inside") << qsizetype(8) << QStringLiteral("don't");
+        QTest::newRow("at the very end") << qsizetype(16) << QStringLiteral("walk");
+    }
+    void aWordIsFound()
+    {
+        QFETCH(qsizetype, position);
+        QFETCH(QString, word);
+        const auto layout = layoutOf(QStringLiteral("Crabs don't walk"));
+        const auto range = layout.wordAt(position);
+        QCOMPARE(layout.text().mid(range.start, range.length), word);
+    }
+
+    void onlyMarkedTextIsMarked()
+    {
+        const auto layout = layoutOf(prose.repeated(4));
+        const MessageLayout::Ink ink { Qt::black, Qt::green, Qt::yellow, Qt::red };
+        const MessageLayout::Marks marks {
+            .selection = TextRange { 100, 20 },
+            .matches = { { 2, 5 }, { 60, 5 } },
+            .currentMatch = TextRange { 60, 5 },
+        };
+        QImage image(300, static_cast<int>(layout.height()), QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        layout.draw(painter, {}, image.rect(), ink, marks);
+        const auto colorAt = [&](qsizetype position) {
+            return image.pixelColor(
+                (layout.cursorAt(position).topRight() + QPointF(1, 1)).toPoint());
+        };
+        QCOMPARE(colorAt(4), QColor(Qt::yellow));
+        QCOMPARE(colorAt(62), QColor(Qt::red));
+        QCOMPARE(colorAt(110), QColor(Qt::green));
+        QCOMPARE(colorAt(20), QColor(Qt::white));
+    }
+};
+
+} // namespace pobblewig
+
+QTEST_MAIN(pobblewig::MessageLayoutTest)
+#include "MessageLayoutTest.moc"
