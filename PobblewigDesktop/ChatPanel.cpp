@@ -214,20 +214,25 @@ void ChatPanel::showCapture()
 
 void ChatPanel::send()
 {
-    if (m_input->isBlank() || !m_chat.submit(m_input->toPlainText()))
-        return;
-    m_input->clear();
-    m_view->followLatest();
+    if (!m_input->isBlank())
+        submit(m_input->toPlainText(), ChatService::Screenshot::without);
 }
 
 void ChatPanel::sendWithScreen()
 {
-    const auto text =
-        m_input->isBlank() ? QStringLiteral("Look at my screen.") : m_input->toPlainText();
-    if (!m_chat.submit(text, ChatService::Screenshot::with))
-        return;
+    submit(m_input->isBlank() ? QStringLiteral("Look at my screen.") : m_input->toPlainText(),
+        ChatService::Screenshot::with);
+}
+
+void ChatPanel::submit(const QString& text, ChatService::Screenshot screenshot)
+{
+    // A turn can fail at once and give the text back, so the field is emptied first.
+    const auto written = m_input->toPlainText();
     m_input->clear();
-    m_view->followLatest();
+    if (m_chat.submit(text, screenshot))
+        m_view->followLatest();
+    else
+        m_input->setPlainText(written);
 }
 
 void ChatPanel::escape()

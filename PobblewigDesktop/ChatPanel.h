@@ -2,6 +2,7 @@
 
 #include "PobblewigDesktop/ConversationLogic.h"
 #include "PobblewigDesktop/Theme.h"
+#include "conversation/ChatService.h"
 
 #include <QIcon>
 #include <QWidget>
@@ -13,7 +14,6 @@ namespace pobblewig {
 
 class Banner;
 class ChatHeader;
-class ChatService;
 class ConversationFeed;
 class ConversationFind;
 class ConversationModel;
@@ -57,6 +57,7 @@ private:
     void showCapture();
     void send();
     void sendWithScreen();
+    void submit(const QString& text, ChatService::Screenshot screenshot);
     void escape();
     void save();
     void saveTo(const QString& path);

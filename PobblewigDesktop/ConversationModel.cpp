@@ -62,7 +62,11 @@ void ConversationModel::insertNew(std::vector<ConversationRow>& wanted)
 {
     auto number = 0;
     for (auto& next : wanted) {
-        if (number == messageCount() || !row(number).isSameAs(next)) {
+        if (number == messageCount() && endsReply(next)) {
+            m_rows.back() = std::move(next);
+            m_hasReply = false;
+            announceChange(number);
+        } else if (number == messageCount() || !row(number).isSameAs(next)) {
             beginInsertRows({}, number, number);
             m_rows.insert(m_rows.begin() + number, std::move(next));
             endInsertRows();
@@ -78,6 +82,12 @@ void ConversationModel::insertNew(std::vector<ConversationRow>& wanted)
     beginRemoveRows({}, number, messageCount() - 1);
     m_rows.erase(m_rows.begin() + number, m_rows.begin() + messageCount());
     endRemoveRows();
+}
+
+bool ConversationModel::endsReply(const ConversationRow& next) const
+{
+    return m_hasReply && m_rows.back().kind == ConversationRow::Kind::preview
+        && next.kind == ConversationRow::Kind::assistant;
 }
 
 void ConversationModel::setReply(const std::optional<ConversationRow>& reply)

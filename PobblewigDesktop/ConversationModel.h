@@ -26,6 +26,7 @@ public:
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
 
+    /// A new message of the buddy takes the place of the reply in progress.
     void setRows(std::vector<ConversationRow> rows);
 
     /// Nothing removes the reply in progress.
@@ -38,6 +39,7 @@ private:
     int messageCount() const { return static_cast<int>(m_rows.size()) - (m_hasReply ? 1 : 0); }
     void removeMissing(const std::vector<ConversationRow>& wanted);
     void insertNew(std::vector<ConversationRow>& wanted);
+    bool endsReply(const ConversationRow& next) const;
     void announceChange(int number);
 
     std::vector<ConversationRow> m_rows;

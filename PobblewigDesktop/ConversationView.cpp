@@ -151,6 +151,15 @@ void ConversationView::changeEvent(QEvent* event)
         scheduleDelayedItemsLayout();
 }
 
+void ConversationView::focusInEvent(QFocusEvent* event)
+{
+    // The latest is where reading begins; the list itself would begin with the first.
+    if (!currentIndex().isValid() && m_model.rowCount() > 0)
+        selectionModel()->setCurrentIndex(
+            m_model.index(m_model.rowCount() - 1), QItemSelectionModel::NoUpdate);
+    QListView::focusInEvent(event);
+}
+
 void ConversationView::keyPressEvent(QKeyEvent* event)
 {
     static const std::map<int, QAbstractSlider::SliderAction> scrolling {

@@ -264,7 +264,6 @@ void MessageLayout::freezeFullLines()
     }
     segment.isOpen = false;
     m_laidOut = segment.end();
-    openSegment();
 }
 
 void MessageLayout::placeLines(Segment& segment, int mostLines)

@@ -3,6 +3,8 @@
 #include "conversation/ChatService.h"
 #include "support/BorrowedProvider.h"
 
+#include <QCoreApplication>
+
 namespace pobblewig {
 
 /// A model that says what it is told to say, when it is told to.
@@ -33,12 +35,19 @@ private:
 struct ScriptedChat {
     static constexpr TimePoint now { std::chrono::seconds(1772352900) };
 
+    ScriptedChat() = default;
+    Q_DISABLE_COPY_MOVE(ScriptedChat)
+    ~ScriptedChat()
+    {
+        // A turn outlives its service unless it is told to end.
+        chat.cancelStreaming();
+        QCoreApplication::processEvents();
+    }
+
     void add(ChatMessage::Role role, const QString& text, TimePoint timestamp = now)
     {
-        history.append({ .id = QUuid::createUuid(),
-            .role = role,
-            .text = text,
-            .timestamp = timestamp });
+        history.append(
+            { .id = QUuid::createUuid(), .role = role, .text = text, .timestamp = timestamp });
         chat.reload();
     }
 
@@ -57,8 +66,7 @@ struct ScriptedChat {
             .mainProvider = [this]() { return lend(main); },
             .visionProvider = []() { return lend(nullptr); },
             .mainConfig = []() -> Task<MainModelConfig> { co_return MainModelConfig(); },
-            .situationProvider
-            = []() -> Task<SituationSnapshot> { co_return SituationSnapshot(); },
+            .situationProvider = []() -> Task<SituationSnapshot> { co_return SituationSnapshot(); },
             .clock = [] { return now; },
         } };
 

@@ -40,8 +40,8 @@ private Q_SLOTS:
         };
         for (const auto& [what, color, ground, least] : pairs) {
             const auto contrast = Theme::contrast(color, ground);
-            QVERIFY2(
-                contrast >= least, qPrintable(QStringLiteral("%1: %2").arg(what).arg(contrast)));
+            QVERIFY2(contrast >= least,
+                qPrintable(QStringLiteral("%1: %2").arg(QLatin1String(what)).arg(contrast)));
         }
     }
 

@@ -1,0 +1,235 @@
+#include "PobblewigDesktop/ChatPanel.h"
+
+#include "desktop/ScriptedChat.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAccessible>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace pobblewig {
+
+namespace {
+
+const LLMFailure unreachable = TransportError { TransportError::Kind::unreachable,
+    QStringLiteral("The server does not answer.") };
+
+} // namespace
+
+class ChatPanelTest : public QObject {
+    Q_OBJECT
+
+    template <typename Widget>
+    Widget& named(const QString& name) const
+    {
+        for (auto* const widget : m_panel->findChildren<Widget*>()) {
+            if (widget->accessibleName() == name)
+                return *widget;
+        }
+        qFatal("There is no control of the name %s.", qPrintable(name));
+    }
+
+    QAbstractButton& button(const char* name) const
+    {
+        return named<QAbstractButton>(QString::fromLatin1(name));
+    }
+    QLabel& label(const char* name) const { return named<QLabel>(QString::fromLatin1(name)); }
+    QPlainTextEdit& input() const { return named<QPlainTextEdit>(QStringLiteral("Message")); }
+
+    /// As those who hear the conversation get it.
+    QStringList spoken() const
+    {
+        auto* const list = QAccessible::queryAccessibleInterface(
+            &named<QAbstractItemView>(QStringLiteral("Conversation")));
+        QStringList result;
+        for (auto number = 0; number < list->childCount(); ++number)
+            result.append(list->child(number)->text(QAccessible::Name));
+        // Without an assistive technology nothing tells the interface that rows come and go.
+        QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(list));
+        return result;
+    }
+
+    void ask(const QString& text)
+    {
+        input().setPlainText(text);
+        QTest::keyClick(&input(), Qt::Key_Return);
+        QTRY_VERIFY(m_talk->model.isAsked());
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_talk = std::make_unique<ScriptedChat>();
+        m_panel = std::make_unique<ChatPanel>(m_talk->chat,
+            ReadingPlace { QTimeZone::utc(), QLocale(QStringLiteral("en_GB")) },
+            [] { return ScriptedChat::now; });
+        m_panel->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_panel.get()));
+    }
+    void cleanup()
+    {
+        m_panel.reset();
+        m_talk.reset();
+    }
+
+    void aReplyAppearsAsItIsWrittenAndStays()
+    {
+        ask(QStringLiteral("Hello"));
+        QVERIFY(input().toPlainText().isEmpty());
+        QVERIFY(button("Stop").isVisible() && !button("Send").isVisible());
+        QCOMPARE(label("State").text(), QStringLiteral("thinking…"));
+        m_talk->model.say(QStringLiteral("Good "));
+        m_talk->model.say(QStringLiteral("mor"));
+        QTRY_COMPARE(spoken().last(), QStringLiteral("Pobblewig is writing: Good mor"));
+        m_talk->model.say(QStringLiteral("ning"));
+        m_talk->model.finish();
+        QTRY_VERIFY(button("Send").isVisible());
+        QCOMPARE(spoken(),
+            (QStringList { QStringLiteral("Today"), QStringLiteral("You, 08:15: Hello"),
+                QStringLiteral("Pobblewig, 08:15: Good morning") }));
+    }
+
+    void whatWasWrittenBeforeAStopStaysUntilTheNextTurn()
+    {
+        ask(QStringLiteral("Hello"));
+        m_talk->model.say(QStringLiteral("Half a"));
+        QTRY_COMPARE(spoken().last(), QStringLiteral("Pobblewig is writing: Half a"));
+        button("Stop").click();
+        QCOMPARE(spoken().last(), QStringLiteral("Pobblewig, unfinished: Half a"));
+        QVERIFY(button("Send").isVisible());
+        QVERIFY(!label("Error").isVisible());
+        ask(QStringLiteral("Again"));
+        QTRY_COMPARE(spoken().last(), QStringLiteral("Pobblewig is writing: "));
+        QVERIFY(!spoken().join(u'\n').contains(QStringLiteral("Half a")));
+    }
+
+    void anErrorIsSaidAndTheTurnCanBeTriedAgain()
+    {
+        ask(QStringLiteral("Hello"));
+        m_talk->model.say(QStringLiteral("Half a"));
+        m_talk->model.finish(unreachable);
+        QTRY_VERIFY(label("Error").isVisible());
+        QCOMPARE(label("Error").text(), *m_talk->chat.lastError());
+        QCOMPARE(label("Error").accessibleDescription(), label("Error").text());
+        QVERIFY(input().toPlainText().isEmpty());
+        QTRY_VERIFY(button("Retry").isEnabled());
+        button("Retry").click();
+        QTRY_VERIFY(m_talk->model.isAsked() && !label("Error").isVisible());
+        m_talk->model.say(QStringLiteral("Hi"));
+        m_talk->model.finish();
+        QTRY_COMPARE(spoken().size(), 3);
+        QCOMPARE(spoken().last(), QStringLiteral("Pobblewig, 08:15: Hi"));
+    }
+
+    void whatCouldNotBeSentIsGivenBack()
+    {
+        m_talk->main = nullptr;
+        input().setPlainText(QStringLiteral("Precious words"));
+        button("Send").click();
+        QTRY_VERIFY(label("Error").isVisible());
+        QTRY_COMPARE(input().toPlainText(), QStringLiteral("Precious words"));
+    }
+
+    void enterSendsAndShiftEnterBreaksTheLine()
+    {
+        QTest::keyClicks(&input(), QStringLiteral("one"));
+        QTest::keyClick(&input(), Qt::Key_Return, Qt::ShiftModifier);
+        QTest::keyClicks(&input(), QStringLiteral("two"));
+        QTest::keyClick(&input(), Qt::Key_Return);
+        QTRY_COMPARE(spoken().value(1), QStringLiteral("You, 08:15: one\ntwo"));
+        // A second message waits in the field while the first is answered.
+        input().setPlainText(QStringLiteral("three"));
+        QTest::keyClick(&input(), Qt::Key_Return);
+        QCOMPARE(input().toPlainText(), QStringLiteral("three"));
+    }
+
+    void nothingBlankIsSent()
+    {
+        QVERIFY(!button("Send").isEnabled());
+        input().setPlainText(QStringLiteral(" \n "));
+        QVERIFY(!button("Send").isEnabled());
+        const QSignalSpy activity(&m_talk->chat, &ChatService::activityChanged);
+        QTest::keyClick(&input(), Qt::Key_Return);
+        QVERIFY(activity.isEmpty());
+    }
+
+    void theInputGrowsToSixLines()
+    {
+        const auto one = input().height();
+        input().setPlainText(QStringLiteral("1\n2\n3\n4\n5\n6"));
+        const auto six = input().height();
+        QVERIFY(six > one + 4 * input().fontMetrics().lineSpacing());
+        input().setPlainText(QStringLiteral("1\n2\n3\n4\n5\n6\n7\n8"));
+        QCOMPARE(input().height(), six);
+        input().clear();
+        QCOMPARE(input().height(), one);
+    }
+
+    void escapeClosesFindAndThenThePanel()
+    {
+        m_talk->exchange(QStringLiteral("tea or TEA"), QStringLiteral("Tea"));
+        QTest::keyClick(m_panel.get(), Qt::Key_F, Qt::ControlModifier);
+        auto& field = named<QLineEdit>(QStringLiteral("Find"));
+        QVERIFY(field.isVisible());
+        QTest::keyClicks(&field, QStringLiteral("tea"));
+        QCOMPARE(label("Matches").text(), QStringLiteral("3 of 3"));
+        QTest::keyClick(&field, Qt::Key_Return);
+        QCOMPARE(label("Matches").text(), QStringLiteral("1 of 3"));
+        button("Previous match").click();
+        QCOMPARE(label("Matches").text(), QStringLiteral("3 of 3"));
+        m_talk->add(ChatMessage::Role::user, QStringLiteral("More tea"));
+        QCOMPARE(label("Matches").text(), QStringLiteral("3 of 4"));
+        QTest::keyClicks(&field, QStringLiteral("pot"));
+        QCOMPARE(label("Matches").text(), QStringLiteral("No matches"));
+        QTest::keyClick(m_panel.get(), Qt::Key_Escape);
+        QVERIFY(!field.isVisible() && m_panel->isVisible());
+        QTest::keyClick(m_panel.get(), Qt::Key_Escape);
+        QVERIFY(!m_panel->isVisible());
+    }
+
+    void theConversationIsSavedAsText()
+    {
+        const QTemporaryDir folder;
+        m_talk->exchange(QStringLiteral("Hi"), QStringLiteral("Hello"));
+        QTest::keyClick(m_panel.get(), Qt::Key_S, Qt::ControlModifier);
+        auto* const dialog = m_panel->findChild<QFileDialog*>();
+        QVERIFY(dialog);
+        const auto path = folder.filePath(QStringLiteral("talk.txt"));
+        Q_EMIT dialog->fileSelected(path);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QVERIFY(file.readAll().endsWith("You, 08:15\nHi\n\nPobblewig, 08:15\nHello\n\n"));
+        Q_EMIT dialog->fileSelected(folder.filePath(QStringLiteral("talk.txt/inside.txt")));
+        QVERIFY(label("Notice").isVisible());
+    }
+
+    void everyControlHasAName()
+    {
+        for (auto* const control : m_panel->findChildren<QWidget*>()) {
+            if (control->focusPolicy() & Qt::TabFocus && control->isVisibleTo(m_panel.get()))
+                QVERIFY2(!control->accessibleName().isEmpty(), control->metaObject()->className());
+        }
+        m_panel->setModelLabel(QStringLiteral("demo model"));
+        QCOMPARE(label("Model").accessibleDescription(), QStringLiteral("demo model"));
+        QVERIFY(button("Look at my screen").isEnabled());
+        const QSignalSpy asked(m_panel.get(), &ChatPanel::newSessionRequested);
+        button("New session").click();
+        QCOMPARE(asked.size(), 1);
+        QCOMPARE(m_panel->windowTitle(), QStringLiteral("Pobblewig Chat"));
+    }
+
+private:
+    std::unique_ptr<ScriptedChat> m_talk;
+    std::unique_ptr<ChatPanel> m_panel;
+};
+
+} // namespace pobblewig
+
+QTEST_MAIN(pobblewig::ChatPanelTest)
+#include "ChatPanelTest.moc"
