@@ -163,7 +163,10 @@ ChatService::Dependencies AppCoordinator::chatDependencies()
 
 std::optional<QString> AppCoordinator::storageProblem() const
 {
-    return m_directoryProblem ? m_directoryProblem : m_parts.directory->health->lastProblem;
+    if (m_directoryProblem)
+        return m_directoryProblem;
+    const auto& problems = m_parts.directory->health->problems;
+    return problems.empty() ? std::nullopt : std::optional(problems.begin()->second);
 }
 
 } // namespace pobblewig

@@ -16,6 +16,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QShortcut>
+#include <QStyle>
 #include <QToolButton>
 
 namespace pobblewig {
@@ -107,13 +108,20 @@ void ChatPanel::setNotice(const QString& text)
 
 void ChatPanel::showBeside(const QRect& buddy, const QRect& screen)
 {
-    const auto decoration = frameGeometry().size() - size();
+    const auto decoration = frameSize();
     const auto place = PanelPlacement::beside(buddy, size() + decoration, screen);
     resize(place.size() - decoration);
     move(place.topLeft());
     show();
     raise();
     activateWindow();
+}
+
+QSize ChatPanel::frameSize() const
+{
+    // Before the first show nobody knows the frame, only what frames are like.
+    const QSize expected(0, style()->pixelMetric(QStyle::PM_TitleBarHeight));
+    return (frameGeometry().size() - size()).expandedTo(expected);
 }
 
 void ChatPanel::showEvent(QShowEvent* event)

@@ -49,6 +49,7 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    QSize frameSize() const;
     void arrange();
     void connectChat();
     void connectControls();

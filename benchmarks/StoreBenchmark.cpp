@@ -35,8 +35,7 @@ void saveAStore(benchmark::State& state)
         if (!file.save(value))
             state.SkipWithError("the save failed");
     }
-    state.SetBytesProcessed(
-        state.iterations() * JSONFileStore::encoded(json::encode(value)).size());
+    state.SetBytesProcessed(state.iterations() * json::text(value).size());
 }
 BENCHMARK(saveAStore)->UseRealTime()->Unit(benchmark::kMillisecond)->MinTime(2);
 
@@ -44,7 +43,7 @@ BENCHMARK(saveAStore)->UseRealTime()->Unit(benchmark::kMillisecond)->MinTime(2);
 void writeTheBareBytes(benchmark::State& state)
 {
     const QTemporaryDir scratch;
-    const auto bytes = JSONFileStore::encoded(json::encode(messages()));
+    const auto bytes = json::text(messages());
     const auto partial = scratch.filePath(QStringLiteral("partial")).toLocal8Bit();
     const auto target = scratch.filePath(QStringLiteral("chat.json")).toLocal8Bit();
     for (auto _ : state) {

@@ -31,7 +31,8 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
 endif()
 if(POBBLEWIG_SANITIZERS)
     target_compile_options(pobblewig_flags INTERFACE
-        -fsanitize=${POBBLEWIG_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)
+        -fsanitize=${POBBLEWIG_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1
+        -fsanitize-ignorelist=${PROJECT_SOURCE_DIR}/cmake/sanitizers-ignore.txt)
     target_link_options(pobblewig_flags INTERFACE -fsanitize=${POBBLEWIG_SANITIZERS})
 endif()
 if(POBBLEWIG_FUZZING)

@@ -5,14 +5,15 @@
 
 #include <QDir>
 
+#include <map>
 #include <memory>
 #include <optional>
 
 namespace pobblewig {
 
-/// Why the last save failed, shared by all files of a directory; nothing once one has succeeded.
+/// Which files could not be saved, and why; a file leaves once it is saved again.
 struct StorageHealth {
-    std::optional<QString> lastProblem;
+    std::map<QString, QString> problems;
 };
 
 /// Where the stores keep their files, and how files are written there.

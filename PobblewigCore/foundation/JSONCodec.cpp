@@ -104,7 +104,7 @@ Decoded<QUuid> Codec<QUuid>::decode(const QJsonValue& value, const Path& path)
     return id;
 }
 
-QJsonValue Codec<QUuid>::encode(const QUuid& value)
+QString Codec<QUuid>::text(const QUuid& value)
 {
     return value.toString(QUuid::WithoutBraces).toUpper();
 }
@@ -118,9 +118,9 @@ Decoded<TimePoint> Codec<TimePoint>::decode(const QJsonValue& value, const Path&
     return invalid(path, QStringLiteral("not a date such as 2026-03-01T08:15:00Z"));
 }
 
-QJsonValue Codec<TimePoint>::encode(TimePoint value)
+void Codec<TimePoint>::write(TimePoint value, JSONWriter& writer)
 {
-    return ISO8601::format(value);
+    writer.value(ISO8601::format(value));
 }
 
 } // namespace pobblewig::json

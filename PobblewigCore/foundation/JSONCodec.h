@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/EnumNames.h"
+#include "foundation/JSONWriter.h"
 #include "foundation/Time.h"
 
 #include <QJsonArray>
@@ -11,9 +12,12 @@
 
 #include <tl/expected.hpp>
 
+#include <algorithm>
+#include <array>
 #include <map>
 #include <optional>
 #include <set>
+#include <string_view>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -113,52 +117,63 @@ Decoded<Value> decode(const QJsonValue& value, const Path& path = {})
 }
 
 template <typename Value>
-QJsonValue encode(const Value& value)
+void write(const Value& value, JSONWriter& writer)
 {
-    return Codec<Value>::encode(value);
+    Codec<Value>::write(value, writer);
+}
+
+/// The value as a file has it: indented, with sorted keys, so that the same value always gives the
+/// same bytes.
+template <typename Value>
+QByteArray text(const Value& value)
+{
+    JSONWriter writer;
+    json::write(value, writer);
+    return writer.text();
 }
 
 template <>
 struct Codec<bool> {
     static Decoded<bool> decode(const QJsonValue& value, const Path& path);
-    static QJsonValue encode(bool value) { return value; }
+    static void write(bool value, JSONWriter& writer) { writer.value(value); }
 };
 
 template <>
 struct Codec<int> {
     static Decoded<int> decode(const QJsonValue& value, const Path& path);
-    static QJsonValue encode(int value) { return value; }
+    static void write(int value, JSONWriter& writer) { writer.value(qint64(value)); }
 };
 
 template <>
 struct Codec<qint64> {
     static Decoded<qint64> decode(const QJsonValue& value, const Path& path);
-    static QJsonValue encode(qint64 value) { return value; }
+    static void write(qint64 value, JSONWriter& writer) { writer.value(value); }
 };
 
 template <>
 struct Codec<double> {
     static Decoded<double> decode(const QJsonValue& value, const Path& path);
-    static QJsonValue encode(double value) { return value; }
+    static void write(double value, JSONWriter& writer) { writer.value(value); }
 };
 
 template <>
 struct Codec<QString> {
     static Decoded<QString> decode(const QJsonValue& value, const Path& path);
-    static QJsonValue encode(const QString& value) { return value; }
+    static void write(const QString& value, JSONWriter& writer) { writer.value(value); }
 };
 
 template <>
 struct Codec<QUuid> {
     static Decoded<QUuid> decode(const QJsonValue& value, const Path& path);
-    static QJsonValue encode(const QUuid& value);
+    static QString text(const QUuid& value);
+    static void write(const QUuid& value, JSONWriter& writer) { writer.value(text(value)); }
 };
 
 /// Files keep whole seconds: what is read back is the value cut to its second.
 template <>
 struct Codec<TimePoint> {
     static Decoded<TimePoint> decode(const QJsonValue& value, const Path& path);
-    static QJsonValue encode(TimePoint value);
+    static void write(TimePoint value, JSONWriter& writer);
 };
 
 /// An enumeration is written as the name of its case.
@@ -173,11 +188,8 @@ struct Codec<Enum> {
             return *found;
         return invalid(path, QStringLiteral("unknown name"));
     }
-    static QJsonValue encode(Enum value)
-    {
-        const auto name = EnumNames::name(value);
-        return QString::fromLatin1(name.data(), qsizetype(name.size()));
-    }
+    static QString text(Enum value) { return EnumNames::text(value); }
+    static void write(Enum value, JSONWriter& writer) { writer.value(text(value)); }
 };
 
 template <typename Element>
@@ -197,14 +209,26 @@ struct Codec<std::vector<Element>> {
         }
         return elements;
     }
-    static QJsonValue encode(const std::vector<Element>& elements)
+    static void write(const std::vector<Element>& elements, JSONWriter& writer)
     {
-        QJsonArray array;
+        writer.beginArray();
         for (const auto& element : elements)
-            array.append(json::encode(element));
-        return array;
+            json::write(element, writer);
+        writer.endArray();
     }
 };
+
+/// What stands for a value where only a string can: as a key, or in a sorted set.
+template <typename Key>
+QString keyText(const Key& key)
+{
+    return Codec<Key>::text(key);
+}
+
+inline QString keyText(const QString& key)
+{
+    return key;
+}
 
 /// A set is an array sorted ascending by what is written.
 template <typename Element>
@@ -216,15 +240,15 @@ struct Codec<std::set<Element>> {
             return tl::unexpected(std::move(elements.error()));
         return std::set<Element>(elements->begin(), elements->end());
     }
-    static QJsonValue encode(const std::set<Element>& elements)
+    static void write(const std::set<Element>& elements, JSONWriter& writer)
     {
         std::set<QString> texts;
         for (const auto& element : elements)
-            texts.insert(json::encode(element).toString());
-        QJsonArray array;
+            texts.insert(json::keyText(element));
+        writer.beginArray();
         for (const auto& text : texts)
-            array.append(text);
-        return array;
+            writer.value(text);
+        writer.endArray();
     }
 };
 
@@ -249,12 +273,17 @@ struct Codec<std::map<Key, Value>> {
         }
         return entries;
     }
-    static QJsonValue encode(const std::map<Key, Value>& entries)
+    static void write(const std::map<Key, Value>& entries, JSONWriter& writer)
     {
-        QJsonObject object;
+        std::map<QString, const Value*> sorted;
         for (const auto& [key, value] : entries)
-            object.insert(json::encode(key).toString(), json::encode(value));
-        return object;
+            sorted.emplace(json::keyText(key), &value);
+        writer.beginObject();
+        for (const auto& [key, value] : sorted) {
+            writer.key(key);
+            json::write(*value, writer);
+        }
+        writer.endObject();
     }
 };
 
@@ -282,14 +311,13 @@ struct RecordCodec {
         return record;
     }
 
-    static QJsonValue encode(const Record& record)
+    static void write(const Record& record, JSONWriter& writer)
     {
-        QJsonObject object;
-        const auto encodeAll = [&](const auto&... field) {
-            (encodeField(object, record, field), ...);
-        };
-        std::apply(encodeAll, Record::jsonFields());
-        return object;
+        static const auto fields = sortedFields(std::make_index_sequence<fieldCount>());
+        writer.beginObject();
+        for (const auto& [key, writeField] : fields)
+            writeField(record, writer);
+        writer.endObject();
     }
 
 private:
@@ -320,16 +348,30 @@ private:
         return std::nullopt;
     }
 
-    template <typename Member>
-    static void encodeField(
-        QJsonObject& object, const Record& record, const Field<Record, Member>& field)
+    using FieldWriter = void (*)(const Record&, JSONWriter&);
+    static constexpr auto fieldCount = std::tuple_size_v<decltype(Record::jsonFields())>;
+
+    template <std::size_t... Index>
+    static auto sortedFields(std::index_sequence<Index...>)
     {
-        const auto key = QString::fromLatin1(field.key);
+        std::array<std::pair<std::string_view, FieldWriter>, fieldCount> fields { std::pair {
+            std::string_view(std::get<Index>(Record::jsonFields()).key), &writeField<Index> }... };
+        std::ranges::sort(fields, {}, &std::pair<std::string_view, FieldWriter>::first);
+        return fields;
+    }
+
+    template <std::size_t Index>
+    static void writeField(const Record& record, JSONWriter& writer)
+    {
+        constexpr auto field = std::get<Index>(Record::jsonFields());
         const auto& member = record.*field.member;
-        if constexpr (!isOptional<Member>)
-            object.insert(key, json::encode(member));
-        else if (member)
-            object.insert(key, json::encode(*member));
+        if constexpr (!isOptional<std::remove_cvref_t<decltype(member)>>) {
+            writer.key(field.key);
+            json::write(member, writer);
+        } else if (member) {
+            writer.key(field.key);
+            json::write(*member, writer);
+        }
     }
 };
 

@@ -59,13 +59,6 @@ void JSONFileStore::remove() const
     m_directory.operations->remove(m_path);
 }
 
-QByteArray JSONFileStore::encoded(const QJsonValue& value)
-{
-    const auto document =
-        value.isArray() ? QJsonDocument(value.toArray()) : QJsonDocument(value.toObject());
-    return document.toJson(QJsonDocument::Indented);
-}
-
 QDir JSONFileStore::defaultDirectory()
 {
     const QDir base(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
@@ -119,8 +112,11 @@ void JSONFileStore::moveAside(const QString& problem) const
 tl::expected<void, FileError> JSONFileStore::write(const QByteArray& bytes) const
 {
     auto outcome = writeDurably(m_path, bytes, *m_directory.operations);
-    m_directory.health->lastProblem =
-        outcome ? std::nullopt : std::optional(outcome.error().description());
+    auto& problems = m_directory.health->problems;
+    if (outcome)
+        problems.erase(m_path);
+    else
+        problems.insert_or_assign(m_path, outcome.error().description());
     return outcome;
 }
 

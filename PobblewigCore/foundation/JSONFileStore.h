@@ -34,14 +34,11 @@ public:
     template <typename Value>
     tl::expected<void, FileError> save(const Value& value) const
     {
-        return write(encoded(json::encode(value)));
+        return write(json::text(value));
     }
 
     /// Removes the file. A failure, a missing file included, is passed over.
     void remove() const;
-
-    /// The form that all JSON files have.
-    static QByteArray encoded(const QJsonValue& value);
 
     /// "Pobblewig" in the user's data home.
     static QDir defaultDirectory();

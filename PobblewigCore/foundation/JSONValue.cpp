@@ -134,4 +134,20 @@ int JSONValue::clampedInt(double value, int lowerBound, int upperBound)
     return int(std::round(value));
 }
 
+void json::Codec<JSONValue>::write(const JSONValue& value, JSONWriter& writer)
+{
+    if (const auto* boolean = value.boolean())
+        writer.value(*boolean);
+    else if (const auto* number = value.number())
+        writer.value(*number);
+    else if (const auto* string = value.string())
+        writer.value(*string);
+    else if (const auto* array = value.array())
+        json::write(*array, writer);
+    else if (const auto* object = value.object())
+        json::write(*object, writer);
+    else
+        writer.null();
+}
+
 } // namespace pobblewig

@@ -56,7 +56,7 @@ struct json::Codec<JSONValue> {
     {
         return JSONValue::fromJson(value);
     }
-    static QJsonValue encode(const JSONValue& value) { return value.toJson(); }
+    static void write(const JSONValue& value, JSONWriter& writer);
 };
 
 } // namespace pobblewig

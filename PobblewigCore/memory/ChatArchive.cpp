@@ -7,7 +7,7 @@ namespace pobblewig {
 tl::expected<void, FileError> ChatArchive::write(const DataDirectory& directory,
     const std::vector<ChatMessage>& messages, const QString& dayKey, const QUuid& sessionID)
 {
-    const auto id = json::encode(sessionID).toString().first(8);
+    const auto id = json::keyText(sessionID).first(8);
     const JSONFileStore file(directory, QStringLiteral("chat-%1-%2.json").arg(dayKey, id));
     return file.save(messages);
 }

@@ -142,7 +142,7 @@ QString SettingForms::Form::refusal(const AppSettings&)
 QString SettingForms::Form::write(Mascot mascot, AppSettings& settings)
 {
     const auto& scheme = MascotColorScheme::forID(settings.mascotColorScheme, mascot);
-    settings.mascot = json::encode(mascot).toString();
+    settings.mascot = EnumNames::text(mascot);
     settings.mascotColorScheme = scheme.id;
     return QStringLiteral("form → %1 (%2)").arg(displayName(mascot), scheme.displayName);
 }

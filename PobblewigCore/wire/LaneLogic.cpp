@@ -152,7 +152,7 @@ std::optional<LLMConfiguration> LaneLogic::managedConfiguration(Lane lane,
         .sessionToken = sessionToken,
         .completionsPath = lane == Lane::vision ? QStringLiteral("vision/completions")
                                                 : QStringLiteral("chat/completions"),
-        .lane = json::encode(lane).toString(),
+        .lane = EnumNames::text(lane),
     };
 }
 

@@ -151,10 +151,10 @@ private Q_SLOTS:
         const JSONFileStore file(directory, QStringLiteral("exams.json"));
         QVERIFY(QDir().mkpath(path()));
         QVERIFY(!file.save(exam));
-        QVERIFY(directory.health->lastProblem);
+        QVERIFY(directory.health->problems.contains(path()));
         QVERIFY(QDir().rmdir(path()));
         QVERIFY(file.save(exam));
-        QVERIFY(!directory.health->lastProblem);
+        QVERIFY(directory.health->problems.empty());
     }
 
     void anEarlyDirectoryIsRenamed_data()

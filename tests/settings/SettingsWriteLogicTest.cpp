@@ -1,5 +1,6 @@
 #include "settings/SettingsWriteLogic.h"
 
+#include "support/JSONObject.h"
 #include <QJsonDocument>
 #include <QTest>
 
@@ -75,11 +76,11 @@ private Q_SLOTS:
         QFETCH(QString, key);
         QFETCH(QByteArray, value);
         AppSettings settings;
-        const auto before = json::encode(settings).toObject();
+        const auto before = jsonObject(settings);
         const auto given = JSONValue::fromJson(fromText(value));
         QCOMPARE(SettingsWriteLogic::validate(key, given, settings), std::nullopt);
         QTEST(SettingsWriteLogic::apply(key, given, settings).value_or(QString()), "summary");
-        auto after = json::encode(settings).toObject();
+        auto after = jsonObject(settings);
         QTEST(toText(after.take(key)), "stored");
         // A new mascot may bring new colours; nothing else changes with a key.
         for (const auto& other : { key, QStringLiteral("mascotColorScheme") })
@@ -146,7 +147,7 @@ private Q_SLOTS:
     {
         const auto keys = SettingsWriteLogic::allowedKeys();
         QCOMPARE(keys.size(), 24);
-        const auto fields = json::encode(AppSettings()).toObject();
+        const auto fields = jsonObject(AppSettings());
         for (const auto& key : keys) {
             QVERIFY2(fields.contains(key), qPrintable(key));
             QVERIFY2(SettingsWriteLogic::validate(key, {}, {}), qPrintable(key));

@@ -134,7 +134,7 @@ private Q_SLOTS:
         FakeKeychain keychain;
         ModelLanes lanes(keychain, marketOfVendor());
         for (const auto use : { ModelUse::vision, ModelUse::librarian, ModelUse::meme }) {
-            const auto stem = json::encode(use).toString().toUpper();
+            const auto stem = EnumNames::text(use).toUpper();
             const Environment environment {
                 { QStringLiteral("MAIN_MODEL_API_KEY"), QStringLiteral("k") },
                 { QStringLiteral("MAIN_MODEL_BASE_URL"), mainURL },
