@@ -36,6 +36,7 @@ QPushButton { background: {surface}; border-color: {outline}; padding: 0 11px; }
 QToolButton:hover, QPushButton:hover { background: {hairline}; }
 QToolButton:pressed, QPushButton:pressed { background: {selection}; }
 QToolButton:focus, QPushButton:focus { border: 2px solid {accent}; }
+QLineEdit > QToolButton { border: none; min-width: 0; min-height: 0; }
 QToolButton::menu-indicator { image: none; }
 QToolButton[role="primary"] { background: {accent}; border-radius: 10px; }
 QToolButton[role="primary"]:disabled { background: {hairline}; }

@@ -123,8 +123,8 @@ private Q_SLOTS:
         QTRY_VERIFY(m_talk->model.isAsked() && !label("Error").isVisible());
         m_talk->model.say(QStringLiteral("Hi"));
         m_talk->model.finish();
-        QTRY_COMPARE(spoken().size(), 3);
-        QCOMPARE(spoken().last(), QStringLiteral("Pobblewig, 08:15: Hi"));
+        QTRY_COMPARE(spoken().last(), QStringLiteral("Pobblewig, 08:15: Hi"));
+        QCOMPARE(spoken().size(), 3);
     }
 
     void whatCouldNotBeSentIsGivenBack()

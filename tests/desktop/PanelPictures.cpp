@@ -99,7 +99,7 @@ const State states[] = {
             for (auto count = 0; count < 5; ++count)
                 fill(scene.talk);
             QTest::qWait(100);
-            scene.panel->findChild<QListView*>()->verticalScrollBar()->setValue(300);
+            scene.panel->findChild<QListView*>()->verticalScrollBar()->setValue(0);
             scene.panel->findChild<QPlainTextEdit*>()->setPlainText(
                 QStringLiteral("One\nTwo\nThree\nFour\nFive\nSix\nSeven"));
             scene.panel->setNotice(QStringLiteral("Pobblewig cannot save to its folder: the disk "
