@@ -61,6 +61,8 @@ void Banner::setTheme(const Palette& palette)
 
 void Banner::setText(const QString& text)
 {
+    if (text == m_label->text())
+        return;
     PanelStyle::setText(*m_label, text);
     if (text.isEmpty()) {
         m_slide.stop();
