@@ -11,14 +11,12 @@
 #include <QScrollBar>
 #include <QToolButton>
 
-#include <numeric>
+#include <algorithm>
 
 namespace pobblewig {
 
 namespace {
 
-/// What is laid out in one go: about 3 ms.
-constexpr qsizetype charactersPerSlice = 3000;
 constexpr int lineStep = 20;
 constexpr int nearTheEnd = 8;
 constexpr int jumpSide = 32;
@@ -117,7 +115,10 @@ void ConversationView::doItemsLayout()
     const QScopedValueRollback settling(m_isSettling, true);
     m_layouts.setMeasure(font(), viewport()->width());
     m_layouts.retain(m_model);
-    layOutSlice();
+    const auto isAnchored = !m_isFollowing && m_place.row.isValid();
+    const auto first = isAnchored ? m_place.row.row() : m_model.rowCount();
+    if (!m_layouts.layOutSlice(m_model, first))
+        m_nextSlice.start(0);
     QListView::doItemsLayout();
     restorePlace();
 }
@@ -196,6 +197,9 @@ void ConversationView::mouseMoveEvent(QMouseEvent* event)
 {
     if (!(event->buttons() & Qt::LeftButton) || !currentIndex().isValid())
         return;
+    const auto y = event->position().toPoint().y();
+    const auto beyond = y - std::clamp(y, 0, viewport()->height());
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + beyond);
     const auto position = positionIn(currentIndex(), event->position().toPoint());
     const auto [start, end] = std::minmax(m_selectionOrigin, position);
     select(currentIndex(), { start, end - start });
@@ -266,49 +270,15 @@ void ConversationView::restorePlace()
     m_jump->setVisible(!m_isFollowing);
 }
 
-void ConversationView::layOutSlice()
+int ConversationView::topOf(const QModelIndex& index, qsizetype position) const
 {
-    auto room = charactersPerSlice;
-    for (const auto number : rowsByUrgency()) {
-        if (m_model.row(number).kind == ConversationRow::Kind::day)
-            continue;
-        auto& layout = m_layouts.layout(m_model.row(number));
-        room -= layout.layOut(room);
-        if (!layout.isComplete() || room <= 0) {
-            m_nextSlice.start(0);
-            return;
-        }
-    }
+    return m_delegate.lineTop(m_model.row(index.row()), visualRect(index).topLeft(), position);
 }
 
-std::vector<int> ConversationView::rowsByUrgency() const
-{
-    std::vector<int> rows(static_cast<std::size_t>(m_model.rowCount()));
-    std::iota(rows.begin(), rows.end(), 0);
-    const auto first =
-        m_isFollowing || !m_place.row.isValid() ? m_model.rowCount() : m_place.row.row();
-    std::rotate(rows.begin(), rows.begin() + first, rows.end());
-    std::reverse(rows.end() - first, rows.end());
-    return rows;
-}
-
-int ConversationView::topOf(const QModelIndex& index, qsizetype position)
+qsizetype ConversationView::positionIn(const QModelIndex& index, const QPoint& point) const
 {
     const auto& row = m_model.row(index.row());
-    const QPointF top = visualRect(index).topLeft();
-    if (row.kind == ConversationRow::Kind::day)
-        return static_cast<int>(top.y());
-    const auto text = m_delegate.boxes(row, top).text;
-    return static_cast<int>(text.top() + m_layouts.layout(row).cursorAt(position).top());
-}
-
-qsizetype ConversationView::positionIn(const QModelIndex& index, const QPoint& point)
-{
-    const auto& row = m_model.row(index.row());
-    if (row.kind == ConversationRow::Kind::day)
-        return 0;
-    const auto text = m_delegate.boxes(row, visualRect(index).topLeft()).text;
-    return m_layouts.layout(row).positionAt(point - text.topLeft());
+    return m_delegate.positionAt(row, visualRect(index).topLeft(), point);
 }
 
 QModelIndex ConversationView::messageAt(const QPoint& point) const

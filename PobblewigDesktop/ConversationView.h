@@ -67,10 +67,8 @@ private:
     void noteScrolling();
     void keepPlace();
     void restorePlace();
-    void layOutSlice();
-    std::vector<int> rowsByUrgency() const;
-    int topOf(const QModelIndex& index, qsizetype position);
-    qsizetype positionIn(const QModelIndex& index, const QPoint& point);
+    int topOf(const QModelIndex& index, qsizetype position) const;
+    qsizetype positionIn(const QModelIndex& index, const QPoint& point) const;
     QModelIndex messageAt(const QPoint& point) const;
     void select(const QModelIndex& index, const TextRange& range);
     void stepCurrent(int step);

@@ -85,6 +85,23 @@ MessageDelegate::Boxes MessageDelegate::boxes(
     return boxes;
 }
 
+int MessageDelegate::lineTop(
+    const ConversationRow& row, const QPointF& topLeft, qsizetype position) const
+{
+    if (row.kind == ConversationRow::Kind::day)
+        return static_cast<int>(topLeft.y());
+    const auto text = boxes(row, topLeft).text;
+    return static_cast<int>(text.top() + m_layouts.layout(row).cursorAt(position).top());
+}
+
+qsizetype MessageDelegate::positionAt(
+    const ConversationRow& row, const QPointF& topLeft, const QPointF& point) const
+{
+    if (row.kind == ConversationRow::Kind::day)
+        return 0;
+    return m_layouts.layout(row).positionAt(point - boxes(row, topLeft).text.topLeft());
+}
+
 QSize MessageDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex& index) const
 {
     return { 1, boxes(m_model.row(index.row()), {}).height };

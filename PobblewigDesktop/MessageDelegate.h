@@ -30,6 +30,11 @@ public:
 
     const Palette& palette() const { return m_palette; }
     Boxes boxes(const ConversationRow& row, const QPointF& topLeft) const;
+
+    /// Where the line with this position of the text begins, for a row at `topLeft`.
+    int lineTop(const ConversationRow& row, const QPointF& topLeft, qsizetype position) const;
+    qsizetype positionAt(
+        const ConversationRow& row, const QPointF& topLeft, const QPointF& point) const;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
         const QModelIndex& index) const override;

@@ -5,6 +5,7 @@
 #include <QFontMetrics>
 
 #include <algorithm>
+#include <numeric>
 
 namespace pobblewig {
 
@@ -14,6 +15,7 @@ constexpr int margin = 16;
 constexpr int bubblePadding = 12;
 constexpr int longestLine = 62;
 constexpr int noteInset = 24;
+constexpr qsizetype charactersPerSlice = 3000;
 
 QFont captionFont(QFont font)
 {
@@ -60,6 +62,24 @@ MessageLayout& MessageLayouts::layout(const ConversationRow& row)
         place->second = *std::exchange(m_reply, std::nullopt);
     place->second.setText(row.text);
     return place->second;
+}
+
+bool MessageLayouts::layOutSlice(const ConversationModel& model, int firstRow)
+{
+    std::vector<int> order(static_cast<std::size_t>(model.rowCount()));
+    std::iota(order.begin(), order.end(), 0);
+    std::rotate(order.begin(), order.begin() + firstRow, order.end());
+    std::reverse(order.end() - firstRow, order.end());
+    auto room = charactersPerSlice;
+    for (const auto number : order) {
+        if (model.row(number).kind == ConversationRow::Kind::day)
+            continue;
+        auto& waiting = layout(model.row(number));
+        room -= waiting.layOut(room);
+        if (!waiting.isComplete() || room <= 0)
+            return false;
+    }
+    return true;
 }
 
 void MessageLayouts::retain(const ConversationModel& model)

@@ -32,6 +32,10 @@ public:
     /// The row's layout with its present text, which may not be laid out to its end.
     MessageLayout& layout(const ConversationRow& row);
 
+    /// Lays out some of what still waits, in about 3 ms: from the given row on and then upwards
+    /// from it. Returns whether nothing waits any more.
+    bool layOutSlice(const ConversationModel& model, int firstRow);
+
     /// Drops what no row shows any more.
     void retain(const ConversationModel& model);
 
