@@ -40,8 +40,14 @@ double processorSeconds()
 void wait(const std::function<bool()>& isDone)
 {
     const QDeadlineTimer limit(std::chrono::minutes(2));
-    while (!isDone() && !limit.hasExpired())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    QEventLoop loop;
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
+        if (isDone() || limit.hasExpired())
+            loop.quit();
+    });
+    poll.start(1);
+    loop.exec();
 }
 
 /// How long the event loop let a timer of one millisecond wait.
