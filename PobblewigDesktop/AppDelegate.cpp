@@ -105,9 +105,7 @@ void AppDelegate::startCoordinator()
 
 void AppDelegate::makePanel()
 {
-    const auto calendar = Calendar::current();
-    const ReadingPlace place { calendar.timeZone, calendar.locale };
-    m_panel = std::make_unique<ChatPanel>(m_coordinator->chat(), place, systemNow);
+    m_panel = std::make_unique<ChatPanel>(m_coordinator->chat(), Calendar::current(), systemNow);
     connect(m_panel.get(), &ChatPanel::newSessionRequested, m_coordinator.get(),
         &AppCoordinator::startNewSession);
     showPanelState();

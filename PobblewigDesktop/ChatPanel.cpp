@@ -40,12 +40,12 @@ QToolButton* inputButton(const QString& name, QWidget* parent)
 
 } // namespace
 
-ChatPanel::ChatPanel(ChatService& chat, ReadingPlace place, Clock clock, QWidget* parent)
+ChatPanel::ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget* parent)
     : QWidget(parent, Qt::Window)
     , m_chat(chat)
-    , m_place(std::move(place))
+    , m_calendar(std::move(calendar))
     , m_model(new ConversationModel(this))
-    , m_feed(new ConversationFeed(chat, *m_model, m_place, std::move(clock), this))
+    , m_feed(new ConversationFeed(chat, *m_model, m_calendar, std::move(clock), this))
     , m_header(new ChatHeader(this))
     , m_findBar(new FindBar(this))
     , m_view(new ConversationView(*m_model, this))
@@ -265,7 +265,7 @@ void ChatPanel::save()
 
 void ChatPanel::saveTo(const QString& path)
 {
-    const auto text = ConversationLogic::transcript(m_chat.messages(), m_place);
+    const auto text = ConversationLogic::transcript(m_chat.messages(), m_calendar);
     const auto saved = writeDurably(path, text.toUtf8(), FileOperations());
     if (!saved)
         setNotice(QStringLiteral("The conversation could not be saved: %1")

@@ -27,7 +27,7 @@ class ChatPanel : public QWidget {
     Q_OBJECT
 
 public:
-    ChatPanel(ChatService& chat, ReadingPlace place, Clock clock, QWidget* parent = nullptr);
+    ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget* parent = nullptr);
 
     void setTheme(const Palette& palette);
     void setFace(const QIcon& face);
@@ -64,7 +64,7 @@ private:
     void saveTo(const QString& path);
 
     ChatService& m_chat;
-    ReadingPlace m_place;
+    Calendar m_calendar;
     QString m_stateText;
     ConversationModel* m_model;
     ConversationFeed* m_feed;

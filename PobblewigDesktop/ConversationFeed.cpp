@@ -11,11 +11,11 @@ constexpr std::chrono::milliseconds frame(16);
 }
 
 ConversationFeed::ConversationFeed(const ChatService& chat, ConversationModel& model,
-    ReadingPlace place, Clock clock, QObject* parent)
+    Calendar calendar, Clock clock, QObject* parent)
     : QObject(parent)
     , m_chat(chat)
     , m_model(model)
-    , m_place(std::move(place))
+    , m_calendar(std::move(calendar))
     , m_clock(std::move(clock))
 {
     m_nextFrame.setSingleShot(true);
@@ -33,7 +33,7 @@ ConversationFeed::ConversationFeed(const ChatService& chat, ConversationModel& m
 
 void ConversationFeed::refresh()
 {
-    m_model.setRows(ConversationLogic::rows(m_chat.messages(), m_clock(), m_place));
+    m_model.setRows(ConversationLogic::rows(m_chat.messages(), m_clock(), m_calendar));
     Q_EMIT textsChanged();
 }
 

@@ -16,7 +16,7 @@ class ConversationFeed : public QObject {
     Q_OBJECT
 
 public:
-    ConversationFeed(const ChatService& chat, ConversationModel& model, ReadingPlace place,
+    ConversationFeed(const ChatService& chat, ConversationModel& model, Calendar calendar,
         Clock clock, QObject* parent = nullptr);
 
     /// Shows the messages anew, as after midnight, when "Today" has become "Yesterday".
@@ -35,7 +35,7 @@ private:
 
     const ChatService& m_chat;
     ConversationModel& m_model;
-    ReadingPlace m_place;
+    Calendar m_calendar;
     Clock m_clock;
     QTimer m_nextFrame;
     QUuid m_latestBeforeTurn;

@@ -6,11 +6,6 @@ namespace pobblewig {
 
 namespace {
 
-QDateTime local(TimePoint instant, const QTimeZone& zone)
-{
-    return QDateTime::fromMSecsSinceEpoch(instant.time_since_epoch().count(), zone);
-}
-
 bool isAsked(const ChatMessage* previous)
 {
     return previous == nullptr || previous->role == ChatMessage::Role::user;
@@ -47,24 +42,24 @@ QString ConversationLogic::dayTitle(const QDate& day, const QDate& today, const 
 }
 
 std::vector<ConversationRow> ConversationLogic::rows(
-    const std::vector<ChatMessage>& messages, TimePoint now, const ReadingPlace& place)
+    const std::vector<ChatMessage>& messages, TimePoint now, const Calendar& calendar)
 {
-    const auto today = local(now, place.zone).date();
+    const auto today = calendar.dateTime(now).date();
     std::vector<ConversationRow> rows;
     const ChatMessage* previous = nullptr;
     QDate shownDay;
     for (const auto& message : messages) {
-        const auto moment = local(message.timestamp, place.zone);
+        const auto moment = calendar.dateTime(message.timestamp);
         if (moment.date() != shownDay) {
             shownDay = moment.date();
             rows.push_back({ .kind = ConversationRow::Kind::day,
-                .text = dayTitle(shownDay, today, place.locale) });
+                .text = dayTitle(shownDay, today, calendar.locale) });
         }
         rows.push_back({ .kind = kindOf(message, previous),
             .id = message.id,
             .text = message.text,
             .timestamp = message.timestamp,
-            .time = place.locale.toString(moment.time(), QLocale::ShortFormat),
+            .time = calendar.locale.toString(moment.time(), QLocale::ShortFormat),
             .hadImage = message.hadImage });
         previous = &message;
     }
@@ -91,19 +86,21 @@ QString ConversationLogic::spoken(const ConversationRow& row)
 }
 
 QString ConversationLogic::transcript(
-    const std::vector<ChatMessage>& messages, const ReadingPlace& place)
+    const std::vector<ChatMessage>& messages, const Calendar& calendar)
 {
     QString text;
     QDate shownDay;
     for (const auto& message : messages) {
-        const auto moment = local(message.timestamp, place.zone);
+        const auto moment = calendar.dateTime(message.timestamp);
         if (moment.date() != shownDay) {
             shownDay = moment.date();
-            text += place.locale.toString(shownDay, QLocale::LongFormat) + QStringLiteral("\n\n");
+            text +=
+                calendar.locale.toString(shownDay, QLocale::LongFormat) + QStringLiteral("\n\n");
         }
-        text += QStringLiteral("%1, %2\n%3\n\n")
-                    .arg(speaker(kindOf(message, nullptr)),
-                        place.locale.toString(moment.time(), QLocale::ShortFormat), message.text);
+        text +=
+            QStringLiteral("%1, %2\n%3\n\n")
+                .arg(speaker(kindOf(message, nullptr)),
+                    calendar.locale.toString(moment.time(), QLocale::ShortFormat), message.text);
     }
     return text;
 }

@@ -67,7 +67,7 @@ private Q_SLOTS:
     {
         m_talk = std::make_unique<ScriptedChat>();
         m_panel = std::make_unique<ChatPanel>(m_talk->chat,
-            ReadingPlace { QTimeZone::utc(), QLocale(QStringLiteral("en_GB")) },
+            Calendar { QTimeZone::utc(), QLocale(QStringLiteral("en_GB")) },
             [] { return ScriptedChat::now; });
         m_panel->show();
         QVERIFY(QTest::qWaitForWindowActive(m_panel.get()));

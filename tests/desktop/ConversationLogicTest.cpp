@@ -13,7 +13,7 @@ using Role = ChatMessage::Role;
 
 /// 2026-03-01 08:15 UTC, a Sunday.
 constexpr TimePoint now { 1772352900s };
-const ReadingPlace place { QTimeZone::utc(), QLocale(QStringLiteral("en_GB")) };
+const Calendar calendar { QTimeZone::utc(), QLocale(QStringLiteral("en_GB")) };
 
 ChatMessage message(Role role, const QString& text, TimePoint timestamp = now)
 {
@@ -23,7 +23,7 @@ ChatMessage message(Role role, const QString& text, TimePoint timestamp = now)
 std::vector<Kind> kinds(const std::vector<ChatMessage>& messages)
 {
     std::vector<Kind> result;
-    for (const auto& row : ConversationLogic::rows(messages, now, place))
+    for (const auto& row : ConversationLogic::rows(messages, now, calendar))
         result.push_back(row.kind);
     return result;
 }
@@ -48,7 +48,7 @@ private Q_SLOTS:
     {
         QFETCH(QDate, day);
         QFETCH(QString, title);
-        QCOMPARE(ConversationLogic::dayTitle(day, QDate(2026, 3, 1), place.locale), title);
+        QCOMPARE(ConversationLogic::dayTitle(day, QDate(2026, 3, 1), calendar.locale), title);
     }
 
     void daysBeginAtTheReadersMidnight()
@@ -58,7 +58,7 @@ private Q_SLOTS:
             message(Role::assistant, {}) };
         QCOMPARE(
             kinds(messages), (std::vector { Kind::day, Kind::user, Kind::day, Kind::assistant }));
-        const ReadingPlace west { QTimeZone(-9 * 3600), place.locale };
+        const Calendar west { QTimeZone(-9 * 3600), calendar.locale };
         QCOMPARE(ConversationLogic::rows(messages, now, west).size(), 3u);
     }
 
@@ -83,7 +83,7 @@ private Q_SLOTS:
         row.hadImage = true;
         QCOMPARE(ConversationLogic::spoken(row),
             QStringLiteral("You, 14:05, with a picture of the screen: Hi"));
-        // What a message says is never taken for a place to fill in.
+        // What a message says is never taken for a calendar to fill in.
         row = { .kind = Kind::note, .text = QStringLiteral("%1"), .time = QStringLiteral("%2") };
         QCOMPARE(ConversationLogic::spoken(row), QStringLiteral("Note, %2: %1"));
     }
@@ -93,7 +93,7 @@ private Q_SLOTS:
         QCOMPARE(ConversationLogic::transcript(
                      { message(Role::user, QStringLiteral("Hi %1"), now - 24h),
                          message(Role::assistant, QStringLiteral("Hello\nyou")) },
-                     place),
+                     calendar),
             QStringLiteral("Saturday, 28 February 2026\n\nYou, 08:15\nHi %1\n\n"
                            "Sunday, 1 March 2026\n\nPobblewig, 08:15\nHello\nyou\n\n"));
     }

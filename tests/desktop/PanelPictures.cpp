@@ -51,7 +51,7 @@ struct Scene {
     void open(ColorScheme scheme, const QString& accent)
     {
         panel = std::make_unique<ChatPanel>(talk.chat,
-            ReadingPlace { QTimeZone::utc(), QLocale(QStringLiteral("en_GB")) },
+            Calendar { QTimeZone::utc(), QLocale(QStringLiteral("en_GB")) },
             [] { return ScriptedChat::now; });
         panel->setTheme(Theme::palette(scheme, accent));
         panel->setModelLabel(QStringLiteral("demo model"));
