@@ -11,7 +11,7 @@ import time
 import gi
 
 gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi  # noqa: E402
+from gi.repository import Atspi, GLib  # noqa: E402
 
 BIN = pathlib.Path(os.environ["POBBLEWIG_BIN"])
 
@@ -123,7 +123,10 @@ class Program:
     def conversation(self):
         """The rows of the conversation as assistive technology reads them."""
         rows = self.control("Conversation")
-        return [rows.get_child_at_index(at).get_name() for at in range(rows.get_child_count())]
+        try:
+            return [row.get_name() for row in children(rows)]
+        except GLib.Error:  # A row went while it was read.
+            return []
 
     def chat_file(self):
         file = self.data / "chat.json"
