@@ -11,6 +11,13 @@ namespace {
 constexpr auto earliest = sys_days(year(0) / January / 1);
 constexpr auto latest = sys_days(year(9999) / December / 31) + days(1) - seconds(1);
 constexpr QStringView pattern = u"dddd-dd-ddTdd:dd:ddZ";
+constexpr QStringView blank = u"0000-00-00T00:00:00Z";
+
+void putNumber(QString& text, qsizetype at, qsizetype digits, int number)
+{
+    for (auto place = at + digits - 1; place >= at; --place, number /= 10)
+        text[place] = QChar(u'0' + number % 10);
+}
 
 bool matchesPattern(QStringView text)
 {
@@ -27,9 +34,14 @@ QString ISO8601::format(TimePoint time)
     const auto day = floor<days>(second);
     const year_month_day date(day);
     const hh_mm_ss clock(second - day);
-    return QString::asprintf("%04d-%02u-%02uT%02d:%02d:%02dZ", int(date.year()),
-        unsigned(date.month()), unsigned(date.day()), int(clock.hours().count()),
-        int(clock.minutes().count()), int(clock.seconds().count()));
+    QString text = blank.toString();
+    putNumber(text, 0, 4, int(date.year()));
+    putNumber(text, 5, 2, int(unsigned(date.month())));
+    putNumber(text, 8, 2, int(unsigned(date.day())));
+    putNumber(text, 11, 2, int(clock.hours().count()));
+    putNumber(text, 14, 2, int(clock.minutes().count()));
+    putNumber(text, 17, 2, int(clock.seconds().count()));
+    return text;
 }
 
 std::optional<TimePoint> ISO8601::parse(QStringView text)

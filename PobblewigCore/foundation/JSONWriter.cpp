@@ -1,5 +1,10 @@
 #include "foundation/JSONWriter.h"
 
+#if defined(__SSE2__)
+#define RAPIDJSON_SSE2
+#elif defined(__ARM_NEON)
+#define RAPIDJSON_NEON
+#endif
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/stringbuffer.h>
 
@@ -88,10 +93,11 @@ void JSONWriter::value(QStringView text)
     m_output->writer.String(bytes.constData(), rapidjson::SizeType(bytes.size()));
 }
 
-QByteArray JSONWriter::text() const
+QByteArray JSONWriter::text()
 {
-    const auto& buffer = m_output->buffer;
-    return QByteArray(buffer.GetString(), qsizetype(buffer.GetSize())) + '\n';
+    auto& buffer = m_output->buffer;
+    buffer.Put('\n');
+    return { buffer.GetString(), qsizetype(buffer.GetSize()) };
 }
 
 } // namespace pobblewig

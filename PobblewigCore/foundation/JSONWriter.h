@@ -30,8 +30,8 @@ public:
     void value(double value);
     void value(QStringView value);
 
-    /// All that was written, with a line end.
-    QByteArray text() const;
+    /// All that was written, with a line end. To be called once, at the end.
+    QByteArray text();
 
 private:
     struct Output;
