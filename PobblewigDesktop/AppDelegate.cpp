@@ -9,6 +9,7 @@
 #include <QScreen>
 
 #include <chrono>
+#include <utility>
 
 namespace pobblewig {
 
@@ -23,6 +24,7 @@ constexpr auto longestWaitForTheBuddy = 1s;
 const auto mascotKey = QStringLiteral("buddy/mascot");
 const auto schemeKey = QStringLiteral("buddy/colorScheme");
 const auto scaleKey = QStringLiteral("buddy/sizeScale");
+const auto panelSizeKey = QStringLiteral("chat/size");
 
 MascotSprite spriteFor(const QString& mascotID, const QString& schemeID)
 {
@@ -108,6 +110,9 @@ void AppDelegate::makePanel()
     m_panel = std::make_unique<ChatPanel>(m_coordinator->chat(), Calendar::current(), systemNow);
     connect(m_panel.get(), &ChatPanel::newSessionRequested, m_coordinator.get(),
         &AppCoordinator::startNewSession);
+    connect(m_panel.get(), &ChatPanel::hidden, this,
+        [this] { m_desktopSettings.setValue(panelSizeKey, m_panel->size()); });
+    m_panel->resize(m_desktopSettings.value(panelSizeKey, m_panel->size()).toSize());
     showPanelState();
 }
 
@@ -120,17 +125,17 @@ void AppDelegate::showState()
 
 void AppDelegate::showLook(const AppSettings& settings)
 {
-    const MascotSetting look { settings.mascot, settings.mascotColorScheme };
-    if (m_look != look) {
-        m_look = look;
-        const auto sprite = spriteFor(look.mascot, look.scheme);
-        m_buddy.setSprite(sprite);
-        m_tray.setFace(BuddyFace::icon(sprite));
-    }
-    m_buddy.setSizeScale(settings.mascotSizeScale);
-    m_desktopSettings.setValue(mascotKey, settings.mascot);
-    m_desktopSettings.setValue(schemeKey, settings.mascotColorScheme);
-    m_desktopSettings.setValue(scaleKey, settings.mascotSizeScale);
+    const Look look { settings.mascot, settings.mascotColorScheme, settings.mascotSizeScale };
+    if (m_look == look)
+        return;
+    m_look = look;
+    const auto sprite = spriteFor(look.mascot, look.colorScheme);
+    m_buddy.setSprite(sprite);
+    m_buddy.setSizeScale(look.sizeScale);
+    m_tray.setFace(BuddyFace::icon(sprite));
+    m_desktopSettings.setValue(mascotKey, look.mascot);
+    m_desktopSettings.setValue(schemeKey, look.colorScheme);
+    m_desktopSettings.setValue(scaleKey, look.sizeScale);
 }
 
 void AppDelegate::showPanelState()
@@ -143,7 +148,9 @@ void AppDelegate::showPanelState()
     m_panel->setFace(BuddyFace::icon(spriteFor(settings.mascot, settings.mascotColorScheme)));
     m_panel->setStateText(stateInWords(settings));
     m_panel->setModelLabel(state.modelLabel);
-    m_panel->setNotice(storageNotice(state.storageProblem));
+    // Only news is worth a notice: one that was closed stays closed.
+    if (std::exchange(m_shownProblem, state.storageProblem) != state.storageProblem)
+        m_panel->setNotice(storageNotice(state.storageProblem));
 }
 
 void AppDelegate::toggleChat()

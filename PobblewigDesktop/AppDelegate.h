@@ -3,7 +3,6 @@
 #include "AppCoordinator.h"
 #include "PobblewigDesktop/BuddyWindow.h"
 #include "PobblewigDesktop/TrayMenu.h"
-#include "mascots/Mascot.h"
 
 #include <QSettings>
 
@@ -33,6 +32,14 @@ public:
     void showTray();
 
 private:
+    struct Look {
+        QString mascot;
+        QString colorScheme;
+        double sizeScale = 1;
+
+        bool operator==(const Look&) const = default;
+    };
+
     void startCoordinator();
     void makePanel();
     void showState();
@@ -46,7 +53,8 @@ private:
     std::function<AppCoordinator::Parts()> m_makeParts;
     std::unique_ptr<AppCoordinator> m_coordinator;
     std::unique_ptr<ChatPanel> m_panel;
-    MascotSetting m_look;
+    std::optional<Look> m_look;
+    std::optional<QString> m_shownProblem;
     bool m_isChatRequested = false;
 };
 

@@ -132,6 +132,12 @@ void ChatPanel::showEvent(QShowEvent* event)
     m_input->setFocus(Qt::ActiveWindowFocusReason);
 }
 
+void ChatPanel::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    Q_EMIT hidden();
+}
+
 void ChatPanel::arrange()
 {
     PanelStyle::setRole(*m_capture, QStringLiteral("caption"));

@@ -44,9 +44,11 @@ public:
 
 Q_SIGNALS:
     void newSessionRequested();
+    void hidden();
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
     QSize frameSize() const;
