@@ -39,8 +39,10 @@ if(POBBLEWIG_FUZZING)
     target_compile_options(pobblewig_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-file(WRITE ${PROJECT_BINARY_DIR}/precompiled.cpp "")
+file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/precompiled.cpp
+    CONTENT "// Compiled for the sake of the header that is compiled with it.\n")
 add_library(pobblewig_precompiled STATIC ${PROJECT_BINARY_DIR}/precompiled.cpp)
+set_target_properties(pobblewig_precompiled PROPERTIES AUTOMOC OFF)
 target_link_libraries(pobblewig_precompiled PUBLIC pobblewig_flags)
 target_precompile_headers(pobblewig_precompiled PRIVATE
     <QCoroTask> <QDir> <QJsonArray> <QJsonDocument> <QJsonObject> <QObject> <QString> <QUuid>
