@@ -34,6 +34,7 @@ public:
     std::vector<WindowFacts> facts() const
     {
         std::vector<WindowFacts> facts;
+        facts.reserve(m_questions.size());
         for (const auto& question : m_questions)
             facts.push_back(answer(question));
         return facts;
