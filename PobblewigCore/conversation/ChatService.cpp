@@ -185,7 +185,9 @@ Task<ChatService::Outcome> ChatService::send(
         setLastError(description(std::get<LLMFailure>(reply.error())));
     setStreamingPreview({});
     setStreaming(false);
-    co_return reply.map([](const QString&) {});
+    if (!reply)
+        co_return failed(reply.error());
+    co_return Outcome();
 }
 
 Task<ChatService::Reply> ChatService::requestReply(Turn turn, std::stop_token stop)
