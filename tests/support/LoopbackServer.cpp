@@ -2,6 +2,7 @@
 
 #include "foundation/Overloaded.h"
 
+#include <QRegularExpression>
 #include <QTimer>
 
 #include <sys/socket.h>
@@ -16,12 +17,10 @@ std::optional<qsizetype> requestLength(const QByteArray& bytes)
     const auto headEnd = bytes.indexOf("\r\n\r\n");
     if (headEnd < 0)
         return std::nullopt;
-    const auto head = bytes.first(headEnd).toLower() + "\r\n";
-    const QByteArray name = "\r\ncontent-length: ";
-    const auto at = head.indexOf(name);
-    const auto from = at + name.size();
-    const auto body = at < 0 ? 0 : head.sliced(from, head.indexOf('\r', from) - from).toLongLong();
-    const auto length = headEnd + 4 + body;
+    static const QRegularExpression announced(
+        QStringLiteral("\r\ncontent-length: (\\d+)"), QRegularExpression::CaseInsensitiveOption);
+    const auto match = announced.match(QString::fromLatin1(bytes.first(headEnd)));
+    const auto length = headEnd + 4 + match.captured(1).toLongLong();
     return bytes.size() < length ? std::nullopt : std::optional(length);
 }
 

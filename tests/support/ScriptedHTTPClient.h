@@ -18,11 +18,33 @@ public:
 
     const std::vector<HTTPRequest>& requests() const { return m_requests; }
 
-    Task<Reply> send(HTTPRequest request) override;
-    HTTPStream stream(HTTPRequest request) override;
+    Task<Reply> send(HTTPRequest request) override { co_return nextReply(std::move(request)); }
+
+    HTTPStream stream(HTTPRequest request) override
+    {
+        HTTPStream stream;
+        const auto reply = nextReply(std::move(request));
+        if (!reply) {
+            stream.sink().finish(reply.error());
+            return stream;
+        }
+        stream.sink().push(HTTPHead { reply->status });
+        for (const auto& line : reply->body.split('\n'))
+            stream.sink().push(line);
+        stream.sink().finish();
+        return stream;
+    }
 
 private:
-    Reply nextReply(HTTPRequest request);
+    Reply nextReply(HTTPRequest request)
+    {
+        m_requests.push_back(std::move(request));
+        if (m_replies.empty())
+            return tl::unexpected(TransportError { {}, QStringLiteral("no reply was scripted") });
+        auto reply = std::move(m_replies.front());
+        m_replies.pop_front();
+        return reply;
+    }
 
     std::deque<Reply> m_replies;
     std::vector<HTTPRequest> m_requests;

@@ -4,6 +4,7 @@
 
 #include <deque>
 #include <memory>
+#include <utility>
 
 namespace pobblewig {
 
@@ -17,14 +18,21 @@ public:
         bool isHeld = false;
     };
 
-    explicit ScriptedProvider(LLMConfiguration configuration = {});
+    explicit ScriptedProvider(LLMConfiguration configuration = {})
+        : m_configuration(std::move(configuration))
+    {
+    }
 
     void enqueue(Reply reply) { m_replies.push_back(std::move(reply)); }
     void enqueue(const QString& text) { enqueue(Reply { { LLMToken { text } } }); }
     void enqueue(LLMFailure failure) { enqueue(Reply { {}, std::move(failure) }); }
 
     /// Lets all held replies end.
-    void release();
+    void release()
+    {
+        for (const auto& end : std::exchange(m_heldEnds, {}))
+            end();
+    }
 
     const std::vector<LLMRequest>& requests() const { return m_requests; }
 
@@ -32,18 +40,36 @@ public:
     int droppedStreams() const { return *m_droppedStreams; }
 
     const LLMConfiguration& configuration() const override { return m_configuration; }
-    LLMStream streamChat(LLMRequest request) override;
+
+    LLMStream streamChat(LLMRequest request) override
+    {
+        m_requests.push_back(std::move(request));
+        if (m_replies.empty())
+            enqueue(LLMError::invalidResponse(QStringLiteral("no reply was scripted")));
+        const auto reply = std::move(m_replies.front());
+        m_replies.pop_front();
+        LLMStream stream;
+        const auto sink = stream.sink();
+        for (const auto& event : reply.events)
+            sink.push(event);
+        sink.setOnDrop([dropped = m_droppedStreams] { ++*dropped; });
+        const auto end = [sink, failure = reply.failure] {
+            if (!failure)
+                sink.push(LLMFinished {});
+            sink.finish(failure);
+        };
+        if (reply.isHeld)
+            m_heldEnds.push_back(end);
+        else
+            end();
+        return stream;
+    }
 
 private:
-    struct Held {
-        LLMStream::Sink sink;
-        std::optional<LLMFailure> failure;
-    };
-
     LLMConfiguration m_configuration;
     std::deque<Reply> m_replies;
     std::vector<LLMRequest> m_requests;
-    std::vector<Held> m_held;
+    std::vector<std::function<void()>> m_heldEnds;
     std::shared_ptr<int> m_droppedStreams = std::make_shared<int>(0);
 };
 
