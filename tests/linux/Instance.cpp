@@ -30,13 +30,11 @@ int main(int argc, char** argv)
         [](const QUrl& link) { say(QStringLiteral("open ") + link.toString()); });
     QObject::connect(&bus, &ApplicationBus::quitRequested, &application, &QCoreApplication::quit);
 
+    using Claim = SingleInstance::Claim;
     SingleInstance instance(QDir(arguments.at(1)), bus);
     const auto claim = instance.claim(OpenRequestLogic::link(arguments.mid(2)));
-    if (claim == SingleInstance::Claim::first)
-        say(QStringLiteral("first"));
-    if (claim == SingleInstance::Claim::handedOver)
-        say(QStringLiteral("handed over"));
-    if (claim == SingleInstance::Claim::unanswered)
-        say(instance.refusal());
-    return claim == SingleInstance::Claim::first ? QCoreApplication::exec() : 0;
+    say(claim == Claim::first            ? QStringLiteral("first")
+            : claim == Claim::handedOver ? QStringLiteral("handed over")
+                                         : instance.refusal());
+    return claim == Claim::first ? QCoreApplication::exec() : 0;
 }
