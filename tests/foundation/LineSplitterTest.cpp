@@ -1,6 +1,6 @@
 #include "foundation/LineSplitter.h"
 
-#include <QTest>
+#include "support/TableRow.h"
 
 namespace pobblewig {
 
@@ -10,20 +10,17 @@ class LineSplitterTest : public QObject {
 private Q_SLOTS:
     void linesAreTheSameWhereverTheBytesAreCut_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QByteArrayList>("lines");
-        QTest::newRow("nothing") << QByteArray() << QByteArrayList();
-        QTest::newRow("both ends")
-            << QByteArray("a\r\nb\nc\r\n") << QByteArrayList { "a", "b", "c" };
-        QTest::newRow("blank lines")
-            << QByteArray("\n\r\na\n\n") << QByteArrayList { "", "", "a", "" };
-        QTest::newRow("no end at the last")
-            << QByteArray("a\nlast") << QByteArrayList { "a", "last" };
-        QTest::newRow("a return inside")
-            << QByteArray("a\rb\r\r\nc\r") << QByteArrayList { "a\rb\r", "c\r" };
-        QTest::newRow("four-byte characters")
-            << QByteArray("data: \xF0\x9F\xA6\x98\n\xF0\x9F")
-            << QByteArrayList { "data: \xF0\x9F\xA6\x98", "\xF0\x9F" };
+        using Bytes = QByteArray;
+        using Lines = QByteArrayList;
+        QTest::addColumn<Bytes>("bytes");
+        QTest::addColumn<Lines>("lines");
+        row("nothing", Bytes(), Lines());
+        row("both ends", Bytes("a\r\nb\nc\r\n"), Lines { "a", "b", "c" });
+        row("blank lines", Bytes("\n\r\na\n\n"), Lines { "", "", "a", "" });
+        row("no end at the last", Bytes("a\nlast"), Lines { "a", "last" });
+        row("a return inside", Bytes("a\rb\r\r\nc\r"), Lines { "a\rb\r", "c\r" });
+        row("half a character", Bytes("\xF0\x9F\xA6\x98\n\xF0"),
+            Lines { "\xF0\x9F\xA6\x98", "\xF0" });
     }
     void linesAreTheSameWhereverTheBytesAreCut()
     {

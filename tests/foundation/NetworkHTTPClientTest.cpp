@@ -2,9 +2,7 @@
 
 #include "support/Awaited.h"
 #include "support/LoopbackServer.h"
-
-#include <QFile>
-#include <QTest>
+#include "support/TableRow.h"
 
 namespace pobblewig {
 
@@ -15,30 +13,18 @@ using Server = LoopbackServer;
 
 namespace {
 
-Task<QByteArrayList> collected(std::shared_ptr<HTTPStream> stream)
+/// Reads so many parts, or all that come.
+Task<QByteArrayList> read(std::shared_ptr<HTTPStream> stream, int count = -1)
 {
     QByteArrayList parts;
-    while (const auto part = co_await stream->next()) {
+    while (parts.size() != count) {
+        const auto part = co_await stream->next();
+        if (!part)
+            break;
         const auto* head = std::get_if<HTTPHead>(&*part);
         parts.append(head ? QByteArray::number(head->status) : std::get<HTTPLine>(*part));
     }
     co_return parts;
-}
-
-Task<bool> nextComes(std::shared_ptr<HTTPStream> stream)
-{
-    const auto part = co_await stream->next();
-    co_return part.has_value();
-}
-
-qint64 peakMemoryInKB()
-{
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        return 0;
-    const auto text = status.readAll();
-    const auto from = text.indexOf("VmHWM:") + 6;
-    return text.sliced(from, text.indexOf("kB", from) - from).trimmed().toLongLong();
 }
 
 } // namespace
@@ -64,28 +50,21 @@ private Q_SLOTS:
         const auto announced = send("HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\nhalf");
         const auto chunked = send("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n"
                                   "4\r\nhalf\r\n");
+        const QByteArray challenge = "\r\nWWW-Authenticate: Basic realm=\"x\"";
         whole("of a known length", { send(Server::answer("200 OK", "hello")) }, 200, "hello");
         whole("in chunks", { chunked, send("0\r\n\r\n") }, 200, "half");
         whole("ended by closing",
             { send("HTTP/1.1 200 OK\r\n\r\nhel"), send("lo"), Server::Close() }, 200, "hello");
-        whole("no content", { send("HTTP/1.1 204 No Content\r\n\r\n") }, 204, "");
-        whole("an error with a body", { send(Server::answer("500 Oops", "why")) }, 500, "why");
-        whole("bad request", { send(Server::answer("400 Bad", "why")) }, 400, "why");
-        whole("a challenge",
-            { send("HTTP/1.1 401 No\r\nWWW-Authenticate: Basic realm=\"x\"\r\n"
-                   "Content-Length: 3\r\n\r\nwhy") },
-            401, "why");
-        whole("a redirect",
-            { send("HTTP/1.1 307 Go\r\nLocation: /other\r\nContent-Length: 0\r\n\r\n") }, 307, "");
+        whole("an error with a body", { send(Server::answer("400 Bad", "why")) }, 400, "why");
+        whole("a challenge", { send(Server::answer("401 No" + challenge, "why")) }, 401, "why");
+        whole("a redirect", { send(Server::answer("307 Go\r\nLocation: /other", "")) }, 307, "");
         broken("shorter than announced", { announced, Server::Close() }, Kind::truncated);
         broken("announced, then reset", { announced, Server::Reset() }, Kind::truncated);
         broken("closed before an answer", { Server::Close() }, Kind::unreachable);
-        broken("reset before an answer", { Server::Reset() }, Kind::unreachable);
         broken(
             "another protocol", { send("SSH-2.0-server\r\n"), Server::Close() }, Kind::unreachable);
         broken("silence", {}, Kind::timedOut);
         broken("silence in the middle", { announced }, Kind::timedOut);
-        broken("silence in a chunk", { chunked }, Kind::timedOut);
         broken("more than 64 MiB",
             { send("HTTP/1.1 200 OK\r\n\r\n"), Server::Send { QByteArray(1 << 20, 'x'), 65 } },
             Kind::tooLarge);
@@ -110,20 +89,26 @@ private Q_SLOTS:
         QCOMPARE(server.requests().size(), 1u);
     }
 
-    void nothingAnswersAtAClosedPort()
+    void whatCannotBeReachedIsSaid_data()
     {
-        HTTPRequest request;
-        request.url = Server().url();
-        const auto response = awaited(m_client.send(request));
-        QCOMPARE(response.error().kind, Kind::unreachable);
-        QVERIFY(response.error().description().startsWith(u"Nothing answers at 127.0.0.1:"));
+        QTest::addColumn<QUrl>("url");
+        QTest::addColumn<QString>("begin");
+        auto closed = Server().url(QStringLiteral("/path?key=hush"));
+        closed.setUserInfo(QStringLiteral("me:hush"));
+        row("a closed port", closed, "Nothing answers at 127.0.0.1:");
+        row("no such name", QUrl(QStringLiteral("http://h.invalid")), "No server named h.invalid ");
+        row("not the web", QUrl(QStringLiteral("file:///etc/hostname")),
+            "“” is not the address of a web server.");
     }
-
-    void onlyTheWebIsReached()
+    void whatCannotBeReachedIsSaid()
     {
-        HTTPRequest request;
-        request.url = QUrl(QStringLiteral("file:///etc/hostname"));
-        QCOMPARE(awaited(m_client.send(request)).error().kind, Kind::unreachable);
+        QFETCH(QUrl, url);
+        QFETCH(QString, begin);
+        const auto error =
+            awaited(m_client.send({ .url = url, .headers = {}, .body = {} })).error();
+        QCOMPARE(error.kind, Kind::unreachable);
+        QVERIFY2(error.text.startsWith(begin), qPrintable(error.text));
+        QVERIFY(!error.text.contains(u"hush"));
     }
 
     void aHeaderIsSentOnOneLineAndTheBodyWhole()
@@ -146,24 +131,12 @@ private Q_SLOTS:
             Server::Send { "one\r\nt" }, Server::Hold(), Server::Send { "wo\nlast" },
             Server::Close() });
         const auto stream = std::make_shared<HTTPStream>(m_client.stream(post(server)));
-        QVERIFY(awaited(nextComes(stream)));
+        QCOMPARE(awaited(read(stream, 1)), QByteArrayList { "200" });
         server.release();
-        QVERIFY(awaited(nextComes(stream)));
+        QCOMPARE(awaited(read(stream, 1)), QByteArrayList { "one" });
         server.release();
-        QCOMPARE(awaited(collected(stream)), QByteArrayList({ "two", "last" }));
+        QCOMPARE(awaited(read(stream)), QByteArrayList({ "two", "last" }));
         QVERIFY(!stream->error());
-    }
-
-    void droppingAStreamClosesItsConnection()
-    {
-        Server server;
-        server.enqueue({ Server::Send { Server::eventStreamHead() } });
-        {
-            const auto stream = std::make_shared<HTTPStream>(m_client.stream(post(server)));
-            QVERIFY(awaited(nextComes(stream)));
-            QCOMPARE(server.openConnections(), 1);
-        }
-        QTRY_COMPARE(server.openConnections(), 0);
     }
 
     void manyDroppedStreamsDoNotBlockTheHost()
@@ -184,13 +157,10 @@ private Q_SLOTS:
         Server server;
         server.enqueue({ Server::Send { Server::eventStreamHead() + "data: " },
             Server::Send { QByteArray(1 << 20, 'x'), 200 } });
-        const auto before = peakMemoryInKB();
         const auto stream = std::make_shared<HTTPStream>(m_client.stream(post(server)));
-        QCOMPARE(awaited(collected(stream)), QByteArrayList { "200" });
+        QCOMPARE(awaited(read(stream)), QByteArrayList { "200" });
         QCOMPARE(stream->error()->kind, Kind::tooLarge);
         QTRY_COMPARE(server.openConnections(), 0);
-        const auto growth = peakMemoryInKB() - before;
-        QVERIFY2(growth < 64 * 1024, qPrintable(QString::number(growth)));
     }
 
 private:

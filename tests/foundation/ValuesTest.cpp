@@ -1,9 +1,7 @@
 #include "foundation/ISO8601.h"
 #include "foundation/JSONValue.h"
 #include "foundation/Text.h"
-
-#include <QJsonDocument>
-#include <QTest>
+#include "support/TableRow.h"
 
 #include <limits>
 
@@ -18,13 +16,7 @@ class ValuesTest : public QObject {
 private Q_SLOTS:
     void anInstantIsReadOnlyInTheFormItIsWritten_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("valid");
-        const auto row = [](const char* text, bool valid) {
-            QTest::newRow(text) << QString::fromLatin1(text) << valid;
-        };
-        row("2026-03-01T08:15:00Z", true);
-        row("0000-01-01T00:00:00Z", true);
+        QTest::addColumn<bool>("isValid");
         row("9999-12-31T23:59:59Z", true);
         row("2024-02-29T23:59:59Z", true);
         row("2026-02-29T00:00:00Z", false);
@@ -38,43 +30,28 @@ private Q_SLOTS:
     }
     void anInstantIsReadOnlyInTheFormItIsWritten()
     {
-        QFETCH(QString, text);
-        QFETCH(bool, valid);
+        const auto text = QString::fromLatin1(QTest::currentDataTag());
         const auto time = ISO8601::parse(text);
-        QCOMPARE(time.has_value(), valid);
+        QTEST(time.has_value(), "isValid");
         if (time)
             QCOMPARE(ISO8601::format(*time), text);
     }
 
     void anInstantIsCutToItsSecond()
     {
-        const auto before1970 = TimePoint(-1ms);
-        QCOMPARE(ISO8601::format(before1970), QStringLiteral("1969-12-31T23:59:59Z"));
+        QCOMPARE(ISO8601::format(TimePoint(-1ms)), QStringLiteral("1969-12-31T23:59:59Z"));
         QCOMPARE(ISO8601::format(TimePoint(1999ms)), QStringLiteral("1970-01-01T00:00:01Z"));
         QCOMPARE(ISO8601::format(TimePoint::max()), QStringLiteral("9999-12-31T23:59:59Z"));
     }
 
-    void aValueIsShownForPeople_data()
-    {
-        QTest::addColumn<QByteArray>("json");
-        QTest::addColumn<QString>("shown");
-        const auto row = [](const char* json, const char* shown) {
-            QTest::newRow(json) << QByteArray(json) << QString::fromLatin1(shown);
-        };
-        row("[30]", "[30]");
-        row("[0.1, -2.50, 1e300]", "[0.1, -2.5, 1e+300]");
-        row("[9007199254740992]", "[9007199254740992]");
-        row(R"(["a b", true, null, []])", "[a b, true, null, []]");
-        row(R"({"z": {"k": false}, "a": "x"})", "{a: x, z: {k: false}}");
-    }
     void aValueIsShownForPeople()
     {
-        QFETCH(QByteArray, json);
-        QFETCH(QString, shown);
-        const auto document = QJsonDocument::fromJson(json);
-        const auto value = JSONValue::fromJson(
-            document.isArray() ? QJsonValue(document.array()) : QJsonValue(document.object()));
-        QCOMPARE(value.displayString(), shown);
+        const auto document = QJsonDocument::fromJson(
+            R"({"z": [0.1, -2.50, 9007199254740992], "a": ["a b", true, null, [], {"k": 1e300}]})");
+        const auto value = JSONValue::fromJson(document.object());
+        QCOMPARE(value.displayString(),
+            QStringLiteral(
+                "{a: [a b, true, null, [], {k: 1e+300}], z: [0.1, -2.5, 9007199254740992]}"));
         QVERIFY(JSONValue::fromJson(value.toJson()) == value);
     }
 
@@ -82,43 +59,35 @@ private Q_SLOTS:
     {
         QTest::addColumn<double>("number");
         QTest::addColumn<int>("clamped");
-        QTest::newRow("half") << 59.5 << 60;
-        QTest::newRow("negative half") << -2.5 << -3;
-        QTest::newRow("below") << -1e30 << -10;
-        QTest::newRow("above") << 1e30 << 360;
-        QTest::newRow("no number") << std::numeric_limits<double>::quiet_NaN() << -10;
-        QTest::newRow("rounds onto the bound") << 359.7 << 360;
+        row("half", 59.5, 60);
+        row("negative half", -2.5, -3);
+        row("below", -1e30, -10);
+        row("above", 1e30, 360);
+        row("no number", std::numeric_limits<double>::quiet_NaN(), -10);
     }
     void aNumberIsClampedAndRoundedHalfAwayFromZero()
     {
         QFETCH(double, number);
-        QFETCH(int, clamped);
-        QCOMPARE(JSONValue::clampedInt(number, -10, 360), clamped);
+        QTEST(JSONValue::clampedInt(number, -10, 360), "clamped");
     }
 
     void charactersAreWhatPeopleCount_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<qsizetype>("count");
         QTest::addColumn<QString>("firstTwo");
-        const auto row = [](const char* name, QString text, qsizetype count, QString firstTwo) {
-            QTest::newRow(name) << text << count << firstTwo;
-        };
-        row("empty", QString(), 0, QString());
-        row("family", QStringLiteral("👩‍👩‍👧x!"), 3,
-            QStringLiteral("👩‍👩‍👧x"));
-        row("flag", QStringLiteral("🇩🇪🇫🇷🇯🇵"), 3, QStringLiteral("🇩🇪🇫🇷"));
-        row("combining mark", QStringLiteral("e\u0301e\u0301"), 2,
-            QStringLiteral("e\u0301e\u0301"));
-        row("line end", QStringLiteral("a\r\nb"), 3, QStringLiteral("a\r\n"));
+        QTest::addColumn<QString>("more");
+        QTest::addColumn<int>("count");
+        row("empty", "", "", 0);
+        row("family", "👩‍👩‍👧x", "!", 3);
+        row("flag", "🇩🇪🇫🇷", "🇯🇵", 3);
+        row("combining mark", "e\u0301e\u0301", "", 2);
+        row("line end", "a\r\n", "b", 3);
     }
     void charactersAreWhatPeopleCount()
     {
-        QFETCH(QString, text);
-        QFETCH(qsizetype, count);
         QFETCH(QString, firstTwo);
-        QCOMPARE(Text::characterCount(text), count);
-        QCOMPARE(Text::firstCharacters(text, 2), firstTwo);
+        QFETCH(QString, more);
+        QTEST(int(Text::characterCount(firstTwo + more)), "count");
+        QCOMPARE(Text::firstCharacters(firstTwo + more, 2), firstTwo);
     }
 };
 
