@@ -37,27 +37,18 @@ void fill(ScriptedChat& talk)
     talk.exchange(QStringLiteral("مرحبا، كيف حالك اليوم؟"),
         QStringLiteral("أنا بخير، شكرا! هل نبدأ بمراجعة الفصل الثالث من كتاب Statistics معا؟"),
         now - 10min);
-    talk.exchange(
-        QStringLiteral("Donaudampfschifffahrtselektrizitätenhauptbetriebswerkbauunterbeamt"
-                       "engesellschaft https://example.org/a/very/long/path/that/never/"
-                       "ends?with=parameters&and=more"),
+    talk.exchange(QStringLiteral("Donaudampfschiff").repeated(6),
         QStringLiteral("That is quite a word."), now - 2min);
 }
 
 struct Scene {
-    ScriptedChat talk;
-    std::unique_ptr<ChatPanel> panel;
-
-    void open(ColorScheme scheme, const QString& accent)
+    explicit Scene(ColorScheme scheme)
     {
-        panel = std::make_unique<ChatPanel>(talk.chat,
-            Calendar { QTimeZone::utc(), QLocale(QStringLiteral("en_GB")) },
-            [] { return ScriptedChat::now; });
-        panel->setTheme(Theme::palette(scheme, accent));
-        panel->setModelLabel(QStringLiteral("demo model"));
-        panel->setStateText(QStringLiteral("focus until 15:30"));
-        panel->setFace(BuddyFace::icon(MascotSprite::sprite(Mascot::axolotl)));
-        panel->show();
+        panel.setTheme(Theme::palette(scheme, QStringLiteral("coral")));
+        panel.setModelLabel(QStringLiteral("demo model"));
+        panel.setStateText(QStringLiteral("focus until 15:30"));
+        panel.setFace(BuddyFace::icon(MascotSprite::sprite(Mascot::axolotl)));
+        panel.show();
     }
 
     void ask(const QString& text)
@@ -66,6 +57,10 @@ struct Scene {
         if (!QTest::qWaitFor([this] { return talk.model.isAsked(); }))
             qFatal("The model was never asked.");
     }
+
+    ScriptedChat talk;
+    ChatPanel panel { talk.chat, Calendar { QTimeZone::utc(), QLocale(QStringLiteral("en_GB")) },
+        [] { return ScriptedChat::now; } };
 };
 
 using State = std::pair<const char*, std::function<void(Scene&)>>;
@@ -91,34 +86,33 @@ const State states[] = {
     { "find",
         [](Scene& scene) {
             fill(scene.talk);
-            scene.panel->findChild<FindBar*>()->open();
-            scene.panel->findChild<QLineEdit*>()->setText(QStringLiteral("re"));
+            scene.panel.findChild<FindBar*>()->open();
+            scene.panel.findChild<QLineEdit*>()->setText(QStringLiteral("re"));
         } },
     { "scrolled",
         [](Scene& scene) {
             for (auto count = 0; count < 5; ++count)
                 fill(scene.talk);
             QTest::qWait(100);
-            scene.panel->findChild<QListView*>()->verticalScrollBar()->setValue(0);
-            scene.panel->findChild<QPlainTextEdit*>()->setPlainText(
+            scene.panel.findChild<QListView*>()->verticalScrollBar()->setValue(0);
+            scene.panel.findChild<QPlainTextEdit*>()->setPlainText(
                 QStringLiteral("One\nTwo\nThree\nFour\nFive\nSix\nSeven"));
-            scene.panel->setNotice(QStringLiteral("Pobblewig cannot save to its folder: the disk "
-                                                  "is full. What you say now will be lost."));
+            scene.panel.setNotice(QStringLiteral("Pobblewig cannot save to its folder: the disk "
+                                                 "is full. What you say now will be lost."));
         } },
 };
 
-void draw(const State& state, ColorScheme scheme, const QString& accent, const QDir& folder)
+void draw(const State& state, ColorScheme scheme, const QDir& folder)
 {
-    Scene scene;
-    scene.open(scheme, accent);
+    Scene scene(scheme);
     state.second(scene);
     QTest::qWait(400);
     const auto name =
         QStringLiteral("%1-%2-%3x.png")
             .arg(QLatin1String(state.first),
                 scheme == ColorScheme::dark ? QStringLiteral("dark") : QStringLiteral("light"))
-            .arg(scene.panel->devicePixelRatioF());
-    scene.panel->grab().save(folder.filePath(name));
+            .arg(scene.panel.devicePixelRatioF());
+    scene.panel.grab().save(folder.filePath(name));
 }
 
 } // namespace
@@ -132,7 +126,7 @@ int main(int argc, char** argv)
     const QDir folder(application.arguments().value(1, QStringLiteral(".")));
     for (const auto& state : pobblewig::states) {
         for (const auto scheme : { pobblewig::ColorScheme::light, pobblewig::ColorScheme::dark })
-            pobblewig::draw(state, scheme, QStringLiteral("coral"), folder);
+            pobblewig::draw(state, scheme, folder);
     }
     return 0;
 }
