@@ -10,30 +10,21 @@ class ActionAutonomyTest : public QObject {
 private Q_SLOTS:
     void anActionAsksUnlessItsQuestionIsSwitchedOff_data()
     {
-        QTest::addColumn<QString>("actionClass");
-        QTest::addColumn<QString>("switchedOff");
         QTest::addColumn<bool>("asks");
-        row("nothing chosen", "calendar_write", "", true);
-        row("its own", "calendar_write", "calendar_write", false);
-        row("another's", "reminder_write", "calendar_write", true);
-        row("forgetting", "memory_forget", "memory_forget", true);
-        row("history", "activity_delete_history", "activity_delete_history", true);
-        row("unknown", "launch", "calendar_write", true);
+        row("calendar_write", false);
+        row("settings_change", true);
+        row("reminder_write", true);
+        row("memory_forget", true);
+        row("activity_delete_history", true);
     }
     void anActionAsksUnlessItsQuestionIsSwitchedOff()
     {
-        QFETCH(QString, actionClass);
-        QFETCH(QString, switchedOff);
         AppSettings settings;
-        if (!switchedOff.isEmpty())
-            settings.actionConfirmations = { { switchedOff, false } };
-        QTEST(ActionAutonomy::requiresConfirmation(actionClass, settings), "asks");
-    }
-
-    void aQuestionThatIsSwitchedOnAsks()
-    {
-        const std::map<QString, bool> chosen { { QStringLiteral("settings_change"), true } };
-        QVERIFY(ActionAutonomy::requiresConfirmation(ActionAutonomy::settingsChange, chosen));
+        for (const auto& off : { u"calendar_write", u"memory_forget", u"activity_delete_history" })
+            settings.actionConfirmations.emplace(QString::fromUtf16(off), false);
+        settings.actionConfirmations.emplace(QStringLiteral("settings_change"), true);
+        const auto action = QString::fromLatin1(QTest::currentDataTag());
+        QTEST(ActionAutonomy::requiresConfirmation(action, settings), "asks");
     }
 };
 
