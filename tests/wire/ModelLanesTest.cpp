@@ -9,8 +9,6 @@ namespace pobblewig {
 
 namespace {
 
-using ProviderRouting::Lane;
-
 /// "key label model@url", or "none".
 QString shown(const std::optional<LLMConfiguration>& configuration)
 {
@@ -21,21 +19,15 @@ QString shown(const std::optional<LLMConfiguration>& configuration)
             configuration->baseURL.toString());
 }
 
-MarketConfig marketWithBackend()
+MarketConfig market(const QString& backend, const QString& mainModel)
 {
     MarketConfig market;
-    market.backendBaseUrl = QStringLiteral("https://backend/v1");
-    market.managedMainModelID = QStringLiteral("mm");
+    market.defaultVendorBaseUrl = QStringLiteral("https://vendor");
+    market.defaultVendorLabel = QStringLiteral("vendor");
+    market.backendBaseUrl = backend;
+    market.managedMainModelID = mainModel;
     market.managedLibrarianModelID = QStringLiteral("ml");
     market.managedVisionModelID = QStringLiteral("mv");
-    return market;
-}
-
-MarketConfig marketOfVendor()
-{
-    MarketConfig market;
-    market.defaultVendorBaseUrl = QStringLiteral("https://vendor/v1");
-    market.defaultVendorLabel = QStringLiteral("vendor");
     return market;
 }
 
@@ -52,43 +44,36 @@ private Q_SLOTS:
         QTest::addColumn<QString>("keyring");
         QTest::addColumn<QString>("lane");
         using enum ModelUse;
-        row("nothing set", main, "", "", "none");
         row("key without model", main, "MAIN_MODEL_API_KEY=k MAIN_MODEL_ID=", "", "none");
         row("model without key", main, "MAIN_MODEL_API_KEY= MAIN_MODEL_ID=m", "", "none");
-        row("default vendor", main, "MAIN_MODEL_API_KEY=k MAIN_MODEL_ID=m", "",
-            "k vendor m@https://vendor/v1");
         row("all set", main,
             "MAIN_MODEL_API_KEY=k MAIN_MODEL_ID=m MAIN_MODEL_BASE_URL=http://s:1/v "
             "MAIN_MODEL_PROVIDER=p",
             "main-model-api-key=other", "k p m@http://s:1/v");
         row("key of the keyring", main, "MAIN_MODEL_API_KEY= MAIN_MODEL_ID=m",
-            "main-model-api-key=k", "k vendor m@https://vendor/v1");
+            "main-model-api-key=k", "k vendor m@https://vendor");
         for (const auto* url : { "not-a-url", "file:///x", "http://", "ftp://s", "http://s:99999" })
             row(url, main,
-                QStringLiteral("MAIN_MODEL_API_KEY=k MAIN_MODEL_ID=m "
-                               "MAIN_MODEL_BASE_URL=%1")
+                QStringLiteral("MAIN_MODEL_API_KEY=k MAIN_MODEL_ID=m MAIN_MODEL_BASE_URL=%1")
                     .arg(QLatin1String(url)),
                 "", "none");
-
         row("vision without model", vision, "MAIN_MODEL_API_KEY=k MAIN_MODEL_ID=m", "", "none");
         row("vision with the main key", vision, "MAIN_MODEL_API_KEY=k VISION_MODEL_ID=v", "",
-            "k vendor v@https://vendor/v1");
+            "k vendor v@https://vendor");
         row("vision's own", vision,
-            "MAIN_MODEL_API_KEY=k VISION_MODEL_API_KEY=o "
-            "VISION_MODEL_ID=v VISION_MODEL_PROVIDER=p",
-            "", "o p v@https://vendor/v1");
+            "MAIN_MODEL_API_KEY=k VISION_MODEL_API_KEY=o VISION_MODEL_ID=v VISION_MODEL_PROVIDER=p",
+            "", "o p v@https://vendor");
         row("librarian's usual model", librarian, "MAIN_MODEL_API_KEY=k", "",
-            "k vendor deepseek-ai/DeepSeek-V4-Flash@https://vendor/v1");
-        row("memes share the librarian's model", meme,
-            "MEME_MODEL_API_KEY=o LIBRARIAN_MODEL_API_KEY=l LIBRARIAN_MODEL_ID=m", "",
-            "o vendor m@https://vendor/v1");
+            "k vendor deepseek-ai/DeepSeek-V4-Flash@https://vendor");
+        row("memes share the librarian's model", meme, "MEME_MODEL_API_KEY=o LIBRARIAN_MODEL_ID=m",
+            "", "o vendor m@https://vendor");
         row("but not its key", meme, "LIBRARIAN_MODEL_API_KEY=l", "librarian-model-api-key=l",
             "none");
         row("own keyring before main variable", librarian,
             "MAIN_MODEL_API_KEY=k LIBRARIAN_MODEL_ID=m", "librarian-model-api-key=o",
-            "o vendor m@https://vendor/v1");
+            "o vendor m@https://vendor");
         row("main keyring last", meme, "LIBRARIAN_MODEL_ID=m", "main-model-api-key=k",
-            "k vendor m@https://vendor/v1");
+            "k vendor m@https://vendor");
     }
     void aDirectLaneNeedsAKeyAModelAndAServer()
     {
@@ -96,7 +81,7 @@ private Q_SLOTS:
         QFETCH(QString, environment);
         QFETCH(QString, keyring);
         FakeKeychain keychain(variables(keyring));
-        ModelLanes lanes(keychain, marketOfVendor());
+        ModelLanes lanes(keychain, market({}, {}));
         const auto lane = awaited(lanes.configuration(use, variables(environment)));
         QTEST(shown(lane), "lane");
         if (lane) {
@@ -107,145 +92,106 @@ private Q_SLOTS:
 
     void aKeyTravelsOnlyToTheServerThatItBelongsTo_data()
     {
-        QTest::addColumn<bool>("hasOwnKey");
+        QTest::addColumn<QString>("ownKey");
         QTest::addColumn<QString>("mainURL");
         QTest::addColumn<QString>("ownURL");
         QTest::addColumn<QString>("used");
-        row("own key, own server", true, "https://m/v1", "https://o/v1", "https://o/v1");
-        row("own key, main server", true, "https://m/v1", "", "https://m/v1");
-        row("own key, vendor", true, "", "", "https://vendor/v1");
-        row("main key, main server", false, "https://m/v1", "", "https://m/v1");
-        row("main key, vendor", false, "", "", "https://vendor/v1");
-        row("other host", false, "https://m/v1", "https://o/v1", "https://m/v1");
-        row("other host, vendor", false, "", "https://o/v1", "https://vendor/v1");
-        row("other port", false, "https://m/v1", "https://m:444/v1", "https://m/v1");
-        row("other scheme", false, "https://m/v1", "http://m/v1", "https://m/v1");
-        row("sub-domain", false, "https://m/v1", "https://x.m/v1", "https://m/v1");
-        row("host as user", false, "https://m/v1", "https://m@o/v1", "https://m/v1");
-        row("same origin", false, "https://m/v1", "https://M:443/v2", "https://m:443/v2");
-        row("usual http port", false, "http://m:80/v1", "http://m/v2", "http://m/v2");
-        row("no URL", false, "https://m/v1", "nonsense", "https://m/v1");
+        row("own key, own server", "o", "https://m/v1", "https://o/v1", "https://o/v1");
+        row("own key, vendor", "o", "", "", "https://vendor");
+        row("main key, main server", "", "https://m/v1", "", "https://m/v1");
+        row("other host", "", "https://m/v1", "https://o/v1", "https://m/v1");
+        row("other port", "", "https://m/v1", "https://m:444/v1", "https://m/v1");
+        row("other scheme", "", "https://m/v1", "http://m/v1", "https://m/v1");
+        row("sub-domain", "", "https://m/v1", "https://x.m/v1", "https://m/v1");
+        row("host as user", "", "https://m/v1", "https://m@o/v1", "https://m/v1");
+        row("same origin", "", "https://m/v1", "https://M:443/v2", "https://m:443/v2");
+        row("usual http port", "", "http://m:80/v1", "http://m/v2", "http://m/v2");
+        row("no URL", "", "https://m/v1", "nonsense", "https://m/v1");
     }
     void aKeyTravelsOnlyToTheServerThatItBelongsTo()
     {
-        QFETCH(bool, hasOwnKey);
+        QFETCH(QString, ownKey);
         QFETCH(QString, mainURL);
         QFETCH(QString, ownURL);
         FakeKeychain keychain;
-        ModelLanes lanes(keychain, marketOfVendor());
+        ModelLanes lanes(keychain, market({}, {}));
         for (const auto use : { ModelUse::vision, ModelUse::librarian, ModelUse::meme }) {
-            const auto stem = EnumNames::text(use).toUpper();
-            const Environment environment {
-                { QStringLiteral("MAIN_MODEL_API_KEY"), QStringLiteral("k") },
-                { QStringLiteral("MAIN_MODEL_BASE_URL"), mainURL },
-                { stem + QStringLiteral("_MODEL_API_KEY"),
-                    hasOwnKey ? QStringLiteral("o") : QString() },
-                { stem + QStringLiteral("_MODEL_BASE_URL"), ownURL },
-                { QStringLiteral("VISION_MODEL_ID"), QStringLiteral("v") },
-            };
-            const auto lane = awaited(lanes.configuration(use, environment));
+            const auto given =
+                QStringLiteral("MAIN_MODEL_API_KEY=k MAIN_MODEL_BASE_URL=%1 VISION_MODEL_ID=v "
+                               "%2_MODEL_API_KEY=%3 %2_MODEL_BASE_URL=%4")
+                    .arg(mainURL, EnumNames::text(use).toUpper(), ownKey, ownURL);
+            const auto lane = awaited(lanes.configuration(use, variables(given)));
             QVERIFY(lane);
             QTEST(lane->baseURL.toString(), "used");
-            QCOMPARE(lane->apiKey, hasOwnKey ? QStringLiteral("o") : QStringLiteral("k"));
+            QCOMPARE(lane->apiKey, ownKey.isEmpty() ? QStringLiteral("k") : ownKey);
         }
     }
 
     void aManagedLaneWinsAndCarriesTheAccount_data()
     {
         QTest::addColumn<ModelUse>("use");
+        QTest::addColumn<QString>("environment");
+        QTest::addColumn<QString>("keyring");
         QTest::addColumn<QString>("lane");
-        QTest::addColumn<QString>("path");
         using enum ModelUse;
-        row("main", main, "mm main", "chat/completions");
-        row("vision", vision, "mv vision", "vision/completions");
-        row("librarian", librarian, "ml librarian", "chat/completions");
-        row("meme", meme, "ml librarian", "chat/completions");
+        const auto both = "cloud-credential=c session-token=s";
+        row("main", main, "", both, "c pobblewig-cloud mm@https://b/v1/chat/completions main s");
+        row("vision", vision, "", both,
+            "c pobblewig-cloud mv@https://b/v1/vision/completions vision s");
+        row("librarian", librarian, "", both,
+            "c pobblewig-cloud ml@https://b/v1/chat/completions librarian s");
+        row("meme", meme, "POBBLEWIG_CLOUD_CREDENTIAL=e", both,
+            "e pobblewig-cloud ml@https://b/v1/chat/completions librarian s");
+        row("session alone", main,
+            "POBBLEWIG_CLOUD_CREDENTIAL=", "cloud-credential= session-token=s",
+            "s pobblewig-cloud mm@https://b/v1/chat/completions main s");
+        row("no account", main, "", "session-token=", "k vendor m@https://vendor/chat/completions");
     }
     void aManagedLaneWinsAndCarriesTheAccount()
     {
         QFETCH(ModelUse, use);
-        FakeKeychain keychain(variables(QStringLiteral("cloud-credential=c session-token=s")));
-        ModelLanes lanes(keychain, marketWithBackend());
-        const auto environment =
-            variables(QStringLiteral("MAIN_MODEL_API_KEY=k MAIN_MODEL_ID=m VISION_MODEL_ID=v"));
-        const auto lane = awaited(lanes.configuration(use, environment));
-        QVERIFY(lane);
-        QTEST(lane->modelID + u' ' + lane->lane.value_or(QString()), "lane");
-        QTEST(lane->completionsPath, "path");
-        QCOMPARE(lane->providerName, QStringLiteral("pobblewig-cloud"));
-        QCOMPARE(lane->baseURL, QUrl(QStringLiteral("https://backend/v1")));
-        QCOMPARE(lane->apiKey, QStringLiteral("c"));
-        QCOMPARE(lane->sessionToken, QStringLiteral("s"));
-        QVERIFY(lane->usesCloudAuth && lane->includeStreamUsage);
-    }
-
-    void theCloudCredentialHasThreeSources_data()
-    {
-        QTest::addColumn<QString>("environment");
-        QTest::addColumn<QString>("keyring");
-        QTest::addColumn<QString>("credential");
-        row("all", "POBBLEWIG_CLOUD_CREDENTIAL=e", "cloud-credential=c session-token=s", "e");
-        row("keyring", "POBBLEWIG_CLOUD_CREDENTIAL=", "cloud-credential=c session-token=s", "c");
-        row("session", "", "cloud-credential= session-token=s", "s");
-        row("none", "", "session-token=", "none");
-    }
-    void theCloudCredentialHasThreeSources()
-    {
         QFETCH(QString, environment);
         QFETCH(QString, keyring);
         FakeKeychain keychain(variables(keyring));
-        ModelLanes lanes(keychain, marketWithBackend());
-        const auto credential = awaited(lanes.cloudCredential(variables(environment)));
-        QTEST(credential.value_or(QStringLiteral("none")), "credential");
-        const auto lane = awaited(lanes.managedConfiguration(Lane::main, variables(environment)));
-        QCOMPARE(lane.has_value(), credential.has_value());
+        ModelLanes lanes(keychain, market(QStringLiteral("https://b/v1"), QStringLiteral("mm")));
+        environment += QStringLiteral(" MAIN_MODEL_API_KEY=k MAIN_MODEL_ID=m");
+        const auto lane = awaited(lanes.configuration(use, variables(environment)));
+        QVERIFY(lane);
+        auto text = shown(lane) + u'/' + lane->completionsPath;
+        if (lane->usesCloudAuth)
+            text += u' ' + lane->lane.value_or(QString()) + u' '
+                + lane->sessionToken.value_or(QString());
+        QTEST(text, "lane");
+        QVERIFY(lane->includeStreamUsage);
     }
 
-    void withoutAUsableBackendTheDirectLaneServes_data()
-    {
-        QTest::addColumn<QString>("backend");
-        QTest::addColumn<QString>("model");
-        row("no model", "https://b", "");
-        row("file", "file:///x", "m");
-        row("no host", "https:///x", "m");
-        row("no URL", "https://a b", "m");
-        row("built in", MarketConfig().backendBaseUrl, "m");
-    }
     void withoutAUsableBackendTheDirectLaneServes()
     {
-        QFETCH(QString, backend);
-        QFETCH(QString, model);
-        FakeKeychain keychain(variables(QStringLiteral("cloud-credential=c")));
-        auto market = marketOfVendor();
-        market.backendBaseUrl = backend;
-        market.managedMainModelID = model;
-        ModelLanes lanes(keychain, market);
+        const auto model = QStringLiteral("mm");
         const auto environment = variables(QStringLiteral("MAIN_MODEL_API_KEY=k MAIN_MODEL_ID=m"));
-        const auto lane = awaited(lanes.configuration(ModelUse::main, environment));
-        QCOMPARE(shown(lane), QStringLiteral("k vendor m@https://vendor/v1"));
-        QVERIFY(keychain.accountsRead.isEmpty());
+        for (const auto& given :
+            { market(QStringLiteral("https://b"), {}), market(QStringLiteral("file:///x"), model),
+                market(QStringLiteral("https:///x"), model), market({}, model) }) {
+            FakeKeychain keychain(variables(QStringLiteral("cloud-credential=c")));
+            ModelLanes lanes(keychain, given);
+            const auto lane = awaited(lanes.configuration(ModelUse::main, environment));
+            QCOMPARE(shown(lane), u"k vendor m@https://vendor");
+            QVERIFY(keychain.accountsRead.isEmpty());
+        }
     }
 
     void theResolvedModelsTellWhatADirectLaneWouldUse()
     {
         FakeKeychain keychain(variables(QStringLiteral("meme-model-api-key=o")));
-        ModelLanes lanes(keychain, marketOfVendor());
+        ModelLanes lanes(keychain, market({}, {}));
         const auto environment = variables(
-            QStringLiteral("MAIN_MODEL_API_KEY=k MAIN_MODEL_ID=m LIBRARIAN_MODEL_ID=l "
-                           "LIBRARIAN_MODEL_BASE_URL=https://l MEME_MODEL_BASE_URL=https://e"));
-        const auto vendor = QStringLiteral("https://vendor/v1");
-        const auto label = QStringLiteral("vendor");
-        const MainModelConfig main { label, vendor, QStringLiteral("m"), 1024 };
-        const MainModelConfig vision { label, vendor, QString(), 1024 };
-        const LibrarianModelConfig librarian { vendor, QStringLiteral("l"), 0.2, 1200 };
-        const LibrarianModelConfig meme { QStringLiteral("https://e"), QStringLiteral("l") };
-        QVERIFY(awaited(lanes.resolvedMainModel(environment)) == main);
-        QVERIFY(awaited(lanes.resolvedVisionModel(environment)) == vision);
-        QVERIFY(awaited(lanes.resolvedLibrarianModel(environment)) == librarian);
-        QVERIFY(awaited(lanes.resolvedMemeModel(environment)) == meme);
-        QCOMPARE(awaited(lanes.mainAPIKey(environment)), QStringLiteral("k"));
+            QStringLiteral("MAIN_MODEL_API_KEY=k VISION_MODEL_ID=v LIBRARIAN_MODEL_ID=l "
+                           "VISION_MODEL_BASE_URL=https://e MEME_MODEL_BASE_URL=https://e"));
+        const auto vision = awaited(lanes.resolvedVisionModel(environment));
+        QCOMPARE(vision.provider + vision.baseURL + vision.modelID, u"vendorhttps://vendorv");
+        const auto meme = awaited(lanes.resolvedMemeModel(environment));
+        QCOMPARE(meme.baseURL + meme.modelID, u"https://el");
         QCOMPARE(awaited(lanes.visionAPIKey(environment)), QStringLiteral("k"));
-        QCOMPARE(awaited(lanes.librarianAPIKey(environment)), QStringLiteral("k"));
         QCOMPARE(awaited(lanes.memeAPIKey(environment)), QStringLiteral("o"));
     }
 };
