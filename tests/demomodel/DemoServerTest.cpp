@@ -1,11 +1,10 @@
 #include "PobblewigDemoModel/DemoServer.h"
 
 #include "PobblewigDemoModel/HTTPRequestReader.h"
+#include "support/TableRow.h"
 
 #include <QProcess>
-#include <QSignalSpy>
 #include <QTcpSocket>
-#include <QTest>
 
 namespace pobblewig {
 
@@ -55,7 +54,6 @@ private Q_SLOTS:
         const auto port = server.listen(0);
         QTcpSocket socket;
         open(socket, *port);
-        QSignalSpy closed(&socket, &QTcpSocket::disconnected);
         socket.write(chat(R"(,"stream":true,"stream_options":{"include_usage":true})", "help"));
         QByteArray answer;
         int pieces = 0;
@@ -63,7 +61,7 @@ private Q_SLOTS:
             answer += socket.readAll();
             ++pieces;
         });
-        QVERIFY(closed.wait());
+        QTRY_COMPARE(socket.state(), QAbstractSocket::UnconnectedState);
         QVERIFY(pieces > 20);
         QVERIFY(answer.startsWith("HTTP/1.1 200 OK\r\n"));
         QVERIFY(answer.contains("\"usage\":{\"completion_tokens\":"));
@@ -89,9 +87,6 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("request");
         QTest::addColumn<int>("status");
-        const auto row = [](const char* name, const QByteArray& request, int status) {
-            QTest::newRow(name) << request << status;
-        };
         const auto sized = [](const QByteArray& size) {
             return "POST /chat/completions HTTP/1.1\r\ncontent-LENGTH:" + size + "\r\n\r\n";
         };
@@ -100,11 +95,10 @@ private Q_SLOTS:
         row("with a query", chat().replace("completions", "completions?a=b"), 200);
         row("not JSON", post("nonsense"), 400);
         row("deep nesting", post(QByteArray(100000, '[')), 400);
-        row("empty body", post(""), 400);
         row("another path", chat().replace("/chat", "/shat"), 404);
-        row("another method", "GET /v1/chat/completions HTTP/1.1\r\n\r\n", 405);
-        row("not HTTP", "hello\r\n\r\n", 400);
-        row("no size", "POST / HTTP/1.1\r\nTransfer-Encoding: chunked\r\n\r\n", 411);
+        row("another method", chat().replace("POST", "GET"), 405);
+        row("not HTTP", QByteArray("hello\r\n\r\n"), 400);
+        row("no size", chat().replace("Content-Length", "Transfer-Encoding"), 411);
         row("size with a sign", sized("-1"), 400);
         row("size one over", sized(QByteArray::number(HTTPRequestReader::bodyLimit + 1)), 413);
         row("size beyond 64 bits", sized("99999999999999999999"), 413);
@@ -113,12 +107,10 @@ private Q_SLOTS:
     void eachRequestGetsItsStatus()
     {
         QFETCH(QByteArray, request);
-        QFETCH(int, status);
         DemoServer server(0ms);
-        const auto port = server.listen(0);
-        const auto answer = answerTo(request, *port);
-        QCOMPARE(answer.left(12), "HTTP/1.1 " + QByteArray::number(status));
-        QCOMPARE(answer.contains("\"error\":{\"message\""), status != 200);
+        const auto answer = answerTo(request, *server.listen(0));
+        QTEST(answer.sliced(9, 3).toInt(), "status");
+        QCOMPARE(answer.contains("\"error\":{\"message\""), !answer.contains("200 OK"));
     }
 
     void aRequestMayArriveInAnyPieces()
@@ -135,9 +127,8 @@ private Q_SLOTS:
     void aTakenPortIsReported()
     {
         DemoServer first(0ms);
-        const auto port = first.listen(0);
         DemoServer second(0ms);
-        QVERIFY(!second.listen(*port));
+        QVERIFY(!second.listen(*first.listen(0)));
     }
 
     void theProgramNamesItsPortAndEndsCleanlyInTheMiddleOfAReply()

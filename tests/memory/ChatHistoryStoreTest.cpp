@@ -11,8 +11,6 @@
 
 namespace pobblewig {
 
-using namespace std::chrono_literals;
-
 namespace {
 
 ChatMessage message(int number)
@@ -35,28 +33,16 @@ private Q_SLOTS:
 
     void theLatestThirtyMessagesComeBackAfterARestart()
     {
-        std::vector<ChatMessage> expected;
-        {
-            ChatHistoryStore store(directory());
-            for (int number = 0; number < 34; ++number)
-                store.append(message(number));
-            expected = store.messages();
-        }
-        const ChatHistoryStore again(directory());
-        QCOMPARE(again.messages().size(), 30u);
-        QCOMPARE(again.messages().front().text, QStringLiteral("4"));
-        QVERIFY(again.messages() == expected);
-    }
-
-    void aLongerFileOfEarlierTimesIsCutOnLoading()
-    {
-        std::vector<ChatMessage> hundred;
-        for (int number = 0; number < 100; ++number)
-            hundred.push_back(message(number));
-        QVERIFY(JSONFileStore(directory(), QStringLiteral("chat.json")).save(hundred));
-        const ChatHistoryStore store(directory());
+        std::vector<ChatMessage> earlier;
+        for (int number = 0; number < 34; ++number)
+            earlier.push_back(message(number));
+        QVERIFY(JSONFileStore(directory(), QStringLiteral("chat.json")).save(earlier));
+        ChatHistoryStore store(directory());
+        const std::vector<ChatMessage> latest(earlier.end() - 30, earlier.end());
+        QVERIFY(store.messages() == latest);
+        store.append(message(34));
         QCOMPARE(store.messages().size(), 30u);
-        QCOMPARE(store.messages().back().text, QStringLiteral("99"));
+        QVERIFY(ChatHistoryStore(directory()).messages() == store.messages());
     }
 
     void anEarlierMessageNeedsOnlyItsFirstFields()
@@ -66,10 +52,7 @@ private Q_SLOTS:
         file.write("[{\"id\": \"5f0c7a2e-95b4-4b6e-9a55-0d9d3c6f1f10\", \"role\": \"system\","
                    "\"text\": \"t\", \"timestamp\": \"2026-03-01T08:15:00Z\"}]");
         file.close();
-        const ChatHistoryStore store(directory());
-        QCOMPARE(store.messages().size(), 1u);
-        QVERIFY(!store.messages().front().hadImage);
-        QVERIFY(!store.messages().front().sessionID);
+        QCOMPARE(ChatHistoryStore(directory()).messages().size(), 1u);
     }
 
     void aTextIsReplacedByItsId()
@@ -77,6 +60,7 @@ private Q_SLOTS:
         ChatHistoryStore store(directory());
         store.append(message(1));
         store.update(QUuid::createUuid(), QStringLiteral("nobody's"));
+        QCOMPARE(store.messages().front().text, QStringLiteral("1"));
         store.update(store.messages().front().id, QStringLiteral("mended"));
         QCOMPARE(ChatHistoryStore(directory()).messages().front().text, QStringLiteral("mended"));
         store.clear();
@@ -96,24 +80,15 @@ private Q_SLOTS:
         QCOMPARE(ChatHistoryStore(directory()).messages().size(), 2u);
     }
 
-    void withoutADirectoryItLivesInMemory()
-    {
-        ChatHistoryStore store(std::nullopt);
-        store.append(message(1));
-        QCOMPARE(store.messages().size(), 1u);
-    }
-
     void aFinishedConversationIsArchivedUnderItsDay()
     {
         const Calendar tokyo { QTimeZone("Asia/Tokyo"), QLocale::c() };
-        const auto lateInLondon = TimePoint(std::chrono::seconds(1772400000));
-        QCOMPARE(SessionBoundary::dayKey(lateInLondon, Calendar()), QStringLiteral("2026-03-01"));
+        const TimePoint lateInLondon(std::chrono::seconds(1772400000));
         const auto dayKey = SessionBoundary::dayKey(lateInLondon, tokyo);
-        QCOMPARE(dayKey, QStringLiteral("2026-03-02"));
         const auto session = QUuid::fromString(u"5f0c7a2e-95b4-4b6e-9a55-0d9d3c6f1f10");
         QVERIFY(ChatArchive::write(directory(), { message(1) }, dayKey, session));
-        QCOMPARE(QDir(m_scratch->path()).entryList(QDir::Files),
-            QStringList(QStringLiteral("chat-2026-03-02-5F0C7A2E.json")));
+        QVERIFY(
+            QFile::exists(m_scratch->filePath(QStringLiteral("chat-2026-03-02-5F0C7A2E.json"))));
     }
 
 private:
