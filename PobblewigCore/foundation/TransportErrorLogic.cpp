@@ -92,10 +92,10 @@ std::optional<TransportError> TransportErrorLogic::failure(
 
 TransportError TransportErrorLogic::notAWebAddress(const QUrl& url)
 {
-    return error(Kind::unreachable,
-        QStringLiteral("“%1” is not the address of a web server. It begins with “https://” or "
-                       "“http://”."),
-        url);
+    const auto text = QStringLiteral("“%1” is not the address of a web server. It begins with "
+                                     "“https://” or “http://”.");
+    const auto shown = url.toDisplayString(QUrl::RemoveUserInfo | QUrl::RemoveQuery);
+    return { Kind::unreachable, text.arg(shown) };
 }
 
 TransportError TransportErrorLogic::bodyTooLarge(const QUrl& url)

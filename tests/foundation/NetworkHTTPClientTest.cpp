@@ -97,8 +97,8 @@ private Q_SLOTS:
         closed.setUserInfo(QStringLiteral("me:hush"));
         row("a closed port", closed, "Nothing answers at 127.0.0.1:");
         row("no such name", QUrl(QStringLiteral("http://h.invalid")), "No server named h.invalid ");
-        row("not the web", QUrl(QStringLiteral("file:///etc/hostname")),
-            "“” is not the address of a web server.");
+        row("not the web", QUrl(QStringLiteral("file:///etc/hostname?hush")),
+            "“file:///etc/hostname” is not the address of a web server.");
     }
     void whatCannotBeReachedIsSaid()
     {
