@@ -61,6 +61,7 @@ QPoint BuddyPlacement::visiblePlace(QPoint place, QSize size, const std::vector<
 
     const auto distance = [&](QPoint candidate) { return (candidate - bounded).manhattanLength(); };
     std::vector<QPoint> candidates;
+    candidates.reserve(screens.size());
     for (const auto& screen : screens)
         candidates.push_back(nearestOn(screen, bounded, size));
     return *std::ranges::min_element(candidates, {}, distance);
