@@ -79,11 +79,16 @@ int main(int argc, char** argv)
     QObject::connect(&bus, &ApplicationBus::openRequested, &delegate, &AppDelegate::openChat);
     QObject::connect(&bus, &ApplicationBus::quitRequested, &application, &QApplication::quit);
 
-    TrayWatch trayWatch(connection.get());
-    QObject::connect(&trayWatch, &TrayWatch::trayAppeared, &delegate, &AppDelegate::showTray);
+    // The bus can wait until the buddy is there.
+    std::optional<TrayWatch> trayWatch;
+    QObject::connect(&delegate, &AppDelegate::launched, &delegate, [&] {
+        instance.announce();
+        trayWatch.emplace(connection.get());
+        QObject::connect(&*trayWatch, &TrayWatch::trayAppeared, &delegate, &AppDelegate::showTray);
+        trayWatch->start();
+    });
     delegate.launch(parts);
     if (link)
         delegate.openChat();
-    trayWatch.start();
     return QApplication::exec();
 }

@@ -103,6 +103,7 @@ void AppDelegate::startCoordinator()
     showState();
     if (m_isChatRequested)
         openChat();
+    Q_EMIT launched();
 }
 
 void AppDelegate::makePanel()

@@ -31,6 +31,10 @@ public:
     /// Once the desktop has a tray.
     void showTray();
 
+Q_SIGNALS:
+    /// Once, when the buddy is there and the coordinator is up.
+    void launched();
+
 private:
     struct Look {
         QString mascot;

@@ -3,6 +3,7 @@
 #include "PobblewigLinux/OpenRequestLogic.h"
 #include "foundation/Log.h"
 
+#include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 
@@ -18,11 +19,6 @@ constexpr int answerMilliseconds = 5000;
 
 } // namespace
 
-ApplicationBus::ApplicationBus(QDBusConnection bus)
-    : m_bus(std::move(bus))
-{
-}
-
 bool ApplicationBus::handOver(const QString& name, const std::optional<QUrl>& link) const
 {
     const auto method = link ? QStringLiteral("Open") : QStringLiteral("Activate");
@@ -31,17 +27,19 @@ bool ApplicationBus::handOver(const QString& name, const std::optional<QUrl>& li
     if (link)
         call << QStringList(link->toString(QUrl::FullyEncoded));
     call << QVariantMap();
-    return m_bus.call(call, QDBus::Block, answerMilliseconds).type() == QDBusMessage::ReplyMessage;
+    const auto answer = QDBusConnection::sessionBus().call(call, QDBus::Block, answerMilliseconds);
+    return answer.type() == QDBusMessage::ReplyMessage;
 }
 
 void ApplicationBus::publish(const QString& name)
 {
-    if (!m_bus.isConnected())
+    auto bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected())
         return;
     // The object comes first: whoever sees the name may call at once.
-    m_bus.registerObject(objectPath, this, QDBusConnection::ExportScriptableSlots);
+    bus.registerObject(objectPath, this, QDBusConnection::ExportScriptableSlots);
     for (const auto& wanted : { name, applicationName }) {
-        m_bus.interface()->registerService(wanted, QDBusConnectionInterface::DontQueueService,
+        bus.interface()->registerService(wanted, QDBusConnectionInterface::DontQueueService,
             QDBusConnectionInterface::DontAllowReplacement);
     }
 }

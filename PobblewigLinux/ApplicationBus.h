@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDBusConnection>
 #include <QObject>
 #include <QUrl>
 #include <QVariant>
@@ -11,14 +10,13 @@ namespace pobblewig {
 
 /// The program on the session bus, as desktops call it: the interface org.freedesktop.Application.
 ///
-/// Without a session bus nobody calls, and nobody can be called.
+/// Without a session bus nobody calls, and nobody can be called. Connecting to it takes some
+/// milliseconds, which the first use spends.
 class ApplicationBus : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
 public:
-    explicit ApplicationBus(QDBusConnection bus = QDBusConnection::sessionBus());
-
     /// Calls whichever process has the name: to open the link, else to come forward. False if none
     /// took the call.
     bool handOver(const QString& name, const std::optional<QUrl>& link) const;
@@ -38,9 +36,6 @@ Q_SIGNALS:
     void activated();
     void openRequested(const QUrl& link);
     void quitRequested();
-
-private:
-    QDBusConnection m_bus;
 };
 
 } // namespace pobblewig

@@ -22,14 +22,17 @@ SingleInstance::Claim SingleInstance::claim(const std::optional<QUrl>& link)
     FileOperations().makePath(m_directory.absolutePath());
     // A second look, for the other process may be about to begin or to end.
     for (const auto patience : { 0ms, 2000ms }) {
-        if (mayProceed(patience)) {
-            m_bus.publish(busName());
+        if (mayProceed(patience))
             return Claim::first;
-        }
         if (m_bus.handOver(busName(), link))
             return Claim::handedOver;
     }
     return Claim::unanswered;
+}
+
+void SingleInstance::announce()
+{
+    m_bus.publish(busName());
 }
 
 QString SingleInstance::refusal() const

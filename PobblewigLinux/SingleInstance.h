@@ -27,6 +27,9 @@ public:
     /// process is busy. The claim lasts as long as this object.
     Claim claim(const std::optional<QUrl>& link);
 
+    /// The first process takes the others' requests from here on; until then they wait.
+    void announce();
+
     /// For the user, once there was no answer.
     QString refusal() const;
 

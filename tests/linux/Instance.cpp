@@ -33,6 +33,8 @@ int main(int argc, char** argv)
     using Claim = SingleInstance::Claim;
     SingleInstance instance(QDir(arguments.at(1)), bus);
     const auto claim = instance.claim(OpenRequestLogic::link(arguments.mid(2)));
+    if (claim == Claim::first)
+        instance.announce();
     say(claim == Claim::first            ? QStringLiteral("first")
             : claim == Claim::handedOver ? QStringLiteral("handed over")
                                          : instance.refusal());
