@@ -25,4 +25,9 @@ QString Text::firstCharacters(const QString& text, qsizetype count)
     return text.first(finder.position());
 }
 
+QString Text::normalized(const QString& text)
+{
+    return text.toLower().simplified();
+}
+
 } // namespace pobblewig

@@ -9,4 +9,7 @@ qsizetype characterCount(const QString& text);
 
 QString firstCharacters(const QString& text, qsizetype count);
 
+/// What makes two texts the same statement: lower case, and single blanks between the words.
+QString normalized(const QString& text);
+
 } // namespace pobblewig::Text

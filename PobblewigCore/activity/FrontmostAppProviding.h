@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+namespace pobblewig {
+
+struct FrontmostApp {
+    /// For people, in their language.
+    QString name;
+    /// Reverse-DNS, such as "com.google.Chrome", or what the desktop itself calls the application.
+    QString bundleIdentifier;
+
+    bool operator==(const FrontmostApp&) const = default;
+};
+
+/// Where the user's attention is. Asked at every poll, so both answers must be cheap.
+class FrontmostAppProviding {
+public:
+    virtual ~FrontmostAppProviding() = default;
+
+    /// Nothing if no window has the focus or its owner cannot be named.
+    virtual std::optional<FrontmostApp> frontmostApp() = 0;
+
+    /// Seconds since the last input of any kind, in any application; 0 where the session does not
+    /// tell.
+    virtual double idleSeconds() = 0;
+};
+
+} // namespace pobblewig

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QString>
+#include <QUuid>
+
+#include <variant>
+#include <vector>
+
+namespace pobblewig {
+
+/// What a handle stands for.
+template <typename Element>
+struct IDPrefixResolution {
+    struct Unknown { };
+    struct Ambiguous { };
+
+    std::variant<Unknown, Ambiguous, Element> value;
+
+    const Element* found() const { return std::get_if<Element>(&value); }
+    bool isAmbiguous() const { return std::holds_alternative<Ambiguous>(value); }
+};
+
+/// The short handles by which a model speaks of records.
+namespace IDPrefix {
+
+/// The first 8 characters, in lower case.
+QString shortID(const QUuid& id);
+
+bool matches(const QUuid& id, const QString& prefix);
+
+/// A whole id works as well, in any case; an empty prefix fits every element.
+template <typename Element>
+IDPrefixResolution<Element> resolve(const QString& prefix, const std::vector<Element>& elements)
+{
+    using Resolution = IDPrefixResolution<Element>;
+    const Element* found = nullptr;
+    for (const auto& element : elements) {
+        if (!matches(element.id, prefix))
+            continue;
+        if (found)
+            return { typename Resolution::Ambiguous() };
+        found = &element;
+    }
+    return found ? Resolution { *found } : Resolution { typename Resolution::Unknown() };
+}
+
+} // namespace IDPrefix
+
+} // namespace pobblewig

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "foundation/JSONCodec.h"
+
+namespace pobblewig {
+
+/// One stretch of conversation, normally a day.
+struct DailySession {
+    QUuid id;
+    /// The user's day on which it began, such as "2026-03-01".
+    QString dayKey;
+    TimePoint startedAt;
+    TimePoint lastActivityAt;
+    /// Nothing while the session is active.
+    std::optional<TimePoint> endedAt = std::nullopt;
+    int turnCount = 0;
+    std::optional<QString> summary = std::nullopt;
+    /// The day's use of applications, in words.
+    std::optional<QString> activitySummary = std::nullopt;
+    std::vector<QUuid> observationIDs;
+    std::optional<QUuid> dailySummaryID = std::nullopt;
+    std::optional<QUuid> previousSessionID = std::nullopt;
+    /// Made from a conversation that is older than sessions.
+    bool isImported = false;
+
+    bool operator==(const DailySession&) const = default;
+
+    static constexpr auto jsonFields()
+    {
+        using namespace json;
+        return std::tuple { required("id", &DailySession::id),
+            required("dayKey", &DailySession::dayKey),
+            required("startedAt", &DailySession::startedAt),
+            required("lastActivityAt", &DailySession::lastActivityAt),
+            optional("endedAt", &DailySession::endedAt),
+            required("turnCount", &DailySession::turnCount),
+            optional("summary", &DailySession::summary),
+            optional("activitySummary", &DailySession::activitySummary),
+            required("observationIDs", &DailySession::observationIDs),
+            optional("dailySummaryID", &DailySession::dailySummaryID),
+            optional("previousSessionID", &DailySession::previousSessionID),
+            required("isImported", &DailySession::isImported) };
+    }
+};
+
+} // namespace pobblewig

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "foundation/Calendar.h"
+#include "foundation/JSONFileStore.h"
+#include "memory/DailySession.h"
+
+#include <optional>
+#include <vector>
+
+namespace pobblewig {
+
+/// The latest 90 sessions, newest first, kept in "sessions.json".
+///
+/// Lives on the main thread. Without a directory it works in memory only. The active session is
+/// the newest without an end; what changes it does nothing while there is none.
+class DailySessionStore {
+public:
+    static constexpr double defaultInactivityHours = 5;
+
+    /// What the end of a session knows.
+    struct Closing {
+        std::optional<QString> summary = std::nullopt;
+        std::optional<QString> activitySummary = std::nullopt;
+        std::optional<QUuid> dailySummaryID = std::nullopt;
+    };
+
+    explicit DailySessionStore(const std::optional<DataDirectory>& directory,
+        double inactivityHours = defaultInactivityHours);
+
+    const std::vector<DailySession>& sessions() const { return m_sessions; }
+    std::optional<DailySession> activeSession() const;
+
+    /// Of the ended sessions, the one that began last.
+    std::optional<DailySession> previousSession() const;
+
+    /// False while there is no active session.
+    bool shouldRollOver(TimePoint now, const Calendar& calendar) const;
+
+    /// The active session, however stale, or a new one.
+    DailySession ensureActiveSession(TimePoint now, const Calendar& calendar);
+    void recordTurn(TimePoint now);
+    void touch(TimePoint now);
+    void linkObservation(const QUuid& id);
+    std::optional<DailySession> finalizeActiveSession(Closing closing, TimePoint now);
+
+    /// Does not end the active one.
+    DailySession startNewSession(
+        TimePoint now, std::optional<QUuid> previousSessionID, const Calendar& calendar);
+
+    /// Only into an empty store, so that an import never stands among real sessions.
+    void adoptImportedSession(DailySession session);
+    void deleteAll();
+
+private:
+    DailySession* active();
+    void save() const;
+
+    std::optional<JSONFileStore> m_file;
+    double m_inactivityHours;
+    std::vector<DailySession> m_sessions;
+};
+
+} // namespace pobblewig

@@ -1,0 +1,107 @@
+#pragma once
+
+#include "foundation/JSONCodec.h"
+
+namespace pobblewig {
+
+/// In the order in which the notes are shown, to the model and to the user.
+enum class MemoryCategory {
+    preferences,
+    currentContext,
+    goals,
+    aspirations,
+    history,
+    misc,
+    journeys
+};
+
+/// Such as "Current Context".
+QString displayName(MemoryCategory category);
+
+enum class MemoryKind {
+    fact,
+    preference,
+    goal,
+    event,
+    pattern,
+    inference,
+    correction,
+    strategy,
+    unresolvedIntent
+};
+
+/// Who vouches for a note.
+enum class MemorySource {
+    explicitUser,
+    systemObserved,
+    assistantConfirmed,
+    librarianSynthesis,
+    meetingNotes
+};
+
+enum class MemoryStatus { active, archived, superseded };
+
+/// A short statement about the user.
+struct MemoryNote {
+    QUuid id;
+    QString text;
+    MemoryCategory category = MemoryCategory::misc;
+    MemoryKind kind = MemoryKind::fact;
+    MemorySource source = MemorySource::librarianSynthesis;
+    /// 0 to 1.
+    std::optional<double> confidence = std::nullopt;
+    /// The epoch stands for a date that the file lacks; the store fills it in when it loads.
+    TimePoint createdAt;
+    TimePoint lastObservedAt;
+    int observationCount = 1;
+    std::vector<QUuid> supersedes;
+    MemoryStatus status = MemoryStatus::active;
+    bool isTemporary = false;
+    /// The end of a temporary note's life; without it the note stays.
+    std::optional<TimePoint> expiresAt = std::nullopt;
+
+    bool operator==(const MemoryNote&) const = default;
+
+    static constexpr auto jsonFields()
+    {
+        using namespace json;
+        return std::tuple { required("id", &MemoryNote::id), required("text", &MemoryNote::text),
+            defaulted("category", &MemoryNote::category), defaulted("kind", &MemoryNote::kind),
+            defaulted("source", &MemoryNote::source),
+            optional("confidence", &MemoryNote::confidence),
+            defaulted("createdAt", &MemoryNote::createdAt),
+            defaulted("lastObservedAt", &MemoryNote::lastObservedAt),
+            defaulted("observationCount", &MemoryNote::observationCount),
+            defaulted("supersedes", &MemoryNote::supersedes),
+            defaulted("status", &MemoryNote::status),
+            defaulted("isTemporary", &MemoryNote::isTemporary),
+            optional("expiresAt", &MemoryNote::expiresAt) };
+    }
+};
+
+/// What several notes of different days show together.
+struct PatternNote {
+    QUuid id;
+    QString text;
+    /// How often its evidence was seen, summed up.
+    int evidenceCount = 0;
+    TimePoint firstObservedAt;
+    TimePoint lastObservedAt;
+    std::vector<QUuid> sourceNoteIDs;
+    double confidence = 0;
+
+    bool operator==(const PatternNote&) const = default;
+
+    static constexpr auto jsonFields()
+    {
+        using namespace json;
+        return std::tuple { required("id", &PatternNote::id), required("text", &PatternNote::text),
+            required("evidenceCount", &PatternNote::evidenceCount),
+            required("firstObservedAt", &PatternNote::firstObservedAt),
+            required("lastObservedAt", &PatternNote::lastObservedAt),
+            required("sourceNoteIDs", &PatternNote::sourceNoteIDs),
+            required("confidence", &PatternNote::confidence) };
+    }
+};
+
+} // namespace pobblewig

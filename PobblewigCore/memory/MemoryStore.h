@@ -1,0 +1,145 @@
+#pragma once
+
+#include "foundation/Calendar.h"
+#include "foundation/JSONFileStore.h"
+#include "memory/MemoryNote.h"
+
+#include <optional>
+#include <variant>
+#include <vector>
+
+namespace pobblewig {
+
+/// The whole of "memory.json".
+struct MemoryStoreData {
+    static constexpr int currentVersion = 2;
+
+    int version = currentVersion;
+    /// Newest first.
+    std::vector<MemoryNote> notes;
+    /// Oldest first.
+    std::vector<PatternNote> patterns;
+    std::optional<TimePoint> lastCleanupAt = std::nullopt;
+    std::optional<int> lastCleanupTokenCount = std::nullopt;
+    std::optional<TimePoint> updatedAt = std::nullopt;
+
+    bool operator==(const MemoryStoreData&) const = default;
+
+    static constexpr auto jsonFields()
+    {
+        using namespace json;
+        return std::tuple { defaulted("version", &MemoryStoreData::version),
+            defaulted("notes", &MemoryStoreData::notes),
+            defaulted("patterns", &MemoryStoreData::patterns),
+            optional("lastCleanupAt", &MemoryStoreData::lastCleanupAt),
+            optional("lastCleanupTokenCount", &MemoryStoreData::lastCleanupTokenCount),
+            optional("updatedAt", &MemoryStoreData::updatedAt) };
+    }
+};
+
+struct NewNote {
+    QString text;
+    MemoryCategory category = MemoryCategory::misc;
+    MemoryKind kind = MemoryKind::fact;
+    MemorySource source = MemorySource::librarianSynthesis;
+    std::optional<double> confidence = std::nullopt;
+    bool isTemporary = false;
+    std::optional<TimePoint> expiresAt = std::nullopt;
+};
+
+struct AddNoteResult {
+    enum class Kind { added, reinforced };
+
+    Kind kind = Kind::added;
+    QUuid id;
+
+    bool operator==(const AddNoteResult&) const = default;
+};
+
+struct NewPattern {
+    QString text;
+    std::vector<QUuid> evidenceNoteIDs;
+    double confidence = 0;
+};
+
+/// The durable notes about the user and the patterns seen in them, kept in "memory.json". The
+/// only tier of memory that stands whole in every prompt.
+///
+/// Lives on the main thread. Without a directory it works in memory only. Every change is saved at
+/// once; a failed save is logged and the next one writes it out.
+class MemoryStore {
+public:
+    enum class IncludeArchived { no, yes };
+
+    /// All of these are in estimated tokens.
+    static constexpr int softTargetTokens = 6000;
+    static constexpr int hardCapTokens = 10000;
+    static constexpr int hygieneIntervalTokens = 2000;
+    static constexpr int archivedNoteRetentionDays = 30;
+
+    /// `calendar` says which instants are of one day, for the promotion of patterns.
+    MemoryStore(const std::optional<DataDirectory>& directory, std::function<Calendar()> calendar);
+
+    const std::vector<MemoryNote>& notes() const { return m_data.notes; }
+
+    /// Without `includeArchived` the active ones only.
+    std::vector<MemoryNote> allNotes(IncludeArchived includeArchived) const;
+    const std::vector<PatternNote>& allPatterns() const { return m_data.patterns; }
+
+    /// Sections of notes by category, then the patterns. A section that would take the text over
+    /// `maxTokens` is left out whole. Empty without notes and patterns.
+    QString residentMemory(int maxTokens, TimePoint now) const;
+
+    /// What the resident memory costs in a prompt, headings included.
+    int residentTokenEstimate(TimePoint now) const;
+    bool isBelowSoftThreshold(TimePoint now) const;
+
+    /// Driven by size, never by the calendar.
+    bool shouldRunCleanup(TimePoint now) const;
+
+    /// The notes as the prompt has them, for the user.
+    QString exportText(TimePoint now) const;
+
+    /// Reinforces the first note, of whatever status, that makes the same statement, case and
+    /// spacing aside; else puts a new one at the front. A blank text changes nothing and yields
+    /// nothing.
+    std::optional<AddNoteResult> addNote(const NewNote& note, TimePoint now);
+
+    /// The user's own wording takes the note's place. An unknown id or a blank text changes
+    /// nothing.
+    void correctNote(const QUuid& id, const QString& newText, TimePoint now);
+
+    /// Removes the note or the pattern of that id.
+    void deleteNote(const QUuid& id);
+
+    /// Removes the temporary notes whose time is over.
+    void pruneExpired(TimePoint now);
+
+    /// Records a pattern, or adds evidence to the one that makes the same statement. Nothing, and
+    /// no change, if the evidence does not span two days.
+    std::optional<PatternNote> synthesizePattern(const NewPattern& pattern, TimePoint now);
+
+    void markCleanupRun(TimePoint now);
+
+    /// Takes over a rewritten list. What it leaves out is kept: as it stands if the user said it,
+    /// else archived.
+    void applyCleanup(
+        std::vector<MemoryNote> notes, std::vector<PatternNote> patterns, TimePoint now);
+
+    /// Removes the archived notes last observed more than `olderThan` days ago. How many went.
+    int purgeArchivedNotes(int olderThan, TimePoint now);
+
+    void deleteAll(TimePoint now);
+
+    /// A quarter of the characters, rounded up.
+    static int estimateTokens(const QString& text);
+
+private:
+    void save(TimePoint now);
+
+    std::optional<JSONFileStore> m_file;
+    std::function<Calendar()> m_calendar;
+    MemoryStoreData m_data;
+};
+
+} // namespace pobblewig

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "foundation/JSONFileStore.h"
+#include "memory/DatedObservation.h"
+#include "memory/SearchTexts.h"
+
+#include <optional>
+#include <vector>
+
+namespace pobblewig {
+
+/// All observations in the order of their recording, kept in "observations.json".
+///
+/// Lives on the main thread. Without a directory it works in memory only.
+class ObservationStore {
+public:
+    static constexpr int archivedRetentionDays = 30;
+
+    struct Query {
+        /// Every word must occur somewhere in the observation, also inside a longer word.
+        QString text;
+        /// Both bounds belong to the window.
+        std::optional<TimePoint> from = std::nullopt;
+        std::optional<TimePoint> to = std::nullopt;
+        /// One of them is enough, in any case; none means all.
+        std::vector<QString> tags;
+        /// Below 1 counts as 1.
+        int limit = 20;
+    };
+
+    explicit ObservationStore(const std::optional<DataDirectory>& directory);
+
+    int count() const { return int(m_observations.size()); }
+
+    /// In the window, bounds included, oldest first.
+    std::vector<DatedObservation> observations(
+        std::optional<TimePoint> from, std::optional<TimePoint> to) const;
+
+    /// Oldest first; unknown ids are passed over.
+    std::vector<DatedObservation> withIDs(const std::vector<QUuid>& ids) const;
+
+    /// Newest first; those of one instant in the order of their recording.
+    std::vector<DatedObservation> search(const Query& query) const;
+
+    DatedObservation add(DatedObservation observation);
+    void remove(const QUuid& id);
+    void remove(const std::vector<QUuid>& ids);
+    void markArchived(const std::vector<QUuid>& ids, const QUuid& into);
+
+    /// Removes what a summary absorbed and happened more than `olderThan` days ago. How many went.
+    int pruneArchived(int olderThan, TimePoint now);
+    void deleteAll();
+
+private:
+    void save() const;
+
+    std::optional<JSONFileStore> m_file;
+    std::vector<DatedObservation> m_observations;
+    mutable SearchTexts m_searchTexts;
+};
+
+} // namespace pobblewig

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "foundation/JSONFileStore.h"
+#include "memory/PeriodSummary.h"
+
+#include <optional>
+#include <vector>
+
+namespace pobblewig {
+
+/// The accounts of days and weeks in the order of their writing, kept in "summaries.json". They
+/// are never edited.
+///
+/// Lives on the main thread. Without a directory it works in memory only.
+class PeriodSummaryStore {
+public:
+    explicit PeriodSummaryStore(const std::optional<DataDirectory>& directory);
+
+    const std::vector<PeriodSummary>& all() const { return m_summaries; }
+    std::optional<PeriodSummary> withID(const QUuid& id) const;
+
+    /// Those that overlap the window, oldest first; without a type both kinds.
+    std::vector<PeriodSummary> list(std::optional<PeriodType> type, std::optional<TimePoint> from,
+        std::optional<TimePoint> to) const;
+
+    std::optional<PeriodSummary> latestDaily() const;
+    std::optional<PeriodSummary> latestWeekly() const;
+
+    /// The days that no week has taken in yet, oldest first.
+    std::vector<PeriodSummary> unsummarizedDailies() const;
+
+    /// A week is seven summarized days, whatever the calendar says.
+    bool needsWeeklyRollup() const;
+
+    PeriodSummary add(PeriodSummary summary);
+    void deleteAll();
+
+private:
+    std::optional<PeriodSummary> latest(PeriodType type) const;
+    void save() const;
+
+    std::optional<JSONFileStore> m_file;
+    std::vector<PeriodSummary> m_summaries;
+};
+
+} // namespace pobblewig
