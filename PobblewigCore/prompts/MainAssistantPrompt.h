@@ -8,6 +8,8 @@ namespace pobblewig {
 
 /// What the system prompt of a chat turn is made from.
 struct MainAssistantPrompt {
+    /// The durable notes about the user; empty while the memory is off.
+    QString memory;
     SituationSnapshot situation;
     bool hasImage = false;
     TimePoint now;

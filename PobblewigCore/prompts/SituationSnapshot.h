@@ -17,6 +17,13 @@ struct SituationSnapshot {
     CompanionPersona persona = CompanionPersona::classic;
     /// The lines of the current situation.
     QString summary;
+    /// The reference memory's table of contents.
+    QString referenceTOC = {};
+    /// A line for each of the latest weekly and daily summaries.
+    QString chronologicalIndex = {};
+    QString sessionInfo = {};
+    /// What the last days left open.
+    QString unfinishedIntent = {};
 };
 
 } // namespace pobblewig
