@@ -4,6 +4,7 @@
 #include "memory/DatedObservation.h"
 #include "memory/SearchTexts.h"
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -52,6 +53,7 @@ public:
     void deleteAll();
 
 private:
+    int removeIf(const std::function<bool(const DatedObservation&)>& isUnwanted);
     void save() const;
 
     std::optional<JSONFileStore> m_file;
