@@ -1,0 +1,103 @@
+#include "memory/PeriodSummaryStore.h"
+
+#include "foundation/Log.h"
+
+#include <algorithm>
+#include <set>
+
+namespace pobblewig {
+
+namespace {
+
+constexpr size_t daysOfAWeek = 7;
+
+}
+
+PeriodSummaryStore::PeriodSummaryStore(const std::optional<DataDirectory>& directory)
+{
+    if (!directory)
+        return;
+    m_file.emplace(*directory, QStringLiteral("summaries.json"));
+    m_summaries = m_file->load<std::vector<PeriodSummary>>().value_or(std::vector<PeriodSummary>());
+}
+
+std::optional<PeriodSummary> PeriodSummaryStore::withID(const QUuid& id) const
+{
+    const auto summary = std::ranges::find(m_summaries, id, &PeriodSummary::id);
+    return summary == m_summaries.end() ? std::nullopt : std::optional(*summary);
+}
+
+std::vector<PeriodSummary> PeriodSummaryStore::list(std::optional<PeriodType> type,
+    std::optional<TimePoint> from, std::optional<TimePoint> to) const
+{
+    const auto isWanted = [&](const auto& summary) {
+        return (!type || summary.periodType == *type) && (!from || summary.endDate >= *from)
+            && (!to || summary.startDate <= *to);
+    };
+    std::vector<PeriodSummary> wanted;
+    std::ranges::copy_if(m_summaries, std::back_inserter(wanted), isWanted);
+    std::ranges::stable_sort(wanted, {}, &PeriodSummary::startDate);
+    return wanted;
+}
+
+std::optional<PeriodSummary> PeriodSummaryStore::latestDaily() const
+{
+    return latest(PeriodType::day);
+}
+
+std::optional<PeriodSummary> PeriodSummaryStore::latestWeekly() const
+{
+    return latest(PeriodType::week);
+}
+
+std::vector<PeriodSummary> PeriodSummaryStore::unsummarizedDailies() const
+{
+    std::set<QUuid> summarized;
+    for (const auto& summary : m_summaries) {
+        if (summary.periodType == PeriodType::week)
+            summarized.insert(
+                summary.sourceDailySummaryIDs.begin(), summary.sourceDailySummaryIDs.end());
+    }
+    auto dailies = list(PeriodType::day, std::nullopt, std::nullopt);
+    std::erase_if(dailies, [&](const auto& daily) { return summarized.contains(daily.id); });
+    return dailies;
+}
+
+bool PeriodSummaryStore::needsWeeklyRollup() const
+{
+    return unsummarizedDailies().size() >= daysOfAWeek;
+}
+
+PeriodSummary PeriodSummaryStore::add(PeriodSummary summary)
+{
+    m_summaries.push_back(std::move(summary));
+    save();
+    return m_summaries.back();
+}
+
+void PeriodSummaryStore::deleteAll()
+{
+    m_summaries.clear();
+    save();
+}
+
+std::optional<PeriodSummary> PeriodSummaryStore::latest(PeriodType type) const
+{
+    const PeriodSummary* latest = nullptr;
+    for (const auto& summary : m_summaries) {
+        if (summary.periodType == type && (!latest || summary.startDate > latest->startDate))
+            latest = &summary;
+    }
+    return latest ? std::optional(*latest) : std::nullopt;
+}
+
+void PeriodSummaryStore::save() const
+{
+    if (!m_file)
+        return;
+    if (const auto saved = m_file->save(m_summaries); !saved)
+        Log::line(QStringLiteral("buddy: failed to persist summaries: %1")
+                      .arg(saved.error().description()));
+}
+
+} // namespace pobblewig
