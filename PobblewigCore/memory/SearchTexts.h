@@ -20,6 +20,8 @@ public:
     template <typename MakeText>
     bool match(size_t index, const std::vector<std::string>& tokens, const MakeText& makeText)
     {
+        if (tokens.empty())
+            return true;
         if (index >= m_texts.size())
             m_texts.resize(index + 1);
         auto& text = m_texts[index];
