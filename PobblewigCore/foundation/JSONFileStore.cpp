@@ -87,13 +87,18 @@ void JSONFileStore::migrateLegacyDefaultDirectory()
 std::optional<QJsonValue> JSONFileStore::readDocument() const
 {
     QFile file(m_path);
-    if (!QFileInfo(m_path).isFile() || !file.open(QIODevice::ReadOnly))
+    if (!QFileInfo(m_path).isFile())
         return std::nullopt;
     if (file.size() > largestFile) {
         moveAside(QStringLiteral("larger than 64 MiB"));
         return std::nullopt;
     }
-    const auto value = parsed(file.readAll());
+    const auto text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    if (file.error() != QFile::NoError) {
+        moveAside(file.errorString());
+        return std::nullopt;
+    }
+    const auto value = parsed(text);
     if (value)
         return *value;
     moveAside(value.error());

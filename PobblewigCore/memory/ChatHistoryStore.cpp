@@ -1,7 +1,5 @@
 #include "memory/ChatHistoryStore.h"
 
-#include "foundation/Log.h"
-
 #include <algorithm>
 
 namespace pobblewig {
@@ -13,11 +11,9 @@ constexpr std::ptrdiff_t mostMessages = 30;
 }
 
 ChatHistoryStore::ChatHistoryStore(const std::optional<DataDirectory>& directory)
+    : m_file(directory, QStringLiteral("chat.json"), QStringLiteral("chat"))
+    , m_messages(m_file.load<std::vector<ChatMessage>>())
 {
-    if (!directory)
-        return;
-    m_file.emplace(*directory, QStringLiteral("chat.json"));
-    m_messages = m_file->load<std::vector<ChatMessage>>().value_or(std::vector<ChatMessage>());
     trim();
 }
 
@@ -25,7 +21,7 @@ void ChatHistoryStore::append(ChatMessage message)
 {
     m_messages.push_back(std::move(message));
     trim();
-    save();
+    m_file.save(m_messages);
 }
 
 void ChatHistoryStore::update(const QUuid& id, const QString& text)
@@ -34,28 +30,19 @@ void ChatHistoryStore::update(const QUuid& id, const QString& text)
     if (message == m_messages.end())
         return;
     message->text = text;
-    save();
+    m_file.save(m_messages);
 }
 
 void ChatHistoryStore::clear()
 {
     m_messages.clear();
-    save();
+    m_file.save(m_messages);
 }
 
 void ChatHistoryStore::trim()
 {
     if (std::ssize(m_messages) > mostMessages)
         m_messages.erase(m_messages.begin(), m_messages.end() - mostMessages);
-}
-
-void ChatHistoryStore::save() const
-{
-    if (!m_file)
-        return;
-    if (const auto saved = m_file->save(m_messages); !saved)
-        Log::line(
-            QStringLiteral("buddy: failed to persist chat: %1").arg(saved.error().description()));
 }
 
 } // namespace pobblewig

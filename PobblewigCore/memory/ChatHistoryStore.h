@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/JSONFileStore.h"
+#include "foundation/StoreFile.h"
 #include "memory/ChatMessage.h"
 
 #include <optional>
@@ -25,9 +25,8 @@ public:
 
 private:
     void trim();
-    void save() const;
 
-    std::optional<JSONFileStore> m_file;
+    StoreFile m_file;
     std::vector<ChatMessage> m_messages;
 };
 

@@ -32,12 +32,10 @@ DailySession newSession(
 
 DailySessionStore::DailySessionStore(
     const std::optional<DataDirectory>& directory, double inactivityHours)
-    : m_inactivityHours(inactivityHours)
+    : m_file(directory, QStringLiteral("sessions.json"), QStringLiteral("sessions"))
+    , m_inactivityHours(inactivityHours)
+    , m_sessions(m_file.load<std::vector<DailySession>>())
 {
-    if (!directory)
-        return;
-    m_file.emplace(*directory, QStringLiteral("sessions.json"));
-    m_sessions = m_file->load<std::vector<DailySession>>().value_or(std::vector<DailySession>());
 }
 
 std::optional<DailySession> DailySessionStore::activeSession() const
@@ -67,7 +65,7 @@ DailySession DailySessionStore::ensureActiveSession(TimePoint now, const Calenda
     if (const auto* session = active())
         return *session;
     m_sessions.insert(m_sessions.begin(), newSession(now, std::nullopt, calendar));
-    save();
+    m_file.save(m_sessions);
     return m_sessions.front();
 }
 
@@ -78,7 +76,7 @@ void DailySessionStore::recordTurn(TimePoint now)
         return;
     session->lastActivityAt = now;
     ++session->turnCount;
-    save();
+    m_file.save(m_sessions);
 }
 
 void DailySessionStore::touch(TimePoint now)
@@ -87,7 +85,7 @@ void DailySessionStore::touch(TimePoint now)
     if (!session)
         return;
     session->lastActivityAt = now;
-    save();
+    m_file.save(m_sessions);
 }
 
 void DailySessionStore::linkObservation(const QUuid& id)
@@ -96,7 +94,7 @@ void DailySessionStore::linkObservation(const QUuid& id)
     if (!session)
         return;
     session->observationIDs.push_back(id);
-    save();
+    m_file.save(m_sessions);
 }
 
 std::optional<DailySession> DailySessionStore::finalizeActiveSession(Closing closing, TimePoint now)
@@ -108,7 +106,7 @@ std::optional<DailySession> DailySessionStore::finalizeActiveSession(Closing clo
     session->summary = std::move(closing.summary);
     session->activitySummary = std::move(closing.activitySummary);
     session->dailySummaryID = closing.dailySummaryID;
-    save();
+    m_file.save(m_sessions);
     return *session;
 }
 
@@ -118,7 +116,7 @@ DailySession DailySessionStore::startNewSession(
     m_sessions.insert(m_sessions.begin(), newSession(now, previousSessionID, calendar));
     if (m_sessions.size() > mostSessions)
         m_sessions.resize(mostSessions);
-    save();
+    m_file.save(m_sessions);
     return m_sessions.front();
 }
 
@@ -127,28 +125,19 @@ void DailySessionStore::adoptImportedSession(DailySession session)
     if (!m_sessions.empty())
         return;
     m_sessions.push_back(std::move(session));
-    save();
+    m_file.save(m_sessions);
 }
 
 void DailySessionStore::deleteAll()
 {
     m_sessions.clear();
-    save();
+    m_file.save(m_sessions);
 }
 
 DailySession* DailySessionStore::active()
 {
     const auto session = std::ranges::find_if(m_sessions, isActive);
     return session == m_sessions.end() ? nullptr : &*session;
-}
-
-void DailySessionStore::save() const
-{
-    if (!m_file)
-        return;
-    if (const auto saved = m_file->save(m_sessions); !saved)
-        Log::line(QStringLiteral("buddy: failed to persist sessions: %1")
-                      .arg(saved.error().description()));
 }
 
 } // namespace pobblewig

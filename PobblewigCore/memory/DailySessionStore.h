@@ -1,7 +1,7 @@
 #pragma once
 
 #include "foundation/Calendar.h"
-#include "foundation/JSONFileStore.h"
+#include "foundation/StoreFile.h"
 #include "memory/DailySession.h"
 
 #include <optional>
@@ -53,9 +53,8 @@ public:
 
 private:
     DailySession* active();
-    void save() const;
 
-    std::optional<JSONFileStore> m_file;
+    StoreFile m_file;
     double m_inactivityHours;
     std::vector<DailySession> m_sessions;
 };

@@ -1,7 +1,5 @@
 #include "memory/ObservationStore.h"
 
-#include "foundation/Log.h"
-
 #include <QStringList>
 
 #include <algorithm>
@@ -75,12 +73,9 @@ std::vector<DatedObservation> newestFirst(std::vector<const DatedObservation*> f
 } // namespace
 
 ObservationStore::ObservationStore(const std::optional<DataDirectory>& directory)
+    : m_file(directory, QStringLiteral("observations.json"), QStringLiteral("observations"))
+    , m_observations(m_file.load<std::vector<DatedObservation>>())
 {
-    if (!directory)
-        return;
-    m_file.emplace(*directory, QStringLiteral("observations.json"));
-    m_observations =
-        m_file->load<std::vector<DatedObservation>>().value_or(std::vector<DatedObservation>());
 }
 
 std::vector<DatedObservation> ObservationStore::observations(
@@ -119,7 +114,7 @@ std::vector<DatedObservation> ObservationStore::search(const Query& query) const
 DatedObservation ObservationStore::add(DatedObservation observation)
 {
     m_observations.push_back(std::move(observation));
-    save();
+    m_file.save(m_observations);
     return m_observations.back();
 }
 
@@ -145,7 +140,7 @@ void ObservationStore::markArchived(const std::vector<QUuid>& ids, const QUuid& 
         isChanged = true;
     }
     if (isChanged)
-        save();
+        m_file.save(m_observations);
 }
 
 int ObservationStore::pruneArchived(int olderThan, TimePoint now)
@@ -160,7 +155,7 @@ void ObservationStore::deleteAll()
 {
     m_observations.clear();
     m_searchTexts.forgetAll();
-    save();
+    m_file.save(m_observations);
 }
 
 int ObservationStore::removeIf(const std::function<bool(const DatedObservation&)>& isUnwanted)
@@ -169,17 +164,8 @@ int ObservationStore::removeIf(const std::function<bool(const DatedObservation&)
     if (count == 0)
         return 0;
     m_searchTexts.forgetAll();
-    save();
+    m_file.save(m_observations);
     return int(count);
-}
-
-void ObservationStore::save() const
-{
-    if (!m_file)
-        return;
-    if (const auto saved = m_file->save(m_observations); !saved)
-        Log::line(QStringLiteral("buddy: failed to persist observations: %1")
-                      .arg(saved.error().description()));
 }
 
 } // namespace pobblewig

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/JSONFileStore.h"
+#include "foundation/StoreFile.h"
 #include "memory/DatedObservation.h"
 #include "memory/SearchTexts.h"
 
@@ -54,9 +54,8 @@ public:
 
 private:
     int removeIf(const std::function<bool(const DatedObservation&)>& isUnwanted);
-    void save() const;
 
-    std::optional<JSONFileStore> m_file;
+    StoreFile m_file;
     std::vector<DatedObservation> m_observations;
     mutable SearchTexts m_searchTexts;
 };

@@ -1,7 +1,5 @@
 #include "memory/PeriodSummaryStore.h"
 
-#include "foundation/Log.h"
-
 #include <algorithm>
 #include <set>
 
@@ -14,11 +12,9 @@ constexpr size_t daysOfAWeek = 7;
 }
 
 PeriodSummaryStore::PeriodSummaryStore(const std::optional<DataDirectory>& directory)
+    : m_file(directory, QStringLiteral("summaries.json"), QStringLiteral("summaries"))
+    , m_summaries(m_file.load<std::vector<PeriodSummary>>())
 {
-    if (!directory)
-        return;
-    m_file.emplace(*directory, QStringLiteral("summaries.json"));
-    m_summaries = m_file->load<std::vector<PeriodSummary>>().value_or(std::vector<PeriodSummary>());
 }
 
 std::optional<PeriodSummary> PeriodSummaryStore::withID(const QUuid& id) const
@@ -71,14 +67,14 @@ bool PeriodSummaryStore::needsWeeklyRollup() const
 PeriodSummary PeriodSummaryStore::add(PeriodSummary summary)
 {
     m_summaries.push_back(std::move(summary));
-    save();
+    m_file.save(m_summaries);
     return m_summaries.back();
 }
 
 void PeriodSummaryStore::deleteAll()
 {
     m_summaries.clear();
-    save();
+    m_file.save(m_summaries);
 }
 
 std::optional<PeriodSummary> PeriodSummaryStore::latest(PeriodType type) const
@@ -89,15 +85,6 @@ std::optional<PeriodSummary> PeriodSummaryStore::latest(PeriodType type) const
             latest = &summary;
     }
     return latest ? std::optional(*latest) : std::nullopt;
-}
-
-void PeriodSummaryStore::save() const
-{
-    if (!m_file)
-        return;
-    if (const auto saved = m_file->save(m_summaries); !saved)
-        Log::line(QStringLiteral("buddy: failed to persist summaries: %1")
-                      .arg(saved.error().description()));
 }
 
 } // namespace pobblewig

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/JSONFileStore.h"
+#include "foundation/StoreFile.h"
 #include "memory/PeriodSummary.h"
 
 #include <optional>
@@ -37,9 +37,8 @@ public:
 
 private:
     std::optional<PeriodSummary> latest(PeriodType type) const;
-    void save() const;
 
-    std::optional<JSONFileStore> m_file;
+    StoreFile m_file;
     std::vector<PeriodSummary> m_summaries;
 };
 

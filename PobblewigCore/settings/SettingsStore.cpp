@@ -1,18 +1,14 @@
 #include "settings/SettingsStore.h"
 
-#include "foundation/Log.h"
-
 namespace pobblewig {
 
 SettingsStore::SettingsStore(const std::optional<DataDirectory>& directory,
     KeychainHelper& keychain, QString defaultCanvasBaseURL)
-    : m_keychain(keychain)
+    : m_file(directory, QStringLiteral("settings.json"), QStringLiteral("settings"))
+    , m_keychain(keychain)
     , m_defaultCanvasBaseURL(std::move(defaultCanvasBaseURL))
+    , m_settings(m_file.load<AppSettings>())
 {
-    if (directory) {
-        m_file.emplace(*directory, QStringLiteral("settings.json"));
-        m_settings = m_file->load<AppSettings>().value_or(AppSettings());
-    }
     m_settings.restoreDefaultExclusions();
 }
 
@@ -25,7 +21,7 @@ bool SettingsStore::isPaused(TimePoint at) const
 void SettingsStore::update(const std::function<void(AppSettings&)>& change)
 {
     change(m_settings);
-    save();
+    m_file.save(m_settings);
 }
 
 QString SettingsStore::resolvedCanvasBaseURL(const Environment& environment) const
@@ -77,15 +73,6 @@ Task<> SettingsStore::keep(QStringView account, std::optional<QString> token)
         co_await m_keychain.write(account.toString(), *token);
     else
         co_await m_keychain.remove(account.toString());
-}
-
-void SettingsStore::save() const
-{
-    if (!m_file)
-        return;
-    if (const auto saved = m_file->save(m_settings); !saved)
-        Log::line(QStringLiteral("buddy: failed to persist settings: %1")
-                      .arg(saved.error().description()));
 }
 
 } // namespace pobblewig

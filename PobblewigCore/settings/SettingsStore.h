@@ -1,7 +1,7 @@
 #pragma once
 
-#include "foundation/JSONFileStore.h"
 #include "foundation/KeychainHelper.h"
+#include "foundation/StoreFile.h"
 #include "settings/AppSettings.h"
 #include "settings/Environment.h"
 
@@ -41,9 +41,8 @@ public:
 private:
     Task<std::optional<QString>> kept(QStringView account);
     Task<> keep(QStringView account, std::optional<QString> token);
-    void save() const;
 
-    std::optional<JSONFileStore> m_file;
+    StoreFile m_file;
     KeychainHelper& m_keychain;
     QString m_defaultCanvasBaseURL;
     AppSettings m_settings;

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "foundation/JSONFileStore.h"
+#include "foundation/Log.h"
+
+#include <optional>
+
+namespace pobblewig {
+
+/// The file of a store that keeps its whole value in memory. Without a directory there is no file,
+/// and the store works in memory only.
+class StoreFile {
+public:
+    /// `contents` names in the log what could not be saved, such as "observations".
+    StoreFile(
+        const std::optional<DataDirectory>& directory, const QString& fileName, QString contents)
+        : m_contents(std::move(contents))
+    {
+        if (directory)
+            m_file.emplace(*directory, fileName);
+    }
+
+    /// The default value if there is no file that can be read.
+    template <typename Value>
+    Value load() const
+    {
+        auto value = m_file ? m_file->load<Value>() : std::nullopt;
+        return value ? *std::move(value) : Value();
+    }
+
+    /// A failure is logged; the next save writes the change out.
+    template <typename Value>
+    void save(const Value& value) const
+    {
+        if (!m_file)
+            return;
+        if (const auto saved = m_file->save(value); !saved)
+            Log::line(QStringLiteral("buddy: failed to persist %1: %2")
+                          .arg(m_contents, saved.error().description()));
+    }
+
+private:
+    std::optional<JSONFileStore> m_file;
+    QString m_contents;
+};
+
+} // namespace pobblewig
