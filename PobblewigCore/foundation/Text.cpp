@@ -2,7 +2,41 @@
 
 #include <QTextBoundaryFinder>
 
+#include <algorithm>
+
 namespace pobblewig {
+
+namespace {
+
+bool isASCII(QChar character)
+{
+    return character.unicode() < 128;
+}
+
+QChar asciiLowered(QChar character)
+{
+    const bool isUpper = character >= u'A' && character <= u'Z';
+    return isUpper ? QChar(character.unicode() + u'a' - u'A') : character;
+}
+
+// toLower() looks every character up in its tables; most texts are ASCII, which needs none.
+QString lowered(QString text)
+{
+    std::ranges::transform(text, text.begin(), asciiLowered);
+    for (qsizetype at = 0;;) {
+        const auto rest = QStringView(text).sliced(at);
+        const auto from = std::ranges::find_if_not(rest, isASCII);
+        if (from == rest.end())
+            return text;
+        const QStringView run(from, std::find_if(from, rest.end(), isASCII));
+        const auto replacement = run.toString().toLower();
+        at += from - rest.begin();
+        text.replace(at, run.size(), replacement);
+        at += replacement.size();
+    }
+}
+
+} // namespace
 
 qsizetype Text::characterCount(const QString& text)
 {
@@ -27,7 +61,7 @@ QString Text::firstCharacters(const QString& text, qsizetype count)
 
 QString Text::normalized(const QString& text)
 {
-    return text.toLower().simplified();
+    return lowered(text).simplified();
 }
 
 } // namespace pobblewig
