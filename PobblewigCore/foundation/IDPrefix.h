@@ -16,7 +16,8 @@ struct IDPrefixResolution {
 
     std::variant<Unknown, Ambiguous, Element> value;
 
-    const Element* found() const { return std::get_if<Element>(&value); }
+    const Element* found() const& { return std::get_if<Element>(&value); }
+    const Element* found() && = delete;
     bool isAmbiguous() const { return std::holds_alternative<Ambiguous>(value); }
 };
 

@@ -1,3 +1,4 @@
+#include "foundation/IDPrefix.h"
 #include "foundation/ISO8601.h"
 #include "foundation/JSONValue.h"
 #include "foundation/Text.h"
@@ -88,6 +89,41 @@ private Q_SLOTS:
         QFETCH(QString, more);
         QTEST(int(Text::characterCount(firstTwo + more)), "count");
         QCOMPARE(Text::firstCharacters(firstTwo + more, 2), firstTwo);
+    }
+
+    void aStatementIsTheSameInAnyCaseAndSpacing_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("normalized");
+        row("blank", " \n\u00a0", "");
+        row("ASCII", "\tAZ @[`{\r\n az ", "az @[`{ az");
+        row("other letters", "ÄÖ Große ΣΑΣ", "äö große σασ");
+        row("longer and shorter", "İİ-\u212a\u2003İ", "i\u0307i\u0307-k i\u0307");
+        row("beyond the plane", "X𐐀😀Y", "x𐐨😀y");
+    }
+    void aStatementIsTheSameInAnyCaseAndSpacing()
+    {
+        QFETCH(QString, text);
+        QTEST(Text::normalized(text), "normalized");
+    }
+
+    void aHandleStandsForOneRecordOrNone()
+    {
+        struct Record {
+            QUuid id;
+        };
+        const Record first { QUuid::fromString(u"ABCDEF12-0000-4000-8000-000000000001") };
+        const Record second { QUuid::fromString(u"abcdef12-0000-4000-8000-000000000002") };
+        QCOMPARE(IDPrefix::shortID(first.id), QStringLiteral("abcdef12"));
+        const auto resolve = [&](const char* prefix) {
+            return IDPrefix::resolve(QString::fromLatin1(prefix), std::vector { first, second });
+        };
+        const auto whole = resolve("ABCDEF12-0000-4000-8000-000000000002");
+        QVERIFY(whole.found() && whole.found()->id == second.id);
+        const auto unknown = resolve("bcdef12");
+        QVERIFY(!unknown.found() && !unknown.isAmbiguous());
+        for (const auto* shared : { "ABCDEF12", "abcdef12-0000", "" })
+            QVERIFY(resolve(shared).isAmbiguous());
     }
 };
 
