@@ -1,10 +1,12 @@
 #pragma once
 
-#include "foundation/JSONFileStore.h"
+#include "foundation/StoreFile.h"
 #include "memory/MemoryTableOfContents.h"
 #include "memory/ReferenceSection.h"
+#include "memory/ReferenceSections.h"
 #include "memory/SearchTexts.h"
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -16,10 +18,9 @@ namespace pobblewig {
 /// change nothing.
 class ReferenceMemoryStore {
 public:
-    /// The sections that every store has.
-    static const std::vector<ReferenceSectionMeta>& fixedSections();
-
-    explicit ReferenceMemoryStore(const std::optional<DataDirectory>& directory);
+    /// The fixed sections are there from the first start.
+    explicit ReferenceMemoryStore(const std::optional<DataDirectory>& directory,
+        const PlatformWording& wording = PlatformWording::linuxDesktop);
 
     MemoryTableOfContents tableOfContents() const;
 
@@ -57,9 +58,12 @@ public:
     void deleteAll();
 
 private:
-    void save() const;
+    void addMissingSections();
+    const ReferenceSectionMeta* section(const QString& path) const;
+    int removeItemsIf(const std::function<bool(const ReferenceItem&)>& isUnwanted);
 
-    std::optional<JSONFileStore> m_file;
+    StoreFile m_file;
+    std::vector<ReferenceSectionMeta> m_fixedSections;
     ReferenceMemoryData m_data;
     mutable SearchTexts m_searchTexts;
 };
