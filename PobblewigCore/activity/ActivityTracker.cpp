@@ -1,0 +1,116 @@
+#include "activity/ActivityTracker.h"
+
+#include "foundation/Log.h"
+
+#include <algorithm>
+
+namespace pobblewig {
+
+namespace {
+
+TimePoint startOfDay(QDate day, const Calendar& calendar)
+{
+    const auto start = day.startOfDay(calendar.timeZone);
+    return TimePoint(std::chrono::milliseconds(start.toMSecsSinceEpoch()));
+}
+
+/// Never negative, also when the clock was set back.
+double secondsSince(TimePoint start, TimePoint now)
+{
+    return std::max(0.0, std::chrono::duration<double>(now - start).count());
+}
+
+} // namespace
+
+ActivityTracker::ActivityTracker(FrontmostAppProviding& provider,
+    const std::optional<DataDirectory>& directory, ActivityLimits limits)
+    : m_provider(provider)
+    , m_limits(limits)
+{
+    if (!directory)
+        return;
+    m_file.emplace(*directory, QStringLiteral("activity.json"));
+    m_history =
+        m_file->load<std::vector<ActivitySession>>().value_or(std::vector<ActivitySession>());
+}
+
+std::map<AppCategory, double> ActivityTracker::categoryDurations(
+    TimePoint now, const Calendar& calendar) const
+{
+    std::map<AppCategory, double> durations;
+    const auto add = [&](const ActivitySession& session) {
+        const auto category = classify(session.bundleIdentifier, session.windowTitle);
+        durations[category] += session.durationSeconds;
+    };
+    if (m_currentSession)
+        add(*m_currentSession);
+    const auto today = calendar.day(now);
+    const auto start = startOfDay(today, calendar);
+    const auto end = startOfDay(today.addDays(1), calendar);
+    for (const auto& session : m_history) {
+        if (start <= session.startedAt && session.startedAt < end)
+            add(session);
+    }
+    return durations;
+}
+
+void ActivityTracker::poll(TimePoint now)
+{
+    const auto front = m_provider.frontmostApp();
+    const auto isActive = m_provider.idleSeconds() < m_limits.idleThreshold;
+    if (m_currentSession && front
+        && front->bundleIdentifier == m_currentSession->bundleIdentifier) {
+        m_currentSession->durationSeconds = secondsSince(m_currentSession->startedAt, now);
+        m_currentSession->isActive = isActive;
+        return;
+    }
+    if (m_currentSession)
+        closeSession(now);
+    if (front)
+        m_currentSession = ActivitySession {
+            .id = QUuid::createUuid(),
+            .applicationName = front->name,
+            .bundleIdentifier = front->bundleIdentifier,
+            .startedAt = now,
+            .isActive = isActive,
+        };
+}
+
+void ActivityTracker::prune(TimePoint now)
+{
+    if (std::ssize(m_history) > m_limits.maxSessions)
+        m_history.erase(m_history.begin() + m_limits.maxSessions, m_history.end());
+    const auto oldest = now - std::chrono::days(m_limits.retentionDays);
+    std::erase_if(m_history, [&](const ActivitySession& session) {
+        return session.endedAt.value_or(session.startedAt) < oldest;
+    });
+}
+
+void ActivityTracker::deleteHistory()
+{
+    m_history.clear();
+    m_currentSession.reset();
+    save();
+}
+
+void ActivityTracker::closeSession(TimePoint now)
+{
+    auto session = *std::exchange(m_currentSession, std::nullopt);
+    session.endedAt = now;
+    session.durationSeconds = secondsSince(session.startedAt, now);
+    session.isActive = false;
+    m_history.insert(m_history.begin(), std::move(session));
+    prune(now);
+    save();
+}
+
+void ActivityTracker::save() const
+{
+    if (!m_file)
+        return;
+    if (const auto saved = m_file->save(m_history); !saved)
+        Log::line(QStringLiteral("buddy: failed to persist activity: %1")
+                      .arg(saved.error().description()));
+}
+
+} // namespace pobblewig

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "activity/ActivitySession.h"
+#include "activity/AppCategory.h"
+#include "activity/FrontmostAppProviding.h"
+#include "foundation/Calendar.h"
+#include "foundation/JSONFileStore.h"
+
+#include <map>
+#include <optional>
+#include <vector>
+
+namespace pobblewig {
+
+struct ActivityLimits {
+    int maxSessions = 500;
+    int retentionDays = 14;
+    /// From so many seconds without input on, the user counts as away.
+    double idleThreshold = 120;
+};
+
+/// Which application was in front and for how long. The closed sessions are kept in
+/// "activity.json"; the open one lives in memory and is lost with the process.
+///
+/// Lives on the main thread. Without a directory it works in memory only.
+class ActivityTracker {
+public:
+    ActivityTracker(FrontmostAppProviding& provider, const std::optional<DataDirectory>& directory,
+        ActivityLimits limits = {});
+
+    const std::optional<ActivitySession>& currentSession() const { return m_currentSession; }
+
+    /// The closed sessions, newest first.
+    const std::vector<ActivitySession>& history() const { return m_history; }
+
+    /// Seconds in each category, in the open session and in the closed ones that started today.
+    std::map<AppCategory, double> categoryDurations(TimePoint now, const Calendar& calendar) const;
+
+    /// Looks who is in front. Only a change of the application writes the file.
+    void poll(TimePoint now);
+
+    /// Forgets, in memory, the sessions that are too many or too old.
+    void prune(TimePoint now);
+
+    /// Forgets everything, the open session included.
+    void deleteHistory();
+
+private:
+    void closeSession(TimePoint now);
+    void save() const;
+
+    FrontmostAppProviding& m_provider;
+    ActivityLimits m_limits;
+    std::optional<JSONFileStore> m_file;
+    std::optional<ActivitySession> m_currentSession;
+    std::vector<ActivitySession> m_history;
+};
+
+} // namespace pobblewig
