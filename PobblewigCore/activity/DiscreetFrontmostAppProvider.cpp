@@ -1,0 +1,36 @@
+#include "activity/DiscreetFrontmostAppProvider.h"
+
+#include <algorithm>
+
+namespace pobblewig {
+
+namespace {
+
+bool names(const std::vector<QString>& identifiers, const QString& identifier)
+{
+    return std::ranges::any_of(identifiers,
+        [&](const QString& each) { return each.compare(identifier, Qt::CaseInsensitive) == 0; });
+}
+
+} // namespace
+
+DiscreetFrontmostAppProvider::DiscreetFrontmostAppProvider(
+    FrontmostAppProviding& source, Discretion discretion)
+    : m_source(source)
+    , m_discretion(std::move(discretion))
+{
+}
+
+std::optional<FrontmostApp> DiscreetFrontmostAppProvider::frontmostApp()
+{
+    if (m_discretion.isPaused())
+        return std::nullopt;
+    auto front = m_source.frontmostApp();
+    if (front
+        && (names(m_discretion.alwaysExcluded, front->bundleIdentifier)
+            || names(m_discretion.excluded(), front->bundleIdentifier)))
+        return std::nullopt;
+    return front;
+}
+
+} // namespace pobblewig
