@@ -1,0 +1,183 @@
+#include "activity/RuleEngine.h"
+
+#include "activity/RuleTexts.h"
+#include "support/TableRow.h"
+
+namespace pobblewig {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+const TimePoint noon(1772366400s);
+
+/// A rule on everything from one minute on, and a context in which it fires.
+struct Case {
+    AccountabilityRule rule {
+        .id = QUuid::createUuid(),
+        .name = QStringLiteral("Videos"),
+        .trigger = { .bundleIdentifiers = { QStringLiteral("App") }, .thresholdMinutes = 1 },
+        .activeTimeWindow = TimeWindow { 12, 13 },
+        .cooldownMinutes = 10,
+    };
+    RuleEvaluationContext context {
+        .now = noon,
+        .currentMode = CoachMode::focus,
+        .currentSession = ActivitySession { .id = QUuid::createUuid(),
+            .applicationName = QStringLiteral("Name"),
+            .bundleIdentifier = QStringLiteral("the.app"),
+            .durationSeconds = 60 },
+    };
+
+    RuleOutcome outcome() const { return RuleEngine::evaluate(rule, context); }
+    QString verdict() const { return RuleTexts::verdicts({ rule }, context)[0]; }
+};
+
+struct Condition {
+    SuppressionReason reason;
+    void (*hold)(Case&);
+};
+
+/// In the order in which they are to be reported.
+const std::array conditions {
+    Condition { SuppressionReason::observationPaused,
+        [](Case& it) { it.context.observationPaused = true; } },
+    Condition { SuppressionReason::doNotDisturbMode,
+        [](Case& it) { it.context.currentMode = CoachMode::doNotDisturb; } },
+    Condition { SuppressionReason::ruleDisabled, [](Case& it) { it.rule.enabled = false; } },
+    Condition { SuppressionReason::modeExcluded,
+        [](Case& it) { it.rule.excludedModes = { it.context.currentMode }; } },
+    Condition { SuppressionReason::outsideTimeWindow,
+        [](Case& it) { it.context.calendar.timeZone = QTimeZone("Asia/Tokyo"); } },
+    Condition { SuppressionReason::noMatch,
+        [](Case& it) { it.context.currentSession->bundleIdentifier = QStringLiteral("none"); } },
+    Condition { SuppressionReason::belowThreshold,
+        [](Case& it) { it.context.currentSession->durationSeconds = 59.9; } },
+    Condition { SuppressionReason::withinCooldown,
+        [](Case& it) { it.context.lastFiredAt[it.rule.id] = noon - 10min + 1ms; } },
+    Condition { SuppressionReason::alreadyFiredThisSession,
+        [](Case& it) {
+            it.context.firedSessionKeys.insert(
+                RuleEngine::sessionKey(it.rule.id, it.context.currentSession->id));
+        } },
+};
+
+} // namespace
+
+class RuleEngineTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void ofAllConditionsThatHoldTheFirstIsReported()
+    {
+        QVERIFY(Case().outcome() == RuleOutcome(RuleFire { 60 }));
+        for (unsigned held = 1; held < 1u << conditions.size(); ++held) {
+            Case it;
+            std::optional<SuppressionReason> first;
+            for (std::size_t index = 0; index < conditions.size(); ++index) {
+                if ((held >> index & 1) == 0)
+                    continue;
+                conditions[index].hold(it);
+                first = first.value_or(conditions[index].reason);
+            }
+            QVERIFY2(it.outcome() == RuleOutcome(*first), QByteArray::number(held, 2));
+        }
+    }
+
+    void aWindowEndsBeforeItsLastHour_data()
+    {
+        QTest::addColumn<int>("startHour");
+        QTest::addColumn<int>("endHour");
+        QTest::addColumn<QString>("hours");
+        row("by day", 9, 12, "9 10 11");
+        row("across midnight", 22, 3, "0 1 2 22 23");
+        row("empty", 9, 9, "");
+        row("until midnight", 22, 24, "22 23");
+    }
+    void aWindowEndsBeforeItsLastHour()
+    {
+        QFETCH(int, startHour);
+        QFETCH(int, endHour);
+        QStringList inside;
+        for (int hour = 0; hour < 24; ++hour) {
+            if (TimeWindow { startHour, endHour }.contains(hour))
+                inside.append(QString::number(hour));
+        }
+        QTEST(inside.join(u' '), "hours");
+    }
+
+    void anApplicationMatchesByParts_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("identifier");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<bool>("isMatch");
+        row("name", "YouTube Music", "x", "x", true);
+        row("title by name", "Web", "x", "Cats - YouTube", true);
+        row("identifier", "Web", "com.google.chrome.beta", "x", true);
+        row("title by domain", "Web", "x", "HTTPS://Tube.org/1", true);
+        row("name does not look at the identifier", "Web", "com.youtube", "x", false);
+        row("identifier does not look at the title", "Web", "x", "com.google.Chrome", false);
+        row("domain does not look at the name", "tube.org", "tube.org", "x", false);
+    }
+    void anApplicationMatchesByParts()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, identifier);
+        QFETCH(QString, title);
+        Case it;
+        it.rule.trigger = { .applicationNames = { QStringLiteral("You") },
+            .bundleIdentifiers = { QStringLiteral("com.google.Chrome") },
+            .domains = { QStringLiteral("tube.ORG") } };
+        it.context.currentSession->applicationName = name;
+        it.context.currentSession->bundleIdentifier = identifier;
+        it.context.currentSession->windowTitle = title;
+        QTEST(RuleEngine::matchedDuration(it.rule, it.context).has_value(), "isMatch");
+    }
+
+    void aCategoryNeedsNoSession()
+    {
+        Case it;
+        it.context.currentSession.reset();
+        it.rule.trigger = { .kind = RuleTrigger::Kind::category, .thresholdMinutes = 0 };
+        it.context.categoryDurations[AppCategory::social] = 0;
+        QVERIFY(it.outcome() == RuleOutcome(SuppressionReason::noMatch));
+        it.rule.trigger.category = AppCategory::browsing;
+        QVERIFY(it.outcome() == RuleOutcome(SuppressionReason::noMatch));
+        it.rule.trigger.category = AppCategory::social;
+        QVERIFY(it.outcome() == RuleOutcome(RuleFire { 0 }));
+    }
+
+    void theFirstThatFiresIsTakenNotTheLongest()
+    {
+        Case it;
+        auto silent = it.rule;
+        silent.enabled = false;
+        auto longer = it.rule;
+        longer.trigger = { .kind = RuleTrigger::Kind::category, .category = AppCategory::social };
+        it.context.categoryDurations[AppCategory::social] = 9000;
+        QVERIFY(!RuleEngine::firstFire({ silent }, it.context));
+        const auto fire = RuleEngine::firstFire({ silent, it.rule, longer }, it.context);
+        QVERIFY(fire && fire->rule == it.rule && fire->duration == 60);
+    }
+
+    void aRuleFiresAgainOnceItsCooldownIsOver()
+    {
+        Case it;
+        it.context.lastFiredAt[it.rule.id] = noon - 10min;
+        QCOMPARE(it.verdict(), QStringLiteral("Videos: WOULD FIRE"));
+        it.context.now -= 61s;
+        QCOMPARE(it.verdict(),
+            QStringLiteral("Videos: silent, outside its hours (cooldown: 2 min left)"));
+        const auto key = RuleEngine::sessionKey(
+            QUuid::fromString(u"5f0c7a2e-95b4-4b6e-9a55-0d9d3c6f1f10"), QUuid());
+        QCOMPARE(key,
+            QStringLiteral("5F0C7A2E-95B4-4B6E-9A55-0D9D3C6F1F10:"
+                           "00000000-0000-0000-0000-000000000000"));
+    }
+};
+
+} // namespace pobblewig
+
+QTEST_GUILESS_MAIN(pobblewig::RuleEngineTest)
+#include "RuleEngineTest.moc"
