@@ -1,0 +1,36 @@
+#pragma once
+
+#include "activity/AccountabilityRule.h"
+#include "foundation/JSONFileStore.h"
+
+#include <optional>
+#include <vector>
+
+namespace pobblewig {
+
+/// The user's accountability rules, oldest first, kept in "rules.json".
+///
+/// Lives on the main thread. Without a directory it works in memory only. An unknown id changes
+/// nothing.
+class RuleStore {
+public:
+    explicit RuleStore(const std::optional<DataDirectory>& directory);
+
+    const std::vector<AccountabilityRule>& rules() const { return m_rules; }
+
+    void add(AccountabilityRule rule);
+
+    /// Replaces the rule of the same id, as of now.
+    void update(AccountabilityRule rule, TimePoint now);
+    void remove(const QUuid& id);
+    void setEnabled(const QUuid& id, bool enabled, TimePoint now);
+
+private:
+    AccountabilityRule* ruleOf(const QUuid& id);
+    void save() const;
+
+    std::optional<JSONFileStore> m_file;
+    std::vector<AccountabilityRule> m_rules;
+};
+
+} // namespace pobblewig
