@@ -1,7 +1,5 @@
 #include "activity/ActivityTracker.h"
 
-#include "foundation/Log.h"
-
 #include <algorithm>
 
 namespace pobblewig {
@@ -26,12 +24,9 @@ ActivityTracker::ActivityTracker(FrontmostAppProviding& provider,
     const std::optional<DataDirectory>& directory, ActivityLimits limits)
     : m_provider(provider)
     , m_limits(limits)
+    , m_file(directory, QStringLiteral("activity.json"), QStringLiteral("activity"))
+    , m_history(m_file.load<std::vector<ActivitySession>>())
 {
-    if (!directory)
-        return;
-    m_file.emplace(*directory, QStringLiteral("activity.json"));
-    m_history =
-        m_file->load<std::vector<ActivitySession>>().value_or(std::vector<ActivitySession>());
 }
 
 std::map<AppCategory, double> ActivityTracker::categoryDurations(
@@ -90,7 +85,7 @@ void ActivityTracker::deleteHistory()
 {
     m_history.clear();
     m_currentSession.reset();
-    save();
+    m_file.save(m_history);
 }
 
 void ActivityTracker::closeSession(TimePoint now)
@@ -101,16 +96,7 @@ void ActivityTracker::closeSession(TimePoint now)
     session.isActive = false;
     m_history.insert(m_history.begin(), std::move(session));
     prune(now);
-    save();
-}
-
-void ActivityTracker::save() const
-{
-    if (!m_file)
-        return;
-    if (const auto saved = m_file->save(m_history); !saved)
-        Log::line(QStringLiteral("buddy: failed to persist activity: %1")
-                      .arg(saved.error().description()));
+    m_file.save(m_history);
 }
 
 } // namespace pobblewig

@@ -4,7 +4,7 @@
 #include "activity/AppCategory.h"
 #include "activity/FrontmostAppProviding.h"
 #include "foundation/Calendar.h"
-#include "foundation/JSONFileStore.h"
+#include "foundation/StoreFile.h"
 
 #include <map>
 #include <optional>
@@ -47,11 +47,10 @@ public:
 
 private:
     void closeSession(TimePoint now);
-    void save() const;
 
     FrontmostAppProviding& m_provider;
     ActivityLimits m_limits;
-    std::optional<JSONFileStore> m_file;
+    StoreFile m_file;
     std::optional<ActivitySession> m_currentSession;
     std::vector<ActivitySession> m_history;
 };

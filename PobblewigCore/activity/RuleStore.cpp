@@ -1,24 +1,19 @@
 #include "activity/RuleStore.h"
 
-#include "foundation/Log.h"
-
 #include <algorithm>
 
 namespace pobblewig {
 
 RuleStore::RuleStore(const std::optional<DataDirectory>& directory)
+    : m_file(directory, QStringLiteral("rules.json"), QStringLiteral("rules"))
+    , m_rules(m_file.load<std::vector<AccountabilityRule>>())
 {
-    if (!directory)
-        return;
-    m_file.emplace(*directory, QStringLiteral("rules.json"));
-    m_rules =
-        m_file->load<std::vector<AccountabilityRule>>().value_or(std::vector<AccountabilityRule>());
 }
 
 void RuleStore::add(AccountabilityRule rule)
 {
     m_rules.push_back(std::move(rule));
-    save();
+    m_file.save(m_rules);
 }
 
 void RuleStore::update(AccountabilityRule rule, TimePoint now)
@@ -28,14 +23,14 @@ void RuleStore::update(AccountabilityRule rule, TimePoint now)
         return;
     *known = std::move(rule);
     known->updatedAt = now;
-    save();
+    m_file.save(m_rules);
 }
 
 void RuleStore::remove(const QUuid& id)
 {
     const auto isMeant = [&](const AccountabilityRule& rule) { return rule.id == id; };
     if (std::erase_if(m_rules, isMeant) > 0)
-        save();
+        m_file.save(m_rules);
 }
 
 void RuleStore::setEnabled(const QUuid& id, bool enabled, TimePoint now)
@@ -45,22 +40,13 @@ void RuleStore::setEnabled(const QUuid& id, bool enabled, TimePoint now)
         return;
     known->enabled = enabled;
     known->updatedAt = now;
-    save();
+    m_file.save(m_rules);
 }
 
 AccountabilityRule* RuleStore::ruleOf(const QUuid& id)
 {
     const auto rule = std::ranges::find(m_rules, id, &AccountabilityRule::id);
     return rule == m_rules.end() ? nullptr : &*rule;
-}
-
-void RuleStore::save() const
-{
-    if (!m_file)
-        return;
-    if (const auto saved = m_file->save(m_rules); !saved)
-        Log::line(
-            QStringLiteral("buddy: failed to persist rules: %1").arg(saved.error().description()));
 }
 
 } // namespace pobblewig

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "activity/AccountabilityRule.h"
-#include "foundation/JSONFileStore.h"
+#include "foundation/StoreFile.h"
 
 #include <optional>
 #include <vector>
@@ -27,9 +27,8 @@ public:
 
 private:
     AccountabilityRule* ruleOf(const QUuid& id);
-    void save() const;
 
-    std::optional<JSONFileStore> m_file;
+    StoreFile m_file;
     std::vector<AccountabilityRule> m_rules;
 };
 
