@@ -3,7 +3,6 @@
 #include "ScriptedFrontmostApp.h"
 #include "activity/DiscreetFrontmostAppProvider.h"
 #include "support/FaultyFileOperations.h"
-#include "support/LogLines.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -165,21 +164,6 @@ private Q_SLOTS:
         QVERIFY(file.open(QIODevice::ReadOnly));
         const auto text = file.readAll();
         QVERIFY(text.contains("Writer") && !text.contains("Secret") && !text.contains("another"));
-    }
-
-    void aFailedSaveIsLoggedAndLosesNothing()
-    {
-        const LogLines log;
-        auto failing = directory();
-        failing.operations = std::make_shared<FaultyFileOperations>(1);
-        ActivityTracker tracker(m_desktop, failing);
-        tracker.poll(start);
-        m_desktop.front.reset();
-        tracker.poll(start + 20s);
-        QCOMPARE(log.lines(),
-            QStringList(
-                QStringLiteral("buddy: failed to persist activity: No space left on device")));
-        QCOMPARE(tracker.history().size(), 1u);
     }
 
 private:

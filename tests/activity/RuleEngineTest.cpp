@@ -1,7 +1,8 @@
 #include "activity/RuleEngine.h"
 
 #include "activity/RuleTexts.h"
-#include "support/TableRow.h"
+
+#include <QTest>
 
 namespace pobblewig {
 
@@ -84,55 +85,39 @@ private Q_SLOTS:
         }
     }
 
-    void aWindowEndsBeforeItsLastHour_data()
-    {
-        QTest::addColumn<int>("startHour");
-        QTest::addColumn<int>("endHour");
-        QTest::addColumn<QString>("hours");
-        row("by day", 9, 12, "9 10 11");
-        row("across midnight", 22, 3, "0 1 2 22 23");
-        row("empty", 9, 9, "");
-        row("until midnight", 22, 24, "22 23");
-    }
     void aWindowEndsBeforeItsLastHour()
     {
-        QFETCH(int, startHour);
-        QFETCH(int, endHour);
-        QStringList inside;
-        for (int hour = 0; hour < 24; ++hour) {
-            if (TimeWindow { startHour, endHour }.contains(hour))
-                inside.append(QString::number(hour));
-        }
-        QTEST(inside.join(u' '), "hours");
+        const auto hours = [](TimeWindow window) {
+            std::vector<int> inside;
+            for (int hour = 0; hour < 24; ++hour) {
+                if (window.contains(hour))
+                    inside.push_back(hour);
+            }
+            return inside;
+        };
+        QCOMPARE(hours({ 9, 12 }), (std::vector { 9, 10, 11 }));
+        QCOMPARE(hours({ 22, 3 }), (std::vector { 0, 1, 2, 22, 23 }));
+        QCOMPARE(hours({ 9, 9 }), std::vector<int>());
     }
 
-    void anApplicationMatchesByParts_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("identifier");
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<bool>("isMatch");
-        row("name", "YouTube Music", "x", "x", true);
-        row("title by name", "Web", "x", "Cats - YouTube", true);
-        row("identifier", "Web", "com.google.chrome.beta", "x", true);
-        row("title by domain", "Web", "x", "HTTPS://Tube.org/1", true);
-        row("name does not look at the identifier", "Web", "com.youtube", "x", false);
-        row("identifier does not look at the title", "Web", "x", "com.google.Chrome", false);
-        row("domain does not look at the name", "tube.org", "tube.org", "x", false);
-    }
     void anApplicationMatchesByParts()
     {
-        QFETCH(QString, name);
-        QFETCH(QString, identifier);
-        QFETCH(QString, title);
         Case it;
         it.rule.trigger = { .applicationNames = { QStringLiteral("You") },
             .bundleIdentifiers = { QStringLiteral("com.google.Chrome") },
             .domains = { QStringLiteral("tube.ORG") } };
-        it.context.currentSession->applicationName = name;
-        it.context.currentSession->bundleIdentifier = identifier;
-        it.context.currentSession->windowTitle = title;
-        QTEST(RuleEngine::matchedDuration(it.rule, it.context).has_value(), "isMatch");
+        const auto matches = [&](const char* name, const char* identifier, const char* title) {
+            it.context.currentSession->applicationName = QString::fromLatin1(name);
+            it.context.currentSession->bundleIdentifier = QString::fromLatin1(identifier);
+            it.context.currentSession->windowTitle = QString::fromLatin1(title);
+            return RuleEngine::matchedDuration(it.rule, it.context) == 60.0;
+        };
+        QVERIFY(matches("YouTube Music", "x", "x"));
+        QVERIFY(matches("Web", "x", "Cats - YouTube"));
+        QVERIFY(matches("Web", "com.google.chrome.beta", "x"));
+        QVERIFY(matches("Web", "x", "HTTPS://Tube.org/1"));
+        QVERIFY(!matches("Web", "com.youtube", "com.google.Chrome"));
+        QVERIFY(!matches("tube.org", "tube.org", "x"));
     }
 
     void aCategoryNeedsNoSession()
