@@ -23,4 +23,9 @@ QString displayName(MemoryCategory category)
     return {};
 }
 
+bool isExpired(const MemoryNote& note, TimePoint now)
+{
+    return note.isTemporary && note.expiresAt && *note.expiresAt <= now;
+}
+
 } // namespace pobblewig

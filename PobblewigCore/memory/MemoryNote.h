@@ -79,6 +79,9 @@ struct MemoryNote {
     }
 };
 
+/// Whether a temporary note's time is over.
+bool isExpired(const MemoryNote& note, TimePoint now);
+
 /// What several notes of different days show together.
 struct PatternNote {
     QUuid id;

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "foundation/Calendar.h"
-#include "foundation/JSONFileStore.h"
+#include "foundation/StoreFile.h"
 #include "memory/MemoryNote.h"
 
+#include <functional>
 #include <optional>
-#include <variant>
 #include <vector>
 
 namespace pobblewig {
@@ -110,7 +110,7 @@ public:
     void correctNote(const QUuid& id, const QString& newText, TimePoint now);
 
     /// Removes the note or the pattern of that id.
-    void deleteNote(const QUuid& id);
+    void deleteNote(const QUuid& id, TimePoint now);
 
     /// Removes the temporary notes whose time is over.
     void pruneExpired(TimePoint now);
@@ -122,7 +122,7 @@ public:
     void markCleanupRun(TimePoint now);
 
     /// Takes over a rewritten list. What it leaves out is kept: as it stands if the user said it,
-    /// else archived.
+    /// else archived. What earlier cleanups archived is purged when its time is over.
     void applyCleanup(
         std::vector<MemoryNote> notes, std::vector<PatternNote> patterns, TimePoint now);
 
@@ -135,11 +135,16 @@ public:
     static int estimateTokens(const QString& text);
 
 private:
+    /// The normalised texts of the notes, in their order.
+    std::vector<QString>& statements();
+    size_t eraseNotes(const std::function<bool(const MemoryNote&)>& isUnwanted);
     void save(TimePoint now);
 
-    std::optional<JSONFileStore> m_file;
+    StoreFile m_file;
     std::function<Calendar()> m_calendar;
     MemoryStoreData m_data;
+    /// Nothing from a change of the notes until the next addition needs it.
+    std::optional<std::vector<QString>> m_statements;
 };
 
 } // namespace pobblewig

@@ -1,0 +1,251 @@
+#include "memory/MemoryStore.h"
+
+#include "memory/CleanupLogic.h"
+#include "memory/PatternLogic.h"
+#include "memory/ResidentMemoryLogic.h"
+#include "support/FaultyFileOperations.h"
+#include "support/LogLines.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace pobblewig {
+
+using namespace std::chrono_literals;
+using std::chrono::days;
+using enum AddNoteResult::Kind;
+
+namespace {
+
+constexpr TimePoint now { std::chrono::seconds(1772352900) };
+
+MemoryNote note(const char* text, MemoryStatus status = MemoryStatus::active)
+{
+    MemoryNote note { .id = QUuid::createUuid(), .text = QString::fromUtf8(text) };
+    note.createdAt = note.lastObservedAt = now;
+    note.status = status;
+    return note;
+}
+
+MemoryNote temporary(const char* text, MemoryCategory category, std::optional<TimePoint> expiresAt)
+{
+    auto temporary = note(text);
+    temporary.category = category;
+    temporary.isTemporary = true;
+    temporary.expiresAt = expiresAt;
+    return temporary;
+}
+
+QString texts(const std::vector<MemoryNote>& notes)
+{
+    QStringList texts;
+    for (const auto& note : notes)
+        texts.append(note.text);
+    return texts.join(u'|');
+}
+
+} // namespace
+
+class MemoryStoreTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { m_scratch = std::make_unique<QTemporaryDir>(); }
+
+    void aKnownStatementIsReinforcedAndNeverRevived()
+    {
+        auto tea = note("likes tea", MemoryStatus::archived);
+        auto store = storeWith({ .notes = { note("first"), tea } });
+        QVERIFY(add(store, "  Likes   Tea\n") == AddNoteResult({ reinforced, tea.id }));
+        tea.observationCount = 2;
+        tea.lastObservedAt = now + 1s;
+        QVERIFY(store.notes().back() == tea);
+        QVERIFY(!store.addNote({ QStringLiteral(" \n ") }, now));
+        QCOMPARE(add(store, " Likes tea. ").kind, added);
+        QCOMPARE(texts(store.allNotes(MemoryStore::IncludeArchived::no)),
+            QStringLiteral("Likes tea.|first"));
+    }
+
+    void statementsFollowEveryChangeOfTheNotes()
+    {
+        auto store = storeWith({ .notes = { note("a"), note("b"), note("c") } });
+        const auto c = add(store, "c").id;
+        store.correctNote(store.notes()[1].id, QStringLiteral(" mended "), now);
+        store.correctNote(c, QStringLiteral(" "), now);
+        store.deleteNote(store.notes()[0].id, now);
+        QCOMPARE(add(store, "c").id, c);
+        QCOMPARE(add(store, "MENDED").kind, reinforced);
+        QCOMPARE(add(store, "b").kind, added);
+        store.applyCleanup({ note("d"), note("c") }, {}, now);
+        QCOMPARE(add(store, "d").id, store.notes()[0].id);
+        store.deleteAll(now);
+        QCOMPARE(add(store, "d").kind, added);
+    }
+
+    void theResidentMemoryReadsWell()
+    {
+        QLocale::setDefault(QLocale(QLocale::German));
+        auto corrected = note("Drinks %1 tea");
+        corrected.kind = MemoryKind::correction;
+        corrected.observationCount = 2;
+        using enum MemoryCategory;
+        auto store = storeWith({
+            .notes = { corrected, note("archived", MemoryStatus::archived),
+                temporary("past", goals, now), temporary("nearly past", currentContext, now + 1s),
+                temporary("lasting", currentContext, std::nullopt) },
+            .patterns = { { corrected.id, QStringLiteral("Late"), 3, now, now, {}, 0.25 } },
+        });
+        const auto text =
+            QStringLiteral("Current Context\n- nearly past\n- lasting\n\n"
+                           "Misc\n- Drinks %1 tea [user correction — overrides older notes]"
+                           " (noted 2x)\n\n"
+                           "Patterns\n- Late (evidence: 3, confidence: 0.2)");
+        QCOMPARE(store.residentMemory(1000, now), text);
+        store.pruneExpired(now);
+        QCOMPARE(store.notes().size(), 4u);
+        const auto head =
+            QStringLiteral("Pobblewig — Memory Export\n\nExported: 2026-03-01T08:15:00Z\n\n");
+        QCOMPARE(store.exportText(now), head + text);
+        store.deleteAll(now);
+        QCOMPARE(store.exportText(now), head + QStringLiteral("No memories yet."));
+    }
+
+    void theBudgetDropsWholeSections()
+    {
+        const auto text = [](const char* goal, const char* other, int maxTokens) {
+            const std::vector notes { note(other),
+                temporary(goal, MemoryCategory::goals, std::nullopt) };
+            return ResidentMemoryLogic::text(notes, {}, maxTokens, now);
+        };
+        QCOMPARE(text("x", "yyyy", 6), QStringLiteral("Goals\n- x\n\nMisc\n- yyyy"));
+        QCOMPARE(text("x", "yyyyy", 6), QStringLiteral("Goals\n- x"));
+        QCOMPARE(text("much too long", "y", 4), QStringLiteral("Misc\n- y"));
+        QCOMPARE(text("👩‍👩‍👧👩‍👩‍👧", "long", 3),
+            QStringLiteral("Goals\n- 👩‍👩‍👧👩‍👩‍👧"));
+    }
+
+    void aPatternNeedsTwoNotesAndTwoDays()
+    {
+        const Calendar tokyo { QTimeZone("Asia/Tokyo"), QLocale::c() };
+        const auto midnight = now + 6h + 45min;
+        const auto isPattern = [&](TimePoint seenAgain, TimePoint second) {
+            std::vector notes { note("a"), note("b") };
+            notes[0].lastObservedAt = seenAgain;
+            notes[1].createdAt = notes[1].lastObservedAt = second;
+            return PatternLogic::canPromotePattern(notes, tokyo);
+        };
+        QVERIFY(!isPattern(now, midnight - 1s));
+        QVERIFY(isPattern(now, midnight));
+        QVERIFY(isPattern(midnight, now));
+        auto alone = note("a");
+        alone.lastObservedAt += days(5);
+        QVERIFY(!PatternLogic::canPromotePattern({ alone }, tokyo));
+    }
+
+    void evidenceGathersInAPattern()
+    {
+        const auto a = note("a");
+        auto b = note("b");
+        b.observationCount = 4;
+        b.createdAt = now - days(3);
+        const auto c = note("c");
+        auto store = storeWith({ .notes = { a, b, c } });
+        const auto synthesize = [&](const char* text, const std::vector<QUuid>& evidence) {
+            return store.synthesizePattern({ QString::fromUtf8(text), evidence, 0.5 }, now + 1h);
+        };
+        QVERIFY(!synthesize("P", { a.id, c.id }));
+        QVERIFY(!synthesize(" ", { a.id, b.id }));
+        PatternNote pattern { {}, QStringLiteral("Up  late"), 5, now - days(3), now,
+            { b.id, QUuid(), a.id }, 0.5 };
+        pattern.id = synthesize(" Up  late ", pattern.sourceNoteIDs)->id;
+        QVERIFY(store.allPatterns() == std::vector({ pattern }));
+        pattern.lastObservedAt = now + 1h;
+        QVERIFY(synthesize("up late", { a.id, b.id }) == pattern);
+        pattern.evidenceCount = 6;
+        pattern.sourceNoteIDs.push_back(c.id);
+        QVERIFY(synthesize("up late", { c.id, b.id }) == pattern);
+        QVERIFY(store.allPatterns() == std::vector({ pattern }));
+    }
+
+    void aCleanupIsDueBySize()
+    {
+        using CleanupLogic::isDue;
+        QVERIFY(!isDue(5999, 0) && isDue(6000, std::nullopt));
+        QVERIFY(!isDue(7000, 5001) && isDue(7000, 5000) && isDue(10000, 9999));
+    }
+
+    void aCleanupLosesNothingThatItLeavesOut()
+    {
+        auto said = note("said");
+        said.source = MemorySource::explicitUser;
+        auto old = note("old");
+        old.lastObservedAt = now - days(300);
+        auto archived = note("archived", MemoryStatus::archived);
+        archived.lastObservedAt = now - days(30);
+        auto overdue = note("overdue", MemoryStatus::archived);
+        overdue.lastObservedAt = now - days(30) - 1s;
+        auto store = storeWith({ .notes = { old, note("Kept"), overdue, archived, said } });
+        store.applyCleanup({ note("new"), note(" kept ") }, {}, now);
+        old.status = MemoryStatus::archived;
+        QCOMPARE(texts(store.notes()), QStringLiteral("new| kept |said|old|archived"));
+        QVERIFY(store.notes()[2] == said);
+        QVERIFY(store.notes()[3] == old);
+        QCOMPARE(saved().lastCleanupAt, now);
+        QCOMPARE(saved().lastCleanupTokenCount, store.residentTokenEstimate(now));
+    }
+
+    void anEarlyFileIsFilledUpAndSavedOnceItCanBe()
+    {
+        QFile memory(file().path());
+        QVERIFY(memory.open(QIODevice::WriteOnly));
+        memory.write("{\"version\": 1, \"notes\": ["
+                     "{\"id\": \"5f0c7a2e-95b4-4b6e-9a55-0d9d3c6f1f10\", \"text\": \"bare\"},"
+                     "{\"id\": \"5f0c7a2e-95b4-4b6e-9a55-0d9d3c6f1f11\", \"text\": \"dated\","
+                     " \"createdAt\": \"2025-03-01T08:15:00Z\"}]}");
+        memory.close();
+        const LogLines log;
+        auto failing = directory();
+        failing.operations = std::make_shared<FaultyFileOperations>(1);
+        MemoryStore store(failing, [] { return Calendar(); });
+        QCOMPARE(store.notes()[0].createdAt, now);
+        QCOMPARE(store.notes()[0].lastObservedAt, now);
+        QCOMPARE(store.notes()[1].lastObservedAt, now - days(365));
+
+        store.deleteNote(QUuid::createUuid(), now);
+        QVERIFY(log.lines().isEmpty());
+        store.deleteNote(store.notes()[1].id, now);
+        QCOMPARE(log.lines().join(u'|'),
+            QStringLiteral("buddy: failed to persist memory: No space left on device"));
+        QCOMPARE(saved().version, 1);
+        add(store, "new");
+        QVERIFY(saved() == MemoryStoreData({ .notes = store.notes(), .updatedAt = now + 1s }));
+    }
+
+private:
+    static AddNoteResult add(MemoryStore& store, const char* text)
+    {
+        return store.addNote({ QString::fromUtf8(text) }, now + 1s).value();
+    }
+    DataDirectory directory() const
+    {
+        DataDirectory directory { QDir(m_scratch->path()) };
+        directory.clock = [] { return now; };
+        return directory;
+    }
+    JSONFileStore file() const { return { directory(), QStringLiteral("memory.json") }; }
+    MemoryStoreData saved() const { return file().load<MemoryStoreData>().value(); }
+    MemoryStore storeWith(const MemoryStoreData& data) const
+    {
+        if (!file().save(data))
+            qFatal("the notes could not be saved");
+        return { directory(), [] { return Calendar(); } };
+    }
+
+    std::unique_ptr<QTemporaryDir> m_scratch;
+};
+
+} // namespace pobblewig
+
+QTEST_GUILESS_MAIN(pobblewig::MemoryStoreTest)
+#include "MemoryStoreTest.moc"
