@@ -1,0 +1,31 @@
+#pragma once
+
+#include "memory/DailySessionStore.h"
+#include "memory/MemoryStore.h"
+#include "memory/ObservationStore.h"
+#include "memory/PeriodSummaryStore.h"
+#include "memory/ReferenceMemoryStore.h"
+
+namespace pobblewig {
+
+/// The tiers of the memory, each a store with a file of its own.
+struct MemoryTiers {
+    MemoryTiers(
+        const std::optional<DataDirectory>& directory, const std::function<Calendar()>& calendar)
+        : notes(directory, calendar)
+        , sessions(directory)
+        , observations(directory)
+        , summaries(directory)
+        , reference(directory)
+    {
+    }
+    Q_DISABLE_COPY_MOVE(MemoryTiers)
+
+    MemoryStore notes;
+    DailySessionStore sessions;
+    ObservationStore observations;
+    PeriodSummaryStore summaries;
+    ReferenceMemoryStore reference;
+};
+
+} // namespace pobblewig
