@@ -1,0 +1,41 @@
+#pragma once
+
+#include "foundation/Time.h"
+
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+namespace pobblewig {
+
+struct AppDataEntry {
+    QString name;
+    bool isFolder = false;
+    std::optional<TimePoint> modified;
+
+    bool operator==(const AppDataEntry&) const = default;
+};
+
+/// The newest entries of a folder. Holds no more than `limit`, however many are added.
+class AppDataListing {
+public:
+    explicit AppDataListing(int limit);
+
+    /// Undated entries come last; those of one instant go by name.
+    std::vector<AppDataEntry> newestFirst() const;
+
+    /// How many were added and left out.
+    qint64 omitted() const { return m_added - std::ssize(m_newest); }
+
+    void add(AppDataEntry entry);
+
+private:
+    qsizetype m_limit;
+    qint64 m_added = 0;
+
+    /// A heap with the oldest on top.
+    std::vector<AppDataEntry> m_newest;
+};
+
+} // namespace pobblewig
