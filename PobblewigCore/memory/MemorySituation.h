@@ -1,0 +1,28 @@
+#pragma once
+
+#include "foundation/Calendar.h"
+#include "memory/DailySession.h"
+#include "memory/MemoryTableOfContents.h"
+#include "memory/PeriodSummary.h"
+
+#include <optional>
+#include <vector>
+
+/// What every prompt says of the memory that it does not hold: the day so far, what is open, and
+/// where to look for more. All summaries come oldest first, as their store lists them.
+namespace pobblewig::MemorySituation {
+
+/// Empty without an active session.
+QString sessionInfo(const std::optional<DailySession>& active, const Calendar& calendar);
+
+/// What the last three days left open, at most ten lines.
+QString unfinishedIntent(const std::vector<PeriodSummary>& dailies);
+
+/// The last three weeks, then the last five days, a line for each.
+QString chronologicalIndex(const std::vector<PeriodSummary>& weeklies,
+    const std::vector<PeriodSummary>& dailies, const Calendar& calendar);
+
+/// The sections that hold something.
+QString referenceTOC(const MemoryTableOfContents& contents);
+
+} // namespace pobblewig::MemorySituation

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "foundation/JSONValue.h"
+
+#include <tl/expected.hpp>
+
+#include <map>
+#include <optional>
+#include <vector>
+
+namespace pobblewig {
+
+struct ArgError {
+    enum class Kind { missingArgument, badDate, unknownTool };
+
+    static ArgError missingArgument(QString name);
+    static ArgError badDate(QString value);
+    static ArgError unknownTool(QString name);
+
+    Kind kind = Kind::missingArgument;
+    QString subject;
+
+    QString description() const;
+};
+
+/// What a model passed to a tool. Models err: a value of the wrong type counts as absent, and so
+/// does an empty string.
+class ToolArguments {
+public:
+    explicit ToolArguments(std::map<QString, JSONValue> values);
+
+    tl::expected<QString, ArgError> requiredString(const QString& name) const;
+    std::optional<QString> string(const QString& name) const;
+
+    /// The strings of an array, whatever else it holds; it may be empty.
+    tl::expected<std::vector<QString>, ArgError> requiredStrings(const QString& name) const;
+    std::vector<QString> strings(const QString& name) const;
+
+    /// Moved into the bounds.
+    std::optional<int> integer(const QString& name, int lowerBound, int upperBound) const;
+    std::optional<double> number(const QString& name) const;
+
+    /// ISO 8601 with or without fractions of a second, or a bare day, which is midnight in UTC.
+    tl::expected<std::optional<TimePoint>, ArgError> date(const QString& name) const;
+
+private:
+    /// Null if there is none.
+    const JSONValue& value(const QString& name) const;
+
+    std::map<QString, JSONValue> m_values;
+};
+
+} // namespace pobblewig
