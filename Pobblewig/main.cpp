@@ -1,5 +1,6 @@
 #include "PobblewigDesktop/AppDelegate.h"
 #include "PobblewigLinux/ApplicationBus.h"
+#include "PobblewigLinux/BeneathAppDataReader.h"
 #include "PobblewigLinux/OpenRequestLogic.h"
 #include "PobblewigLinux/SingleInstance.h"
 #include "PobblewigLinux/TrayWatch.h"
@@ -45,6 +46,7 @@ AppCoordinator::Parts parts()
         .http = std::make_unique<NetworkHTTPClient>(),
         .keychain = std::make_unique<QtKeychainHelper>(),
         .environment = [] { return currentEnvironment(EnvironmentFile::defaultPath()); },
+        .appDataReading = std::make_unique<BeneathAppDataReader>(),
     };
 }
 

@@ -3,7 +3,6 @@
 #include "SituationBuilder.h"
 #include "foundation/Log.h"
 #include "memory/ChatArchive.h"
-#include "memory/SessionBoundary.h"
 
 namespace pobblewig {
 
@@ -28,6 +27,11 @@ std::optional<DataDirectory> usable(const DataDirectory& directory)
     return directory.path.exists() ? std::optional(directory) : std::nullopt;
 }
 
+MigrationReport migrated(const std::optional<DataDirectory>& directory, TimePoint now)
+{
+    return directory ? MemoryMigration::run(*directory, now) : MigrationReport();
+}
+
 QString modelLabel(const LLMConfiguration& model)
 {
     if (model.modelID == model.providerName)
@@ -41,14 +45,29 @@ AppCoordinator::AppCoordinator(Parts parts)
     : m_parts(withDirectory(std::move(parts)))
     , m_directoryProblem(m_parts.directory->prepare())
     , m_directory(usable(*m_parts.directory))
+    , m_migrationReport(migrated(m_directory, m_parts.clock()))
     , m_market(MarketConfig::load(m_parts.environment()))
     , m_settings(m_directory, *m_parts.keychain, m_market.defaultCanvasBaseUrl)
+    , m_memory(m_directory, m_parts.calendar)
     , m_history(m_directory)
     , m_usage(m_directory)
     , m_lanes(*m_parts.keychain, m_market)
     , m_providers(*m_parts.http, m_lanes, m_parts.environment)
+    , m_retrieval({ .reference = m_memory.reference,
+                      .observations = m_memory.observations,
+                      .summaries = m_memory.summaries,
+                      .sessions = m_memory.sessions,
+                      .memory = m_memory.notes },
+          [this] { return situationText(); })
+    , m_toolExecutor({ .retrieval = m_retrieval,
+          .observations = m_memory.observations,
+          .memory = m_memory.notes,
+          .clock = m_parts.clock })
+    , m_appData(appDataAccess())
     , m_chat(m_history, m_usage, chatDependencies())
+    , m_memoryDesk(memoryDeskDependencies())
 {
+    wireTools();
     m_chat.onTurnComplete = [this] { return afterChatTurn(); };
     m_pollTimer.setInterval(pollInterval);
     connect(&m_pollTimer, &QTimer::timeout, this, [this] { spawn(pollOnce(m_parts.clock())); });
@@ -63,6 +82,7 @@ void AppCoordinator::start()
 
 Task<> AppCoordinator::pollOnce(TimePoint now)
 {
+    m_memory.notes.pruneExpired(now);
     refresh(now);
     co_return;
 }
@@ -73,6 +93,7 @@ void AppCoordinator::refresh(TimePoint now)
         .settings = m_settings.settings(),
         .isPaused = m_settings.isPaused(now),
         .usage = m_usage.snapshot(),
+        .memory = MemorySnapshot::of(m_memory, now),
         .modelLabel = m_state.modelLabel,
         .storageProblem = storageProblem(),
         .keyring = m_parts.keychain->state(),
@@ -95,10 +116,10 @@ void AppCoordinator::startNewSession()
     const auto& messages = m_history.messages();
     if (messages.empty() || m_chat.isStreaming())
         return;
+    const auto session = m_memory.sessions.ensureActiveSession(now, m_parts.calendar());
     if (m_directory) {
-        const auto dayKey = SessionBoundary::dayKey(now, m_parts.calendar());
         const auto archived =
-            ChatArchive::write(*m_directory, messages, dayKey, QUuid::createUuid());
+            ChatArchive::write(*m_directory, messages, session.dayKey, session.id);
         if (!archived) {
             Log::line(QStringLiteral("buddy: failed to archive chat: %1")
                           .arg(archived.error().description()));
@@ -106,18 +127,25 @@ void AppCoordinator::startNewSession()
         }
     }
     m_history.clear();
+    m_memory.sessions.finalizeActiveSession({}, now);
+    m_memory.sessions.startNewSession(now, session.id, m_parts.calendar());
     m_chat.reload();
     refresh(now);
 }
 
 Task<> AppCoordinator::startUp()
 {
-    co_await publishModelLabel();
+    m_migrationReport.legacyChatAdopted = MemoryMigration::adoptLegacyChatIfNeeded(
+        m_memory.sessions, m_history, m_parts.clock(), m_parts.calendar());
+    Log::line(QStringLiteral("buddy: ") + m_migrationReport.migrationSummary());
+    m_memory.sessions.ensureActiveSession(m_parts.clock(), m_parts.calendar());
     co_await pollOnce(m_parts.clock());
+    co_await publishModelLabel();
 }
 
 Task<> AppCoordinator::afterChatTurn()
 {
+    m_memory.sessions.recordTurn(m_parts.clock());
     co_await publishModelLabel();
     refresh(m_parts.clock());
 }
@@ -146,8 +174,25 @@ Task<MainModelConfig> AppCoordinator::mainConfig()
 
 Task<SituationSnapshot> AppCoordinator::buildSituation()
 {
-    co_return SituationBuilder::situation(
-        m_settings.settings(), m_settings.isPaused(m_parts.clock()));
+    co_return SituationBuilder::snapshot({
+        .settings = m_settings.settings(),
+        .isPaused = m_settings.isPaused(m_parts.clock()),
+        .memory = m_memory,
+        .calendar = m_parts.calendar(),
+    });
+}
+
+Task<QString> AppCoordinator::situationText()
+{
+    const auto situation = co_await buildSituation();
+    co_return situation.summary;
+}
+
+QString AppCoordinator::residentMemory() const
+{
+    if (!m_settings.settings().memoryEnabled)
+        return {};
+    return m_memory.notes.residentMemory(MemoryStore::hardCapTokens, m_parts.clock());
 }
 
 ChatService::Dependencies AppCoordinator::chatDependencies()
@@ -157,8 +202,62 @@ ChatService::Dependencies AppCoordinator::chatDependencies()
         .visionProvider = [this] { return m_providers.makeVisionProvider(); },
         .mainConfig = [this] { return mainConfig(); },
         .situationProvider = [this] { return buildSituation(); },
+        .residentMemory = [this] { return residentMemory(); },
         .clock = m_parts.clock,
     };
+}
+
+std::unique_ptr<AppDataAccessService> AppCoordinator::appDataAccess()
+{
+    if (!m_parts.appDataReading)
+        return nullptr;
+    return std::make_unique<AppDataAccessService>(
+        [this] { return appDataSources(); }, *m_parts.appDataReading);
+}
+
+MemoryDesk::Dependencies AppCoordinator::memoryDeskDependencies()
+{
+    return {
+        .memory = m_memory,
+        .history = m_history,
+        .chat = m_chat,
+        .retrieval = m_retrieval,
+        .directory = m_directory,
+        .calendar = m_parts.calendar,
+        .clock = m_parts.clock,
+        .changed = [this] { refresh(m_parts.clock()); },
+    };
+}
+
+void AppCoordinator::wireTools()
+{
+    m_toolExecutor.setProviders({ .observationHook = [this](const DatedObservation& observation) {
+        return linkObservation(observation.id);
+    } });
+    if (!m_appData)
+        return;
+    m_toolExecutor.setAppDataProviders({
+        .listSources = [this] { return m_appData->listSources(); },
+        .listFiles =
+            [this](QString source, std::optional<QString> subpath) {
+                return m_appData->listFiles(std::move(source), std::move(subpath));
+            },
+        .readFile =
+            [this](QString source, QString path, std::optional<int> tailLines) {
+                return m_appData->readFile(std::move(source), std::move(path), tailLines);
+            },
+    });
+}
+
+Task<> AppCoordinator::linkObservation(QUuid id)
+{
+    m_memory.sessions.linkObservation(id);
+    co_return;
+}
+
+Task<std::vector<AppDataSource>> AppCoordinator::appDataSources()
+{
+    co_return m_settings.settings().appDataSources;
 }
 
 std::optional<QString> AppCoordinator::storageProblem() const

@@ -1,11 +1,16 @@
 #pragma once
 
 #include "LaneProviders.h"
+#include "MemoryDesk.h"
 #include "PublishedState.h"
 #include "conversation/ChatService.h"
 #include "foundation/Calendar.h"
 #include "foundation/DataDirectory.h"
+#include "memory/AppDataAccessService.h"
 #include "memory/ChatHistoryStore.h"
+#include "memory/MemoryMigration.h"
+#include "memory/MemoryToolExecutor.h"
+#include "memory/NativeMemoryRetrieval.h"
 #include "memory/UsageCounter.h"
 #include "settings/SettingsStore.h"
 #include "wire/ModelLanes.h"
@@ -40,11 +45,16 @@ public:
         Clock clock = systemNow;
         /// Replaces the main model, so that the logic runs without a network.
         ChatService::ProviderFactory mainProviderOverride = {};
+        /// How the folders that the user shares are read; without it they are not.
+        std::unique_ptr<AppDataReading> appDataReading = {};
     };
 
     explicit AppCoordinator(Parts parts);
 
     ChatService& chat() { return m_chat; }
+    MemoryTiers& memory() { return m_memory; }
+    MemoryDesk& memoryDesk() { return m_memoryDesk; }
+    MemoryToolExecutor& toolExecutor() { return m_toolExecutor; }
     const PublishedState& state() const { return m_state; }
 
     /// Arms the 20-second timer and begins the start-up. To be called once.
@@ -72,7 +82,14 @@ private:
     Task<std::unique_ptr<LLMProvider>> makeMainProvider();
     Task<MainModelConfig> mainConfig();
     Task<SituationSnapshot> buildSituation();
+    Task<QString> situationText();
     ChatService::Dependencies chatDependencies();
+    MemoryDesk::Dependencies memoryDeskDependencies();
+    QString residentMemory() const;
+    void wireTools();
+    Task<> linkObservation(QUuid id);
+    std::unique_ptr<AppDataAccessService> appDataAccess();
+    Task<std::vector<AppDataSource>> appDataSources();
     std::optional<QString> storageProblem() const;
 
     Parts m_parts;
@@ -80,13 +97,19 @@ private:
     std::optional<QString> m_directoryProblem;
     /// Nothing where there is no directory at all: then all stores work in memory.
     std::optional<DataDirectory> m_directory;
+    MigrationReport m_migrationReport;
     MarketConfig m_market;
     SettingsStore m_settings;
+    MemoryTiers m_memory;
     ChatHistoryStore m_history;
     UsageCounter m_usage;
     ModelLanes m_lanes;
     LaneProviders m_providers;
+    NativeMemoryRetrieval m_retrieval;
+    MemoryToolExecutor m_toolExecutor;
+    std::unique_ptr<AppDataAccessService> m_appData;
     ChatService m_chat;
+    MemoryDesk m_memoryDesk;
     PublishedState m_state;
     QTimer m_pollTimer;
 };

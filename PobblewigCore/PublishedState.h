@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/KeychainHelper.h"
+#include "memory/MemorySnapshot.h"
 #include "memory/UsageCounter.h"
 #include "settings/AppSettings.h"
 
@@ -13,6 +14,7 @@ struct PublishedState {
     AppSettings settings;
     bool isPaused = false;
     UsageCounter::Snapshot usage;
+    MemorySnapshot memory;
     /// The main model in words, or that there is none.
     QString modelLabel;
     /// Why nothing can be kept on the disk at present.

@@ -1,12 +1,25 @@
 #pragma once
 
-#include "foundation/Time.h"
+#include "foundation/Calendar.h"
+#include "memory/MemoryTiers.h"
 #include "prompts/SituationSnapshot.h"
 #include "settings/AppSettings.h"
 
-namespace pobblewig::SituationBuilder {
+namespace pobblewig {
+
+/// What the moment consists of.
+struct Situation {
+    const AppSettings& settings;
+    bool isPaused = false;
+    const MemoryTiers& memory;
+    Calendar calendar;
+};
+
+namespace SituationBuilder {
 
 /// What the model is told about the moment.
-SituationSnapshot situation(const AppSettings& settings, bool isPaused);
+SituationSnapshot snapshot(const Situation& situation);
 
-} // namespace pobblewig::SituationBuilder
+} // namespace SituationBuilder
+
+} // namespace pobblewig

@@ -195,6 +195,7 @@ Task<ChatService::Reply> ChatService::requestReply(Turn turn, std::stop_token st
     const auto config = co_await m_dependencies.mainConfig();
     const auto situation = co_await m_dependencies.situationProvider();
     const auto systemPrompt = Prompts::mainAssistant({
+        .memory = m_dependencies.residentMemory(),
         .situation = situation,
         .hasImage = turn.image.has_value(),
         .now = m_dependencies.clock(),

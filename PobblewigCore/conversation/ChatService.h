@@ -36,6 +36,8 @@ public:
         ProviderFactory visionProvider;
         std::function<Task<MainModelConfig>()> mainConfig;
         std::function<Task<SituationSnapshot>()> situationProvider;
+        /// The notes for the prompt; empty while the memory is off.
+        std::function<QString()> residentMemory = [] { return QString(); };
         Clock clock = systemNow;
     };
 
