@@ -43,7 +43,7 @@ struct json::Codec<MemoryFileOutline> {
 
 namespace {
 
-constexpr QStringView stampPattern = u"2026-03-01T08-15-00Z";
+constexpr QStringView stampForm = u"2026-03-01T08-15-00Z";
 
 QString stamp(TimePoint time)
 {
@@ -54,8 +54,8 @@ std::optional<TimePoint> stampedTime(QString name)
 {
     if (name.endsWith(u".json"))
         name.chop(5);
-    auto text = name.right(stampPattern.size());
-    if (text.size() < stampPattern.size())
+    auto text = name.right(stampForm.size());
+    if (text.size() < stampForm.size())
         return std::nullopt;
     text[13] = u':';
     text[16] = u':';
@@ -76,9 +76,10 @@ QFileInfoList files(const DataDirectory& directory, const QStringList& patterns 
 tl::expected<QByteArray, FileError> contents(const QString& path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    auto bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    if (file.error() != QFile::NoError)
         return tl::unexpected(FileError { file.errorString() });
-    return file.readAll();
+    return bytes;
 }
 
 /// The path of the copy. Launches without a save between them find the copy of the first.
@@ -94,7 +95,7 @@ tl::expected<QString, FileError> backUp(
             && contents(earlier.filePath()).value_or(QByteArray()) == *bytes)
             return earlier.filePath();
     }
-    const auto backup = directory.path.filePath(name.arg(stamp(now)));
+    auto backup = directory.path.filePath(name.arg(stamp(now)));
     return writeDurably(backup, *bytes, *directory.operations).map([&] { return backup; });
 }
 
