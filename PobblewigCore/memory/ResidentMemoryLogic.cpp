@@ -15,8 +15,7 @@ namespace {
 constexpr qsizetype charactersPerToken = 4;
 constexpr QStringView separator = u"\n\n";
 
-/// As "%.1f" has it in every locale: an exact half goes to the even digit, which QString does not
-/// do.
+/// As "%.1f" has it, in every locale. QString rounds 0.25 up.
 QString oneDecimal(double number)
 {
     std::array<char, 320> digits;
@@ -64,7 +63,7 @@ QStringList sections(
 
 QString withinLimit(const QStringList& sections, qsizetype limit)
 {
-    const auto whole = sections.join(separator);
+    auto whole = sections.join(separator);
     // A character has at least one unit of its own, so most texts fit without being counted.
     if (whole.size() + separator.size() <= limit)
         return whole;
