@@ -40,6 +40,11 @@ QString Path::text() const
     return m_parent->text() + u'.' + m_key;
 }
 
+QString wellFormed(QString text)
+{
+    return text.isValidUtf16() ? text : QString::fromUtf8(text.toUtf8());
+}
+
 tl::unexpected<DecodeError> wrongType(
     const Path& path, const char* expected, const QJsonValue& value)
 {
@@ -90,7 +95,7 @@ Decoded<QString> Codec<QString>::decode(const QJsonValue& value, const Path& pat
 {
     if (!value.isString())
         return wrongType(path, "a string", value);
-    return value.toString();
+    return wellFormed(value.toString());
 }
 
 Decoded<QUuid> Codec<QUuid>::decode(const QJsonValue& value, const Path& path)
@@ -99,7 +104,9 @@ Decoded<QUuid> Codec<QUuid>::decode(const QJsonValue& value, const Path& path)
         return wrongType(path, "a UUID", value);
     const auto text = value.toString();
     const auto id = QUuid::fromString(text);
-    if (id.isNull() || text.size() != 36)
+    // The null UUID can be written, so it can be read; else one would cost the whole file.
+    const auto isUnreadable = id.isNull() && text != Codec::text(id);
+    if (isUnreadable || text.size() != 36)
         return invalid(path, QStringLiteral("not a UUID"));
     return id;
 }

@@ -75,6 +75,10 @@ private:
     qsizetype m_index = -1;
 };
 
+/// The text as it can be written: half of a surrogate pair, which an escape can bring in, becomes a
+/// question mark.
+QString wellFormed(QString text);
+
 tl::unexpected<DecodeError> wrongType(const Path& path, const char* expected, const QJsonValue&);
 tl::unexpected<DecodeError> invalid(const Path& path, const QString& problem);
 

@@ -59,7 +59,7 @@ JSONValue JSONValue::fromJson(const QJsonValue& value)
     case QJsonValue::Double:
         return value.toDouble();
     case QJsonValue::String:
-        return value.toString();
+        return json::wellFormed(value.toString());
     case QJsonValue::Array: {
         Array elements;
         for (const auto& element : value.toArray())
@@ -70,7 +70,7 @@ JSONValue JSONValue::fromJson(const QJsonValue& value)
         Object members;
         const auto object = value.toObject();
         for (auto member = object.begin(); member != object.end(); ++member)
-            members.emplace(member.key(), fromJson(member.value()));
+            members.emplace(json::wellFormed(member.key()), fromJson(member.value()));
         return members;
     }
     case QJsonValue::Null:
