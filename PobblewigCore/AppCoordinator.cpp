@@ -1,6 +1,7 @@
 #include "AppCoordinator.h"
 
 #include "SituationBuilder.h"
+#include "activity/RuleTexts.h"
 #include "foundation/Log.h"
 #include "memory/ChatArchive.h"
 
@@ -11,6 +12,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto pollInterval = 20s;
+constexpr size_t recentSessionCount = 10;
 
 AppCoordinator::Parts withDirectory(AppCoordinator::Parts parts)
 {
@@ -32,6 +34,12 @@ MigrationReport migrated(const std::optional<DataDirectory>& directory, TimePoin
     return directory ? MemoryMigration::run(*directory, now) : MigrationReport();
 }
 
+std::vector<ActivitySession> firstOf(const std::vector<ActivitySession>& sessions, size_t count)
+{
+    return { sessions.begin(),
+        sessions.begin() + std::ptrdiff_t(std::min(count, sessions.size())) };
+}
+
 QString modelLabel(const LLMConfiguration& model)
 {
     if (model.modelID == model.providerName)
@@ -49,6 +57,9 @@ AppCoordinator::AppCoordinator(Parts parts)
     , m_market(MarketConfig::load(m_parts.environment()))
     , m_settings(m_directory, *m_parts.keychain, m_market.defaultCanvasBaseUrl)
     , m_memory(m_directory, m_parts.calendar)
+    , m_rules(m_directory)
+    , m_frontmost(m_parts.session.frontmostProvider, discretion())
+    , m_activity(m_frontmost, m_directory)
     , m_history(m_directory)
     , m_usage(m_directory)
     , m_lanes(*m_parts.keychain, m_market)
@@ -66,6 +77,11 @@ AppCoordinator::AppCoordinator(Parts parts)
     , m_appData(appDataAccess())
     , m_chat(m_history, m_usage, chatDependencies())
     , m_memoryDesk(memoryDeskDependencies())
+    , m_activityDesk({ .activity = m_activity,
+          .rules = m_rules,
+          .clock = m_parts.clock,
+          .changed = [this] { refresh(m_parts.clock()); } })
+    , m_modes(m_settings, m_parts.clock, [this] { refresh(m_parts.clock()); })
 {
     wireTools();
     m_chat.onTurnComplete = [this] { return afterChatTurn(); };
@@ -82,6 +98,7 @@ void AppCoordinator::start()
 
 Task<> AppCoordinator::pollOnce(TimePoint now)
 {
+    m_activity.poll(now);
     m_memory.notes.pruneExpired(now);
     refresh(now);
     co_return;
@@ -89,14 +106,21 @@ Task<> AppCoordinator::pollOnce(TimePoint now)
 
 void AppCoordinator::refresh(TimePoint now)
 {
+    auto* const permissions = m_parts.session.permissions;
     PublishedState state {
         .settings = m_settings.settings(),
         .isPaused = m_settings.isPaused(now),
+        .currentSession = m_activity.currentSession(),
+        .recentSessions = firstOf(m_activity.history(), recentSessionCount),
+        .ruleList = m_rules.rules(),
+        .screenCaptureGranted = permissions && permissions->screenCaptureGranted(),
+        .accessibilityGranted = permissions && permissions->accessibilityGranted(),
         .usage = m_usage.snapshot(),
         .memory = MemorySnapshot::of(m_memory, now),
         .modelLabel = m_state.modelLabel,
         .storageProblem = storageProblem(),
         .keyring = m_parts.keychain->state(),
+        .diagnostics = buildDiagnostics(now),
     };
     if (state == m_state)
         return;
@@ -135,6 +159,7 @@ void AppCoordinator::startNewSession()
 
 Task<> AppCoordinator::startUp()
 {
+    m_modes.restoreTemporaryModeRevert(m_parts.clock());
     m_migrationReport.legacyChatAdopted = MemoryMigration::adoptLegacyChatIfNeeded(
         m_memory.sessions, m_history, m_parts.clock(), m_parts.calendar());
     Log::line(QStringLiteral("buddy: ") + m_migrationReport.migrationSummary());
@@ -177,6 +202,7 @@ Task<SituationSnapshot> AppCoordinator::buildSituation()
     co_return SituationBuilder::snapshot({
         .settings = m_settings.settings(),
         .isPaused = m_settings.isPaused(m_parts.clock()),
+        .currentSession = m_activity.currentSession(),
         .memory = m_memory,
         .calendar = m_parts.calendar(),
     });
@@ -207,6 +233,33 @@ ChatService::Dependencies AppCoordinator::chatDependencies()
     };
 }
 
+DiscreetFrontmostAppProvider::Discretion AppCoordinator::discretion()
+{
+    return {
+        .alwaysExcluded = m_parts.session.alwaysExcluded,
+        .excluded = [this] { return m_settings.settings().excludedBundleIDs; },
+        .isPaused = [this] { return m_settings.isPaused(m_parts.clock()); },
+    };
+}
+
+DiagnosticsInfo AppCoordinator::buildDiagnostics(TimePoint now) const
+{
+    const auto calendar = m_parts.calendar();
+    const RuleEvaluationContext context {
+        .now = now,
+        .calendar = calendar,
+        .currentMode = m_settings.settings().mode,
+        .observationPaused = m_settings.isPaused(now),
+        .currentSession = m_activity.currentSession(),
+        .categoryDurations = m_activity.categoryDurations(now, calendar),
+    };
+    return {
+        .observation = m_parts.session.observation,
+        .ruleVerdicts = RuleTexts::verdicts(m_rules.rules(), context),
+        .totalToolCalls = m_toolExecutor.totalCalls(),
+    };
+}
+
 std::unique_ptr<AppDataAccessService> AppCoordinator::appDataAccess()
 {
     if (!m_parts.appDataReading)
@@ -231,9 +284,11 @@ MemoryDesk::Dependencies AppCoordinator::memoryDeskDependencies()
 
 void AppCoordinator::wireTools()
 {
-    m_toolExecutor.setProviders({ .observationHook = [this](const DatedObservation& observation) {
-        return linkObservation(observation.id);
-    } });
+    m_toolExecutor.setProviders({
+        .rulesProvider = [this] { return rulesText(); },
+        .observationHook =
+            [this](const DatedObservation& observation) { return linkObservation(observation.id); },
+    });
     if (!m_appData)
         return;
     m_toolExecutor.setAppDataProviders({
@@ -247,6 +302,11 @@ void AppCoordinator::wireTools()
                 return m_appData->readFile(std::move(source), std::move(path), tailLines);
             },
     });
+}
+
+Task<QString> AppCoordinator::rulesText()
+{
+    co_return RuleTexts::rulesText(m_rules.rules());
 }
 
 Task<> AppCoordinator::linkObservation(QUuid id)

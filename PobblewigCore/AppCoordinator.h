@@ -1,8 +1,11 @@
 #pragma once
 
+#include "ActivityDesk.h"
 #include "LaneProviders.h"
 #include "MemoryDesk.h"
+#include "ModeSwitch.h"
 #include "PublishedState.h"
+#include "activity/DiscreetFrontmostAppProvider.h"
 #include "conversation/ChatService.h"
 #include "foundation/Calendar.h"
 #include "foundation/DataDirectory.h"
@@ -12,6 +15,8 @@
 #include "memory/MemoryToolExecutor.h"
 #include "memory/NativeMemoryRetrieval.h"
 #include "memory/UsageCounter.h"
+#include "screen/PermissionProviding.h"
+#include "screen/ScreenCapturing.h"
 #include "settings/SettingsStore.h"
 #include "wire/ModelLanes.h"
 
@@ -32,6 +37,17 @@ class AppCoordinator : public QObject {
     Q_OBJECT
 
 public:
+    /// What the user's session tells and permits. All of it outlives the coordinator; what is
+    /// missing is not available.
+    struct Session {
+        FrontmostAppProviding* frontmostProvider = nullptr;
+        /// Applications of this platform that are never watched, whatever the settings say.
+        std::vector<QString> alwaysExcluded = {};
+        ObservationReport observation = {};
+        PermissionProviding* permissions = nullptr;
+        ScreenCapturing* capturer = nullptr;
+    };
+
     /// What the coordinator stands on. All of it can be replaced, so that the logic runs in a
     /// scratch directory with fakes.
     struct Parts {
@@ -47,6 +63,7 @@ public:
         ChatService::ProviderFactory mainProviderOverride = {};
         /// How the folders that the user shares are read; without it they are not.
         std::unique_ptr<AppDataReading> appDataReading = {};
+        Session session = {};
     };
 
     explicit AppCoordinator(Parts parts);
@@ -54,6 +71,8 @@ public:
     ChatService& chat() { return m_chat; }
     MemoryTiers& memory() { return m_memory; }
     MemoryDesk& memoryDesk() { return m_memoryDesk; }
+    ActivityDesk& activityDesk() { return m_activityDesk; }
+    ModeSwitch& modes() { return m_modes; }
     MemoryToolExecutor& toolExecutor() { return m_toolExecutor; }
     const PublishedState& state() const { return m_state; }
 
@@ -84,9 +103,12 @@ private:
     Task<SituationSnapshot> buildSituation();
     Task<QString> situationText();
     ChatService::Dependencies chatDependencies();
+    DiscreetFrontmostAppProvider::Discretion discretion();
+    DiagnosticsInfo buildDiagnostics(TimePoint now) const;
     MemoryDesk::Dependencies memoryDeskDependencies();
     QString residentMemory() const;
     void wireTools();
+    Task<QString> rulesText();
     Task<> linkObservation(QUuid id);
     std::unique_ptr<AppDataAccessService> appDataAccess();
     Task<std::vector<AppDataSource>> appDataSources();
@@ -101,6 +123,9 @@ private:
     MarketConfig m_market;
     SettingsStore m_settings;
     MemoryTiers m_memory;
+    RuleStore m_rules;
+    DiscreetFrontmostAppProvider m_frontmost;
+    ActivityTracker m_activity;
     ChatHistoryStore m_history;
     UsageCounter m_usage;
     ModelLanes m_lanes;
@@ -110,6 +135,8 @@ private:
     std::unique_ptr<AppDataAccessService> m_appData;
     ChatService m_chat;
     MemoryDesk m_memoryDesk;
+    ActivityDesk m_activityDesk;
+    ModeSwitch m_modes;
     PublishedState m_state;
     QTimer m_pollTimer;
 };

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "DiagnosticsInfo.h"
+#include "activity/AccountabilityRule.h"
+#include "activity/ActivitySession.h"
 #include "foundation/KeychainHelper.h"
 #include "memory/MemorySnapshot.h"
 #include "memory/UsageCounter.h"
@@ -13,6 +16,12 @@ namespace pobblewig {
 struct PublishedState {
     AppSettings settings;
     bool isPaused = false;
+    std::optional<ActivitySession> currentSession = std::nullopt;
+    /// The latest 10, newest first.
+    std::vector<ActivitySession> recentSessions;
+    std::vector<AccountabilityRule> ruleList;
+    bool screenCaptureGranted = false;
+    bool accessibilityGranted = false;
     UsageCounter::Snapshot usage;
     MemorySnapshot memory;
     /// The main model in words, or that there is none.
@@ -20,6 +29,7 @@ struct PublishedState {
     /// Why nothing can be kept on the disk at present.
     std::optional<QString> storageProblem;
     KeychainHelper::State keyring = KeychainHelper::State::unknown;
+    DiagnosticsInfo diagnostics;
 
     bool operator==(const PublishedState&) const = default;
 };

@@ -8,6 +8,16 @@ namespace pobblewig {
 
 namespace {
 
+QString currentApp(const std::optional<ActivitySession>& session)
+{
+    if (!session)
+        return QStringLiteral("No active app session right now.");
+    const auto minutes = qint64(session->durationSeconds / 60);
+    return QStringLiteral("Current app: %1 (%2), active for %3 min%4")
+        .arg(session->applicationName, session->bundleIdentifier, QString::number(minutes),
+            session->isActive ? QString() : QStringLiteral(", user appears idle"));
+}
+
 QString memoryIsOff()
 {
     return QStringLiteral("The user has turned your memory off (Settings → Memory & Privacy): you "
@@ -28,7 +38,7 @@ QString appDataSources(const std::vector<AppDataSource>& sources)
 
 QString summary(const Situation& situation)
 {
-    QStringList lines { QStringLiteral("No active app session right now.") };
+    QStringList lines { currentApp(situation.currentSession) };
     if (situation.isPaused)
         lines.append(QStringLiteral("Observation is currently paused by the user."));
     if (!situation.settings.memoryEnabled)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "activity/ActivitySession.h"
 #include "foundation/Calendar.h"
 #include "memory/MemoryTiers.h"
 #include "prompts/SituationSnapshot.h"
@@ -11,6 +12,7 @@ namespace pobblewig {
 struct Situation {
     const AppSettings& settings;
     bool isPaused = false;
+    std::optional<ActivitySession> currentSession = std::nullopt;
     const MemoryTiers& memory;
     Calendar calendar;
 };

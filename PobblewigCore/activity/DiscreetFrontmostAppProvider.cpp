@@ -15,7 +15,7 @@ bool names(const std::vector<QString>& identifiers, const QString& identifier)
 } // namespace
 
 DiscreetFrontmostAppProvider::DiscreetFrontmostAppProvider(
-    FrontmostAppProviding& source, Discretion discretion)
+    FrontmostAppProviding* source, Discretion discretion)
     : m_source(source)
     , m_discretion(std::move(discretion))
 {
@@ -23,14 +23,19 @@ DiscreetFrontmostAppProvider::DiscreetFrontmostAppProvider(
 
 std::optional<FrontmostApp> DiscreetFrontmostAppProvider::frontmostApp()
 {
-    if (m_discretion.isPaused())
+    if (!m_source || m_discretion.isPaused())
         return std::nullopt;
-    auto front = m_source.frontmostApp();
+    auto front = m_source->frontmostApp();
     if (front
         && (names(m_discretion.alwaysExcluded, front->bundleIdentifier)
             || names(m_discretion.excluded(), front->bundleIdentifier)))
         return std::nullopt;
     return front;
+}
+
+double DiscreetFrontmostAppProvider::idleSeconds()
+{
+    return m_source ? m_source->idleSeconds() : 0;
 }
 
 } // namespace pobblewig

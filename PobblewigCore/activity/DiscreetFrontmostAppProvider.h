@@ -20,13 +20,14 @@ public:
         std::function<bool()> isPaused;
     };
 
-    DiscreetFrontmostAppProvider(FrontmostAppProviding& source, Discretion discretion);
+    /// Without a source nothing is in front, and nobody is idle.
+    DiscreetFrontmostAppProvider(FrontmostAppProviding* source, Discretion discretion);
 
     std::optional<FrontmostApp> frontmostApp() override;
-    double idleSeconds() override { return m_source.idleSeconds(); }
+    double idleSeconds() override;
 
 private:
-    FrontmostAppProviding& m_source;
+    FrontmostAppProviding* m_source;
     Discretion m_discretion;
 };
 

@@ -135,7 +135,7 @@ private Q_SLOTS:
     {
         bool isPaused = false;
         std::vector<QString> excluded;
-        DiscreetFrontmostAppProvider discreet(m_desktop,
+        DiscreetFrontmostAppProvider discreet(&m_desktop,
             { .alwaysExcluded = { QStringLiteral("org.keepassxc.KeePassXC") },
                 .excluded = [&] { return excluded; },
                 .isPaused = [&] { return isPaused; } });

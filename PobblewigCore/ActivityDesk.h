@@ -1,0 +1,37 @@
+#pragma once
+
+#include "activity/ActivityTracker.h"
+#include "activity/RuleStore.h"
+
+#include <functional>
+
+namespace pobblewig {
+
+/// What the user does to the activity history and the rules by hand. Every change is published at
+/// once.
+class ActivityDesk {
+public:
+    struct Dependencies {
+        ActivityTracker& activity;
+        RuleStore& rules;
+        Clock clock;
+        /// Called after each change.
+        std::function<void()> changed;
+    };
+
+    explicit ActivityDesk(Dependencies dependencies);
+
+    /// Replaces the rule of the same id, or adds it.
+    void saveRule(const AccountabilityRule& rule);
+    void deleteRule(const QUuid& id);
+    void setRuleEnabled(const QUuid& id, bool enabled);
+    void deleteActivityHistory();
+
+    /// Such as "Firefox 82 min; Writer 9 min"; empty for a time without sessions.
+    QString activitySummary(TimePoint from, TimePoint to) const;
+
+private:
+    Dependencies m;
+};
+
+} // namespace pobblewig

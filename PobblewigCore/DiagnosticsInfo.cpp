@@ -1,0 +1,28 @@
+#include "DiagnosticsInfo.h"
+
+namespace pobblewig {
+
+namespace {
+
+QString section(const QString& title, const QStringList& lines)
+{
+    return title + u'\n' + lines.join(u'\n');
+}
+
+} // namespace
+
+QString DiagnosticsInfo::text() const
+{
+    const QStringList observed {
+        QStringLiteral("Front application: ") + observation.frontmostBackend,
+        QStringLiteral("Idle time: ") + observation.idleBackend,
+    };
+    QStringList sections { section(QStringLiteral("Observation"), observed + observation.notes) };
+    if (!ruleVerdicts.isEmpty())
+        sections.append(section(QStringLiteral("Rules"), ruleVerdicts));
+    sections.append(section(QStringLiteral("Memory tools"),
+        { QStringLiteral("Calls since the start: %1").arg(totalToolCalls) }));
+    return sections.join(QStringLiteral("\n\n"));
+}
+
+} // namespace pobblewig
