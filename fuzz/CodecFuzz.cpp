@@ -1,3 +1,5 @@
+#include "activity/AccountabilityRule.h"
+#include "activity/ActivitySession.h"
 #include "memory/ChatMessage.h"
 #include "memory/DailySession.h"
 #include "memory/MemoryStore.h"
@@ -53,6 +55,8 @@ constexpr std::array checks {
     check<std::vector<DatedObservation>>,
     check<std::vector<PeriodSummary>>,
     check<ReferenceMemoryData>,
+    check<std::vector<AccountabilityRule>>,
+    check<std::vector<ActivitySession>>,
 };
 
 } // namespace
