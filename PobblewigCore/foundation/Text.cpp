@@ -8,6 +8,9 @@ namespace pobblewig {
 
 namespace {
 
+/// In UTF-16 units, twice that of the longest emoji.
+constexpr qsizetype longestCharacter = 32;
+
 bool isASCII(QChar character)
 {
     return character.unicode() < 128;
@@ -51,12 +54,14 @@ QString Text::firstCharacters(const QString& text, qsizetype count)
 {
     if (text.size() <= count)
         return text;
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+    // The finder looks at all that it is given.
+    const auto beginning = text.left(count * longestCharacter);
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, beginning);
     for (qsizetype passed = 0; passed < count; ++passed) {
         if (finder.toNextBoundary() < 0)
-            return text;
+            return beginning;
     }
-    return text.first(finder.position());
+    return beginning.first(finder.position());
 }
 
 QString Text::normalized(const QString& text)

@@ -7,6 +7,8 @@ namespace pobblewig::Text {
 
 qsizetype characterCount(const QString& text);
 
+/// However long the text, no more than 32 units of it are looked at for each character; one that
+/// is longer may be cut.
 QString firstCharacters(const QString& text, qsizetype count);
 
 /// What makes two texts the same statement: lower case, and single blanks between the words.

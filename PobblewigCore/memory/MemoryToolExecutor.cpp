@@ -9,27 +9,21 @@ namespace pobblewig {
 namespace {
 
 constexpr qsizetype maxLoggedCharacters = 500;
-/// In UTF-16 units, twice that of the longest emoji. A longer one may be cut.
-constexpr qsizetype longestCharacter = 32;
-
-/// Looks no further than at the text that it may keep, however long the whole.
-QString beginning(const QString& text, qsizetype characters)
-{
-    return Text::firstCharacters(text.left(characters * longestCharacter), characters);
-}
+/// Where further arguments can no longer be seen.
+constexpr qsizetype mostSummaryUnits = 16'000;
 
 QString summaryOf(const std::map<QString, JSONValue>& args)
 {
     QString summary;
     for (const auto& [key, value] : args) {
-        if (summary.size() > maxLoggedCharacters * longestCharacter)
+        if (summary.size() > mostSummaryUnits)
             break;
         if (!summary.isEmpty())
             summary += QStringLiteral(", ");
-        summary += beginning(key, maxLoggedCharacters) + u'='
-            + beginning(value.displayString(), maxLoggedCharacters);
+        summary += Text::firstCharacters(key, maxLoggedCharacters) + u'='
+            + Text::firstCharacters(value.displayString(), maxLoggedCharacters);
     }
-    return beginning(summary, maxLoggedCharacters);
+    return Text::firstCharacters(summary, maxLoggedCharacters);
 }
 
 } // namespace
@@ -69,7 +63,8 @@ auto MemoryToolExecutor::execute(MemoryToolCall call) -> Task<MemoryToolResult>
     const auto name = call.name;
     const auto outcome = co_await m_tools.run(std::move(call));
     const auto text = outcome ? *outcome : QStringLiteral("error: ") + description(outcome.error());
-    MemoryToolResult result { name, outcome.has_value(), beginning(text, maxResultCharacters) };
+    MemoryToolResult result { name, outcome.has_value(),
+        Text::firstCharacters(text, maxResultCharacters) };
     record(result, args);
     co_return result;
 }
@@ -96,7 +91,7 @@ void MemoryToolExecutor::record(const MemoryToolResult& result, const QString& a
 {
     ++m_totalCalls;
     m_log.push_back({
-        .name = beginning(result.name, maxLoggedCharacters),
+        .name = Text::firstCharacters(result.name, maxLoggedCharacters),
         .argsSummary = argsSummary,
         .ok = result.ok,
         .resultBytes = int(result.text.toUtf8().size()),
