@@ -10,14 +10,22 @@ std::unique_ptr<X11Connection> X11Connection::create()
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     if (!x11 || !x11->connection())
         return nullptr;
-    auto* connection = x11->connection();
-    const auto* screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
-    return std::unique_ptr<X11Connection>(new X11Connection(connection, screen->root));
+    return std::unique_ptr<X11Connection>(new X11Connection(x11->connection()));
 }
 
-X11Connection::X11Connection(xcb_connection_t* connection, xcb_window_t root)
+std::unique_ptr<X11Connection> X11Connection::open(const std::string& display)
+{
+    OwnConnection own(xcb_connect(display.c_str(), nullptr));
+    if (xcb_connection_has_error(own.get()))
+        return nullptr;
+    std::unique_ptr<X11Connection> connection(new X11Connection(own.get()));
+    connection->m_own = std::move(own);
+    return connection;
+}
+
+X11Connection::X11Connection(xcb_connection_t* connection)
     : m_connection(connection)
-    , m_root(root)
+    , m_root(xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root)
 {
 }
 

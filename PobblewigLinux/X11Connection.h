@@ -19,11 +19,15 @@ struct FreeReply {
 template <typename Reply>
 using X11Reply = std::unique_ptr<Reply, FreeReply>;
 
-/// Qt's own connection to the X server, with the questions that everyone here asks.
+/// A connection to the X server, with the questions that everyone here asks. When the server goes
+/// away there are no answers any more.
 class X11Connection {
 public:
-    /// Nothing if Qt does not run on X11. The connection lives as long as the application object.
+    /// Qt's own, which lives as long as the application object. Nothing if Qt does not run on X11.
     static std::unique_ptr<X11Connection> create();
+
+    /// One beside Qt's. Nothing if there is no such server.
+    static std::unique_ptr<X11Connection> open(const std::string& display);
 
     xcb_connection_t* get() const { return m_connection; }
     xcb_window_t root() const { return m_root; }
@@ -42,8 +46,15 @@ public:
         const std::vector<std::uint32_t>& values);
 
 private:
-    X11Connection(xcb_connection_t* connection, xcb_window_t root);
+    struct Disconnect {
+        void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+    };
+    using OwnConnection = std::unique_ptr<xcb_connection_t, Disconnect>;
 
+    explicit X11Connection(xcb_connection_t* connection);
+
+    /// Nothing if the connection is Qt's.
+    OwnConnection m_own;
     xcb_connection_t* m_connection;
     xcb_window_t m_root;
     std::map<std::string, xcb_atom_t> m_atoms;
