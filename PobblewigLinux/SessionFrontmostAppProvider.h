@@ -1,0 +1,27 @@
+#pragma once
+
+#include "PobblewigLinux/ActiveWindowProviding.h"
+#include "PobblewigLinux/ApplicationNames.h"
+#include "PobblewigLinux/IdleTimeProviding.h"
+
+#include <memory>
+
+namespace pobblewig {
+
+/// What a session tells by two sources that know nothing of each other, either of which it may not
+/// have.
+class SessionFrontmostAppProvider : public FrontmostAppProviding {
+public:
+    SessionFrontmostAppProvider(std::unique_ptr<ActiveWindowProviding> activeWindow,
+        std::unique_ptr<IdleTimeProviding> idleTime, ApplicationNames& names);
+
+    std::optional<FrontmostApp> frontmostApp() override;
+    double idleSeconds() override;
+
+private:
+    std::unique_ptr<ActiveWindowProviding> m_activeWindow;
+    std::unique_ptr<IdleTimeProviding> m_idleTime;
+    ApplicationNames& m_names;
+};
+
+} // namespace pobblewig

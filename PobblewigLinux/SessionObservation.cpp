@@ -1,0 +1,92 @@
+#include "PobblewigLinux/SessionObservation.h"
+
+#include "PobblewigLinux/KWinActiveWindow.h"
+#include "PobblewigLinux/MutterIdleTime.h"
+#include "PobblewigLinux/SessionFrontmostAppProvider.h"
+#include "PobblewigLinux/WaylandIdleTime.h"
+#include "PobblewigLinux/WlrootsActiveWindow.h"
+#include "PobblewigLinux/X11FrontmostAppProvider.h"
+
+#include <QDBusConnectionInterface>
+
+namespace pobblewig {
+
+namespace {
+
+bool isWayland(const Environment& environment)
+{
+    return variable(environment, QStringLiteral("WAYLAND_DISPLAY"))
+        || variable(environment, QStringLiteral("XDG_SESSION_TYPE")) == QStringLiteral("wayland");
+}
+
+std::unique_ptr<WaylandConnection> connectToWayland(const Environment& environment)
+{
+    if (!isWayland(environment))
+        return nullptr;
+    const auto display = variable(environment, QStringLiteral("WAYLAND_DISPLAY"));
+    return WaylandConnection::open(display.value_or(QString()).toLocal8Bit());
+}
+
+bool hasService(const QDBusConnection& bus, const QString& name)
+{
+    return bus.isConnected() && bus.interface()->isServiceRegistered(name);
+}
+
+SessionOffers offersOfWayland(const WaylandConnection* wayland, const QDBusConnection& bus)
+{
+    return {
+        .isWayland = true,
+        .hasToplevelList = wayland && WlrootsActiveWindow::isOffered(*wayland),
+        .hasIdleNotify = wayland && WaylandIdleTime::isOffered(*wayland),
+        .hasKWin = hasService(bus, KWinActiveWindow::service),
+        .hasGNOMEShell = hasService(bus, QStringLiteral("org.gnome.Shell")),
+        .hasMutterIdle = hasService(bus, MutterIdleTime::service),
+    };
+}
+
+std::unique_ptr<ActiveWindowProviding> makeActiveWindow(
+    ActiveWindowSource source, WaylandConnection* wayland, const QDBusConnection& bus)
+{
+    if (source == ActiveWindowSource::wlroots)
+        return std::make_unique<WlrootsActiveWindow>(*wayland);
+    if (source == ActiveWindowSource::kwin)
+        return std::make_unique<KWinActiveWindow>(bus);
+    return nullptr;
+}
+
+std::unique_ptr<IdleTimeProviding> makeIdleTime(
+    IdleTimeSource source, WaylandConnection* wayland, const QDBusConnection& bus, Clock now)
+{
+    if (source == IdleTimeSource::waylandIdleNotify)
+        return std::make_unique<WaylandIdleTime>(*wayland, std::move(now));
+    if (source == IdleTimeSource::mutter)
+        return std::make_unique<MutterIdleTime>(bus, std::move(now));
+    return nullptr;
+}
+
+} // namespace
+
+SessionObservation::SessionObservation(
+    X11Connection* x11, const Environment& environment, const QDBusConnection& bus, Clock now)
+    : m_names(
+        DesktopEntries(DesktopEntries::systemDirectories(), DesktopEntries::systemLanguages()))
+    , m_wayland(connectToWayland(environment))
+{
+    SessionOffers offers;
+    if (isWayland(environment))
+        offers = offersOfWayland(m_wayland.get(), bus);
+    offers.hasX11 = x11 != nullptr;
+    offers.hasX11IdleTime = x11 && X11FrontmostAppProvider::tellsIdleTime(*x11);
+    m_report = SessionObservationLogic::report(offers);
+
+    const auto [activeWindow, idleTime] = SessionObservationLogic::plan(offers);
+    if (activeWindow == ActiveWindowSource::x11) {
+        m_provider = std::make_unique<X11FrontmostAppProvider>(*x11, m_names);
+        return;
+    }
+    m_provider = std::make_unique<SessionFrontmostAppProvider>(
+        makeActiveWindow(activeWindow, m_wayland.get(), bus),
+        makeIdleTime(idleTime, m_wayland.get(), bus, std::move(now)), m_names);
+}
+
+} // namespace pobblewig

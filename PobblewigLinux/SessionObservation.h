@@ -1,0 +1,34 @@
+#pragma once
+
+#include "PobblewigLinux/ApplicationNames.h"
+#include "PobblewigLinux/SessionObservationLogic.h"
+#include "PobblewigLinux/WaylandConnection.h"
+#include "PobblewigLinux/X11Connection.h"
+#include "foundation/Time.h"
+#include "settings/Environment.h"
+
+#include <QDBusConnection>
+
+namespace pobblewig {
+
+/// Which application is in front and how long nobody typed, from whatever this session tells it by.
+class SessionObservation {
+public:
+    /// There may be no X connection; one that is there must outlive this. Asks the compositor and
+    /// the bus what they offer, which takes a few milliseconds.
+    SessionObservation(X11Connection* x11, const Environment& environment,
+        const QDBusConnection& bus = QDBusConnection::sessionBus(), Clock now = systemNow);
+
+    FrontmostAppProviding& provider() { return *m_provider; }
+    ApplicationNames& names() { return m_names; }
+
+    const ObservationReport& report() const { return m_report; }
+
+private:
+    ApplicationNames m_names;
+    std::unique_ptr<WaylandConnection> m_wayland;
+    ObservationReport m_report;
+    std::unique_ptr<FrontmostAppProviding> m_provider;
+};
+
+} // namespace pobblewig

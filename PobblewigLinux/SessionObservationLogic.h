@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QStringList>
+
+namespace pobblewig {
+
+/// What a session has that tells of other applications.
+struct SessionOffers {
+    bool isWayland = false;
+    bool hasX11 = false;
+    bool hasX11IdleTime = false;
+    bool hasToplevelList = false;
+    bool hasIdleNotify = false;
+    bool hasKWin = false;
+    bool hasGNOMEShell = false;
+    bool hasMutterIdle = false;
+};
+
+enum class ActiveWindowSource { none, x11, wlroots, kwin };
+enum class IdleTimeSource { none, x11, waylandIdleNotify, mutter };
+
+struct ObservationPlan {
+    ActiveWindowSource activeWindow = ActiveWindowSource::none;
+    IdleTimeSource idleTime = IdleTimeSource::none;
+
+    bool operator==(const ObservationPlan&) const = default;
+};
+
+/// For the user who wonders what the program sees.
+struct ObservationReport {
+    QString frontmostBackend;
+    QString idleBackend;
+    /// What cannot be observed in this session, and why: sentences.
+    QStringList notes;
+};
+
+namespace SessionObservationLogic {
+
+/// Under Wayland the X server is never asked: it sees the windows of some programs only, and would
+/// name one that is not in front.
+ObservationPlan plan(const SessionOffers& offers);
+
+ObservationReport report(const SessionOffers& offers);
+
+} // namespace SessionObservationLogic
+
+} // namespace pobblewig
