@@ -170,7 +170,7 @@ template <>
 struct Codec<QUuid> {
     static Decoded<QUuid> decode(const QJsonValue& value, const Path& path);
     static QString text(const QUuid& value);
-    static void write(const QUuid& value, JSONWriter& writer) { writer.value(text(value)); }
+    static void write(const QUuid& value, JSONWriter& writer);
 };
 
 /// Files keep whole seconds: what is read back is the value cut to its second.
@@ -193,7 +193,7 @@ struct Codec<Enum> {
         return invalid(path, QStringLiteral("unknown name"));
     }
     static QString text(Enum value) { return EnumNames::text(value); }
-    static void write(Enum value, JSONWriter& writer) { writer.value(text(value)); }
+    static void write(Enum value, JSONWriter& writer) { writer.value(EnumNames::name(value)); }
 };
 
 template <typename Element>

@@ -93,6 +93,11 @@ void JSONWriter::value(QStringView text)
     m_output->writer.String(bytes.constData(), rapidjson::SizeType(bytes.size()));
 }
 
+void JSONWriter::value(std::string_view text)
+{
+    m_output->writer.String(text.data(), rapidjson::SizeType(text.size()));
+}
+
 QByteArray JSONWriter::text()
 {
     auto& buffer = m_output->buffer;

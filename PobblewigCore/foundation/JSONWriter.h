@@ -4,6 +4,7 @@
 #include <QStringView>
 
 #include <memory>
+#include <string_view>
 
 namespace pobblewig {
 
@@ -29,6 +30,8 @@ public:
     void value(qint64 value);
     void value(double value);
     void value(QStringView value);
+    /// Of ASCII only, such as an identifier or the name of a case.
+    void value(std::string_view value);
 
     /// All that was written, with a line end. To be called once, at the end.
     QByteArray text();
