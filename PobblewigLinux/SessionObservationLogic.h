@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QStringList>
+#include "activity/ObservationReport.h"
 
 namespace pobblewig {
 
@@ -24,14 +24,6 @@ struct ObservationPlan {
     IdleTimeSource idleTime = IdleTimeSource::none;
 
     bool operator==(const ObservationPlan&) const = default;
-};
-
-/// For the user who wonders what the program sees.
-struct ObservationReport {
-    QString frontmostBackend;
-    QString idleBackend;
-    /// What cannot be observed in this session, and why: sentences.
-    QStringList notes;
 };
 
 namespace SessionObservationLogic {
