@@ -13,6 +13,12 @@ struct PlatformWording {
     QStringView calendarEvents;
     QStringView calendarReminders;
 
+    /// Why there is no picture of the screen, for the user and the model.
+    QStringView screenCaptureDenied;
+
+    /// The same, with what the user can do before the next try.
+    QStringView screenPermissionNeeded;
+
     static const PlatformWording macOS;
     static const PlatformWording linuxDesktop;
 };

@@ -1,0 +1,105 @@
+#include "screen/ScreenCaptureLogic.h"
+
+#include <algorithm>
+#include <ranges>
+
+namespace pobblewig {
+
+namespace {
+
+bool isOfOneProgram(const ScreenWindow& window, const ScreenWindow& other)
+{
+    return window.connection == other.connection
+        || (window.processID && window.processID == other.processID);
+}
+
+} // namespace
+
+QSize ScreenCaptureLogic::targetSize(QSize size, int most)
+{
+    const auto longer = std::max({ size.width(), size.height(), most });
+    const auto scaled = [=](int length) {
+        return std::max(2, int(qint64(length) * most / longer));
+    };
+    return { scaled(size.width()), scaled(size.height()) };
+}
+
+QString ScreenCaptureLogic::windowLabel(const QString& title, const QString& appName)
+{
+    return title.isEmpty() ? appName : QStringLiteral("\"%1\" of %2").arg(title, appName);
+}
+
+std::vector<Presence> ScreenCaptureLogic::presences(
+    std::span<const ScreenWindow> windows, const std::set<QString>& excludedBundleIDs)
+{
+    const auto isExcluded = [&](const ScreenWindow& window) {
+        return excludedBundleIDs.contains(window.bundleIdentifier);
+    };
+    const auto isBlanked = [&](const ScreenWindow& window) {
+        return std::ranges::any_of(windows, [&](const ScreenWindow& other) {
+            return isExcluded(other) && isOfOneProgram(window, other);
+        });
+    };
+    std::vector<Presence> presences;
+    presences.reserve(windows.size());
+    for (const auto& window : windows) {
+        if (window.isOurs)
+            presences.push_back(Presence::leftOut);
+        else
+            presences.push_back(isBlanked(window) ? Presence::blanked : Presence::shown);
+    }
+    return presences;
+}
+
+ScreenComposition ScreenCaptureLogic::composition(std::span<const ScreenWindow> windows,
+    std::span<const Presence> presences, const QRect& display)
+{
+    ScreenComposition composition { .layers = {}, .desktop = display };
+    QRegion open(display);
+    for (auto index = windows.size(); index-- > 0;) {
+        const auto& window = windows[index];
+        if (presences[index] == Presence::leftOut) {
+            composition.desktop -= window.frame;
+            continue;
+        }
+        if (!open.intersects(window.frame))
+            continue;
+        composition.layers.push_back(index);
+        if (window.isOpaque || presences[index] == Presence::blanked)
+            open -= window.frame;
+    }
+    std::ranges::reverse(composition.layers);
+    composition.desktop &= open;
+    if (std::ranges::count(presences, Presence::blanked) > 0)
+        composition.desktop = {};
+    return composition;
+}
+
+QRegion ScreenCaptureLogic::coveredPart(
+    std::span<const ScreenWindow> windows, std::size_t index, const QRect& screen)
+{
+    const QRegion frame(windows[index].frame);
+    auto visible = frame & screen;
+    for (const auto& above : windows.subspan(index + 1))
+        visible -= above.frame;
+    return frame - visible;
+}
+
+QString ScreenCaptureLogic::description(
+    const ScreenCaptureError& error, const PlatformWording& wording)
+{
+    switch (error.kind) {
+    case ScreenCaptureError::Kind::excludedApp:
+        return QStringLiteral("Screenshots are disabled while %1 is frontmost (excluded app).")
+            .arg(error.app);
+    case ScreenCaptureError::Kind::permissionDenied:
+        return wording.screenCaptureDenied.toString();
+    case ScreenCaptureError::Kind::noCaptureTarget:
+        return QStringLiteral("No window or display available to capture.");
+    case ScreenCaptureError::Kind::encodingFailed:
+        return QStringLiteral("Could not compress the screenshot.");
+    }
+    Q_UNREACHABLE();
+}
+
+} // namespace pobblewig

@@ -1,0 +1,141 @@
+#include "screen/ScreenCaptureLogic.h"
+
+#include "screen/ScreenshotEncoding.h"
+#include "support/Awaited.h"
+#include "support/TableRow.h"
+
+#include <QImage>
+
+namespace pobblewig {
+
+class ScreenCaptureLogicTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aPictureIsScaledToWhatAModelCanSee_data()
+    {
+        QTest::addColumn<QSize>("taken");
+        QTest::addColumn<QSize>("sent");
+        row("wide", QSize(3000, 1500), QSize(1568, 784));
+        row("tall, cut to whole pixels", QSize(1001, 2000), QSize(784, 1568));
+        row("just fits", QSize(1568, 900), QSize(1568, 900));
+        row("a pixel", QSize(1, 1), QSize(2, 2));
+        row("a line", QSize(20000, 1), QSize(1568, 2));
+    }
+    void aPictureIsScaledToWhatAModelCanSee()
+    {
+        QFETCH(QSize, taken);
+        QImage image(taken, QImage::Format_ARGB32_Premultiplied);
+        image.fill(qRgba(0, 100, 0, 128));
+        const auto jpeg = awaited(ScreenshotEncoding::screenshotData(image));
+        QVERIFY(jpeg && jpeg->startsWith("\xFF\xD8\xFF"));
+        const auto decoded = QImage::fromData(*jpeg);
+        QTEST(decoded.size(), "sent");
+        QVERIFY(qAbs(qGreen(decoded.pixel(1, 1)) - 100) < 8);
+    }
+
+    void thePixelsAreLimitedAndTheQualityCounts()
+    {
+        QImage image(400, 2, QImage::Format_RGB32);
+        for (int x = 0; x < 800; ++x)
+            image.setPixel(x / 2, x % 2, QRgb(x * 7919 * 131));
+        const auto size = [&](int most) {
+            return QImage::fromData(*ScreenshotEncoding::jpegData(image, most, 0.7)).size();
+        };
+        QCOMPARE(size(100), QSize(100, 2));
+        QCOMPARE(size(400), image.size());
+        QVERIFY(ScreenshotEncoding::jpegData(image, 400, 0.7)->size()
+            < ScreenshotEncoding::jpegData(image, 400, 1)->size());
+        QVERIFY(!ScreenshotEncoding::jpegData({}, 400, 0.7));
+        QVERIFY(!awaited(ScreenshotEncoding::screenshotData({})));
+    }
+
+    void theLabelNamesTheWindow()
+    {
+        const auto label = ScreenCaptureLogic::windowLabel;
+        const auto browser = QStringLiteral("Safari");
+        QCOMPARE(label({}, browser), browser);
+        QCOMPARE(label(QStringLiteral("50 %2 off"), browser), u"\"50 %2 off\" of Safari");
+    }
+
+    void eachErrorIsWordedForThePlatform()
+    {
+        using Kind = ScreenCaptureError::Kind;
+        const auto text = [](Kind kind, const PlatformWording& wording) {
+            return ScreenCaptureLogic::description({ kind, QStringLiteral("Vault %1") }, wording);
+        };
+        for (const auto& wording : { PlatformWording::macOS, PlatformWording::linuxDesktop }) {
+            QCOMPARE(text(Kind::excludedApp, wording),
+                u"Screenshots are disabled while Vault %1 is frontmost (excluded app).");
+            QCOMPARE(text(Kind::permissionDenied, wording).contains(u"System Settings"),
+                wording.identity == PlatformWording::macOS.identity);
+        }
+    }
+
+    void excludedProgramsAreBlankedWithTheirMenus()
+    {
+        const auto vault = QStringLiteral("org.example.Vault");
+        const std::vector<ScreenWindow> windows {
+            { .connection = 1, .processID = 10, .bundleIdentifier = vault },
+            { .connection = 1 },
+            { .connection = 2, .processID = 10 },
+            { .connection = 3, .processID = 11 },
+            { .connection = 4 },
+            { .isOurs = true, .connection = 5, .bundleIdentifier = vault },
+            { .connection = 6, .bundleIdentifier = vault },
+        };
+        using enum Presence;
+        const std::vector expected { blanked, blanked, blanked, shown, shown, leftOut, blanked };
+        QVERIFY(ScreenCaptureLogic::presences(windows, { vault }) == expected);
+    }
+
+    void onlyWhatCanBeSeenIsPainted_data()
+    {
+        QTest::addColumn<bool>("isOpaque");
+        QTest::addColumn<Presence>("presence");
+        QTest::addColumn<std::vector<std::size_t>>("layers");
+        QTest::addColumn<QRect>("desktop");
+        using Layers = std::vector<std::size_t>;
+        const QRect right(50, 0, 50, 100);
+        row("a window hides what is below", true, Presence::shown, Layers { 1 }, right);
+        row("one shows through", false, Presence::shown, Layers { 0, 1 }, right);
+        row("beneath ours", true, Presence::leftOut, Layers { 0 }, right);
+        row("under a blanked one", false, Presence::blanked, Layers { 1 }, QRect());
+    }
+    void onlyWhatCanBeSeenIsPainted()
+    {
+        QFETCH(bool, isOpaque);
+        QFETCH(Presence, presence);
+        using Layers = std::vector<std::size_t>;
+        const std::vector<ScreenWindow> windows {
+            { .frame = { 10, 10, 30, 30 } },
+            { .frame = { -5, -5, 55, 200 }, .isOpaque = isOpaque },
+            { .frame = { 100, 0, 50, 50 } },
+        };
+        const std::vector presences { Presence::shown, presence, Presence::shown };
+        const auto composition =
+            ScreenCaptureLogic::composition(windows, presences, { 0, 0, 100, 100 });
+        QTEST(Layers(composition.layers), "layers");
+        QVERIFY(!composition.desktop.contains(QPoint(5, 5)) || presence == Presence::shown);
+        QFETCH(QRect, desktop);
+        QCOMPARE(composition.desktop & QRect(50, 0, 50, 100), QRegion(desktop));
+    }
+
+    void whatIsAboveOrOutsideCovers()
+    {
+        const std::vector<ScreenWindow> windows { { .frame = { 0, 0, 100, 100 } },
+            { .frame = { 50, 50, 100, 100 } }, { .frame = { 120, 120, 60, 60 } } };
+        const QRect screen(0, 0, 160, 160);
+        const auto covered = [&](std::size_t index) {
+            return ScreenCaptureLogic::coveredPart(windows, index, screen);
+        };
+        QCOMPARE(covered(0), QRegion(50, 50, 50, 50));
+        QCOMPARE(covered(1), QRegion(120, 120, 30, 30));
+        QCOMPARE(covered(2), QRegion(160, 120, 20, 60) + QRegion(120, 160, 60, 20));
+    }
+};
+
+} // namespace pobblewig
+
+QTEST_GUILESS_MAIN(pobblewig::ScreenCaptureLogicTest)
+#include "ScreenCaptureLogicTest.moc"
