@@ -1,0 +1,172 @@
+#include "PobblewigLinux/X11ScreenCapture.h"
+
+#include "PobblewigLinux/X11WindowContents.h"
+#include "screen/ScreenCaptureLogic.h"
+#include "screen/ScreenshotEncoding.h"
+
+#include <QCoroTimer>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace pobblewig {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+using Contents = std::vector<std::unique_ptr<X11WindowContents>>;
+
+constexpr auto pauseBetweenLooks = 40ms;
+constexpr int mostLooks = 15;
+
+tl::unexpected<ScreenCaptureError> failed(ScreenCaptureError::Kind kind, const QString& app = {})
+{
+    return tl::unexpected(ScreenCaptureError { kind, app });
+}
+
+/// The first display, in pixels.
+QRect mainDisplay()
+{
+    const auto* display = QGuiApplication::primaryScreen();
+    if (!display)
+        return {};
+    return { display->geometry().topLeft(),
+        (QSizeF(display->geometry().size()) * display->devicePixelRatio()).toSize() };
+}
+
+/// Ends early once each program has painted; what one that does not answer had covered stays black.
+Task<> repainted(std::shared_ptr<Contents> contents)
+{
+    // Every one has to be asked, each time.
+    const auto isPainting = [](const auto& window) { return window && !window->hasSettled(); };
+    for (int look = 0; look < mostLooks && std::ranges::count_if(*contents, isPainting); ++look)
+        co_await QCoro::sleepFor(pauseBetweenLooks);
+}
+
+std::vector<ScreenWindow> frames(const std::vector<X11TopLevel>& topLevels)
+{
+    std::vector<ScreenWindow> windows;
+    windows.reserve(topLevels.size());
+    for (const auto& topLevel : topLevels)
+        windows.push_back({ .frame = topLevel.frame });
+    return windows;
+}
+
+/// On a painter in the coordinates of the screen.
+void paint(QPainter& painter, const X11TopLevel& window, const QRegion& where,
+    const X11WindowContents& contents)
+{
+    const auto part = where.boundingRect() & window.frame;
+    painter.setClipRegion(where);
+    painter.drawImage(part.topLeft(), contents.picture(part));
+    painter.setClipping(false);
+}
+
+} // namespace
+
+X11ScreenCapture::X11ScreenCapture(
+    X11Connection& connection, AppOfWindow appOfWindow, std::set<QString> alwaysExcluded)
+    : m_connection(connection)
+    , m_appOfWindow(std::move(appOfWindow))
+    , m_alwaysExcluded(std::move(alwaysExcluded))
+    , m_front(connection)
+{
+}
+
+Task<X11ScreenCapture::Result> X11ScreenCapture::captureForCurrentContext(
+    std::set<QString> excludedBundleIDs)
+{
+    using Kind = ScreenCaptureError::Kind;
+    excludedBundleIDs.insert(m_alwaysExcluded.begin(), m_alwaysExcluded.end());
+    auto label = QStringLiteral("the main display");
+    QImage image;
+    if (const auto front = m_front.window()) {
+        const auto app = m_appOfWindow(*front).value_or(FrontmostApp());
+        const auto name = app.name.isEmpty() ? QStringLiteral("the frontmost app") : app.name;
+        if (excludedBundleIDs.contains(app.bundleIdentifier))
+            co_return failed(Kind::excludedApp, name);
+        label = ScreenCaptureLogic::windowLabel(X11WindowTree::title(m_connection, *front), name);
+        image = co_await windowPicture(*front);
+    } else {
+        image = co_await displayPicture(std::move(excludedBundleIDs));
+    }
+    if (image.isNull())
+        co_return failed(Kind::noCaptureTarget);
+    const auto jpeg = co_await ScreenshotEncoding::screenshotData(std::move(image));
+    if (!jpeg)
+        co_return failed(Kind::encodingFailed);
+    co_return CapturedScreenshot { *jpeg, QStringLiteral("Captured ") + label };
+}
+
+Task<QImage> X11ScreenCapture::windowPicture(xcb_window_t client)
+{
+    const auto topLevels = X11WindowTree::topLevels(m_connection);
+    const auto found = std::ranges::find(topLevels, client, &X11TopLevel::client);
+    const auto content = X11WindowTree::content(m_connection, client);
+    if (found == topLevels.end() || !content)
+        co_return QImage();
+    const auto part = *content & found->frame;
+    const auto index = std::size_t(found - topLevels.begin());
+    const auto covered = ScreenCaptureLogic::coveredPart(
+        frames(topLevels), index, X11WindowTree::rootWindow(m_connection).frame);
+    const auto contents = std::make_shared<Contents>();
+    contents->push_back(std::make_unique<X11WindowContents>(m_connection, *found, covered & part));
+    co_await repainted(contents);
+    const auto picture = contents->front()->picture(part);
+    // What is left of a window that goes is its frame.
+    co_return X11WindowTree::isOnScreen(m_connection, client) ? picture : QImage();
+}
+
+Task<QImage> X11ScreenCapture::displayPicture(std::set<QString> excludedBundleIDs)
+{
+    const auto display = mainDisplay();
+    const auto topLevels = X11WindowTree::topLevels(m_connection);
+    std::vector<ScreenWindow> windows;
+    windows.reserve(topLevels.size());
+    for (const auto& topLevel : topLevels)
+        windows.push_back(described(topLevel));
+    const auto presences = ScreenCaptureLogic::presences(windows, excludedBundleIDs);
+    const auto composition = ScreenCaptureLogic::composition(windows, presences, display);
+
+    // Nothing stands for what stays black.
+    const auto contents = std::make_shared<Contents>(topLevels.size());
+    const auto root = X11WindowTree::rootWindow(m_connection);
+    for (const auto index : composition.layers) {
+        if (presences[index] == Presence::shown)
+            (*contents)[index] = std::make_unique<X11WindowContents>(m_connection, topLevels[index],
+                ScreenCaptureLogic::coveredPart(windows, index, root.frame));
+    }
+    co_await repainted(contents);
+
+    QImage picture(display.size(), QImage::Format_RGB32);
+    picture.fill(Qt::black);
+    QPainter painter(&picture);
+    painter.translate(-display.topLeft());
+    paint(painter, root, composition.desktop, X11WindowContents(m_connection, root, {}));
+    for (const auto index : composition.layers) {
+        const auto& topLevel = topLevels[index];
+        if (const auto& shown = (*contents)[index])
+            paint(painter, topLevel, topLevel.shape.translated(topLevel.frame.topLeft()), *shown);
+        else
+            painter.fillRect(topLevel.frame, Qt::black);
+    }
+    co_return picture;
+}
+
+ScreenWindow X11ScreenCapture::described(const X11TopLevel& topLevel)
+{
+    const auto app = m_appOfWindow(topLevel.client);
+    return {
+        .frame = topLevel.frame,
+        .isOpaque = topLevel.isOpaque(),
+        .isOurs = X11WindowTree::isOurs(m_connection, topLevel.client),
+        .connection = X11WindowTree::connectionOf(m_connection, topLevel.client),
+        .processID = X11WindowTree::processID(m_connection, topLevel.client),
+        .bundleIdentifier = app ? app->bundleIdentifier : QString(),
+    };
+}
+
+} // namespace pobblewig
