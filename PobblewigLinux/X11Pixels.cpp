@@ -1,12 +1,7 @@
 #include "PobblewigLinux/X11Pixels.h"
 
-#include <sys/ipc.h>
-#include <sys/shm.h>
-
 #include <optional>
 #include <span>
-
-#include <xcb/shm.h>
 
 namespace pobblewig {
 
@@ -57,74 +52,25 @@ std::optional<Layout> layout(const xcb_setup_t* setup, int depth, int width)
     return std::nullopt;
 }
 
-/// Memory that the server writes into; ends with the last picture that shows it.
-void* sharedMemory(xcb_connection_t* connection, std::size_t size, xcb_shm_seg_t segment)
-{
-    const auto id = shmget(IPC_PRIVATE, size, IPC_CREAT | 0600);
-    if (id < 0)
-        return nullptr;
-    auto* const memory = shmat(id, nullptr, 0);
-    const X11Reply<xcb_generic_error_t> error(
-        xcb_request_check(connection, xcb_shm_attach_checked(connection, segment, id, false)));
-    shmctl(id, IPC_RMID, nullptr);
-    if (memory == reinterpret_cast<void*>(-1))
-        return nullptr;
-    if (!error)
-        return memory;
-    shmdt(memory);
-    return nullptr;
-}
-
-QImage readShared(
-    xcb_connection_t* connection, xcb_drawable_t drawable, const QRect& part, const Layout& layout)
-{
-    const auto* extension = xcb_get_extension_data(connection, &xcb_shm_id);
-    if (!extension || !extension->present)
-        return {};
-    const auto segment = xcb_generate_id(connection);
-    const auto size = std::size_t(layout.bytesPerLine) * std::size_t(part.height());
-    auto* const memory = sharedMemory(connection, size, segment);
-    if (!memory)
-        return {};
-    const auto cookie = xcb_shm_get_image(connection, drawable, std::int16_t(part.x()),
-        std::int16_t(part.y()), std::uint16_t(part.width()), std::uint16_t(part.height()),
-        everyPlane, XCB_IMAGE_FORMAT_Z_PIXMAP, segment, 0);
-    xcb_shm_detach(connection, segment);
-    const X11Reply<xcb_shm_get_image_reply_t> reply(
-        xcb_shm_get_image_reply(connection, cookie, nullptr));
-    if (!reply) {
-        shmdt(memory);
-        return {};
-    }
-    return QImage(
-        static_cast<uchar*>(memory), part.width(), part.height(), layout.bytesPerLine,
-        layout.format, [](void* shared) { shmdt(shared); }, memory);
-}
-
-QImage readCopied(
-    xcb_connection_t* connection, xcb_drawable_t drawable, const QRect& part, const Layout& layout)
-{
-    const auto cookie = xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable,
-        std::int16_t(part.x()), std::int16_t(part.y()), std::uint16_t(part.width()),
-        std::uint16_t(part.height()), everyPlane);
-    X11Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(connection, cookie, nullptr));
-    if (!reply || xcb_get_image_data_length(reply.get()) < layout.bytesPerLine * part.height())
-        return {};
-    auto* const data = xcb_get_image_data(reply.get());
-    return QImage(data, part.width(), part.height(), layout.bytesPerLine, layout.format, std::free,
-        reply.release());
-}
-
 } // namespace
 
 QImage X11Pixels::read(
     X11Connection& connection, xcb_drawable_t drawable, const QRect& part, int depth)
 {
-    const auto known = layout(xcb_get_setup(connection.get()), depth, part.width());
+    auto* const xcb = connection.get();
+    const auto known = layout(xcb_get_setup(xcb), depth, part.width());
     if (!known || part.isEmpty())
         return {};
-    const auto image = readShared(connection.get(), drawable, part, *known);
-    return image.isNull() ? readCopied(connection.get(), drawable, part, *known) : image;
+    const auto cookie = xcb_get_image(xcb, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable,
+        std::int16_t(part.x()), std::int16_t(part.y()), std::uint16_t(part.width()),
+        std::uint16_t(part.height()), everyPlane);
+    // Shared memory is no faster for a single look: both sides have to map it first.
+    X11Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(xcb, cookie, nullptr));
+    if (!reply || xcb_get_image_data_length(reply.get()) < known->bytesPerLine * part.height())
+        return {};
+    auto* const pixels = xcb_get_image_data(reply.get());
+    return QImage(pixels, part.width(), part.height(), known->bytesPerLine, known->format,
+        std::free, reply.release());
 }
 
 } // namespace pobblewig
