@@ -1,5 +1,6 @@
 #pragma once
 
+#include "screen/ScreenCapturing.h"
 #include "wire/LLMError.h"
 
 #include <variant>
@@ -10,6 +11,6 @@ namespace pobblewig {
 struct Cancelled { };
 
 /// Why a turn ended without a reply.
-using ChatError = std::variant<Cancelled, LLMFailure>;
+using ChatError = std::variant<Cancelled, LLMFailure, ScreenCaptureError>;
 
 } // namespace pobblewig

@@ -55,6 +55,7 @@ ChatService::ChatService(ChatHistoryStore& history, UsageCounter& usage, Depende
     : m_history(history)
     , m_usage(usage)
     , m_dependencies(std::move(dependencies))
+    , m_screenshots(m_dependencies.screenshots)
     , m_messages(history.messages())
 {
 }
@@ -68,9 +69,10 @@ std::optional<QString> ChatService::unsentText() const
 
 bool ChatService::submit(const QString& text, Screenshot withScreenshot)
 {
-    if (m_isRunning)
+    Request request { text, withScreenshot };
+    if (!canRun(request))
         return false;
-    m_lastRequest = Request { text, withScreenshot };
+    m_lastRequest = std::move(request);
     m_lastRequestRecordedUserMessage = false;
     run(AutoRetry::allowed);
     return true;
@@ -101,6 +103,12 @@ void ChatService::reload()
     Q_EMIT messagesChanged();
 }
 
+bool ChatService::canRun(const Request& request) const
+{
+    const auto wantsScreenshot = request.screenshot == Screenshot::with;
+    return !m_isRunning && !(wantsScreenshot && m_screenshots.isTaking());
+}
+
 void ChatService::run(AutoRetry autoRetry)
 {
     m_isRunning = true;
@@ -123,12 +131,10 @@ Task<> ChatService::runTurn(AutoRetry autoRetry, std::stop_token stop)
 Task<ChatService::Outcome> ChatService::performLastRequest()
 {
     const auto request = *m_lastRequest;
-    if (request.screenshot == Screenshot::with) {
-        setLastError(QStringLiteral("Screen capture is not available."));
-        co_return Outcome();
-    }
     const auto userMessage =
         m_lastRequestRecordedUserMessage ? UserMessage::reuseLast : UserMessage::record;
+    if (request.screenshot == Screenshot::with)
+        co_return co_await sendWithScreenshot(request.text, userMessage);
     co_return co_await send(request.text, std::nullopt, userMessage);
 }
 
@@ -188,6 +194,24 @@ Task<ChatService::Outcome> ChatService::send(
     if (!reply)
         co_return failed(reply.error());
     co_return Outcome();
+}
+
+Task<ChatService::Outcome> ChatService::sendWithScreenshot(QString text, UserMessage userMessage)
+{
+    if (!m_screenshots.isAvailable()) {
+        setLastError(QStringLiteral("Screen capture is not available."));
+        co_return Outcome();
+    }
+    const auto stop = m_stop.get_token();
+    const auto screenshot = co_await m_screenshots.take();
+    if (stop.stop_requested())
+        co_return failed(Cancelled());
+    if (!screenshot) {
+        setLastError(ScreenshotTaker::explanation(screenshot.error()));
+        co_return failed(screenshot.error());
+    }
+    setCaptureIndicator(screenshot->description);
+    co_return co_await send(text, screenshot->jpegData, userMessage);
 }
 
 Task<ChatService::Reply> ChatService::requestReply(Turn turn, std::stop_token stop)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "conversation/ChatError.h"
+#include "conversation/ScreenshotTaker.h"
 #include "foundation/Task.h"
 #include "foundation/Time.h"
 #include "memory/ChatHistoryStore.h"
@@ -38,6 +39,7 @@ public:
         std::function<Task<SituationSnapshot>()> situationProvider;
         /// The notes for the prompt; empty while the memory is off.
         std::function<QString()> residentMemory = [] { return QString(); };
+        ScreenshotTaker::Dependencies screenshots = {};
         Clock clock = systemNow;
     };
 
@@ -64,9 +66,10 @@ public:
     std::optional<QString> unsentText() const;
 
     /// Whether `retryLast` would do something.
-    bool canRetry() const { return m_lastRequest && !m_isRunning; }
+    bool canRetry() const { return m_lastRequest && canRun(*m_lastRequest); }
 
-    /// False, and nothing happens, while a turn runs.
+    /// False, and nothing happens, while a turn runs, or while the screen is still being looked at
+    /// for one that was stopped and this one wants a picture too.
     bool submit(const QString& text, Screenshot withScreenshot = Screenshot::without);
 
     /// Runs the last turn again without recording its user message twice.
@@ -79,6 +82,9 @@ public:
     /// One whole turn. A retry reuses the latest user message of the history, so that it is never
     /// recorded twice.
     Task<Outcome> send(QString text, std::optional<QByteArray> image, UserMessage userMessage);
+
+    /// Takes a picture of the screen and runs a turn with it.
+    Task<Outcome> sendWithScreenshot(QString text, UserMessage userMessage);
 
     /// Awaited after a reply stands in the history.
     std::function<Task<>()> onTurnComplete;
@@ -110,6 +116,7 @@ private:
         std::optional<QByteArray> image;
     };
 
+    bool canRun(const Request& request) const;
     void run(AutoRetry autoRetry);
     Task<> runTurn(AutoRetry autoRetry, std::stop_token stop);
     Task<Outcome> performLastRequest();
@@ -136,6 +143,7 @@ private:
     ChatHistoryStore& m_history;
     UsageCounter& m_usage;
     Dependencies m_dependencies;
+    ScreenshotTaker m_screenshots;
 
     std::vector<ChatMessage> m_messages;
     QString m_streamingPreview;

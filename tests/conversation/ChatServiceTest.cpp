@@ -1,8 +1,10 @@
 #include "conversation/ChatService.h"
 
+#include "prompts/PlatformWording.h"
 #include "support/Awaited.h"
 #include "support/BorrowedProvider.h"
 #include "support/LogLines.h"
+#include "support/ScriptedCapturer.h"
 #include "support/ScriptedProvider.h"
 #include "support/TableRow.h"
 
@@ -36,7 +38,9 @@ struct Fixture {
     LLMProvider* vision = nullptr;
     ChatHistoryStore history { std::nullopt };
     UsageCounter usage { std::nullopt };
-    ChatService chat { history, usage, dependencies(main, vision) };
+    ScriptedCapturer screen;
+    int permissionRequests = 0;
+    ChatService chat { history, usage, withScreen(dependencies(main, vision)) };
     QSignalSpy activity { &chat, &ChatService::activityChanged };
 
     void finishTurn() { QTRY_VERIFY(!chat.isStreaming() && !activity.last().at(0).toBool()); }
@@ -45,6 +49,23 @@ struct Fixture {
     {
         chat.submit(text);
         finishTurn();
+    }
+
+    /// Without waiting for the end.
+    bool look() { return chat.submit(QStringLiteral("look"), ChatService::Screenshot::with); }
+
+    ChatService::Dependencies withScreen(ChatService::Dependencies dependencies)
+    {
+        dependencies.screenshots = { &screen,
+            []() -> Task<std::set<QString>> { co_return { QStringLiteral("org.vault") }; },
+            [this] { return requestPermission(); } };
+        return dependencies;
+    }
+
+    Task<> requestPermission()
+    {
+        ++permissionRequests;
+        co_return;
     }
 
     bool succeeded() const { return activity.last().at(1).toBool(); }
@@ -194,9 +215,10 @@ private Q_SLOTS:
     {
         m->ask(QStringLiteral(" \n\t"));
         QVERIFY(m->succeeded());
-        m->chat.submit(QStringLiteral("look"), ChatService::Screenshot::with);
-        m->finishTurn();
-        QCOMPARE(m->error(), u"Screen capture is not available.");
+        ChatService blind(m->history, m->usage, dependencies(m->main, m->vision));
+        blind.submit(QStringLiteral("look"), ChatService::Screenshot::with);
+        QTRY_COMPARE(blind.lastError(), QStringLiteral("Screen capture is not available."));
+        QTRY_VERIFY(blind.canRetry());
         QVERIFY(m->model.requests().empty());
         m->model.enqueue(QStringLiteral(" \n"));
         m->ask(QStringLiteral("hi"));
@@ -219,6 +241,74 @@ private Q_SLOTS:
             QCOMPARE(m->usage.snapshot().visionCalls, hasVisionModel ? 1 : 0);
         }
         QVERIFY(m->chat.messages().front().hadImage);
+    }
+
+    void aLookAtTheScreenGoesWithTheQuestion()
+    {
+        m->model.enqueue({ { LLMToken { QStringLiteral("a cat") } }, std::nullopt, true });
+        QVERIFY(m->look());
+        QTRY_COMPARE(m->screen.looks().size(), 1u);
+        QVERIFY(m->screen.looks().front() == std::set { QStringLiteral("org.vault") });
+        QVERIFY(!m->chat.captureIndicator() && m->chat.messages().empty());
+
+        m->screen.enqueue(CapturedScreenshot { "JPEG", QStringLiteral("Captured Cats") });
+        QTRY_COMPARE(m->chat.streamingPreview(), QStringLiteral("a cat"));
+        QCOMPARE(m->chat.captureIndicator(), QStringLiteral("Captured Cats"));
+        QVERIFY(m->model.requests().front().messages.back().imageJPEG == QByteArray("JPEG"));
+        m->model.release();
+        m->finishTurn();
+        QVERIFY(m->succeeded() && !m->chat.captureIndicator());
+        QVERIFY(m->chat.messages().front().hadImage);
+    }
+
+    void aLookThatFailsIsExplainedAndTakenAnewByARetry_data()
+    {
+        using Kind = ScreenCaptureError::Kind;
+        QTest::addColumn<ScreenCaptureError>("failure");
+        QTest::addColumn<QString>("explanation");
+        QTest::addColumn<int>("permissionRequests");
+        row("excluded", ScreenCaptureError { Kind::excludedApp, QStringLiteral("Vault") },
+            "Screenshots are disabled while Vault is frontmost (excluded app).", 0);
+        row("denied", ScreenCaptureError { Kind::permissionDenied },
+            PlatformWording::linuxDesktop.screenPermissionNeeded.toString(), 1);
+        row("nothing there", ScreenCaptureError { Kind::noCaptureTarget },
+            "No window or display available to capture.", 0);
+    }
+    void aLookThatFailsIsExplainedAndTakenAnewByARetry()
+    {
+        QFETCH(ScreenCaptureError, failure);
+        m->screen.enqueue(tl::unexpected(failure));
+        m->look();
+        m->finishTurn();
+        QVERIFY(!m->succeeded());
+        QTEST(m->error(), "explanation");
+        QTEST(m->permissionRequests, "permissionRequests");
+        QCOMPARE(m->screen.looks().size(), 1u);
+
+        m->screen.enqueue(CapturedScreenshot { "JPEG", {} });
+        m->model.enqueue(QStringLiteral("a cat"));
+        m->chat.retryLast();
+        m->finishTurn();
+        QCOMPARE(m->texts(), u"look|a cat");
+        QCOMPARE(m->screen.looks().size(), 2u);
+    }
+
+    void aStoppedLookSendsNothingAndIsTheOnlyOne()
+    {
+        m->look();
+        QTRY_COMPARE(m->screen.looks().size(), 1u);
+        m->chat.cancelStreaming();
+        QVERIFY(!m->look() && !m->chat.canRetry());
+        m->model.enqueue(QStringLiteral("hello"));
+        m->ask(QStringLiteral("hi"));
+        m->screen.enqueue(
+            tl::unexpected(ScreenCaptureError { ScreenCaptureError::Kind::noCaptureTarget }));
+        m->screen.enqueue(CapturedScreenshot { "JPEG", {} });
+        m->model.enqueue(QStringLiteral("a cat"));
+        QVERIFY(QTest::qWaitFor([&] { return m->look(); }));
+        m->finishTurn();
+        QVERIFY(!m->chat.lastError());
+        QCOMPARE(m->texts(), u"hi|hello|look|a cat");
     }
 
 private:
