@@ -11,6 +11,7 @@
 #include "PobblewigDesktop/PanelPlacement.h"
 #include "PobblewigDesktop/PanelStyle.h"
 #include "foundation/FileOperations.h"
+#include "prompts/VisionUserPrompt.h"
 
 #include <QFileDialog>
 #include <QHBoxLayout>
@@ -214,15 +215,15 @@ void ChatPanel::showError()
 {
     m_error->setText(m_chat.lastError().value_or(QString()));
     m_error->setActionEnabled(m_chat.canRetry());
-    if (const auto unsent = m_chat.unsentText(); unsent && m_input->isBlank())
+    const auto unsent = m_chat.unsentText();
+    if (unsent && *unsent != Prompts::visionUserPrompt && m_input->isBlank())
         m_input->setPlainText(*unsent);
 }
 
 void ChatPanel::showCapture()
 {
     const auto& indicator = m_chat.captureIndicator();
-    PanelStyle::setText(
-        *m_capture, indicator ? QStringLiteral("Captured: %1").arg(*indicator) : QString());
+    PanelStyle::setText(*m_capture, indicator.value_or(QString()));
     m_capture->setVisible(indicator.has_value());
 }
 
@@ -234,8 +235,9 @@ void ChatPanel::send()
 
 void ChatPanel::sendWithScreen()
 {
-    submit(m_input->isBlank() ? QStringLiteral("Look at my screen.") : m_input->toPlainText(),
-        ChatService::Screenshot::with);
+    const auto text =
+        m_input->isBlank() ? Prompts::visionUserPrompt.toString() : m_input->toPlainText();
+    submit(text, ChatService::Screenshot::with);
 }
 
 void ChatPanel::submit(const QString& text, ChatService::Screenshot screenshot)

@@ -1,6 +1,7 @@
 #include "PobblewigDesktop/ChatPanel.h"
 
 #include "desktop/ScriptedChat.h"
+#include "prompts/VisionUserPrompt.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -110,6 +111,35 @@ private Q_SLOTS:
         button("Send").click();
         QTRY_VERIFY(label("Error").isVisible());
         QTRY_COMPARE(input().toPlainText(), QStringLiteral("Precious words"));
+    }
+
+    void aLookAtTheScreenIsAskedForAndShown()
+    {
+        const auto look = [this] { button("Look at my screen").click(); };
+        // A canned question is not what somebody wrote.
+        m_talk->screen.enqueue(tl::unexpected(
+            ScreenCaptureError { ScreenCaptureError::Kind::excludedApp, QStringLiteral("Vault") }));
+        look();
+        QTRY_VERIFY(label("Error").isVisible());
+        QVERIFY(input().toPlainText().isEmpty());
+
+        const auto captured = QStringLiteral("Captured \"Draft\" of Writer");
+        for (const auto& written : { QString(), QStringLiteral("What is this?") }) {
+            m_talk->screen.enqueue(CapturedScreenshot { "JPEG", captured });
+            input().setPlainText(written);
+            look();
+            QTRY_VERIFY(m_talk->model.isAsked());
+            QVERIFY(label("Captured").isVisible());
+            QCOMPARE(label("Captured").accessibleDescription(), captured);
+            QVERIFY(!button("Look at my screen").isEnabled());
+            m_talk->model.say(QStringLiteral("A draft."));
+            m_talk->model.finish();
+            QTRY_VERIFY(m_talk->chat.canRetry());
+            QVERIFY(!label("Captured").isVisible() && input().toPlainText().isEmpty());
+        }
+        const auto said = QStringLiteral("You, 08:15, with a picture of the screen: %1");
+        QCOMPARE(spoken().at(1), said.arg(Prompts::visionUserPrompt));
+        QCOMPARE(spoken().at(3), said.arg(QStringLiteral("What is this?")));
     }
 
     void enterSendsAndShiftEnterBreaksTheLine()

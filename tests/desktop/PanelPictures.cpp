@@ -83,6 +83,18 @@ const State states[] = {
             scene.talk.model.finish(TransportError { TransportError::Kind::unreachable,
                 QStringLiteral("The server does not answer. Check the network, then retry.") });
         } },
+    { "looking",
+        [](Scene& scene) {
+            fill(scene.talk);
+            scene.talk.screen.enqueue(CapturedScreenshot { "JPEG",
+                QStringLiteral("Captured \"Problem set 7, exercise 3 - Statistics.pdf\" of "
+                               "Document Viewer") });
+            scene.talk.chat.submit(
+                QStringLiteral("What am I missing here?"), ChatService::Screenshot::with);
+            if (!QTest::qWaitFor([&scene] { return scene.talk.model.isAsked(); }))
+                qFatal("The model was never asked.");
+            scene.talk.model.say(QStringLiteral("The second line divides by"));
+        } },
     { "find",
         [](Scene& scene) {
             fill(scene.talk);

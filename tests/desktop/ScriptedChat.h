@@ -2,6 +2,7 @@
 
 #include "conversation/ChatService.h"
 #include "support/BorrowedProvider.h"
+#include "support/ScriptedCapturer.h"
 
 #include <QCoreApplication>
 
@@ -61,12 +62,15 @@ struct ScriptedChat {
     LLMProvider* main = &model;
     ChatHistoryStore history { std::nullopt };
     UsageCounter usage { std::nullopt };
+    ScriptedCapturer screen;
     ChatService chat { history, usage,
         {
             .mainProvider = [this]() { return lend(main); },
             .visionProvider = []() { return lend(nullptr); },
             .mainConfig = []() -> Task<MainModelConfig> { co_return MainModelConfig(); },
             .situationProvider = []() -> Task<SituationSnapshot> { co_return SituationSnapshot(); },
+            .screenshots = { &screen,
+                []() -> Task<std::set<QString>> { co_return std::set<QString>(); } },
             .clock = [] { return now; },
         } };
 
