@@ -1,5 +1,7 @@
 #include "memory/SearchTexts.h"
 
+#include <QStringList>
+
 #include <algorithm>
 
 namespace pobblewig {
