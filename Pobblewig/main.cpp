@@ -1,6 +1,7 @@
 #include "PobblewigDesktop/AppDelegate.h"
 #include "PobblewigLinux/ApplicationBus.h"
 #include "PobblewigLinux/BeneathAppDataReader.h"
+#include "PobblewigLinux/LinuxSession.h"
 #include "PobblewigLinux/OpenRequestLogic.h"
 #include "PobblewigLinux/SingleInstance.h"
 #include "PobblewigLinux/TrayWatch.h"
@@ -39,7 +40,18 @@ std::unique_ptr<BuddyWindowSystem> windowSystem(X11Connection* connection)
     return std::make_unique<X11BuddyWindowSystem>(*connection);
 }
 
-AppCoordinator::Parts parts()
+AppCoordinator::Session coordinatorSession(LinuxSession& session)
+{
+    return {
+        .frontmostProvider = &session.frontmostProvider(),
+        .alwaysExcluded = LinuxSession::alwaysExcluded(),
+        .observation = session.observation(),
+        .permissions = &session.permissions(),
+        .capturer = session.capturer(),
+    };
+}
+
+AppCoordinator::Parts parts(LinuxSession& session)
 {
     return {
         .directory = std::nullopt,
@@ -47,6 +59,7 @@ AppCoordinator::Parts parts()
         .keychain = std::make_unique<QtKeychainHelper>(),
         .environment = [] { return currentEnvironment(EnvironmentFile::defaultPath()); },
         .appDataReading = std::make_unique<BeneathAppDataReader>(),
+        .session = coordinatorSession(session),
     };
 }
 
@@ -75,6 +88,8 @@ int main(int argc, char** argv)
 
     const auto connection = X11Connection::create();
     const auto buddySystem = windowSystem(connection.get());
+    // Made once the buddy is there: it asks the bus.
+    std::optional<LinuxSession> session;
     QSettings desktopSettings(desktopSettingsPath(), QSettings::IniFormat);
     AppDelegate delegate(*buddySystem, desktopSettings);
     QObject::connect(&bus, &ApplicationBus::activated, &delegate, &AppDelegate::openChat);
@@ -89,7 +104,10 @@ int main(int argc, char** argv)
         QObject::connect(&*trayWatch, &TrayWatch::trayAppeared, &delegate, &AppDelegate::showTray);
         trayWatch->start();
     });
-    delegate.launch(parts);
+    delegate.launch([&] {
+        const auto environment = currentEnvironment(EnvironmentFile::defaultPath());
+        return parts(session.emplace(connection.get(), environment));
+    });
     if (link)
         delegate.openChat();
     return QApplication::exec();

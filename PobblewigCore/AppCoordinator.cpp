@@ -229,6 +229,9 @@ ChatService::Dependencies AppCoordinator::chatDependencies()
         .mainConfig = [this] { return mainConfig(); },
         .situationProvider = [this] { return buildSituation(); },
         .residentMemory = [this] { return residentMemory(); },
+        .screenshots = { .capturer = m_parts.session.capturer,
+            .excludedBundleIDs = [this] { return excludedBundleIDs(); },
+            .requestScreenPermission = [this] { return requestScreenPermission(); } },
         .clock = m_parts.clock,
     };
 }
@@ -266,6 +269,19 @@ std::unique_ptr<AppDataAccessService> AppCoordinator::appDataAccess()
         return nullptr;
     return std::make_unique<AppDataAccessService>(
         [this] { return appDataSources(); }, *m_parts.appDataReading);
+}
+
+Task<std::set<QString>> AppCoordinator::excludedBundleIDs()
+{
+    const auto& excluded = m_settings.settings().excludedBundleIDs;
+    co_return std::set<QString>(excluded.begin(), excluded.end());
+}
+
+Task<> AppCoordinator::requestScreenPermission()
+{
+    updateSettings([](AppSettings& settings) { settings.screenCaptureRequestedBefore = true; });
+    if (m_parts.session.permissions)
+        co_await m_parts.session.permissions->requestScreenCapture();
 }
 
 MemoryDesk::Dependencies AppCoordinator::memoryDeskDependencies()

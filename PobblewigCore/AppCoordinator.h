@@ -105,6 +105,8 @@ private:
     ChatService::Dependencies chatDependencies();
     DiscreetFrontmostAppProvider::Discretion discretion();
     DiagnosticsInfo buildDiagnostics(TimePoint now) const;
+    Task<std::set<QString>> excludedBundleIDs();
+    Task<> requestScreenPermission();
     MemoryDesk::Dependencies memoryDeskDependencies();
     QString residentMemory() const;
     void wireTools();

@@ -13,7 +13,7 @@ namespace pobblewig {
 
 namespace {
 
-bool isWayland(const Environment& environment)
+bool isWaylandSession(const Environment& environment)
 {
     return variable(environment, QStringLiteral("WAYLAND_DISPLAY"))
         || variable(environment, QStringLiteral("XDG_SESSION_TYPE")) == QStringLiteral("wayland");
@@ -21,7 +21,7 @@ bool isWayland(const Environment& environment)
 
 std::unique_ptr<WaylandConnection> connectToWayland(const Environment& environment)
 {
-    if (!isWayland(environment))
+    if (!isWaylandSession(environment))
         return nullptr;
     const auto display = variable(environment, QStringLiteral("WAYLAND_DISPLAY"));
     return WaylandConnection::open(display.value_or(QString()).toLocal8Bit());
@@ -68,12 +68,13 @@ std::unique_ptr<IdleTimeProviding> makeIdleTime(
 
 SessionObservation::SessionObservation(
     X11Connection* x11, const Environment& environment, const QDBusConnection& bus, Clock now)
-    : m_names(
-        DesktopEntries(DesktopEntries::systemDirectories(), DesktopEntries::systemLanguages()))
+    : m_isWayland(isWaylandSession(environment))
+    , m_names(
+          DesktopEntries(DesktopEntries::systemDirectories(), DesktopEntries::systemLanguages()))
     , m_wayland(connectToWayland(environment))
 {
     SessionOffers offers;
-    if (isWayland(environment))
+    if (m_isWayland)
         offers = offersOfWayland(m_wayland.get(), bus);
     offers.hasX11 = x11 != nullptr;
     offers.hasX11IdleTime = x11 && X11FrontmostAppProvider::tellsIdleTime(*x11);

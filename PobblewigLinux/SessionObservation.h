@@ -23,8 +23,10 @@ public:
     ApplicationNames& names() { return m_names; }
 
     const ObservationReport& report() const { return m_report; }
+    bool isWayland() const { return m_isWayland; }
 
 private:
+    bool m_isWayland;
     ApplicationNames m_names;
     std::unique_ptr<WaylandConnection> m_wayland;
     ObservationReport m_report;

@@ -1,0 +1,53 @@
+#include "PobblewigLinux/LinuxSession.h"
+
+#include "PobblewigLinux/ApplicationIdentifiers.h"
+#include "PobblewigLinux/PortalScreenCapture.h"
+#include "PobblewigLinux/X11ScreenCapture.h"
+#include "PobblewigLinux/X11WindowIdentity.h"
+
+namespace pobblewig {
+
+namespace {
+
+SessionPermissions::Session kind(const SessionObservation& observation)
+{
+    return observation.isWayland() ? SessionPermissions::Session::wayland
+                                   : SessionPermissions::Session::x11;
+}
+
+} // namespace
+
+LinuxSession::LinuxSession(
+    X11Connection* x11, const Environment& environment, const QDBusConnection& bus)
+    : m_observation(x11, environment, bus)
+    , m_permissions(kind(m_observation), bus)
+    , m_capturer(makeCapturer(x11, bus))
+{
+}
+
+std::vector<QString> LinuxSession::alwaysExcluded()
+{
+    std::vector<QString> identifiers;
+    for (const auto identifier : ApplicationIdentifiers::alwaysExcluded())
+        identifiers.push_back(identifier.toString());
+    return identifiers;
+}
+
+std::unique_ptr<ScreenCapturing> LinuxSession::makeCapturer(
+    X11Connection* x11, const QDBusConnection& bus)
+{
+    const auto excluded = alwaysExcluded();
+    std::set<QString> never(excluded.begin(), excluded.end());
+    if (m_observation.isWayland())
+        return std::make_unique<PortalScreenCapture>(bus, frontmostProvider(), std::move(never));
+    if (!x11)
+        return nullptr;
+    const auto appOfWindow = [this, x11](xcb_window_t window) {
+        const auto windows = std::span(&window, 1);
+        return m_observation.names().application(
+            X11WindowIdentity::identities(*x11, windows).front());
+    };
+    return std::make_unique<X11ScreenCapture>(*x11, appOfWindow, std::move(never));
+}
+
+} // namespace pobblewig

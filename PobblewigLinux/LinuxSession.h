@@ -1,0 +1,36 @@
+#pragma once
+
+#include "PobblewigLinux/SessionObservation.h"
+#include "PobblewigLinux/SessionPermissions.h"
+#include "screen/ScreenCapturing.h"
+
+#include <set>
+
+namespace pobblewig {
+
+/// What the user's session tells and permits: the one place that knows of X11 and Wayland both.
+class LinuxSession {
+public:
+    /// Without an X connection, or with one that outlives this.
+    LinuxSession(X11Connection* x11, const Environment& environment,
+        const QDBusConnection& bus = QDBusConnection::sessionBus());
+
+    FrontmostAppProviding& frontmostProvider() { return m_observation.provider(); }
+    const ObservationReport& observation() const { return m_observation.report(); }
+    PermissionProviding& permissions() { return m_permissions; }
+
+    /// Null where there is no screen to take a picture of.
+    ScreenCapturing* capturer() { return m_capturer.get(); }
+
+    /// The password managers of this platform.
+    static std::vector<QString> alwaysExcluded();
+
+private:
+    std::unique_ptr<ScreenCapturing> makeCapturer(X11Connection* x11, const QDBusConnection& bus);
+
+    SessionObservation m_observation;
+    SessionPermissions m_permissions;
+    std::unique_ptr<ScreenCapturing> m_capturer;
+};
+
+} // namespace pobblewig
