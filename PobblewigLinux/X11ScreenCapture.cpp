@@ -17,7 +17,13 @@ using namespace std::chrono_literals;
 
 namespace {
 
-using Contents = std::vector<std::unique_ptr<X11WindowContents>>;
+/// A part of a picture. Without contents it is black.
+struct Layer {
+    X11TopLevel window;
+    std::unique_ptr<X11WindowContents> contents;
+};
+
+using Layers = std::vector<Layer>;
 
 constexpr auto pauseBetweenLooks = 40ms;
 constexpr int mostLooks = 15;
@@ -38,11 +44,13 @@ QRect mainDisplay()
 }
 
 /// Ends early once each program has painted; what one that does not answer had covered stays black.
-Task<> repainted(std::shared_ptr<Contents> contents)
+Task<> repainted(std::shared_ptr<Layers> layers)
 {
     // Every one has to be asked, each time.
-    const auto isPainting = [](const auto& window) { return window && !window->hasSettled(); };
-    for (int look = 0; look < mostLooks && std::ranges::count_if(*contents, isPainting); ++look)
+    const auto isPainting = [](const Layer& layer) {
+        return layer.contents && !layer.contents->hasSettled();
+    };
+    for (int look = 0; look < mostLooks && std::ranges::count_if(*layers, isPainting); ++look)
         co_await QCoro::sleepFor(pauseBetweenLooks);
 }
 
@@ -55,14 +63,25 @@ std::vector<ScreenWindow> frames(const std::vector<X11TopLevel>& topLevels)
     return windows;
 }
 
-/// On a painter in the coordinates of the screen.
-void paint(QPainter& painter, const X11TopLevel& window, const QRegion& where,
-    const X11WindowContents& contents)
+/// From the bottom up.
+QImage painted(const Layers& layers, const QRect& display)
 {
-    const auto part = where.boundingRect() & window.frame;
-    painter.setClipRegion(where);
-    painter.drawImage(part.topLeft(), contents.picture(part));
-    painter.setClipping(false);
+    QImage picture(display.size(), QImage::Format_RGB32);
+    picture.fill(Qt::black);
+    QPainter painter(&picture);
+    painter.translate(-display.topLeft());
+    for (const auto& [window, contents] : layers) {
+        if (!contents) {
+            painter.fillRect(window.frame, Qt::black);
+            continue;
+        }
+        const auto part = window.frame & display;
+        painter.setClipRegion(window.shape.translated(window.frame.topLeft()));
+        painter.drawImage(part.topLeft(), contents->picture(part));
+        painter.setClipping(false);
+    }
+    painter.end();
+    return picture;
 }
 
 } // namespace
@@ -112,10 +131,11 @@ Task<QImage> X11ScreenCapture::windowPicture(xcb_window_t client)
     const auto index = std::size_t(found - topLevels.begin());
     const auto covered = ScreenCaptureLogic::coveredPart(
         frames(topLevels), index, X11WindowTree::rootWindow(m_connection).frame);
-    const auto contents = std::make_shared<Contents>();
-    contents->push_back(std::make_unique<X11WindowContents>(m_connection, *found, covered & part));
-    co_await repainted(contents);
-    const auto picture = contents->front()->picture(part);
+    const auto layers = std::make_shared<Layers>();
+    layers->push_back(
+        { *found, std::make_unique<X11WindowContents>(m_connection, *found, covered & part) });
+    co_await repainted(layers);
+    const auto picture = layers->front().contents->picture(part);
     // What is left of a window that goes is its frame.
     co_return X11WindowTree::isOnScreen(m_connection, client) ? picture : QImage();
 }
@@ -131,29 +151,24 @@ Task<QImage> X11ScreenCapture::displayPicture(std::set<QString> excludedBundleID
     const auto presences = ScreenCaptureLogic::presences(windows, excludedBundleIDs);
     const auto composition = ScreenCaptureLogic::composition(windows, presences, display);
 
-    // Nothing stands for what stays black.
-    const auto contents = std::make_shared<Contents>(topLevels.size());
-    const auto root = X11WindowTree::rootWindow(m_connection);
+    const auto layers = std::make_shared<Layers>();
+    layers->reserve(composition.layers.size() + 1);
+    const auto add = [&](const X11TopLevel& window, const QRegion& covered) {
+        layers->push_back(
+            { window, std::make_unique<X11WindowContents>(m_connection, window, covered) });
+    };
+    auto root = X11WindowTree::rootWindow(m_connection);
+    root.shape = composition.desktop;
+    if (!root.shape.isEmpty())
+        add(root, {});
     for (const auto index : composition.layers) {
-        if (presences[index] == Presence::shown)
-            (*contents)[index] = std::make_unique<X11WindowContents>(m_connection, topLevels[index],
-                ScreenCaptureLogic::coveredPart(windows, index, root.frame));
-    }
-    co_await repainted(contents);
-
-    QImage picture(display.size(), QImage::Format_RGB32);
-    picture.fill(Qt::black);
-    QPainter painter(&picture);
-    painter.translate(-display.topLeft());
-    paint(painter, root, composition.desktop, X11WindowContents(m_connection, root, {}));
-    for (const auto index : composition.layers) {
-        const auto& topLevel = topLevels[index];
-        if (const auto& shown = (*contents)[index])
-            paint(painter, topLevel, topLevel.shape.translated(topLevel.frame.topLeft()), *shown);
+        if (presences[index] == Presence::blanked)
+            layers->push_back({ topLevels[index], nullptr });
         else
-            painter.fillRect(topLevel.frame, Qt::black);
+            add(topLevels[index], ScreenCaptureLogic::coveredPart(windows, index, root.frame));
     }
-    co_return picture;
+    co_await repainted(layers);
+    co_return painted(*layers, display);
 }
 
 ScreenWindow X11ScreenCapture::described(const X11TopLevel& topLevel)

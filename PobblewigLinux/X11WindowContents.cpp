@@ -15,6 +15,7 @@ namespace {
 std::vector<xcb_rectangle_t> rectangles(const QRegion& region)
 {
     std::vector<xcb_rectangle_t> rectangles;
+    rectangles.reserve(std::size_t(region.rectCount()));
     for (const auto& part : region)
         rectangles.push_back({ std::int16_t(part.x()), std::int16_t(part.y()),
             std::uint16_t(part.width()), std::uint16_t(part.height()) });
@@ -116,6 +117,9 @@ QImage X11WindowContents::picture(const QRect& part) const
     const auto inside = part.translated(-m_window.frame.topLeft());
     if (m_pixmap != XCB_NONE)
         return X11Pixels::read(m_connection, m_pixmap, inside, m_window.depth);
+    // Where a window is covered, the server would answer with the pixels of what covers it.
+    if (!m_covered.isEmpty())
+        return {};
     const auto inWindow = inside.translated(-m_window.border, -m_window.border);
     return X11Pixels::read(m_connection, m_window.window, inWindow, m_window.depth);
 }

@@ -12,6 +12,11 @@ namespace {
 
 constexpr int depthWithAlpha = 32;
 
+std::span<const xcb_window_t> childrenOf(const xcb_query_tree_reply_t& tree)
+{
+    return { xcb_query_tree_children(&tree), std::size_t(xcb_query_tree_children_length(&tree)) };
+}
+
 /// From a top-level window to the program's window in it.
 using Clients = std::map<xcb_window_t, xcb_window_t>;
 
@@ -28,12 +33,15 @@ Clients clients(X11Connection& connection)
         xcb_window_t client;
         xcb_window_t reached;
     };
+    const auto managed = connection.values(connection.root(), "_NET_CLIENT_LIST_STACKING");
     std::vector<Climb> climbs;
-    for (const auto client : connection.values(connection.root(), "_NET_CLIENT_LIST_STACKING"))
+    climbs.reserve(managed.size());
+    for (const auto client : managed)
         climbs.push_back({ client, client });
     Clients clients;
     while (!climbs.empty()) {
         std::vector<xcb_query_tree_cookie_t> questions;
+        questions.reserve(climbs.size());
         for (const auto& climb : climbs)
             questions.push_back(xcb_query_tree(connection.get(), climb.reached));
         std::vector<Climb> higher;
@@ -57,6 +65,26 @@ struct Question {
     xcb_get_geometry_cookie_t geometry;
     xcb_shape_get_rectangles_cookie_t shape = {};
 };
+
+/// All at once; the answers come later.
+std::vector<Question> questionsOfTopLevels(X11Connection& connection)
+{
+    auto* const xcb = connection.get();
+    const X11Reply<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(xcb, xcb_query_tree(xcb, connection.root()), nullptr));
+    if (!tree)
+        return {};
+    const auto windows = childrenOf(*tree);
+    std::vector<Question> questions;
+    questions.reserve(windows.size());
+    for (const auto window : windows) {
+        questions.push_back(
+            { window, xcb_get_window_attributes(xcb, window), xcb_get_geometry(xcb, window) });
+        if (hasShapes(xcb))
+            questions.back().shape = xcb_shape_get_rectangles(xcb, window, XCB_SHAPE_SK_BOUNDING);
+    }
+    return questions;
+}
 
 QRegion shapeOf(xcb_connection_t* connection, const Question& question, const QRect& whole)
 {
@@ -117,26 +145,12 @@ X11TopLevel X11WindowTree::rootWindow(X11Connection& connection)
 
 std::vector<X11TopLevel> X11WindowTree::topLevels(X11Connection& connection)
 {
-    auto* const xcb = connection.get();
-    const X11Reply<xcb_query_tree_reply_t> tree(
-        xcb_query_tree_reply(xcb, xcb_query_tree(xcb, connection.root()), nullptr));
-    if (!tree)
-        return {};
-    const std::span windows(xcb_query_tree_children(tree.get()),
-        std::size_t(xcb_query_tree_children_length(tree.get())));
-    std::vector<Question> questions;
-    questions.reserve(windows.size());
-    for (const auto window : windows) {
-        questions.push_back(
-            { window, xcb_get_window_attributes(xcb, window), xcb_get_geometry(xcb, window) });
-        if (hasShapes(xcb))
-            questions.back().shape = xcb_shape_get_rectangles(xcb, window, XCB_SHAPE_SK_BOUNDING);
-    }
+    const auto questions = questionsOfTopLevels(connection);
     const auto framed = clients(connection);
     std::vector<X11TopLevel> topLevels;
     topLevels.reserve(questions.size());
     for (const auto& question : questions) {
-        auto topLevel = answer(xcb, question);
+        auto topLevel = answer(connection.get(), question);
         if (!topLevel)
             continue;
         if (const auto client = framed.find(topLevel->window); client != framed.end())
@@ -161,8 +175,9 @@ std::vector<X11Inside> X11WindowTree::withDescendants(
         if (!tree || !place)
             continue;
         found[index].origin = { place->dst_x, place->dst_y };
-        for (const auto child : std::span(xcb_query_tree_children(tree.get()),
-                 std::size_t(xcb_query_tree_children_length(tree.get()))))
+        const auto children = childrenOf(*tree);
+        found.reserve(found.size() + children.size());
+        for (const auto child : children)
             found.push_back({ .window = child });
     }
     return found;

@@ -23,7 +23,9 @@ constexpr QRgb black = 0;
 
 const auto vault = QStringLiteral("org.example.Vault");
 
-using Connection = std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)>;
+struct Disconnect {
+    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+};
 
 QStringList everyFile()
 {
@@ -51,20 +53,11 @@ private Q_SLOTS:
         m_excluded.clear();
     }
 
-    void aCoveredWindowIsShownAndNothingOfItTouchesTheDisk_data()
-    {
-        QTest::addColumn<bool>("hasCompositor");
-        row("bare", false);
-        row("under a compositor", true);
-    }
+    void aCoveredWindowIsShownAndNothingOfItTouchesTheDisk_data() { compositors(); }
     void aCoveredWindowIsShownAndNothingOfItTouchesTheDisk()
     {
         QFETCH(bool, hasCompositor);
-        const Connection compositor(xcb_connect(nullptr, nullptr), xcb_disconnect);
-        if (hasCompositor)
-            xcb_composite_redirect_subwindows(
-                compositor.get(), m_x11->root(), XCB_COMPOSITE_REDIRECT_MANUAL);
-        xcb_flush(compositor.get());
+        const auto compositor = hasCompositor ? composite() : nullptr;
         const auto before = everyFile();
         const ForeignWindow front("Draft", { 100, 100, 300, 200 }, green);
         QVERIFY(comesToFront(front, "Writer"));
@@ -142,8 +135,11 @@ private Q_SLOTS:
         QVERIFY(capture().error().kind == ScreenCaptureError::Kind::noCaptureTarget);
     }
 
+    void theScreenIsShownWithoutUsAndWithoutExcludedApps_data() { compositors(); }
     void theScreenIsShownWithoutUsAndWithoutExcludedApps()
     {
+        QFETCH(bool, hasCompositor);
+        const auto compositor = hasCompositor ? composite() : nullptr;
         const ForeignWindow below("", { 100, 100, 400, 400 }, green, Kind::silent);
         const ForeignWindow secrets("", { 550, 100, 400, 400 }, blue, Kind::silent);
         const ForeignWindow secretMenu("", { 300, 300, 300, 50 }, red, Kind::menu, &secrets);
@@ -173,6 +169,26 @@ private Q_SLOTS:
     }
 
 private:
+    static void compositors()
+    {
+        QTest::addColumn<bool>("hasCompositor");
+        row("bare", false);
+        row("under a compositor", true);
+    }
+
+    /// Keeps the windows off the screen and covers it with a window for their pictures.
+    std::unique_ptr<xcb_connection_t, Disconnect> composite() const
+    {
+        auto* const server = xcb_connect(nullptr, nullptr);
+        const auto root = m_x11->root();
+        xcb_composite_query_version(server, 0, 4);
+        xcb_composite_redirect_subwindows(server, root, XCB_COMPOSITE_REDIRECT_MANUAL);
+        const X11Reply<xcb_composite_get_overlay_window_reply_t> overlay(
+            xcb_composite_get_overlay_window_reply(
+                server, xcb_composite_get_overlay_window(server, root), nullptr));
+        return std::unique_ptr<xcb_connection_t, Disconnect>(server);
+    }
+
     using Result = X11ScreenCapture::Result;
 
     std::optional<FrontmostApp> appOf(xcb_window_t window)
