@@ -1,7 +1,10 @@
 #include "PobblewigLinux/X11FrontmostAppProvider.h"
 
+#include "activity/ActivityTracker.h"
+
 #include <QElapsedTimer>
 #include <QProcess>
+#include <QTemporaryDir>
 #include <QTest>
 
 namespace pobblewig {
@@ -53,16 +56,32 @@ private Q_SLOTS:
         QVERIFY(x11);
         X11FrontmostAppProvider provider(*x11, m_names);
         QCOMPARE(front(provider), QString());
+        const QTemporaryDir scratch;
+        const DataDirectory directory { QDir(scratch.path()) };
+        ActivityTracker tracker(provider, directory);
+        TimePoint now(std::chrono::seconds(1772352900));
+        const auto poll = [&] { tracker.poll(now += std::chrono::seconds(20)); };
 
         const Program first(QStringLiteral("xterm -e cat"));
         QTRY_COMPARE(front(provider), QStringLiteral("XTerm org.invisible-island.xterm"));
+        poll();
         std::optional<Program> second(
             QStringLiteral("xterm -class KeePassXC -name firefox -e cat"));
         QTRY_COMPARE(front(provider), QStringLiteral("KeePassXC org.keepassxc.KeePassXC"));
-        second.emplace(QStringLiteral("xterm -class Nobodys -name n -e cat"));
+        poll();
+        second.emplace(QStringLiteral("xterm -fullscreen -class Nobodys -name n -e cat"));
         QTRY_COMPARE(front(provider), QStringLiteral("Nobodys Nobodys"));
+        poll();
         second.reset();
         QTRY_COMPARE(front(provider), QStringLiteral("XTerm org.invisible-island.xterm"));
+        poll();
+        QStringList kept;
+        const ActivityTracker restarted(provider, directory);
+        for (const auto& session : restarted.history())
+            kept.append(session.bundleIdentifier);
+        QCOMPARE(kept,
+            QStringList({ QStringLiteral("Nobodys"), QStringLiteral("org.keepassxc.KeePassXC"),
+                QStringLiteral("org.invisible-island.xterm") }));
     }
 
     void inputEndsTheIdleTime()
