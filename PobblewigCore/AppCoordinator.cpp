@@ -116,7 +116,7 @@ void AppCoordinator::refresh(TimePoint now)
         .screenCaptureGranted = permissions && permissions->screenCaptureGranted(),
         .accessibilityGranted = permissions && permissions->accessibilityGranted(),
         .usage = m_usage.snapshot(),
-        .memory = MemorySnapshot::of(m_memory, now),
+        .memory = memorySnapshot(now),
         .modelLabel = m_state.modelLabel,
         .storageProblem = storageProblem(),
         .keyring = m_parts.keychain->state(),
@@ -334,6 +334,14 @@ Task<> AppCoordinator::linkObservation(QUuid id)
 Task<std::vector<AppDataSource>> AppCoordinator::appDataSources()
 {
     co_return m_settings.settings().appDataSources;
+}
+
+MemorySnapshot AppCoordinator::memorySnapshot(TimePoint now)
+{
+    const auto revision = m_memory.revision();
+    if (std::exchange(m_publishedMemoryRevision, revision) == revision)
+        return m_state.memory;
+    return MemorySnapshot::of(m_memory, now);
 }
 
 std::optional<QString> AppCoordinator::storageProblem() const

@@ -109,6 +109,7 @@ private:
     Task<> requestScreenPermission();
     MemoryDesk::Dependencies memoryDeskDependencies();
     QString residentMemory() const;
+    MemorySnapshot memorySnapshot(TimePoint now);
     void wireTools();
     Task<QString> rulesText();
     Task<> linkObservation(QUuid id);
@@ -140,6 +141,8 @@ private:
     ActivityDesk m_activityDesk;
     ModeSwitch m_modes;
     PublishedState m_state;
+    /// What the published memory was made of.
+    std::optional<int> m_publishedMemoryRevision;
     QTimer m_pollTimer;
 };
 

@@ -1,5 +1,7 @@
 #include "activity/ActivityTracker.h"
 
+#include <QHash>
+
 #include <algorithm>
 
 namespace pobblewig {
@@ -32,10 +34,11 @@ ActivityTracker::ActivityTracker(FrontmostAppProviding& provider,
 std::map<AppCategory, double> ActivityTracker::categoryDurations(
     TimePoint now, const Calendar& calendar) const
 {
-    std::map<AppCategory, double> durations;
+    // A day has many sessions of few applications.
+    QHash<std::pair<QString, QString>, double> seconds;
     const auto add = [&](const ActivitySession& session) {
-        const auto category = classify(session.bundleIdentifier, session.windowTitle);
-        durations[category] += session.durationSeconds;
+        const auto title = session.windowTitle.value_or(QString());
+        seconds[{ session.bundleIdentifier, title }] += session.durationSeconds;
     };
     if (m_currentSession)
         add(*m_currentSession);
@@ -46,6 +49,9 @@ std::map<AppCategory, double> ActivityTracker::categoryDurations(
         if (start <= session.startedAt && session.startedAt < end)
             add(session);
     }
+    std::map<AppCategory, double> durations;
+    for (const auto& [application, duration] : seconds.asKeyValueRange())
+        durations[classify(application.first, application.second)] += duration;
     return durations;
 }
 

@@ -60,7 +60,7 @@ QString Path::text() const
         return QStringLiteral("$");
     if (m_index >= 0)
         return QStringLiteral("%1[%2]").arg(m_parent->text()).arg(m_index);
-    return m_parent->text() + u'.' + m_key;
+    return m_parent->text() + u'.' + m_key.toString();
 }
 
 QString wellFormed(QString text)

@@ -4,6 +4,7 @@
 #include "foundation/JSONWriter.h"
 #include "foundation/Time.h"
 
+#include <QAnyStringView>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QJsonValue>
@@ -52,13 +53,13 @@ struct DecodeError {
 template <typename Value>
 using Decoded = tl::expected<Value, DecodeError>;
 
-/// Where a value stands in its document; a chain on the stack.
+/// Where a value stands in its document; a chain on the stack. The keys outlive it.
 class Path {
 public:
     Path() = default;
-    Path(const Path& parent, QString key)
+    Path(const Path& parent, QAnyStringView key)
         : m_parent(&parent)
-        , m_key(std::move(key))
+        , m_key(key)
     {
     }
     Path(const Path& parent, qsizetype index)
@@ -71,7 +72,7 @@ public:
 
 private:
     const Path* m_parent = nullptr;
-    QString m_key;
+    QAnyStringView m_key;
     qsizetype m_index = -1;
 };
 
@@ -266,8 +267,9 @@ struct Codec<std::map<Key, Value>> {
         const auto object = value.toObject();
         std::map<Key, Value> entries;
         for (auto entry = object.begin(); entry != object.end(); ++entry) {
-            const Path here(path, entry.key());
-            auto key = json::decode<Key>(entry.key(), here);
+            const auto name = entry.key();
+            const Path here(path, name);
+            auto key = json::decode<Key>(name, here);
             if (!key)
                 return tl::unexpected(std::move(key.error()));
             auto decoded = json::decode<Value>(entry.value(), here);
@@ -329,7 +331,7 @@ private:
     static std::optional<DecodeError> decodeField(const QJsonObject& object, Record& record,
         const Field<Record, Member>& field, const Path& path)
     {
-        const auto key = QString::fromLatin1(field.key);
+        const QLatin1StringView key(field.key);
         const auto value = object.value(key);
         if (field.policy != Policy::required && (value.isUndefined() || value.isNull()))
             return std::nullopt;

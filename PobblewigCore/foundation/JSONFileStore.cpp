@@ -15,18 +15,29 @@ namespace {
 constexpr qint64 largestFile = 64 * 1024 * 1024;
 constexpr int deepestNesting = 128;
 
-bool isNestedTooDeep(const QByteArray& text)
+/// The quotation mark that ends a string, from within it; the end of the text if there is none.
+qsizetype endOfString(QByteArrayView text, qsizetype from)
+{
+    for (auto at = text.indexOf('"', from); at >= 0; at = text.indexOf('"', at + 1)) {
+        auto first = at;
+        while (first > from && text[first - 1] == '\\')
+            --first;
+        if ((at - first) % 2 == 0)
+            return at;
+    }
+    return text.size();
+}
+
+bool isNestedTooDeep(QByteArrayView text)
 {
     int depth = 0;
-    bool inString = false;
-    for (auto at = text.begin(); at != text.end(); ++at) {
-        if (inString && *at == '\\' && at + 1 != text.end())
-            ++at;
-        else if (*at == '"')
-            inString = !inString;
-        else if (!inString && (*at == '{' || *at == '['))
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        const auto letter = text[at];
+        if (letter == '"')
+            at = endOfString(text, at + 1);
+        else if (letter == '{' || letter == '[')
             ++depth;
-        else if (!inString && (*at == '}' || *at == ']'))
+        else if (letter == '}' || letter == ']')
             --depth;
         if (depth > deepestNesting)
             return true;

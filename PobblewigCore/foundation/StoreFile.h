@@ -28,10 +28,14 @@ public:
         return value ? *std::move(value) : Value();
     }
 
-    /// A failure is logged; the next save writes the change out.
+    /// Grows with every change of the value.
+    int revision() const { return m_revision; }
+
+    /// To be called after each change. A failure is logged; the next save writes the change out.
     template <typename Value>
-    void save(const Value& value) const
+    void save(const Value& value)
     {
+        ++m_revision;
         if (!m_file)
             return;
         if (const auto saved = m_file->save(value); !saved)
@@ -42,6 +46,7 @@ public:
 private:
     std::optional<JSONFileStore> m_file;
     QString m_contents;
+    int m_revision = 0;
 };
 
 } // namespace pobblewig

@@ -27,6 +27,9 @@ public:
     explicit DailySessionStore(const std::optional<DataDirectory>& directory,
         double inactivityHours = defaultInactivityHours);
 
+    /// Grows with every change.
+    int revision() const { return m_file.revision(); }
+
     const std::vector<DailySession>& sessions() const { return m_sessions; }
     std::optional<DailySession> activeSession() const;
 

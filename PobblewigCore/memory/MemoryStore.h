@@ -80,6 +80,9 @@ public:
     /// `calendar` says which instants are of one day, for the promotion of patterns.
     MemoryStore(const std::optional<DataDirectory>& directory, std::function<Calendar()> calendar);
 
+    /// Grows with every change.
+    int revision() const { return m_file.revision(); }
+
     const std::vector<MemoryNote>& notes() const { return m_data.notes; }
 
     /// Without `includeArchived` the active ones only.

@@ -21,6 +21,13 @@ struct MemoryTiers {
     }
     Q_DISABLE_COPY_MOVE(MemoryTiers)
 
+    /// Grows with every change of any tier.
+    int revision() const
+    {
+        return notes.revision() + sessions.revision() + observations.revision()
+            + summaries.revision() + reference.revision();
+    }
+
     MemoryStore notes;
     DailySessionStore sessions;
     ObservationStore observations;

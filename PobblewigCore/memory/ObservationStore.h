@@ -31,6 +31,9 @@ public:
 
     explicit ObservationStore(const std::optional<DataDirectory>& directory);
 
+    /// Grows with every change.
+    int revision() const { return m_file.revision(); }
+
     int count() const { return int(m_observations.size()); }
 
     /// In the window, bounds included, oldest first.

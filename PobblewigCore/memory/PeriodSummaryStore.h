@@ -16,6 +16,9 @@ class PeriodSummaryStore {
 public:
     explicit PeriodSummaryStore(const std::optional<DataDirectory>& directory);
 
+    /// Grows with every change.
+    int revision() const { return m_file.revision(); }
+
     const std::vector<PeriodSummary>& all() const { return m_summaries; }
     std::optional<PeriodSummary> withID(const QUuid& id) const;
 

@@ -29,6 +29,9 @@ public:
 
     /// Nothing for an unknown or unconfirmed section.
     std::optional<ReferenceSection> readSection(const QString& path) const;
+    /// Grows with every change.
+    int revision() const { return m_file.revision(); }
+
     const std::vector<ReferenceItem>& allItems() const { return m_data.items; }
 
     /// Of exactly this path, newest first.
