@@ -40,6 +40,11 @@ std::vector<ActivitySession> firstOf(const std::vector<ActivitySession>& session
         sessions.begin() + std::ptrdiff_t(std::min(count, sessions.size())) };
 }
 
+void rememberTheRequest(AppSettings& settings)
+{
+    settings.screenCaptureRequestedBefore = true;
+}
+
 QString modelLabel(const LLMConfiguration& model)
 {
     if (model.modelID == model.providerName)
@@ -279,7 +284,7 @@ Task<std::set<QString>> AppCoordinator::excludedBundleIDs()
 
 Task<> AppCoordinator::requestScreenPermission()
 {
-    updateSettings([](AppSettings& settings) { settings.screenCaptureRequestedBefore = true; });
+    updateSettings(rememberTheRequest);
     if (m_parts.session.permissions)
         co_await m_parts.session.permissions->requestScreenCapture();
 }

@@ -43,13 +43,15 @@ QRect mainDisplay()
         (QSizeF(display->geometry().size()) * display->devicePixelRatio()).toSize() };
 }
 
+bool isPainting(const Layer& layer)
+{
+    return layer.contents && !layer.contents->hasSettled();
+}
+
 /// Ends early once each program has painted; what one that does not answer had covered stays black.
 Task<> repainted(std::shared_ptr<Layers> layers)
 {
     // Every one has to be asked, each time.
-    const auto isPainting = [](const Layer& layer) {
-        return layer.contents && !layer.contents->hasSettled();
-    };
     for (int look = 0; look < mostLooks && std::ranges::count_if(*layers, isPainting); ++look)
         co_await QCoro::sleepFor(pauseBetweenLooks);
 }
@@ -82,6 +84,31 @@ QImage painted(const Layers& layers, const QRect& display)
     }
     painter.end();
     return picture;
+}
+
+/// What a picture of the display is painted from; the windows are those of the top levels.
+Layers displayLayers(X11Connection& connection, const std::vector<X11TopLevel>& topLevels,
+    const std::vector<ScreenWindow>& windows, const std::vector<Presence>& presences,
+    const QRect& display)
+{
+    const auto composition = ScreenCaptureLogic::composition(windows, presences, display);
+    Layers layers;
+    layers.reserve(composition.layers.size() + 1);
+    const auto add = [&](const X11TopLevel& window, const QRegion& covered) {
+        layers.push_back(
+            { window, std::make_unique<X11WindowContents>(connection, window, covered) });
+    };
+    auto root = X11WindowTree::rootWindow(connection);
+    root.shape = composition.desktop;
+    if (!root.shape.isEmpty())
+        add(root, {});
+    for (const auto index : composition.layers) {
+        if (presences[index] == Presence::blanked)
+            layers.push_back({ topLevels[index], nullptr });
+        else
+            add(topLevels[index], ScreenCaptureLogic::coveredPart(windows, index, root.frame));
+    }
+    return layers;
 }
 
 } // namespace
@@ -149,24 +176,8 @@ Task<QImage> X11ScreenCapture::displayPicture(std::set<QString> excludedBundleID
     for (const auto& topLevel : topLevels)
         windows.push_back(described(topLevel));
     const auto presences = ScreenCaptureLogic::presences(windows, excludedBundleIDs);
-    const auto composition = ScreenCaptureLogic::composition(windows, presences, display);
-
-    const auto layers = std::make_shared<Layers>();
-    layers->reserve(composition.layers.size() + 1);
-    const auto add = [&](const X11TopLevel& window, const QRegion& covered) {
-        layers->push_back(
-            { window, std::make_unique<X11WindowContents>(m_connection, window, covered) });
-    };
-    auto root = X11WindowTree::rootWindow(m_connection);
-    root.shape = composition.desktop;
-    if (!root.shape.isEmpty())
-        add(root, {});
-    for (const auto index : composition.layers) {
-        if (presences[index] == Presence::blanked)
-            layers->push_back({ topLevels[index], nullptr });
-        else
-            add(topLevels[index], ScreenCaptureLogic::coveredPart(windows, index, root.frame));
-    }
+    const auto layers = std::make_shared<Layers>(
+        displayLayers(m_connection, topLevels, windows, presences, display));
     co_await repainted(layers);
     co_return painted(*layers, display);
 }

@@ -55,7 +55,7 @@ QString Text::firstCharacters(const QString& text, qsizetype count)
     if (text.size() <= count)
         return text;
     // The finder looks at all that it is given.
-    const auto beginning = text.left(count * longestCharacter);
+    auto beginning = text.left(count * longestCharacter);
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, beginning);
     for (qsizetype passed = 0; passed < count; ++passed) {
         if (finder.toNextBoundary() < 0)

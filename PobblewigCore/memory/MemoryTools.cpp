@@ -39,6 +39,22 @@ Task<MemoryTools::Outcome> rendered(Task<Retrieved> retrieval, Render render)
     co_return render(*retrieved);
 }
 
+struct TimeWindow {
+    std::optional<TimePoint> from;
+    std::optional<TimePoint> to;
+};
+
+tl::expected<TimeWindow, ArgError> timeWindow(const ToolArguments& arguments)
+{
+    const auto from = arguments.date(QStringLiteral("from"));
+    if (!from)
+        return tl::unexpected(from.error());
+    const auto to = arguments.date(QStringLiteral("to"));
+    if (!to)
+        return tl::unexpected(to.error());
+    return TimeWindow { *from, *to };
+}
+
 QString wholeText(const MemoryTableOfContents& contents)
 {
     using Contents = MemoryTableOfContents;
@@ -118,17 +134,14 @@ auto MemoryTools::searchReference(ToolArguments arguments) -> Task<Outcome>
 
 auto MemoryTools::searchObservations(ToolArguments arguments) -> Task<Outcome>
 {
-    const auto from = arguments.date(QStringLiteral("from"));
-    if (!from)
-        co_return failed(from.error());
-    const auto to = arguments.date(QStringLiteral("to"));
-    if (!to)
-        co_return failed(to.error());
+    const auto window = timeWindow(arguments);
+    if (!window)
+        co_return failed(window.error());
     const auto limit = arguments.integer(QStringLiteral("limit"), 1, mostObservations);
     ObservationStore::Query query {
         .text = arguments.string(QStringLiteral("query")).value_or(QString()),
-        .from = *from,
-        .to = *to,
+        .from = window->from,
+        .to = window->to,
         .tags = arguments.strings(QStringLiteral("tags")),
         .limit = limit.value_or(defaultObservations),
     };
@@ -138,14 +151,11 @@ auto MemoryTools::searchObservations(ToolArguments arguments) -> Task<Outcome>
 
 auto MemoryTools::listPeriodSummaries(ToolArguments arguments) -> Task<Outcome>
 {
-    const auto from = arguments.date(QStringLiteral("from"));
-    if (!from)
-        co_return failed(from.error());
-    const auto to = arguments.date(QStringLiteral("to"));
-    if (!to)
-        co_return failed(to.error());
+    const auto window = timeWindow(arguments);
+    if (!window)
+        co_return failed(window.error());
     co_return co_await rendered(
-        m_retrieval->listPeriodSummaries(*from, *to), MemoryToolText::renderPeriods);
+        m_retrieval->listPeriodSummaries(window->from, window->to), MemoryToolText::renderPeriods);
 }
 
 auto MemoryTools::expandPeriod(ToolArguments arguments) -> Task<Outcome>
