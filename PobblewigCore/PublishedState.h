@@ -3,6 +3,7 @@
 #include "DiagnosticsInfo.h"
 #include "activity/AccountabilityRule.h"
 #include "activity/ActivitySession.h"
+#include "conversation/RuleProposal.h"
 #include "foundation/KeychainHelper.h"
 #include "memory/MemorySnapshot.h"
 #include "memory/UsageCounter.h"
@@ -20,6 +21,8 @@ struct PublishedState {
     /// The latest 10, newest first.
     std::vector<ActivitySession> recentSessions;
     std::vector<AccountabilityRule> ruleList;
+    /// Those that wait for the user's word, oldest first.
+    std::vector<RuleProposal> pendingProposals;
     bool screenCaptureGranted = false;
     bool accessibilityGranted = false;
     UsageCounter::Snapshot usage;

@@ -12,6 +12,9 @@ struct MainAssistantPrompt {
     QString memory;
     SituationSnapshot situation;
     bool hasImage = false;
+    bool toolsAvailable = false;
+    /// Whether the model calls functions; else it writes fenced blocks.
+    bool nativeTools = true;
     TimePoint now;
     PlatformWording wording = PlatformWording::linuxDesktop;
 };

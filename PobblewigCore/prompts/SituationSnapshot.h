@@ -17,6 +17,8 @@ struct SituationSnapshot {
     CompanionPersona persona = CompanionPersona::classic;
     /// The lines of the current situation.
     QString summary;
+    /// The mascot and its colours; empty if the prompt is to say nothing of a form.
+    QString currentForm = {};
     /// The reference memory's table of contents.
     QString referenceTOC = {};
     /// A line for each of the latest weekly and daily summaries.
@@ -24,6 +26,7 @@ struct SituationSnapshot {
     QString sessionInfo = {};
     /// What the last days left open.
     QString unfinishedIntent = {};
+    bool canvasConnected = false;
 };
 
 } // namespace pobblewig

@@ -1,0 +1,86 @@
+#pragma once
+
+#include "foundation/Task.h"
+#include "foundation/Time.h"
+#include "screen/PermissionState.h"
+
+#include <QString>
+
+#include <tl/expected.hpp>
+
+#include <optional>
+#include <vector>
+
+namespace pobblewig {
+
+enum class CalendarEntity { events, reminders };
+
+struct CalendarEventDTO {
+    QString id;
+    QString title;
+    TimePoint startDate;
+    std::optional<TimePoint> endDate = std::nullopt;
+    std::optional<QString> calendarName = std::nullopt;
+    std::optional<QString> notes = std::nullopt;
+    bool isAllDay = false;
+
+    bool operator==(const CalendarEventDTO&) const = default;
+};
+
+struct ReminderDTO {
+    QString id;
+    QString title;
+    std::optional<TimePoint> dueDate = std::nullopt;
+    std::optional<QString> listName = std::nullopt;
+    std::optional<QString> notes = std::nullopt;
+    bool isCompleted = false;
+
+    bool operator==(const ReminderDTO&) const = default;
+};
+
+/// Why something was not written to the calendars, or not done at all.
+struct WriteError {
+    /// "{what} access is not granted".
+    static WriteError noAccess(const QString& what);
+    static WriteError unsupported(QString reason) { return { std::move(reason) }; }
+
+    /// For the user.
+    QString description;
+
+    bool operator==(const WriteError&) const = default;
+};
+
+/// The user's calendars and reminders, wherever the platform keeps them.
+class CalendarDataProviding {
+public:
+    template <typename Value>
+    using Result = tl::expected<Value, WriteError>;
+
+    virtual ~CalendarDataProviding() = default;
+
+    /// Asks nobody.
+    virtual PermissionState authorizationStatus(CalendarEntity entity) const = 0;
+    virtual Task<> requestAccess(CalendarEntity entity) = 0;
+
+    /// Every event that touches the window, repeated ones once for each time.
+    virtual Task<Result<std::vector<CalendarEventDTO>>> fetchEvents(
+        TimePoint from, TimePoint to) = 0;
+    virtual Task<Result<std::vector<ReminderDTO>>> fetchIncompleteReminders() = 0;
+
+    /// Into the calendar of that name, else the user's default one. The id is of no concern.
+    virtual Task<Result<void>> saveEvent(CalendarEventDTO event) = 0;
+    virtual Task<Result<void>> saveReminder(ReminderDTO reminder) = 0;
+};
+
+/// Where there are no calendars: nothing is granted, and whatever is asked has no access.
+class UnavailableCalendarProvider : public CalendarDataProviding {
+public:
+    PermissionState authorizationStatus(CalendarEntity entity) const override;
+    Task<> requestAccess(CalendarEntity entity) override;
+    Task<Result<std::vector<CalendarEventDTO>>> fetchEvents(TimePoint from, TimePoint to) override;
+    Task<Result<std::vector<ReminderDTO>>> fetchIncompleteReminders() override;
+    Task<Result<void>> saveEvent(CalendarEventDTO event) override;
+    Task<Result<void>> saveReminder(ReminderDTO reminder) override;
+};
+
+} // namespace pobblewig

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "conversation/RuleProposal.h"
+#include "foundation/Calendar.h"
+#include "settings/AppSettings.h"
+
+#include <QStringList>
+
+namespace pobblewig {
+
+/// What the user reads before answering.
+struct ProposalWords {
+    /// What kind of change it is, in two or three words.
+    QString title;
+    /// What is and what would be, a line each; the first says the most.
+    QStringList lines;
+};
+
+namespace ProposalTexts {
+
+/// In the user's own forms of date and time. Names and texts that a model wrote appear without
+/// control characters and marks that turn the direction of writing, and no longer than fits.
+ProposalWords words(
+    const RuleProposal& proposal, const AppSettings& settings, const Calendar& calendar);
+
+} // namespace ProposalTexts
+
+} // namespace pobblewig
