@@ -12,6 +12,9 @@ const PlatformWording PlatformWording::macOS {
         u"Screen Recording permission is needed. macOS should have shown a prompt — grant "
         u"Pobblewig access in System Settings > Privacy & Security > Screen Recording, then press "
         u"the button again.",
+    .screenPermissionAdvice =
+        u"On a permission error, tell the user to enable System Settings → Privacy & Security → "
+        u"Screen Recording → Pobblewig and ask again.",
 };
 
 const PlatformWording PlatformWording::linuxDesktop {
@@ -25,6 +28,9 @@ const PlatformWording PlatformWording::linuxDesktop {
         u"Permission to take screenshots is needed. The desktop should have asked — allow "
         u"Pobblewig to take screenshots, there or in the desktop's privacy settings, then press "
         u"the button again.",
+    .screenPermissionAdvice =
+        u"On a permission error, tell the user to allow Pobblewig to take screenshots when the "
+        u"desktop asks, or in the desktop's privacy settings, and ask again.",
 };
 
 } // namespace pobblewig

@@ -19,6 +19,9 @@ struct PlatformWording {
     /// The same, with what the user can do before the next try.
     QStringView screenPermissionNeeded;
 
+    /// What the model tells the user after `screenCaptureDenied`.
+    QStringView screenPermissionAdvice;
+
     static const PlatformWording macOS;
     static const PlatformWording linuxDesktop;
 };
