@@ -1,0 +1,126 @@
+#include "conversation/ProposalLogic.h"
+
+#include "foundation/Overloaded.h"
+#include "settings/ActionAutonomy.h"
+#include "settings/SettingsWriteLogic.h"
+
+#include <algorithm>
+
+namespace pobblewig {
+
+namespace {
+
+bool changesOneOf(const RuleProposal& proposal, const QStringList& keys)
+{
+    return proposal.settingsChange && keys.contains(proposal.settingsChange->key);
+}
+
+bool changesMascot(const BuddyAction& action)
+{
+    const auto* proposal = std::get_if<RuleProposal>(&action);
+    return proposal && changesOneOf(*proposal, { QStringLiteral("mascot") });
+}
+
+bool hasID(const std::vector<RuleProposal>& proposals, const QString& proposalId)
+{
+    return std::ranges::find(proposals, proposalId, &RuleProposal::proposalId) != proposals.end();
+}
+
+/// What two actions that are the same have in common.
+QString identity(const BuddyAction& action)
+{
+    const Overloaded identityOf {
+        [](const RuleProposal& proposal) { return proposal.proposalId; },
+        [](const TemporaryMode& temporary) {
+            return QStringLiteral("mode:%1:%2")
+                .arg(EnumNames::text(temporary.mode), QString::number(temporary.minutes));
+        },
+    };
+    return std::visit(identityOf, action);
+}
+
+} // namespace
+
+std::optional<QString> ProposalLogic::actionClass(RuleProposal::Kind kind)
+{
+    switch (kind) {
+    case RuleProposal::Kind::rule:
+        return std::nullopt;
+    case RuleProposal::Kind::calendarEvent:
+        return ActionAutonomy::calendarWrite.toString();
+    case RuleProposal::Kind::reminder:
+        return ActionAutonomy::reminderWrite.toString();
+    case RuleProposal::Kind::settingsChange:
+        return ActionAutonomy::settingsChange.toString();
+    case RuleProposal::Kind::forgetMemory:
+        return ActionAutonomy::memoryForget.toString();
+    }
+    Q_UNREACHABLE();
+}
+
+bool ProposalLogic::needsConfirmation(
+    const RuleProposal& proposal, const std::map<QString, bool>& actionConfirmations)
+{
+    const auto kind = actionClass(proposal.kind);
+    return !kind || changesOneOf(proposal, SettingsWriteLogic::alwaysConfirmKeys())
+        || ActionAutonomy::requiresConfirmation(*kind, actionConfirmations);
+}
+
+bool ProposalLogic::canAllowAlways(const RuleProposal& proposal)
+{
+    const auto kind = actionClass(proposal.kind);
+    return kind && !needsConfirmation(proposal, { { *kind, false } });
+}
+
+bool ProposalLogic::payloadEquivalent(const RuleProposal& a, const RuleProposal& b)
+{
+    auto other = b;
+    other.id = a.id;
+    other.proposalId = a.proposalId;
+    other.status = a.status;
+    other.createdAt = a.createdAt;
+    return a == other;
+}
+
+QString ProposalLogic::nextFreeSuffix(
+    const QString& proposalId, const std::vector<RuleProposal>& proposals)
+{
+    for (int number = 2;; ++number) {
+        const auto candidate = QStringLiteral("%1-%2").arg(proposalId, QString::number(number));
+        if (!hasID(proposals, candidate))
+            return candidate;
+    }
+}
+
+std::vector<BuddyAction> ProposalLogic::orderedForApplication(std::vector<BuddyAction> actions)
+{
+    std::ranges::stable_partition(actions, changesMascot);
+    return actions;
+}
+
+std::vector<BuddyAction> ProposalLogic::dedupedActions(std::vector<BuddyAction> actions)
+{
+    std::set<QString> known;
+    std::erase_if(
+        actions, [&](const auto& action) { return !known.insert(identity(action)).second; });
+    return actions;
+}
+
+AccountabilityRule ProposalLogic::rule(const RuleProposal& proposal, QUuid id, TimePoint now)
+{
+    return {
+        .id = id,
+        .name = proposal.name,
+        .trigger = { .applicationNames = proposal.applicationMatch,
+            .bundleIdentifiers = proposal.bundleIDMatch,
+            .domains = proposal.domainMatch,
+            .thresholdMinutes = proposal.thresholdMinutes },
+        .excludedModes = proposal.excludedModes,
+        .cooldownMinutes = proposal.cooldownMinutes,
+        .responseStyle = proposal.responseStyle,
+        .createdAt = now,
+        .updatedAt = now,
+    };
+}
+
+} // namespace pobblewig
