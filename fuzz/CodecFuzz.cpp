@@ -1,5 +1,6 @@
 #include "activity/AccountabilityRule.h"
 #include "activity/ActivitySession.h"
+#include "conversation/ProposalManager.h"
 #include "memory/ChatMessage.h"
 #include "memory/DailySession.h"
 #include "memory/MemoryStore.h"
@@ -57,6 +58,7 @@ constexpr std::array checks {
     check<ReferenceMemoryData>,
     check<std::vector<AccountabilityRule>>,
     check<std::vector<ActivitySession>>,
+    check<ProposalManager::SavedState>,
 };
 
 } // namespace

@@ -26,6 +26,15 @@ bool hasID(const std::vector<RuleProposal>& proposals, const QString& proposalId
     return std::ranges::find(proposals, proposalId, &RuleProposal::proposalId) != proposals.end();
 }
 
+/// Of this id, or of one that a collision has made of it.
+bool isOfID(const RuleProposal& proposal, const QString& proposalId)
+{
+    const auto& id = proposal.proposalId;
+    const auto number = QStringView(id).sliced(std::min(id.size(), proposalId.size()));
+    return id.startsWith(proposalId)
+        && (number.isEmpty() || (number.startsWith(u'-') && number.sliced(1).toInt() > 1));
+}
+
 /// What two actions that are the same have in common.
 QString identity(const BuddyAction& action)
 {
@@ -82,6 +91,14 @@ bool ProposalLogic::payloadEquivalent(const RuleProposal& a, const RuleProposal&
     return a == other;
 }
 
+bool ProposalLogic::wasAskedBefore(
+    const RuleProposal& proposal, const std::vector<RuleProposal>& proposals)
+{
+    return std::ranges::any_of(proposals, [&](const auto& known) {
+        return isOfID(known, proposal.proposalId) && payloadEquivalent(known, proposal);
+    });
+}
+
 QString ProposalLogic::nextFreeSuffix(
     const QString& proposalId, const std::vector<RuleProposal>& proposals)
 {
@@ -104,6 +121,21 @@ std::vector<BuddyAction> ProposalLogic::dedupedActions(std::vector<BuddyAction> 
     std::erase_if(
         actions, [&](const auto& action) { return !known.insert(identity(action)).second; });
     return actions;
+}
+
+std::set<QString> ProposalLogic::oldestSettled(
+    const std::vector<RuleProposal>& proposals, size_t kept)
+{
+    std::vector<const RuleProposal*> settled;
+    for (const auto& proposal : proposals) {
+        if (proposal.status != RuleProposal::Status::pending)
+            settled.push_back(&proposal);
+    }
+    std::ranges::stable_sort(settled, std::greater(), &RuleProposal::createdAt);
+    std::set<QString> ids;
+    for (size_t index = kept; index < settled.size(); ++index)
+        ids.insert(settled[index]->proposalId);
+    return ids;
 }
 
 AccountabilityRule ProposalLogic::rule(const RuleProposal& proposal, QUuid id, TimePoint now)

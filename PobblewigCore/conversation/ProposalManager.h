@@ -31,6 +31,23 @@ class ProposalManager {
 public:
     static constexpr size_t maxSettled = 100;
 
+    /// The whole of "proposals.json".
+    struct SavedState {
+        /// In the order of their arrival.
+        std::vector<RuleProposal> proposals;
+        /// What each confirmed proposal created.
+        std::map<QString, QUuid> ledger;
+
+        bool operator==(const SavedState&) const = default;
+
+        static constexpr auto jsonFields()
+        {
+            using namespace json;
+            return std::tuple { required("proposals", &SavedState::proposals),
+                defaulted("ledger", &SavedState::ledger) };
+        }
+    };
+
     using Execution = tl::expected<QUuid, QString>;
     using Execute = std::function<Task<Execution>(RuleProposal)>;
 
@@ -51,28 +68,18 @@ public:
     /// Of a rule.
     Task<ConfirmResult> confirm(QString proposalId, RuleStore& ruleStore, TimePoint now);
 
-    /// An unknown id changes nothing.
-    void reject(const QString& proposalId);
+    /// Whether it was: one that is unknown, settled or being carried out is not.
+    bool reject(const QString& proposalId);
+
+    /// Removes what names texts of the memory, whatever became of it.
+    void dropForgets();
 
 private:
-    /// The whole of "proposals.json".
-    struct SavedState {
-        /// In the order of their arrival.
-        std::vector<RuleProposal> proposals;
-        /// What each confirmed proposal created.
-        std::map<QString, QUuid> ledger;
-
-        static constexpr auto jsonFields()
-        {
-            using namespace json;
-            return std::tuple { required("proposals", &SavedState::proposals),
-                defaulted("ledger", &SavedState::ledger) };
-        }
-    };
-
     RuleProposal* find(const QString& proposalId);
+    void settleAsConfirmed(const RuleProposal& meant, const QUuid& created);
     void settle(RuleProposal& proposal, RuleProposal::Status status);
     void pruneSettled();
+    void removeIf(const std::function<bool(const RuleProposal&)>& isUnwanted);
 
     StoreFile m_file;
     SavedState m_state;

@@ -1,6 +1,7 @@
 #include "activity/ActivityTracker.h"
 #include "activity/RuleStore.h"
 #include "activity/ScriptedFrontmostApp.h"
+#include "conversation/ProposalManager.h"
 #include "memory/ChatHistoryStore.h"
 #include "memory/DailySessionStore.h"
 #include "memory/MemoryStore.h"
@@ -72,6 +73,9 @@ const std::map<QString, Open> stores {
     { QStringLiteral("memory"), openMemory },
     { QStringLiteral("observations"),
         opening<ObservationStore>([](auto& store) { store.add({}); }) },
+    { QStringLiteral("proposals"), opening<ProposalManager>([](auto& store) {
+         store.registerProposal({ .proposalId = QUuid::createUuid().toString() });
+     }) },
     { QStringLiteral("reference"), opening<ReferenceMemoryStore>([](auto& store) {
          store.upsertItem({ .path = QStringLiteral("misc"), .title = QStringLiteral("t") });
      }) },
