@@ -104,6 +104,12 @@ std::optional<ReferenceSection> ReferenceMemoryStore::readSection(const QString&
     return ReferenceSection { .meta = *meta, .items = items(path) };
 }
 
+int ReferenceMemoryStore::countItems(const QString& path) const
+{
+    return int(std::ranges::count_if(
+        m_data.items, [&](const auto& item) { return covers(path, item.path); }));
+}
+
 std::vector<ReferenceItem> ReferenceMemoryStore::items(const QString& path) const
 {
     ItemList found;

@@ -34,6 +34,9 @@ public:
 
     const std::vector<ReferenceItem>& allItems() const { return m_data.items; }
 
+    /// Of the path and beneath it.
+    int countItems(const QString& path) const;
+
     /// Of exactly this path, newest first.
     std::vector<ReferenceItem> items(const QString& path) const;
 
