@@ -1,5 +1,7 @@
 #include "foundation/ISO8601.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 
 namespace pobblewig {
@@ -24,6 +26,38 @@ bool matchesPattern(QStringView text)
     return std::ranges::equal(text, pattern, [](QChar found, QChar wanted) {
         return wanted == u'd' ? found >= u'0' && found <= u'9' : found == wanted;
     });
+}
+
+/// Hours and minutes such as "+02:00" or "-0530"; nothing for "Z".
+minutes offsetFromUTC(QString zone)
+{
+    if (zone == u"Z")
+        return {};
+    const auto digits = zone.remove(u':').mid(1);
+    const auto offset = hours(digits.first(2).toInt()) + minutes(digits.last(2).toInt());
+    return zone.startsWith(u'-') ? -offset : offset;
+}
+
+/// As a clock on the wall shows it.
+struct WallTime {
+    TimePoint asUTC;
+    /// Empty if there is none.
+    QString zone;
+};
+
+std::optional<WallTime> wallTime(const QString& text)
+{
+    static const QRegularExpression form(
+        QStringLiteral("\\A([-0-9]{10}T[:0-9]{8})(?:\\.([0-9]{1,9}))?"
+                       "(Z|[-+](?:[01][0-9]|2[0-3]):?[0-5][0-9])?\\z"));
+    const auto match = form.match(text);
+    if (!match.hasMatch())
+        return std::nullopt;
+    const auto second = ISO8601::parse(QString(match.captured(1) + u'Z'));
+    if (!second)
+        return std::nullopt;
+    const auto fraction = match.captured(2).leftJustified(3, u'0', true).toInt();
+    return WallTime { *second + milliseconds(fraction), match.captured(3) };
 }
 
 } // namespace
@@ -57,6 +91,25 @@ std::optional<TimePoint> ISO8601::parse(QStringView text)
     if (!date.ok() || hour > 23 || minute > 59 || second > 59)
         return std::nullopt;
     return sys_days(date) + hours(hour) + minutes(minute) + seconds(second);
+}
+
+std::optional<TimePoint> ISO8601::instant(const QString& text)
+{
+    const auto time = wallTime(text);
+    if (!time || time->zone.isEmpty())
+        return std::nullopt;
+    return time->asUTC - offsetFromUTC(time->zone);
+}
+
+std::optional<TimePoint> ISO8601::instant(const QString& text, const Calendar& calendar)
+{
+    const auto time = wallTime(text);
+    if (!time || !time->zone.isEmpty())
+        return instant(text);
+    const auto wall =
+        QDateTime::fromMSecsSinceEpoch(time->asUTC.time_since_epoch().count(), Qt::UTC);
+    const QDateTime local(wall.date(), wall.time(), calendar.timeZone);
+    return TimePoint(milliseconds(local.toMSecsSinceEpoch()));
 }
 
 } // namespace pobblewig

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/Time.h"
+#include "foundation/Calendar.h"
 
 #include <QString>
 
@@ -14,5 +14,11 @@ QString format(TimePoint time);
 
 /// Reads exactly what `format` writes; anything else, fractions included, is nothing.
 std::optional<TimePoint> parse(QStringView text);
+
+/// Reads what others write as well: fractions of a second, cut to its thousandths, and any zone.
+std::optional<TimePoint> instant(const QString& text);
+
+/// The same, or a time without a zone, which is then in the calendar's.
+std::optional<TimePoint> instant(const QString& text, const Calendar& calendar);
 
 } // namespace pobblewig::ISO8601

@@ -2,37 +2,9 @@
 
 #include "foundation/ISO8601.h"
 
-#include <QRegularExpression>
-
 namespace pobblewig {
 
 namespace {
-
-/// Hours and minutes such as "+02:00" or "-0530"; nothing for "Z".
-std::chrono::minutes offsetFromUTC(QString zone)
-{
-    if (zone == u"Z")
-        return {};
-    const auto digits = zone.remove(u':').mid(1);
-    const auto offset =
-        std::chrono::hours(digits.first(2).toInt()) + std::chrono::minutes(digits.last(2).toInt());
-    return zone.startsWith(u'-') ? -offset : offset;
-}
-
-std::optional<TimePoint> instant(const QString& text)
-{
-    static const QRegularExpression form(
-        QStringLiteral("\\A([-0-9]{10}T[:0-9]{8})(?:\\.([0-9]{1,9}))?"
-                       "(Z|[-+](?:[01][0-9]|2[0-3]):?[0-5][0-9])\\z"));
-    const auto match = form.match(text);
-    if (!match.hasMatch())
-        return std::nullopt;
-    const auto second = ISO8601::parse(QString(match.captured(1) + u'Z'));
-    if (!second)
-        return std::nullopt;
-    const auto fraction = match.captured(2).leftJustified(3, u'0', true).toInt();
-    return *second + std::chrono::milliseconds(fraction) - offsetFromUTC(match.captured(3));
-}
 
 std::optional<TimePoint> midnight(const QString& day)
 {
@@ -134,7 +106,7 @@ tl::expected<std::optional<TimePoint>, ArgError> ToolArguments::date(const QStri
     const auto text = string(name);
     if (!text)
         return std::nullopt;
-    if (const auto time = instant(*text))
+    if (const auto time = ISO8601::instant(*text))
         return time;
     if (const auto time = midnight(*text))
         return time;
