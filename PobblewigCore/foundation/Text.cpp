@@ -39,6 +39,24 @@ QString lowered(QString text)
     }
 }
 
+bool dividesWords(QChar character)
+{
+    return (character >= u'\t' && character <= u'\r') || character == QChar(0x85)
+        || character == QChar::LineSeparator || character == QChar::ParagraphSeparator;
+}
+
+bool turnsDirection(QChar character)
+{
+    const auto code = character.unicode();
+    return code == 0x061C || code == 0x200E || code == 0x200F || (code >= 0x202A && code <= 0x202E)
+        || (code >= 0x2066 && code <= 0x2069);
+}
+
+bool isUnseen(QChar character)
+{
+    return character.category() == QChar::Other_Control || turnsDirection(character);
+}
+
 } // namespace
 
 qsizetype Text::characterCount(const QString& text)
@@ -67,6 +85,14 @@ QString Text::firstCharacters(const QString& text, qsizetype count)
 QString Text::normalized(const QString& text)
 {
     return lowered(text).simplified();
+}
+
+QString Text::onOneLine(const QString& text)
+{
+    auto line = text;
+    line.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
+    std::ranges::replace_if(line, dividesWords, QChar(u' '));
+    return line.removeIf(isUnseen);
 }
 
 } // namespace pobblewig

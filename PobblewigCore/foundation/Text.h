@@ -14,4 +14,8 @@ QString firstCharacters(const QString& text, qsizetype count);
 /// What makes two texts the same statement: lower case, and single blanks between the words.
 QString normalized(const QString& text);
 
+/// What others wrote, fit for a line that the user reads: a line break or tab becomes a blank, and
+/// the other control characters and the marks that turn the direction of writing are gone.
+QString onOneLine(const QString& text);
+
 } // namespace pobblewig::Text

@@ -43,10 +43,10 @@ public:
     /// ISO 8601 with or without fractions of a second, or a bare day, which is midnight in UTC.
     tl::expected<std::optional<TimePoint>, ArgError> date(const QString& name) const;
 
-private:
-    /// Null if there is none.
+    /// As it is; null if there is none.
     const JSONValue& value(const QString& name) const;
 
+private:
     std::map<QString, JSONValue> m_values;
 };
 

@@ -1,0 +1,117 @@
+#include "conversation/ActionArguments.h"
+
+#include "foundation/ISO8601.h"
+#include "foundation/Text.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <algorithm>
+
+namespace pobblewig {
+
+namespace {
+
+std::optional<QString> usableLine(const QString& text)
+{
+    auto line = Text::onOneLine(text);
+    const bool isTooLong =
+        Text::firstCharacters(line, ActionArguments::maxLineCharacters).size() < line.size();
+    if (isTooLong || line.trimmed().isEmpty())
+        return std::nullopt;
+    return line;
+}
+
+/// As an element, since a document has to be an array or an object.
+std::optional<JSONValue> heldJSON(const QString& text)
+{
+    const auto document = QJsonDocument::fromJson('[' + text.toUtf8() + ']');
+    if (document.array().size() != 1)
+        return std::nullopt;
+    return JSONValue::fromJson(document.array().first());
+}
+
+int depth(const JSONValue& value)
+{
+    int deepest = 0;
+    if (const auto* elements = value.array()) {
+        for (const auto& element : *elements)
+            deepest = std::max(deepest, depth(element) + 1);
+    }
+    if (const auto* members = value.object()) {
+        for (const auto& [key, member] : *members)
+            deepest = std::max(deepest, depth(member) + 1);
+    }
+    return deepest;
+}
+
+bool isUsableSetting(const JSONValue& value)
+{
+    if (depth(value) > ActionArguments::maxValueDepth)
+        return false;
+    const auto array = QJsonDocument(QJsonArray { value.toJson() }).toJson(QJsonDocument::Compact);
+    return QString::fromUtf8(array).size() - 2 <= ActionArguments::maxValueUnits;
+}
+
+} // namespace
+
+ActionArguments::ActionArguments(JSONValue::Object values)
+    : m_values(std::move(values))
+{
+}
+
+std::optional<QString> ActionArguments::line(const QString& name) const
+{
+    const auto text = m_values.string(name);
+    return text ? usableLine(*text) : std::nullopt;
+}
+
+std::vector<QString> ActionArguments::lines(const QString& name) const
+{
+    std::vector<QString> usable;
+    for (const auto& text : m_values.strings(name)) {
+        auto line = usableLine(text);
+        if (line && usable.size() < maxListEntries)
+            usable.push_back(*std::move(line));
+    }
+    return usable;
+}
+
+std::optional<QString> ActionArguments::notes() const
+{
+    const auto text = m_values.string(QStringLiteral("notes"));
+    return text ? std::optional(Text::firstCharacters(*text, maxNotesCharacters)) : std::nullopt;
+}
+
+std::optional<int> ActionArguments::integer(
+    const QString& name, int lowerBound, int upperBound) const
+{
+    return m_values.integer(name, lowerBound, upperBound);
+}
+
+std::optional<TimePoint> ActionArguments::date(const QString& name, const Calendar& calendar) const
+{
+    const auto text = line(name);
+    return text ? ISO8601::instant(*text, calendar) : std::nullopt;
+}
+
+std::optional<ActionArguments> ActionArguments::nested(const QString& name) const
+{
+    const auto* object = m_values.value(name).object();
+    return object ? std::optional(ActionArguments(*object)) : std::nullopt;
+}
+
+std::optional<JSONValue> ActionArguments::settingValue(const QString& name) const
+{
+    auto value = m_values.value(name);
+    if (const auto* text = value.string()) {
+        if (text->isEmpty() || text->size() > maxValueUnits)
+            return std::nullopt;
+        value = heldJSON(*text).value_or(value);
+    } else if (value.isNull()) {
+        return std::nullopt;
+    }
+    return isUsableSetting(value) ? std::optional(std::move(value)) : std::nullopt;
+}
+
+} // namespace pobblewig

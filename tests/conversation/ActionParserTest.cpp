@@ -1,0 +1,360 @@
+#include "conversation/ActionParser.h"
+
+#include "foundation/Overloaded.h"
+#include "support/TableRow.h"
+
+#include <QJsonDocument>
+
+#include <ctime>
+
+namespace pobblewig {
+
+namespace {
+
+const Calendar berlin { QTimeZone("Europe/Berlin"), QLocale::c() };
+
+template <typename Payload>
+QString compact(const std::optional<Payload>& payload)
+{
+    if (!payload)
+        return {};
+    const auto document = QJsonDocument::fromJson(json::text(*payload));
+    return u' ' + QString::fromUtf8(document.toJson(QJsonDocument::Compact));
+}
+
+QString ruleText(const RuleProposal& rule)
+{
+    if (rule.kind != RuleProposal::Kind::rule)
+        return {};
+    auto text = QStringLiteral(" %1/%2 ").arg(rule.thresholdMinutes).arg(rule.cooldownMinutes);
+    text += EnumNames::text(rule.responseStyle);
+    for (const auto& name : rule.applicationMatch)
+        text += u' ' + name;
+    for (const auto mode : rule.excludedModes)
+        text += QStringLiteral(" not ") + EnumNames::text(mode);
+    return text;
+}
+
+QString told(const BuddyAction& action)
+{
+    return std::visit(Overloaded {
+                          [](const RuleProposal& p) {
+                              return EnumNames::text(p.kind) + u' ' + p.proposalId
+                                  + QStringLiteral(": ") + p.name + ruleText(p) + compact(p.event)
+                                  + compact(p.reminder) + compact(p.settingsChange)
+                                  + compact(p.forget);
+                          },
+                          [](const TemporaryMode& temporary) {
+                              return QStringLiteral("%1 for %2")
+                                  .arg(EnumNames::text(temporary.mode))
+                                  .arg(temporary.minutes);
+                          },
+                      },
+        action);
+}
+
+QString told(const std::vector<BuddyAction>& actions)
+{
+    QStringList texts;
+    for (const auto& action : actions)
+        texts += told(action);
+    return texts.join(u'|');
+}
+
+/// JSON stands in the tables with single quotation marks.
+QString quoted(QString text)
+{
+    return text.replace(u'\'', u'"');
+}
+
+QString unquoted(QString text)
+{
+    return text.replace(u'"', u'\'');
+}
+
+/// The arguments are the members of an object.
+std::vector<BuddyAction> called(const QString& name, const QString& arguments)
+{
+    return ActionParser::actions(LLMToolCall({}, name, quoted(u'{' + arguments + u'}')), berlin);
+}
+
+QString block(const QString& body, const QString& tag = QStringLiteral("buddy-actions"))
+{
+    return QStringLiteral("Sure.\n```%1\n%2\n```").arg(tag, body);
+}
+
+std::vector<BuddyAction> written(const QString& name, const QString& arguments)
+{
+    const auto payload = QStringLiteral("{'type':'%1',%2}").arg(name, arguments);
+    const auto result =
+        ActionParser::parse(quoted(block(QStringLiteral("[%1]").arg(payload))), berlin);
+    return result.actions;
+}
+
+/// Of what may be long in the first of them; -1 without any.
+int sizeOf(const std::vector<BuddyAction>& actions)
+{
+    if (actions.empty())
+        return -1;
+    const auto& proposal = std::get<RuleProposal>(actions.front());
+    if (proposal.settingsChange)
+        return int(proposal.settingsChange->value.array()->size());
+    if (proposal.forget && proposal.forget->tags)
+        return int(proposal.forget->tags->size());
+    return proposal.reminder ? int(proposal.reminder->notes.value_or(QString()).size()) : 0;
+}
+
+} // namespace
+
+class ActionParserTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aCallAndABlockAskForTheSame_data()
+    {
+        QTest::addColumn<QString>("arguments");
+        QTest::addColumn<QString>("actions");
+        const auto settings = [](const char* value, const char* shown, const char* stored) {
+            row(qPrintable(QStringLiteral("update_settings ") + QLatin1String(value)),
+                QStringLiteral("'proposalId':'s','key':'mode','value':") + QLatin1String(value),
+                *shown ? QStringLiteral("settingsChange s: mode → %1 {'key':'mode','value':%2}")
+                             .arg(QString::fromUtf8(shown), QString::fromUtf8(stored))
+                       : QString());
+        };
+        settings("'focus'", "focus", "'focus'");
+        settings("'30'", "30", "30");
+        settings("'[1,'", "[1,", "'[1,'");
+        settings("'1,2'", "1,2", "'1,2'");
+        settings("'1],[2'", "1],[2", "'1],[2'");
+        settings("'[\\'tutor\\']'", "[tutor]", "['tutor']");
+        settings("'\\'true\\''", "true", "'true'");
+        settings("'null'", "null", "null");
+        settings("true", "true", "true");
+        settings("'a\\nb\\u202ec'", "a bc", "'a\\nb\u202ec'");
+        settings("''", "", "");
+        settings("null", "", "");
+        row("update_settings", "'key':'mode','value':'focus'", "");
+        row("update_settings ", "'proposalId':'','key':'mode','value':'focus'", "");
+        row("set_persona", "'proposalId':'p','persona':'classic'",
+            "settingsChange p: persona classic {'key':'companionPersona','value':'classic'}");
+        row("set_mascot", "'proposalId':'m','mascot':'mouse','colorScheme':''",
+            "settingsChange m: form → mouse {'key':'mascot','value':'mouse'}");
+        row("set_mascot ", "'proposalId':'m','mascot':'mouse','colorScheme':'brown'",
+            "settingsChange m: form → mouse {'key':'mascot','value':'mouse'}|"
+            "settingsChange m-scheme: color scheme → brown "
+            "{'key':'mascotColorScheme','value':'brown'}");
+        row("propose_reminder", "'proposalId':'r','title':'Call\\r\\nDavis\\t\\u0000now','due':5",
+            "reminder r: Call Davis now {'title':'Call Davis now'}");
+        row("propose_reminder ", "'proposalId':'r','title':'A','due':'2026-03-01','notes':[]",
+            "reminder r: A {'title':'A'}");
+        row("propose_reminder  ", "'proposalId':'r','title':' \\n '", "");
+        row("propose_calendar_event",
+            "'proposalId':'e','title':'A','start':'2026-07-28T15:00:00.5','end':'soon',"
+            "'notes':'a\\nb','calendarName':'Work'",
+            "calendarEvent e: A {'calendarName':'Work','notes':'a\\nb',"
+            "'start':'2026-07-28T13:00:00Z','title':'A'}");
+        row("propose_calendar_event ",
+            "'proposalId':'e','title':'A','start':'2026-03-29T02:30:00','end':'2026-03-29T04:00:"
+            "00Z'",
+            "calendarEvent e: A {'end':'2026-03-29T04:00:00Z',"
+            "'start':'2026-03-29T01:30:00Z','title':'A'}");
+        row("propose_calendar_event  ", "'proposalId':'e','title':'A','start':'tomorrow'", "");
+        row("forget_memory", "'proposalId':'f','target':'note','id':'1a2b3c4d'",
+            "forgetMemory f: forget note 1a2b3c4d "
+            "{'id':'1a2b3c4d','summary':'forget note 1a2b3c4d','target':'note'}");
+        row("forget_memory ",
+            "'proposalId':'f','target':'observations','query':'q','to':'2026','tags':['a',1,'','b'"
+            "]",
+            "forgetMemory f: forget observations 'q' to 2026 tagged a, b {'query':'q',"
+            "'summary':'forget observations \\'q\\' to 2026 tagged a, b',"
+            "'tags':['a','b'],'target':'observations','to':'2026'}");
+        row("forget_memory  ", "'proposalId':'f','target':'everything'", "");
+        row("propose_rule", "'proposalId':'u','rule':{'name':'Tube','thresholdMinutes':30}",
+            "rule u: Tube 30/120 gentle");
+        row("propose_rule ",
+            "'proposalId':'u','rule':{'name':'Tube','thresholdMinutes':30,'cooldownMinutes':5,"
+            "'applicationMatch':['x',null],'excludedModes':['focus','nap'],"
+            "'responseStyle':'direct'}",
+            "rule u: Tube 30/5 direct x not focus");
+        row("propose_rule  ", "'proposalId':'u','rule':{'name':'Tube','thresholdMinutes':'30'}",
+            "");
+        row("propose_rule   ", "'proposalId':'u','rule':{'thresholdMinutes':30}", "");
+        row("set_temporary_mode", "'mode':'focus','minutes':'9'", "focus for 60");
+        row("set_temporary_mode ", "'mode':'focus','minutes':10080", "focus for 10080");
+        row("set_temporary_mode  ", "'mode':'Focus'", "");
+        row("delete_everything", "'proposalId':'x'", "");
+    }
+    void aCallAndABlockAskForTheSame()
+    {
+        QFETCH(QString, arguments);
+        const auto name = QString::fromLatin1(QTest::currentDataTag()).section(u' ', 0, 0);
+        const auto ofCall = called(name, arguments);
+        QTEST(unquoted(told(ofCall)), "actions");
+        QVERIFY(ofCall == written(name, arguments));
+    }
+
+    void onlyACallKeepsTheMinutesInBounds()
+    {
+        const auto name = QStringLiteral("set_temporary_mode");
+        const auto none = QStringLiteral("'mode':'focus','minutes':0");
+        QCOMPARE(told(called(name, none)), QStringLiteral("focus for 1"));
+        QCOMPARE(told(written(name, none)), QStringLiteral("focus for 0"));
+        const auto many = QStringLiteral("'mode':'focus','minutes':1e300");
+        QCOMPARE(told(called(name, many)), QStringLiteral("focus for 10080"));
+    }
+
+    void aReplyIsDividedAtItsLastFence_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("display");
+        QTest::addColumn<int>("actions");
+        const auto one =
+            QStringLiteral("{'actions':[{'type':'set_temporary_mode','mode':'focus'}]}");
+        const auto sample = block(QStringLiteral("{'name':'x'}"), QStringLiteral("json"));
+        row("none", "  Hello \n", "Hello", 0);
+        row("empty", "", "", 0);
+        row("block", block(one), "Sure.", 1);
+        row("blanks and CRLF",
+            QStringLiteral("Sure.\r\n``` buddy-actions \r\n%1\r\n```\r\n ").arg(one), "Sure.", 1);
+        row("four backticks", QStringLiteral("Sure. ````buddy-actions\n%1\n````").arg(one), "Sure.",
+            1);
+        row("behind a closing fence", QStringLiteral("```\na\n``````json\n%1\n```").arg(one),
+            "```\na\n```", 1);
+        row("json", block(one, QStringLiteral("json")), "Sure.", 1);
+        row("no tag", block(one, {}), "Sure.", 1);
+        row("another tag", block(one, QStringLiteral("js")), block(one, QStringLiteral("js")), 0);
+        row("a sample", sample, sample, 0);
+        row("an empty list", block(QStringLiteral("{'actions':[]}"), QStringLiteral("json")),
+            "Sure.", 0);
+        row("a list of others", block(QStringLiteral("[1]"), {}), block(QStringLiteral("[1]"), {}),
+            0);
+        row("an entry without type",
+            block(QStringLiteral("[{'type':'set_temporary_mode','mode':'focus'},{}]")), "Sure.", 0);
+        row("broken", block(QStringLiteral("{")), "Sure.", 0);
+        row("tools", block(QStringLiteral("{'tools':[]}"), QStringLiteral("buddy-tools")), "Sure.",
+            0);
+        row("text behind", block(one) + QStringLiteral("\nBye."), "Sure.\n\nBye.", 0);
+        row("two", block(one) + u'\n' + block(one), "Sure.\n\nSure.", 1);
+        row("one and the next", QStringLiteral("```buddy-tools\n{}\n```json\n%1\n```\n.").arg(one),
+            ".", 0);
+        row("in a sample",
+            block(QStringLiteral("{'a':\n```buddy-actions\n"), QStringLiteral("json")),
+            "Sure.\n```json\n{'a':", 0);
+        row("not ended", "Sure.\n```buddy-actions\n{\"actions\":[", "Sure.", 0);
+        row("json not ended", QStringLiteral("Sure.\n```json\n%1").arg(one), "Sure.", 0);
+        row("on one line", QStringLiteral("Sure. ```buddy-actions %1```").arg(one),
+            QStringLiteral("Sure. ```buddy-actions %1```").arg(one), 0);
+    }
+    void aReplyIsDividedAtItsLastFence()
+    {
+        QFETCH(QString, text);
+        const auto result = ActionParser::parse(quoted(text), berlin);
+        QTEST(unquoted(result.displayText), "display");
+        QTEST(int(result.actions.size()), "actions");
+    }
+
+    void whatIsTooLongIsCutOrCountsAsAbsent_data()
+    {
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QString>("arguments");
+        QTest::addColumn<int>("kept");
+        const auto many = [](int count, const char* text) {
+            return QString::fromUtf8(text).repeated(count);
+        };
+        const auto reminder = [&](const char* name, const QString& title, const QString& rest,
+                                  int kept) {
+            row(name, "propose_reminder",
+                QStringLiteral("'proposalId':'r','title':'%1'%2").arg(title, rest), kept);
+        };
+        reminder("title", many(1000, "é"), {}, 0);
+        reminder("title of too many", many(1001, "é"), {}, -1);
+        reminder("title of a megabyte", many(1'000'000, "x"), {}, -1);
+        reminder("notes", QStringLiteral("x"),
+            QStringLiteral(",'notes':'%1'").arg(many(1'000'000, "x")), 4000);
+        const auto forget = QStringLiteral("'proposalId':'f','target':'note',");
+        row("id", "forget_memory",
+            QString(forget + QStringLiteral("'id':'%1'").arg(many(1001, "x"))), 0);
+        row("tags", "forget_memory",
+            QString(forget + QStringLiteral("'tags':['%1']").arg(many(50'000, "x','"))), 100);
+        const auto setting = QStringLiteral("'proposalId':'s','key':'roles','value':%1");
+        row("value", "update_settings",
+            setting.arg(QString(u'[' + many(9998, "0,") + QStringLiteral("0]"))), 9999);
+        row("value of too many", "update_settings",
+            setting.arg(QString(u'[' + many(9999, "0,") + QStringLiteral("0]"))), -1);
+        row("value of a megabyte", "update_settings",
+            setting.arg(QString(u'\'' + many(1'000'000, "x") + u'\'')), -1);
+        row("deep value", "update_settings",
+            setting.arg(QString(many(1000, "[") + many(1000, "]"))), -1);
+    }
+    void whatIsTooLongIsCutOrCountsAsAbsent()
+    {
+        QFETCH(QString, type);
+        QFETCH(QString, arguments);
+        const auto actions = written(type, arguments);
+        QVERIFY(actions == called(type, arguments));
+        QTEST(sizeOf(actions), "kept");
+    }
+
+    void aHostileReplyTakesNoTime_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("actions");
+        const auto mode = QStringLiteral("{'type':'set_temporary_mode','mode':'focus'},");
+        const auto deep = QStringLiteral(
+            "{'type':'update_settings','proposalId':'s','key':'roles','value':'%1'},")
+                              .arg(QString(900, u'[') + QString(900, u']'));
+        row("deep", block(QString(10'000, u'[')), 0);
+        row("many payloads", block(u'[' + mode.repeated(10'000).chopped(1) + u']'), 50);
+        row("deep values", block(u'[' + deep.repeated(50).chopped(1) + u']'), 0);
+        row("many useless payloads",
+            block(u'['
+                + QStringLiteral("{'type':'','title':'x','tags':[]},").repeated(10'000).chopped(1)
+                + u']'),
+            0);
+        row("backticks", QString(200'000, u'`'), 0);
+        row("tags", QStringLiteral("```json\n").repeated(50'000), 0);
+        row("tags on a line", QStringLiteral("```json ").repeated(50'000), 0);
+        row("tags behind text", QStringLiteral("a```json\n[{").repeated(50'000), 0);
+        row("tags in strings", QStringLiteral("a```json\n{'").repeated(50'000), 0);
+        row("blanks", QString(QStringLiteral("```") + QString(200'000, u' ')).repeated(3), 0);
+        row("blocks", block(QStringLiteral("[]")).repeated(20'000), 0);
+    }
+    void aHostileReplyTakesNoTime()
+    {
+        QFETCH(QString, text);
+        text = quoted(text);
+        const auto before = std::clock();
+        const auto result = ActionParser::parse(text, berlin);
+        const auto milliseconds = double(std::clock() - before) / CLOCKS_PER_SEC * 1e3;
+        QTEST(int(result.actions.size()), "actions");
+        // The sanitizers take their share: 100 ms are allowed without them.
+        QVERIFY2(milliseconds < 500, qPrintable(QString::number(milliseconds)));
+    }
+
+    void toolsAreAskedForInABlockOfTheirOwn_data()
+    {
+        QTest::addColumn<QString>("body");
+        QTest::addColumn<QString>("calls");
+        row("two", "{'tools':[{'name':'a','args':{'x':1}},{'name':'b','args':7}]}", "a1 b0");
+        row("no name", "{'tools':[{'name':'a'},{'args':{}}]}", "");
+        row("bare", "[{'name':'a'}]", "");
+        row("broken", "{", "");
+    }
+    void toolsAreAskedForInABlockOfTheirOwn()
+    {
+        QFETCH(QString, body);
+        const auto request =
+            ActionParser::parseToolCalls(quoted(block(body, QStringLiteral("buddy-tools"))));
+        QCOMPARE(request.displayText, QStringLiteral("Sure."));
+        QStringList calls;
+        for (const auto& call : request.calls)
+            calls += call.name + QString::number(call.args.size());
+        QTEST(calls.join(u' '), "calls");
+        QVERIFY(!ActionParser::parseToolCalls(block(body)).displayText);
+    }
+};
+
+} // namespace pobblewig
+
+QTEST_GUILESS_MAIN(pobblewig::ActionParserTest)
+#include "ActionParserTest.moc"
