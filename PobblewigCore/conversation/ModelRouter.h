@@ -1,0 +1,76 @@
+#pragma once
+
+#include "conversation/ChatError.h"
+#include "foundation/Task.h"
+#include "memory/UsageCounter.h"
+#include "wire/LLMProvider.h"
+
+#include <functional>
+#include <memory>
+#include <set>
+#include <stop_token>
+
+namespace pobblewig {
+
+/// Which model serves a request.
+enum class UsageLane { main, vision };
+
+struct ModelReply {
+    QString text;
+    std::vector<LLMToolCall> toolCalls;
+};
+
+/// Sends the requests of a turn to the model that can serve them and reads the replies. Remembers
+/// until the end of the process which lanes know no tools.
+class ModelRouter {
+public:
+    using ProviderFactory = std::function<Task<std::unique_ptr<LLMProvider>>()>;
+    using Reply = tl::expected<ModelReply, ChatError>;
+
+    /// The factories are asked anew for every request.
+    struct Dependencies {
+        ProviderFactory mainProvider;
+        ProviderFactory visionProvider;
+    };
+
+    struct Request {
+        std::vector<LLMMessage> messages;
+        int maxTokens = 0;
+        std::vector<LLMToolDefinition> tools = {};
+        /// Called with each piece of the reply's text.
+        std::function<void(const QString& token)> onToken = {};
+    };
+
+    ModelRouter(UsageCounter& usage, Dependencies dependencies);
+
+    /// The lane of a request with or without a picture.
+    Task<UsageLane> lane(bool hasImage);
+    bool offersNativeTools(UsageLane lane) const { return !m_disabledNativeLanes.contains(lane); }
+
+    /// A lane that rejects tools is asked again without them, once and for all, unless the
+    /// conversation already speaks of tool calls.
+    Task<Reply> streamRouted(Request request, std::stop_token stop);
+
+    /// Ends the reply under way.
+    void close();
+
+private:
+    struct Route {
+        UsageLane lane = UsageLane::main;
+        std::unique_ptr<LLMProvider> provider;
+    };
+
+    Task<Route> route(bool hasImage);
+    Task<Reply> stream(LLMStream events, UsageLane lane,
+        std::function<void(const QString& token)> onToken, std::stop_token stop);
+    bool rejectsTools(const ChatError& error, const LLMRequest& request) const;
+    void disableNativeTools(UsageLane lane, const ChatError& error);
+    void addUsage(UsageLane lane, const LLMUsage& usage);
+
+    UsageCounter& m_usage;
+    Dependencies m_dependencies;
+    std::set<UsageLane> m_disabledNativeLanes;
+    std::shared_ptr<LLMStream> m_stream;
+};
+
+} // namespace pobblewig
