@@ -226,6 +226,12 @@ QString AppCoordinator::residentMemory() const
     return m_memory.notes.residentMemory(MemoryStore::hardCapTokens, m_parts.clock());
 }
 
+std::optional<QUuid> AppCoordinator::activeSessionID() const
+{
+    const auto session = m_memory.sessions.activeSession();
+    return session ? std::optional(session->id) : std::nullopt;
+}
+
 ChatService::Dependencies AppCoordinator::chatDependencies()
 {
     return {
@@ -234,9 +240,14 @@ ChatService::Dependencies AppCoordinator::chatDependencies()
         .mainConfig = [this] { return mainConfig(); },
         .situationProvider = [this] { return buildSituation(); },
         .residentMemory = [this] { return residentMemory(); },
+        .memoryEnabledProvider = [this] { return m_settings.settings().memoryEnabled; },
+        .toolExecutor = [this] { return &m_toolExecutor; },
+        .sessionIDProvider = [this] { return activeSessionID(); },
+        .actionConfirmations = [this] { return m_settings.settings().actionConfirmations; },
         .screenshots = { .capturer = m_parts.session.capturer,
             .excludedBundleIDs = [this] { return excludedBundleIDs(); },
             .requestScreenPermission = [this] { return requestScreenPermission(); } },
+        .calendar = m_parts.calendar,
         .clock = m_parts.clock,
     };
 }

@@ -102,6 +102,7 @@ private:
     Task<MainModelConfig> mainConfig();
     Task<SituationSnapshot> buildSituation();
     Task<QString> situationText();
+    std::optional<QUuid> activeSessionID() const;
     ChatService::Dependencies chatDependencies();
     DiscreetFrontmostAppProvider::Discretion discretion();
     DiagnosticsInfo buildDiagnostics(TimePoint now) const;

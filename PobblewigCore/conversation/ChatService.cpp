@@ -1,7 +1,6 @@
 #include "conversation/ChatService.h"
 
 #include "foundation/Log.h"
-#include "prompts/MainAssistantPrompt.h"
 
 #include <algorithm>
 #include <ranges>
@@ -11,8 +10,6 @@ namespace pobblewig {
 
 namespace {
 
-constexpr auto emptyReplyText = "I got tangled up in my own tools there — mind asking that again?";
-
 LLMError mainModelNotConfigured()
 {
     return LLMError::notConfigured(QStringLiteral("main model not configured"));
@@ -21,12 +18,6 @@ LLMError mainModelNotConfigured()
 tl::unexpected<ChatError> failed(ChatError error)
 {
     return tl::unexpected(std::move(error));
-}
-
-bool hasImage(const std::vector<LLMMessage>& messages)
-{
-    return std::ranges::any_of(
-        messages, [](const auto& message) { return message.imageJPEG.has_value(); });
 }
 
 const LLMError* modelError(const ChatError& error)
@@ -53,8 +44,8 @@ QString loggable(const LLMError& error)
 
 ChatService::ChatService(ChatHistoryStore& history, UsageCounter& usage, Dependencies dependencies)
     : m_history(history)
-    , m_usage(usage)
     , m_dependencies(std::move(dependencies))
+    , m_router(usage, { m_dependencies.mainProvider, m_dependencies.visionProvider })
     , m_screenshots(m_dependencies.screenshots)
     , m_messages(history.messages())
 {
@@ -90,9 +81,8 @@ void ChatService::cancelStreaming()
         return;
     m_isRunning = false;
     m_stop.request_stop();
-    if (const auto stream = std::exchange(m_stream, nullptr))
-        stream->close();
-    setStreamingPreview({});
+    m_router.close();
+    beginPreview();
     setStreaming(false);
     Q_EMIT activityChanged(false, false);
 }
@@ -119,11 +109,11 @@ void ChatService::run(AutoRetry autoRetry)
 
 Task<> ChatService::runTurn(AutoRetry autoRetry, std::stop_token stop)
 {
-    const auto outcome = co_await performLastRequest();
+    auto outcome = co_await performLastRequest();
     if (stop.stop_requested())
         co_return;
     if (outcome)
-        co_await completeTurn(stop);
+        co_await completeTurn(*std::move(outcome), stop);
     else
         abandonTurn(outcome.error(), autoRetry);
 }
@@ -138,8 +128,10 @@ Task<ChatService::Outcome> ChatService::performLastRequest()
     co_return co_await send(request.text, std::nullopt, userMessage);
 }
 
-Task<> ChatService::completeTurn(std::stop_token stop)
+Task<> ChatService::completeTurn(Actions actions, std::stop_token stop)
 {
+    if (onActions && !actions.empty())
+        co_await onActions(std::move(actions));
     if (onTurnComplete)
         co_await onTurnComplete();
     if (stop.stop_requested())
@@ -179,21 +171,23 @@ Task<ChatService::Outcome> ChatService::send(
 
     setLastError(std::nullopt);
     setStreaming(true);
-    setStreamingPreview({});
-    Turn turn { userMessageFor(trimmed, image.has_value(), userMessage), std::move(image) };
+    beginPreview();
+    m_lastToolCalls.clear();
+    Turn turn { userMessageFor(trimmed, image.has_value(), userMessage), std::move(image), stop };
+    const auto sessionID = turn.userMessage.sessionID;
 
-    const auto reply = co_await requestReply(std::move(turn), stop);
+    auto outcome = co_await requestReply(std::move(turn));
     if (stop.stop_requested())
         co_return failed(Cancelled());
-    if (reply)
-        finishReply(*reply);
+    if (outcome)
+        finishReply(*outcome, sessionID);
     else
-        setLastError(description(std::get<LLMFailure>(reply.error())));
-    setStreamingPreview({});
+        setLastError(description(std::get<LLMFailure>(outcome.error())));
+    beginPreview();
     setStreaming(false);
-    if (!reply)
-        co_return failed(reply.error());
-    co_return Outcome();
+    if (!outcome)
+        co_return failed(outcome.error());
+    co_return std::move(outcome->actions);
 }
 
 Task<ChatService::Outcome> ChatService::sendWithScreenshot(QString text, UserMessage userMessage)
@@ -214,66 +208,72 @@ Task<ChatService::Outcome> ChatService::sendWithScreenshot(QString text, UserMes
     co_return co_await send(text, screenshot->jpegData, userMessage);
 }
 
-Task<ChatService::Reply> ChatService::requestReply(Turn turn, std::stop_token stop)
+Task<ChatTurn::Outcome> ChatService::requestReply(Turn turn)
+{
+    const auto stop = turn.stop;
+    auto input = co_await turnInput(std::move(turn));
+    if (stop.stop_requested())
+        co_return failed(Cancelled());
+    ChatTurn chatTurn(m_router, tools(stop), std::move(input), progress(), stop);
+    co_return co_await chatTurn.run();
+}
+
+Task<ChatTurn::Input> ChatService::turnInput(Turn turn)
 {
     const auto config = co_await m_dependencies.mainConfig();
     const auto situation = co_await m_dependencies.situationProvider();
-    const auto systemPrompt = Prompts::mainAssistant({
-        .memory = m_dependencies.residentMemory(),
-        .situation = situation,
-        .hasImage = turn.image.has_value(),
-        .now = m_dependencies.clock(),
-    });
-    co_return co_await streamRouted(
-        requestMessages(systemPrompt, turn), config.maxOutputTokens, stop);
-}
-
-Task<ChatService::Reply> ChatService::streamRouted(
-    std::vector<LLMMessage> messages, int maxTokens, std::stop_token stop)
-{
-    auto lane = UsageLane::main;
-    std::unique_ptr<LLMProvider> provider;
-    if (hasImage(messages)) {
-        provider = co_await m_dependencies.visionProvider();
-        if (provider) {
-            Log::line(QStringLiteral("buddy: routing image request to the vision model"));
-            lane = UsageLane::vision;
-        }
-    }
-    if (!provider)
-        provider = co_await m_dependencies.mainProvider();
-    if (!provider)
-        co_return failed(LLMFailure(mainModelNotConfigured()));
-    LLMRequest request {
-        .messages = std::move(messages),
-        .maxTokens = maxTokens,
-        .temperature = lane == UsageLane::main ? 0.7 : 0.4,
+    const auto lane = co_await m_router.lane(turn.image.has_value());
+    co_return ChatTurn::Input {
+        .prompt = { .memory = m_dependencies.residentMemory(),
+            .situation = situation,
+            .hasImage = turn.image.has_value(),
+            .toolsAvailable = tools(turn.stop).isAvailable(),
+            .nativeTools = m_router.offersNativeTools(lane),
+            .now = m_dependencies.clock() },
+        .conversation = conversation(turn),
+        .maxOutputTokens = config.maxOutputTokens,
+        .actionConfirmations = m_dependencies.actionConfirmations(),
+        .isMemoryEnabled = m_dependencies.memoryEnabledProvider(),
+        .calendar = m_dependencies.calendar(),
     };
-    co_return co_await stream(std::move(provider), std::move(request), lane, stop);
 }
 
-Task<ChatService::Reply> ChatService::stream(
-    std::unique_ptr<LLMProvider> provider, LLMRequest request, UsageLane lane, std::stop_token stop)
+ToolRunner ChatService::tools(const std::stop_token& stop)
 {
-    if (stop.stop_requested())
-        co_return failed(Cancelled());
-    const auto events = std::make_shared<LLMStream>(provider->streamChat(std::move(request)));
-    m_stream = events;
-    QString reply;
-    std::optional<LLMUsage> usage;
-    while (const auto event = co_await events->next()) {
-        if (stop.stop_requested())
-            co_return failed(Cancelled());
-        handle(*event, reply, usage);
+    return ToolRunner({
+        .executor = m_dependencies.toolExecutor(),
+        .isMemoryEnabled = m_dependencies.memoryEnabledProvider(),
+        .screenshots = m_screenshots,
+        .captured =
+            [this, stop](const QString& description) {
+                if (!stop.stop_requested())
+                    setCaptureIndicator(description);
+            },
+    });
+}
+
+ChatTurn::Progress ChatService::progress()
+{
+    return {
+        .replyBegins = [this] { beginPreview(); },
+        .replyGrows = [this](const QString& token) { growPreview(token); },
+        .toolsRan = [this](const auto& results) { noteTools(results); },
+    };
+}
+
+std::vector<LLMMessage> ChatService::conversation(const Turn& turn) const
+{
+    std::vector<LLMMessage> messages;
+    for (const auto& entry : m_history.messages()) {
+        if (entry.role == ChatMessage::Role::system)
+            continue;
+        const auto role = entry.role == ChatMessage::Role::user ? LLMMessage::Role::user
+                                                                : LLMMessage::Role::assistant;
+        messages.push_back({ .role = role, .content = entry.text });
+        if (entry.id == turn.userMessage.id)
+            messages.back().imageJPEG = turn.image;
     }
-    if (stop.stop_requested())
-        co_return failed(Cancelled());
-    m_stream = nullptr;
-    if (events->error())
-        co_return failed(*events->error());
-    if (usage)
-        addUsage(lane, *usage);
-    co_return reply;
+    return messages;
 }
 
 ChatMessage ChatService::userMessageFor(const QString& text, bool hasImage, UserMessage userMessage)
@@ -291,6 +291,7 @@ ChatMessage ChatService::userMessageFor(const QString& text, bool hasImage, User
         .text = text,
         .timestamp = m_dependencies.clock(),
         .hadImage = hasImage,
+        .sessionID = m_dependencies.sessionIDProvider(),
     };
     if (userMessage == UserMessage::record) {
         append(message);
@@ -299,57 +300,21 @@ ChatMessage ChatService::userMessageFor(const QString& text, bool hasImage, User
     return message;
 }
 
-std::vector<LLMMessage> ChatService::requestMessages(
-    const QString& systemPrompt, const Turn& turn) const
-{
-    std::vector<LLMMessage> messages { { .role = LLMMessage::Role::system,
-        .content = systemPrompt } };
-    for (const auto& entry : m_history.messages()) {
-        if (entry.role == ChatMessage::Role::system)
-            continue;
-        const auto role = entry.role == ChatMessage::Role::user ? LLMMessage::Role::user
-                                                                : LLMMessage::Role::assistant;
-        messages.push_back({ .role = role, .content = entry.text });
-        if (entry.id == turn.userMessage.id)
-            messages.back().imageJPEG = turn.image;
-    }
-    return messages;
-}
-
 void ChatService::append(ChatMessage message)
 {
     m_history.append(std::move(message));
     reload();
 }
 
-void ChatService::handle(
-    const LLMStreamEvent& event, QString& reply, std::optional<LLMUsage>& usage)
+void ChatService::finishReply(const ChatTurn::Result& result, std::optional<QUuid> sessionID)
 {
-    if (const auto* token = std::get_if<LLMToken>(&event)) {
-        reply += token->text;
-        m_streamingPreview += token->text;
-        Q_EMIT streamingPreviewChanged();
-    }
-    if (const auto* reported = std::get_if<LLMUsage>(&event))
-        usage = *reported;
-}
-
-void ChatService::addUsage(UsageLane lane, const LLMUsage& usage)
-{
-    if (lane == UsageLane::main)
-        m_usage.addMainUsage(usage.promptTokens, usage.completionTokens);
-    else
-        m_usage.addVisionUsage(usage.promptTokens, usage.completionTokens);
-}
-
-void ChatService::finishReply(const QString& text)
-{
-    const auto trimmed = text.trimmed();
     append({
         .id = QUuid::createUuid(),
         .role = ChatMessage::Role::assistant,
-        .text = trimmed.isEmpty() ? QString::fromUtf8(emptyReplyText) : trimmed,
+        .text = result.text,
         .timestamp = m_dependencies.clock(),
+        .hadImage = result.tookScreenshot,
+        .sessionID = sessionID,
     });
     setCaptureIndicator(std::nullopt);
 }
@@ -360,10 +325,24 @@ void ChatService::setStreaming(bool isStreaming)
         Q_EMIT isStreamingChanged();
 }
 
-void ChatService::setStreamingPreview(const QString& text)
+void ChatService::beginPreview()
 {
-    if (std::exchange(m_streamingPreview, text) != text)
+    const auto wasEmpty = m_preview.text().isEmpty();
+    m_preview = {};
+    if (!wasEmpty)
         Q_EMIT streamingPreviewChanged();
+}
+
+void ChatService::growPreview(const QString& token)
+{
+    m_preview.append(token);
+    Q_EMIT streamingPreviewChanged();
+}
+
+void ChatService::noteTools(const std::vector<MemoryToolResult>& results)
+{
+    m_lastToolCalls = ChatTurnLogic::outcomeNames(results);
+    m_totalToolCalls += int(results.size());
 }
 
 void ChatService::setLastError(std::optional<QString> error)

@@ -1,19 +1,15 @@
 #pragma once
 
-#include "conversation/ChatError.h"
-#include "conversation/ScreenshotTaker.h"
-#include "foundation/Task.h"
+#include "conversation/ChatTurn.h"
+#include "conversation/ReplyPreview.h"
 #include "foundation/Time.h"
 #include "memory/ChatHistoryStore.h"
-#include "memory/UsageCounter.h"
 #include "prompts/SituationSnapshot.h"
-#include "wire/LLMProvider.h"
 #include "wire/LaneConfigurations.h"
 
 #include <QObject>
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <stop_token>
 #include <vector>
@@ -28,7 +24,7 @@ class ChatService : public QObject {
     Q_OBJECT
 
 public:
-    using ProviderFactory = std::function<Task<std::unique_ptr<LLMProvider>>()>;
+    using ProviderFactory = ModelRouter::ProviderFactory;
 
     /// Asked anew for every use, so that a change of account or environment counts from the next
     /// request on.
@@ -39,21 +35,31 @@ public:
         std::function<Task<SituationSnapshot>()> situationProvider;
         /// The notes for the prompt; empty while the memory is off.
         std::function<QString()> residentMemory = [] { return QString(); };
+        std::function<bool()> memoryEnabledProvider = [] { return true; };
+        /// Null where the memory cannot be asked.
+        std::function<MemoryToolExecutor*()> toolExecutor = [] { return nullptr; };
+        std::function<std::optional<QUuid>()> sessionIDProvider = [] { return std::nullopt; };
+        /// Which kinds of changes ask the user first.
+        std::function<std::map<QString, bool>()> actionConfirmations = [] {
+            return std::map<QString, bool>();
+        };
         ScreenshotTaker::Dependencies screenshots = {};
+        std::function<Calendar()> calendar = Calendar::current;
         Clock clock = systemNow;
     };
 
     enum class Screenshot { without, with };
     enum class UserMessage { record, reuseLast };
-    using Outcome = tl::expected<void, ChatError>;
+    using Actions = std::vector<BuddyAction>;
+    using Outcome = tl::expected<Actions, ChatError>;
 
     ChatService(ChatHistoryStore& history, UsageCounter& usage, Dependencies dependencies);
 
     /// A copy of the history.
     const std::vector<ChatMessage>& messages() const { return m_messages; }
 
-    /// The text of the reply in progress; empty between replies.
-    const QString& streamingPreview() const { return m_streamingPreview; }
+    /// What may be shown of the reply in progress; empty between replies.
+    const QString& streamingPreview() const { return m_preview.text(); }
     bool isStreaming() const { return m_isStreaming; }
 
     /// What went wrong with the last turn, for the user.
@@ -61,6 +67,10 @@ public:
 
     /// What a screenshot shows, while its turn runs.
     const std::optional<QString>& captureIndicator() const { return m_captureIndicator; }
+
+    /// The tools of the latest round, marked where they failed.
+    const std::vector<QString>& lastToolCalls() const { return m_lastToolCalls; }
+    int totalToolCalls() const { return m_totalToolCalls; }
 
     /// The text of a failed turn that did not make it into the history.
     std::optional<QString> unsentText() const;
@@ -86,7 +96,8 @@ public:
     /// Takes a picture of the screen and runs a turn with it.
     Task<Outcome> sendWithScreenshot(QString text, UserMessage userMessage);
 
-    /// Awaited after a reply stands in the history.
+    /// Awaited once a reply stands in the history, so that what they say comes after it.
+    std::function<Task<>(Actions actions)> onActions;
     std::function<Task<>()> onTurnComplete;
 
 Q_SIGNALS:
@@ -101,9 +112,7 @@ Q_SIGNALS:
     void activityChanged(bool working, bool succeeded);
 
 private:
-    enum class UsageLane { main, vision };
     enum class AutoRetry { allowed, done };
-    using Reply = tl::expected<QString, ChatError>;
 
     struct Request {
         QString text;
@@ -114,48 +123,50 @@ private:
     struct Turn {
         ChatMessage userMessage;
         std::optional<QByteArray> image;
+        std::stop_token stop;
     };
 
     bool canRun(const Request& request) const;
     void run(AutoRetry autoRetry);
     Task<> runTurn(AutoRetry autoRetry, std::stop_token stop);
     Task<Outcome> performLastRequest();
-    Task<> completeTurn(std::stop_token stop);
+    Task<> completeTurn(Actions actions, std::stop_token stop);
     void abandonTurn(const ChatError& error, AutoRetry autoRetry);
 
-    Task<Reply> requestReply(Turn turn, std::stop_token stop);
-    Task<Reply> streamRouted(std::vector<LLMMessage> messages, int maxTokens, std::stop_token stop);
-    Task<Reply> stream(std::unique_ptr<LLMProvider> provider, LLMRequest request, UsageLane lane,
-        std::stop_token stop);
+    Task<ChatTurn::Outcome> requestReply(Turn turn);
+    Task<ChatTurn::Input> turnInput(Turn turn);
+    ToolRunner tools(const std::stop_token& stop);
+    ChatTurn::Progress progress();
+    std::vector<LLMMessage> conversation(const Turn& turn) const;
 
     ChatMessage userMessageFor(const QString& text, bool hasImage, UserMessage userMessage);
-    std::vector<LLMMessage> requestMessages(const QString& systemPrompt, const Turn& turn) const;
     void append(ChatMessage message);
-    void handle(const LLMStreamEvent& event, QString& reply, std::optional<LLMUsage>& usage);
-    void addUsage(UsageLane lane, const LLMUsage& usage);
-    void finishReply(const QString& text);
+    void finishReply(const ChatTurn::Result& result, std::optional<QUuid> sessionID);
 
     void setStreaming(bool isStreaming);
-    void setStreamingPreview(const QString& text);
+    void beginPreview();
+    void growPreview(const QString& token);
+    void noteTools(const std::vector<MemoryToolResult>& results);
     void setLastError(std::optional<QString> error);
     void setCaptureIndicator(std::optional<QString> indicator);
 
     ChatHistoryStore& m_history;
-    UsageCounter& m_usage;
     Dependencies m_dependencies;
+    ModelRouter m_router;
     ScreenshotTaker m_screenshots;
 
     std::vector<ChatMessage> m_messages;
-    QString m_streamingPreview;
+    ReplyPreview m_preview;
     bool m_isStreaming = false;
     std::optional<QString> m_lastError;
     std::optional<QString> m_captureIndicator;
+    std::vector<QString> m_lastToolCalls;
+    int m_totalToolCalls = 0;
 
     std::optional<Request> m_lastRequest;
     bool m_lastRequestRecordedUserMessage = false;
     bool m_isRunning = false;
     std::stop_source m_stop;
-    std::shared_ptr<LLMStream> m_stream;
 };
 
 } // namespace pobblewig

@@ -1,84 +1,14 @@
 #include "conversation/ChatService.h"
 
+#include "ChatFixture.h"
 #include "prompts/PlatformWording.h"
 #include "support/Awaited.h"
-#include "support/BorrowedProvider.h"
 #include "support/LogLines.h"
-#include "support/ScriptedCapturer.h"
-#include "support/ScriptedProvider.h"
 #include "support/TableRow.h"
-
-#include <QSignalSpy>
 
 namespace pobblewig {
 
 namespace {
-
-ChatService::Dependencies dependencies(LLMProvider*& main, LLMProvider*& vision)
-{
-    const auto lend = [](LLMProvider* provider) -> Task<std::unique_ptr<LLMProvider>> {
-        co_return BorrowedProvider::of(provider);
-    };
-    return {
-        .mainProvider = [&main, lend] { return lend(main); },
-        .visionProvider = [&vision, lend] { return lend(vision); },
-        .mainConfig = []() -> Task<MainModelConfig> { co_return MainModelConfig(); },
-        .situationProvider = []() -> Task<SituationSnapshot> {
-            co_return SituationSnapshot { .mode = CoachMode::studying,
-                .summary = QStringLiteral("All is quiet.") };
-        },
-        .clock = [] { return TimePoint(std::chrono::seconds(1772352900)); },
-    };
-}
-
-struct Fixture {
-    ScriptedProvider model;
-    ScriptedProvider visionModel;
-    LLMProvider* main = &model;
-    LLMProvider* vision = nullptr;
-    ChatHistoryStore history { std::nullopt };
-    UsageCounter usage { std::nullopt };
-    ScriptedCapturer screen;
-    int permissionRequests = 0;
-    ChatService chat { history, usage, withScreen(dependencies(main, vision)) };
-    QSignalSpy activity { &chat, &ChatService::activityChanged };
-
-    void finishTurn() { QTRY_VERIFY(!chat.isStreaming() && !activity.last().at(0).toBool()); }
-
-    void ask(const QString& text)
-    {
-        chat.submit(text);
-        finishTurn();
-    }
-
-    /// Without waiting for the end.
-    bool look() { return chat.submit(QStringLiteral("look"), ChatService::Screenshot::with); }
-
-    ChatService::Dependencies withScreen(ChatService::Dependencies dependencies)
-    {
-        dependencies.screenshots = { &screen,
-            []() -> Task<std::set<QString>> { co_return { QStringLiteral("org.vault") }; },
-            [this] { return requestPermission(); } };
-        return dependencies;
-    }
-
-    Task<> requestPermission()
-    {
-        ++permissionRequests;
-        co_return;
-    }
-
-    bool succeeded() const { return activity.last().at(1).toBool(); }
-    QString error() const { return chat.lastError().value_or(QString()); }
-
-    QString texts() const
-    {
-        QStringList result;
-        for (const auto& message : chat.messages())
-            result.append(message.text);
-        return result.join(u'|');
-    }
-};
 
 QString contents(const LLMRequest& request)
 {
@@ -94,7 +24,7 @@ class ChatServiceTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m = std::make_unique<Fixture>(); }
+    void init() { m = std::make_unique<ChatFixture>(); }
 
     void aReplyIsStreamedAndThenStandsInTheHistory()
     {
@@ -109,7 +39,7 @@ private Q_SLOTS:
         QVERIFY(m->chat.submit(QStringLiteral("  hi\n")));
         QVERIFY(!m->chat.submit(QStringLiteral("two")));
         m->chat.retryLast();
-        QTRY_COMPARE(m->chat.streamingPreview(), QStringLiteral("  Hello you\n"));
+        QTRY_COMPARE(m->chat.streamingPreview(), QStringLiteral("Hello you"));
         QVERIFY(m->chat.isStreaming());
         QCOMPARE(m->texts(), u"hi");
         QCOMPARE(completed, 0);
@@ -221,7 +151,11 @@ private Q_SLOTS:
         QTRY_VERIFY(blind.canRetry());
         QVERIFY(m->model.requests().empty());
         m->model.enqueue(QStringLiteral(" \n"));
+        m->model.enqueue(QStringLiteral("```buddy-tools\n{}\n```"));
         m->ask(QStringLiteral("hi"));
+        QCOMPARE(m->model.requests().size(), 2u);
+        QVERIFY(contents(m->model.requests().back())
+                    .startsWith(u"hi|(empty reply)|Your last reply came through empty"));
         QCOMPARE(
             m->texts(), u"hi|I got tangled up in my own tools there — mind asking that again?");
     }
@@ -312,7 +246,7 @@ private Q_SLOTS:
     }
 
 private:
-    std::unique_ptr<Fixture> m;
+    std::unique_ptr<ChatFixture> m;
 };
 
 } // namespace pobblewig

@@ -1,0 +1,229 @@
+#include "conversation/ChatTurn.h"
+
+#include "conversation/ActionParser.h"
+#include "conversation/ProposalLogic.h"
+#include "foundation/Log.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <utility>
+
+namespace pobblewig {
+
+namespace {
+
+using Role = LLMMessage::Role;
+
+constexpr auto tangledUp = "I got tangled up in my own tools there — mind asking that again?";
+
+/// A model can call a function anything, its reply included.
+QString loggable(const QString& name)
+{
+    const auto isName = name.size() <= 40
+        && std::ranges::all_of(name, [](QChar c) { return c == u'_' || (c >= u'a' && c <= u'z'); });
+    return isName ? name : QStringLiteral("(unknown tool)");
+}
+
+void logTools(const std::vector<MemoryToolResult>& results, QStringView protocol)
+{
+    QStringList names;
+    for (const auto& result : results)
+        names.append(loggable(result.name));
+    Log::line(QStringLiteral("buddy: tools%1: %2").arg(protocol, names.join(QStringLiteral(", "))));
+}
+
+} // namespace
+
+ChatTurn::ChatTurn(
+    ModelRouter& router, ToolRunner tools, Input input, Progress progress, std::stop_token stop)
+    : m_router(router)
+    , m_tools(std::move(tools))
+    , m_input(std::move(input))
+    , m_progress(std::move(progress))
+    , m_stop(std::move(stop))
+    , m_messages { { .role = Role::system, .content = Prompts::mainAssistant(m_input.prompt) } }
+{
+    std::ranges::move(m_input.conversation, std::back_inserter(m_messages));
+}
+
+Task<ChatTurn::Outcome> ChatTurn::run()
+{
+    auto failure = co_await ask(toolList({}));
+    while (!failure) {
+        const auto step = nextStep();
+        if (step == Step::finish)
+            co_return co_await finish();
+        failure = co_await perform(step);
+    }
+    co_return tl::unexpected(*std::move(failure));
+}
+
+ChatTurn::Step ChatTurn::nextStep() const
+{
+    if (m_round == ChatTurnLogic::maxRounds)
+        return Step::finish;
+    if (!m_reply.toolCalls.empty()) {
+        const auto readsNothing = ChatTurnLogic::retrievalCalls(m_reply.toolCalls).empty();
+        return readsNothing || m_tools.isAvailable() ? Step::nativeRound : Step::finish;
+    }
+    if (m_tools.isAvailable() && !ActionParser::parseToolCalls(m_reply.text).calls.empty())
+        return Step::textRound;
+    return isUnfoundedClaim() ? Step::claimNudge : Step::finish;
+}
+
+bool ChatTurn::isUnfoundedClaim() const
+{
+    if (m_claimNudged || !m_actions.empty())
+        return false;
+    const auto parsed = ActionParser::parse(m_reply.text, m_input.calendar);
+    return parsed.actions.empty() && ChatTurnLogic::claimsActionWithoutCalling(parsed.displayText);
+}
+
+Task<ChatTurn::Failure> ChatTurn::perform(Step step)
+{
+    if (step == Step::nativeRound)
+        return runNativeRound();
+    if (step == Step::textRound)
+        return runTextRound();
+    m_claimNudged = true;
+    Log::line(QStringLiteral("buddy: reply claimed an app action with no call; nudging once (reply "
+                             "length: %1)")
+                  .arg(m_reply.text.size()));
+    return nudge(m_reply.text, ChatTurnLogic::claimNudge, toolList(m_tools.expanded()));
+}
+
+Task<ChatTurn::Failure> ChatTurn::runNativeRound()
+{
+    const auto calls = m_reply.toolCalls;
+    const auto outcome = co_await runTools(ChatTurnLogic::retrievalCalls(calls), u" (native)");
+    if (m_stop.stop_requested())
+        co_return Cancelled();
+    m_messages.push_back({ .role = Role::assistant, .content = m_reply.text, .toolCalls = calls });
+    auto answers = ChatTurnLogic::toolMessages(
+        calls, outcome.results, m_input.actionConfirmations, m_input.calendar);
+    std::ranges::move(answers, std::back_inserter(m_messages));
+    if (outcome.freshScreenshot) {
+        sayThatAPictureIsThere();
+        // Tool messages carry no pictures.
+        m_messages.push_back({ .role = Role::user,
+            .content = ChatTurnLogic::screenshotAttached.toString(),
+            .imageJPEG = m_tools.toolScreenshot() });
+    }
+    ++m_round;
+    co_return co_await ask(toolList(m_tools.expanded()));
+}
+
+Task<ChatTurn::Failure> ChatTurn::runTextRound()
+{
+    const auto request = ActionParser::parseToolCalls(m_reply.text);
+    auto calls = request.calls;
+    calls.resize(std::min(calls.size(), ChatTurnLogic::maxCallsPerReply));
+    const auto outcome = co_await runTools(std::move(calls), u"");
+    if (m_stop.stop_requested())
+        co_return Cancelled();
+    if (outcome.freshScreenshot)
+        sayThatAPictureIsThere();
+    const auto said = request.displayText.value_or(QString());
+    m_messages.push_back({ .role = Role::assistant,
+        .content =
+            said.isEmpty() ? QStringLiteral("(gathering context before answering)") : said });
+    m_messages.push_back({ .role = Role::user,
+        .content = ChatTurnLogic::toolResultsText(outcome.results, m_round) });
+    if (outcome.freshScreenshot)
+        m_messages.back().imageJPEG = m_tools.toolScreenshot();
+    ++m_round;
+    co_return co_await ask(toolList({}));
+}
+
+Task<ChatTurn::Failure> ChatTurn::nudge(
+    QString lastReply, QStringView note, std::vector<LLMToolDefinition> tools)
+{
+    m_messages.push_back({ .role = Role::assistant, .content = std::move(lastReply) });
+    m_messages.push_back({ .role = Role::user, .content = note.toString() });
+    return ask(std::move(tools));
+}
+
+Task<ToolRunner::Outcome> ChatTurn::runTools(
+    std::vector<MemoryToolCall> calls, QStringView protocol)
+{
+    m_progress.replyBegins();
+    const auto isEmpty = calls.empty();
+    auto outcome = co_await m_tools.runRetrieval(std::move(calls));
+    if (isEmpty || m_stop.stop_requested())
+        co_return outcome;
+    m_progress.toolsRan(outcome.results);
+    logTools(outcome.results, protocol);
+    co_return outcome;
+}
+
+Task<ChatTurn::Outcome> ChatTurn::finish()
+{
+    auto parsed = ActionParser::parse(m_reply.text, m_input.calendar);
+    if (parsed.displayText.isEmpty() && parsed.actions.empty() && m_actions.empty()) {
+        Log::line(QStringLiteral("buddy: empty/control-only reply; nudging (reply length: %1)")
+                      .arg(m_reply.text.size()));
+        const auto isBlank = m_reply.text.trimmed().isEmpty();
+        const auto said = isBlank ? QStringLiteral("(empty reply)") : m_reply.text;
+        auto failure = co_await nudge(said, ChatTurnLogic::emptyReplyNudge, toolList({}));
+        if (failure)
+            co_return tl::unexpected(*std::move(failure));
+        parsed = ActionParser::parse(m_reply.text, m_input.calendar);
+    }
+    std::ranges::move(parsed.actions, std::back_inserter(m_actions));
+    co_return Result {
+        .text = parsed.displayText.isEmpty() ? QString::fromUtf8(tangledUp) : parsed.displayText,
+        .actions = ProposalLogic::dedupedActions(std::move(m_actions)),
+        .tookScreenshot = m_tools.toolScreenshot().has_value(),
+    };
+}
+
+Task<ChatTurn::Failure> ChatTurn::ask(std::vector<LLMToolDefinition> tools)
+{
+    m_progress.replyBegins();
+    auto reply = co_await m_router.streamRouted({ .messages = m_messages,
+                                                    .maxTokens = m_input.maxOutputTokens,
+                                                    .tools = std::move(tools),
+                                                    .onToken = m_progress.replyGrows },
+        m_stop);
+    if (!reply)
+        co_return reply.error();
+    m_reply = *std::move(reply);
+    if (m_reply.toolCalls.size() > ChatTurnLogic::maxCallsPerReply)
+        m_reply.toolCalls.resize(ChatTurnLogic::maxCallsPerReply);
+    logActions(m_reply.toolCalls);
+    co_return std::nullopt;
+}
+
+std::vector<LLMToolDefinition> ChatTurn::toolList(const std::set<QString>& expanded) const
+{
+    return ChatTurnLogic::buildToolList({
+        .retrieval = m_tools.isAvailable(),
+        .includeScreenCapture = m_tools.canCapture() ? BuddyTools::ScreenCapture::offered
+                                                     : BuddyTools::ScreenCapture::notOffered,
+        .includeMemory = m_input.isMemoryEnabled,
+        .expanded = expanded,
+    });
+}
+
+void ChatTurn::logActions(const std::vector<LLMToolCall>& calls)
+{
+    for (const auto& call : calls) {
+        if (!BuddyTools::isActionTool(call.name))
+            continue;
+        auto actions = ActionParser::actions(call, m_input.calendar);
+        if (actions.empty())
+            Log::line(QStringLiteral("buddy: dropped action call %1 (%2 characters of arguments)")
+                          .arg(call.name)
+                          .arg(call.argumentsJSON.size()));
+        std::ranges::move(actions, std::back_inserter(m_actions));
+    }
+}
+
+void ChatTurn::sayThatAPictureIsThere()
+{
+    m_input.prompt.hasImage = true;
+    m_messages.front().content = Prompts::mainAssistant(m_input.prompt);
+}
+
+} // namespace pobblewig

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "conversation/BuddyAction.h"
+#include "conversation/ChatTurnLogic.h"
+#include "conversation/ModelRouter.h"
+#include "conversation/ToolRunner.h"
+#include "foundation/Calendar.h"
+#include "prompts/MainAssistantPrompt.h"
+
+namespace pobblewig {
+
+/// One turn from the first request to the final reply: up to three rounds of tools, and a reminder
+/// to a model that says nothing or that claims what it did not do.
+///
+/// Lives until its task has ended.
+class ChatTurn {
+public:
+    /// What does not change while the turn goes on.
+    struct Input {
+        MainAssistantPrompt prompt;
+        /// The history with the turn's own message, without a system prompt.
+        std::vector<LLMMessage> conversation;
+        int maxOutputTokens = 0;
+        std::map<QString, bool> actionConfirmations = {};
+        bool isMemoryEnabled = true;
+        Calendar calendar = {};
+    };
+
+    /// How the turn shows that it goes on.
+    struct Progress {
+        /// A reply, or a round of tools, begins: what was shown of the last reply is gone.
+        std::function<void()> replyBegins;
+        std::function<void(const QString& token)> replyGrows;
+        std::function<void(std::vector<MemoryToolResult> results)> toolsRan;
+    };
+
+    struct Result {
+        QString text;
+        /// Without `id` and `createdAt`.
+        std::vector<BuddyAction> actions;
+        bool tookScreenshot = false;
+    };
+    using Outcome = tl::expected<Result, ChatError>;
+
+    ChatTurn(ModelRouter& router, ToolRunner tools, Input input, Progress progress,
+        std::stop_token stop);
+
+    Task<Outcome> run();
+
+private:
+    enum class Step { nativeRound, textRound, claimNudge, finish };
+    using Failure = std::optional<ChatError>;
+
+    Step nextStep() const;
+    bool isUnfoundedClaim() const;
+    Task<Failure> perform(Step step);
+    Task<Failure> runNativeRound();
+    Task<Failure> runTextRound();
+    Task<Failure> nudge(QString lastReply, QStringView note, std::vector<LLMToolDefinition> tools);
+    Task<ToolRunner::Outcome> runTools(std::vector<MemoryToolCall> calls, QStringView protocol);
+    Task<Outcome> finish();
+
+    /// Asks the model to go on; what it answers is `m_reply`.
+    Task<Failure> ask(std::vector<LLMToolDefinition> tools);
+    std::vector<LLMToolDefinition> toolList(const std::set<QString>& expanded) const;
+    void logActions(const std::vector<LLMToolCall>& calls);
+    void sayThatAPictureIsThere();
+
+    ModelRouter& m_router;
+    ToolRunner m_tools;
+    Input m_input;
+    Progress m_progress;
+    std::stop_token m_stop;
+
+    std::vector<LLMMessage> m_messages;
+    ModelReply m_reply;
+    std::vector<BuddyAction> m_actions;
+    int m_round = 0;
+    bool m_claimNudged = false;
+};
+
+} // namespace pobblewig

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "conversation/ChatService.h"
+#include "memory/MemoryTiers.h"
+#include "memory/NativeMemoryRetrieval.h"
+#include "support/BorrowedProvider.h"
+#include "support/ScriptedCapturer.h"
+#include "support/ScriptedProvider.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+namespace pobblewig {
+
+inline ChatService::Dependencies dependencies(LLMProvider*& main, LLMProvider*& vision)
+{
+    const auto lend = [](LLMProvider* provider) -> Task<std::unique_ptr<LLMProvider>> {
+        co_return BorrowedProvider::of(provider);
+    };
+    return {
+        .mainProvider = [&main, lend] { return lend(main); },
+        .visionProvider = [&vision, lend] { return lend(vision); },
+        .mainConfig = []() -> Task<MainModelConfig> { co_return MainModelConfig(); },
+        .situationProvider = []() -> Task<SituationSnapshot> {
+            co_return SituationSnapshot { .mode = CoachMode::studying,
+                .summary = QStringLiteral("All is quiet.") };
+        },
+        .calendar = [] { return Calendar(); },
+        .clock = [] { return TimePoint(std::chrono::seconds(1772352900)); },
+    };
+}
+
+/// A chat with scripted models, a scripted screen and a memory.
+struct ChatFixture {
+    ScriptedProvider model;
+    ScriptedProvider visionModel;
+    LLMProvider* main = &model;
+    LLMProvider* vision = nullptr;
+    ChatHistoryStore history { std::nullopt };
+    UsageCounter usage { std::nullopt };
+    ScriptedCapturer screen;
+    int permissionRequests = 0;
+    MemoryTiers memory { std::nullopt, [] { return Calendar(); } };
+    NativeMemoryRetrieval retrieval { { memory.reference, memory.observations, memory.summaries,
+                                          memory.sessions, memory.notes },
+        []() -> Task<QString> { co_return QString(); } };
+    MemoryToolExecutor executor { { retrieval, memory.observations, memory.notes } };
+    bool isMemoryEnabled = true;
+    std::map<QString, bool> confirmations;
+    ChatService chat { history, usage, withTools(dependencies(main, vision)) };
+    QSignalSpy activity { &chat, &ChatService::activityChanged };
+
+    void finishTurn() { QTRY_VERIFY(!chat.isStreaming() && !activity.last().at(0).toBool()); }
+
+    void ask(const QString& text)
+    {
+        chat.submit(text);
+        finishTurn();
+    }
+
+    /// Without waiting for the end.
+    bool look() { return chat.submit(QStringLiteral("look"), ChatService::Screenshot::with); }
+
+    ChatService::Dependencies withTools(ChatService::Dependencies dependencies)
+    {
+        dependencies.memoryEnabledProvider = [this] { return isMemoryEnabled; };
+        dependencies.toolExecutor = [this] { return &executor; };
+        dependencies.actionConfirmations = [this] { return confirmations; };
+        dependencies.screenshots = { &screen,
+            []() -> Task<std::set<QString>> { co_return { QStringLiteral("org.vault") }; },
+            [this] { return requestPermission(); } };
+        return dependencies;
+    }
+
+    Task<> requestPermission()
+    {
+        ++permissionRequests;
+        co_return;
+    }
+
+    bool succeeded() const { return activity.last().at(1).toBool(); }
+    QString error() const { return chat.lastError().value_or(QString()); }
+
+    QString texts() const
+    {
+        QStringList result;
+        for (const auto& message : chat.messages())
+            result.append(message.text);
+        return result.join(u'|');
+    }
+};
+
+} // namespace pobblewig
