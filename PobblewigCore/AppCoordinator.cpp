@@ -24,6 +24,13 @@ AppCoordinator::Parts withDirectory(AppCoordinator::Parts parts)
     return parts;
 }
 
+AppCoordinator::Parts completed(AppCoordinator::Parts parts)
+{
+    if (!parts.calendarProvider)
+        parts.calendarProvider = std::make_unique<UnavailableCalendarProvider>();
+    return withDirectory(std::move(parts));
+}
+
 std::optional<DataDirectory> usable(const DataDirectory& directory)
 {
     return directory.path.exists() ? std::optional(directory) : std::nullopt;
@@ -55,7 +62,7 @@ QString modelLabel(const LLMConfiguration& model)
 } // namespace
 
 AppCoordinator::AppCoordinator(Parts parts)
-    : m_parts(withDirectory(std::move(parts)))
+    : m_parts(completed(std::move(parts)))
     , m_directoryProblem(m_parts.directory->prepare())
     , m_directory(usable(*m_parts.directory))
     , m_migrationReport(migrated(m_directory, m_parts.clock()))
@@ -63,6 +70,7 @@ AppCoordinator::AppCoordinator(Parts parts)
     , m_settings(m_directory, *m_parts.keychain, m_market.defaultCanvasBaseUrl)
     , m_memory(m_directory, m_parts.calendar)
     , m_rules(m_directory)
+    , m_proposals(m_directory)
     , m_frontmost(m_parts.session.frontmostProvider, discretion())
     , m_activity(m_frontmost, m_directory)
     , m_history(m_directory)
@@ -87,6 +95,7 @@ AppCoordinator::AppCoordinator(Parts parts)
           .clock = m_parts.clock,
           .changed = [this] { refresh(m_parts.clock()); } })
     , m_modes(m_settings, m_parts.clock, [this] { refresh(m_parts.clock()); })
+    , m_proposalDesk(proposalDeskDependencies())
 {
     wireTools();
     m_chat.onTurnComplete = [this] { return afterChatTurn(); };
@@ -118,6 +127,7 @@ void AppCoordinator::refresh(TimePoint now)
         .currentSession = m_activity.currentSession(),
         .recentSessions = firstOf(m_activity.history(), recentSessionCount),
         .ruleList = m_rules.rules(),
+        .pendingProposals = m_proposals.pendingProposals(),
         .screenCaptureGranted = permissions && permissions->screenCaptureGranted(),
         .accessibilityGranted = permissions && permissions->accessibilityGranted(),
         .usage = m_usage.snapshot(),
@@ -308,6 +318,23 @@ MemoryDesk::Dependencies AppCoordinator::memoryDeskDependencies()
         .chat = m_chat,
         .retrieval = m_retrieval,
         .directory = m_directory,
+        .calendar = m_parts.calendar,
+        .clock = m_parts.clock,
+        .changed = [this] { refresh(m_parts.clock()); },
+    };
+}
+
+ProposalDesk::Dependencies AppCoordinator::proposalDeskDependencies()
+{
+    return {
+        .proposals = m_proposals,
+        .settings = m_settings,
+        .rules = m_rules,
+        .memory = m_memory,
+        .history = m_history,
+        .chat = m_chat,
+        .modes = m_modes,
+        .calendarProvider = *m_parts.calendarProvider,
         .calendar = m_parts.calendar,
         .clock = m_parts.clock,
         .changed = [this] { refresh(m_parts.clock()); },

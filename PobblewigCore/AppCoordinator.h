@@ -4,6 +4,7 @@
 #include "LaneProviders.h"
 #include "MemoryDesk.h"
 #include "ModeSwitch.h"
+#include "ProposalDesk.h"
 #include "PublishedState.h"
 #include "activity/DiscreetFrontmostAppProvider.h"
 #include "conversation/ChatService.h"
@@ -63,6 +64,8 @@ public:
         ChatService::ProviderFactory mainProviderOverride = {};
         /// How the folders that the user shares are read; without it they are not.
         std::unique_ptr<AppDataReading> appDataReading = {};
+        /// The user's calendars; without it nothing of them is granted.
+        std::unique_ptr<CalendarDataProviding> calendarProvider = {};
         Session session = {};
     };
 
@@ -73,6 +76,7 @@ public:
     MemoryDesk& memoryDesk() { return m_memoryDesk; }
     ActivityDesk& activityDesk() { return m_activityDesk; }
     ModeSwitch& modes() { return m_modes; }
+    ProposalDesk& proposalDesk() { return m_proposalDesk; }
     MemoryToolExecutor& toolExecutor() { return m_toolExecutor; }
     const PublishedState& state() const { return m_state; }
 
@@ -109,6 +113,7 @@ private:
     Task<std::set<QString>> excludedBundleIDs();
     Task<> requestScreenPermission();
     MemoryDesk::Dependencies memoryDeskDependencies();
+    ProposalDesk::Dependencies proposalDeskDependencies();
     QString residentMemory() const;
     MemorySnapshot memorySnapshot(TimePoint now);
     void wireTools();
@@ -128,6 +133,7 @@ private:
     SettingsStore m_settings;
     MemoryTiers m_memory;
     RuleStore m_rules;
+    ProposalManager m_proposals;
     DiscreetFrontmostAppProvider m_frontmost;
     ActivityTracker m_activity;
     ChatHistoryStore m_history;
@@ -141,6 +147,7 @@ private:
     MemoryDesk m_memoryDesk;
     ActivityDesk m_activityDesk;
     ModeSwitch m_modes;
+    ProposalDesk m_proposalDesk;
     PublishedState m_state;
     /// What the published memory was made of.
     std::optional<int> m_publishedMemoryRevision;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ModeSwitch.h"
+#include "ProposalWriter.h"
 #include "connections/CalendarDataProviding.h"
 #include "conversation/BuddyAction.h"
 #include "conversation/ChatService.h"
@@ -32,7 +33,8 @@ public:
 
     explicit ProposalDesk(Dependencies dependencies);
 
-    /// What a finished turn asked for.
+    /// What a finished turn asked for. At most `ProposalManager::maxPending` changes wait for the
+    /// user; what comes on top is dropped, and the user is told.
     Task<> apply(std::vector<BuddyAction> actions);
 
     /// The user's three answers. An unknown `proposalId` changes nothing.
@@ -43,7 +45,27 @@ public:
     Task<> allowAlwaysProposal(QString proposalId);
 
 private:
+    enum class Admission { admitted, tooMany };
+
+    Task<Admission> applyOne(BuddyAction action);
+    Task<Admission> handleWrite(RuleProposal proposal);
+    Admission queue(const RuleProposal& proposal);
+    Task<Admission> writeUnasked(RuleProposal proposal);
+
+    /// Also against the form that the buddy would have if the user agreed to a waiting change.
+    std::optional<QString> settingRefusal(const RuleProposal& proposal) const;
+    AppSettings settingsWithWaitingForm() const;
+
+    Task<> confirmRule(RuleProposal proposal);
+    Task<> confirmWrite(RuleProposal proposal);
+    Task<ProposalManager::Execution> execute(
+        RuleProposal proposal, std::shared_ptr<ProposalWriter::Outcome> outcome);
+
+    void noteProposalState(const QString& text);
+    void noteWriteResult(const QString& text, RuleProposal::Kind kind);
+
     Dependencies m;
+    ProposalWriter m_writer;
 };
 
 } // namespace pobblewig

@@ -44,11 +44,18 @@ std::optional<RuleProposal> ProposalManager::proposal(const QString& proposalId)
     return found == m_state.proposals.end() ? std::nullopt : std::optional(*found);
 }
 
+bool ProposalManager::isNew(const RuleProposal& proposal) const
+{
+    const auto known = this->proposal(proposal.proposalId);
+    return !known
+        || (!isPending(*known) && !ProposalLogic::wasAskedBefore(proposal, m_state.proposals));
+}
+
 std::optional<RuleProposal> ProposalManager::registerProposal(RuleProposal proposal)
 {
-    if (const auto* known = find(proposal.proposalId)) {
-        if (isPending(*known) || ProposalLogic::wasAskedBefore(proposal, m_state.proposals))
-            return std::nullopt;
+    if (!isNew(proposal))
+        return std::nullopt;
+    if (find(proposal.proposalId)) {
         Log::line(
             QStringLiteral("buddy: proposalId collision on %1 — registering as a new proposal")
                 .arg(proposal.proposalId));
@@ -98,9 +105,11 @@ bool ProposalManager::reject(const QString& proposalId)
 
 void ProposalManager::dropForgets()
 {
-    removeIf(
-        [](const auto& proposal) { return proposal.kind == RuleProposal::Kind::forgetMemory; });
-    m_file.save(m_state);
+    const auto isForget = [](const RuleProposal& proposal) {
+        return proposal.kind == RuleProposal::Kind::forgetMemory;
+    };
+    if (removeIf(isForget) > 0)
+        m_file.save(m_state);
 }
 
 RuleProposal* ProposalManager::find(const QString& proposalId)
@@ -131,9 +140,9 @@ void ProposalManager::pruneSettled()
     removeIf([&](const auto& proposal) { return unwanted.contains(proposal.proposalId); });
 }
 
-void ProposalManager::removeIf(const std::function<bool(const RuleProposal&)>& isUnwanted)
+size_t ProposalManager::removeIf(const std::function<bool(const RuleProposal&)>& isUnwanted)
 {
-    std::erase_if(m_state.proposals, [&](const auto& proposal) {
+    return std::erase_if(m_state.proposals, [&](const auto& proposal) {
         if (!isUnwanted(proposal))
             return false;
         m_state.ledger.erase(proposal.proposalId);

@@ -29,6 +29,7 @@ struct ConfirmResult {
 /// Lives on the main thread. Without a directory it works in memory only.
 class ProposalManager {
 public:
+    static constexpr size_t maxPending = 10;
     static constexpr size_t maxSettled = 100;
 
     /// The whole of "proposals.json".
@@ -57,6 +58,12 @@ public:
     std::vector<RuleProposal> pendingProposals() const;
     std::optional<RuleProposal> proposal(const QString& proposalId) const;
 
+    /// Whether the user has not been asked for this yet.
+    bool isNew(const RuleProposal& proposal) const;
+
+    /// Whether so many are waiting that no further one is to be registered.
+    bool isFull() const { return pendingProposals().size() >= maxPending; }
+
     /// What was queued, under a new `proposalId` if another request had that one; nothing if the
     /// user has been asked for this already.
     std::optional<RuleProposal> registerProposal(RuleProposal proposal);
@@ -79,7 +86,7 @@ private:
     void settleAsConfirmed(const RuleProposal& meant, const QUuid& created);
     void settle(RuleProposal& proposal, RuleProposal::Status status);
     void pruneSettled();
-    void removeIf(const std::function<bool(const RuleProposal&)>& isUnwanted);
+    size_t removeIf(const std::function<bool(const RuleProposal&)>& isUnwanted);
 
     StoreFile m_file;
     SavedState m_state;

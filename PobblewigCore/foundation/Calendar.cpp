@@ -12,4 +12,11 @@ QDateTime Calendar::dateTime(TimePoint time) const
     return QDateTime::fromMSecsSinceEpoch(time.time_since_epoch().count(), timeZone);
 }
 
+QString Calendar::moment(TimePoint time) const
+{
+    const auto when = dateTime(time);
+    return QStringLiteral("%1, %2").arg(locale.toString(when.date(), QLocale::LongFormat),
+        locale.toString(when.time(), QLocale::ShortFormat));
+}
+
 } // namespace pobblewig

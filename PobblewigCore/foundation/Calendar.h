@@ -17,6 +17,9 @@ struct Calendar {
 
     QDateTime dateTime(TimePoint time) const;
     QDate day(TimePoint time) const { return dateTime(time).date(); }
+
+    /// Day and time in words, such as "Friday, 27 November 2026, 09:00".
+    QString moment(TimePoint time) const;
 };
 
 } // namespace pobblewig
