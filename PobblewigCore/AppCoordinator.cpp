@@ -317,6 +317,7 @@ MemoryDesk::Dependencies AppCoordinator::memoryDeskDependencies()
         .history = m_history,
         .chat = m_chat,
         .retrieval = m_retrieval,
+        .proposals = m_proposals,
         .directory = m_directory,
         .calendar = m_parts.calendar,
         .clock = m_parts.clock,

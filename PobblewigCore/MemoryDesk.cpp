@@ -66,6 +66,7 @@ void MemoryDesk::deleteAllMemory()
 {
     m.chat.cancelStreaming();
     MemoryEraser::emptyStores(m.memory, m.history, m.clock());
+    m.proposals.dropForgets();
     if (m.directory)
         MemoryEraser::removeCopies(m.directory->path);
     m.memory.sessions.ensureActiveSession(m.clock(), m.calendar());

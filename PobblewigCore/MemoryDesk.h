@@ -1,6 +1,7 @@
 #pragma once
 
 #include "conversation/ChatService.h"
+#include "conversation/ProposalManager.h"
 #include "memory/MemoryRetrievalService.h"
 #include "memory/MemoryTiers.h"
 
@@ -14,6 +15,7 @@ public:
         ChatHistoryStore& history;
         ChatService& chat;
         MemoryRetrievalService& retrieval;
+        ProposalManager& proposals;
         std::optional<DataDirectory> directory;
         std::function<Calendar()> calendar;
         Clock clock;
@@ -35,8 +37,8 @@ public:
     Task<std::optional<ExpandedPeriod>> expandPeriod(QUuid id) const;
     QString exportMemoryText() const;
 
-    /// Ends a turn in progress, empties every tier and the conversation, removes all copies of them
-    /// from the directory, and opens a fresh session.
+    /// Ends a turn in progress, empties every tier and the conversation, drops the proposals that
+    /// quote them, removes all copies of them from the directory, and opens a fresh session.
     void deleteAllMemory();
 
 private:

@@ -9,7 +9,8 @@ namespace pobblewig {
 namespace {
 
 const auto storeNames =
-    QStringLiteral("memory reference observations summaries sessions chat meetings").split(u' ');
+    QStringLiteral("memory reference observations summaries sessions chat meetings proposals")
+        .split(u' ');
 
 bool isStoreCopy(const QString& store, const QString& fileName)
 {

@@ -138,6 +138,30 @@ private Q_SLOTS:
         QVERIFY(m->state().memory.notes.empty());
     }
 
+    void noProposalQuotesWhatIsDeleted()
+    {
+        fill(m->memory());
+        const auto note = json::keyText(m->memory().notes.notes().front().id);
+        const auto forgetNote = [&](const char* proposalId) {
+            return RuleProposal { .proposalId = QString::fromLatin1(proposalId),
+                .kind = RuleProposal::Kind::forgetMemory,
+                .forget = ProposedForget { .target = ProposedForget::Target::note, .id = note } };
+        };
+        awaited(m->proposalDesk().apply({ forgetNote("answered"), forgetNote("waiting"),
+            RuleProposal { .proposalId = QStringLiteral("another") } }));
+        m->proposalDesk().rejectProposal(QStringLiteral("answered"));
+        QCOMPARE(m->state().pendingProposals.size(), 2u);
+        const QDir directory(m_scratch->path());
+        QVERIFY(filesThatHold(secret, directory.path()).contains(QStringLiteral("proposals.json")));
+        write(directory.filePath(QStringLiteral("proposals.json.corrupt-2026-02-01T08-00-00Z")));
+
+        m->memoryDesk().deleteAllMemory();
+        QCOMPARE(filesThatHold(secret, directory.path()), QStringList());
+        restart();
+        QCOMPARE(m->state().pendingProposals.size(), 1u);
+        QCOMPARE(m->state().pendingProposals.front().proposalId, QStringLiteral("another"));
+    }
+
     void aTurnDeletedWhileItRunsLeavesNothing()
     {
         m_model->enqueue({ .events = { LLMToken { secret } }, .isHeld = true });
