@@ -1,82 +1,149 @@
 #include "prompts/MainAssistantPrompt.h"
 
 #include "foundation/ISO8601.h"
+#include "prompts/ActionInstructions.h"
 #include "prompts/PersonaPrompts.h"
+#include "prompts/RolePrompts.h"
+#include "prompts/ToolInstructions.h"
+
+#include <QStringBuilder>
+#include <QStringList>
 
 namespace pobblewig {
 
 namespace {
 
+constexpr QStringView canvasHint =
+    u"\nCanvas is not connected yet. Don't open with this, but when the conversation touches on "
+    "schoolwork at all, naturally mention that you can track their assignments and deadlines if "
+    "they connect Canvas. And when the user needs Canvas features (assignments, deadlines, "
+    "grades), guide them through connecting it:\n"
+    "- In Canvas on the web: Account → Settings → scroll to \"Approved Integrations\" → \"+ New "
+    "Access Token\" → name it (e.g. Pobblewig), generate, and copy the token.\n"
+    "- Then collect the school's Canvas URL (like https://yourschool.instructure.com) and set it "
+    "with update_settings (key canvasBaseURL). The token itself you cannot set — it goes in the "
+    "app's Settings → Connections page (paste the token, Connect).\n"
+    "- The user may not know you can see their screen. If they get stuck or can't find the "
+    "button, offer to look: capture a screenshot with screen_capture and walk them through it "
+    "step by step from what you see.";
+
+QString formSentence(const QString& currentForm)
+{
+    if (currentForm.isEmpty())
+        return {};
+    return u" Your current desktop form: " % currentForm
+        % u". When you refer to your own form or species, this is the one — name no other animal. "
+          u"If the user asks you to become a different animal, that's the mascot setting — change "
+          u"it with update_settings (key mascot); until the app confirms the change, this line is "
+          u"still your form.";
+}
+
 QString identitySection(const MainAssistantPrompt& prompt)
 {
-    return prompt.wording.identity.toString()
-        + QStringLiteral(" Your current persona: %1. You keep durable memory of the user and "
-                         "awareness of their current activity.")
-              .arg(displayName(prompt.situation.persona));
+    return prompt.wording.identity % formSentence(prompt.situation.currentForm)
+        % u" Your current persona: " % displayName(prompt.situation.persona)
+        % u". You keep durable memory of the user and awareness of their current activity.";
+}
+
+QString principlesSection(const std::set<AssistantRole>& roles)
+{
+    QStringList principles;
+    for (const auto role : roles) {
+        if (const auto text = RolePrompts::principles(role); !text.isEmpty())
+            principles.append(text.toString());
+    }
+    if (principles.isEmpty())
+        return {};
+    return u"\n\nCore principles:\n" % principles.join(u'\n');
+}
+
+QString voiceSection(CompanionPersona persona)
+{
+    const auto classic = persona == CompanionPersona::classic;
+    return u"\n\n" % (classic ? QStringView() : PersonaPrompts::sharedCore)
+        % PersonaPrompts::voice(persona) % u"\n\n" % PersonaPrompts::crisisBlock;
+}
+
+QString toolsSection(const MainAssistantPrompt& prompt)
+{
+    if (!prompt.toolsAvailable)
+        return {};
+    if (prompt.nativeTools)
+        return u"\n\n" % Prompts::nativeToolInstructions;
+    return u"\n\n" % Prompts::toolInstructions(Prompts::AccountabilityTools::included);
+}
+
+QString actionsSection(bool nativeTools)
+{
+    return u"\n\n"
+        % (nativeTools ? Prompts::nativeActionInstructions : Prompts::actionInstructions);
 }
 
 QString referenceSection(const SituationSnapshot& situation)
 {
     QString text;
     if (!situation.referenceTOC.isEmpty())
-        text += QStringLiteral("\nStructured reference memory — table of contents (you always see "
-                               "this; open a section with a memory tool when the user's question "
-                               "needs its detail):\n")
-            + situation.referenceTOC;
+        text += u"\nStructured reference memory — table of contents (you always see this; open a "
+                u"section with a memory tool when the user's question needs its detail):\n"
+            % situation.referenceTOC;
     if (!situation.chronologicalIndex.isEmpty())
-        text += QStringLiteral("\nChronological history index (daily/weekly summaries; expand a "
-                               "period with a memory tool when you need the underlying detail):\n")
-            + situation.chronologicalIndex;
+        text += u"\nChronological history index (daily/weekly summaries; expand a period with a "
+                u"memory tool when you need the underlying detail):\n"
+            % situation.chronologicalIndex;
     return text;
 }
 
 QString memorySection(const QString& memory)
 {
     if (memory.isEmpty())
-        return QStringLiteral("Remembered user context: none yet.");
-    return QStringLiteral("Remembered user context (your durable personal memory of the user — "
-                          "trust it, it is deliberately generous):\n---\n%1\n---\nPreferences in "
-                          "this memory are strong instructions for voice, length, and directness.")
-        .arg(memory);
+        return QStringLiteral("\n\nRemembered user context: none yet.");
+    return u"\n\nRemembered user context (your durable personal memory of the user — trust it, it "
+           u"is deliberately generous):\n---\n"
+        % memory
+        % u"\n---\nPreferences in this memory are strong instructions for voice, length, and "
+          u"directness.";
 }
 
 QString sessionSection(const SituationSnapshot& situation)
 {
     QString text;
     if (!situation.sessionInfo.isEmpty())
-        text += QStringLiteral("\n\nCurrent session:\n") + situation.sessionInfo;
+        text += u"\n\nCurrent session:\n" % situation.sessionInfo;
     if (!situation.unfinishedIntent.isEmpty())
-        text += QStringLiteral("\n\nUnresolved intent from recent days (still open — follow up "
-                               "naturally when relevant):\n")
-            + situation.unfinishedIntent;
+        text += u"\n\nUnresolved intent from recent days (still open — follow up naturally when "
+                u"relevant):\n"
+            % situation.unfinishedIntent;
+    if (!situation.canvasConnected)
+        text += canvasHint;
     return text;
 }
 
 QString situationSection(const MainAssistantPrompt& prompt)
 {
-    auto text = QStringLiteral("\n\nCurrent situation:\n") + prompt.situation.summary;
-    if (prompt.hasImage)
-        text += QStringLiteral(
-            "\nA screenshot is attached to the user's message. Answer from what you actually see; "
-            "never state a guess as fact, and if you can't tell something, say so in passing and "
-            "move on.");
-    return text;
+    constexpr QStringView screenshotAttached =
+        u"\nA screenshot is attached to the user's message. Answer from what you actually see; "
+        u"never state a guess as fact, and if you can't tell something, say so in passing and "
+        u"move on.";
+    return u"\n\nCurrent situation:\n" % prompt.situation.summary
+        % (prompt.hasImage ? screenshotAttached : QStringView());
+}
+
+QString clockSection(const MainAssistantPrompt& prompt)
+{
+    return u"\n\nCurrent mode: " % displayName(prompt.situation.mode)
+        % u".\nCurrent date and time: " % ISO8601::format(prompt.now);
 }
 
 } // namespace
 
 QString Prompts::mainAssistant(const MainAssistantPrompt& prompt)
 {
-    const QStringList voice {
-        identitySection(prompt),
-        PersonaPrompts::classicVoice.toString(),
-        PersonaPrompts::crisisBlock.toString(),
-    };
-    return voice.join(QStringLiteral("\n\n")) + u'\n' + referenceSection(prompt.situation)
-        + QStringLiteral("\n\n") + memorySection(prompt.memory) + u'\n'
-        + sessionSection(prompt.situation) + situationSection(prompt)
-        + QStringLiteral("\n\nCurrent mode: %1.\nCurrent date and time: %2")
-              .arg(displayName(prompt.situation.mode), ISO8601::format(prompt.now));
+    const auto& situation = prompt.situation;
+    return identitySection(prompt) % principlesSection(situation.roles)
+        % voiceSection(situation.persona) % u'\n' % toolsSection(prompt)
+        % actionsSection(prompt.nativeTools) % u'\n' % referenceSection(situation)
+        % memorySection(prompt.memory) % u'\n' % sessionSection(situation)
+        % situationSection(prompt) % clockSection(prompt);
 }
 
 } // namespace pobblewig
