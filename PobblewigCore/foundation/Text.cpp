@@ -3,6 +3,7 @@
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
+#include <utility>
 
 namespace pobblewig {
 
@@ -57,6 +58,57 @@ bool isUnseen(QChar character)
     return character.category() == QChar::Other_Control || turnsDirection(character);
 }
 
+bool isBlank(char32_t character)
+{
+    const auto category = QChar::category(character);
+    return QChar::isSpace(character) || category == QChar::Other_Control;
+}
+
+/// It shapes its neighbours: an emoji family, or a word in many scripts.
+bool isShaping(char32_t character)
+{
+    constexpr char32_t nonJoiner = 0x200C;
+    constexpr char32_t joiner = 0x200D;
+    const bool isVariation = (character >= 0xFE00 && character <= 0xFE0F)
+        || (character >= 0xE0100 && character <= 0xE01EF);
+    return character == nonJoiner || character == joiner || isVariation;
+}
+
+char32_t characterAt(QStringView text, qsizetype place)
+{
+    const auto unit = text[place];
+    const bool isPair =
+        unit.isHighSurrogate() && place + 1 < text.size() && text[place + 1].isLowSurrogate();
+    if (isPair)
+        return QChar::surrogateToUcs4(unit, text[place + 1]);
+    return unit.isSurrogate() ? char32_t(QChar::ReplacementCharacter) : char32_t(unit.unicode());
+}
+
+/// Of the beginning, until there are this many units.
+QString withoutTricks(QStringView text, qsizetype units)
+{
+    QString shown;
+    auto isApart = false;
+    auto isShaped = true;
+    for (qsizetype at = 0; at < text.size() && shown.size() < units;) {
+        const auto character = characterAt(text, at);
+        at += QChar::requiresSurrogates(character) ? 2 : 1;
+        if (isBlank(character)) {
+            isApart = !shown.isEmpty();
+            isShaped = true;
+            continue;
+        }
+        const auto shapes = isShaping(character);
+        if (shapes ? isShaped : QChar::category(character) == QChar::Other_Format)
+            continue;
+        if (std::exchange(isApart, false))
+            shown += u' ';
+        shown += QChar::fromUcs4(character);
+        isShaped = shapes;
+    }
+    return shown;
+}
+
 } // namespace
 
 qsizetype Text::characterCount(const QString& text)
@@ -80,6 +132,18 @@ QString Text::firstCharacters(const QString& text, qsizetype count)
             return beginning;
     }
     return beginning.first(finder.position());
+}
+
+QString Text::plainLine(const QString& text, qsizetype count)
+{
+    const auto line = withoutTricks(text, (count + 1) * longestCharacter);
+    const auto beginning = firstCharacters(line, count);
+    return beginning.size() == line.size() ? line : beginning + u'…';
+}
+
+QString Text::counted(qint64 count, QStringView thing)
+{
+    return QStringLiteral("%1 %2%3").arg(count).arg(thing, count == 1 ? u"" : u"s");
 }
 
 QString Text::normalized(const QString& text)

@@ -11,6 +11,13 @@ qsizetype characterCount(const QString& text);
 /// is longer may be cut.
 QString firstCharacters(const QString& text, qsizetype count);
 
+/// A paragraph that nobody can hide anything in: without control characters, invisible ones and
+/// marks that turn the direction of writing, with single blanks. A longer text ends in "…".
+QString plainLine(const QString& text, qsizetype count);
+
+/// "1 minute", "2 minutes".
+QString counted(qint64 count, QStringView thing);
+
 /// What makes two texts the same statement: lower case, and single blanks between the words.
 QString normalized(const QString& text);
 

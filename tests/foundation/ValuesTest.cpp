@@ -91,6 +91,29 @@ private Q_SLOTS:
         QCOMPARE(Text::firstCharacters(firstTwo + more, 2), firstTwo);
     }
 
+    void nothingHidesInAPlainLine_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("line");
+        row("blanks and controls", " a\u2028\t\u00a0b\x1b[0m\u0000\n", "a b [0m");
+        row("turned around", "\u202eabc\u2067d\u200f\u061ce", "abcde");
+        row("invisible", "\u200b\ufeffa\u00ad\u2060b\U000E0061", "ab");
+        row("joined once", "\u200da\u200d\u200c\ufe0f\u200db \u200dc", "a\u200db c");
+        row("families stay", "👩‍👩‍👧‍👦❤️", "👩‍👩‍👧‍👦❤️");
+        row("as long as may be", "👩‍👩‍👧‍👦234567890",
+            "👩‍👩‍👧‍👦234567890");
+        row("one too long", "👩‍👩‍👧‍👦2345678901",
+            "👩‍👩‍👧‍👦234567890…");
+        QTest::newRow("half a pair") << QString(QChar(0xD83D)) + u'a' << QStringLiteral("\ufffda");
+        QTest::newRow("late") << QString(1 << 20, QChar(0x200B)) + u'a' << QStringLiteral("a");
+        QTest::newRow("long") << QString(1 << 20, u'a') << QString(10, u'a') + u'…';
+    }
+    void nothingHidesInAPlainLine()
+    {
+        QFETCH(QString, text);
+        QTEST(Text::plainLine(text, 10), "line");
+    }
+
     void aStatementIsTheSameInAnyCaseAndSpacing_data()
     {
         QTest::addColumn<QString>("text");
