@@ -14,6 +14,8 @@ struct ProposalWords {
     QString title;
     /// What is and what would be, a line each; the first says the most.
     QStringList lines;
+
+    bool operator==(const ProposalWords&) const = default;
 };
 
 namespace ProposalTexts {
@@ -22,6 +24,9 @@ namespace ProposalTexts {
 /// control characters and marks that turn the direction of writing, and no longer than fits.
 ProposalWords words(
     const RuleProposal& proposal, const AppSettings& settings, const Calendar& calendar);
+
+/// The proposal's own name, likewise.
+QString name(const RuleProposal& proposal);
 
 } // namespace ProposalTexts
 
