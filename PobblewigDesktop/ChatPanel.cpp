@@ -5,15 +5,14 @@
 #include "PobblewigDesktop/ConversationFeed.h"
 #include "PobblewigDesktop/ConversationFind.h"
 #include "PobblewigDesktop/ConversationModel.h"
+#include "PobblewigDesktop/ConversationSaving.h"
 #include "PobblewigDesktop/ConversationView.h"
 #include "PobblewigDesktop/FindBar.h"
 #include "PobblewigDesktop/MessageInput.h"
 #include "PobblewigDesktop/PanelPlacement.h"
 #include "PobblewigDesktop/PanelStyle.h"
-#include "foundation/FileOperations.h"
 #include "prompts/VisionUserPrompt.h"
 
-#include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QShortcut>
@@ -51,6 +50,7 @@ ChatPanel::ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget*
     , m_findBar(new FindBar(this))
     , m_view(new ConversationView(*m_model, this))
     , m_find(new ConversationFind(*m_findBar, *m_model, *m_view, this))
+    , m_saving(new ConversationSaving(chat, m_calendar, *this))
     , m_notice(new Banner(Banner::Kind::notice, QStringLiteral("Notice"), {}, this))
     , m_error(
           new Banner(Banner::Kind::error, QStringLiteral("Error"), QStringLiteral("Retry"), this))
@@ -188,7 +188,8 @@ void ChatPanel::connectControls()
 {
     connect(m_header, &ChatHeader::newSessionRequested, this, &ChatPanel::newSessionRequested);
     connect(m_header, &ChatHeader::findRequested, m_findBar, &FindBar::open);
-    connect(m_header, &ChatHeader::saveRequested, this, &ChatPanel::save);
+    connect(m_header, &ChatHeader::saveRequested, m_saving, &ConversationSaving::ask);
+    connect(m_saving, &ConversationSaving::failed, this, &ChatPanel::setNotice);
     connect(m_view, &ConversationView::findRequested, m_findBar, &FindBar::open);
     connect(m_findBar, &FindBar::closeRequested, m_find, &ConversationFind::close);
     connect(m_error, &Banner::actionTriggered, &m_chat, &ChatService::retryLast);
@@ -257,27 +258,6 @@ void ChatPanel::escape()
         m_find->close();
     else
         hide();
-}
-
-void ChatPanel::save()
-{
-    auto* const dialog = new QFileDialog(this, QStringLiteral("Save the conversation"));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setDefaultSuffix(QStringLiteral("txt"));
-    dialog->setNameFilter(QStringLiteral("Text (*.txt)"));
-    dialog->selectFile(QStringLiteral("Pobblewig conversation.txt"));
-    connect(dialog, &QFileDialog::fileSelected, this, &ChatPanel::saveTo);
-    dialog->open();
-}
-
-void ChatPanel::saveTo(const QString& path)
-{
-    const auto text = ConversationLogic::transcript(m_chat.messages(), m_calendar);
-    const auto saved = writeDurably(path, text.toUtf8(), FileOperations());
-    if (!saved)
-        setNotice(QStringLiteral("The conversation could not be saved: %1")
-                      .arg(saved.error().description()));
 }
 
 } // namespace pobblewig

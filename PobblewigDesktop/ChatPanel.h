@@ -1,8 +1,8 @@
 #pragma once
 
-#include "PobblewigDesktop/ConversationLogic.h"
 #include "PobblewigDesktop/Theme.h"
 #include "conversation/ChatService.h"
+#include "foundation/Calendar.h"
 
 #include <QIcon>
 #include <QWidget>
@@ -17,6 +17,7 @@ class ChatHeader;
 class ConversationFeed;
 class ConversationFind;
 class ConversationModel;
+class ConversationSaving;
 class ConversationView;
 class FindBar;
 class MessageInput;
@@ -62,8 +63,6 @@ private:
     void sendWithScreen();
     void submit(const QString& text, ChatService::Screenshot screenshot);
     void escape();
-    void save();
-    void saveTo(const QString& path);
 
     ChatService& m_chat;
     Calendar m_calendar;
@@ -74,6 +73,7 @@ private:
     FindBar* m_findBar;
     ConversationView* m_view;
     ConversationFind* m_find;
+    ConversationSaving* m_saving;
     Banner* m_notice;
     Banner* m_error;
     QLabel* m_capture;
