@@ -13,16 +13,57 @@
 
 namespace pobblewig {
 
+struct ChatFunction {
+    QString name;
+    /// A JSON object, as text; of a call only.
+    QString arguments;
+
+    static constexpr auto jsonFields()
+    {
+        using namespace json;
+        return std::tuple { required("name", &ChatFunction::name),
+            defaulted("arguments", &ChatFunction::arguments) };
+    }
+};
+
+/// What the model called earlier.
+struct ChatToolCall {
+    QString id;
+    ChatFunction function;
+
+    static constexpr auto jsonFields()
+    {
+        using namespace json;
+        return std::tuple { defaulted("id", &ChatToolCall::id),
+            required("function", &ChatToolCall::function) };
+    }
+};
+
+/// What the model may call.
+struct ChatTool {
+    ChatFunction function;
+
+    static constexpr auto jsonFields()
+    {
+        return std::tuple { json::required("function", &ChatTool::function) };
+    }
+};
+
 struct ChatRequestMessage {
     QString role;
     /// A text, or an array of parts, or nothing.
     JSONValue content;
+    std::vector<ChatToolCall> toolCalls;
+    /// Of the call that a message of the role "tool" answers.
+    QString toolCallID;
 
     static constexpr auto jsonFields()
     {
         using namespace json;
         return std::tuple { required("role", &ChatRequestMessage::role),
-            defaulted("content", &ChatRequestMessage::content) };
+            defaulted("content", &ChatRequestMessage::content),
+            defaulted("tool_calls", &ChatRequestMessage::toolCalls),
+            defaulted("tool_call_id", &ChatRequestMessage::toolCallID) };
     }
 
     /// All text parts, joined by line breaks.
@@ -64,6 +105,7 @@ struct ChatResponseFormat {
 struct ChatRequest {
     QString model;
     std::vector<ChatRequestMessage> messages;
+    std::vector<ChatTool> tools;
     bool stream = false;
     ChatStreamOptions streamOptions;
     std::optional<ChatResponseFormat> responseFormat;
@@ -72,7 +114,8 @@ struct ChatRequest {
     {
         using namespace json;
         return std::tuple { defaulted("model", &ChatRequest::model),
-            required("messages", &ChatRequest::messages), defaulted("stream", &ChatRequest::stream),
+            required("messages", &ChatRequest::messages), defaulted("tools", &ChatRequest::tools),
+            defaulted("stream", &ChatRequest::stream),
             defaulted("stream_options", &ChatRequest::streamOptions),
             optional("response_format", &ChatRequest::responseFormat) };
     }

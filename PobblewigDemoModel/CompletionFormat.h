@@ -14,8 +14,8 @@ namespace pobblewig::CompletionFormat {
 /// A whole answer in one JSON object.
 QByteArray completion(const ChatRequest& request, const DemoReply& reply, TimePoint created);
 
-/// A streamed answer, one server-sent event for each word, ready to be written. Ends with the
-/// usage, if the request wants to know it, and the end mark.
+/// A streamed answer, one server-sent event for each word and for each piece of a call, ready to be
+/// written. Ends with the usage, if the request wants to know it, and the end mark.
 std::vector<QByteArray> events(
     const ChatRequest& request, const DemoReply& reply, TimePoint created);
 

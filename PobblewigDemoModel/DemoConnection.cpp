@@ -25,13 +25,14 @@ bool isChatPath(const QByteArray& path)
 
 } // namespace
 
-DemoConnection::DemoConnection(QTcpSocket* socket, std::chrono::milliseconds delayBetweenWords)
+DemoConnection::DemoConnection(QTcpSocket* socket, DemoOptions options)
     : QObject(socket)
     , m_socket(socket)
+    , m_options(options)
 {
     // Else the system gathers words before it sends them.
     socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-    m_pace.setInterval(delayBetweenWords);
+    m_pace.setInterval(options.delayBetweenWords);
     connect(&m_pace, &QTimer::timeout, this, &DemoConnection::sendNextEvent);
     connect(socket, &QTcpSocket::readyRead, this, &DemoConnection::receive);
     connect(socket, &QTcpSocket::disconnected, &m_pace, &QTimer::stop);
@@ -68,7 +69,9 @@ void DemoConnection::answerChat(const QByteArray& body)
     const auto request = ChatRequest::parse(body);
     if (!request)
         return refuse({ 400, request.error() });
-    const auto reply = DemoReplies::reply(*request, QTime::currentTime());
+    if (m_options.refusesTools && !request->tools.empty())
+        return refuse({ 400, QStringLiteral("this model does not support tools") });
+    const auto reply = DemoReplies::reply(*request, QDateTime::currentDateTime());
     if (!request->stream) {
         send(200, CompletionFormat::completion(*request, reply, systemNow()));
         return m_socket->disconnectFromHost();

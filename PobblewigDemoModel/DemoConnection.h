@@ -1,12 +1,12 @@
 #pragma once
 
+#include "PobblewigDemoModel/DemoOptions.h"
 #include "PobblewigDemoModel/HTTPRequestReader.h"
 
 #include <QObject>
 #include <QTcpSocket>
 #include <QTimer>
 
-#include <chrono>
 #include <vector>
 
 namespace pobblewig {
@@ -15,7 +15,7 @@ namespace pobblewig {
 /// client that goes away in the middle of a reply ends that reply and nothing else.
 class DemoConnection : public QObject {
 public:
-    DemoConnection(QTcpSocket* socket, std::chrono::milliseconds delayBetweenWords);
+    DemoConnection(QTcpSocket* socket, DemoOptions options);
 
 private:
     void receive();
@@ -26,6 +26,7 @@ private:
     void sendNextEvent();
 
     QTcpSocket* m_socket;
+    DemoOptions m_options;
     HTTPRequestReader m_reader;
     bool m_isAnswered = false;
     std::vector<QByteArray> m_events;

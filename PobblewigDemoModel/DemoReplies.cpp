@@ -1,26 +1,26 @@
 #include "PobblewigDemoModel/DemoReplies.h"
 
+#include "PobblewigDemoModel/DemoForgetting.h"
+#include "PobblewigDemoModel/DemoLookups.h"
+#include "PobblewigDemoModel/DemoMisbehaviour.h"
+#include "PobblewigDemoModel/DemoReminders.h"
+#include "PobblewigDemoModel/DemoSettings.h"
+#include "PobblewigDemoModel/DemoSmallTalk.h"
+#include "PobblewigDemoModel/DemoWords.h"
+#include "PobblewigDemoModel/FencedCalls.h"
 #include "PobblewigDemoModel/SchemaAnswer.h"
-#include "foundation/Text.h"
+#include "PobblewigDemoModel/ToolAnswers.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QRegularExpression>
 
 #include <algorithm>
-#include <array>
 
 namespace pobblewig {
 
 namespace {
 
-constexpr qsizetype longestEcho = 200;
-
-struct Question {
-    QString text = {};
-    bool hasImage = false;
-    QTime now = {};
-};
+using Calls = std::vector<DemoToolCall>;
 
 const QString& introduction()
 {
@@ -33,113 +33,112 @@ const QString& introduction()
     return text;
 }
 
-QString describePicture(const Question&)
+QString describePicture()
 {
     return QStringLiteral("Thank you for the picture. I am sure that it is a good one, but a demo "
                           "model has no eyes. With a vision model I could tell you what I see.");
 }
 
-constexpr std::array storyPlaces { u"a lighthouse without a lamp", u"a library under a hill",
-    u"the quiet end of a railway platform", u"a kitchen that smelled of cinnamon",
-    u"a harbour full of paper boats", u"the roof of a very old school",
-    u"a market where nobody was in a hurry", u"a garden that only opened at night",
-    u"a workshop for broken clocks", u"an island the size of a table",
-    u"a bridge with a bench in its middle", u"a small window with a light in it" };
-constexpr std::array storyHappenings { u"it sat down, counted to ten and felt the wind turn",
-    u"it borrowed a pencil and forgot to return it",
-    u"it made friends with a cat who pretended not to care",
-    u"it learned a song with only one note, and sang it well",
-    u"it wrote three things down and crossed out two", u"it slept through the whole afternoon",
-    u"it asked for the way and was given an apple instead",
-    u"it found the answer to a question that nobody had asked" };
-
-QString tellStory(const Question&)
+std::optional<DemoPlan> planBy(const DemoRules& rules, const QString& text, const QDateTime& now)
 {
-    auto story = QStringLiteral("Settle in, this is a long one. Once there was a small creature "
-                                "that lived at the edge of a screen and wanted to see the rest.");
-    for (size_t day = 0; day < 2 * storyPlaces.size(); ++day) {
-        story += QStringLiteral("\n\nOn day %1 it came to %2. There %3, and in the evening it said "
-                                "to itself: tomorrow I go on.")
-                     .arg(day + 1)
-                     .arg(QStringView(storyPlaces[day % storyPlaces.size()]))
-                     .arg(QStringView(storyHappenings[day % storyHappenings.size()]));
+    for (const auto& rule : rules) {
+        if (const auto match = rule.pattern.match(text); match.hasMatch())
+            return rule.plan({ match, now });
     }
-    return story + QStringLiteral("\n\nThen it came home, and everything was where it had been.");
+    return std::nullopt;
 }
 
-QString tellTime(const Question& question)
+DemoPlan planFor(const DemoTurn& turn, const QDateTime& now)
 {
-    const auto time = question.now.toString(QStringLiteral("HH:mm"));
-    return QStringLiteral("It is %1 by this computer's clock. Still time for one small thing.")
-        .arg(time);
+    if (turn.hasPicture)
+        return { describePicture() };
+    const auto wish = DemoWords::withoutCourtesies(turn.question);
+    for (const auto* rules : { &DemoMisbehaviour::rules(), &DemoForgetting::rules(),
+             &DemoSettings::rules(), &DemoReminders::rules(), &DemoLookups::rules() }) {
+        if (auto plan = planBy(*rules, wish, now))
+            return *std::move(plan);
+    }
+    if (!turn.results.empty())
+        return {};
+    return planBy(DemoSmallTalk::rules(), turn.question, now).value_or(DemoPlan());
 }
 
-QString help(const Question&)
+Calls openCalls(const DemoPlan& plan, const DemoResults& results)
 {
-    return QStringLiteral("Gladly. I understand a greeting, \"what time is it\", \"help\", and a "
-                          "wish for a long story, which is good for trying out the scrolling. "
-                          "Whatever else you write, I listen, and say back what I understood.");
+    auto calls = plan.calls;
+    std::erase_if(calls, [&](const auto& call) { return ToolAnswers::has(results, call.name); });
+    return calls;
 }
 
-QString welcome(const Question&)
+/// The plan as it stands after these results.
+DemoPlan reached(DemoPlan plan, const DemoResults& results)
 {
-    return QStringLiteral("You are welcome. It was a pleasure.");
+    while (plan.next && openCalls(plan, results).empty()) {
+        auto following = plan.next(results);
+        plan = std::move(following);
+    }
+    return plan;
 }
 
-QString comfort(const Question&)
+/// Which of the plan's tools have to be loaded first, and were not tried to be.
+Calls loading(const DemoPlan& plan, const Calls& open, const DemoTurn& turn)
 {
-    return QStringLiteral("That sounds like a lot. Shall we make it smaller? Choose the one piece "
-                          "that you could finish in ten minutes, and begin with only that.");
+    const auto describe = QStringLiteral("describe_tool");
+    auto names = plan.nextTools;
+    for (const auto& call : open)
+        names.append(call.name);
+    Calls loads;
+    for (const auto& name : names) {
+        const DemoToolCall load { describe, { { QStringLiteral("name"), name } } };
+        const auto isTried =
+            std::ranges::find(turn.results, load.argumentsText(), &DemoToolResult::argumentsText)
+            != turn.results.end();
+        if (turn.offers(describe) && !turn.offers(name) && !isTried)
+            loads.push_back(load);
+    }
+    return loads;
 }
 
-QString greet(const Question&)
+DemoReply calling(const DemoPlan& plan, const Calls& open, const DemoTurn& turn)
 {
-    return QStringLiteral("Hello, good to see you. What are you working on today?");
+    if (turn.protocol == DemoTurn::Protocol::blocks)
+        return { plan.sentence + QStringLiteral("\n\n") + FencedCalls::written(open) };
+    auto calls = loading(plan, open, turn);
+    std::ranges::copy_if(
+        open, std::back_inserter(calls), [&](const auto& call) { return turn.offers(call.name); });
+    if (calls.empty())
+        return { QStringLiteral("For that I would call %1, which I am not offered at present.")
+                     .arg(open.front().name) };
+    return { plan.sentence, calls };
 }
 
-QString echo(const Question& question)
+/// What the results of the plan's last calls amount to, or all of them if it planned nothing.
+QString spokenResults(const DemoPlan& plan, const DemoTurn& turn)
 {
-    return QStringLiteral("You asked: \"%1\" A good question, and more than my rules can answer. "
-                          "A real model would give it a try.")
-        .arg(Text::firstCharacters(question.text, longestEcho));
+    auto results = turn.results;
+    std::erase_if(results, [&](const auto& result) {
+        return !plan.calls.empty()
+            && std::ranges::find(plan.calls, result.name, &DemoToolCall::name) == plan.calls.end();
+    });
+    return ToolAnswers::spoken(results, plan.sentence, turn.hasScreenshot);
 }
 
-QString admitIgnorance(const Question&)
+DemoReply answer(const DemoTurn& turn, const QDateTime& now)
 {
-    return QStringLiteral("I hear you. My rules have nothing clever to say to that, but I am glad "
-                          "that you told me. Write \"help\" to see what I understand.");
+    const auto plan = reached(planFor(turn, now), turn.results);
+    if (turn.wasNudged && !plan.afterNudge.isEmpty())
+        return { plan.afterNudge };
+    if (const auto open = openCalls(plan, turn.results); !open.empty())
+        return calling(plan, open, turn);
+    if (plan.calls.empty() && (!plan.sentence.isEmpty() || turn.results.empty()))
+        return { plan.sentence };
+    return { spokenResults(plan, turn) };
 }
 
-struct Rule {
-    QString pattern;
-    QString (*answer)(const Question&);
-};
-
-const std::array<Rule, 8>& rules()
+/// Whether this is what the user will read, and not what is said between two rounds of tools.
+bool isFinal(const DemoReply& reply)
 {
-    static const std::array<Rule, 8> all { {
-        { QStringLiteral(R"(\bstory\b|^long\b|\bsomething long\b|\blong (answer|text|reply)\b)"),
-            tellStory },
-        { QStringLiteral(R"(\bwhat('s| is)? (the )?time\b|\bhow late\b)"), tellTime },
-        { QStringLiteral(R"(\bhelp\b|\bwhat can you do\b)"), help },
-        { QStringLiteral(R"(\bthank(s| you)\b)"), welcome },
-        { QStringLiteral(R"(\b(tired|stressed|overwhelmed|exhausted|anxious)\b)"), comfort },
-        { QStringLiteral(R"(^(hi|hello|hey|good (morning|afternoon|evening))\b)"), greet },
-        { QStringLiteral(R"(\?$)"), echo },
-        { QString(), admitIgnorance },
-    } };
-    return all;
-}
-
-QString answer(const Question& question)
-{
-    if (question.hasImage)
-        return describePicture(question);
-    const auto fits = [&](const Rule& rule) {
-        const QRegularExpression pattern(rule.pattern, QRegularExpression::CaseInsensitiveOption);
-        return question.text.contains(pattern);
-    };
-    return std::ranges::find_if(rules(), fits)->answer(question);
+    return reply.calls.empty() && !reply.text.contains(u"```buddy-tools");
 }
 
 QString formatted(const ChatResponseFormat& format)
@@ -150,34 +149,17 @@ QString formatted(const ChatResponseFormat& format)
     return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
 
-/// The newest message of a role, or null.
-const ChatRequestMessage* newest(const ChatRequest& request, QStringView role)
-{
-    for (auto message = request.messages.rbegin(); message != request.messages.rend(); ++message) {
-        if (message->role == role)
-            return &*message;
-    }
-    return nullptr;
-}
-
-Question question(const ChatRequest& request, QTime now)
-{
-    const auto* asked = newest(request, u"user");
-    if (!asked)
-        return { .now = now };
-    return { .text = asked->text().trimmed(), .hasImage = asked->hasImage(), .now = now };
-}
-
 } // namespace
 
-DemoReply DemoReplies::reply(const ChatRequest& request, QTime now)
+DemoReply DemoReplies::reply(const ChatRequest& request, const QDateTime& now)
 {
     if (request.responseFormat && request.responseFormat->type != u"text")
         return { formatted(*request.responseFormat) };
-    const auto said = answer(question(request, now));
-    if (newest(request, u"assistant"))
-        return { said };
-    return { introduction() + QStringLiteral("\n\n") + said };
+    const auto turn = DemoTurn::read(request);
+    auto reply = answer(turn, now);
+    if (turn.isFirst && isFinal(reply) && !reply.text.isEmpty())
+        reply.text = introduction() + QStringLiteral("\n\n") + reply.text;
+    return reply;
 }
 
 } // namespace pobblewig

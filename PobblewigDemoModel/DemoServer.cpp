@@ -4,11 +4,11 @@
 
 namespace pobblewig {
 
-DemoServer::DemoServer(std::chrono::milliseconds delayBetweenWords)
+DemoServer::DemoServer(DemoOptions options)
 {
-    QObject::connect(&m_server, &QTcpServer::newConnection, &m_server, [this, delayBetweenWords] {
+    QObject::connect(&m_server, &QTcpServer::newConnection, &m_server, [this, options] {
         while (auto* socket = m_server.nextPendingConnection())
-            new DemoConnection(socket, delayBetweenWords);
+            new DemoConnection(socket, options);
     });
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 struct Options {
     quint16 port = 0;
-    std::chrono::milliseconds delay {};
+    pobblewig::DemoOptions server;
 };
 
 std::optional<Options> readOptions(const QCoreApplication& application)
@@ -22,17 +22,21 @@ std::optional<Options> readOptions(const QCoreApplication& application)
     const QCommandLineOption delay(QStringLiteral("delay-ms"),
         QStringLiteral("Wait so long between two words."), QStringLiteral("milliseconds"),
         QStringLiteral("25"));
+    const QCommandLineOption noTools(QStringLiteral("no-native-tools"),
+        QStringLiteral("Refuse requests that offer tools, as servers do that know none."));
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("A model server for trying out Pobblewig: answers by rules, not by AI."));
     parser.addHelpOption();
-    parser.addOptions({ port, delay });
+    parser.addOptions({ port, delay, noTools });
     parser.process(application);
 
     bool portFits = false;
     bool delayFits = false;
     const Options options { .port = parser.value(port).toUShort(&portFits),
-        .delay = std::chrono::milliseconds(parser.value(delay).toUShort(&delayFits)) };
+        .server = { .delayBetweenWords =
+                        std::chrono::milliseconds(parser.value(delay).toUShort(&delayFits)),
+            .refusesTools = parser.isSet(noTools) } };
     return portFits && delayFits ? std::optional(options) : std::nullopt;
 }
 
@@ -47,7 +51,7 @@ int main(int argc, char** argv)
         errors << "the port and the delay are numbers from 0 to 65535\n";
         return 2;
     }
-    pobblewig::DemoServer server(options->delay);
+    pobblewig::DemoServer server(options->server);
     const auto port = server.listen(options->port);
     if (!port) {
         errors << "port " << options->port << " is not free\n";

@@ -1,7 +1,9 @@
-#include "PobblewigDemoModel/DemoReplies.h"
+#include "PobblewigDemoModel/CompletionFormat.h"
 #include "PobblewigDemoModel/HTTPRequestReader.h"
 
-using pobblewig::ChatRequest, pobblewig::DemoReplies::reply, pobblewig::HTTPRequestReader;
+#include <QTimeZone>
+
+using namespace pobblewig;
 
 /// Two pieces of a connection, divided at a place that the first byte names, and the reply to it.
 extern "C" int LLVMFuzzerTestOneInput(const uchar* data, size_t size)
@@ -15,7 +17,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uchar* data, size_t size)
     if (!outcome)
         outcome = reader.feed(bytes.mid(1 + middle));
     const auto body = outcome && *outcome ? (*outcome)->body : bytes.mid(1);
+    const QDateTime now({ 2026, 12, 31 }, { 23, 59 }, QTimeZone::utc());
     if (const auto request = ChatRequest::parse(body))
-        reply(*request, QTime(0, 0));
+        CompletionFormat::events(*request, DemoReplies::reply(*request, now), TimePoint());
     return 0;
 }

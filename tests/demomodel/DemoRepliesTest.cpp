@@ -3,6 +3,8 @@
 #include "PobblewigDemoModel/CompletionFormat.h"
 #include "support/TableRow.h"
 
+#include <QTimeZone>
+
 namespace pobblewig {
 
 class DemoRepliesTest : public QObject {
@@ -11,8 +13,9 @@ class DemoRepliesTest : public QObject {
 private:
     static QString replyTo(const QByteArray& body)
     {
+        const QDateTime now({ 2026, 11, 21 }, { 9, 5 }, QTimeZone::utc());
         const auto request = ChatRequest::parse(body);
-        return request ? DemoReplies::reply(*request, { 9, 5 }).text : request.error();
+        return request ? DemoReplies::reply(*request, now).text : request.error();
     }
 
     /// As the newest message of a conversation that has had a reply.
@@ -31,7 +34,7 @@ private Q_SLOTS:
         row(R"("This is a thing")", "I hear you");
         row(R"("What is the time?")", "It is 09:05");
         row(R"("I had a hard time")", "I hear you");
-        row(R"("hi, can you help?")", "Gladly. I understand");
+        row(R"("hi, can you help?")", "Gladly. Each of these");
         row(R"("helpless")", "I hear you");
         row(R"("I am so stressed, what now?")", "That sounds like a lot");
         row(R"("Is 50 % of %1 a lot?")", "You asked: \"Is 50 % of %1 a lot?\" A good");
@@ -46,10 +49,16 @@ private Q_SLOTS:
         QVERIFY2(reply.startsWith(part), qPrintable(reply));
     }
 
+    void aSentenceMayBeEndless()
+    {
+        QVERIFY(
+            laterReplyTo("\"put " + QByteArray(1000000, 'a') + "?\"").startsWith(u"I hear you"));
+    }
+
     void aStoryIsLongEnoughToScrollAndAnEchoIsCut()
     {
         QVERIFY(laterReplyTo(R"("long")").size() > 3000);
-        QVERIFY(laterReplyTo('"' + QByteArray(100000, 'a') + "?\"").size() < 400);
+        QVERIFY(laterReplyTo('"' + QByteArray(1000, 'a') + "?\"").size() < 400);
     }
 
     void theFirstReplySaysWhatItIsAndAnswers()

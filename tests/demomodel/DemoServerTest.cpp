@@ -50,7 +50,7 @@ private:
 private Q_SLOTS:
     void aReplyArrivesWordByWord()
     {
-        DemoServer server(1ms);
+        DemoServer server({ .delayBetweenWords = 1ms });
         const auto port = server.listen(0);
         QTcpSocket socket;
         open(socket, *port);
@@ -70,7 +70,7 @@ private Q_SLOTS:
 
     void aClientThatLeavesEndsOnlyItsOwnReply()
     {
-        DemoServer server(1ms);
+        DemoServer server({ .delayBetweenWords = 1ms });
         const auto port = server.listen(0);
         for (const auto& sent : { chat(R"(,"stream":true)"), chat().chopped(5), QByteArray() }) {
             QTcpSocket leaving;
@@ -107,10 +107,23 @@ private Q_SLOTS:
     void eachRequestGetsItsStatus()
     {
         QFETCH(QByteArray, request);
-        DemoServer server(0ms);
+        DemoServer server({});
         const auto answer = answerTo(request, *server.listen(0));
         QTEST(answer.sliced(9, 3).toInt(), "status");
         QCOMPARE(answer.contains("\"error\":{\"message\""), !answer.contains("200 OK"));
+    }
+
+    void toolsAreRefusedOnlyIfAskedFor()
+    {
+        const auto request = chat(R"(,"tools":[{"function":{"name":"set_mascot"}}])", "be a mouse");
+        DemoServer usual({});
+        const auto answer = answerTo(request, *usual.listen(0));
+        QVERIFY(answer.contains(R"("finish_reason":"tool_calls")"));
+        QVERIFY(answer.contains(R"("arguments":"{\"mascot\":\"mouse\",)"));
+        DemoServer refusing({ .refusesTools = true });
+        const auto port = *refusing.listen(0);
+        QVERIFY(answerTo(request, port).startsWith("HTTP/1.1 400 "));
+        QVERIFY(answerTo(chat(), port).startsWith("HTTP/1.1 200 "));
     }
 
     void aRequestMayArriveInAnyPieces()
@@ -126,8 +139,8 @@ private Q_SLOTS:
 
     void aTakenPortIsReported()
     {
-        DemoServer first(0ms);
-        DemoServer second(0ms);
+        DemoServer first({});
+        DemoServer second({});
         QVERIFY(!second.listen(*first.listen(0)));
     }
 
