@@ -98,6 +98,9 @@ AppCoordinator::AppCoordinator(Parts parts)
     , m_proposalDesk(proposalDeskDependencies())
 {
     wireTools();
+    m_chat.onActions = [this](ChatService::Actions actions) {
+        return m_proposalDesk.apply(std::move(actions));
+    };
     m_chat.onTurnComplete = [this] { return afterChatTurn(); };
     m_pollTimer.setInterval(pollInterval);
     connect(&m_pollTimer, &QTimer::timeout, this, [this] { spawn(pollOnce(m_parts.clock())); });

@@ -207,7 +207,7 @@ Task<> ProposalDesk::confirmWrite(RuleProposal proposal)
     if (result.kind == ConfirmResult::Kind::failed)
         noteWriteResult(QStringLiteral("That didn't work: %1").arg(result.reason), proposal.kind);
     if (result.kind == ConfirmResult::Kind::created)
-        noteWriteResult(outcome->text, proposal.kind);
+        noteSuccess(outcome->text, proposal.kind);
     if (outcome->selfNote)
         noteProposalState(*outcome->selfNote);
 }
@@ -235,9 +235,22 @@ void ProposalDesk::noteProposalState(const QString& text)
     m.chat.reload();
 }
 
+void ProposalDesk::noteSuccess(const QString& text, Kind kind)
+{
+    noteProposalState(text);
+    // What is forgotten must not live on in the record of it.
+    const auto isForgotten = kind == Kind::forgetMemory;
+    record(isForgotten ? QStringLiteral("Forgot something at the user's request") : text, kind);
+}
+
 void ProposalDesk::noteWriteResult(const QString& text, Kind kind)
 {
     noteProposalState(text);
+    record(text, kind);
+}
+
+void ProposalDesk::record(const QString& text, Kind kind)
+{
     if (!m.settings.settings().memoryEnabled)
         return;
     const auto now = m.clock();

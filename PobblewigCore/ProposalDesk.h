@@ -63,6 +63,8 @@ private:
 
     void noteProposalState(const QString& text);
     void noteWriteResult(const QString& text, RuleProposal::Kind kind);
+    void noteSuccess(const QString& text, RuleProposal::Kind kind);
+    void record(const QString& text, RuleProposal::Kind kind);
 
     Dependencies m;
     ProposalWriter m_writer;

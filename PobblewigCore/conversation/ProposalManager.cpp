@@ -124,6 +124,11 @@ void ProposalManager::settleAsConfirmed(const RuleProposal& meant, const QUuid& 
     if (!proposal || proposal->id != meant.id)
         return;
     m_state.ledger[meant.proposalId] = created;
+    // What is forgotten must not live on in the words of the request.
+    if (proposal->forget) {
+        proposal->forget = ProposedForget { .target = proposal->forget->target };
+        proposal->name.clear();
+    }
     settle(*proposal, Status::confirmed);
 }
 

@@ -248,6 +248,8 @@ private Q_SLOTS:
         QCOMPARE(told().back(), text("Forgot the note \"aaaaaaa2\""));
         QCOMPARE(m->memory.notes.notes().size(), 1u);
         QVERIFY(m->settings.settings().actionConfirmations.empty());
+        QVERIFY(m->memory.observations.search({ .text = text("aaaaaaa2") }).empty());
+        QVERIFY(m->proposals.proposal(text("f"))->name.isEmpty());
     }
 
     void aModelCannotBuryTheUser()
