@@ -3,6 +3,7 @@
 #include "conversation/ActionBuilder.h"
 #include "conversation/ControlBlock.h"
 #include "conversation/ControlFence.h"
+#include "conversation/ReplyPreview.h"
 
 #include <QJsonObject>
 
@@ -82,6 +83,13 @@ QString ActionParser::stripPartialFence(const QString& text)
             return text.first(found).trimmed();
     }
     return text;
+}
+
+QString ActionParser::sanitizeForPreview(const QString& text)
+{
+    ReplyPreview preview;
+    preview.append(text);
+    return preview.text();
 }
 
 } // namespace pobblewig

@@ -21,7 +21,6 @@ constexpr std::array namedTags {
     NamedTag { u"buddy-actions", Tag::buddyActions },
     NamedTag { u"buddy-tools", Tag::buddyTools },
     NamedTag { u"json", Tag::json },
-    NamedTag { u"", Tag::none },
 };
 
 constexpr QStringView closing = u"\n```";
@@ -41,12 +40,6 @@ qsizetype backticksBefore(QStringView text, qsizetype end)
     return end - from;
 }
 
-/// Of a run of that many: how many precede its last fence.
-qsizetype beforeLastFence(qsizetype run)
-{
-    return run / marks.size() * marks.size() - marks.size();
-}
-
 qsizetype behindBlanks(QStringView text, qsizetype from)
 {
     while (from < text.size() && isBlank(text[from]))
@@ -60,11 +53,11 @@ qsizetype behindClosing(QStringView text, qsizetype fence)
     const auto run = backticks(text, fence);
     if (beforeLastFence(run) > 0)
         return fence + marks.size();
-    const auto tag = tagLine(text, fence).tag;
-    return isControl(tag) || tag == Tag::json ? fence : fence + run;
+    const auto line = tagLine(text, fence);
+    return line.isWhole && line.tag != Tag::none ? fence : fence + run;
 }
 
-std::optional<qsizetype> controlBlockEnd(QStringView text, qsizetype from)
+qsizetype controlBlockEnd(QStringView text, qsizetype from)
 {
     const auto found = text.indexOf(closing, from);
     return found < 0 ? text.size() : behindClosing(text, found + 1);
@@ -85,9 +78,9 @@ std::optional<qsizetype> actionBlockEnd(QStringView text, qsizetype from)
 std::optional<qsizetype> blockEnd(QStringView text, qsizetype fence)
 {
     const auto line = tagLine(text, fence);
-    if (isControl(line.tag))
-        return controlBlockEnd(text, line.end);
-    return line.tag == Tag::json ? actionBlockEnd(text, line.end) : std::nullopt;
+    if (!line.isWhole || line.tag == Tag::none)
+        return std::nullopt;
+    return isControl(line.tag) ? controlBlockEnd(text, line.end) : actionBlockEnd(text, line.end);
 }
 
 } // namespace
@@ -103,14 +96,18 @@ TagLine ControlFence::tagLine(QStringView text, qsizetype fence)
     if (beforeLastFence(run) > 0)
         return {};
     const auto start = behindBlanks(text, fence + run);
+    const auto rest = text.sliced(start);
+    if (rest.startsWith(u'\n'))
+        return { .tag = Tag::none, .end = start, .isWhole = true };
     for (const auto& [name, tag] : namedTags) {
-        if (!text.sliced(start).startsWith(name))
+        if (name.startsWith(rest) && rest.size() < name.size())
+            return { .end = text.size(), .isPartial = true };
+        if (!rest.startsWith(name))
             continue;
         const auto end = behindBlanks(text, start + name.size());
-        if (end == text.size() || text[end] == u'\n')
-            return { tag, end };
+        return { .tag = tag, .end = end, .isWhole = end == text.size() || text[end] == u'\n' };
     }
-    return {};
+    return { .end = start };
 }
 
 auto ControlFence::trailing(QStringView text) -> std::optional<Trailing>
@@ -126,7 +123,7 @@ auto ControlFence::trailing(QStringView text) -> std::optional<Trailing>
     const auto run = backticksBefore(before, openingEnd);
     const auto start = openingEnd - run + beforeLastFence(run);
     const auto line = tagLine(before, start);
-    if (line.tag == Tag::other || line.end == before.size())
+    if (!line.isWhole || line.end == before.size())
         return std::nullopt;
     return Trailing { line.tag, start, before.sliced(line.end + 1) };
 }

@@ -23,8 +23,12 @@ bool isBlank(QChar character);
 /// What stands behind a fence on its line.
 struct TagLine {
     Tag tag = Tag::other;
-    /// Of the line's end, or of the text's. For another tag it means nothing.
+    /// Where what is neither tag nor blank begins: the line's end, if the tag is all.
     qsizetype end = 0;
+    /// Nothing but the tag, as far as the text goes.
+    bool isWhole = false;
+    /// The text ends before the tag can be told.
+    bool isPartial = false;
 };
 
 /// Of the fence that begins there.
@@ -36,6 +40,12 @@ struct Trailing {
     qsizetype start = 0;
     QStringView body;
 };
+
+/// How many backticks of a run that long precede its last fence.
+constexpr qsizetype beforeLastFence(qsizetype run)
+{
+    return run / marks.size() * marks.size() - marks.size();
+}
 
 /// The fence that ends the text, if its tag may be that of a control block.
 std::optional<Trailing> trailing(QStringView text);

@@ -1,0 +1,119 @@
+#include "conversation/ReplyPreview.h"
+
+#include "conversation/ActionParser.h"
+#include "support/TableRow.h"
+
+#include <QDirIterator>
+#include <QRegularExpression>
+
+#include <ctime>
+#include <set>
+
+extern "C" int LLVMFuzzerTestOneInput(const uchar* data, size_t size);
+
+namespace pobblewig {
+
+namespace {
+
+/// Without a run of backticks at the end, or a fence there whose tag is not complete or that has
+/// neither tag nor contents.
+QString withoutUnfinishedFence(QString text)
+{
+    while (text.endsWith(u'`'))
+        text.chop(1);
+    static const QRegularExpression unfinished(
+        u"```\\s*$|```[ \\t]*(b|bu|bud|budd|buddy|buddy-[a-z]*|j|js|jso|json)[ \\t\\r]*$"_qs);
+    return text.remove(unfinished);
+}
+
+/// By looking at the whole each time.
+QString expectedPreview(const QString& reply)
+{
+    const auto shown = ActionParser::stripPartialFence(ActionParser::stripControlFences(reply));
+    return withoutUnfinishedFence(reply) == reply ? shown : withoutUnfinishedFence(shown).trimmed();
+}
+
+} // namespace
+
+class ReplyPreviewTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    /// The names of the replies: "ok" is well-formed, "also" as well in our reading alone, "bad"
+    /// has a block that is not, but is to be recognised, and "odd" may show what it likes.
+    void noPieceOfAControlBlockIsSeen_data()
+    {
+        QTest::addColumn<QByteArray>("reply");
+        QDirIterator files(QFINDTESTDATA("../../fuzz/corpus/ActionParserFuzz"), QDir::Files);
+        while (files.hasNext()) {
+            QFile file(files.next());
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            row(qPrintable(files.fileName()), file.readAll());
+        }
+    }
+    void noPieceOfAControlBlockIsSeen()
+    {
+        QFETCH(QByteArray, reply);
+        LLVMFuzzerTestOneInput(reinterpret_cast<const uchar*>(reply.data()), size_t(reply.size()));
+        const auto kind = QByteArray(QTest::currentDataTag()).split('-').first();
+        const auto text = QString::fromUtf8(reply);
+        const auto display = ActionParser::parse(text, {}).displayText;
+        static const QRegularExpression piece(u"buddy-|\"(type|actions|tools)\""_qs);
+        ReplyPreview preview;
+        for (qsizetype size = 1; size <= text.size(); ++size) {
+            const auto soFar = text.first(size);
+            preview.append(soFar.last(1));
+            QCOMPARE(preview.text(), ActionParser::sanitizeForPreview(soFar));
+            if (kind == "ok")
+                QCOMPARE(preview.text(), expectedPreview(soFar));
+            if (kind == "ok" || kind == "also")
+                QVERIFY2(display.startsWith(preview.text()), qPrintable(preview.text()));
+            if (kind != "odd")
+                QVERIFY2(!preview.text().contains(piece), qPrintable(preview.text()));
+        }
+        if (kind == "ok" || kind == "also")
+            QCOMPARE(preview.text(), withoutUnfinishedFence(display).trimmed());
+    }
+
+    void everyCharacterCostsTheSame_data()
+    {
+        QTest::addColumn<QString>("piece");
+        row("words", "word by word ");
+        row("backticks", "`");
+        row("spans", "`a` ");
+        row("blocks", "```buddy-actions\n[]\n```\n.");
+        row("samples", "```json\n{\"a\":[1]}\n```\n");
+        row("tags", "```json\n");
+        row("tags on a line", "```json ");
+        row("tags in strings", "a```json\n{\"");
+        row("untagged", "```\n[{\"");
+        row("last blocks", "```\n[]\n``` \n");
+        row("line ends", "\n");
+        row("blanks", " ");
+    }
+    /// Whatever the reply begins with: with text, in a block or in one that may be none.
+    void everyCharacterCostsTheSame()
+    {
+        QFETCH(QString, piece);
+        const auto before = std::clock();
+        for (const auto& beginning : { u"a\n"_qs, u"```buddy-tools\n"_qs, u"```json \n{\"a"_qs,
+                 u"```json5"_qs, u"``` "_qs }) {
+            ReplyPreview preview;
+            std::set<const QChar*> buffers;
+            preview.append(beginning);
+            const auto reply = piece.repeated(100'000 / piece.size());
+            for (qsizetype at = 0; at < reply.size(); ++at) {
+                preview.append(reply.sliced(at, 1));
+                buffers.insert(preview.text().constData());
+            }
+            QVERIFY2(buffers.size() < 100, "the text is copied");
+        }
+        const auto milliseconds = double(std::clock() - before) / CLOCKS_PER_SEC * 1e3;
+        QVERIFY2(milliseconds < 3000, qPrintable(QString::number(milliseconds)));
+    }
+};
+
+} // namespace pobblewig
+
+QTEST_GUILESS_MAIN(pobblewig::ReplyPreviewTest)
+#include "ReplyPreviewTest.moc"
