@@ -217,12 +217,14 @@ Task<MainModelConfig> AppCoordinator::mainConfig()
 
 Task<SituationSnapshot> AppCoordinator::buildSituation()
 {
+    const auto now = m_parts.clock();
     co_return SituationBuilder::snapshot({
         .settings = m_settings.settings(),
-        .isPaused = m_settings.isPaused(m_parts.clock()),
+        .isPaused = m_settings.isPaused(now),
         .currentSession = m_activity.currentSession(),
         .memory = m_memory,
         .calendar = m_parts.calendar(),
+        .now = now,
     });
 }
 

@@ -15,6 +15,7 @@ struct Situation {
     std::optional<ActivitySession> currentSession = std::nullopt;
     const MemoryTiers& memory;
     Calendar calendar;
+    TimePoint now;
 };
 
 namespace SituationBuilder {

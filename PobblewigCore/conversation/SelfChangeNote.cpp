@@ -13,7 +13,7 @@ QString persona(const AppSettings& settings)
 
 QString form(const AppSettings& settings)
 {
-    return displayName(userFacingMascot(settings.mascot)).toLower();
+    return EnumNames::text(userFacingMascot(settings.mascot));
 }
 
 QString colorScheme(const AppSettings& settings)
