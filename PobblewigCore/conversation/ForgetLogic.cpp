@@ -1,9 +1,8 @@
 #include "conversation/ForgetLogic.h"
 
+#include "conversation/ForgetTexts.h"
 #include "foundation/IDPrefix.h"
 #include "memory/ToolArguments.h"
-
-#include <QStringList>
 
 #include <limits>
 
@@ -75,22 +74,6 @@ Resolved resolveSection(RuleProposal proposal, const ReferenceMemoryStore& refer
     return proposal;
 }
 
-/// Such as "exam" from 2026-03-01 tagged psyc.
-QString filterText(const ProposedForget& forget)
-{
-    QStringList parts;
-    if (forget.query)
-        parts += QStringLiteral("\"%1\"").arg(*forget.query);
-    if (forget.from)
-        parts += QStringLiteral("from ") + *forget.from;
-    if (forget.to)
-        parts += QStringLiteral("to ") + *forget.to;
-    if (forget.tags)
-        parts += QStringLiteral("tagged ")
-            + QStringList(forget.tags->begin(), forget.tags->end()).join(QStringLiteral(", "));
-    return parts.join(u' ');
-}
-
 /// A bound that is blank but not empty stays, to be refused: without it more would match.
 ProposedForget withoutEmptyConditions(ProposedForget forget)
 {
@@ -116,7 +99,7 @@ Resolved resolveObservations(RuleProposal proposal, const ObservationStore& obse
     const auto count =
         ForgetLogic::counted(std::ssize(*matching), QStringLiteral("dated observation"));
     proposal.forget = forget;
-    proposal.name = QStringLiteral("Delete %1 matching %2").arg(count, filterText(forget));
+    proposal.name = QStringLiteral("Delete %1 matching %2").arg(count, ForgetTexts::filter(forget));
     return proposal;
 }
 
@@ -165,7 +148,7 @@ tl::expected<RuleProposal, QString> ForgetLogic::resolveForget(
 tl::expected<std::vector<DatedObservation>, QString> ForgetLogic::matchingObservations(
     const ProposedForget& forget, const ObservationStore& observations, TimePoint askedAt)
 {
-    if (filterText(withoutEmptyConditions(forget)).isEmpty())
+    if (ForgetTexts::filter(withoutEmptyConditions(forget)).isEmpty())
         return refused(
             QStringLiteral("which observations? Give me a text, date-range, or tag filter"));
     const auto wanted = query(forget);
