@@ -18,7 +18,7 @@ DemoPlan forget(const DemoSentence& sentence, const QString& what, const Target&
 {
     const QStringList id { QStringLiteral("forget"), DemoWords::slug(what),
         sentence.now.date().toString(QStringLiteral("yyyyMMdd")) };
-    return { QStringLiteral("Found: I can forget that."),
+    return { QStringLiteral("I can forget that."),
         { { QStringLiteral("forget_memory"),
             { { QStringLiteral("proposalId"), id.join(u'-') },
                 { QStringLiteral("target"), target.kind }, { target.key, target.value } } } } };

@@ -35,6 +35,13 @@ QString known(const std::array<Name, Size>& names, const QString& spoken)
     return found == names.end() ? spoken : found->known.toString();
 }
 
+/// "deadpanRoommate" as "deadpan roommate".
+QString inWords(QString name)
+{
+    static const QRegularExpression border(QStringLiteral("(?=[A-Z])"));
+    return name.replace(border, QStringLiteral(" ")).toLower();
+}
+
 DemoPlan set(const QString& sentence, const QString& key, const QString& value)
 {
     const auto id = QStringLiteral("settings-%1-%2").arg(key, DemoWords::slug(value));
@@ -51,19 +58,20 @@ DemoPlan setModeForAWhile(const DemoSentence& sentence)
         { { QStringLiteral("mode"), mode } } };
     if (const auto minutes = DemoDates::readMinutes(sentence.match.captured()))
         call.arguments[QStringLiteral("minutes")] = *minutes;
-    return { QStringLiteral("I switch the mode to %1 for a while.").arg(mode), { call } };
+    return { QStringLiteral("A change of mode for a while: %1.").arg(inWords(mode)), { call } };
 }
 
 DemoPlan setMode(const DemoSentence& sentence)
 {
     const auto mode = known(modes, sentence.part(u"mode"));
-    return set(QStringLiteral("The mode becomes %1.").arg(mode), QStringLiteral("mode"), mode);
+    return set(
+        QStringLiteral("A change of mode: %1.").arg(inWords(mode)), QStringLiteral("mode"), mode);
 }
 
 DemoPlan setPersona(const DemoSentence& sentence)
 {
     const auto persona = known(personas, sentence.part(u"persona"));
-    return { QStringLiteral("My voice becomes %1.").arg(persona),
+    return { QStringLiteral("A change of voice: %1.").arg(inWords(persona)),
         { { QStringLiteral("set_persona"),
             { { QStringLiteral("proposalId"),
                   QStringLiteral("persona-") + DemoWords::slug(persona) },
@@ -85,19 +93,19 @@ DemoPlan setMascot(const DemoSentence& sentence)
             QStringLiteral("mascot-%1-%2").arg(mascot, color);
         call.arguments[QStringLiteral("colorScheme")] = color;
     }
-    return { QStringLiteral("My form becomes: %1.").arg((color + u' ' + mascot).trimmed()),
+    return { QStringLiteral("A change of form: %1.").arg((color + u' ' + mascot).trimmed()),
         { call } };
 }
 
 DemoPlan pause(const DemoSentence&)
 {
-    return set(QStringLiteral("I stop watching which application is in front."),
+    return set(QStringLiteral("A pause: nobody watches then which application is in front."),
         QStringLiteral("pausedIndefinitely"), QStringLiteral("true"));
 }
 
 DemoPlan resume(const DemoSentence&)
 {
-    return set(QStringLiteral("I watch again which application is in front."),
+    return set(QStringLiteral("No more pause: I watch again which application is in front."),
         QStringLiteral("pausedIndefinitely"), QStringLiteral("false"));
 }
 
@@ -112,7 +120,7 @@ DemoPlan setInterval(const DemoSentence& sentence)
 {
     const auto what = sentence.part(u"what").toLower();
     const auto minutes = sentence.part(u"minutes");
-    return set(QStringLiteral("Every %1 minutes, then.").arg(minutes),
+    return set(QStringLiteral("A look every %1 minutes, then.").arg(minutes),
         what + QStringLiteral("SyncIntervalMinutes"), minutes);
 }
 
