@@ -31,9 +31,9 @@ def wait_for(condition, what, limit=30.0):
 class DemoModel:
     """The scripted model server, as it ships."""
 
-    def __init__(self, delay_ms=0):
+    def __init__(self, delay_ms=0, arguments=()):
         self.process = subprocess.Popen(
-            [BIN / "pobblewig-demo-model", "--delay-ms", str(delay_ms)],
+            [BIN / "pobblewig-demo-model", "--delay-ms", str(delay_ms), *arguments],
             stdout=subprocess.PIPE, text=True)
         address = self.process.stdout.readline().removeprefix("listening on ").strip()
         self.variables = {
@@ -119,6 +119,11 @@ class Program:
         if not control or not control.get_state_set().contains(Atspi.StateType.SHOWING):
             return None
         return control.get_description() or control.get_name()
+
+    def texts_below(self, node):
+        """All that a part of the window says."""
+        own = [node.get_name(), node.get_description()]
+        return " ".join(filter(None, own + [self.texts_below(child) for child in children(node)]))
 
     def conversation(self):
         """The rows of the conversation as assistive technology reads them."""
