@@ -12,14 +12,9 @@ namespace pobblewig {
 
 namespace {
 
-std::optional<QString> usableLine(const QString& text)
+QString cutLine(const QString& text)
 {
-    auto line = Text::onOneLine(text);
-    const bool isTooLong =
-        Text::firstCharacters(line, ActionArguments::maxLineCharacters).size() < line.size();
-    if (isTooLong || line.trimmed().isEmpty())
-        return std::nullopt;
-    return line;
+    return Text::firstCharacters(Text::onOneLine(text), ActionArguments::maxLineCharacters);
 }
 
 /// As an element, since a document has to be an array or an object.
@@ -63,18 +58,26 @@ ActionArguments::ActionArguments(JSONValue::Object values)
 std::optional<QString> ActionArguments::line(const QString& name) const
 {
     const auto text = m_values.string(name);
-    return text ? usableLine(*text) : std::nullopt;
+    const auto line = Text::onOneLine(text.value_or(QString()));
+    const bool isUsable = !line.trimmed().isEmpty() && cutLine(line) == line;
+    return isUsable ? std::optional(line) : std::nullopt;
 }
 
-std::vector<QString> ActionArguments::lines(const QString& name) const
+std::optional<QString> ActionArguments::condition(const QString& name) const
 {
-    std::vector<QString> usable;
+    const auto text = m_values.string(name);
+    return text ? std::optional(cutLine(*text)) : std::nullopt;
+}
+
+std::vector<QString> ActionArguments::conditions(const QString& name) const
+{
+    std::vector<QString> lines;
     for (const auto& text : m_values.strings(name)) {
-        auto line = usableLine(text);
-        if (line && usable.size() < maxListEntries)
-            usable.push_back(*std::move(line));
+        auto line = cutLine(text);
+        if (!line.trimmed().isEmpty() && lines.size() < maxListEntries)
+            lines.push_back(std::move(line));
     }
-    return usable;
+    return lines;
 }
 
 std::optional<QString> ActionArguments::notes() const

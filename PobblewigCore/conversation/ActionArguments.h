@@ -19,8 +19,10 @@ public:
 
     /// Without what would break or turn a line; nothing if only blanks are left.
     std::optional<QString> line(const QString& name) const;
-    /// Those entries that would do as a line.
-    std::vector<QString> lines(const QString& name) const;
+    /// What narrows something down: for once cut, since without it more would be meant.
+    std::optional<QString> condition(const QString& name) const;
+    /// Cut as well; without those of blanks only.
+    std::vector<QString> conditions(const QString& name) const;
     std::optional<QString> notes() const;
     std::optional<int> integer(const QString& name, int lowerBound, int upperBound) const;
     std::optional<TimePoint> date(const QString& name, const Calendar& calendar) const;

@@ -75,11 +75,11 @@ Actions proposedRule(const Request& request)
     if (!made || !name || !threshold)
         return {};
     made->name = *name;
-    made->applicationMatch = rule->lines(QStringLiteral("applicationMatch"));
-    made->bundleIDMatch = rule->lines(QStringLiteral("bundleIDMatch"));
-    made->domainMatch = rule->lines(QStringLiteral("domainMatch"));
+    made->applicationMatch = rule->conditions(QStringLiteral("applicationMatch"));
+    made->bundleIDMatch = rule->conditions(QStringLiteral("bundleIDMatch"));
+    made->domainMatch = rule->conditions(QStringLiteral("domainMatch"));
     made->thresholdMinutes = *threshold;
-    made->excludedModes = modes(rule->lines(QStringLiteral("excludedModes")));
+    made->excludedModes = modes(rule->conditions(QStringLiteral("excludedModes")));
     made->cooldownMinutes = rule->integer(QStringLiteral("cooldownMinutes"), lowest, highest)
                                 .value_or(defaultCooldownMinutes);
     made->responseStyle = named<InterventionStyle>(rule->line(QStringLiteral("responseStyle")))
@@ -164,14 +164,14 @@ Actions forgottenMemory(const Request& request)
     const auto target = named<ProposedForget::Target>(request.line(QStringLiteral("target")));
     if (!made || !target)
         return {};
-    auto tags = request.arguments.lines(QStringLiteral("tags"));
+    auto tags = request.arguments.conditions(QStringLiteral("tags"));
     ProposedForget forget {
         .target = *target,
         .id = request.line(QStringLiteral("id")),
         .path = request.line(QStringLiteral("path")),
-        .query = request.line(QStringLiteral("query")),
-        .from = request.line(QStringLiteral("from")),
-        .to = request.line(QStringLiteral("to")),
+        .query = request.arguments.condition(QStringLiteral("query")),
+        .from = request.arguments.condition(QStringLiteral("from")),
+        .to = request.arguments.condition(QStringLiteral("to")),
         .tags = tags.empty() ? std::nullopt : std::optional(std::move(tags)),
     };
     forget.summary = ForgetTexts::summary(forget);

@@ -101,6 +101,8 @@ int sizeOf(const std::vector<BuddyAction>& actions)
         return int(proposal.settingsChange->value.array()->size());
     if (proposal.forget && proposal.forget->tags)
         return int(proposal.forget->tags->size());
+    if (proposal.forget)
+        return int(proposal.forget->query.value_or(QString()).size());
     return proposal.reminder ? int(proposal.reminder->notes.value_or(QString()).size()) : 0;
 }
 
@@ -274,6 +276,8 @@ private Q_SLOTS:
         const auto forget = QStringLiteral("'proposalId':'f','target':'note',");
         row("id", "forget_memory",
             QString(forget + QStringLiteral("'id':'%1'").arg(many(1001, "x"))), 0);
+        row("query", "forget_memory",
+            QString(forget + QStringLiteral("'query':'%1'").arg(many(1001, "x"))), 1000);
         row("tags", "forget_memory",
             QString(forget + QStringLiteral("'tags':['%1']").arg(many(50'000, "x','"))), 100);
         const auto setting = QStringLiteral("'proposalId':'s','key':'roles','value':%1");
@@ -306,11 +310,8 @@ private Q_SLOTS:
         row("deep", block(QString(10'000, u'[')), 0);
         row("many payloads", block(u'[' + mode.repeated(10'000).chopped(1) + u']'), 50);
         row("deep values", block(u'[' + deep.repeated(50).chopped(1) + u']'), 0);
-        row("many useless payloads",
-            block(u'['
-                + QStringLiteral("{'type':'','title':'x','tags':[]},").repeated(10'000).chopped(1)
-                + u']'),
-            0);
+        const auto useless = QStringLiteral("{'type':'','title':'x','tags':[]},");
+        row("many others", block(u'[' + useless.repeated(10'000).chopped(1) + u']'), 0);
         row("backticks", QString(200'000, u'`'), 0);
         row("tags", QStringLiteral("```json\n").repeated(50'000), 0);
         row("tags on a line", QStringLiteral("```json ").repeated(50'000), 0);
