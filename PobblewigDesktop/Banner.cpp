@@ -7,7 +7,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QStyle>
 #include <QToolButton>
 
 namespace pobblewig {
@@ -83,9 +82,7 @@ void Banner::setActionEnabled(bool isEnabled)
 void Banner::slideIn()
 {
     show();
-    const auto isStill =
-        style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this) == 0;
-    if (isStill || !isVisible())
+    if (PanelStyle::isStill(*this) || !isVisible())
         return;
     m_slide.setStartValue(0);
     m_slide.setEndValue(sizeHint().height());

@@ -11,6 +11,7 @@
 #include "PobblewigDesktop/MessageInput.h"
 #include "PobblewigDesktop/PanelPlacement.h"
 #include "PobblewigDesktop/PanelStyle.h"
+#include "PobblewigDesktop/ProposalBanners.h"
 #include "prompts/VisionUserPrompt.h"
 
 #include <QHBoxLayout>
@@ -54,6 +55,7 @@ ChatPanel::ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget*
     , m_notice(new Banner(Banner::Kind::notice, QStringLiteral("Notice"), {}, this))
     , m_error(
           new Banner(Banner::Kind::error, QStringLiteral("Error"), QStringLiteral("Retry"), this))
+    , m_proposals(new ProposalBanners(*this))
     , m_capture(new QLabel(this))
     , m_input(new MessageInput(this))
     , m_screen(inputButton(QStringLiteral("Look at my screen"), this))
@@ -80,6 +82,7 @@ void ChatPanel::setTheme(const Palette& palette)
     m_view->setTheme(palette);
     m_notice->setTheme(palette);
     m_error->setTheme(palette);
+    m_proposals->setTheme(palette);
     m_input->setTheme(palette);
     m_screen->setIcon(Icons::icon(Icons::Name::screen, palette.text, palette.muted));
     m_send->setIcon(Icons::icon(Icons::Name::send, palette.onAccent, palette.muted));
@@ -105,6 +108,17 @@ void ChatPanel::setModelLabel(const QString& text)
 void ChatPanel::setNotice(const QString& text)
 {
     m_notice->setText(text);
+}
+
+void ChatPanel::setProposals(
+    const std::vector<RuleProposal>& proposals, const AppSettings& settings)
+{
+    m_proposals->setProposals(proposals, settings, m_calendar);
+}
+
+void ChatPanel::allowAnswer(const QString& proposalId)
+{
+    m_proposals->allowAnswer(proposalId);
 }
 
 void ChatPanel::showBeside(const QRect& buddy, const QRect& screen)
@@ -157,8 +171,10 @@ void ChatPanel::arrange()
     auto* const below = new QVBoxLayout;
     below->setContentsMargins(margin, gap, margin, margin);
     below->setSpacing(gap);
-    for (QWidget* const widget : std::initializer_list<QWidget*> { m_notice, m_error, m_capture })
-        below->addWidget(widget);
+    below->addWidget(m_notice);
+    below->addWidget(m_error);
+    below->addWidget(m_proposals);
+    below->addWidget(m_capture);
     below->addLayout(writing);
 
     auto* const find = new QHBoxLayout;
@@ -193,6 +209,11 @@ void ChatPanel::connectControls()
     connect(m_view, &ConversationView::findRequested, m_findBar, &FindBar::open);
     connect(m_findBar, &FindBar::closeRequested, m_find, &ConversationFind::close);
     connect(m_error, &Banner::actionTriggered, &m_chat, &ChatService::retryLast);
+    connect(m_proposals, &ProposalBanners::confirmed, this, &ChatPanel::proposalConfirmed);
+    connect(m_proposals, &ProposalBanners::dismissed, this, &ChatPanel::proposalDismissed);
+    connect(m_proposals, &ProposalBanners::alwaysAllowed, this, &ChatPanel::proposalAlwaysAllowed);
+    connect(
+        m_proposals, &ProposalBanners::focusGivenUp, m_input, qOverload<>(&MessageInput::setFocus));
     connect(m_input, &MessageInput::submitted, this, &ChatPanel::send);
     connect(m_input, &MessageInput::textChanged, this, &ChatPanel::showTurn);
     connect(m_screen, &QToolButton::clicked, this, &ChatPanel::sendWithScreen);

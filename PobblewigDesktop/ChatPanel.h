@@ -2,7 +2,9 @@
 
 #include "PobblewigDesktop/Theme.h"
 #include "conversation/ChatService.h"
+#include "conversation/RuleProposal.h"
 #include "foundation/Calendar.h"
+#include "settings/AppSettings.h"
 
 #include <QIcon>
 #include <QWidget>
@@ -21,6 +23,7 @@ class ConversationSaving;
 class ConversationView;
 class FindBar;
 class MessageInput;
+class ProposalBanners;
 
 /// The window in which one talks with the buddy. It shows what the chat publishes and hands on what
 /// the user does; it decides nothing.
@@ -40,12 +43,22 @@ public:
     /// A one-off message about the program; an empty one takes it back.
     void setNotice(const QString& text);
 
+    /// What waits for the user's word, oldest first.
+    void setProposals(const std::vector<RuleProposal>& proposals, const AppSettings& settings);
+
+    /// An answer has had its time: a proposal that is still there can be answered again.
+    void allowAnswer(const QString& proposalId);
+
     /// Shows the panel next to the buddy, both in the coordinates of the desktop.
     void showBeside(const QRect& buddy, const QRect& screen);
 
 Q_SIGNALS:
     void newSessionRequested();
     void hidden();
+
+    void proposalConfirmed(const QString& proposalId);
+    void proposalDismissed(const QString& proposalId);
+    void proposalAlwaysAllowed(const QString& proposalId);
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -76,6 +89,7 @@ private:
     ConversationSaving* m_saving;
     Banner* m_notice;
     Banner* m_error;
+    ProposalBanners* m_proposals;
     QLabel* m_capture;
     MessageInput* m_input;
     QToolButton* m_screen;

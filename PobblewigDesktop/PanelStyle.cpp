@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QStyle>
 
 #include <algorithm>
 
@@ -16,10 +17,14 @@ QFrame#banner, QFrame#findBar {
     background: {surface}; border: 1px solid {hairline}; border-radius: 10px; }
 QFrame#banner[role="danger"] { border-color: {danger}; }
 QFrame#banner[role="danger"] QLabel { color: {danger}; }
+QGroupBox#proposal {
+    background: {surface}; border: 1px solid {hairline}; border-radius: 10px; margin: 0; }
 * { color: {text}; }
 QLabel { background: transparent; }
 QLabel[role="title"] { font-size: {titleSize}pt; font-weight: 600; }
 QLabel[role="caption"] { font-size: {captionSize}pt; color: {muted}; }
+QLabel[role="detail"] { color: {muted}; }
+QScrollArea { background: transparent; border: none; }
 QListView { background: {window}; border: none; outline: none; }
 QPlainTextEdit, QLineEdit {
     background: {surface}; border: 1px solid {outline}; border-radius: 10px;
@@ -41,6 +46,18 @@ QToolButton::menu-indicator { image: none; }
 QToolButton[role="primary"] { background: {accent}; border-radius: 10px; }
 QToolButton[role="primary"]:disabled { background: {hairline}; }
 QToolButton[role="primary"]:focus { border: 2px solid {text}; }
+QPushButton[role="primary"] {
+    background: {accent}; border-color: {accent}; color: {onAccent}; font-weight: 600; }
+QPushButton[role="primary"]:hover { border-color: {text}; }
+QPushButton[role="primary"]:pressed { background: {text}; color: {window}; }
+QPushButton[role="primary"]:focus { border: 2px solid {text}; }
+QPushButton[role="quiet"] { background: transparent; border-color: transparent; color: {muted}; }
+QPushButton[role="quiet"]:hover { background: {hairline}; color: {text}; }
+QPushButton[role="quiet"]:focus { border-color: {accent}; }
+QPushButton:disabled { background: {hairline}; border-color: {hairline}; color: {muted}; }
+QPushButton[role="quiet"]:disabled {
+    background: transparent; border-color: transparent; color: {outline}; }
+QToolButton#expander { min-height: 20px; min-width: 20px; }
 QToolButton#jumpToLatest {
     background: {surface}; border: 1px solid {outline}; border-radius: 16px; }
 QToolButton#jumpToLatest:hover { background: {hairline}; }
@@ -67,6 +84,7 @@ QString filledIn(QString text, const Palette& palette, double fontSize)
         { QLatin1String("{outline}"), palette.outline.name() },
         { QLatin1String("{danger}"), palette.danger.name() },
         { QLatin1String("{accent}"), palette.accent.name() },
+        { QLatin1String("{onAccent}"), palette.onAccent.name() },
         { QLatin1String("{bubble}"), palette.bubble.name() },
         { QLatin1String("{selection}"), palette.selection.name() },
         { QLatin1String("{titleSize}"), QString::number(fontSize + 2) },
@@ -95,6 +113,11 @@ void PanelStyle::setText(QLabel& label, const QString& text)
 {
     label.setText(text);
     label.setAccessibleDescription(text);
+}
+
+bool PanelStyle::isStill(const QWidget& widget)
+{
+    return widget.style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, &widget) == 0;
 }
 
 } // namespace pobblewig

@@ -5,6 +5,7 @@
 #include "PobblewigDesktop/FindBar.h"
 #include "desktop/ScriptedChat.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QLineEdit>
 #include <QListView>
@@ -41,6 +42,58 @@ void fill(ScriptedChat& talk)
         QStringLiteral("That is quite a word."), now - 2min);
 }
 
+RuleProposal changed(const QString& key, JSONValue value)
+{
+    return { .proposalId = key,
+        .kind = RuleProposal::Kind::settingsChange,
+        .name = key,
+        .settingsChange = ProposedSettingsChange { key, std::move(value) } };
+}
+
+RuleProposal planned(const QString& title, const QString& notes)
+{
+    const ProposedCalendarEvent event { .title = title,
+        .start = ScriptedChat::now + 30h,
+        .end = ScriptedChat::now + 31h,
+        .notes = notes };
+    return { .proposalId = title,
+        .kind = RuleProposal::Kind::calendarEvent,
+        .name = title,
+        .event = event };
+}
+
+RuleProposal forgotten(const QString& note)
+{
+    return { .proposalId = note,
+        .kind = RuleProposal::Kind::forgetMemory,
+        .name = QStringLiteral("Delete the memory note \"%1\"").arg(note) };
+}
+
+std::vector<RuleProposal> proposals()
+{
+    return {
+        changed(QStringLiteral("mode"), QStringLiteral("focus")),
+        planned(QStringLiteral("Dentist 🦷"),
+            QStringLiteral(
+                "Bring the insurance card. The practice moved: second floor, left of "
+                "the pharmacy, ring twice. Call if you are more than ten minutes late.")),
+        forgotten(
+            QStringLiteral("Finds statistics hard and is ashamed of it. ").repeated(12).trimmed()),
+        planned(QStringLiteral("موعد مع الأستاذ حول كتاب Statistics في الساعة التاسعة صباحا"),
+            QStringLiteral("إحضار الفصل الثالث")),
+        changed(QStringLiteral("excludedBundleIDs"),
+            JSONValue::Array {
+                QStringLiteral("com.example.") + QStringLiteral("verylong").repeated(8),
+                QStringLiteral("org.mozilla.firefox") }),
+        { .proposalId = QStringLiteral("rule"),
+            .name = QStringLiteral("Donaudampfschiff").repeated(4),
+            .applicationMatch = { QStringLiteral("YouTube"), QStringLiteral("Netflix") },
+            .thresholdMinutes = 30,
+            .excludedModes = { CoachMode::relaxing },
+            .cooldownMinutes = 120 },
+    };
+}
+
 struct Scene {
     explicit Scene(ColorScheme scheme)
     {
@@ -49,6 +102,22 @@ struct Scene {
         panel.setStateText(QStringLiteral("focus until 15:30"));
         panel.setFace(BuddyFace::icon(MascotSprite::sprite(Mascot::axolotl)));
         panel.show();
+    }
+
+    void propose(size_t from, size_t count)
+    {
+        const auto all = proposals();
+        fill(talk);
+        panel.setProposals({ all.begin() + from, all.begin() + from + count }, {});
+    }
+
+    QAbstractButton& button(const char* name)
+    {
+        for (auto* const candidate : panel.findChildren<QAbstractButton*>()) {
+            if (candidate->isVisible() && candidate->accessibleName() == QLatin1String(name))
+                return *candidate;
+        }
+        qFatal("There is no button of the name %s.", name);
     }
 
     void ask(const QString& text)
@@ -100,6 +169,33 @@ const State states[] = {
             fill(scene.talk);
             scene.panel.findChild<FindBar*>()->open();
             scene.panel.findChild<QLineEdit*>()->setText(QStringLiteral("re"));
+        } },
+    { "proposal", [](Scene& scene) { scene.propose(0, 1); } },
+    { "proposal-focused",
+        [](Scene& scene) {
+            scene.propose(0, 1);
+            scene.button("Confirm").setFocus(Qt::TabFocusReason);
+        } },
+    { "proposal-answered",
+        [](Scene& scene) {
+            scene.propose(1, 1);
+            scene.button("Confirm").click();
+        } },
+    { "proposal-long", [](Scene& scene) { scene.propose(2, 1); } },
+    { "proposal-expanded",
+        [](Scene& scene) {
+            scene.propose(2, 1);
+            QTest::qWait(700);
+            scene.button("Show all").click();
+        } },
+    { "proposals-right-to-left", [](Scene& scene) { scene.propose(3, 1); } },
+    { "proposals-list", [](Scene& scene) { scene.propose(4, 1); } },
+    { "proposals-three", [](Scene& scene) { scene.propose(0, 3); } },
+    { "proposals-six", [](Scene& scene) { scene.propose(0, 6); } },
+    { "proposals-narrow",
+        [](Scene& scene) {
+            scene.panel.resize(300, 420);
+            scene.propose(0, 2);
         } },
     { "scrolled",
         [](Scene& scene) {
