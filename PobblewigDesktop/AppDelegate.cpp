@@ -113,8 +113,26 @@ void AppDelegate::makePanel()
         &AppCoordinator::startNewSession);
     connect(m_panel.get(), &ChatPanel::hidden, this,
         [this] { m_desktopSettings.setValue(panelSizeKey, m_panel->size()); });
+    connectAnswers();
     m_panel->resize(m_desktopSettings.value(panelSizeKey, m_panel->size()).toSize());
     showPanelState();
+}
+
+void AppDelegate::connectAnswers()
+{
+    auto& desk = m_coordinator->proposalDesk();
+    connect(m_panel.get(), &ChatPanel::proposalDismissed, m_coordinator.get(),
+        [&desk](const QString& id) { desk.rejectProposal(id); });
+    connect(m_panel.get(), &ChatPanel::proposalConfirmed, m_coordinator.get(),
+        [this, &desk](const QString& id) { awaitAnswer(id, desk.confirmProposal(id)); });
+    connect(m_panel.get(), &ChatPanel::proposalAlwaysAllowed, m_coordinator.get(),
+        [this, &desk](const QString& id) { awaitAnswer(id, desk.allowAlwaysProposal(id)); });
+}
+
+void AppDelegate::awaitAnswer(const QString& proposalId, Task<> answer)
+{
+    QCoro::connect(std::move(answer), m_panel.get(),
+        [this, proposalId] { m_panel->allowAnswer(proposalId); });
 }
 
 void AppDelegate::showState()
@@ -149,6 +167,7 @@ void AppDelegate::showPanelState()
     m_panel->setFace(BuddyFace::icon(spriteFor(settings.mascot, settings.mascotColorScheme)));
     m_panel->setStateText(stateInWords(settings));
     m_panel->setModelLabel(state.modelLabel);
+    m_panel->setProposals(state.pendingProposals, settings);
     // Only news is worth a notice: one that was closed stays closed.
     if (std::exchange(m_shownProblem, state.storageProblem) != state.storageProblem)
         m_panel->setNotice(storageNotice(state.storageProblem));

@@ -46,6 +46,8 @@ private:
 
     void startCoordinator();
     void makePanel();
+    void connectAnswers();
+    void awaitAnswer(const QString& proposalId, Task<> answer);
     void showState();
     void showLook(const AppSettings& settings);
     void showPanelState();

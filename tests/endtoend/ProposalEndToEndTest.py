@@ -98,6 +98,7 @@ class ProposalEndToEndTest(unittest.TestCase):
             self.assertIn("Likes tea", program.texts_below(banner))
             program.press("Confirm")
             wait_until_told(program, 'Forgot the note "Likes tea"')
+            wait_for((program.data / "observations.json").exists, "the record of it")
             for name in ("memory.json", "proposals.json", "observations.json"):
                 self.assertNotIn("Likes tea", (program.data / name).read_text())
 
