@@ -68,14 +68,15 @@ QString moment(TimePoint time, const Calendar& calendar)
 
 QString span(TimePoint start, const std::optional<TimePoint>& end, const Calendar& calendar)
 {
-    const auto from = moment(start, calendar);
+    auto text = moment(start, calendar);
     if (!end)
-        return from;
-    if (calendar.day(*end) != calendar.day(start))
-        return QStringLiteral("%1 – %2").arg(from, moment(*end, calendar));
+        return text;
     const auto time = calendar.dateTime(*end).time();
-    return QStringLiteral("%1 – %2").arg(
-        from, calendar.locale.toString(time, QLocale::ShortFormat));
+    const auto isSameDay = calendar.day(*end) == calendar.day(start);
+    text += QStringLiteral(" – ");
+    text +=
+        isSameDay ? calendar.locale.toString(time, QLocale::ShortFormat) : moment(*end, calendar);
+    return text;
 }
 
 QString notes(const std::optional<QString>& text)
