@@ -101,7 +101,7 @@ TagLine ControlFence::tagLine(QStringView text, qsizetype fence)
         return { .tag = Tag::none, .end = start, .isWhole = true };
     for (const auto& [name, tag] : namedTags) {
         if (name.startsWith(rest) && rest.size() < name.size())
-            return { .end = text.size(), .isPartial = true };
+            return { .end = text.size() };
         if (!rest.startsWith(name))
             continue;
         const auto end = behindBlanks(text, start + name.size());

@@ -23,12 +23,11 @@ bool isBlank(QChar character);
 /// What stands behind a fence on its line.
 struct TagLine {
     Tag tag = Tag::other;
-    /// Where what is neither tag nor blank begins: the line's end, if the tag is all.
+    /// Where what is neither tag nor blank begins: the line's end, if the tag is all. The text's
+    /// end, if more of it could tell another tag.
     qsizetype end = 0;
     /// Nothing but the tag, as far as the text goes.
     bool isWhole = false;
-    /// The text ends before the tag can be told.
-    bool isPartial = false;
 };
 
 /// Of the fence that begins there.

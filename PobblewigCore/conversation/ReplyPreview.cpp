@@ -111,7 +111,7 @@ bool ReplyPreview::readTag()
         return true;
     }
     const auto line = tagLine(QStringView(m_reply).first(m_at + 1), m_fence);
-    if (line.isPartial || line.end > m_at)
+    if (line.end > m_at)
         ++m_at;
     else
         beginBlock(line);

@@ -77,6 +77,25 @@ private Q_SLOTS:
             QCOMPARE(preview.text(), withoutUnfinishedFence(display).trimmed());
     }
 
+    void whatIsNoBlockAfterAllIsSeenInTheEnd_data()
+    {
+        QTest::addColumn<QString>("reply");
+        QTest::addColumn<QString>("seen");
+        row("on one line", "A ```buddy-actions {} ``` \nB", "A \nB");
+        row("begun on the line", "A\n```buddy-tools {\n}\n```\nB", "A\n\nB");
+        row("not the last", "A\n```\n[]\n```\nB", "A\n```\n[]\n```\nB");
+        row("the last", "A\n```\n[]\n```\n ", "A");
+        row("JSON on one line", "A ```json []```\nB", "A");
+        row("and a fence", "A ```json []```\nB\n```\nC", "A ```json []```\nB\n```\nC");
+        row("sample at an end", "A\n```buddy-tools\n{}\n```json\n{}\n```\nB",
+            "A\n```json\n{}\n```\nB");
+    }
+    void whatIsNoBlockAfterAllIsSeenInTheEnd()
+    {
+        QFETCH(QString, reply);
+        QTEST(ActionParser::sanitizeForPreview(reply), "seen");
+    }
+
     void everyCharacterCostsTheSame_data()
     {
         QTest::addColumn<QString>("piece");
