@@ -99,9 +99,12 @@ QString filledIn(QString text, const Palette& palette, double fontSize)
 
 void PanelStyle::apply(QWidget& window, const Palette& palette)
 {
+    const auto wanted =
+        filledIn(QString::fromUtf8(sheet), palette, QApplication::font().pointSizeF());
+    if (wanted == window.styleSheet())
+        return;
     window.setPalette(Theme::widgetPalette(palette));
-    window.setStyleSheet(
-        filledIn(QString::fromUtf8(sheet), palette, QApplication::font().pointSizeF()));
+    window.setStyleSheet(wanted);
 }
 
 void PanelStyle::setRole(QWidget& widget, const QString& role)

@@ -8,7 +8,7 @@ class QWidget;
 /// How the controls of our windows look.
 namespace pobblewig::PanelStyle {
 
-/// Colours and shapes of a window and everything in it.
+/// Colours and shapes of a window and everything in it. Costs nothing where they are those already.
 void apply(QWidget& window, const Palette& palette);
 
 /// Of the roles that the style sheet knows: "title", "caption", "detail", "primary", "quiet",

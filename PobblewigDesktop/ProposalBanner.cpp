@@ -12,6 +12,7 @@
 #include <QToolButton>
 
 #include <algorithm>
+#include <utility>
 
 namespace pobblewig {
 

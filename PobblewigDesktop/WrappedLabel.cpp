@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace pobblewig {
 
@@ -52,7 +53,8 @@ int WrappedLabel::heightForWidth(int width) const
 
 void WrappedLabel::setMostLines(int count)
 {
-    m_mostLines = count;
+    if (std::exchange(m_mostLines, count) == count)
+        return;
     updateGeometry();
     update();
 }

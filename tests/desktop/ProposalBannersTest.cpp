@@ -238,6 +238,18 @@ private Q_SLOTS:
         }
     }
 
+    void whatIsShownAgainStaysWithinReach()
+    {
+        m_panel->setTheme(Theme::palette(ColorScheme::dark, {}));
+        m_panel->setProposals({ modeChange() }, {});
+        const auto* const confirm = button(QStringLiteral("mode"), "Confirm");
+        QTRY_VERIFY(isWithinReach(confirm));
+        m_panel->setTheme(Theme::palette(ColorScheme::dark, {}));
+        m_panel->setProposals({ modeChange() }, {});
+        QCoreApplication::sendPostedEvents();
+        QVERIFY(isWithinReach(confirm));
+    }
+
     void manyTakeTwoFifthsAndTheNewestIsInSight()
     {
         std::vector<RuleProposal> proposals;
