@@ -102,11 +102,8 @@ Task<> ProposalDesk::allowAlwaysProposal(QString proposalId)
     const auto proposal = m.proposals.proposal(proposalId);
     if (!proposal || proposal->status != RuleProposal::Status::pending)
         co_return;
-    if (ProposalLogic::canAllowAlways(*proposal)) {
-        m.settings.update([&](AppSettings& settings) {
-            settings.actionConfirmations[*ProposalLogic::actionClass(proposal->kind)] = false;
-        });
-    }
+    if (ProposalLogic::canAllowAlways(*proposal))
+        askNoMore(*ProposalLogic::actionClass(proposal->kind));
     co_await confirmProposal(proposalId);
 }
 
@@ -170,6 +167,12 @@ auto ProposalDesk::writeUnasked(RuleProposal proposal) -> Task<Admission>
     co_return Admission::admitted;
 }
 
+void ProposalDesk::askNoMore(const QString& actionClass)
+{
+    m.settings.update(
+        [&](AppSettings& settings) { settings.actionConfirmations[actionClass] = false; });
+}
+
 std::optional<QString> ProposalDesk::settingRefusal(const RuleProposal& proposal) const
 {
     if (!proposal.settingsChange)
@@ -202,14 +205,19 @@ Task<> ProposalDesk::confirmRule(RuleProposal proposal)
 Task<> ProposalDesk::confirmWrite(RuleProposal proposal)
 {
     const auto outcome = std::make_shared<ProposalWriter::Outcome>();
-    const auto result = co_await m.proposals.confirm(proposal.proposalId,
-        [this, outcome](RuleProposal confirmed) { return execute(std::move(confirmed), outcome); });
+    const auto result = co_await m.proposals.confirm(proposal.proposalId, writing(outcome));
     if (result.kind == ConfirmResult::Kind::failed)
         noteWriteResult(QStringLiteral("That didn't work: %1").arg(result.reason), proposal.kind);
     if (result.kind == ConfirmResult::Kind::created)
         noteSuccess(outcome->text, proposal.kind);
     if (outcome->selfNote)
         noteProposalState(*outcome->selfNote);
+}
+
+auto ProposalDesk::writing(const std::shared_ptr<ProposalWriter::Outcome>& outcome)
+    -> ProposalManager::Execute
+{
+    return [this, outcome](RuleProposal proposal) { return execute(std::move(proposal), outcome); };
 }
 
 auto ProposalDesk::execute(RuleProposal proposal, std::shared_ptr<ProposalWriter::Outcome> outcome)

@@ -51,6 +51,7 @@ private:
     Task<Admission> handleWrite(RuleProposal proposal);
     Admission queue(const RuleProposal& proposal);
     Task<Admission> writeUnasked(RuleProposal proposal);
+    void askNoMore(const QString& actionClass);
 
     /// Also against the form that the buddy would have if the user agreed to a waiting change.
     std::optional<QString> settingRefusal(const RuleProposal& proposal) const;
@@ -58,6 +59,7 @@ private:
 
     Task<> confirmRule(RuleProposal proposal);
     Task<> confirmWrite(RuleProposal proposal);
+    ProposalManager::Execute writing(const std::shared_ptr<ProposalWriter::Outcome>& outcome);
     Task<ProposalManager::Execution> execute(
         RuleProposal proposal, std::shared_ptr<ProposalWriter::Outcome> outcome);
 

@@ -103,7 +103,7 @@ QString ProposalLogic::nextFreeSuffix(
     const QString& proposalId, const std::vector<RuleProposal>& proposals)
 {
     for (int number = 2;; ++number) {
-        const auto candidate = QStringLiteral("%1-%2").arg(proposalId, QString::number(number));
+        auto candidate = QStringLiteral("%1-%2").arg(proposalId, QString::number(number));
         if (!hasID(proposals, candidate))
             return candidate;
     }
