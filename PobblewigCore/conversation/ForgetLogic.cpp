@@ -2,6 +2,7 @@
 
 #include "conversation/ForgetTexts.h"
 #include "foundation/IDPrefix.h"
+#include "foundation/Text.h"
 #include "memory/ToolArguments.h"
 
 #include <limits>
@@ -70,7 +71,7 @@ Resolved resolveSection(RuleProposal proposal, const ReferenceMemoryStore& refer
         return refused(QStringLiteral("nothing is stored under %1").arg(*path));
     proposal.forget->path = path;
     proposal.name = QStringLiteral("Delete %1 under %2 (the section itself stays)")
-                        .arg(ForgetLogic::counted(count, QStringLiteral("reference item")), *path);
+                        .arg(Text::counted(count, u"reference item"), *path);
     return proposal;
 }
 
@@ -96,8 +97,7 @@ Resolved resolveObservations(RuleProposal proposal, const ObservationStore& obse
         return refused(matching.error());
     if (matching->empty())
         return refused(QStringLiteral("no observations match that filter"));
-    const auto count =
-        ForgetLogic::counted(std::ssize(*matching), QStringLiteral("dated observation"));
+    const auto count = Text::counted(std::ssize(*matching), u"dated observation");
     proposal.forget = forget;
     proposal.name = QStringLiteral("Delete %1 matching %2").arg(count, ForgetTexts::filter(forget));
     return proposal;
@@ -157,12 +157,6 @@ tl::expected<std::vector<DatedObservation>, QString> ForgetLogic::matchingObserv
     auto found = observations.search(*wanted);
     std::erase_if(found, [&](const auto& observation) { return observation.recordedAt > askedAt; });
     return found;
-}
-
-QString ForgetLogic::counted(qsizetype count, const QString& noun)
-{
-    return QStringLiteral("%1 %2%3").arg(
-        QString::number(count), noun, count == 1 ? QString() : QStringLiteral("s"));
 }
 
 } // namespace pobblewig

@@ -17,7 +17,4 @@ tl::expected<RuleProposal, QString> resolveForget(RuleProposal proposal, const M
 tl::expected<std::vector<DatedObservation>, QString> matchingObservations(
     const ProposedForget& forget, const ObservationStore& observations, TimePoint askedAt);
 
-/// "3 observations", "1 observation".
-QString counted(qsizetype count, const QString& noun);
-
 } // namespace pobblewig::ForgetLogic

@@ -1,6 +1,7 @@
 #include "conversation/MemoryForgetter.h"
 
 #include "conversation/ForgetLogic.h"
+#include "foundation/Text.h"
 
 #include <algorithm>
 
@@ -20,7 +21,7 @@ QString forgetNote(const ProposedForget& forget, MemoryStore& notes, TimePoint n
     const auto note = std::ranges::find(notes.notes(), meantID(forget), &MemoryNote::id);
     if (note == notes.notes().end())
         return QStringLiteral("That note is already gone.");
-    const auto outcome = QStringLiteral("Forgot the note \"%1\"").arg(note->text);
+    auto outcome = QStringLiteral("Forgot the note \"%1\"").arg(note->text);
     notes.deleteNote(meantID(forget), now);
     return outcome;
 }
@@ -31,7 +32,7 @@ QString forgetItem(const ProposedForget& forget, ReferenceMemoryStore& reference
     const auto item = std::ranges::find(items, meantID(forget), &ReferenceItem::id);
     if (item == items.end())
         return QStringLiteral("That reference item is already gone.");
-    const auto outcome = QStringLiteral("Forgot the reference item \"%1\"").arg(item->title);
+    auto outcome = QStringLiteral("Forgot the reference item \"%1\"").arg(item->title);
     reference.deleteItem(meantID(forget));
     return outcome;
 }
@@ -44,7 +45,7 @@ Outcome forgetSection(const ProposedForget& forget, ReferenceMemoryStore& refere
     if (count == 0)
         return QStringLiteral("Nothing was stored under %1 anymore.").arg(*forget.path);
     return QStringLiteral("Forgot %1 under %2")
-        .arg(ForgetLogic::counted(count, QStringLiteral("reference item")), *forget.path);
+        .arg(Text::counted(count, u"reference item"), *forget.path);
 }
 
 Outcome forgetObservations(
@@ -58,8 +59,7 @@ Outcome forgetObservations(
     std::vector<QUuid> ids;
     std::ranges::transform(*matching, std::back_inserter(ids), &DatedObservation::id);
     observations.remove(ids);
-    return QStringLiteral("Forgot %1")
-        .arg(ForgetLogic::counted(std::ssize(ids), QStringLiteral("observation")));
+    return QStringLiteral("Forgot %1").arg(Text::counted(std::ssize(ids), u"observation"));
 }
 
 } // namespace

@@ -59,23 +59,16 @@ void add(Lines& lines, const QString& label, const QString& text)
         lines.append(QStringLiteral("%1: %2").arg(label, text));
 }
 
-QString moment(TimePoint time, const Calendar& calendar)
-{
-    const auto when = calendar.dateTime(time);
-    return QStringLiteral("%1, %2").arg(calendar.locale.toString(when.date(), QLocale::LongFormat),
-        calendar.locale.toString(when.time(), QLocale::ShortFormat));
-}
-
 QString span(TimePoint start, const std::optional<TimePoint>& end, const Calendar& calendar)
 {
-    auto text = moment(start, calendar);
+    auto text = calendar.moment(start);
     if (!end)
         return text;
     const auto time = calendar.dateTime(*end).time();
     const auto isSameDay = calendar.day(*end) == calendar.day(start);
     text += QStringLiteral(" – ");
     text +=
-        isSameDay ? calendar.locale.toString(time, QLocale::ShortFormat) : moment(*end, calendar);
+        isSameDay ? calendar.locale.toString(time, QLocale::ShortFormat) : calendar.moment(*end);
     return text;
 }
 
@@ -96,7 +89,7 @@ Lines eventLines(const ProposedCalendarEvent& event, const Calendar& calendar)
 Lines reminderLines(const ProposedReminder& reminder, const Calendar& calendar)
 {
     const auto due =
-        reminder.due ? moment(*reminder.due, calendar) : QStringLiteral("at no particular time");
+        reminder.due ? calendar.moment(*reminder.due) : QStringLiteral("at no particular time");
     Lines lines { titled(reminder.title) };
     add(lines, QStringLiteral("Due"), due);
     add(lines, QStringLiteral("Notes"), notes(reminder.notes));
