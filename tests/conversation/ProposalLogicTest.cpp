@@ -66,22 +66,6 @@ private Q_SLOTS:
         QCOMPARE(ProposalLogic::canAllowAlways(proposal), !isAskedThoughAllowed);
     }
 
-    void aRequestIsTheSameWhateverBecameOfIt()
-    {
-        auto a = change(QStringLiteral("x"), QStringLiteral("mode"));
-        auto b = a;
-        b.id = QUuid::createUuid();
-        b.proposalId = QStringLiteral("x-2");
-        b.status = RuleProposal::Status::rejected;
-        b.createdAt += std::chrono::hours(1);
-        QVERIFY(ProposalLogic::payloadEquivalent(a, b));
-        b.settingsChange->value = JSONValue(false);
-        QVERIFY(!ProposalLogic::payloadEquivalent(a, b));
-        b = a;
-        b.cooldownMinutes = 1;
-        QVERIFY(!ProposalLogic::payloadEquivalent(a, b));
-    }
-
     void theFirstFreeNumberIsTaken()
     {
         const QString id = QStringLiteral("x");

@@ -33,11 +33,6 @@ Task<ProposalManager::Execution> succeed(RuleProposal)
     co_return made;
 }
 
-Task<ProposalManager::Execution> fail(RuleProposal)
-{
-    co_return tl::unexpected(QStringLiteral("no calendar"));
-}
-
 const QString x = QStringLiteral("x");
 const QString tea = QStringLiteral("Tea");
 
@@ -53,25 +48,15 @@ private Q_SLOTS:
         restart();
     }
 
-    void aRequestWaitsOnceUntilItIsAnswered()
-    {
-        QVERIFY(m->registerProposal(reminder(x, tea)));
-        QVERIFY(!m->registerProposal(reminder(x, QStringLiteral("Coffee"))));
-        QVERIFY(m->reject(x));
-        QVERIFY(!m->registerProposal(reminder(x, tea, 5)));
-        QVERIFY(m->pendingProposals().empty());
-    }
-
     void anotherRequestUnderAUsedIdGetsANumber()
     {
         m->registerProposal(reminder(x, tea));
         m->reject(x);
+        QVERIFY(!m->registerProposal(reminder(x, tea, 5)));
         const LogLines log;
         QCOMPARE(m->registerProposal(reminder(x, QStringLiteral("Coffee")))->proposalId,
             QStringLiteral("x-2"));
-        QCOMPARE(log.lines(),
-            QStringList(QStringLiteral(
-                "buddy: proposalId collision on x — registering as a new proposal")));
+        QVERIFY(log.lines().front().startsWith(u"buddy: proposalId collision on x — "));
         // The model goes on calling it by its own id.
         QVERIFY(!m->registerProposal(reminder(x, QStringLiteral("Coffee"))));
         QVERIFY(m->reject(QStringLiteral("x-2")));
@@ -100,16 +85,6 @@ private Q_SLOTS:
         awaited(m->confirm(x, succeed));
         restart();
         QVERIFY(m->proposal(x)->status == Status::confirmed);
-    }
-
-    void oneThatFailsCanBeTriedAgain()
-    {
-        m->registerProposal(reminder(x, tea));
-        QVERIFY(awaited(m->confirm(x, fail))
-            == (ConfirmResult { .kind = Kind::failed, .reason = QStringLiteral("no calendar") }));
-        QCOMPARE(m->pendingProposals().size(), 1u);
-        QVERIFY(awaited(m->confirm(x, succeed)).kind == Kind::created);
-        QVERIFY(m->pendingProposals().empty());
     }
 
     void nothingComesBackOnceItIsAnswered()
@@ -157,24 +132,17 @@ private Q_SLOTS:
         RuleStore rules { std::nullopt };
         m->registerProposal({ .proposalId = x,
             .kind = RuleProposal::Kind::rule,
-            .name = tea,
-            .applicationMatch = { QStringLiteral("Kettle") },
+            .domainMatch = { QStringLiteral("tea.example") },
             .thresholdMinutes = 20,
-            .excludedModes = { CoachMode::relaxing },
-            .cooldownMinutes = 60,
-            .responseStyle = InterventionStyle::playful });
+            .cooldownMinutes = 60 });
         const auto result = awaited(m->confirm(x, rules, now));
-        QVERIFY(result.kind == Kind::created);
         QCOMPARE(rules.rules().size(), 1u);
-        const AccountabilityRule expected { .id = result.ruleID,
-            .name = tea,
-            .trigger = { .applicationNames = { QStringLiteral("Kettle") }, .thresholdMinutes = 20 },
-            .excludedModes = { CoachMode::relaxing },
-            .cooldownMinutes = 60,
-            .responseStyle = InterventionStyle::playful,
-            .createdAt = now,
-            .updatedAt = now };
-        QVERIFY(rules.rules().front() == expected);
+        const auto& rule = rules.rules().front();
+        QCOMPARE(rule.id, result.ruleID);
+        QVERIFY(rule.enabled && rule.createdAt == now);
+        QCOMPARE(rule.trigger.domains, std::vector { QStringLiteral("tea.example") });
+        QCOMPARE(rule.trigger.thresholdMinutes, 20);
+        QCOMPARE(rule.cooldownMinutes, 60);
     }
 
     void onlyTheLatestAnswersAreKept()

@@ -138,19 +138,6 @@ private Q_SLOTS:
         QVERIFY(m->proposals.pendingProposals().empty());
     }
 
-    void twoPressesWriteOnce()
-    {
-        apply({ reminder("r") });
-        m->calendar.isHeld = true;
-        auto first = m->desk.confirmProposal(text("r"));
-        awaited(m->desk.confirmProposal(text("r")));
-        m->desk.rejectProposal(text("r"));
-        m->calendar.release();
-        awaited(std::move(first));
-        QCOMPARE(m->calendar.reminders.size(), 1u);
-        QCOMPARE(told().size(), 2);
-    }
-
     void whatIsDismissedIsNotAskedAgain()
     {
         apply({ reminder("r") });

@@ -1,23 +1,16 @@
 #pragma once
 
 #include "connections/CalendarDataProviding.h"
-#include "foundation/Stream.h"
-
-#include <variant>
 
 namespace pobblewig {
 
-/// A calendar that keeps what is saved, or refuses it, or makes the caller wait.
+/// A calendar that keeps what is saved, or refuses it.
 class ScriptedCalendar : public CalendarDataProviding {
 public:
     PermissionState permission = PermissionState::granted;
     std::optional<WriteError> refusal;
-    bool isHeld = false;
     std::vector<CalendarEventDTO> events;
     std::vector<ReminderDTO> reminders;
-
-    /// Lets one held call go on.
-    void release() { m_releases.sink().push({}); }
 
     PermissionState authorizationStatus(CalendarEntity) const override { return permission; }
     Task<> requestAccess(CalendarEntity) override { co_return; }
@@ -43,15 +36,11 @@ private:
     template <typename Entry>
     Task<Result<void>> save(std::vector<Entry>* entries, Entry entry)
     {
-        if (isHeld)
-            co_await m_releases.next();
         if (refusal)
             co_return tl::unexpected(*refusal);
         entries->push_back(std::move(entry));
         co_return Result<void>();
     }
-
-    Stream<std::monostate, std::monostate> m_releases;
 };
 
 } // namespace pobblewig
