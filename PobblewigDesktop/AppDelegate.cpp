@@ -121,12 +121,15 @@ void AppDelegate::makePanel()
 void AppDelegate::connectAnswers()
 {
     auto& desk = m_coordinator->proposalDesk();
-    connect(m_panel.get(), &ChatPanel::proposalDismissed, m_coordinator.get(),
-        [&desk](const QString& id) { desk.rejectProposal(id); });
     connect(m_panel.get(), &ChatPanel::proposalConfirmed, m_coordinator.get(),
         [this, &desk](const QString& id) { awaitAnswer(id, desk.confirmProposal(id)); });
     connect(m_panel.get(), &ChatPanel::proposalAlwaysAllowed, m_coordinator.get(),
         [this, &desk](const QString& id) { awaitAnswer(id, desk.allowAlwaysProposal(id)); });
+    connect(m_panel.get(), &ChatPanel::proposalDismissed, m_coordinator.get(),
+        [this, &desk](const QString& id) {
+            desk.rejectProposal(id);
+            m_panel->allowAnswer(id);
+        });
 }
 
 void AppDelegate::awaitAnswer(const QString& proposalId, Task<> answer)
