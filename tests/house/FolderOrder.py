@@ -8,7 +8,7 @@ import sys
 CORE = "PobblewigCore"
 ORDER = [CORE + "/" + folder for folder in (
     "foundation", "mascots", "settings", "prompts", "wire", "memory", "screen", "connections",
-    "activity", "conversation", "memes", "notes", "cloud", "buddy")]
+    "activity", "conversation", "memes", "notes", "cloud", "buddy", "presence")]
 ORDER += [CORE, "PobblewigLinux", "PobblewigDesktop", "PobblewigDemoModel", "Pobblewig"]
 
 # Neighbours that know nothing of each other.

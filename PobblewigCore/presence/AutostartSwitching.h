@@ -1,0 +1,18 @@
+#pragma once
+
+#include "foundation/FileOperations.h"
+
+namespace pobblewig {
+
+/// Whether the program starts with the desktop.
+class AutostartSwitching {
+public:
+    virtual ~AutostartSwitching() = default;
+
+    /// Asked anew each time: the desktop's own settings change it too.
+    virtual bool isEnabled() const = 0;
+
+    virtual tl::expected<void, FileError> setEnabled(bool isEnabled) = 0;
+};
+
+} // namespace pobblewig

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QStringView>
+
+namespace pobblewig {
+
+class SoundPlaying {
+public:
+    virtual ~SoundPlaying() = default;
+
+    /// Plays the sound of this name, such as "Glass", or the nearest that the desktop has. Returns
+    /// at once. Silent where there is none.
+    virtual void play(QStringView name) = 0;
+};
+
+} // namespace pobblewig
