@@ -1,0 +1,21 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <optional>
+
+namespace pobblewig {
+
+/// Tells a press of the hot key from the presses that an X server makes up while it is held.
+class KeyRepeatFilter {
+public:
+    /// Whether the user has pressed the key.
+    bool press(xcb_timestamp_t time);
+    void release(xcb_timestamp_t time);
+
+private:
+    std::optional<xcb_timestamp_t> m_pressedAt;
+    std::optional<xcb_timestamp_t> m_releasedAt;
+};
+
+} // namespace pobblewig
