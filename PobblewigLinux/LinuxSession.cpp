@@ -1,7 +1,9 @@
 #include "PobblewigLinux/LinuxSession.h"
 
 #include "PobblewigLinux/ApplicationIdentifiers.h"
+#include "PobblewigLinux/PortalHotKeys.h"
 #include "PobblewigLinux/PortalScreenCapture.h"
+#include "PobblewigLinux/X11HotKeys.h"
 #include "PobblewigLinux/X11ScreenCapture.h"
 #include "PobblewigLinux/X11WindowIdentity.h"
 
@@ -22,6 +24,7 @@ LinuxSession::LinuxSession(
     : m_observation(x11, environment, bus)
     , m_permissions(kind(m_observation), bus)
     , m_capturer(makeCapturer(x11, bus))
+    , m_hotKeys(makeHotKeys(x11, bus))
 {
 }
 
@@ -48,6 +51,17 @@ std::unique_ptr<ScreenCapturing> LinuxSession::makeCapturer(
             X11WindowIdentity::identities(*x11, windows).front());
     };
     return std::make_unique<X11ScreenCapture>(*x11, appOfWindow, std::move(never));
+}
+
+std::unique_ptr<HotKeyProviding> LinuxSession::makeHotKeys(
+    X11Connection* x11, const QDBusConnection& bus)
+{
+    // On Wayland an X server has the keyboard only while a window of its own has the focus.
+    if (m_observation.isWayland())
+        return std::make_unique<PortalHotKeys>(bus, QStringLiteral("Open and hide the chat"));
+    if (auto hotKeys = x11 ? X11HotKeys::create() : nullptr)
+        return hotKeys;
+    return std::make_unique<UnavailableHotKeys>();
 }
 
 } // namespace pobblewig

@@ -2,6 +2,7 @@
 
 #include "PobblewigLinux/SessionObservation.h"
 #include "PobblewigLinux/SessionPermissions.h"
+#include "presence/HotKeyProviding.h"
 #include "screen/ScreenCapturing.h"
 
 #include <set>
@@ -22,15 +23,19 @@ public:
     /// Null where there is no screen to take a picture of.
     ScreenCapturing* capturer() { return m_capturer.get(); }
 
+    HotKeyProviding& hotKeys() { return *m_hotKeys; }
+
     /// The password managers of this platform.
     static std::vector<QString> alwaysExcluded();
 
 private:
     std::unique_ptr<ScreenCapturing> makeCapturer(X11Connection* x11, const QDBusConnection& bus);
+    std::unique_ptr<HotKeyProviding> makeHotKeys(X11Connection* x11, const QDBusConnection& bus);
 
     SessionObservation m_observation;
     SessionPermissions m_permissions;
     std::unique_ptr<ScreenCapturing> m_capturer;
+    std::unique_ptr<HotKeyProviding> m_hotKeys;
 };
 
 } // namespace pobblewig

@@ -15,11 +15,11 @@ const auto requestInterface = QStringLiteral("org.freedesktop.portal.Request");
 
 } // namespace
 
-Task<std::optional<PortalRequest::Answer>> PortalRequest::ask(QDBusConnection bus,
-    QString interface, QString method, QVariantMap options, std::chrono::milliseconds patience)
+Task<std::optional<PortalRequest::Answer>> PortalRequest::ask(
+    QDBusConnection bus, Question question, std::chrono::milliseconds patience)
 {
     const std::unique_ptr<PortalRequest> request(new PortalRequest(bus));
-    request->call(interface, method, std::move(options));
+    request->call(std::move(question));
     QTimer::singleShot(
         patience, request.get(), [sink = request->m_sink] { sink.finish(std::nullopt); });
     auto answer = co_await request->m_answers.next();
@@ -44,11 +44,12 @@ PortalRequest::PortalRequest(QDBusConnection bus)
         SLOT(respond(uint, QVariantMap)));
 }
 
-void PortalRequest::call(const QString& interface, const QString& method, QVariantMap options)
+void PortalRequest::call(Question question)
 {
-    options.insert(QStringLiteral("handle_token"), m_token);
-    auto message = QDBusMessage::createMethodCall(portalService, portalPath, interface, method);
-    message.setArguments({ QString(), options });
+    question.options.insert(QStringLiteral("handle_token"), m_token);
+    auto message = QDBusMessage::createMethodCall(
+        portalService, portalPath, question.interface, question.method);
+    message.setArguments(question.arguments << question.options);
     auto* const call = new QDBusPendingCallWatcher(m_bus.asyncCall(message), this);
     connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {
         if (call->isError())

@@ -16,17 +16,23 @@ class PortalRequest : public QObject {
     Q_OBJECT
 
 public:
+    struct Question {
+        QString interface;
+        QString method;
+        /// Those before the options, which every method has last.
+        QVariantList arguments;
+        QVariantMap options = {};
+    };
+
     struct Answer {
         /// 0 if all went well; anything else is a refusal, by the user or by the desktop.
         uint response = 0;
         QVariantMap results;
     };
 
-    /// Calls a method of the portal whose only arguments are the parent window, here none, and
-    /// `options`. Nothing if there is no portal or no answer in time; then the question is
-    /// withdrawn.
-    static Task<std::optional<Answer>> ask(QDBusConnection bus, QString interface, QString method,
-        QVariantMap options, std::chrono::milliseconds patience);
+    /// Nothing if there is no such portal or no answer in time; then the question is withdrawn.
+    static Task<std::optional<Answer>> ask(
+        QDBusConnection bus, Question question, std::chrono::milliseconds patience);
 
 private Q_SLOTS:
     void respond(uint response, const QVariantMap& results);
@@ -35,7 +41,7 @@ private:
     using Answers = Stream<Answer, std::monostate>;
 
     explicit PortalRequest(QDBusConnection bus);
-    void call(const QString& interface, const QString& method, QVariantMap options);
+    void call(Question question);
     void withdraw();
 
     QDBusConnection m_bus;

@@ -50,10 +50,13 @@ Task<PortalScreenCapture::Result> PortalScreenCapture::captureForCurrentContext(
     if (app && excludedBundleIDs.contains(app->bundleIdentifier))
         co_return failed(Kind::excludedApp, app->name);
 
-    const QVariantMap options { { QStringLiteral("interactive"), true } };
-    const auto answer =
-        co_await PortalRequest::ask(m_bus, QStringLiteral("org.freedesktop.portal.Screenshot"),
-            QStringLiteral("Screenshot"), options, m_patience);
+    const PortalRequest::Question question {
+        .interface = QStringLiteral("org.freedesktop.portal.Screenshot"),
+        .method = QStringLiteral("Screenshot"),
+        .arguments = { QString() },
+        .options = { { QStringLiteral("interactive"), true } },
+    };
+    const auto answer = co_await PortalRequest::ask(m_bus, question, m_patience);
     if (!answer)
         co_return failed(Kind::noCaptureTarget);
     if (answer->response != 0)
