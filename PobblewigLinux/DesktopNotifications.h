@@ -1,0 +1,41 @@
+#pragma once
+
+#include "presence/NotificationPresenting.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+
+#include <optional>
+#include <set>
+
+namespace pobblewig {
+
+/// The notifications of the session's notification server. Without one, or with one that fails,
+/// there are none.
+class DesktopNotifications : public NotificationPresenting {
+    Q_OBJECT
+
+public:
+    explicit DesktopNotifications(QDBusConnection bus = QDBusConnection::sessionBus());
+
+    Task<bool> present(Notification notification) override;
+    void withdraw() override;
+
+private Q_SLOTS:
+    void invoke(uint id, const QString& action);
+    void takeReply(uint id, const QString& text);
+    void forget(uint id, uint reason);
+
+private:
+    Task<bool> learnCapabilities();
+    Task<QDBusMessage> call(QString method, QVariantList arguments);
+    void listen();
+
+    QDBusConnection m_bus;
+    bool m_isListening = false;
+    /// Asked of the server once.
+    std::optional<QStringList> m_capabilities;
+    std::set<uint> m_shown;
+};
+
+} // namespace pobblewig
