@@ -10,7 +10,8 @@ namespace pobblewig {
 
 namespace {
 
-const QByteArrayList otherKeys { "Exec", "Hidden", "NoDisplay", "StartupWMClass", "Type" };
+const QByteArrayList otherKeys { "Exec", "Hidden", "NoDisplay", "StartupWMClass", "Type",
+    "X-GNOME-Autostart-enabled" };
 
 using Values = std::map<QByteArrayView, QByteArrayView>;
 
@@ -110,6 +111,7 @@ std::optional<DesktopEntry> DesktopEntryLogic::parse(
         .windowClass = text(found, "StartupWMClass"),
         .program = program(text(found, "Exec")),
         .isShownInMenus = text(found, "NoDisplay") != u"true",
+        .startsWithDesktop = text(found, "X-GNOME-Autostart-enabled") != u"false",
     };
 }
 

@@ -17,6 +17,8 @@ struct DesktopEntry {
     /// The file name of the program; empty if it is one that runs others.
     QString program = {};
     bool isShownInMenus = true;
+    /// Of a file that lies where desktops look for what to start.
+    bool startsWithDesktop = true;
 
     bool operator==(const DesktopEntry&) const = default;
 };

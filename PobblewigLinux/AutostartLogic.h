@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QByteArrayView>
+#include <QString>
+
+namespace pobblewig::AutostartLogic {
+
+/// Whether a desktop that finds this file among those to start with starts the program.
+bool startsProgram(QByteArrayView file);
+
+/// The file that makes desktops start the program at this path.
+QByteArray file(const QString& program);
+
+} // namespace pobblewig::AutostartLogic
