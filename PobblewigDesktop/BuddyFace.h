@@ -1,16 +1,18 @@
 #pragma once
 
 #include "mascots/MascotSprite.h"
+#include "presence/PresenceState.h"
 
 #include <QIcon>
 
 /// The buddy as a small still picture, for the tray and the title bars.
 namespace pobblewig::BuddyFace {
 
-/// A square of this many device pixels, with the buddy as large as whole pixels allow.
-QPixmap pixmap(const MascotSprite& sprite, int side);
+/// A square of this many device pixels, with the buddy as large as whole pixels allow and the badge
+/// in its lower right corner.
+QPixmap pixmap(const MascotSprite& sprite, PresenceBadge badge, int side);
 
 /// In every size that trays and task lists ask for.
-QIcon icon(const MascotSprite& sprite);
+QIcon icon(const MascotSprite& sprite, PresenceBadge badge = PresenceBadge::none);
 
 } // namespace pobblewig::BuddyFace

@@ -82,4 +82,18 @@ TimePoint PresenceLogic::startOfTomorrow(TimePoint now, const Calendar& calendar
     return TimePoint(std::chrono::milliseconds(start.toMSecsSinceEpoch()));
 }
 
+std::optional<TimePoint> PresenceLogic::pauseEnd(
+    PauseLength length, TimePoint now, const Calendar& calendar)
+{
+    switch (length) {
+    case PauseLength::halfAnHour:
+        return now + std::chrono::minutes(30);
+    case PauseLength::untilTomorrow:
+        return startOfTomorrow(now, calendar);
+    case PauseLength::untilResumed:
+        return std::nullopt;
+    }
+    Q_UNREACHABLE();
+}
+
 } // namespace pobblewig

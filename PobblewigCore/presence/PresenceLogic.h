@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/Calendar.h"
+#include "presence/PauseLength.h"
 #include "presence/PresenceState.h"
 
 /// How the buddy's state reads, and what the menu's words mean.
@@ -19,5 +20,8 @@ QString modeInWords(const PresenceState& state, TimePoint now, const Calendar& c
 QString inWords(const PresenceState& state, TimePoint now, const Calendar& calendar);
 
 TimePoint startOfTomorrow(TimePoint now, const Calendar& calendar);
+
+/// Nothing if somebody has to end it.
+std::optional<TimePoint> pauseEnd(PauseLength length, TimePoint now, const Calendar& calendar);
 
 } // namespace pobblewig::PresenceLogic

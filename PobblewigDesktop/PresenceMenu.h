@@ -1,0 +1,43 @@
+#pragma once
+
+#include "presence/PauseLength.h"
+#include "presence/PresenceState.h"
+
+#include <QMenu>
+
+class QActionGroup;
+
+namespace pobblewig {
+
+/// What the user can ask of the buddy wherever it is: in the tray, and on the desktop. It only says
+/// what is asked for.
+class PresenceMenu : public QMenu {
+    Q_OBJECT
+
+public:
+    explicit PresenceMenu(QWidget* parent = nullptr);
+
+    /// The state that the checks show.
+    void setState(const PresenceState& state);
+    void setStartsWithDesktop(bool startsWithDesktop);
+
+Q_SIGNALS:
+    void chatRequested();
+    void screenRequested();
+    void modeRequested(CoachMode mode);
+    void temporaryModeRequested(CoachMode mode, int minutes);
+    void pauseRequested(PauseLength length);
+    void resumeRequested();
+    void startWithDesktopRequested(bool startWithDesktop);
+    void quitRequested();
+
+private:
+    void addModes();
+    void addPauses();
+
+    QActionGroup* m_modes;
+    QAction* m_resume;
+    QAction* m_startsWithDesktop;
+};
+
+} // namespace pobblewig
