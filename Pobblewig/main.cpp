@@ -1,9 +1,12 @@
 #include "PobblewigDesktop/AppDelegate.h"
 #include "PobblewigLinux/ApplicationBus.h"
+#include "PobblewigLinux/Autostart.h"
 #include "PobblewigLinux/BeneathAppDataReader.h"
+#include "PobblewigLinux/DesktopNotifications.h"
 #include "PobblewigLinux/LinuxSession.h"
 #include "PobblewigLinux/OpenRequestLogic.h"
 #include "PobblewigLinux/SingleInstance.h"
+#include "PobblewigLinux/Sounds.h"
 #include "PobblewigLinux/TrayWatch.h"
 #include "PobblewigLinux/X11BuddyWindowSystem.h"
 #include "foundation/JSONFileStore.h"
@@ -88,8 +91,11 @@ int main(int argc, char** argv)
 
     const auto connection = X11Connection::create();
     const auto buddySystem = windowSystem(connection.get());
-    // Made once the buddy is there: it asks the bus.
+    // Made once the buddy is there: they ask the bus.
     std::optional<LinuxSession> session;
+    std::optional<DesktopNotifications> notifications;
+    Sounds sounds;
+    Autostart autostart;
     QSettings desktopSettings(desktopSettingsPath(), QSettings::IniFormat);
     AppDelegate delegate(*buddySystem, desktopSettings);
     QObject::connect(&bus, &ApplicationBus::activated, &delegate, &AppDelegate::openChat);
@@ -100,8 +106,12 @@ int main(int argc, char** argv)
     std::optional<TrayWatch> trayWatch;
     QObject::connect(&delegate, &AppDelegate::launched, &delegate, [&] {
         instance.announce();
+        notifications.emplace();
+        auto& presence = delegate.presence();
+        presence.useServices({ session->hotKeys(), *notifications, sounds, autostart });
         trayWatch.emplace(connection.get());
-        QObject::connect(&*trayWatch, &TrayWatch::trayAppeared, &delegate, &AppDelegate::showTray);
+        QObject::connect(
+            &*trayWatch, &TrayWatch::trayAppeared, &presence, &DesktopPresence::showTray);
         trayWatch->start();
     });
     delegate.launch([&] {

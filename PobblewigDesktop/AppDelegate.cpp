@@ -4,6 +4,7 @@
 #include "PobblewigDesktop/ChatPanel.h"
 #include "PobblewigDesktop/Theme.h"
 #include "foundation/EnumNames.h"
+#include "presence/PresenceLogic.h"
 
 #include <QApplication>
 #include <QScreen>
@@ -40,7 +41,10 @@ ThemePreference themePreference(const AppSettings& settings)
 
 QString stateInWords(const AppSettings& settings)
 {
-    return settings.mode == CoachMode::openEnded ? QString() : displayName(settings.mode);
+    if (settings.mode == CoachMode::openEnded)
+        return {};
+    const PresenceState state { .mode = settings.mode, .modeRevertAt = settings.modeRevertAt };
+    return PresenceLogic::modeInWords(state, systemNow(), Calendar::current());
 }
 
 QString storageNotice(const std::optional<QString>& problem)
@@ -57,14 +61,17 @@ QString storageNotice(const std::optional<QString>& problem)
 AppDelegate::AppDelegate(BuddyWindowSystem& windowSystem, QSettings& desktopSettings)
     : m_desktopSettings(desktopSettings)
     , m_buddy(windowSystem, desktopSettings)
+    , m_presence(desktopSettings)
 {
     m_buddy.setSprite(spriteFor(
         desktopSettings.value(mascotKey).toString(), desktopSettings.value(schemeKey).toString()));
     m_buddy.setSizeScale(desktopSettings.value(scaleKey, 1.0).toDouble());
     connect(&m_buddy, &BuddyWindow::clicked, this, &AppDelegate::toggleChat);
     connect(&m_buddy, &BuddyWindow::quitRequested, qApp, &QApplication::quit);
-    connect(&m_tray, &TrayMenu::chatRequested, this, &AppDelegate::openChat);
-    connect(&m_tray, &TrayMenu::quitRequested, qApp, &QApplication::quit);
+    connect(&m_presence, &DesktopPresence::chatRequested, this, &AppDelegate::openChat);
+    connect(&m_presence, &DesktopPresence::chatToggled, this, &AppDelegate::toggleChat);
+    connect(&m_presence, &DesktopPresence::quitRequested, qApp, &QApplication::quit);
+    connect(&m_presence, &DesktopPresence::noticed, this, &AppDelegate::showNotice);
 }
 
 AppDelegate::~AppDelegate() = default;
@@ -88,11 +95,6 @@ void AppDelegate::openChat()
     m_panel->showBeside(m_buddy.geometry(), m_buddy.screen()->availableGeometry());
 }
 
-void AppDelegate::showTray()
-{
-    m_tray.show();
-}
-
 void AppDelegate::startCoordinator()
 {
     if (m_coordinator)
@@ -101,6 +103,7 @@ void AppDelegate::startCoordinator()
     connect(m_coordinator.get(), &AppCoordinator::stateChanged, this, &AppDelegate::showState);
     m_coordinator->start();
     showState();
+    m_presence.follow(*m_coordinator);
     if (m_isChatRequested)
         openChat();
     Q_EMIT launched();
@@ -115,6 +118,7 @@ void AppDelegate::makePanel()
         [this] { m_desktopSettings.setValue(panelSizeKey, m_panel->size()); });
     connectAnswers();
     m_panel->resize(m_desktopSettings.value(panelSizeKey, m_panel->size()).toSize());
+    m_panel->setNotice(m_notice);
     showPanelState();
 }
 
@@ -154,7 +158,7 @@ void AppDelegate::showLook(const AppSettings& settings)
     const auto sprite = spriteFor(look.mascot, look.colorScheme);
     m_buddy.setSprite(sprite);
     m_buddy.setSizeScale(look.sizeScale);
-    m_tray.setFace(BuddyFace::icon(sprite));
+    m_presence.setSprite(sprite);
     m_desktopSettings.setValue(mascotKey, look.mascot);
     m_desktopSettings.setValue(schemeKey, look.colorScheme);
     m_desktopSettings.setValue(scaleKey, look.sizeScale);
@@ -176,9 +180,16 @@ void AppDelegate::showPanelState()
         m_panel->setNotice(storageNotice(state.storageProblem));
 }
 
+void AppDelegate::showNotice(const QString& text)
+{
+    m_notice = text;
+    if (m_panel)
+        m_panel->setNotice(text);
+}
+
 void AppDelegate::toggleChat()
 {
-    if (m_panel && m_panel->isVisible())
+    if (m_panel && m_panel->isActiveWindow() && !m_panel->isMinimized())
         m_panel->hide();
     else
         openChat();

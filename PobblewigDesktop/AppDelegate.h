@@ -2,7 +2,7 @@
 
 #include "AppCoordinator.h"
 #include "PobblewigDesktop/BuddyWindow.h"
-#include "PobblewigDesktop/TrayMenu.h"
+#include "PobblewigDesktop/DesktopPresence.h"
 
 #include <QSettings>
 
@@ -28,8 +28,8 @@ public:
     /// Before the coordinator is up the wish is kept until it is.
     void openChat();
 
-    /// Once the desktop has a tray.
-    void showTray();
+    /// The buddy beside its window; its services come once it has launched.
+    DesktopPresence& presence() { return m_presence; }
 
 Q_SIGNALS:
     /// Once, when the buddy is there and the coordinator is up.
@@ -51,16 +51,19 @@ private:
     void showState();
     void showLook(const AppSettings& settings);
     void showPanelState();
+    void showNotice(const QString& text);
     void toggleChat();
 
     QSettings& m_desktopSettings;
     BuddyWindow m_buddy;
-    TrayMenu m_tray;
+    DesktopPresence m_presence;
     std::function<AppCoordinator::Parts()> m_makeParts;
     std::unique_ptr<AppCoordinator> m_coordinator;
     std::unique_ptr<ChatPanel> m_panel;
     std::optional<Look> m_look;
     std::optional<QString> m_shownProblem;
+    /// What the panel has to say before it is there.
+    QString m_notice;
     bool m_isChatRequested = false;
 };
 

@@ -2,17 +2,11 @@
 
 namespace pobblewig {
 
-void TrayMenu::show()
+void TrayMenu::show(std::unique_ptr<QMenu> menu)
 {
-    if (m_icon)
-        return;
-    m_menu = std::make_unique<QMenu>();
-    m_menu->addAction(tr("Open chat"), this, &TrayMenu::chatRequested);
-    m_menu->addSeparator();
-    m_menu->addAction(tr("Quit Pobblewig"), this, &TrayMenu::quitRequested);
-
+    m_menu = std::move(menu);
     m_icon = std::make_unique<QSystemTrayIcon>(m_face);
-    m_icon->setToolTip(QStringLiteral("Pobblewig"));
+    m_icon->setToolTip(m_toolTip);
     m_icon->setContextMenu(m_menu.get());
     connect(m_icon.get(), &QSystemTrayIcon::activated, this,
         [this](QSystemTrayIcon::ActivationReason reason) {
@@ -27,6 +21,12 @@ void TrayMenu::setFace(const QIcon& face)
     m_face = face;
     if (m_icon)
         m_icon->setIcon(face);
+}
+
+void TrayMenu::setToolTip(const QString& text)
+{
+    if (std::exchange(m_toolTip, text) != text && m_icon)
+        m_icon->setToolTip(text);
 }
 
 } // namespace pobblewig

@@ -8,8 +8,8 @@
 
 namespace pobblewig {
 
-/// The buddy's face in the desktop's tray. Absent until it is shown, and on desktops without a
-/// tray.
+/// The buddy's face in the desktop's tray, with a menu. Absent until it is shown, and on desktops
+/// without a tray.
 class TrayMenu : public QObject {
     Q_OBJECT
 
@@ -18,16 +18,17 @@ public:
 
     /// To be called when there is a tray: Qt decides with the first icon which kind of tray it
     /// speaks to, and never asks again.
-    void show();
+    void show(std::unique_ptr<QMenu> menu);
 
     void setFace(const QIcon& face);
+    void setToolTip(const QString& text);
 
 Q_SIGNALS:
     void chatRequested();
-    void quitRequested();
 
 private:
     QIcon m_face;
+    QString m_toolTip;
     std::unique_ptr<QMenu> m_menu;
     std::unique_ptr<QSystemTrayIcon> m_icon;
 };

@@ -1,0 +1,122 @@
+"""The buddy on the desktop beside its own window: the hot key, the tray, links."""
+
+import json
+import subprocess
+import unittest
+
+from gi.repository import Atspi
+
+from program import Program, wait_for, xdotool
+from tray import Item, Tray
+
+
+class PresenceEndToEndTest(unittest.TestCase):
+    def setUp(self):
+        self.program = self.enterContext(Program())
+        self.is_chat_shown = self.program.window_titled("Pobblewig Chat")
+
+    def settings(self):
+        file = self.program.data / "settings.json"
+        return json.loads(file.read_text()) if file.exists() else {}
+
+    def start(self, *tools):
+        for tool in tools:
+            process = subprocess.Popen(tool)
+            self.addCleanup(process.wait)
+            self.addCleanup(process.kill)
+        self.program.start()
+
+
+class HotKeyEndToEndTest(PresenceEndToEndTest):
+    def is_chat_in_front(self):
+        name = subprocess.run(["xdotool", "getactivewindow", "getwindowname"], text=True,
+                              capture_output=True, timeout=30).stdout
+        return name.strip() == "Pobblewig Chat"
+
+    def test_it_opens_and_hides_the_chat(self):
+        self.start()
+        # Whoever can hand something over comes after the hot key.
+        self.program.open_chat()
+        wait_for(self.is_chat_in_front, "the chat in front")
+        xdotool("key", "ctrl+alt+space")
+        wait_for(lambda: not self.is_chat_shown(), "the chat hidden")
+        xdotool("key", "ctrl+alt+space")
+        wait_for(self.is_chat_in_front, "the chat in front again")
+
+    def test_a_chat_behind_another_window_comes_forward_with_the_keyboard(self):
+        self.start()
+        self.program.open_chat()
+        wait_for(self.is_chat_in_front, "the chat in front")
+        terminal = subprocess.Popen(["xterm", "-e", "cat"])
+        self.addCleanup(terminal.wait)
+        self.addCleanup(terminal.kill)
+        wait_for(lambda: not self.is_chat_in_front(), "the terminal in front")
+        xdotool("type", "for the terminal")
+        xdotool("key", "ctrl+alt+space")
+        wait_for(self.is_chat_in_front, "the chat in front")
+        xdotool("type", "for the buddy")
+        message = self.program.control("Message")
+        wait_for(lambda: Atspi.Text.get_text(message, 0, -1) == "for the buddy", "the typed text")
+
+    def test_keys_that_the_window_manager_has_are_told_as_taken(self):
+        file = self.program.data.parent.parent / "config" / "Pobblewig" / "desktop.conf"
+        file.parent.mkdir(parents=True)
+        file.write_text("[chat]\nhotKey=Ctrl+Alt+Left\n")
+        self.start()
+        self.program.open_chat()
+        wait_for(lambda: "Another program already uses Ctrl+Alt+Left"
+                 in (self.program.shown("Notice") or ""), "the notice")
+
+
+class TrayEndToEndTest(PresenceEndToEndTest):
+    def test_a_tray_on_the_bus_shows_the_state_and_changes_it(self):
+        tray = Tray()
+        self.addCleanup(tray.close)
+        self.start()
+        wait_for(lambda: tray.items, "the program in the tray")
+        item = Item(tray.items[0][0])
+        self.assertEqual(item.tool_tip(), "Pobblewig · Open-ended")
+        self.assertEqual(item.entries()["Mode/Open-ended"]["toggle-state"], 1)
+        self.assertFalse(item.entries()["Pause observation/Resume observation"]["enabled"])
+        picture = item.picture()
+
+        item.click("Mode/Focus")
+        wait_for(lambda: self.settings().get("mode") == "focus", "the mode")
+        wait_for(lambda: item.tool_tip() == "Pobblewig · Focus", "the mode in words")
+        wait_for(lambda: item.entries()["Mode/Focus"]["toggle-state"] == 1, "the check")
+        item.click("Mode/For 1 hour/Studying")
+        wait_for(lambda: self.settings().get("modeRevertAt"), "the end of the mode")
+        self.assertEqual(item.picture(), picture)
+
+        item.click("Pause observation/Until resumed")
+        wait_for(lambda: "observation paused" in item.tool_tip(), "the pause in words")
+        self.assertNotEqual(item.picture(), picture)
+        item.click("Pause observation/Resume observation")
+        wait_for(lambda: item.picture() == picture, "the face without a mark")
+
+        autostart = self.program.data.parent.parent / "config" / "autostart"
+        item.click("Start with the desktop")
+        wait_for(lambda: list(autostart.glob("com.pobblewig.app.desktop")), "the autostart file")
+        self.assertFalse(self.is_chat_shown())
+        item.activate()
+        wait_for(self.is_chat_shown, "the chat panel")
+        item.click("Quit Pobblewig")
+        self.assertEqual(self.program.process.wait(timeout=30), 0)
+
+    def test_a_tray_that_embeds_takes_clicks(self):
+        self.start(["trayer", "--edge", "top", "--widthtype", "request"])
+        tray = xdotool("search", "--sync", "--onlyvisible", "--class", "trayer").split()[0]
+
+        def icon():
+            tree = subprocess.run(["xwininfo", "-id", tray, "-tree"], text=True, check=True,
+                                  capture_output=True).stdout
+            return next((line.split()[0] for line in tree.splitlines() if "pobblewig" in line),
+                        None)
+
+        window = wait_for(icon, "the icon in the tray")
+        xdotool("mousemove", "--window", window, "8", "8", "click", "1")
+        wait_for(self.is_chat_shown, "the chat panel")
+
+
+if __name__ == "__main__":
+    unittest.main()
