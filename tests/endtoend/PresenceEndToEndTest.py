@@ -1,13 +1,16 @@
 """The buddy on the desktop beside its own window: the hot key, the tray, links."""
 
 import json
+import pathlib
 import subprocess
 import unittest
 
 from gi.repository import Atspi
 
-from program import Program, wait_for, xdotool
+from program import BIN, Program, wait_for, xdotool
 from tray import Item, Tray
+
+REGISTER = pathlib.Path(__file__).parents[2] / "scripts" / "register-url-scheme"
 
 
 class PresenceEndToEndTest(unittest.TestCase):
@@ -116,6 +119,28 @@ class TrayEndToEndTest(PresenceEndToEndTest):
         window = wait_for(icon, "the icon in the tray")
         xdotool("mousemove", "--window", window, "8", "8", "click", "1")
         wait_for(self.is_chat_shown, "the chat panel")
+
+
+class LinkEndToEndTest(PresenceEndToEndTest):
+    def register(self, *arguments):
+        subprocess.run([REGISTER, *arguments], check=True, env=self.program.environment)
+
+    def test_a_link_reaches_a_build_that_runs_from_its_folder(self):
+        file = self.program.data.parent / "applications" / "com.pobblewig.app.desktop"
+        self.start()
+        self.register(BIN / "pobblewig")
+        written = file.read_text()
+        self.register(BIN / "pobblewig")
+        self.assertEqual(file.read_text(), written)
+        subprocess.run(["gio", "open", "pobblewig://auth/callback?code=1"], check=True,
+                       env=self.program.environment)
+        wait_for(self.is_chat_shown, "the chat panel")
+
+        self.register("--remove")
+        self.assertFalse(file.exists())
+        refused = subprocess.run(["gio", "open", "pobblewig://auth/callback?code=2"],
+                                 env=self.program.environment, capture_output=True)
+        self.assertNotEqual(refused.returncode, 0)
 
 
 if __name__ == "__main__":
