@@ -108,7 +108,8 @@ int main(int argc, char** argv)
         instance.announce();
         notifications.emplace();
         auto& presence = delegate.presence();
-        presence.useServices({ session->hotKeys(), *notifications, sounds, autostart });
+        presence.useServices(
+            { session->hotKeys(), *notifications, sounds, autostart, session->windows() });
         trayWatch.emplace(connection.get());
         QObject::connect(
             &*trayWatch, &TrayWatch::trayAppeared, &presence, &DesktopPresence::showTray);

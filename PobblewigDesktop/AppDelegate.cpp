@@ -92,7 +92,10 @@ void AppDelegate::openChat()
     }
     if (!m_panel)
         makePanel();
-    m_panel->showBeside(m_buddy.geometry(), m_buddy.screen()->availableGeometry());
+    // Where the user has put it is its place, until it is closed.
+    if (!m_panel->isVisible())
+        m_panel->showBeside(m_buddy.geometry(), m_buddy.screen()->availableGeometry());
+    m_presence.activate(*m_panel);
 }
 
 void AppDelegate::startCoordinator()

@@ -62,6 +62,14 @@ void DesktopPresence::setActivity(Activity activity)
     showState();
 }
 
+void DesktopPresence::activate(QWidget& window)
+{
+    window.raise();
+    window.activateWindow();
+    if (m_services)
+        m_services->windows.activate(window.winId());
+}
+
 std::unique_ptr<PresenceMenu> DesktopPresence::makeMenu()
 {
     auto menu = std::make_unique<PresenceMenu>();

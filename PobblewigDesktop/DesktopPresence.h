@@ -33,6 +33,9 @@ public:
     /// What the buddy does at present.
     void setActivity(PresenceState::Activity activity);
 
+    /// Gives the keyboard to a window that is shown because the user asked for it.
+    void activate(QWidget& window);
+
     ChatHotKey& hotKey() { return m_hotKey; }
 
     /// The menu of the buddy, wherever it is opened.

@@ -4,6 +4,7 @@
 #include "presence/HotKeyProviding.h"
 #include "presence/NotificationPresenting.h"
 #include "presence/SoundPlaying.h"
+#include "presence/WindowActivating.h"
 
 namespace pobblewig {
 
@@ -13,6 +14,7 @@ struct DesktopServices {
     NotificationPresenting& notifications;
     SoundPlaying& sounds;
     AutostartSwitching& autostart;
+    WindowActivating& windows;
 };
 
 } // namespace pobblewig

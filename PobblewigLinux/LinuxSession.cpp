@@ -5,6 +5,7 @@
 #include "PobblewigLinux/PortalScreenCapture.h"
 #include "PobblewigLinux/X11HotKeys.h"
 #include "PobblewigLinux/X11ScreenCapture.h"
+#include "PobblewigLinux/X11WindowActivation.h"
 #include "PobblewigLinux/X11WindowIdentity.h"
 
 namespace pobblewig {
@@ -17,6 +18,13 @@ SessionPermissions::Session kind(const SessionObservation& observation)
                                    : SessionPermissions::Session::x11;
 }
 
+std::unique_ptr<WindowActivating> windowActivation(X11Connection* x11)
+{
+    if (!x11)
+        return std::make_unique<UnavailableWindowActivation>();
+    return std::make_unique<X11WindowActivation>(*x11);
+}
+
 } // namespace
 
 LinuxSession::LinuxSession(
@@ -25,6 +33,7 @@ LinuxSession::LinuxSession(
     , m_permissions(kind(m_observation), bus)
     , m_capturer(makeCapturer(x11, bus))
     , m_hotKeys(makeHotKeys(x11, bus))
+    , m_windows(windowActivation(x11))
 {
 }
 

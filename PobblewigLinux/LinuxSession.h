@@ -3,6 +3,7 @@
 #include "PobblewigLinux/SessionObservation.h"
 #include "PobblewigLinux/SessionPermissions.h"
 #include "presence/HotKeyProviding.h"
+#include "presence/WindowActivating.h"
 #include "screen/ScreenCapturing.h"
 
 #include <set>
@@ -24,6 +25,7 @@ public:
     ScreenCapturing* capturer() { return m_capturer.get(); }
 
     HotKeyProviding& hotKeys() { return *m_hotKeys; }
+    WindowActivating& windows() { return *m_windows; }
 
     /// The password managers of this platform.
     static std::vector<QString> alwaysExcluded();
@@ -36,6 +38,7 @@ private:
     SessionPermissions m_permissions;
     std::unique_ptr<ScreenCapturing> m_capturer;
     std::unique_ptr<HotKeyProviding> m_hotKeys;
+    std::unique_ptr<WindowActivating> m_windows;
 };
 
 } // namespace pobblewig

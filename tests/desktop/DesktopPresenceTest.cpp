@@ -178,7 +178,8 @@ private:
         m_noticed.emplace(&*m_presence, &DesktopPresence::noticed);
         m_presence->setSprite(MascotSprite::sprite(Mascot::mouse));
         m_presence->follow(*m_coordinator);
-        m_presence->useServices({ *m_hotKeys, *m_notifications, m_sounds, *m_autostart });
+        m_presence->useServices(
+            { *m_hotKeys, *m_notifications, m_sounds, *m_autostart, m_windows });
     }
 
     static QAction* action(const QMenu& menu, const QString& text)
@@ -200,6 +201,7 @@ private:
     std::optional<ScriptedHotKeys> m_hotKeys;
     std::optional<NoNotifications> m_notifications;
     NoSounds m_sounds;
+    UnavailableWindowActivation m_windows;
     std::optional<ScriptedAutostart> m_autostart;
     PromptedProvider m_model;
     std::unique_ptr<AppCoordinator> m_coordinator;

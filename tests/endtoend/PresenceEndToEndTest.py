@@ -5,9 +5,7 @@ import pathlib
 import subprocess
 import unittest
 
-from gi.repository import Atspi
-
-from program import BIN, Program, wait_for, xdotool
+from program import BIN, Atspi, Program, wait_for, xdotool
 from tray import Item, Tray
 
 REGISTER = pathlib.Path(__file__).parents[2] / "scripts" / "register-url-scheme"
@@ -60,6 +58,10 @@ class HotKeyEndToEndTest(PresenceEndToEndTest):
         xdotool("type", "for the buddy")
         message = self.program.control("Message")
         wait_for(lambda: Atspi.Text.get_text(message, 0, -1) == "for the buddy", "the typed text")
+        xdotool("windowminimize", xdotool("getactivewindow").strip())
+        wait_for(lambda: not self.is_chat_in_front(), "the chat out of sight")
+        xdotool("key", "ctrl+alt+space")
+        wait_for(self.is_chat_in_front, "the chat restored")
 
     def test_keys_that_the_window_manager_has_are_told_as_taken(self):
         file = self.program.data.parent.parent / "config" / "Pobblewig" / "desktop.conf"
