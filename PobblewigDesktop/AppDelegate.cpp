@@ -141,8 +141,8 @@ void AppDelegate::connectAnswers()
 
 void AppDelegate::awaitAnswer(const QString& proposalId, Task<> answer)
 {
-    QCoro::connect(std::move(answer), m_panel.get(),
-        [this, proposalId] { m_panel->allowAnswer(proposalId); });
+    QCoro::connect(
+        std::move(answer), m_panel.get(), [this, proposalId] { m_panel->allowAnswer(proposalId); });
 }
 
 void AppDelegate::showState()

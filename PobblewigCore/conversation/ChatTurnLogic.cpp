@@ -118,10 +118,10 @@ QString ChatTurnLogic::toolResultsText(const std::vector<MemoryToolResult>& resu
     QStringList sections;
     for (const auto& result : results)
         sections.append(QStringLiteral("### %1\n%2").arg(result.name, result.text));
-    const auto text = QStringLiteral("Tool results (local, deterministic):\n%1\n\nNow answer the "
-                                     "user's question using these results plus what you already "
-                                     "know.")
-                          .arg(sections.join(QStringLiteral("\n\n")));
+    auto text = QStringLiteral("Tool results (local, deterministic):\n%1\n\nNow answer the "
+                               "user's question using these results plus what you already "
+                               "know.")
+                    .arg(sections.join(QStringLiteral("\n\n")));
     if (round < maxRounds - 1)
         return text;
     return text
@@ -150,6 +150,7 @@ bool ChatTurnLogic::claimsActionWithoutCalling(const QString& text)
 std::vector<QString> ChatTurnLogic::outcomeNames(const std::vector<MemoryToolResult>& results)
 {
     std::vector<QString> names;
+    names.reserve(results.size());
     for (const auto& result : results)
         names.push_back(result.ok ? result.name : result.name + QStringLiteral(" (failed)"));
     return names;

@@ -100,8 +100,8 @@ Task<ModelRouter::Route> ModelRouter::route(bool hasImage)
     co_return route;
 }
 
-Task<ModelRouter::Reply> ModelRouter::stream(LLMStream stream, UsageLane lane,
-    std::function<void(const QString& token)> onToken, std::stop_token stop)
+Task<ModelRouter::Reply> ModelRouter::stream(
+    LLMStream stream, UsageLane lane, TokenHandler onToken, std::stop_token stop)
 {
     const auto events = std::make_shared<LLMStream>(std::move(stream));
     m_stream = events;

@@ -26,6 +26,7 @@ class ModelRouter {
 public:
     using ProviderFactory = std::function<Task<std::unique_ptr<LLMProvider>>()>;
     using Reply = tl::expected<ModelReply, ChatError>;
+    using TokenHandler = std::function<void(const QString& token)>;
 
     /// The factories are asked anew for every request.
     struct Dependencies {
@@ -38,7 +39,7 @@ public:
         int maxTokens = 0;
         std::vector<LLMToolDefinition> tools = {};
         /// Called with each piece of the reply's text.
-        std::function<void(const QString& token)> onToken = {};
+        TokenHandler onToken = {};
     };
 
     ModelRouter(UsageCounter& usage, Dependencies dependencies);
@@ -61,8 +62,8 @@ private:
     };
 
     Task<Route> route(bool hasImage);
-    Task<Reply> stream(LLMStream events, UsageLane lane,
-        std::function<void(const QString& token)> onToken, std::stop_token stop);
+    Task<Reply> stream(
+        LLMStream stream, UsageLane lane, TokenHandler onToken, std::stop_token stop);
     bool rejectsTools(const ChatError& error, const LLMRequest& request) const;
     void disableNativeTools(UsageLane lane, const ChatError& error);
     void addUsage(UsageLane lane, const LLMUsage& usage);

@@ -34,10 +34,7 @@ ToolRunner::ToolRunner(Dependencies dependencies)
 
 Task<ToolRunner::Outcome> ToolRunner::runRetrieval(std::vector<MemoryToolCall> calls)
 {
-    std::vector<MemoryToolCall> batch;
-    std::ranges::copy_if(calls, std::back_inserter(batch),
-        [this](const auto& call) { return place(call) == Place::executor; });
-    auto fetched = co_await executeAll(std::move(batch));
+    auto fetched = co_await executeAll(forExecutor(calls));
     auto next = fetched.begin();
 
     Outcome outcome;
@@ -51,6 +48,14 @@ Task<ToolRunner::Outcome> ToolRunner::runRetrieval(std::vector<MemoryToolCall> c
         outcome.results.push_back(std::move(result));
     }
     co_return outcome;
+}
+
+std::vector<MemoryToolCall> ToolRunner::forExecutor(const std::vector<MemoryToolCall>& calls) const
+{
+    std::vector<MemoryToolCall> batch;
+    std::ranges::copy_if(calls, std::back_inserter(batch),
+        [this](const auto& call) { return place(call) == Place::executor; });
+    return batch;
 }
 
 ToolRunner::Place ToolRunner::place(const MemoryToolCall& call) const

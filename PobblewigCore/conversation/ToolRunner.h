@@ -47,6 +47,7 @@ public:
 private:
     enum class Place { here, executor, nowhere };
 
+    std::vector<MemoryToolCall> forExecutor(const std::vector<MemoryToolCall>& calls) const;
     Place place(const MemoryToolCall& call) const;
     Task<std::vector<MemoryToolResult>> executeAll(std::vector<MemoryToolCall> calls);
     Task<MemoryToolResult> runHere(MemoryToolCall call);
