@@ -83,7 +83,7 @@ void BuddyView::tick()
     if (m_isOccluded)
         return;
     const auto seconds = double(m_sinceStart.elapsed()) / 1000;
-    if (BuddyLayout(BuddyPoses::idle(seconds), m_canvas) != m_layout)
+    if (BuddyLayout(BuddyPoses::ofState({}, seconds, 0), m_canvas) != m_layout)
         drawAnew();
 }
 
@@ -96,7 +96,7 @@ void BuddyView::updatePacing()
 void BuddyView::drawAnew()
 {
     const auto seconds = double(m_sinceStart.elapsed()) / 1000;
-    m_layout = BuddyLayout(BuddyPoses::idle(seconds), m_canvas);
+    m_layout = BuddyLayout(BuddyPoses::ofState({}, seconds, 0), m_canvas);
     if (const auto shape = shapeOf(m_layout); shape != m_shape) {
         m_shape = shape;
         Q_EMIT shapeChanged();

@@ -12,7 +12,7 @@ std::vector<BuddyLayout> breathing(const BuddyCanvas& canvas)
 {
     std::vector<BuddyLayout> frames;
     for (int frame = 0; frame < 60 * 15; ++frame)
-        frames.emplace_back(BuddyPoses::idle(frame / 15.0), canvas);
+        frames.emplace_back(BuddyPoses::ofState({}, frame / 15.0, 0), canvas);
     return frames;
 }
 

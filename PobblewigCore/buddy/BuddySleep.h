@@ -1,0 +1,30 @@
+#pragma once
+
+namespace pobblewig {
+
+/// Dozing off when nothing happens: slowly down, quickly up.
+class BuddySleep {
+public:
+    /// How long nothing has to happen, in seconds.
+    static constexpr double delay = 300;
+    /// A sleeper moves no more often than this, in seconds.
+    static constexpr double beat = 0.5;
+
+    explicit BuddySleep(double now)
+        : m_lastActivityAt(now)
+    {
+    }
+
+    /// From 0 (awake) to 1 (fast asleep).
+    double amount() const { return m_amount; }
+    bool areEyesClosed() const { return m_amount > 0.35; }
+
+    void stir(double now) { m_lastActivityAt = now; }
+    void tick(double now, double frames, bool mayDoze);
+
+private:
+    double m_lastActivityAt;
+    double m_amount = 0;
+};
+
+} // namespace pobblewig

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+namespace pobblewig {
+
+/// What the buddy is busy with.
+struct BuddyState {
+    enum class Kind { idle, working, responding, surprised, notify, done };
+
+    Kind kind = Kind::idle;
+    /// A few words shown beside the buddy, for `notify` and `done`.
+    QString label;
+
+    bool operator==(const BuddyState&) const = default;
+};
+
+} // namespace pobblewig

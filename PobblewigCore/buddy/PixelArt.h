@@ -1,0 +1,45 @@
+#pragma once
+
+#include "mascots/MascotSprite.h"
+
+#include <span>
+#include <string_view>
+
+namespace pobblewig {
+
+/// A small drawing of letters: "X" the colour of the thing, "O" its outline, "W" a light, "." none.
+struct PixelArt {
+    std::span<const std::string_view> rows;
+
+    int width() const { return int(rows.front().size()); }
+    int height() const { return int(rows.size()); }
+};
+
+/// What the buddy wears and what is drawn around it, in dots.
+namespace PixelArts {
+
+PixelArt eye(EyeStyle style);
+
+/// Of glasses, for one eye: the glass, and the rim around it.
+PixelArt lens();
+PixelArt rim();
+
+PixelArt laptop();
+PixelArt typingPaw();
+
+/// The hand that pets.
+PixelArt paw();
+
+inline constexpr int letterSizes = 3;
+
+PixelArt heart(bool isLarge);
+
+/// The letter of a sleeper, 0 is the smallest.
+PixelArt letterZ(int size);
+
+PixelArt reminderMark();
+PixelArt doneMark();
+
+} // namespace PixelArts
+
+} // namespace pobblewig

@@ -1,0 +1,355 @@
+#include "buddy/BuddyAnimation.h"
+
+#include "buddy/BuddyPaws.h"
+#include "buddy/BuddyPoses.h"
+#include "support/TableRow.h"
+
+#include <numbers>
+
+namespace pobblewig {
+
+namespace {
+
+using Kind = BuddyState::Kind;
+
+MemeAnimation picture(int frames)
+{
+    return { std::vector(size_t(frames), QImage(1, 1, QImage::Format_ARGB32_Premultiplied)),
+        std::vector(size_t(frames), 0.1) };
+}
+
+/// A buddy whose clock is turned by hand.
+struct Scene {
+    double now = 1000;
+    BuddyAnimation buddy { now };
+
+    void pass(double seconds, double interval = 1.0 / 60)
+    {
+        const auto ticks = qRound(seconds / interval);
+        for (int i = 0; i < ticks; ++i) {
+            now += interval;
+            buddy.tick(now);
+        }
+    }
+    void enter(Kind kind) { buddy.setState({ kind, QStringLiteral("Lab report") }, now); }
+    BuddyFrame frame() const { return buddy.frame(now); }
+    auto interval() const { return buddy.interval(now); }
+};
+
+} // namespace
+
+class BuddyAnimationTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aStateHasItsPose_data()
+    {
+        QTest::addColumn<Kind>("state");
+        QTest::addColumn<double>("seconds");
+        QTest::addColumn<BuddyPose>("expected");
+        constexpr auto quarter = std::numbers::pi / 2;
+        row("deepest breath", Kind::idle, quarter / 1.45,
+            BuddyPose { 0.008 * std::sin(1.1 * quarter / 1.45), 0.988, 1.016, 0,
+                0.8 * std::sin(1.25 * quarter / 1.45) });
+        row("typing", Kind::working, 1.0 / 18, BuddyPose { .yOff = 1 });
+        row("speaking", Kind::responding, quarter / 2.6,
+            BuddyPose { 0.02 * std::sin(0.9 * quarter / 2.6), 0.985, 1.02, 0,
+                1.2 * std::sin(2.2 * quarter / 2.6) });
+        row("startled", Kind::surprised, 7.0, BuddyPose { .sx = 0.96, .sy = 1.05 });
+        row("shaking", Kind::notify, quarter / 8, BuddyPose { 0, 0.95, 1.06, 4, 3 });
+        row("shaking back", Kind::notify, 3 * quarter / 8, BuddyPose { 0, 0.95, 1.06, -4, 3 });
+        row("about to hop", Kind::done, 0.0, BuddyPose { .sx = 1.09, .sy = 0.88 });
+        row("in the air", Kind::done, quarter / 9,
+            BuddyPose { 0, 1 - 0.09 * std::exp(-1.2 * quarter / 9),
+                1 + 0.12 * std::exp(-1.2 * quarter / 9), 0, 14 * std::exp(-1.2 * quarter / 9) });
+    }
+    void aStateHasItsPose()
+    {
+        QFETCH(Kind, state);
+        QFETCH(double, seconds);
+        QFETCH(BuddyPose, expected);
+        const auto pose = BuddyPoses::ofState(state, seconds, seconds);
+        for (const auto part : { &BuddyPose::tilt, &BuddyPose::sx, &BuddyPose::sy, &BuddyPose::xOff,
+                 &BuddyPose::yOff })
+            QVERIFY(std::abs(pose.*part - expected.*part) < 1e-9);
+    }
+
+    void aNewStateIsBlendedIn_data()
+    {
+        QTest::addColumn<double>("seconds");
+        QTest::addColumn<double>("height");
+        row("at once: as before", 0.0, 1.0);
+        row("a quarter of the way", 0.07, 1 + 0.05 * (0.0625 * 2.5));
+        row("half of it", 0.14, 1.025);
+        row("over", 0.28, 1.05);
+        row("long over", 9.0, 1.05);
+    }
+    void aNewStateIsBlendedIn()
+    {
+        QFETCH(double, seconds);
+        QFETCH(double, height);
+        Scene scene;
+        scene.enter(Kind::working);
+        scene.now += 1;
+        scene.enter(Kind::surprised);
+        scene.now += seconds;
+        QVERIFY(std::abs(scene.frame().pose.sy - height) < 1e-9);
+    }
+
+    void aBlendStartsFromWhatIsShown()
+    {
+        Scene scene;
+        scene.enter(Kind::surprised);
+        scene.now += 0.1;
+        const auto shown = scene.frame().pose;
+        scene.enter(Kind::notify);
+        QCOMPARE(scene.frame().pose, shown);
+    }
+
+    void doneIsOverAfterThreeSeconds()
+    {
+        Scene scene;
+        scene.enter(Kind::done);
+        scene.pass(2.9);
+        QCOMPARE(scene.frame().badge->label, QStringLiteral("Lab report"));
+        scene.enter(Kind::done);
+        scene.pass(2.9);
+        QCOMPARE(scene.buddy.state().kind, Kind::done);
+        scene.pass(0.2);
+        QCOMPARE(scene.buddy.state(), BuddyState {});
+        QVERIFY(!scene.frame().badge);
+    }
+
+    void itSleepsWhenNothingHappens_data()
+    {
+        using Act = std::function<void(Scene&)>;
+        QTest::addColumn<Act>("act");
+        QTest::addColumn<double>("seconds");
+        QTest::addColumn<bool>("sleeps");
+        const Act nothing = [](Scene&) {};
+        row("not yet", nothing, 290.0, false);
+        row("after five minutes", nothing, 302.0, true);
+        row("at work", Act([](Scene& scene) { scene.enter(Kind::working); }), 700.0, false);
+        row("carried", Act([](Scene& scene) { scene.buddy.beginDragging(scene.now); }), 700.0,
+            false);
+        row("petted a while ago", Act([](Scene& scene) {
+            scene.pass(200, 0.1);
+            scene.buddy.pet(scene.now);
+        }),
+            200.0, false);
+        row("idle as before", Act([](Scene& scene) {
+            scene.pass(200, 0.1);
+            scene.buddy.setState({}, scene.now);
+        }),
+            110.0, true);
+        row("told what lasts already", Act([](Scene& scene) {
+            scene.enter(Kind::notify);
+            scene.pass(200, 0.1);
+            scene.buddy.setState({}, scene.now);
+        }),
+            200.0, false);
+    }
+    void itSleepsWhenNothingHappens()
+    {
+        using Act = std::function<void(Scene&)>;
+        QFETCH(Act, act);
+        QFETCH(double, seconds);
+        Scene scene;
+        act(scene);
+        scene.pass(seconds, 0.1);
+        QTEST(scene.buddy.sleepAmount() > 0.5, "sleeps");
+    }
+
+    void itDozesOffSlowlyAndWakesQuickly()
+    {
+        Scene scene;
+        scene.pass(300, 0.1);
+        auto seconds = 0;
+        for (; scene.buddy.sleepAmount() < 1; ++seconds)
+            scene.pass(1);
+        QVERIFY(seconds >= 2 && seconds < 10);
+        scene.enter(Kind::responding);
+        scene.pass(0.5);
+        QVERIFY(scene.buddy.sleepAmount() < 0.01);
+    }
+
+    void aStallCountsAsAQuarterOfASecond()
+    {
+        Scene stalled;
+        stalled.pass(300, 300);
+        Scene punctual;
+        punctual.now += 299.75;
+        punctual.buddy.tick(punctual.now);
+        punctual.pass(0.25, 0.25);
+        QVERIFY(stalled.buddy.sleepAmount() > 0);
+        QCOMPARE(stalled.buddy.sleepAmount(), punctual.buddy.sleepAmount());
+    }
+
+    void smoothingIsTheSameAtEveryRate()
+    {
+        Scene fast;
+        Scene slow;
+        fast.enter(Kind::working);
+        slow.enter(Kind::working);
+        fast.pass(0.5);
+        slow.pass(0.5, 0.1);
+        QVERIFY(std::abs(fast.frame().rain - (1 - std::pow(0.95, 30))) < 1e-9);
+        QVERIFY(std::abs(fast.frame().rain - slow.frame().rain) < 1e-9);
+    }
+
+    void aFrameComesAsOftenAsThereIsMotion_data()
+    {
+        using Act = std::function<void(Scene&)>;
+        using Interval = BuddyFramePacing::Interval;
+        QTest::addColumn<Act>("act");
+        QTest::addColumn<double>("seconds");
+        QTest::addColumn<Interval>("expected");
+        const auto full = BuddyFramePacing::full;
+        const auto idle = BuddyFramePacing::idle;
+        const Act work = [](Scene& scene) { scene.enter(Kind::working); };
+        const Act finish = [](Scene& scene) {
+            scene.enter(Kind::working);
+            scene.pass(5);
+            scene.enter(Kind::idle);
+        };
+        const Act carry = [](Scene& scene) { scene.buddy.beginDragging(scene.now); };
+        const Act move = [](Scene& scene) { scene.buddy.windowMoved({ 0.06, 0 }, scene.now); };
+        const Act tremble = [](Scene& scene) {
+            scene.buddy.windowMoved({ 0.03, 0.04 }, scene.now);
+        };
+        const Act pet = [](Scene& scene) { scene.buddy.pet(scene.now); };
+        const Act wearStill = [](Scene& scene) {
+            scene.buddy.setDefaultMeme(BuddyMeme { {}, picture(1) }, scene.now);
+        };
+        const Act wear = [](Scene& scene) {
+            scene.buddy.setDefaultMeme(BuddyMeme { {}, picture(2) }, scene.now);
+        };
+        const Act wearAsleep = [](Scene& scene) {
+            scene.buddy.setSleepingMeme(BuddyMeme { {}, picture(2) }, scene.now);
+        };
+        const Act dock = [](Scene& scene) { scene.buddy.setDock({ .lift = 3 }); };
+        const Act hide = [](Scene& scene) {
+            scene.enter(Kind::working);
+            scene.buddy.setOccluded(true);
+        };
+        row("at rest", Act([](Scene&) {}), 0.1, idle);
+        row("at work", work, 60.0, full);
+        row("the rain dries up", finish, 0.5, full);
+        row("dry", finish, 1.5, idle);
+        row("held still", carry, 60.0, full);
+        row("on the way", move, 0.15, full);
+        row("arrived", move, 1.0, idle);
+        row("trembling", tremble, 0.1, idle);
+        row("hearts", pet, 1.9, full);
+        row("after the hearts", pet, 2.5, idle);
+        row("a picture", wearStill, 1.0, idle);
+        row("a moving picture", wear, 60.0, full);
+        row("a picture for the night, by day", wearAsleep, 60.0, idle);
+        row("by night", wearAsleep, 310.0, full);
+        row("pressed", dock, 0.1, full);
+        row("out of sight, even at work", hide, 5.0, BuddyFramePacing::occluded);
+    }
+    void aFrameComesAsOftenAsThereIsMotion()
+    {
+        using Act = std::function<void(Scene&)>;
+        QFETCH(Act, act);
+        QFETCH(double, seconds);
+        Scene scene;
+        act(scene);
+        scene.pass(seconds);
+        QTEST(scene.interval(), "expected");
+    }
+
+    void aMemeIsShownForAWhile_data()
+    {
+        QTest::addColumn<double>("duration");
+        QTest::addColumn<double>("seconds");
+        QTest::addColumn<bool>("isShown");
+        row("in time", 4.5, 4.4, true);
+        row("over", 4.5, 4.6, false);
+        row("too short to be seen", 0.5, 1.4, true);
+        row("long enough", 0.5, 1.6, false);
+    }
+    void aMemeIsShownForAWhile()
+    {
+        QFETCH(double, duration);
+        QFETCH(double, seconds);
+        Scene scene;
+        scene.buddy.showMeme(picture(1), duration, scene.now);
+        scene.pass(seconds);
+        QTEST(scene.frame().card.has_value(), "isShown");
+        QTEST(scene.interval() == BuddyFramePacing::full, "isShown");
+    }
+
+    void theEyesFollowThePointer_data()
+    {
+        QTest::addColumn<QPointF>("pointer");
+        QTest::addColumn<QPoint>("look");
+        row("in the middle", QPointF(50, 40), QPoint(0, 0));
+        row("hardly beside it", QPointF(58, 32), QPoint(0, 0));
+        row("right and up", QPointF(58.5, 31.5), QPoint(1, -1));
+        row("left and down", QPointF(0, 80), QPoint(-1, 1));
+    }
+    void theEyesFollowThePointer()
+    {
+        QFETCH(QPointF, pointer);
+        Scene scene;
+        scene.buddy.mouseMoved(pointer, { 100, 80 });
+        QTEST(QPoint(scene.frame().look.dx, scene.frame().look.dy), "look");
+        scene.buddy.mouseExited();
+        QCOMPARE(QPoint(scene.frame().look.dx, scene.frame().look.dy), QPoint());
+    }
+
+    void pettingMakesHappyForAMoment()
+    {
+        Scene scene;
+        for (int i = 0; i < 20; ++i) {
+            scene.buddy.pet(scene.now);
+            scene.pass(0.1);
+        }
+        QCOMPARE(scene.frame().look.eyeStyle, EyeStyle::happy);
+        QVERIFY(scene.frame().look.pawFrame != BuddyPaws::none);
+        QVERIFY(!scene.frame().hearts.isEmpty());
+        scene.pass(3);
+        QCOMPARE(scene.frame().look.pawFrame, BuddyPaws::none);
+        QVERIFY(scene.frame().hearts.isEmpty());
+    }
+
+    void itWalksWhileTheGroundMoves()
+    {
+        Scene scene;
+        scene.buddy.beginDragging(scene.now);
+        std::set<MascotGait> gaits;
+        for (int i = 0; i < 30; ++i) {
+            scene.buddy.windowMoved({ 4, 0 }, scene.now);
+            scene.pass(1.0 / 60);
+            gaits.insert(scene.frame().look.gait);
+        }
+        QCOMPARE(gaits, (std::set { MascotGait::walkA, MascotGait::walkB, MascotGait::walkC }));
+        scene.buddy.endDragging(scene.now);
+        scene.pass(0.5);
+        QCOMPARE(scene.frame().look.gait, MascotGait::idle);
+    }
+
+    void itBlinksNowAndThen()
+    {
+        Scene scene;
+        auto blinks = 0;
+        auto closed = 0;
+        auto before = EyeStyle::normal;
+        for (int i = 0; i < 60 * 15; ++i) {
+            scene.pass(1.0 / 15, 1.0 / 15);
+            const auto style = scene.frame().look.eyeStyle;
+            closed += style == EyeStyle::closed ? 1 : 0;
+            blinks += style == EyeStyle::closed && before == EyeStyle::normal ? 1 : 0;
+            before = style;
+        }
+        QVERIFY(blinks >= 12 && blinks <= 30);
+        QVERIFY(closed <= 3 * blinks);
+    }
+};
+
+} // namespace pobblewig
+
+QTEST_GUILESS_MAIN(pobblewig::BuddyAnimationTest)
+#include "BuddyAnimationTest.moc"
