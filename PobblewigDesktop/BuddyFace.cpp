@@ -11,14 +11,18 @@ QPixmap BuddyFace::pixmap(const MascotSprite& sprite, PresenceBadge badge, int s
 {
     QPixmap pixmap(side, side);
     pixmap.fill(Qt::transparent);
-    const auto cell = qMax(1, side / BuddyBitmap::columns);
-    const auto left = (side - BuddyBitmap::columns * cell) / 2;
-    const auto top = (side - BuddyBitmap::rows * cell) / 2;
+    // A standing sprite has whole cells only.
+    constexpr auto perCell = BuddyBitmap::dotsPerCell;
+    constexpr auto columns = BuddyBitmap::columns / perCell;
+    const auto cell = qMax(1, side / columns);
+    const auto left = (side - columns * cell) / 2;
+    const auto top = (side - BuddyBitmap::rows / perCell * cell) / 2;
 
     QPainter painter(&pixmap);
-    for (const auto& run : BuddyBitmap::standing(sprite).runs) {
-        const QRect rect(left + run.col * cell, top + run.row * cell, run.length * cell, cell);
-        painter.fillRect(rect, QColor(run.rgb.red, run.rgb.green, run.rgb.blue));
+    for (const auto& block : BuddyBitmap::standing(sprite).blocks) {
+        const QRect rect(left + block.col * cell / perCell, top + block.row * cell / perCell,
+            block.cols * cell / perCell, block.rows * cell / perCell);
+        painter.fillRect(rect, QColor(block.rgb.red, block.rgb.green, block.rgb.blue));
     }
     PresenceMark::paint(painter, badge, pixmap.rect());
     return pixmap;

@@ -1,7 +1,6 @@
 #include "PobblewigDesktop/BuddyView.h"
 
-#include "buddy/BuddyPoses.h"
-
+#include <QApplication>
 #include <QPainter>
 #include <QtMath>
 
@@ -12,19 +11,20 @@ namespace pobblewig {
 
 BuddyView::BuddyView(QWidget* parent)
     : QAbstractButton(parent)
-    , m_bitmap(BuddyBitmap::standing(MascotSprite::sprite(Mascot::mouse)))
+    , m_artist(MascotSprite::sprite(Mascot::mouse))
 {
     setFocusPolicy(Qt::NoFocus);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     m_sinceStart.start();
+    m_painter.setPalette(Theme::palette(Theme::desktopScheme(qApp->palette()), {}));
     connect(&m_frameTimer, &QTimer::timeout, this, &BuddyView::tick);
     fitToScreen();
 }
 
 void BuddyView::setSprite(const MascotSprite& sprite)
 {
-    m_bitmap = BuddyBitmap::standing(sprite);
-    drawAnew();
+    m_artist.setSprite(sprite);
+    draw();
 }
 
 void BuddyView::setSizeScale(double sizeScale)
@@ -33,16 +33,92 @@ void BuddyView::setSizeScale(double sizeScale)
     fitToScreen();
 }
 
+void BuddyView::setTheme(const Palette& palette)
+{
+    m_painter.setPalette(palette);
+    update();
+}
+
 void BuddyView::fitToScreen()
 {
     const auto ratio = devicePixelRatioF();
-    const auto canvas = BuddyCanvas::ofScale(m_sizeScale, ratio);
+    m_painter.setFont(font(), ratio);
+    auto canvas = BuddyCanvas::ofScale(m_sizeScale, ratio);
+    canvas.room = m_canvas.room;
     if (canvas == m_canvas)
         return;
-    m_canvas = canvas;
-    const auto size = canvas.size();
-    setFixedSize(qCeil(size.width() / ratio), qCeil(size.height() / ratio));
-    drawAnew();
+    setCanvas(canvas);
+    draw();
+}
+
+void BuddyView::setState(const BuddyState& state)
+{
+    m_animation.setState(state, now());
+    react();
+}
+
+void BuddyView::pet()
+{
+    m_animation.pet(now());
+    react();
+}
+
+void BuddyView::beginDragging()
+{
+    m_animation.beginDragging(now());
+    react();
+}
+
+void BuddyView::endDragging()
+{
+    m_animation.endDragging(now());
+    react();
+}
+
+void BuddyView::windowMoved(QPointF by)
+{
+    m_animation.windowMoved(by, now());
+    updatePacing();
+}
+
+void BuddyView::lookAt(QPointF pointer)
+{
+    m_animation.mouseMoved(pointer, size());
+}
+
+void BuddyView::lookAhead()
+{
+    m_animation.mouseExited();
+}
+
+void BuddyView::showMeme(const MemeAnimation& animation, double duration)
+{
+    m_animation.showMeme(animation, duration, now());
+    react();
+}
+
+void BuddyView::dismissMeme()
+{
+    m_animation.dismissMeme();
+    react();
+}
+
+void BuddyView::setDefaultMeme(const std::optional<BuddyMeme>& meme)
+{
+    m_animation.setDefaultMeme(meme, now());
+    react();
+}
+
+void BuddyView::setSleepingMeme(const std::optional<BuddyMeme>& meme)
+{
+    m_animation.setSleepingMeme(meme, now());
+    react();
+}
+
+void BuddyView::setDock(const BuddyDock& dock)
+{
+    m_animation.setDock(dock);
+    react();
 }
 
 void BuddyView::setOccluded(bool isOccluded)
@@ -50,8 +126,8 @@ void BuddyView::setOccluded(bool isOccluded)
     if (isOccluded == m_isOccluded)
         return;
     m_isOccluded = isOccluded;
-    updatePacing();
-    tick();
+    m_animation.setOccluded(isOccluded);
+    react();
 }
 
 void BuddyView::paintEvent(QPaintEvent*)
@@ -59,10 +135,7 @@ void BuddyView::paintEvent(QPaintEvent*)
     QPainter painter(this);
     const auto point = 1 / devicePixelRatioF();
     painter.scale(point, point);
-    for (const auto& run : m_bitmap.runs) {
-        const QColor color(run.rgb.red, run.rgb.green, run.rgb.blue);
-        painter.fillRect(m_layout.rect(run), color);
-    }
+    m_painter.paint(painter, m_drawing);
     if (!std::exchange(m_hasAppeared, true))
         QMetaObject::invokeMethod(this, &BuddyView::appeared, Qt::QueuedConnection);
 }
@@ -78,39 +151,66 @@ void BuddyView::hideEvent(QHideEvent*)
     m_frameTimer.stop();
 }
 
+double BuddyView::now() const
+{
+    return double(m_sinceStart.nsecsElapsed()) / 1e9;
+}
+
 void BuddyView::tick()
 {
-    if (m_isOccluded)
-        return;
-    const auto seconds = double(m_sinceStart.elapsed()) / 1000;
-    if (BuddyLayout(BuddyPoses::ofState({}, seconds, 0), m_canvas) != m_layout)
-        drawAnew();
+    m_animation.tick(now());
+    const auto sleep = m_animation.sleepAmount();
+    if (std::exchange(m_reportedSleep, sleep) != sleep)
+        Q_EMIT sleepAmountChanged(sleep);
+    updatePacing();
+    if (!m_isOccluded)
+        draw();
 }
 
 void BuddyView::updatePacing()
 {
-    const auto interval = BuddyFramePacing::interval({ .isOccluded = m_isOccluded });
-    m_frameTimer.setInterval(std::chrono::round<std::chrono::milliseconds>(interval));
+    const auto interval =
+        std::chrono::round<std::chrono::milliseconds>(m_animation.interval(now()));
+    if (interval != m_frameTimer.intervalAsDuration())
+        m_frameTimer.setInterval(interval);
 }
 
-void BuddyView::drawAnew()
+void BuddyView::react()
 {
-    const auto seconds = double(m_sinceStart.elapsed()) / 1000;
-    m_layout = BuddyLayout(BuddyPoses::ofState({}, seconds, 0), m_canvas);
-    if (const auto shape = shapeOf(m_layout); shape != m_shape) {
-        m_shape = shape;
+    if (m_frameTimer.isActive())
+        tick();
+}
+
+void BuddyView::draw()
+{
+    const auto frame = m_animation.frame(now());
+    const auto pill = frame.badge ? m_painter.pillSize(*frame.badge) : QSize();
+    auto canvas = m_canvas;
+    canvas.room = BuddyArtist::room(frame, canvas.cell, pill);
+    if (canvas != m_canvas) {
+        setCanvas(canvas);
+        Q_EMIT roomChanged();
+    }
+
+    m_artist.draw(frame, m_canvas, pill, m_nextDrawing);
+    if (m_nextDrawing == m_drawing)
+        return;
+    std::swap(m_drawing, m_nextDrawing);
+    m_drawing.outline(m_nextShape);
+    if (m_nextShape != m_shape) {
+        std::swap(m_shape, m_nextShape);
         Q_EMIT shapeChanged();
     }
     // At once, so that the window never shows a shape without its picture.
     repaint();
 }
 
-QRegion BuddyView::shapeOf(const BuddyLayout& layout) const
+void BuddyView::setCanvas(const BuddyCanvas& canvas)
 {
-    QRegion shape;
-    for (const auto& run : m_bitmap.runs)
-        shape += layout.rect(run);
-    return shape;
+    m_canvas = canvas;
+    const auto ratio = devicePixelRatioF();
+    const auto size = canvas.size();
+    setFixedSize(qCeil(size.width() / ratio), qCeil(size.height() / ratio));
 }
 
 } // namespace pobblewig

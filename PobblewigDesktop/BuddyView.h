@@ -1,16 +1,18 @@
 #pragma once
 
-#include "buddy/BuddyFramePacing.h"
-#include "buddy/BuddyLayout.h"
+#include "PobblewigDesktop/BuddyPainter.h"
+
+#include "buddy/BuddyAnimation.h"
+#include "buddy/BuddyArtist.h"
 
 #include <QAbstractButton>
 #include <QElapsedTimer>
-#include <QRegion>
 #include <QTimer>
 
 namespace pobblewig {
 
-/// Draws the buddy and keeps it breathing. It is as large as its scale asks for.
+/// Draws the buddy and keeps it alive. It is as large as its scale asks for, and larger while
+/// something is seen around the buddy; the feet are in the middle of its lower edge.
 ///
 /// Every pixel of a sprite is a whole number of device pixels, at any scale of the screen. A frame
 /// that would look like the one before is not painted.
@@ -25,21 +27,54 @@ public:
 
     explicit BuddyView(QWidget* parent = nullptr);
 
-    /// The parts that the buddy covers at present, in device pixels.
-    const QRegion& shape() const { return m_shape; }
+    /// What the buddy covers at present. What only floats around it takes no clicks.
+    const BuddyShape& shape() const { return m_shape; }
+
+    /// The same until the buddy is told something else.
+    const BuddyState& state() const { return m_animation.state(); }
 
     void setSprite(const MascotSprite& sprite);
     void setSizeScale(double sizeScale);
 
+    /// Of the words beside the buddy.
+    void setTheme(const Palette& palette);
+
     /// Follows the scale of the screen that the view is on.
     void fitToScreen();
+
+    void setState(const BuddyState& state);
+    void pet();
+
+    /// Being carried by hand, and by how many pixels the window moved for whatever reason.
+    void beginDragging();
+    void endDragging();
+    void windowMoved(QPointF by);
+
+    /// Lets the eyes follow the pointer, in the view's own coordinates, or look ahead again.
+    void lookAt(QPointF pointer);
+    void lookAhead();
+
+    /// In the place of its body, for some seconds.
+    void showMeme(const MemeAnimation& animation, double duration = BuddyMemes::displayDuration);
+    void dismissMeme();
+
+    /// What it wears all the time and while it sleeps. Only for the mascot that wears memes.
+    void setDefaultMeme(const std::optional<BuddyMeme>& meme);
+    void setSleepingMeme(const std::optional<BuddyMeme>& meme);
+
+    void setDock(const BuddyDock& dock);
 
     /// While nobody can see the buddy it hardly moves and is not painted.
     void setOccluded(bool isOccluded);
 
 Q_SIGNALS:
+    /// The view is of another size now: comes before the shape and the frame that go with it.
+    void roomChanged();
+
     /// Comes right before the frame of that shape is painted.
     void shapeChanged();
+
+    void sleepAmountChanged(double amount);
 
     /// Once, after the first frame.
     void appeared();
@@ -50,19 +85,29 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
+    double now() const;
     void tick();
     void updatePacing();
-    void drawAnew();
-    QRegion shapeOf(const BuddyLayout& layout) const;
 
-    BuddyBitmap m_bitmap;
+    /// After something happened: does not wait for the next tick.
+    void react();
+    void draw();
+    void setCanvas(const BuddyCanvas& canvas);
+
     double m_sizeScale = 1;
     bool m_isOccluded = false;
     bool m_hasAppeared = false;
-    BuddyCanvas m_canvas;
-    BuddyLayout m_layout;
-    QRegion m_shape;
     QElapsedTimer m_sinceStart;
+    BuddyAnimation m_animation { 0 };
+    double m_reportedSleep = 0;
+    BuddyArtist m_artist;
+    BuddyPainter m_painter;
+    BuddyCanvas m_canvas;
+    /// What is seen, and room for what may be next: both keep their memory.
+    BuddyDrawing m_drawing;
+    BuddyDrawing m_nextDrawing;
+    BuddyShape m_shape;
+    BuddyShape m_nextShape;
     QTimer m_frameTimer;
 };
 

@@ -43,6 +43,7 @@ BuddyWindow::BuddyWindow(BuddyWindowSystem& system, QSettings& settings)
     m_view->setAccessibleName(tr("Open chat"));
     connect(m_view, &BuddyView::clicked, this, &BuddyWindow::clicked);
     connect(m_view, &BuddyView::appeared, this, &BuddyWindow::appeared);
+    connect(m_view, &BuddyView::roomChanged, this, &BuddyWindow::fitAroundView);
     connect(m_view, &BuddyView::shapeChanged, this, &BuddyWindow::applyShape);
     connect(&m_occlusionWatch, &QTimer::timeout, this, &BuddyWindow::watchOcclusion);
     m_occlusionWatch.setInterval(std::chrono::seconds(1));
@@ -138,6 +139,21 @@ void BuddyWindow::standAt(QPoint corner)
     move(corner);
 }
 
+void BuddyWindow::fitAroundView()
+{
+    const auto size = m_view->size();
+    const auto place = m_corner + QPoint(width() / 2, height());
+    const auto frame = BuddyPlacement::windowAt(place, size);
+    if (m_grip)
+        m_grip->offset += m_corner - frame.topLeft();
+    m_corner = frame.topLeft();
+    // One change of the geometry rather than a size first and a place later.
+    setMinimumSize(this->size().boundedTo(size));
+    setMaximumSize(this->size().expandedTo(size));
+    setGeometry(frame);
+    setFixedSize(size);
+}
+
 void BuddyWindow::restorePlace()
 {
     const auto screens = screenRects();
@@ -180,8 +196,7 @@ void BuddyWindow::watchOcclusion()
 
 void BuddyWindow::applyShape()
 {
-    const auto& shape = m_view->shape();
-    m_system.setShape(winId(), std::span(shape.begin(), shape.end()));
+    m_system.setShape(winId(), m_view->shape());
 }
 
 } // namespace pobblewig

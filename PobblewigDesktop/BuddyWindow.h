@@ -23,6 +23,9 @@ public:
     /// Reads and writes the group "buddy" of the settings.
     BuddyWindow(BuddyWindowSystem& system, QSettings& settings);
 
+    /// To tell the buddy what happens.
+    BuddyView& view() { return *m_view; }
+
     void setSprite(const MascotSprite& sprite) { m_view->setSprite(sprite); }
 
     /// The feet stay where the user has put them.
@@ -53,6 +56,9 @@ private:
     };
 
     void standAt(QPoint corner);
+
+    /// As large as the view, with the feet where they are.
+    void fitAroundView();
     void restorePlace();
     void savePlace();
     void watchScreens();

@@ -37,11 +37,14 @@ void X11BuddyWindowSystem::accompanyUser(WindowID window)
     m_connection.setValues(id, "_NET_WM_STATE", XCB_ATOM_ATOM, states);
 }
 
-void X11BuddyWindowSystem::setShape(WindowID window, std::span<const QRect> parts)
+void X11BuddyWindowSystem::setShape(WindowID window, const BuddyShape& shape)
 {
     m_window = xcb_window_t(window);
     m_parts.clear();
-    for (const auto& part : parts)
+    for (const auto& part : shape.pressable)
+        m_parts.push_back(rectangle(part));
+    m_pressableParts = m_parts.size();
+    for (const auto& part : shape.seen)
         m_parts.push_back(rectangle(part));
     applyShape();
 }
@@ -56,11 +59,20 @@ void X11BuddyWindowSystem::applyShape()
     if (m_window == XCB_WINDOW_NONE)
         return;
     auto* connection = m_connection.get();
+    const auto set = [&](xcb_shape_kind_t kind, xcb_xfixes_region_t region) {
+        xcb_xfixes_set_window_shape_region(connection, m_window, kind, 0, 0, region);
+    };
     const auto region = xcb_generate_id(connection);
-    xcb_xfixes_create_region(connection, region, std::uint32_t(m_parts.size()), m_parts.data());
-    const auto visible = m_compositor.isOwned() ? xcb_xfixes_region_t(XCB_NONE) : region;
-    xcb_xfixes_set_window_shape_region(connection, m_window, XCB_SHAPE_SK_BOUNDING, 0, 0, visible);
-    xcb_xfixes_set_window_shape_region(connection, m_window, XCB_SHAPE_SK_INPUT, 0, 0, region);
+    const auto setTo = [&](xcb_shape_kind_t kind, size_t parts) {
+        xcb_xfixes_set_region(connection, region, std::uint32_t(parts), m_parts.data());
+        set(kind, region);
+    };
+    xcb_xfixes_create_region(connection, region, 0, nullptr);
+    if (m_compositor.isOwned())
+        set(XCB_SHAPE_SK_BOUNDING, XCB_NONE);
+    else
+        setTo(XCB_SHAPE_SK_BOUNDING, m_parts.size());
+    setTo(XCB_SHAPE_SK_INPUT, m_pressableParts);
     xcb_xfixes_destroy_region(connection, region);
     xcb_flush(connection);
 }

@@ -14,7 +14,7 @@ public:
     explicit X11BuddyWindowSystem(X11Connection& connection);
 
     void accompanyUser(WindowID window) override;
-    void setShape(WindowID window, std::span<const QRect> parts) override;
+    void setShape(WindowID window, const BuddyShape& shape) override;
     bool isCovered(WindowID window) override;
 
 private:
@@ -23,7 +23,9 @@ private:
     X11Connection& m_connection;
     X11SelectionWatch m_compositor;
     xcb_window_t m_window = XCB_WINDOW_NONE;
+    /// The pressable parts, then the others.
     std::vector<xcb_rectangle_t> m_parts;
+    size_t m_pressableParts = 0;
 };
 
 } // namespace pobblewig

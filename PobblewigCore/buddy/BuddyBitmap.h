@@ -6,26 +6,41 @@
 
 namespace pobblewig {
 
-/// Neighbouring cells of one colour in a row.
-struct BuddyRun {
+/// Neighbouring dots of one colour: a cell of a sprite is two dots wide and two high.
+struct BuddyBlock {
     int row = 0;
     int col = 0;
-    int length = 0;
+    int rows = 0;
+    int cols = 0;
     RGB rgb;
 
-    bool operator==(const BuddyRun&) const = default;
+    bool operator==(const BuddyBlock&) const = default;
 };
 
-/// A sprite put together from its layers and ready to be painted: each cell is in one run at most.
+/// A sprite put together from its layers and ready to be painted: each dot is in one block at most,
+/// and no block reaches from one row of cells into the next. What lies over the head has rows below
+/// 0.
 struct BuddyBitmap {
-    static constexpr int columns = 16;
-    static constexpr int bodyRows = 6;
-    static constexpr int rows = 8;
+    static constexpr int dotsPerCell = 2;
+    /// In dots.
+    static constexpr int columns = 16 * dotsPerCell;
+    static constexpr int bodyRows = 6 * dotsPerCell;
+    static constexpr int rows = 8 * dotsPerCell;
+    /// Of the body, what is seen above a card.
+    static constexpr int earRows = 2 * dotsPerCell;
 
-    std::vector<BuddyRun> runs;
+    std::vector<BuddyBlock> blocks;
 
     /// Body, legs, claws and open eyes, standing still.
     static BuddyBitmap standing(const MascotSprite& sprite);
+
+    /// Without the claws.
+    static BuddyBitmap rendered(const MascotSprite& sprite, const BitmapKey& key);
+
+    static BuddyBitmap claws(const MascotSprite& sprite);
+
+    /// The ears and legs that a card has.
+    static BuddyBitmap cardHolder(const MascotSprite& sprite, MascotGait gait);
 };
 
 } // namespace pobblewig

@@ -1,55 +1,62 @@
 #include "buddy/BuddyLayout.h"
 
-#include <QtMath>
-
 #include <cmath>
 
 namespace pobblewig {
 
-BuddyCanvas BuddyCanvas::ofScale(double sizeScale, double devicePixelRatio)
+namespace {
+
+constexpr int columns = BuddyBitmap::columns;
+constexpr int rows = BuddyBitmap::rows;
+constexpr int perCell = BuddyBitmap::dotsPerCell;
+
+/// Whole pixels for the body at large, so that all its cells change in the same frame.
+int halves(double pixels)
 {
-    return { .cell = qMax(1, qRound(pointsPerCell * sizeScale * devicePixelRatio)) };
+    return 2 * qRound(pixels / 2);
 }
 
-QSize BuddyCanvas::size() const
-{
-    return { (BuddyBitmap::columns + 2 * cellsAround) * cell,
-        (BuddyBitmap::rows + cellsAbove) * cell };
-}
+} // namespace
 
 BuddyLayout::BuddyLayout(const BuddyPose& pose, const BuddyCanvas& canvas)
+    : m_cell(canvas.cell)
+    , m_ground(canvas.size().height())
+    , m_middle(canvas.size().width() / 2 + canvas.pixels(pose.xOff))
+    , m_bodyWidth(halves(columns / perCell * canvas.cell * pose.sx))
+    , m_height(qRound(rows / perCell * canvas.cell * pose.sy))
+    , m_lift(canvas.pixels(pose.yOff))
+    , m_feetLift(canvas.pixels(std::trunc(pose.yOff)))
+    , m_headLean(qRound(-m_height * pose.tilt))
 {
-    constexpr auto columns = BuddyBitmap::columns;
-    constexpr auto halfColumns = columns / 2;
-    constexpr auto rows = BuddyBitmap::rows;
-    const auto point = canvas.cell / BuddyCanvas::pointsPerCell;
-    const auto ground = canvas.size().height();
-    const auto middle = canvas.size().width() / 2 + qRound(pose.xOff * point);
-    // Whole pixels for the body at large, so that all its cells change in the same frame.
-    const auto bodyWidth = 2 * qRound(halfColumns * canvas.cell * pose.sx);
-    const auto height = qRound(rows * canvas.cell * pose.sy);
-    const auto lift = qRound(pose.yOff * point);
-    const auto headLean = qRound(-height * pose.tilt);
-
-    for (int col = 0; col <= columns; ++col) {
-        const auto fromMiddle = double(col) / columns - 0.5;
-        m_bodyColumns[size_t(col)] = middle + qRound(fromMiddle * bodyWidth);
-        m_legColumns[size_t(col)] = middle + (col - halfColumns) * canvas.cell;
-    }
-    for (int row = 0; row < rows; ++row) {
-        m_rows[size_t(row)] = ground - lift - qRound(double(rows - row) / rows * height);
-        m_leans[size_t(row)] = qRound(double(rows - 1 - row) / (rows - 1) * headLean);
-    }
-    m_rows.back() = ground - qRound(std::trunc(pose.yOff) * point);
 }
 
-QRect BuddyLayout::rect(const BuddyRun& run) const
+QRect BuddyLayout::rect(const BuddyBlock& block) const
 {
-    const auto row = size_t(run.row);
-    const auto& columns = run.row < BuddyBitmap::bodyRows ? m_bodyColumns : m_legColumns;
-    const auto left = columns[size_t(run.col)];
-    const auto right = columns[size_t(run.col) + size_t(run.length)];
-    return { left + m_leans[row], m_rows[row], right - left, m_rows[row + 1] - m_rows[row] };
+    const auto from = left(block.row, block.col);
+    const auto to = left(block.row, block.col + block.cols);
+    const auto upper = top(block.row);
+    return { from + lean(block.row), upper, to - from, top(block.row + block.rows) - upper };
+}
+
+int BuddyLayout::top(int row) const
+{
+    if (row >= rows)
+        return m_ground - m_feetLift;
+    return m_ground - m_lift - qRound(double(rows - row) / rows * m_height);
+}
+
+int BuddyLayout::left(int row, int col) const
+{
+    const auto isLeg = row >= BuddyBitmap::bodyRows;
+    const auto width = isLeg ? columns / perCell * m_cell : m_bodyWidth;
+    return m_middle + qRound((double(col) / columns - 0.5) * width);
+}
+
+int BuddyLayout::lean(int row) const
+{
+    constexpr int lastCell = rows / perCell - 1;
+    const auto cell = std::floor(double(row) / perCell);
+    return qRound((lastCell - cell) / lastCell * m_headLean);
 }
 
 } // namespace pobblewig

@@ -1,54 +1,39 @@
 #pragma once
 
 #include "buddy/BuddyBitmap.h"
+#include "buddy/BuddyCanvas.h"
 #include "buddy/BuddyPose.h"
 
 #include <QRect>
 
-#include <array>
-
 namespace pobblewig {
 
-/// The area that the buddy is drawn in, in device pixels. The ground is its lower edge; beside and
-/// above the sprite there is room for every pose.
-struct BuddyCanvas {
-    /// The side of a cell at the scale 1.
-    static constexpr double pointsPerCell = 8;
-    static constexpr int cellsAround = 1;
-    static constexpr int cellsAbove = 3;
-
-    int cell = 0;
-
-    static BuddyCanvas ofScale(double sizeScale, double devicePixelRatio);
-
-    QSize size() const;
-
-    bool operator==(const BuddyCanvas&) const = default;
-};
-
-/// Where a pose puts each cell, in whole device pixels: cells touch without gaps, and two poses
-/// that cannot be told apart on the screen are equal.
+/// Where a pose puts each block, in whole device pixels: blocks touch without gaps.
 ///
 /// The feet stand still while the body breathes; they leave the ground only in a pose that is at
 /// least a point above it.
 class BuddyLayout {
 public:
-    BuddyLayout() = default;
     BuddyLayout(const BuddyPose& pose, const BuddyCanvas& canvas);
 
-    QRect rect(const BuddyRun& run) const;
+    QRect rect(const BuddyBlock& block) const;
 
-    bool operator==(const BuddyLayout&) const = default;
+    /// The upper edge of a row of dots, and the middle of the body.
+    int top(int row) const;
+    int middle() const { return m_middle; }
 
 private:
-    using Columns = std::array<int, BuddyBitmap::columns + 1>;
+    int left(int row, int col) const;
+    int lean(int row) const;
 
-    Columns m_bodyColumns {};
-    Columns m_legColumns {};
-    /// The upper edge of each row, and the lower edge of the last.
-    std::array<int, BuddyBitmap::rows + 1> m_rows {};
-    /// How far the tilt shifts each row.
-    std::array<int, BuddyBitmap::rows> m_leans {};
+    int m_cell;
+    int m_ground;
+    int m_middle;
+    int m_bodyWidth;
+    int m_height;
+    int m_lift;
+    int m_feetLift;
+    int m_headLean;
 };
 
 } // namespace pobblewig

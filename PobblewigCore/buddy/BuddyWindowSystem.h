@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QRect>
-
-#include <span>
+#include "buddy/BuddyShape.h"
 
 namespace pobblewig {
 
@@ -18,9 +16,9 @@ public:
     /// at each show, before the window is up: the desktop forgets it when the window goes.
     virtual void accompanyUser(WindowID window) = 0;
 
-    /// Clicks reach the window only in these parts, in its own device pixels. Where the desktop
-    /// cannot blend windows, nothing outside of them is shown either.
-    virtual void setShape(WindowID window, std::span<const QRect> parts) = 0;
+    /// Clicks reach the window only in the pressable parts of the shape. Where the desktop cannot
+    /// blend windows, nothing outside of the shape is shown either.
+    virtual void setShape(WindowID window, const BuddyShape& shape) = 0;
 
     /// Whether nothing of the window can be seen; cheap enough to ask every second.
     virtual bool isCovered(WindowID window) = 0;
@@ -30,7 +28,7 @@ public:
 class UnavailableBuddyWindowSystem : public BuddyWindowSystem {
 public:
     void accompanyUser(WindowID) override { }
-    void setShape(WindowID, std::span<const QRect>) override { }
+    void setShape(WindowID, const BuddyShape&) override { }
     bool isCovered(WindowID) override { return false; }
 };
 

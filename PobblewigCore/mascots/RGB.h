@@ -12,4 +12,14 @@ struct RGB {
     bool operator==(const RGB&) const = default;
 };
 
+/// One colour (at 0) on the way to another (at 1).
+inline RGB mixed(const RGB& one, const RGB& other, double amount)
+{
+    const auto between = [amount](std::uint8_t from, std::uint8_t to) {
+        return std::uint8_t(from + (to - from) * amount + 0.5);
+    };
+    return { between(one.red, other.red), between(one.green, other.green),
+        between(one.blue, other.blue) };
+}
+
 } // namespace pobblewig

@@ -67,6 +67,25 @@ private Q_SLOTS:
         QCOMPARE(next.geometry().center().x(), place.center().x());
     }
 
+    void theFeetStayWhenTheBuddyNeedsRoom()
+    {
+        show();
+        drag({ -200, -100 });
+        const auto alone = m_window->geometry();
+        const auto hasRoomAround = [&](bool isNeeded) {
+            const auto now = m_window->geometry();
+            return (now.height() > alone.height()) == isNeeded && now.bottom() == alone.bottom()
+                && (now.left() + now.right()) == (alone.left() + alone.right());
+        };
+        m_window->view().setState(
+            { BuddyState::Kind::notify, QStringLiteral("The lab report is due") });
+        QTRY_VERIFY(hasRoomAround(true));
+        QTRY_VERIFY(extent(XCB_SHAPE_SK_INPUT).height() > alone.height());
+        m_window->view().setState({});
+        QTRY_VERIFY(hasRoomAround(false));
+        QCOMPARE(m_window->geometry(), alone);
+    }
+
     void aPlaceThatCannotBeSeenIsNotUsed()
     {
         drag({ -100, 0 });

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "buddy/BuddyCanvas.h"
+#include "buddy/BuddyDrawing.h"
+#include "buddy/BuddyLayout.h"
+
+#include <map>
+
+namespace pobblewig {
+
+/// Draws a frame with a sprite, from bitmaps that are put together once.
+class BuddyArtist {
+public:
+    explicit BuddyArtist(const MascotSprite& sprite);
+
+    /// Cells that the frame needs around the buddy; `pill` is the size of its badge in device
+    /// pixels.
+    static BuddyRoom room(const BuddyFrame& frame, int cell, QSize pill);
+
+    void setSprite(const MascotSprite& sprite);
+
+    /// Replaces what the drawing was. The canvas must have the room that the frame needs.
+    void draw(
+        const BuddyFrame& frame, const BuddyCanvas& canvas, QSize pill, BuddyDrawing& drawing);
+
+private:
+    const BuddyBitmap& bitmap(const BitmapKey& look);
+    const BuddyBitmap& cardHolder(MascotGait gait);
+    void drawRain(const BuddyFrame& frame, const BuddyCanvas& canvas, BuddyDrawing::Rain& rain);
+    void drawBody(const BuddyFrame& frame, const BuddyLayout& layout, BuddyDrawing& drawing);
+    void drawCard(const BuddyFrame& frame, const BuddyCanvas& canvas, const BuddyLayout& layout,
+        BuddyDrawing& drawing);
+
+    MascotSprite m_sprite;
+    BuddyBitmap m_claws;
+    /// A sprite of other colours has another name, so none is ever wrong.
+    std::map<BitmapKey, BuddyBitmap> m_bitmaps;
+    std::map<std::pair<QString, MascotGait>, BuddyBitmap> m_cardHolders;
+    BuddyRain m_rain;
+};
+
+} // namespace pobblewig
