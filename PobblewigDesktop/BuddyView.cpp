@@ -9,13 +9,24 @@
 
 namespace pobblewig {
 
-BuddyView::BuddyView(QWidget* parent)
+namespace {
+
+double steadySeconds()
+{
+    const auto time = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration<double>(time).count();
+}
+
+} // namespace
+
+BuddyView::BuddyView(QWidget* parent, Clock clock)
     : QAbstractButton(parent)
+    , m_clock(clock ? std::move(clock) : steadySeconds)
+    , m_animation(now())
     , m_artist(MascotSprite::sprite(Mascot::mouse))
 {
     setFocusPolicy(Qt::NoFocus);
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    m_sinceStart.start();
     m_painter.setPalette(Theme::palette(Theme::desktopScheme(qApp->palette()), {}));
     connect(&m_frameTimer, &QTimer::timeout, this, &BuddyView::tick);
     fitToScreen();
@@ -151,11 +162,6 @@ void BuddyView::hideEvent(QHideEvent*)
     m_frameTimer.stop();
 }
 
-double BuddyView::now() const
-{
-    return double(m_sinceStart.nsecsElapsed()) / 1e9;
-}
-
 void BuddyView::tick()
 {
     m_animation.tick(now());
@@ -170,7 +176,7 @@ void BuddyView::tick()
 void BuddyView::updatePacing()
 {
     const auto interval =
-        std::chrono::round<std::chrono::milliseconds>(m_animation.interval(now()));
+        std::chrono::ceil<std::chrono::milliseconds>(m_animation.untilNextFrame(now()));
     if (interval != m_frameTimer.intervalAsDuration())
         m_frameTimer.setInterval(interval);
 }

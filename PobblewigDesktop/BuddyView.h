@@ -6,7 +6,6 @@
 #include "buddy/BuddyArtist.h"
 
 #include <QAbstractButton>
-#include <QElapsedTimer>
 #include <QTimer>
 
 namespace pobblewig {
@@ -25,7 +24,11 @@ public:
     static constexpr double smallestScale = 0.5;
     static constexpr double largestScale = 3;
 
-    explicit BuddyView(QWidget* parent = nullptr);
+    /// Seconds that never go back.
+    using Clock = std::function<double()>;
+
+    /// Lives by a clock of its own if it gets none.
+    explicit BuddyView(QWidget* parent = nullptr, Clock clock = {});
 
     /// What the buddy covers at present. What only floats around it takes no clicks.
     const BuddyShape& shape() const { return m_shape; }
@@ -85,7 +88,7 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
-    double now() const;
+    double now() const { return m_clock(); }
     void tick();
     void updatePacing();
 
@@ -97,8 +100,8 @@ private:
     double m_sizeScale = 1;
     bool m_isOccluded = false;
     bool m_hasAppeared = false;
-    QElapsedTimer m_sinceStart;
-    BuddyAnimation m_animation { 0 };
+    Clock m_clock;
+    BuddyAnimation m_animation;
     double m_reportedSleep = 0;
     BuddyArtist m_artist;
     BuddyPainter m_painter;

@@ -27,13 +27,13 @@ QString placeKey()
 
 } // namespace
 
-BuddyWindow::BuddyWindow(BuddyWindowSystem& system, QSettings& settings)
+BuddyWindow::BuddyWindow(BuddyWindowSystem& system, QSettings& settings, BuddyView::Clock clock)
     : QWidget(nullptr,
         Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus
             | Qt::NoDropShadowWindowHint)
     , m_system(system)
     , m_settings(settings)
-    , m_view(new BuddyView(this))
+    , m_view(new BuddyView(this, std::move(clock)))
 {
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_ShowWithoutActivating);

@@ -21,7 +21,7 @@ class BuddyWindow : public QWidget {
 
 public:
     /// Reads and writes the group "buddy" of the settings.
-    BuddyWindow(BuddyWindowSystem& system, QSettings& settings);
+    BuddyWindow(BuddyWindowSystem& system, QSettings& settings, BuddyView::Clock clock = {});
 
     /// To tell the buddy what happens.
     BuddyView& view() { return *m_view; }

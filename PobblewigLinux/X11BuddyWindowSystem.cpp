@@ -2,8 +2,8 @@
 
 #include "PobblewigLinux/X11Occlusion.h"
 
-#include <xcb/shape.h>
-#include <xcb/xfixes.h>
+#include <algorithm>
+#include <iterator>
 
 namespace pobblewig {
 
@@ -39,14 +39,13 @@ void X11BuddyWindowSystem::accompanyUser(WindowID window)
 
 void X11BuddyWindowSystem::setShape(WindowID window, const BuddyShape& shape)
 {
-    m_window = xcb_window_t(window);
-    m_parts.clear();
-    for (const auto& part : shape.pressable)
-        m_parts.push_back(rectangle(part));
-    m_pressableParts = m_parts.size();
-    for (const auto& part : shape.seen)
-        m_parts.push_back(rectangle(part));
-    applyShape();
+    const auto id = xcb_window_t(window);
+    const auto isKnown = id == m_window && shape.pressable == m_shape.pressable
+        && (m_compositor.isOwned() || shape.seen == m_shape.seen);
+    m_window = id;
+    m_shape = shape;
+    if (!isKnown)
+        applyShape();
 }
 
 bool X11BuddyWindowSystem::isCovered(WindowID window)
@@ -58,23 +57,28 @@ void X11BuddyWindowSystem::applyShape()
 {
     if (m_window == XCB_WINDOW_NONE)
         return;
-    auto* connection = m_connection.get();
-    const auto set = [&](xcb_shape_kind_t kind, xcb_xfixes_region_t region) {
-        xcb_xfixes_set_window_shape_region(connection, m_window, kind, 0, 0, region);
-    };
-    const auto region = xcb_generate_id(connection);
-    const auto setTo = [&](xcb_shape_kind_t kind, size_t parts) {
-        xcb_xfixes_set_region(connection, region, std::uint32_t(parts), m_parts.data());
-        set(kind, region);
-    };
-    xcb_xfixes_create_region(connection, region, 0, nullptr);
+    m_rectangles.clear();
+    std::ranges::transform(m_shape.pressable, std::back_inserter(m_rectangles), rectangle);
+    const auto pressable = m_rectangles.size();
+    std::ranges::transform(m_shape.seen, std::back_inserter(m_rectangles), rectangle);
     if (m_compositor.isOwned())
-        set(XCB_SHAPE_SK_BOUNDING, XCB_NONE);
+        clearBounds();
     else
-        setTo(XCB_SHAPE_SK_BOUNDING, m_parts.size());
-    setTo(XCB_SHAPE_SK_INPUT, m_pressableParts);
-    xcb_xfixes_destroy_region(connection, region);
-    xcb_flush(connection);
+        cut(XCB_SHAPE_SK_BOUNDING, m_rectangles.size());
+    cut(XCB_SHAPE_SK_INPUT, pressable);
+    xcb_flush(m_connection.get());
+}
+
+void X11BuddyWindowSystem::cut(xcb_shape_kind_t kind, size_t rectangles)
+{
+    xcb_shape_rectangles(m_connection.get(), XCB_SHAPE_SO_SET, kind, XCB_CLIP_ORDERING_UNSORTED,
+        m_window, 0, 0, std::uint32_t(rectangles), m_rectangles.data());
+}
+
+void X11BuddyWindowSystem::clearBounds()
+{
+    xcb_shape_mask(m_connection.get(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, m_window, 0, 0,
+        XCB_PIXMAP_NONE);
 }
 
 } // namespace pobblewig

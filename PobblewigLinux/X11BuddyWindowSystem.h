@@ -3,6 +3,8 @@
 #include "PobblewigLinux/X11SelectionWatch.h"
 #include "buddy/BuddyWindowSystem.h"
 
+#include <xcb/shape.h>
+
 namespace pobblewig {
 
 /// The buddy's window under X11, with any window manager that follows EWMH.
@@ -20,12 +22,15 @@ public:
 private:
     void applyShape();
 
+    /// To the first of the rectangles.
+    void cut(xcb_shape_kind_t kind, size_t rectangles);
+    void clearBounds();
+
     X11Connection& m_connection;
     X11SelectionWatch m_compositor;
     xcb_window_t m_window = XCB_WINDOW_NONE;
-    /// The pressable parts, then the others.
-    std::vector<xcb_rectangle_t> m_parts;
-    size_t m_pressableParts = 0;
+    BuddyShape m_shape;
+    std::vector<xcb_rectangle_t> m_rectangles;
 };
 
 } // namespace pobblewig

@@ -19,6 +19,11 @@ SECONDS_AT_REST = 20
 scratch = tempfile.TemporaryDirectory()
 environment = os.environ | {"HOME": scratch.name, "XDG_DATA_HOME": scratch.name + "/data",
                             "XDG_CONFIG_HOME": scratch.name + "/config"}
+SECONDS_IN_A_STATE = 15
+# What the buddy does, and the share of a core in per cent that it may take.
+STATES = {"idle": 0.5, "asleep": 0.1, "occluded": 0.1, "responding": 2.5, "working": 2.5,
+          "notify": 2.5, "carried": 2.5}
+
 peers = {"pobblewig": BIN / "pobblewig", "empty window": BIN / "EmptyWindow"}
 
 
@@ -50,6 +55,13 @@ def at_rest(program):
     return pss, used
 
 
+def in_state(state):
+    """The share of a core in per cent, wake-ups and frames a second, of the buddy alone."""
+    output = subprocess.run([BIN / "BuddyInState", state, str(SECONDS_IN_A_STATE), "blended"],
+                            env=environment, check=True, capture_output=True, text=True).stdout
+    return [float(number) for number in output.split()]
+
+
 def compare(what, ours, peer, unit, limit):
     print(f"{what}: {ours:.1f} {unit}, empty Qt window {peer:.1f} {unit}, "
           f"ratio {ours / peer:.2f} (aim: {limit})")
@@ -67,3 +79,10 @@ rest = {name: at_rest(program) for name, program in peers.items()}
 compare("PSS with the chat closed", rest["pobblewig"][0], rest["empty window"][0], "MB", "1.3")
 print(f"CPU at rest: {100 * rest['pobblewig'][1]:.2f} % of a core, "
       f"empty Qt window {100 * rest['empty window'][1]:.2f} % (aim: 0.6 %)")
+
+for state, limit in STATES.items():
+    share, wake_ups, frames = in_state(state)
+    print(f"{state}: {share:.2f} % of a core, {wake_ups:.0f} wake-ups and {frames:.1f} frames "
+          f"a second (aim: {limit} %)")
+pss, used = at_rest("/usr/games/oneko")
+print(f"beside it, oneko at rest: {100 * used:.2f} % of a core, {pss:.1f} MB")

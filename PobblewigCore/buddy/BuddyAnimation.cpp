@@ -55,6 +55,17 @@ BuddyFramePacing::Interval BuddyAnimation::interval(double now) const
     });
 }
 
+BuddyFramePacing::Interval BuddyAnimation::untilNextFrame(double now) const
+{
+    const auto usual = interval(now);
+    if (sleepAmount() < 1 || usual != BuddyFramePacing::asleep)
+        return usual;
+    // Timers may be early by a twentieth, and too early would be in vain.
+    constexpr auto late = BuddySleep::beat / 10;
+    const auto intoBeat = std::fmod(now - m_startTime, BuddySleep::beat);
+    return BuddyFramePacing::Interval(BuddySleep::beat - intoBeat + late);
+}
+
 BuddyFrame BuddyAnimation::frame(double now) const
 {
     const auto time = now - m_startTime;

@@ -28,8 +28,13 @@ public:
     const BuddyState& state() const { return m_state; }
     double sleepAmount() const { return m_sleep.amount(); }
 
-    /// How soon the next tick is due.
+    /// How often it has to tick.
     BuddyFramePacing::Interval interval(double now) const;
+
+    /// How soon the next frame can differ from this one: nothing that sleeps soundly moves between
+    /// two beats, so that nobody has to wake up for it.
+    BuddyFramePacing::Interval untilNextFrame(double now) const;
+
     BuddyFrame frame(double now) const;
 
     /// Wakes it up. A state without a label that lasts already goes on as it is.

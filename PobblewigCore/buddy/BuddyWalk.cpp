@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <numbers>
 
 namespace pobblewig {
 
@@ -28,12 +27,13 @@ MascotGait BuddyWalk::gait() const
 
 BuddyPose BuddyWalk::added(const BuddyPose& pose) const
 {
+    // The body goes by steps as the legs do: with every second gait it is up.
+    const auto hop = m_way > 0 && int(stride()) % 2 == 0 ? 1 : 0;
     auto walking = pose;
-    const auto hop = m_way == 0 ? 0 : std::abs(std::sin(stride() * std::numbers::pi / 2));
     walking.tilt -= 0.07 * m_energy * m_heading;
     walking.sx *= 1 - 0.03 * m_energy;
     walking.sy *= 1 + 0.04 * m_energy;
-    walking.yOff += 3 * m_energy * hop;
+    walking.yOff += 2 * m_energy * hop;
     return walking;
 }
 
