@@ -67,7 +67,7 @@ AppDelegate::AppDelegate(BuddyWindowSystem& windowSystem, QSettings& desktopSett
         desktopSettings.value(mascotKey).toString(), desktopSettings.value(schemeKey).toString()));
     m_buddy.setSizeScale(desktopSettings.value(scaleKey, 1.0).toDouble());
     connect(&m_buddy, &BuddyWindow::clicked, this, &AppDelegate::toggleChat);
-    connect(&m_buddy, &BuddyWindow::quitRequested, qApp, &QApplication::quit);
+    connect(&m_buddy, &BuddyWindow::menuRequested, this, &AppDelegate::showMenu);
     connect(&m_presence, &DesktopPresence::chatRequested, this, &AppDelegate::openChat);
     connect(&m_presence, &DesktopPresence::chatToggled, this, &AppDelegate::toggleChat);
     connect(&m_presence, &DesktopPresence::quitRequested, qApp, &QApplication::quit);
@@ -107,9 +107,40 @@ void AppDelegate::startCoordinator()
     m_coordinator->start();
     showState();
     m_presence.follow(*m_coordinator);
+    const auto& chat = m_coordinator->chat();
+    connect(&chat, &ChatService::activityChanged, this, &AppDelegate::showActivity);
+    connect(&chat, &ChatService::streamingPreviewChanged, this, &AppDelegate::showReply);
     if (m_isChatRequested)
         openChat();
     Q_EMIT launched();
+}
+
+void AppDelegate::showMenu(QPoint place)
+{
+    if (!m_coordinator)
+        return;
+    auto* const menu = m_presence.makeMenu().release();
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(place);
+}
+
+void AppDelegate::showActivity(bool working, bool succeeded)
+{
+    using Activity = PresenceState::Activity;
+    using Kind = BuddyState::Kind;
+    m_presence.setActivity(working ? Activity::working : Activity::resting);
+    if (working)
+        m_buddy.view().setState({ Kind::working, {} });
+    else if (succeeded)
+        m_buddy.view().setState({ Kind::done, tr("done") });
+    else
+        m_buddy.view().setState({});
+}
+
+void AppDelegate::showReply()
+{
+    if (!m_coordinator->chat().streamingPreview().isEmpty())
+        m_buddy.view().setState({ BuddyState::Kind::responding, {} });
 }
 
 void AppDelegate::makePanel()

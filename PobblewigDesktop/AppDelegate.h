@@ -45,6 +45,9 @@ private:
     };
 
     void startCoordinator();
+    void showMenu(QPoint place);
+    void showActivity(bool working, bool succeeded);
+    void showReply();
     void makePanel();
     void connectAnswers();
     void awaitAnswer(const QString& proposalId, Task<> answer);

@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
-#include <QMenu>
 #include <QMouseEvent>
 #include <QScreen>
 
@@ -123,14 +122,15 @@ void BuddyWindow::mouseReleaseEvent(QMouseEvent* event)
         Q_EMIT clicked();
 }
 
+void BuddyWindow::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        m_view->pet();
+}
+
 void BuddyWindow::contextMenuEvent(QContextMenuEvent* event)
 {
-    auto* menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(tr("Open chat"), this, &BuddyWindow::clicked);
-    menu->addSeparator();
-    menu->addAction(tr("Quit Pobblewig"), this, &BuddyWindow::quitRequested);
-    menu->popup(event->globalPos());
+    Q_EMIT menuRequested(event->globalPos());
 }
 
 void BuddyWindow::standAt(QPoint corner)

@@ -37,7 +37,9 @@ Q_SIGNALS:
 
     /// The user wants to talk.
     void clicked();
-    void quitRequested();
+
+    /// The user wants the menu, at this point of the desktop.
+    void menuRequested(QPoint place);
 
 protected:
     bool event(QEvent* event) override;
@@ -45,6 +47,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
