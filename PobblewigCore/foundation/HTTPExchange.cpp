@@ -149,6 +149,7 @@ void HTTPExchange::finish()
         .error = m_reply->error(),
         .hasHead = m_status != 0,
         .isShort = isShort(),
+        .isChunked = m_reply->hasRawHeader("Transfer-Encoding"),
     };
     end(TransportErrorLogic::failure(ending, m_request));
 }

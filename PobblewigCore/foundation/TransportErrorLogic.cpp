@@ -20,7 +20,18 @@ TransportError error(Kind kind, const QString& text, const QUrl& url)
 bool tellsAStatus(QNetworkReply::NetworkError error)
 {
     return error == QNetworkReply::ProxyAuthenticationRequiredError
-        || (error >= QNetworkReply::ContentAccessDenied && error != QNetworkReply::ProtocolFailure);
+        || (error >= QNetworkReply::ContentAccessDenied && error != QNetworkReply::ProtocolFailure
+            && error != QNetworkReply::ContentReSendError);
+}
+
+bool cameToItsEnd(const TransportErrorLogic::ReplyEnding& ending)
+{
+    if (ending.isShort)
+        return false;
+    // The connection closed before the manager had seen the answer, and it wanted to begin again.
+    if (ending.error == QNetworkReply::ContentReSendError)
+        return !ending.isChunked;
+    return ending.error == QNetworkReply::NoError || tellsAStatus(ending.error);
 }
 
 TransportError timedOut(const HTTPRequest& request)
@@ -82,8 +93,7 @@ std::optional<TransportError> TransportErrorLogic::failure(
         return timedOut(request);
     if (!ending.hasHead)
         return noAnswer(ending.error, request.url);
-    const auto cameToItsEnd = ending.error == QNetworkReply::NoError || tellsAStatus(ending.error);
-    if (cameToItsEnd && !ending.isShort)
+    if (cameToItsEnd(ending))
         return std::nullopt;
     return error(Kind::truncated,
         QStringLiteral("The connection to %1 broke in the middle of its answer. Try again."),

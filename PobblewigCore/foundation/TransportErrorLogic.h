@@ -19,6 +19,8 @@ struct ReplyEnding {
     bool hasHead = false;
     /// Fewer bytes came than were announced.
     bool isShort = false;
+    /// The body was sent in chunks, of which the last one says that it is the last.
+    bool isChunked = false;
 };
 
 /// Nothing if the whole answer came, whatever its status.
