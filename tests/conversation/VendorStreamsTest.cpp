@@ -1,7 +1,7 @@
 #include "ChatFixture.h"
 #include "PobblewigDemoModel/DemoServer.h"
+#include "VendorStream.h"
 #include "foundation/NetworkHTTPClient.h"
-#include "support/LoopbackServer.h"
 #include "support/TableRow.h"
 #include "wire/OpenAICompatibleProvider.h"
 
@@ -11,80 +11,11 @@
 
 namespace pobblewig {
 
-using Send = LoopbackServer::Send;
-using Close = LoopbackServer::Close;
-using Script = LoopbackServer::Script;
+using namespace VendorStream;
 
 namespace {
 
 using namespace Qt::StringLiterals;
-
-// JSON is written with single quotes here, and what is JSON inside of JSON with back quotes.
-QByteArray requoted(QByteArray text)
-{
-    return text.replace('\'', '"').replace('`', "\\\"");
-}
-
-QByteArray chunk(const QByteArray& text)
-{
-    return "data: " + requoted(text) + "\n\n";
-}
-
-QByteArray delta(const QByteArray& fields)
-{
-    return chunk("{'choices':[{'index':0,'delta':{" + fields + "},'finish_reason':null}]}");
-}
-
-QByteArray calls(const QByteArray& deltas)
-{
-    return delta("'tool_calls':[" + deltas + "]");
-}
-
-QByteArray opened(int index, const QByteArray& id, const QByteArray& name)
-{
-    return calls("{'index':" + QByteArray::number(index) + ",'id':'" + id
-        + "','type':'function','function':{'name':'" + name + "','arguments':''}}");
-}
-
-QByteArray piece(int index, const QByteArray& arguments)
-{
-    return calls(
-        "{'index':" + QByteArray::number(index) + ",'function':{'arguments':'" + arguments + "'}}");
-}
-
-QByteArray ended(const QByteArray& reason)
-{
-    return chunk("{'choices':[{'delta':{},'finish_reason':'" + reason + "'}]}")
-        + "data: [DONE]\n\n";
-}
-
-QByteArray usage(int prompt, int completion)
-{
-    return chunk("{'choices':[],'usage':{'prompt_tokens':" + QByteArray::number(prompt)
-        + ",'completion_tokens':" + QByteArray::number(completion) + "}}");
-}
-
-const QByteArray reminder = "propose_reminder";
-const QByteArray tea = "{`proposalId`:`t`,`title`:`Tea`}";
-
-Script streamed(const QByteArray& body)
-{
-    return { Send { LoopbackServer::eventStreamHead() }, Send { body }, Close() };
-}
-
-Script refused(const QByteArray& status)
-{
-    return { Send { LoopbackServer::answer(
-        status, requoted("{'error':{'message':'tools are not supported','code':null}}")) } };
-}
-
-/// A body in chunks that announces more than it has.
-Script cut(const QByteArray& body)
-{
-    return { Send { "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n"
-                 + QByteArray::number(body.size(), 16) + "\r\n" + body + "\r\n" },
-        Close() };
-}
 
 QJsonObject bodyOf(const QByteArray& request)
 {
