@@ -1,0 +1,38 @@
+#pragma once
+
+#include "memory/ChatHistoryStore.h"
+#include "memory/LibrarianService.h"
+#include "settings/SettingsStore.h"
+
+namespace pobblewig {
+
+/// Counts the turns of the conversation and hands them to the librarian in batches.
+class Extraction {
+public:
+    static constexpr int extractionIntervalTurns = 14;
+
+    struct Dependencies {
+        SettingsStore& settings;
+        ChatHistoryStore& history;
+        MemoryTiers& memory;
+        LibrarianService& librarian;
+        std::function<Task<QString>()> situation;
+    };
+
+    explicit Extraction(Dependencies dependencies);
+
+    /// To be awaited in the background: it may take as long as a model does.
+    Task<> afterChatTurn();
+
+    /// The tail of the conversation, before a day closes. A failed batch is not tried again.
+    Task<> extractPendingTurns();
+
+private:
+    void passOver();
+
+    Dependencies m;
+    int m_turnsSinceExtraction = 0;
+    std::optional<QUuid> m_lastExtractedMessageID;
+};
+
+} // namespace pobblewig

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "memory/MemoryStore.h"
+#include "memory/PeriodSummary.h"
+#include "memory/ReferenceItem.h"
+
+#include <tl/expected.hpp>
+
+#include <vector>
+
+namespace pobblewig {
+
+/// What the librarian wants to have remembered, cleaned of what is empty and of words that nobody
+/// knows.
+struct ExtractionResult {
+    std::vector<NewNote> notes;
+    /// Without ids and times.
+    std::vector<DatedObservation> observations;
+    std::vector<ReferenceItem> referenceItems;
+    std::vector<ReferenceSectionMeta> proposedSections;
+};
+
+struct CloseoutIntentItem {
+    QString text;
+    IntentKind kind = IntentKind::task;
+
+    bool operator==(const CloseoutIntentItem&) const = default;
+};
+
+/// The account of a day.
+struct DailyCloseout {
+    QString summary;
+    std::vector<QString> highlights;
+    std::vector<CloseoutIntentItem> unfinishedIntent;
+
+    bool operator==(const DailyCloseout&) const = default;
+};
+
+struct WeeklyRollupResult {
+    QString summary;
+    std::vector<QString> highlights;
+    std::vector<QString> unresolvedIntent;
+
+    bool operator==(const WeeklyRollupResult&) const = default;
+};
+
+/// The whole list of notes anew.
+struct CleanupResult {
+    std::vector<MemoryNote> notes;
+    std::vector<PatternNote> patterns;
+};
+
+/// Reads what a model answered, whatever it wrapped around the JSON. The error is a sentence for
+/// the diagnostics, which quotes nothing of the answer.
+namespace LibrarianAnswers {
+
+template <typename Value>
+using Parsed = tl::expected<Value, QString>;
+
+/// From the first brace to the one that closes it; braces in strings count too. Nothing if none
+/// does.
+std::optional<QString> extractJSONObject(const QString& text);
+
+Parsed<ExtractionResult> parseExtraction(
+    const QString& text, MemorySource noteSource, const QString& itemSource, TimePoint now);
+
+Parsed<DailyCloseout> parseCloseout(const QString& text);
+Parsed<WeeklyRollupResult> parseWeekly(const QString& text);
+
+/// Notes that say what an existing one says inherit its history; a pattern stays only if its
+/// evidence spans two days. An answer without patterns keeps those there are.
+Parsed<CleanupResult> parseCleanup(const QString& text,
+    const std::vector<MemoryNote>& existingNotes, const std::vector<PatternNote>& existingPatterns,
+    TimePoint now, const Calendar& calendar);
+
+} // namespace LibrarianAnswers
+
+} // namespace pobblewig
