@@ -32,14 +32,6 @@ bool isWorthRetrying(const ChatError& error)
     return model && model->kind != LLMError::Kind::notConfigured;
 }
 
-/// A server's words may quote a key or the conversation: they are for the user, not for the log.
-QString loggable(const LLMError& error)
-{
-    auto bare = error;
-    bare.text.clear();
-    return bare.description();
-}
-
 } // namespace
 
 ChatService::ChatService(ChatHistoryStore& history, UsageCounter& usage, Dependencies dependencies)

@@ -1,5 +1,6 @@
 #include "wire/LLMError.h"
 
+#include "foundation/Overloaded.h"
 #include "foundation/Text.h"
 
 namespace pobblewig {
@@ -35,6 +36,18 @@ QString LLMError::description() const
 QString description(const LLMFailure& failure)
 {
     return std::visit([](const auto& error) { return error.description(); }, failure);
+}
+
+QString loggable(const LLMFailure& failure)
+{
+    return std::visit(Overloaded {
+                          [](LLMError error) {
+                              error.text.clear();
+                              return error.description();
+                          },
+                          [](const TransportError& error) { return error.description(); },
+                      },
+        failure);
 }
 
 } // namespace pobblewig

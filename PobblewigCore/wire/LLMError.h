@@ -29,4 +29,7 @@ using LLMFailure = std::variant<LLMError, TransportError>;
 
 QString description(const LLMFailure& failure);
 
+/// For the log. A server's words may quote a key or the conversation: they are left out.
+QString loggable(const LLMFailure& failure);
+
 } // namespace pobblewig
