@@ -50,8 +50,9 @@ struct CleanupResult {
     std::vector<PatternNote> patterns;
 };
 
-/// Reads what a model answered, whatever it wrapped around the JSON. The error is a sentence for
-/// the diagnostics, which quotes nothing of the answer.
+/// Reads what a model answered, whatever it wrapped around the JSON. What has the wrong type counts
+/// as absent, of a list the first 100 entries count, and long texts are cut. The error is a
+/// sentence for the diagnostics, which quotes nothing of the answer.
 namespace LibrarianAnswers {
 
 template <typename Value>
@@ -61,14 +62,17 @@ using Parsed = tl::expected<Value, QString>;
 /// does.
 std::optional<QString> extractJSONObject(const QString& text);
 
+/// `noteSource` vouches for the notes that name nobody else. More than 1,000 characters are no
+/// note.
 Parsed<ExtractionResult> parseExtraction(
     const QString& text, MemorySource noteSource, const QString& itemSource, TimePoint now);
 
 Parsed<DailyCloseout> parseCloseout(const QString& text);
 Parsed<WeeklyRollupResult> parseWeekly(const QString& text);
 
-/// Notes that say what an existing one says inherit its history; a pattern stays only if its
-/// evidence spans two days. An answer without patterns keeps those there are.
+/// Notes that say what an existing one says inherit its history; a new pattern stays only if its
+/// evidence spans two days. An answer without patterns keeps those there are, one without any note
+/// to read is refused.
 Parsed<CleanupResult> parseCleanup(const QString& text,
     const std::vector<MemoryNote>& existingNotes, const std::vector<PatternNote>& existingPatterns,
     TimePoint now, const Calendar& calendar);
