@@ -1,15 +1,16 @@
 #pragma once
 
+#include "foundation/Calendar.h"
 #include "memory/ChatMessage.h"
 #include "memory/LibrarianAnswers.h"
 
 /// What the librarian reads, and what stands in for it where there is no model.
 namespace pobblewig::LibrarianLogic {
 
-/// "[2026-03-01T08:15:00Z] user: …", a line for each message.
+/// "[2026-03-01T08:15:00Z] user: …" for each message of the two; a very long one is cut.
 QString windowText(const std::vector<ChatMessage>& messages);
 QString observationsText(const std::vector<DatedObservation>& observations);
-QString dailiesText(const std::vector<PeriodSummary>& dailies);
+QString dailiesText(const std::vector<PeriodSummary>& dailies, const Calendar& calendar);
 
 /// The messages after the one that was seen last; all of them if that one is gone.
 std::vector<ChatMessage> messagesAfter(
@@ -19,6 +20,7 @@ std::vector<ChatMessage> messagesAfter(
 /// before.
 DailyCloseout deterministicCloseout(const std::vector<ChatMessage>& window,
     const std::vector<DatedObservation>& observations, const std::vector<QString>& previousIntent);
-WeeklyRollupResult deterministicWeekly(const std::vector<PeriodSummary>& dailies);
+WeeklyRollupResult deterministicWeekly(
+    const std::vector<PeriodSummary>& dailies, const Calendar& calendar);
 
 } // namespace pobblewig::LibrarianLogic
