@@ -1,16 +1,10 @@
 #pragma once
 
-#include "foundation/Task.h"
-#include "memory/LibrarianAnswers.h"
+#include "memory/CleanupSnapshot.h"
 #include "memory/LibrarianLogic.h"
+#include "memory/LibrarianModel.h"
 #include "memory/MemoryTiers.h"
-#include "memory/UsageCounter.h"
 #include "settings/AssistantRole.h"
-#include "wire/LLMProvider.h"
-#include "wire/LaneConfigurations.h"
-
-#include <functional>
-#include <memory>
 
 namespace pobblewig {
 
@@ -41,9 +35,8 @@ class LibrarianService {
 public:
     /// The closures are asked anew at each run.
     struct Dependencies {
-        /// Nothing where no model is configured.
-        std::function<Task<std::unique_ptr<LLMProvider>>()> providerProvider;
-        std::function<Task<LibrarianModelConfig>()> configProvider;
+        LibrarianModel::ProviderProvider providerProvider;
+        LibrarianModel::ConfigProvider configProvider;
         /// Told of each observation that is recorded.
         std::function<void(const QUuid& id)> observationLinkHook = [](const QUuid&) {};
         std::function<Calendar()> calendar = Calendar::current;
@@ -75,25 +68,41 @@ public:
     Task<DailyCloseout> closeDailySession(DayToClose day);
     Task<WeeklyRollupResult> weeklyRollup(std::vector<PeriodSummary> dailies);
 
-    /// Rewrites the notes if their size asks for it. A failure changes nothing.
+    /// Rewrites the notes if their size asks for it. A failure changes nothing, and neither does an
+    /// answer that the user's own changes have overtaken.
     Task<> cleanupIfNeeded();
 
-private:
-    using Answer = tl::expected<QString, QString>;
+    /// To be called when the memory is deleted: no run that is under way brings back what it has
+    /// read. Its result is zeros or an empty account.
+    void forget();
 
-    struct Job {
-        QString prompt;
-        LLMResponseFormat format;
-        int tokenFactor = 1;
+private:
+    /// Who vouches for what a run has found.
+    struct Origin {
+        MemorySource noteSource;
+        QString itemSource;
+        /// Of the observations; else the moment of the answer.
+        std::optional<TimePoint> occurredAt = std::nullopt;
     };
 
-    Task<Answer> ask(Job job);
+    /// What `parse` reads in the answer. A failure is recorded under the name of the job.
+    template <typename Value>
+    std::optional<Value> accepted(const LibrarianModel::Answer& answer, QStringView job,
+        const std::function<LibrarianAnswers::Parsed<Value>(const QString&)>& parse);
+    std::nullopt_t fail(QStringView job, const QString& description, const QString& loggable);
+
+    LibrarianExtractionResult take(
+        const LibrarianModel::Answer& answer, QStringView job, const Origin& origin);
     LibrarianExtractionResult store(
-        const ExtractionResult& extraction, TimePoint observedAt, TimePoint now);
+        const ExtractionResult& extraction, TimePoint occurredAt, TimePoint now);
+    void applyCleanup(const LibrarianModel::Answer& answer, const CleanupSnapshot& seen);
 
     MemoryTiers& m_memory;
-    UsageCounter& m_usage;
+    LibrarianModel m_model;
     Dependencies m_dependencies;
+    /// Of the runs since the memory was last deleted.
+    std::stop_source m_stop;
+    bool m_isCleaningUp = false;
     std::optional<TimePoint> m_lastRunAt;
     std::optional<TimePoint> m_lastCleanupAt;
     std::optional<QString> m_lastError;
