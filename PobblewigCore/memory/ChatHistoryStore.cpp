@@ -1,6 +1,8 @@
 #include "memory/ChatHistoryStore.h"
 
 #include <algorithm>
+#include <iterator>
+#include <set>
 
 namespace pobblewig {
 
@@ -36,6 +38,14 @@ void ChatHistoryStore::update(const QUuid& id, const QString& text)
 void ChatHistoryStore::clear()
 {
     m_messages.clear();
+    m_file.save(m_messages);
+}
+
+void ChatHistoryStore::remove(const std::vector<ChatMessage>& messages)
+{
+    std::set<QUuid> ids;
+    std::ranges::transform(messages, std::inserter(ids, ids.end()), &ChatMessage::id);
+    std::erase_if(m_messages, [&](const auto& message) { return ids.contains(message.id); });
     m_file.save(m_messages);
 }
 

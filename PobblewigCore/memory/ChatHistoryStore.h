@@ -23,6 +23,9 @@ public:
     void update(const QUuid& id, const QString& text);
     void clear();
 
+    /// Unknown ids are passed over.
+    void remove(const std::vector<ChatMessage>& messages);
+
 private:
     void trim();
 

@@ -18,8 +18,9 @@ struct RolloverOutcome {
 /// Ends a day: the active session becomes a daily summary, the conversation goes into an archive,
 /// the next session begins, and seven days become a week.
 ///
-/// A process that dies between two steps loses no message and repeats no summary: the next rollover
-/// goes on where it stopped. Lives on the main thread, as long as the process.
+/// One rollover at a time: while one is under way another does nothing. What is said meanwhile
+/// belongs to the next session. A process that dies between two steps loses no message and repeats
+/// no summary. Lives on the main thread, as long as the process.
 class SessionRolloverService {
 public:
     struct Dependencies {
@@ -28,25 +29,37 @@ public:
         LibrarianService& librarian;
         /// Without it no archive is written.
         std::optional<DataDirectory> chatArchiveDirectory;
+        /// What the user did on the computer, in words.
         std::function<QString(TimePoint from, TimePoint to)> activitySummaryProvider;
     };
 
     explicit SessionRolloverService(Dependencies dependencies);
 
+    bool isUnderWay() const { return m_isUnderWay; }
     std::optional<TimePoint> lastRolloverAt() const { return m_lastRolloverAt; }
 
-    /// One at a time: while one is under way another does nothing.
     Task<RolloverOutcome> rolloverIfNeeded(TimePoint now, Calendar calendar);
 
     /// Whatever the day and the silence.
     Task<RolloverOutcome> forceRollover(TimePoint now, Calendar calendar);
 
-    /// To be called at the start, before the first message: finishes what a crash has interrupted
-    /// after the day was closed.
+    /// To be called at the start, before there is a new session or message: finishes a rollover
+    /// that a crash has cut off after its summary was written.
     void finishInterrupted(TimePoint now, const Calendar& calendar);
+
+    /// Makes a week of the days, if there are enough. To be called at the start as well, for the
+    /// same reason.
+    Task<> rollUpWeek(TimePoint now);
 
 private:
     Task<RolloverOutcome> performRollover(TimePoint now, Calendar calendar);
+    Task<bool> closeDay(DailySession session, std::vector<ChatMessage> window, TimePoint now);
+    void finish(const DailySession& session, const PeriodSummary& summary,
+        const std::vector<ChatMessage>& window, TimePoint now, const Calendar& calendar);
+    void beginNext(const DailySession& ended, const std::vector<ChatMessage>& window, TimePoint now,
+        const Calendar& calendar);
+    bool archive(const DailySession& session, const std::vector<ChatMessage>& window);
+    bool isActive(const QUuid& sessionID) const;
 
     Dependencies m;
     std::optional<TimePoint> m_lastRolloverAt;
