@@ -3,7 +3,6 @@
 #include "SituationBuilder.h"
 #include "activity/RuleTexts.h"
 #include "foundation/Log.h"
-#include "memory/ChatArchive.h"
 
 namespace pobblewig {
 
@@ -89,6 +88,20 @@ AppCoordinator::AppCoordinator(Parts parts)
           .clock = m_parts.clock })
     , m_appData(appDataAccess())
     , m_chat(m_history, m_usage, chatDependencies())
+    , m_librarian(m_memory, m_usage, librarianDependencies())
+    , m_rollover(rolloverDependencies())
+    , m_extraction({ .settings = m_settings,
+          .history = m_history,
+          .memory = m_memory,
+          .librarian = m_librarian,
+          .situation = [this] { return situationText(); } })
+    , m_sessionEnd({ .memory = m_memory,
+          .chat = m_chat,
+          .extraction = m_extraction,
+          .rollover = m_rollover,
+          .calendar = m_parts.calendar,
+          .clock = m_parts.clock,
+          .changed = [this] { refresh(m_parts.clock()); } })
     , m_memoryDesk(memoryDeskDependencies())
     , m_activityDesk({ .activity = m_activity,
           .rules = m_rules,
@@ -115,10 +128,10 @@ void AppCoordinator::start()
 
 Task<> AppCoordinator::pollOnce(TimePoint now)
 {
+    co_await m_sessionEnd.endIfDue(now);
     m_activity.poll(now);
     m_memory.notes.pruneExpired(now);
     refresh(now);
-    co_return;
 }
 
 void AppCoordinator::refresh(TimePoint now)
@@ -154,25 +167,7 @@ void AppCoordinator::updateSettings(const std::function<void(AppSettings&)>& cha
 
 void AppCoordinator::startNewSession()
 {
-    const auto now = m_parts.clock();
-    const auto& messages = m_history.messages();
-    if (messages.empty() || m_chat.isStreaming())
-        return;
-    const auto session = m_memory.sessions.ensureActiveSession(now, m_parts.calendar());
-    if (m_directory) {
-        const auto archived =
-            ChatArchive::write(*m_directory, messages, session.dayKey, session.id);
-        if (!archived) {
-            Log::line(QStringLiteral("buddy: failed to archive chat: %1")
-                          .arg(archived.error().description()));
-            return refresh(now);
-        }
-    }
-    m_history.clear();
-    m_memory.sessions.finalizeActiveSession({}, now);
-    m_memory.sessions.startNewSession(now, session.id, m_parts.calendar());
-    m_chat.reload();
-    refresh(now);
+    spawn(m_sessionEnd.startNewSession());
 }
 
 Task<> AppCoordinator::startUp()
@@ -181,7 +176,10 @@ Task<> AppCoordinator::startUp()
     m_migrationReport.legacyChatAdopted = MemoryMigration::adoptLegacyChatIfNeeded(
         m_memory.sessions, m_history, m_parts.clock(), m_parts.calendar());
     Log::line(QStringLiteral("buddy: ") + m_migrationReport.migrationSummary());
+    m_rollover.finishInterrupted(m_parts.clock(), m_parts.calendar());
+    m_chat.reload();
     m_memory.sessions.ensureActiveSession(m_parts.clock(), m_parts.calendar());
+    spawn(m_rollover.rollUpWeek(m_parts.clock()));
     co_await pollOnce(m_parts.clock());
     co_await publishModelLabel();
 }
@@ -189,7 +187,15 @@ Task<> AppCoordinator::startUp()
 Task<> AppCoordinator::afterChatTurn()
 {
     m_memory.sessions.recordTurn(m_parts.clock());
+    // The conversation does not wait for the librarian.
+    spawn(remember());
     co_await publishModelLabel();
+    refresh(m_parts.clock());
+}
+
+Task<> AppCoordinator::remember()
+{
+    co_await m_extraction.afterChatTurn();
     refresh(m_parts.clock());
 }
 
@@ -291,6 +297,8 @@ DiagnosticsInfo AppCoordinator::buildDiagnostics(TimePoint now) const
         .observation = m_parts.session.observation,
         .ruleVerdicts = RuleTexts::verdicts(m_rules.rules(), context),
         .totalToolCalls = m_toolExecutor.totalCalls(),
+        .librarianLastRunAt = m_librarian.lastRunAt(),
+        .librarianLastError = m_librarian.lastError(),
     };
 }
 
@@ -315,6 +323,30 @@ Task<> AppCoordinator::requestScreenPermission()
         co_await m_parts.session.permissions->requestScreenCapture();
 }
 
+LibrarianService::Dependencies AppCoordinator::librarianDependencies()
+{
+    return {
+        .providerProvider = [this] { return m_providers.makeLibrarianProvider(); },
+        .configProvider = [this] { return m_lanes.resolvedLibrarianModel(m_parts.environment()); },
+        .observationLinkHook = [this](const QUuid& id) { m_memory.sessions.linkObservation(id); },
+        .calendar = m_parts.calendar,
+        .clock = m_parts.clock,
+    };
+}
+
+SessionRolloverService::Dependencies AppCoordinator::rolloverDependencies()
+{
+    return {
+        .memory = m_memory,
+        .history = m_history,
+        .librarian = m_librarian,
+        .chatArchiveDirectory = m_directory,
+        .activitySummaryProvider =
+            [this](
+                TimePoint from, TimePoint to) { return m_activityDesk.activitySummary(from, to); },
+    };
+}
+
 MemoryDesk::Dependencies AppCoordinator::memoryDeskDependencies()
 {
     return {
@@ -327,6 +359,7 @@ MemoryDesk::Dependencies AppCoordinator::memoryDeskDependencies()
         .calendar = m_parts.calendar,
         .clock = m_parts.clock,
         .changed = [this] { refresh(m_parts.clock()); },
+        .forgetting = [this] { m_librarian.forget(); },
     };
 }
 

@@ -6,6 +6,7 @@
 #include "ModeSwitch.h"
 #include "ProposalDesk.h"
 #include "PublishedState.h"
+#include "SessionEnd.h"
 #include "activity/DiscreetFrontmostAppProvider.h"
 #include "conversation/ChatService.h"
 #include "foundation/Calendar.h"
@@ -91,8 +92,8 @@ public:
     /// A change from the settings screens.
     void updateSettings(const std::function<void(AppSettings&)>& change);
 
-    /// Puts the conversation into an archive and begins an empty one. What cannot be archived
-    /// stays.
+    /// Closes the session as at the end of a day: its summary is written, the conversation goes
+    /// into an archive and an empty one begins. What cannot be archived stays.
     void startNewSession();
 
 Q_SIGNALS:
@@ -101,6 +102,7 @@ Q_SIGNALS:
 private:
     Task<> startUp();
     Task<> afterChatTurn();
+    Task<> remember();
     Task<> publishModelLabel();
     Task<std::unique_ptr<LLMProvider>> makeMainProvider();
     Task<MainModelConfig> mainConfig();
@@ -112,6 +114,8 @@ private:
     DiagnosticsInfo buildDiagnostics(TimePoint now) const;
     Task<std::set<QString>> excludedBundleIDs();
     Task<> requestScreenPermission();
+    LibrarianService::Dependencies librarianDependencies();
+    SessionRolloverService::Dependencies rolloverDependencies();
     MemoryDesk::Dependencies memoryDeskDependencies();
     ProposalDesk::Dependencies proposalDeskDependencies();
     QString residentMemory() const;
@@ -144,6 +148,10 @@ private:
     MemoryToolExecutor m_toolExecutor;
     std::unique_ptr<AppDataAccessService> m_appData;
     ChatService m_chat;
+    LibrarianService m_librarian;
+    SessionRolloverService m_rollover;
+    Extraction m_extraction;
+    SessionEnd m_sessionEnd;
     MemoryDesk m_memoryDesk;
     ActivityDesk m_activityDesk;
     ModeSwitch m_modes;

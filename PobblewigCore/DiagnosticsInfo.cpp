@@ -1,5 +1,7 @@
 #include "DiagnosticsInfo.h"
 
+#include "foundation/ISO8601.h"
+
 namespace pobblewig {
 
 namespace {
@@ -7,6 +9,11 @@ namespace {
 QString section(const QString& title, const QStringList& lines)
 {
     return title + u'\n' + lines.join(u'\n');
+}
+
+QString lastRun(const std::optional<TimePoint>& time)
+{
+    return time ? ISO8601::format(*time) : QStringLiteral("none since the start");
 }
 
 } // namespace
@@ -22,6 +29,10 @@ QString DiagnosticsInfo::text() const
         sections.append(section(QStringLiteral("Rules"), ruleVerdicts));
     sections.append(section(QStringLiteral("Memory tools"),
         { QStringLiteral("Calls since the start: %1").arg(totalToolCalls) }));
+    sections.append(section(QStringLiteral("Librarian"),
+        { QStringLiteral("Last run: ") + lastRun(librarianLastRunAt),
+            QStringLiteral("Last error: ")
+                + librarianLastError.value_or(QStringLiteral("none")) }));
     return sections.join(QStringLiteral("\n\n"));
 }
 

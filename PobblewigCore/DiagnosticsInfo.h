@@ -12,6 +12,9 @@ struct DiagnosticsInfo {
     QStringList ruleVerdicts;
     /// Memory tools that models called since the start.
     int totalToolCalls = 0;
+    /// Of the librarian: its latest run that went well, and what went wrong since.
+    std::optional<TimePoint> librarianLastRunAt = std::nullopt;
+    std::optional<QString> librarianLastError = std::nullopt;
 
     /// The whole page.
     QString text() const;

@@ -65,6 +65,7 @@ QString MemoryDesk::exportMemoryText() const
 void MemoryDesk::deleteAllMemory()
 {
     m.chat.cancelStreaming();
+    m.forgetting();
     MemoryEraser::emptyStores(m.memory, m.history, m.clock());
     m.proposals.dropForgets();
     if (m.directory)

@@ -21,6 +21,8 @@ public:
         Clock clock;
         /// Called after each change.
         std::function<void()> changed;
+        /// Called before all memory goes: nothing under way may bring it back.
+        std::function<void()> forgetting = [] {};
     };
 
     explicit MemoryDesk(Dependencies dependencies);
