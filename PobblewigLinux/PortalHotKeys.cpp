@@ -95,12 +95,13 @@ Task<std::optional<HotKeyError::Kind>> PortalHotKeys::bind(QString session, QStr
             QVariant::fromValue(QList { wanted }), parentWindow },
     };
     const auto answer = co_await PortalRequest::ask(m_bus, question, m_patience);
-    if (!answer)
+    constexpr uint saidNo = 1;
+    if (!answer || answer->response > saidNo)
         co_return Kind::unavailable;
     const auto bound =
         qdbus_cast<QList<PortalShortcut>>(answer->results.value(QStringLiteral("shortcuts")));
     const auto isBound = std::ranges::count(bound, shortcutID, &PortalShortcut::id) > 0;
-    co_return answer->response == 0 && isBound ? std::nullopt : std::optional(Kind::refused);
+    co_return answer->response != saidNo&& isBound ? std::nullopt : std::optional(Kind::refused);
 }
 
 void PortalHotKeys::close(const QString& session)

@@ -1,13 +1,12 @@
 #include "PobblewigLinux/PortalScreenCapture.h"
 
 #include "PobblewigLinux/SessionPermissions.h"
+#include "linux/PortalAnswer.h"
 #include "support/Awaited.h"
 #include "support/PrivateBus.h"
 #include "support/TableRow.h"
 
 #include <QDBusContext>
-#include <QDBusMessage>
-#include <QDBusObjectPath>
 #include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
@@ -29,18 +28,8 @@ public Q_SLOTS:
     QDBusObjectPath Screenshot(const QString&, const QVariantMap& options)
     {
         asked = options;
-        const auto caller = message().service().mid(1).replace(u'.', u'_');
-        const auto path =
-            QStringLiteral("/org/freedesktop/portal/desktop/request/%1/%2")
-                .arg(caller, options.value(QStringLiteral("handle_token")).toString());
-        auto answer = QDBusMessage::createSignal(
-            path, QStringLiteral("org.freedesktop.portal.Request"), QStringLiteral("Response"));
-        answer.setArguments(
-            { response.value_or(0), QVariantMap { { QStringLiteral("uri"), uri } } });
-        // Before the caller even knows that it was understood.
-        if (response)
-            connection().send(answer);
-        return QDBusObjectPath(path);
+        return answerToRequest(
+            connection(), message(), response, { { QStringLiteral("uri"), uri } });
     }
 };
 
