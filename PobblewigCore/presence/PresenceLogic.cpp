@@ -48,7 +48,7 @@ QString PresenceLogic::timeInWords(TimePoint time, TimePoint now, const Calendar
 {
     const auto moment = calendar.dateTime(time);
     const auto days = calendar.day(now).daysTo(moment.date());
-    const auto clock = calendar.locale.toString(moment.time(), QLocale::ShortFormat);
+    auto clock = calendar.locale.toString(moment.time(), QLocale::ShortFormat);
     if (days == 0)
         return clock;
     if (time == startOfTomorrow(now, calendar))
@@ -62,7 +62,7 @@ QString PresenceLogic::timeInWords(TimePoint time, TimePoint now, const Calendar
 QString PresenceLogic::modeInWords(
     const PresenceState& state, TimePoint now, const Calendar& calendar)
 {
-    const auto name = displayName(state.mode);
+    auto name = displayName(state.mode);
     if (!state.modeRevertAt)
         return name;
     return QStringLiteral("%1 until %2").arg(name, timeInWords(*state.modeRevertAt, now, calendar));

@@ -151,23 +151,6 @@ private Q_SLOTS:
         QVERIFY(m_noticed->last().first().toString().contains(QStringLiteral("Read-only")));
     }
 
-    void allMenusShowTheState()
-    {
-        const auto tray = m_presence->makeMenu();
-        const auto buddy = m_presence->makeMenu();
-        action(*tray, QStringLiteral("Until tomorrow"))->trigger();
-        const auto& settings = m_coordinator->state().settings;
-        QVERIFY(settings.pausedUntil && *settings.pausedUntil > ScriptedChat::now);
-        action(*tray, QStringLiteral("Exercising"))->trigger();
-        for (const auto* menu : { tray.get(), buddy.get() }) {
-            QVERIFY(action(*menu, QStringLiteral("Exercising"))->isChecked());
-            QVERIFY(!action(*menu, QStringLiteral("Open-ended"))->isChecked());
-        }
-        action(*buddy, QStringLiteral("Resume observation"))->trigger();
-        QVERIFY(!m_coordinator->state().isPaused);
-        QVERIFY(!action(*tray, QStringLiteral("Resume observation"))->isEnabled());
-    }
-
 private:
     /// The presence anew, with what is kept.
     void start()

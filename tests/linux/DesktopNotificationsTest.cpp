@@ -14,15 +14,10 @@ class FakeNotificationServer : public QObject {
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
 
 public:
-    struct Shown {
-        QString summary;
-        QString body;
-        QStringList actions;
-    };
-
     QStringList capabilities;
     int asked = 0;
-    std::vector<Shown> shown;
+    QStringList bodies;
+    QStringList actions;
     QList<uint> closed;
 
 public Q_SLOTS:
@@ -32,11 +27,12 @@ public Q_SLOTS:
         return capabilities;
     }
 
-    uint Notify(const QString&, uint, const QString&, const QString& summary, const QString& body,
-        const QStringList& actions, const QVariantMap&, int)
+    uint Notify(const QString&, uint, const QString&, const QString&, const QString& body,
+        const QStringList& offered, const QVariantMap&, int)
     {
-        shown.push_back({ summary, body, actions });
-        return uint(shown.size());
+        bodies.append(body);
+        actions = offered;
+        return uint(bodies.size());
     }
 
     void CloseNotification(uint id) { closed.push_back(id); }
@@ -48,7 +44,6 @@ class DesktopNotificationsTest : public QObject {
 private Q_SLOTS:
     void init()
     {
-        m_bus.emplace();
         m_server.emplace();
         auto bus = connection("server");
         QVERIFY(bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), &*m_server,
@@ -57,15 +52,6 @@ private Q_SLOTS:
         m_notifications.emplace(connection("program"));
         m_opened.emplace(&*m_notifications, &NotificationPresenting::opened);
         m_replied.emplace(&*m_notifications, &NotificationPresenting::replied);
-    }
-
-    void cleanup()
-    {
-        m_opened.reset();
-        m_replied.reset();
-        m_notifications.reset();
-        for (const auto* name : { "server", "program" })
-            QDBusConnection::disconnectFromBus(QLatin1String(name));
     }
 
     void theServerGetsWhatItCanShow_data()
@@ -83,19 +69,11 @@ private Q_SLOTS:
         QFETCH(QString, capabilities);
         m_server->capabilities = capabilities.split(u',');
         QVERIFY(present(QStringLiteral("Is <b> & \"c\" due?")));
-        QVERIFY(present(QStringLiteral("Again")));
+        QVERIFY(present(QString(400, u'x')));
         QCOMPARE(m_server->asked, 1);
-        const auto& first = m_server->shown.front();
-        QCOMPARE(first.summary, QStringLiteral("Mouse"));
-        QTEST(first.body, "body");
-        QTEST(first.actions.join(u','), "actions");
-    }
-
-    void aLongTextIsCutBeforeItIsEscaped()
-    {
-        m_server->capabilities = { QStringLiteral("body-markup") };
-        QVERIFY(present(QString(400, u'<')));
-        QCOMPARE(m_server->shown.front().body, QStringLiteral("&lt;").repeated(300) + u'…');
+        QTEST(m_server->bodies[0], "body");
+        QCOMPARE(m_server->bodies[1], QString(300, u'x') + u'…');
+        QTEST(m_server->actions.join(u','), "actions");
     }
 
     void theUserOpensOrRepliesToOurs()
@@ -149,11 +127,11 @@ private:
 
     QDBusConnection connection(const char* name)
     {
-        return QDBusConnection::connectToBus(m_bus->address(), QLatin1String(name));
+        return QDBusConnection::connectToBus(m_bus.address(), QLatin1String(name));
     }
 
     const QString m_name = QStringLiteral("org.freedesktop.Notifications");
-    std::optional<PrivateBus> m_bus;
+    PrivateBus m_bus;
     std::optional<FakeNotificationServer> m_server;
     std::optional<DesktopNotifications> m_notifications;
     std::optional<QSignalSpy> m_opened;
