@@ -6,10 +6,13 @@
 #include <QContextMenuEvent>
 #include <QMouseEvent>
 #include <QScreen>
+#include <QWindow>
 
 namespace pobblewig {
 
 namespace {
+
+constexpr std::chrono::milliseconds longestWaitForASize { 100 };
 
 std::vector<QRect> screenRects()
 {
@@ -46,6 +49,9 @@ BuddyWindow::BuddyWindow(BuddyWindowSystem& system, QSettings& settings, BuddyVi
     connect(m_view, &BuddyView::shapeChanged, this, &BuddyWindow::applyShape);
     connect(&m_occlusionWatch, &QTimer::timeout, this, &BuddyWindow::watchOcclusion);
     m_occlusionWatch.setInterval(std::chrono::seconds(1));
+    connect(&m_sizeDeadline, &QTimer::timeout, this, &BuddyWindow::paintInNewSize);
+    m_sizeDeadline.setSingleShot(true);
+    m_sizeDeadline.setInterval(longestWaitForASize);
 
     setFixedSize(m_view->size());
     restorePlace();
@@ -65,6 +71,10 @@ bool BuddyWindow::event(QEvent* event)
     case QEvent::Show:
         m_system.accompanyUser(winId());
         applyShape();
+        connect(windowHandle(), &QWindow::widthChanged, this, &BuddyWindow::paintInNewSize,
+            Qt::UniqueConnection);
+        connect(windowHandle(), &QWindow::heightChanged, this, &BuddyWindow::paintInNewSize,
+            Qt::UniqueConnection);
         m_isSettling = true;
         m_occlusionWatch.start();
         break;
@@ -152,6 +162,21 @@ void BuddyWindow::fitAroundView()
     setMaximumSize(this->size().expandedTo(size));
     setGeometry(frame);
     setFixedSize(size);
+    if (isVisible()) {
+        setUpdatesEnabled(false);
+        m_sizeDeadline.start();
+    }
+}
+
+void BuddyWindow::paintInNewSize()
+{
+    const auto isInTime = m_sizeDeadline.isActive();
+    if (updatesEnabled() || (isInTime && windowHandle()->size() != size()))
+        return;
+    m_sizeDeadline.stop();
+    setUpdatesEnabled(true);
+    applyShape();
+    repaint();
 }
 
 void BuddyWindow::restorePlace()
@@ -196,7 +221,8 @@ void BuddyWindow::watchOcclusion()
 
 void BuddyWindow::applyShape()
 {
-    m_system.setShape(winId(), m_view->shape());
+    if (updatesEnabled())
+        m_system.setShape(winId(), m_view->shape());
 }
 
 } // namespace pobblewig

@@ -60,8 +60,10 @@ private:
 
     void standAt(QPoint corner);
 
-    /// As large as the view, with the feet where they are.
+    /// As large as the view, with the feet where they are. Until the desktop has made it so, what
+    /// was seen stays: a new picture in the old window would stand in the wrong place.
     void fitAroundView();
+    void paintInNewSize();
     void restorePlace();
     void savePlace();
     void watchScreens();
@@ -72,6 +74,8 @@ private:
     QSettings& m_settings;
     BuddyView* m_view;
     QTimer m_occlusionWatch;
+    /// Runs while a new size was asked for.
+    QTimer m_sizeDeadline;
     std::optional<Grip> m_grip;
     /// Where the window was put last.
     QPoint m_corner;

@@ -168,9 +168,13 @@ private Q_SLOTS:
         for (; scene.buddy.sleepAmount() < 1; ++seconds)
             scene.pass(1);
         QVERIFY(seconds >= 2 && seconds < 10);
+        QVERIFY(scene.buddy.untilNextFrame(scene.now).count() <= 1.1 * BuddySleep::beat);
+        scene.now = std::floor(scene.now) + 0.001;
+        QVERIFY(scene.buddy.untilNextFrame(scene.now) > scene.interval());
         scene.enter(Kind::responding);
         scene.pass(0.5);
         QVERIFY(scene.buddy.sleepAmount() < 0.01);
+        QCOMPARE(scene.buddy.untilNextFrame(scene.now), scene.interval());
     }
 
     void aStallCountsAsAQuarterOfASecond()
