@@ -216,6 +216,14 @@ Task<std::unique_ptr<LLMProvider>> AppCoordinator::makeMainProvider()
     return m_providers.makeMainProvider();
 }
 
+Task<std::unique_ptr<LLMProvider>> AppCoordinator::makeLibrarianProvider()
+{
+    // With the memory off nothing is read for it either.
+    if (!m_settings.settings().memoryEnabled)
+        co_return std::unique_ptr<LLMProvider>();
+    co_return co_await m_providers.makeLibrarianProvider();
+}
+
 Task<MainModelConfig> AppCoordinator::mainConfig()
 {
     return m_lanes.resolvedMainModel(m_parts.environment());
@@ -326,7 +334,7 @@ Task<> AppCoordinator::requestScreenPermission()
 LibrarianService::Dependencies AppCoordinator::librarianDependencies()
 {
     return {
-        .providerProvider = [this] { return m_providers.makeLibrarianProvider(); },
+        .providerProvider = [this] { return makeLibrarianProvider(); },
         .configProvider = [this] { return m_lanes.resolvedLibrarianModel(m_parts.environment()); },
         .observationLinkHook = [this](const QUuid& id) { m_memory.sessions.linkObservation(id); },
         .calendar = m_parts.calendar,

@@ -105,6 +105,7 @@ private:
     Task<> remember();
     Task<> publishModelLabel();
     Task<std::unique_ptr<LLMProvider>> makeMainProvider();
+    Task<std::unique_ptr<LLMProvider>> makeLibrarianProvider();
     Task<MainModelConfig> mainConfig();
     Task<SituationSnapshot> buildSituation();
     Task<QString> situationText();
