@@ -180,8 +180,9 @@ Task<> AppCoordinator::startUp()
     m_chat.reload();
     m_memory.sessions.ensureActiveSession(m_parts.clock(), m_parts.calendar());
     spawn(m_rollover.rollUpWeek(m_parts.clock()));
-    co_await pollOnce(m_parts.clock());
+    // The first poll may have to wait for the librarian.
     co_await publishModelLabel();
+    co_await pollOnce(m_parts.clock());
 }
 
 Task<> AppCoordinator::afterChatTurn()
