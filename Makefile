@@ -1,4 +1,4 @@
-.PHONY: help run test bench fuzz lint clean
+.PHONY: help run test bench fuzz lint contact-sheet clean
 .DEFAULT_GOAL := help
 
 help:
@@ -7,6 +7,7 @@ help:
 	@echo 'make lint             check the formatting and look for likely faults'
 	@echo 'make bench            measure'
 	@echo 'make fuzz SECONDS=60  feed nonsense to what reads foreign input'
+	@echo 'make contact-sheet    draw everything that the buddy does into pictures'
 	@echo 'make clean            remove everything that was built'
 
 run:
@@ -27,6 +28,9 @@ bench:
 fuzz: SECONDS ?= 60
 fuzz:
 	scripts/fuzz $(SECONDS)
+
+contact-sheet:
+	scripts/contact-sheet
 
 clean:
 	rm -rf build

@@ -1,0 +1,210 @@
+#include "PobblewigDesktop/contactsheet/ContactSheet.h"
+
+#include "PobblewigDesktop/BuddyPainter.h"
+#include "PobblewigDesktop/contactsheet/AnimatedPNG.h"
+#include "PobblewigDesktop/contactsheet/BuddyScenes.h"
+
+#include "buddy/BuddyArtist.h"
+
+#include <QPainter>
+
+#include <deque>
+#include <numeric>
+
+namespace pobblewig {
+
+namespace {
+
+constexpr int margin = 8;
+constexpr int captionWidth = 130;
+constexpr int captionHeight = 22;
+const QColor paper(251, 248, 244);
+const QColor bright(226, 232, 238);
+const QColor dark(38, 42, 50);
+
+/// Everything that it takes to show frames of one sprite on one background.
+class Studio {
+public:
+    Studio(const MascotSprite& sprite, const QColor& background, double ratio)
+        : m_artist(sprite)
+        , m_background(background)
+        , m_ratio(ratio)
+    {
+        const auto isDark = background.lightness() < 128;
+        m_painter.setPalette(Theme::palette(isDark ? ColorScheme::dark : ColorScheme::light, {}));
+        m_painter.setFont({}, ratio);
+    }
+
+    /// What the frame needs, in points.
+    QSize size(const BuddyFrame& frame) { return canvas(frame).size() / m_ratio; }
+
+    /// With the feet in the middle of the lower edge. The size is in points.
+    QImage picture(const BuddyFrame& frame, QSize size)
+    {
+        QImage image(size * m_ratio, QImage::Format_RGB32);
+        image.fill(m_background);
+        const auto area = canvas(frame);
+        BuddyDrawing drawing;
+        m_artist.draw(frame, area, pill(frame), drawing);
+        QPainter painter(&image);
+        painter.translate(
+            (image.width() - area.size().width()) / 2, image.height() - area.size().height());
+        m_painter.paint(painter, drawing);
+        return image;
+    }
+
+private:
+    QSize pill(const BuddyFrame& frame)
+    {
+        return frame.badge ? m_painter.pillSize(*frame.badge) : QSize();
+    }
+
+    BuddyCanvas canvas(const BuddyFrame& frame)
+    {
+        auto canvas = BuddyCanvas::ofScale(1, m_ratio);
+        canvas.room = BuddyArtist::room(frame, canvas.cell, pill(frame));
+        return canvas;
+    }
+
+    BuddyArtist m_artist;
+    BuddyPainter m_painter;
+    QColor m_background;
+    double m_ratio;
+};
+
+/// Every sprite in all its colours, the crab's too.
+std::vector<MascotSprite> sprites()
+{
+    std::vector<MascotSprite> sprites;
+    for (const auto mascot : { Mascot::mouse, Mascot::axolotl }) {
+        for (const auto& scheme : MascotColorScheme::schemes(mascot))
+            sprites.push_back(MascotSprite::sprite(mascot).recolored(scheme));
+    }
+    sprites.push_back(MascotSprite::sprite(Mascot::skrit));
+    return sprites;
+}
+
+/// Of all studios one after the other, on bright and on dark in turn.
+std::deque<Studio> studios(double ratio)
+{
+    std::deque<Studio> studios;
+    for (const auto& sprite : sprites())
+        studios.emplace_back(sprite, studios.size() % 2 == 0 ? bright : dark, ratio);
+    return studios;
+}
+
+struct Row {
+    QString caption;
+    BuddyFrame frame;
+    QSize size;
+};
+
+std::vector<Row> rowsOfAllScenes()
+{
+    Studio studio(MascotSprite::sprite(Mascot::mouse), paper, 1);
+    std::vector<Row> rows;
+    for (const auto& scene : BuddyScenes::all()) {
+        for (const auto& frame : BuddyScenes::frames(scene))
+            rows.push_back({ scene.name, frame, studio.size(frame) });
+    }
+    return rows;
+}
+
+QSize largest(const std::vector<Row>& rows)
+{
+    QSize size;
+    for (const auto& row : rows)
+        size = size.expandedTo(row.size);
+    return size;
+}
+
+/// The scene in the middle of which most is to be seen.
+const BuddyFrame& best(const std::vector<BuddyFrame>& frames)
+{
+    return frames[frames.size() / 2];
+}
+
+QImage blank(QSize size, double ratio)
+{
+    QImage image(size * ratio, QImage::Format_RGB32);
+    image.fill(paper);
+    return image;
+}
+
+} // namespace
+
+QImage ContactSheet::sheet(double ratio)
+{
+    auto all = studios(ratio);
+    const auto rows = rowsOfAllScenes();
+    const auto column = largest(rows).width() + margin;
+    auto height = margin;
+    for (const auto& row : rows)
+        height += row.size.height() + margin;
+
+    auto image = blank({ captionWidth + column * int(all.size()), height }, ratio);
+    QPainter painter(&image);
+    painter.scale(ratio, ratio);
+    auto top = margin;
+    for (const auto& row : rows) {
+        painter.drawText(QRect(margin, top, captionWidth - margin, row.size.height()),
+            Qt::AlignVCenter | Qt::TextWordWrap, row.caption);
+        auto left = captionWidth;
+        for (auto& studio : all) {
+            const QRect place(left, top, column - margin / 2, row.size.height());
+            painter.drawImage(place, studio.picture(row.frame, place.size()));
+            left += column;
+        }
+        top += row.size.height() + margin;
+    }
+    return image;
+}
+
+QImage ContactSheet::poster(double ratio)
+{
+    constexpr int columns = 4;
+    auto all = studios(ratio);
+    std::vector<Row> tiles;
+    for (const auto& scene : BuddyScenes::all())
+        tiles.push_back({ scene.name, best(BuddyScenes::frames(scene)), {} });
+    for (size_t i = 0; i < tiles.size(); ++i)
+        tiles[i].size = all[i % all.size()].size(tiles[i].frame);
+    const auto width = largest(tiles).width();
+    std::vector<int> heights;
+    for (size_t i = 0; i < tiles.size(); ++i) {
+        if (i % columns == 0)
+            heights.push_back(0);
+        heights.back() = qMax(heights.back(), tiles[i].size.height() + margin);
+    }
+    const auto step = margin + captionHeight;
+    const auto height =
+        std::accumulate(heights.begin(), heights.end(), margin + step * int(heights.size()));
+
+    auto image = blank({ margin + columns * (width + margin), height }, ratio);
+    QPainter painter(&image);
+    painter.scale(ratio, ratio);
+    QPoint corner(margin, margin);
+    for (size_t i = 0; i < tiles.size(); ++i) {
+        const QRect place(corner, QSize(width, heights[i / columns]));
+        painter.drawImage(place, all[i % all.size()].picture(tiles[i].frame, place.size()));
+        const QRect caption(place.left(), place.bottom() + 1, width, captionHeight);
+        painter.drawText(caption, Qt::AlignCenter, tiles[i].caption);
+        const auto isLast = i % columns == columns - 1;
+        corner = isLast ? QPoint(margin, caption.bottom() + 1 + margin)
+                        : corner + QPoint(width + margin, 0);
+    }
+    return image;
+}
+
+QByteArray ContactSheet::film(double ratio)
+{
+    constexpr int framesASecond = 20;
+    const auto& scheme = MascotColorScheme::axolotlSchemes()[1];
+    Studio studio(MascotSprite::sprite(Mascot::axolotl).recolored(scheme), bright, ratio);
+    AnimatedPNG film;
+    for (const auto& frame : BuddyScenes::film(framesASecond))
+        film.append(studio.picture(frame, { 240, 216 }), 1000 / framesASecond);
+    return film.encoded().value_or(QByteArray());
+}
+
+} // namespace pobblewig

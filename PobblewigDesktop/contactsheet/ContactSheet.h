@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QByteArray>
+#include <QImage>
+
+/// Pictures of everything that the buddy does. `ratio` is that of device pixels.
+namespace pobblewig::ContactSheet {
+
+/// Every moment of every scene, with a column for each sprite, on bright and on dark.
+QImage sheet(double ratio);
+
+/// One moment of each scene, each by another sprite.
+QImage poster(double ratio);
+
+/// A day in the life of the buddy, as an animated PNG.
+QByteArray film(double ratio);
+
+} // namespace pobblewig::ContactSheet

@@ -1,0 +1,34 @@
+// Draws everything that the buddy does into pictures.
+// Usage: contact-sheet sheet|poster|film FILE.png [RATIO], where the ratio is that of device
+// pixels.
+
+#include "PobblewigDesktop/contactsheet/ContactSheet.h"
+
+#include <QApplication>
+#include <QFile>
+
+namespace {
+
+bool write(const QByteArray& bytes, const QString& name)
+{
+    QFile file(name);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    using namespace pobblewig;
+    QApplication application(argc, argv);
+    const auto arguments = QApplication::arguments();
+    if (arguments.size() < 3)
+        return 2;
+    const auto& kind = arguments[1];
+    const auto& name = arguments[2];
+    const auto ratio = arguments.value(3, QStringLiteral("1")).toDouble();
+    if (kind == u"film")
+        return write(ContactSheet::film(ratio), name) ? 0 : 1;
+    const auto image = kind == u"poster" ? ContactSheet::poster(ratio) : ContactSheet::sheet(ratio);
+    return image.save(name) ? 0 : 1;
+}
