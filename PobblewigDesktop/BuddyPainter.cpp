@@ -42,7 +42,7 @@ void BuddyPainter::setFont(const QFont& font, double devicePixelRatio)
 
 QSize BuddyPainter::pillSize(const BuddyBadge& badge)
 {
-    return pill(badge.mark, badge.label).size();
+    return pill(badge.mark, badge.label).image.size();
 }
 
 void BuddyPainter::paint(QPainter& painter, const BuddyDrawing& drawing)
@@ -55,18 +55,28 @@ void BuddyPainter::paint(QPainter& painter, const BuddyDrawing& drawing)
     paintStamps(painter, drawing);
     if (drawing.badge) {
         setOpacity(painter, drawing.badge->opacity);
-        painter.drawImage(
-            drawing.badge->rect.topLeft(), pill(drawing.badge->mark, drawing.badge->label));
+        const auto& image = pill(drawing.badge->mark, drawing.badge->label).image;
+        painter.drawImage(drawing.badge->rect.topLeft(), image);
         setOpacity(painter, BuddyDrawing::opaque);
     }
 }
 
-const QImage& BuddyPainter::pill(BuddyBadge::Mark mark, const QString& label)
+void BuddyPainter::outlineBadge(const BuddyDrawing& drawing, BuddyShape& shape)
 {
-    if (m_pill.image.isNull() || m_pill.mark != mark || m_pill.label != label)
-        m_pill = { mark, label,
-            BuddyPictures::pill({ mark, label }, m_palette, { m_font, m_ratio }) };
-    return m_pill.image;
+    if (!drawing.badge || drawing.badge->opacity <= BuddyDrawing::opaque / 2)
+        return;
+    for (const auto& row : pill(drawing.badge->mark, drawing.badge->label).rows)
+        shape.pressable.push_back(row.translated(drawing.badge->rect.topLeft()));
+}
+
+const BuddyPainter::Pill& BuddyPainter::pill(BuddyBadge::Mark mark, const QString& label)
+{
+    if (m_pill.image.isNull() || m_pill.mark != mark || m_pill.label != label) {
+        auto image = BuddyPictures::pill({ mark, label }, m_palette, { m_font, m_ratio });
+        auto rows = BuddyPictures::rows(image);
+        m_pill = { mark, label, std::move(image), std::move(rows) };
+    }
+    return m_pill;
 }
 
 const QImage& BuddyPainter::picture(const QImage& picture, QSize size)

@@ -28,14 +28,19 @@ public:
 
     void paint(QPainter& painter, const BuddyDrawing& drawing);
 
+    /// Adds the badge of the drawing to its shape, once it is more than a shade.
+    void outlineBadge(const BuddyDrawing& drawing, BuddyShape& shape);
+
 private:
     struct Pill {
         BuddyBadge::Mark mark = BuddyBadge::Mark::reminder;
         QString label;
         QImage image;
+        /// Of the picture, what is not transparent.
+        std::vector<QRect> rows;
     };
 
-    const QImage& pill(BuddyBadge::Mark mark, const QString& label);
+    const Pill& pill(BuddyBadge::Mark mark, const QString& label);
     const QImage& picture(const QImage& picture, QSize size);
     void paintRain(QPainter& painter, const BuddyDrawing::Rain& rain);
     void paintCard(QPainter& painter, const BuddyDrawing::Card& card);

@@ -70,6 +70,41 @@ void paintTail(QPainter& painter, QPoint top, int dot, const QColor& color)
     }
 }
 
+QImage bareMark(BuddyBadge::Mark mark, int dot)
+{
+    const auto art = markArt(mark);
+    auto image = blank(QSize(art.width(), art.height()) * dot);
+    QPainter painter(&image);
+    paintArt(painter, art, {}, dot, markColors(mark));
+    return image;
+}
+
+struct PillMeasure {
+    PillMeasure(const BuddyBadge& badge, const BuddyPictures::Lettering& lettering)
+        : dot(qMax(1, lettering.pixels(2)))
+        , padding(lettering.pixels(4))
+        , font(lettering.font)
+    {
+        constexpr double widest = 150;
+        font.setPixelSize(qMax(1, lettering.pixels(12)));
+        const QFontMetrics metrics(font);
+        words = metrics.elidedText(badge.label, Qt::ElideRight, lettering.pixels(widest));
+        const auto art = markArt(badge.mark);
+        const auto left = art.width() * dot + 2 * padding;
+        const auto width = metrics.horizontalAdvance(words);
+        body = { left + width + padding + lettering.pixels(3), art.height() * dot + 2 * padding };
+        text = { left, 0, body.width(), body.height() };
+    }
+
+    int dot;
+    int padding;
+    QFont font;
+    QString words;
+    /// Without the tail.
+    QSize body;
+    QRect text;
+};
+
 } // namespace
 
 QImage BuddyPictures::stamp(Stamp::Art art, int dot)
@@ -103,40 +138,42 @@ QImage BuddyPictures::glyph(int index, int level, int dot)
 QImage BuddyPictures::pill(
     const BuddyBadge& badge, const Palette& palette, const Lettering& lettering)
 {
-    const auto pixels = [&](double points) { return qRound(points * lettering.devicePixelRatio); };
-    const auto art = markArt(badge.mark);
-    const auto dot = qMax(1, pixels(2));
-    const auto mark = QSize(art.width(), art.height()) * dot;
-    if (badge.label.isEmpty()) {
-        auto image = blank(mark);
-        QPainter painter(&image);
-        paintArt(painter, art, {}, dot, markColors(badge.mark));
-        return image;
-    }
-
-    auto font = lettering.font;
-    font.setPixelSize(qMax(1, pixels(12)));
-    const QFontMetrics metrics(font);
-    const auto words = metrics.elidedText(badge.label, Qt::ElideRight, pixels(150));
-    const auto padding = pixels(4);
-    const QSize body(mark.width() + metrics.horizontalAdvance(words) + 3 * padding + pixels(3),
-        mark.height() + 2 * padding);
-    auto image = blank(body + QSize(0, 3 * dot));
-
+    if (badge.label.isEmpty())
+        return bareMark(badge.mark, qMax(1, lettering.pixels(2)));
+    const PillMeasure measure(badge, lettering);
+    auto image = blank(measure.body + QSize(0, 3 * measure.dot));
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     const auto line = lettering.devicePixelRatio;
-    const auto edge = QRectF(QPointF(), body).adjusted(line / 2, line / 2, -line / 2, -line / 2);
+    const auto edge =
+        QRectF(QPointF(), measure.body).adjusted(line / 2, line / 2, -line / 2, -line / 2);
     painter.setPen(QPen(palette.hairline, line));
     painter.setBrush(palette.surface);
     painter.drawRoundedRect(edge, edge.height() / 2, edge.height() / 2);
-    paintTail(painter, { body.width() / 2, body.height() - pixels(1) }, dot, palette.surface);
-    paintArt(painter, art, { padding, padding }, dot, markColors(badge.mark));
-    painter.setFont(font);
+    const QPoint tail(measure.body.width() / 2, measure.body.height() - lettering.pixels(1));
+    paintTail(painter, tail, measure.dot, palette.surface);
+    const QPoint corner(measure.padding, measure.padding);
+    paintArt(painter, markArt(badge.mark), corner, measure.dot, markColors(badge.mark));
+    painter.setFont(measure.font);
     painter.setPen(palette.text);
-    const QRect text(mark.width() + 2 * padding, 0, body.width(), body.height());
-    painter.drawText(text, Qt::AlignVCenter | Qt::AlignLeft, words);
+    painter.drawText(measure.text, Qt::AlignVCenter | Qt::AlignLeft, measure.words);
     return image;
+}
+
+std::vector<QRect> BuddyPictures::rows(const QImage& image)
+{
+    constexpr int halfTransparent = 127;
+    std::vector<QRect> rows;
+    for (int y = 0; y < image.height(); ++y) {
+        QRect row;
+        for (int x = 0; x < image.width(); ++x) {
+            if (qAlpha(image.pixel(x, y)) > halfTransparent)
+                row |= QRect(x, y, 1, 1);
+        }
+        if (!row.isEmpty())
+            rows.push_back(row);
+    }
+    return rows;
 }
 
 QImage BuddyPictures::onPaper(const QImage& picture, QSize size)

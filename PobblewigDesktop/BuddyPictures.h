@@ -14,6 +14,8 @@ namespace pobblewig::BuddyPictures {
 struct Lettering {
     QFont font;
     double devicePixelRatio = 1;
+
+    int pixels(double points) const { return qRound(points * devicePixelRatio); }
 };
 
 QImage stamp(BuddyDrawing::Stamp::Art art, int dot);
@@ -23,6 +25,9 @@ QImage glyph(int index, int level, int dot);
 
 /// A mark with a few words, cut where they are too many.
 QImage pill(const BuddyBadge& badge, const Palette& palette, const Lettering& lettering);
+
+/// What of a picture is not transparent, for one without holes.
+std::vector<QRect> rows(const QImage& image);
 
 /// A picture as large as it fits, on paper of this size.
 QImage onPaper(const QImage& picture, QSize size);

@@ -203,6 +203,7 @@ void BuddyView::draw()
         return;
     std::swap(m_drawing, m_nextDrawing);
     m_drawing.outline(m_nextShape);
+    m_painter.outlineBadge(m_drawing, m_nextShape);
     if (m_nextShape != m_shape) {
         std::swap(m_shape, m_nextShape);
         Q_EMIT shapeChanged();

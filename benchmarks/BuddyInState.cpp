@@ -12,7 +12,6 @@
 #include <QTemporaryDir>
 
 #include <chrono>
-#include <cmath>
 #include <cstdio>
 #include <sys/resource.h>
 
@@ -25,16 +24,11 @@ using Kind = BuddyState::Kind;
 
 constexpr auto timeToSettle = 5s;
 
-class PaintCounter : public QObject {
-public:
-    int frames = 0;
-
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        frames += event->type() == QEvent::Paint ? 1 : 0;
-        return false;
-    }
-};
+double steadySeconds()
+{
+    const auto time = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration<double>(time).count();
+}
 
 struct Cost {
     double cpuSeconds = 0;
@@ -80,6 +74,48 @@ double enter(const QString& state, BuddyWindow& window, QTimer& timer)
     return 0;
 }
 
+void hideBehind(QWidget& cover, const BuddyWindow& window)
+{
+    cover.setGeometry(window.screen()->geometry());
+    cover.show();
+    cover.raise();
+}
+
+/// Waits until the buddy has settled, counts for some seconds, prints and quits.
+class Measurement : public QObject {
+public:
+    Measurement(BuddyWindow& window, double seconds)
+        : m_seconds(seconds)
+    {
+        window.view().installEventFilter(this);
+        QTimer::singleShot(timeToSettle, this, [this] {
+            m_before = Cost::soFar();
+            m_frames = 0;
+        });
+        const auto end = timeToSettle + std::chrono::milliseconds(qRound(seconds * 1000));
+        QTimer::singleShot(end, this, [this] { print(); });
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        m_frames += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+
+private:
+    void print() const
+    {
+        const auto after = Cost::soFar();
+        std::printf("%.3f %.1f %.1f\n", 100 * (after.cpuSeconds - m_before.cpuSeconds) / m_seconds,
+            (after.wakeUps - m_before.wakeUps) / m_seconds, m_frames / m_seconds);
+        QApplication::quit();
+    }
+
+    double m_seconds;
+    Cost m_before;
+    int m_frames = 0;
+};
+
 } // namespace
 
 } // namespace pobblewig
@@ -92,6 +128,7 @@ int main(int argc, char** argv)
     const auto connection = X11Connection::create();
     if (arguments.size() < 3 || !connection)
         return 2;
+    const auto state = arguments[1];
 
     std::optional<SelectionOwner> compositor;
     if (arguments.contains(QStringLiteral("blended")))
@@ -100,37 +137,13 @@ int main(int argc, char** argv)
     QSettings settings(scratch.filePath(QStringLiteral("desktop.conf")), QSettings::IniFormat);
     X11BuddyWindowSystem system(*connection);
     auto ahead = 0.0;
-    BuddyWindow window(system, settings, [&ahead] {
-        const auto time = std::chrono::steady_clock::now().time_since_epoch();
-        return std::chrono::duration<double>(time).count() + ahead;
-    });
-    PaintCounter counter;
-    window.view().installEventFilter(&counter);
+    BuddyWindow window(system, settings, [&ahead] { return steadySeconds() + ahead; });
     window.show();
-
     QTimer timer;
-    ahead = enter(arguments[1], window, timer);
+    ahead = enter(state, window, timer);
     QWidget cover(nullptr, Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
-    QTimer::singleShot(timeToSettle / 2, &cover, [&] {
-        if (arguments[1] != u"occluded")
-            return;
-        cover.setGeometry(window.screen()->geometry());
-        cover.show();
-        cover.raise();
-    });
-
-    const auto seconds = arguments[2].toDouble();
-    Cost before;
-    QTimer::singleShot(timeToSettle, &window, [&] {
-        before = Cost::soFar();
-        counter.frames = 0;
-    });
-    QTimer::singleShot(
-        timeToSettle + std::chrono::milliseconds(qRound(seconds * 1000)), &window, [&] {
-            const auto after = Cost::soFar();
-            std::printf("%.3f %.1f %.1f\n", 100 * (after.cpuSeconds - before.cpuSeconds) / seconds,
-                (after.wakeUps - before.wakeUps) / seconds, counter.frames / seconds);
-            QApplication::quit();
-        });
+    if (state == u"occluded")
+        QTimer::singleShot(timeToSettle / 2, &cover, [&] { hideBehind(cover, window); });
+    const Measurement measurement(window, arguments[2].toDouble());
     return QApplication::exec();
 }

@@ -72,8 +72,6 @@ void BuddyDrawing::outline(BuddyShape& shape) const
         shape.pressable.push_back(part.rect);
     if (card)
         shape.pressable.push_back(card->frame);
-    if (badge && badge->opacity > halfTransparent)
-        shape.pressable.push_back(badge->rect);
 
     shape.seen.clear();
     if (rain.opacity > halfTransparent) {

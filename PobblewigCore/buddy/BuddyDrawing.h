@@ -85,7 +85,8 @@ struct BuddyDrawing {
 
     static PixelArt art(Stamp::Art art);
 
-    /// Replaces what the shape was. What is nearly transparent is not part of it.
+    /// Replaces what the shape was. What is nearly transparent is not part of it, nor is the badge:
+    /// only who writes its words knows how far they reach.
     void outline(BuddyShape& shape) const;
 
     bool operator==(const BuddyDrawing&) const = default;

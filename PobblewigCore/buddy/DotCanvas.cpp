@@ -68,9 +68,10 @@ std::vector<BuddyBlock> DotCanvas::blocks() const
 
 std::optional<RGB>* DotCanvas::dot(int row, int col)
 {
-    const auto isInside = row >= -above && row < BuddyBitmap::rows && col >= -beside
-        && col < BuddyBitmap::columns + beside;
-    return isInside ? &m_rows[size_t(row + above)][size_t(col + beside)] : nullptr;
+    const auto y = row + above;
+    const auto x = col + beside;
+    const auto isInside = y >= 0 && y < rows && x >= 0 && x < columns;
+    return isInside ? &m_rows[size_t(y)][size_t(x)] : nullptr;
 }
 
 void DotCanvas::appendRow(int row, std::vector<BuddyBlock>& blocks) const

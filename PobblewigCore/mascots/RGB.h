@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 
 namespace pobblewig {
@@ -16,7 +17,7 @@ struct RGB {
 inline RGB mixed(const RGB& one, const RGB& other, double amount)
 {
     const auto between = [amount](std::uint8_t from, std::uint8_t to) {
-        return std::uint8_t(from + (to - from) * amount + 0.5);
+        return std::uint8_t(std::lround(from + (to - from) * amount));
     };
     return { between(one.red, other.red), between(one.green, other.green),
         between(one.blue, other.blue) };

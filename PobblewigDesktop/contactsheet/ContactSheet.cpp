@@ -18,6 +18,7 @@ namespace {
 constexpr int margin = 8;
 constexpr int captionWidth = 130;
 constexpr int captionHeight = 22;
+constexpr int posterColumns = 4;
 const QColor paper(251, 248, 244);
 const QColor bright(226, 232, 238);
 const QColor dark(38, 42, 50);
@@ -118,10 +119,33 @@ QSize largest(const std::vector<Row>& rows)
     return size;
 }
 
-/// The scene in the middle of which most is to be seen.
-const BuddyFrame& best(const std::vector<BuddyFrame>& frames)
+/// In the middle of a scene most is to be seen.
+BuddyFrame best(const std::vector<BuddyFrame>& frames)
 {
     return frames[frames.size() / 2];
+}
+
+/// One moment of each scene, each by another studio.
+std::vector<Row> tilesOfAllScenes(std::deque<Studio>& studios)
+{
+    std::vector<Row> tiles;
+    for (const auto& scene : BuddyScenes::all()) {
+        auto& studio = studios[tiles.size() % studios.size()];
+        const auto frame = best(BuddyScenes::frames(scene));
+        tiles.push_back({ scene.name, frame, studio.size(frame) });
+    }
+    return tiles;
+}
+
+/// Of the rows of a poster.
+std::vector<int> heightsOf(const std::vector<Row>& tiles)
+{
+    std::vector<int> heights((tiles.size() + posterColumns - 1) / posterColumns, 0);
+    for (size_t i = 0; i < tiles.size(); ++i) {
+        auto& height = heights[i / posterColumns];
+        height = qMax(height, tiles[i].size.height() + margin);
+    }
+    return heights;
 }
 
 QImage blank(QSize size, double ratio)
@@ -162,34 +186,24 @@ QImage ContactSheet::sheet(double ratio)
 
 QImage ContactSheet::poster(double ratio)
 {
-    constexpr int columns = 4;
     auto all = studios(ratio);
-    std::vector<Row> tiles;
-    for (const auto& scene : BuddyScenes::all())
-        tiles.push_back({ scene.name, best(BuddyScenes::frames(scene)), {} });
-    for (size_t i = 0; i < tiles.size(); ++i)
-        tiles[i].size = all[i % all.size()].size(tiles[i].frame);
+    const auto tiles = tilesOfAllScenes(all);
+    const auto heights = heightsOf(tiles);
     const auto width = largest(tiles).width();
-    std::vector<int> heights;
-    for (size_t i = 0; i < tiles.size(); ++i) {
-        if (i % columns == 0)
-            heights.push_back(0);
-        heights.back() = qMax(heights.back(), tiles[i].size.height() + margin);
-    }
     const auto step = margin + captionHeight;
     const auto height =
         std::accumulate(heights.begin(), heights.end(), margin + step * int(heights.size()));
 
-    auto image = blank({ margin + columns * (width + margin), height }, ratio);
+    auto image = blank({ margin + posterColumns * (width + margin), height }, ratio);
     QPainter painter(&image);
     painter.scale(ratio, ratio);
     QPoint corner(margin, margin);
     for (size_t i = 0; i < tiles.size(); ++i) {
-        const QRect place(corner, QSize(width, heights[i / columns]));
+        const QRect place(corner, QSize(width, heights[i / posterColumns]));
         painter.drawImage(place, all[i % all.size()].picture(tiles[i].frame, place.size()));
         const QRect caption(place.left(), place.bottom() + 1, width, captionHeight);
         painter.drawText(caption, Qt::AlignCenter, tiles[i].caption);
-        const auto isLast = i % columns == columns - 1;
+        const auto isLast = i % posterColumns == posterColumns - 1;
         corner = isLast ? QPoint(margin, caption.bottom() + 1 + margin)
                         : corner + QPoint(width + margin, 0);
     }

@@ -141,10 +141,6 @@ private Q_SLOTS:
         studio.draw().outline(shape);
         QVERIFY(shape.seen.size() > studio.drawing.stamps.size());
         QCOMPARE(shape.pressable.size(), studio.drawing.parts.size());
-        studio.buddy.setState({ Kind::notify, {} }, studio.now);
-        studio.pass(1);
-        studio.draw().outline(shape);
-        QCOMPARE(shape.pressable.size(), studio.drawing.parts.size() + 1);
     }
 
     void aQuietBuddyIsSeldomDrawnAnew_data()
