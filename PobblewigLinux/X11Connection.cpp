@@ -42,11 +42,19 @@ xcb_atom_t X11Connection::atom(const std::string& name)
 
 std::vector<std::uint32_t> X11Connection::values(xcb_window_t window, const std::string& property)
 {
+    return values(ask(window, property));
+}
+
+xcb_get_property_cookie_t X11Connection::ask(xcb_window_t window, const std::string& property)
+{
     constexpr std::uint32_t longest = 4096;
-    const auto cookie =
-        xcb_get_property(m_connection, false, window, atom(property), XCB_ATOM_ANY, 0, longest);
+    return xcb_get_property(m_connection, false, window, atom(property), XCB_ATOM_ANY, 0, longest);
+}
+
+std::vector<std::uint32_t> X11Connection::values(xcb_get_property_cookie_t question) const
+{
     const X11Reply<xcb_get_property_reply_t> reply(
-        xcb_get_property_reply(m_connection, cookie, nullptr));
+        xcb_get_property_reply(m_connection, question, nullptr));
     if (!reply || reply->format != 32)
         return {};
     const auto* first = static_cast<std::uint32_t*>(xcb_get_property_value(reply.get()));

@@ -38,6 +38,11 @@ public:
     /// A property that is a list of windows, atoms or numbers; empty if there is none.
     std::vector<std::uint32_t> values(xcb_window_t window, const std::string& property);
 
+    /// The same in two steps, so that several answers cost the time of one. Each question has to be
+    /// followed by its answer.
+    xcb_get_property_cookie_t ask(xcb_window_t window, const std::string& property);
+    std::vector<std::uint32_t> values(xcb_get_property_cookie_t question) const;
+
     /// Whether some program has the selection, which is how desktops announce their services.
     bool isOwned(xcb_atom_t selection) const;
 

@@ -72,22 +72,23 @@ private:
 
 bool X11Occlusion::isCovered(X11Connection& connection, xcb_window_t window)
 {
-    const auto states = connection.values(window, "_NET_WM_STATE");
-    if (std::ranges::count(states, connection.atom("_NET_WM_STATE_HIDDEN")) > 0)
+    const auto statesAsked = connection.ask(window, "_NET_WM_STATE");
+    const auto stackAsked = connection.ask(connection.root(), "_NET_CLIENT_LIST_STACKING");
+    const auto self = WindowSurvey(connection, { window }).facts().front();
+    const auto states = connection.values(statesAsked);
+    const auto stack = connection.values(stackAsked);
+    if (!self.isMapped || std::ranges::count(states, connection.atom("_NET_WM_STATE_HIDDEN")) > 0)
         return true;
 
-    const auto stack = connection.values(connection.root(), "_NET_CLIENT_LIST_STACKING");
-    const std::vector<xcb_window_t> selfAndAbove(std::ranges::find(stack, window), stack.end());
-    const auto facts = WindowSurvey(connection, selfAndAbove).facts();
-    if (facts.empty())
+    const auto place = std::ranges::find(stack, window);
+    if (place == stack.end())
         return false;
-
-    QRegion uncovered(facts.front().rect);
-    for (const auto& above : facts) {
-        if (&above != &facts.front() && above.isMapped && above.isOpaque)
+    QRegion uncovered(self.rect);
+    for (const auto& above : WindowSurvey(connection, { place + 1, stack.end() }).facts()) {
+        if (above.isMapped && above.isOpaque)
             uncovered -= above.rect;
     }
-    return !facts.front().isMapped || uncovered.isEmpty();
+    return uncovered.isEmpty();
 }
 
 } // namespace pobblewig
