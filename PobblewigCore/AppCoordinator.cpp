@@ -256,10 +256,11 @@ QString AppCoordinator::residentMemory() const
     return m_memory.notes.residentMemory(MemoryStore::hardCapTokens, m_parts.clock());
 }
 
-std::optional<QUuid> AppCoordinator::activeSessionID() const
+std::optional<QUuid> AppCoordinator::rememberingSessionID() const
 {
     const auto session = m_memory.sessions.activeSession();
-    return session ? std::optional(session->id) : std::nullopt;
+    return session && m_settings.settings().memoryEnabled ? std::optional(session->id)
+                                                          : std::nullopt;
 }
 
 ChatService::Dependencies AppCoordinator::chatDependencies()
@@ -272,7 +273,7 @@ ChatService::Dependencies AppCoordinator::chatDependencies()
         .residentMemory = [this] { return residentMemory(); },
         .memoryEnabledProvider = [this] { return m_settings.settings().memoryEnabled; },
         .toolExecutor = [this] { return &m_toolExecutor; },
-        .sessionIDProvider = [this] { return activeSessionID(); },
+        .sessionIDProvider = [this] { return rememberingSessionID(); },
         .actionConfirmations = [this] { return m_settings.settings().actionConfirmations; },
         .screenshots = { .capturer = m_parts.session.capturer,
             .excludedBundleIDs = [this] { return excludedBundleIDs(); },

@@ -109,7 +109,8 @@ private:
     Task<MainModelConfig> mainConfig();
     Task<SituationSnapshot> buildSituation();
     Task<QString> situationText();
-    std::optional<QUuid> activeSessionID() const;
+    /// The active session; nothing while the memory is off.
+    std::optional<QUuid> rememberingSessionID() const;
     ChatService::Dependencies chatDependencies();
     DiscreetFrontmostAppProvider::Discretion discretion();
     DiagnosticsInfo buildDiagnostics(TimePoint now) const;

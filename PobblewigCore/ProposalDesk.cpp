@@ -233,12 +233,13 @@ auto ProposalDesk::execute(RuleProposal proposal, std::shared_ptr<ProposalWriter
 void ProposalDesk::noteProposalState(const QString& text)
 {
     const auto session = m.memory.sessions.activeSession();
+    const auto isRemembered = session && m.settings.settings().memoryEnabled;
     m.history.append({
         .id = QUuid::createUuid(),
         .role = ChatMessage::Role::assistant,
         .text = text,
         .timestamp = m.clock(),
-        .sessionID = session ? std::optional(session->id) : std::nullopt,
+        .sessionID = isRemembered ? std::optional(session->id) : std::nullopt,
     });
     m.chat.reload();
 }

@@ -41,6 +41,13 @@ void ChatHistoryStore::clear()
     m_file.save(m_messages);
 }
 
+void ChatHistoryStore::adopt(const QUuid& sessionID)
+{
+    for (auto& message : m_messages)
+        message.sessionID = message.sessionID.value_or(sessionID);
+    m_file.save(m_messages);
+}
+
 void ChatHistoryStore::remove(const std::vector<ChatMessage>& messages)
 {
     std::set<QUuid> ids;

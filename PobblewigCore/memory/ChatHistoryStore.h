@@ -23,6 +23,9 @@ public:
     void update(const QUuid& id, const QString& text);
     void clear();
 
+    /// Gives it the messages that belong to none.
+    void adopt(const QUuid& sessionID);
+
     /// Unknown ids are passed over.
     void remove(const std::vector<ChatMessage>& messages);
 

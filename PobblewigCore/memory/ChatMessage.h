@@ -13,6 +13,7 @@ struct ChatMessage {
     TimePoint timestamp;
     /// A picture went with this message; its bytes are never kept.
     bool hadImage = false;
+    /// Nothing for what was said while the memory was off: no librarian ever reads it.
     std::optional<QUuid> sessionID = std::nullopt;
     /// Set on a message that the program sent unasked.
     std::optional<QUuid> relatedInterventionID = std::nullopt;

@@ -21,9 +21,15 @@ bool isSpoken(const ChatMessage& message)
     return message.role != ChatMessage::Role::system;
 }
 
+bool isForTheLibrarian(const ChatMessage& message)
+{
+    return isSpoken(message) && message.sessionID;
+}
+
+// On one line: a text that quotes the form of these lines would pass for somebody else's words.
 QString stamped(TimePoint time, const QString& text)
 {
-    return u'[' % ISO8601::format(time) % u"] " % text;
+    return u'[' % ISO8601::format(time) % u"] " % Text::onOneLine(text);
 }
 
 QString line(const ChatMessage& message)
@@ -70,7 +76,7 @@ QString LibrarianLogic::windowText(const std::vector<ChatMessage>& messages)
 {
     QStringList lines;
     for (const auto& message : messages) {
-        if (isSpoken(message))
+        if (isForTheLibrarian(message))
             lines.append(line(message));
     }
     return lines.join(u'\n');

@@ -7,7 +7,8 @@
 /// What the librarian reads, and what stands in for it where there is no model.
 namespace pobblewig::LibrarianLogic {
 
-/// "[2026-03-01T08:15:00Z] user: …" for each message of the two; a very long one is cut.
+/// "[2026-03-01T08:15:00Z] user: …" for each message of the two, on one line each; a very long one
+/// is cut. What was said while the memory was off is not there.
 QString windowText(const std::vector<ChatMessage>& messages);
 QString observationsText(const std::vector<DatedObservation>& observations);
 QString dailiesText(const std::vector<PeriodSummary>& dailies, const Calendar& calendar);

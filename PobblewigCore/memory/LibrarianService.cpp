@@ -32,12 +32,15 @@ LibrarianService::LibrarianService(
 Task<LibrarianExtractionResult> LibrarianService::extractAfterTurn(std::vector<ChatMessage> window,
     QString situation, std::vector<QString> referencePaths, std::set<AssistantRole> roles)
 {
+    const auto conversation = LibrarianLogic::windowText(window);
+    if (conversation.isEmpty())
+        co_return LibrarianExtractionResult();
     const auto now = m_dependencies.clock();
     const auto prompt = Prompts::extraction({
         .residentMemory = m_memory.notes.residentMemory(MemoryStore::hardCapTokens, now),
         .isBelowSoftTarget = m_memory.notes.isBelowSoftThreshold(now),
         .situation = situation,
-        .window = LibrarianLogic::windowText(window),
+        .window = conversation,
         .referencePaths = referencePaths,
         .roles = roles,
     });

@@ -59,7 +59,7 @@ public:
     /// Of the latest failure; nothing since a run that went well.
     const std::optional<QString>& lastError() const { return m_lastError; }
 
-    /// All zeros after a failure, and without a model.
+    /// All zeros after a failure, without a model and where the window holds nothing to read.
     Task<LibrarianExtractionResult> extractAfterTurn(std::vector<ChatMessage> window,
         QString situation, std::vector<QString> referencePaths, std::set<AssistantRole> roles);
     Task<LibrarianExtractionResult> ingestMeetingNotes(MeetingNotes notes);

@@ -158,16 +158,18 @@ bool MemoryMigration::isBackupLitter(const QString& name)
         || (name.startsWith(u"memory.v") && name.contains(u"-backup-"));
 }
 
-bool MemoryMigration::adoptLegacyChatIfNeeded(DailySessionStore& sessions,
-    const ChatHistoryStore& history, TimePoint now, const Calendar& calendar)
+bool MemoryMigration::adoptLegacyChatIfNeeded(
+    DailySessionStore& sessions, ChatHistoryStore& history, TimePoint now, const Calendar& calendar)
 {
     const auto& messages = history.messages();
     if (!sessions.sessions().empty() || messages.empty())
         return false;
     const auto first = messages.front().timestamp;
     const auto last = messages.back().timestamp;
+    const auto sessionID = QUuid::createUuid();
+    history.adopt(sessionID);
     sessions.adoptImportedSession({
-        .id = QUuid::createUuid(),
+        .id = sessionID,
         .dayKey = SessionBoundary::dayKey(first, calendar),
         .startedAt = first,
         .lastActivityAt = last,

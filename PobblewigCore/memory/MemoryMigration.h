@@ -44,8 +44,8 @@ bool isBackupLitter(const QString& name);
 
 /// A conversation from before there were sessions becomes a finished one, and a session is
 /// opened. Whether it did; with any session there it does nothing.
-bool adoptLegacyChatIfNeeded(DailySessionStore& sessions, const ChatHistoryStore& history,
-    TimePoint now, const Calendar& calendar);
+bool adoptLegacyChatIfNeeded(DailySessionStore& sessions, ChatHistoryStore& history, TimePoint now,
+    const Calendar& calendar);
 
 } // namespace MemoryMigration
 

@@ -13,7 +13,11 @@ constexpr TimePoint now { std::chrono::seconds(1772352900) };
 
 ChatMessage message(ChatMessage::Role role, const QString& text)
 {
-    return { .id = QUuid::createUuid(), .role = role, .text = text, .timestamp = now };
+    return { .id = QUuid::createUuid(),
+        .role = role,
+        .text = text,
+        .timestamp = now,
+        .sessionID = QUuid::createUuid() };
 }
 
 DatedObservation observation(const QString& summary)
@@ -44,8 +48,11 @@ private Q_SLOTS:
     void theWindowHasALineForWhatWasSaid()
     {
         using enum ChatMessage::Role;
-        const auto text = LibrarianLogic::windowText({ message(user, QStringLiteral("Hi %1 [x]")),
-            message(system, QStringLiteral("hidden")), message(assistant, QString(5000, u'a')) });
+        auto offTheRecord = message(user, QStringLiteral("hidden"));
+        offTheRecord.sessionID.reset();
+        const auto text = LibrarianLogic::windowText({ message(user, QStringLiteral("Hi %1\n[x]")),
+            message(system, QStringLiteral("hidden")), offTheRecord,
+            message(assistant, QString(5000, u'a')) });
         QCOMPARE(text,
             QStringLiteral("[2026-03-01T08:15:00Z] user: Hi %1 [x]\n"
                            "[2026-03-01T08:15:00Z] assistant: ")

@@ -26,7 +26,9 @@ QString quoted(const char* text)
 
 std::vector<ChatMessage> window()
 {
-    return { { .text = QStringLiteral("I study law"), .timestamp = now } };
+    return { { .text = QStringLiteral("I study law"),
+        .timestamp = now,
+        .sessionID = QUuid::createUuid() } };
 }
 
 /// What each job but the cleanup came to.
@@ -103,6 +105,30 @@ private Q_SLOTS:
         QCOMPARE(m_memory->reference.allItems().at(0).source, QStringLiteral("librarian"));
         QCOMPARE(m_service->lastRunAt(), now);
         QCOMPARE(m_usage->snapshot().librarianPromptTokens, 700);
+    }
+
+    void theSameFactIsOneNote()
+    {
+        const auto answer = quoted("{'notes': [{'text': '%1 tea', 'source': 'explicitUser'}]}");
+        for (int time = 0; time < 10; ++time) {
+            m_model->enqueue(answer.arg(QString(time, u' ')
+                + (time % 2 ? QStringLiteral("LIKES\\n") : QStringLiteral("Likes"))));
+            QVERIFY(extract() == Result({ time == 0, 0, 0, 0 }));
+        }
+        QCOMPARE(activeTexts(), QStringLiteral("Likes tea"));
+        QCOMPARE(m_memory->notes.notes()[0].observationCount, 10);
+    }
+
+    void whatWasSaidOffTheRecordIsNotSent()
+    {
+        auto said = window();
+        said[0].sessionID.reset();
+        QVERIFY(awaited(m_service->extractAfterTurn(said, {}, {}, {})) == Result());
+        QVERIFY(m_model->requests().empty());
+        m_model->enqueue(quoted("{'notes': []}"));
+        const auto day = awaited(m_service->closeDailySession({ .window = said }));
+        QVERIFY(!m_model->requests()[0].messages[0].content.contains(u"I study law"));
+        QCOMPARE(day.summary, QStringLiteral("1 chat turn, 0 observations recorded."));
     }
 
     void nothingFoundIsASuccess()

@@ -120,6 +120,7 @@ private Q_SLOTS:
         QCOMPARE(imported.startedAt, first);
         QCOMPARE(imported.lastActivityAt, last);
         QVERIFY(imported.endedAt == last && imported.isImported);
+        QVERIFY(history.messages().back().sessionID == imported.id);
     }
 
 private:
