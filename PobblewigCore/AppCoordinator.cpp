@@ -310,6 +310,7 @@ DiagnosticsInfo AppCoordinator::buildDiagnostics(TimePoint now) const
         .librarianLastRunAt = m_librarian.lastRunAt(),
         .librarianLastError = m_librarian.lastError(),
     };
+        .librarianLastErrorAt = m_librarian.lastErrorAt(),
 }
 
 std::unique_ptr<AppDataAccessService> AppCoordinator::appDataAccess()

@@ -11,6 +11,13 @@ QString section(const QString& title, const QStringList& lines)
     return title + u'\n' + lines.join(u'\n');
 }
 
+QString lastError(const std::optional<QString>& error, const std::optional<TimePoint>& time)
+{
+    if (!error || !time)
+        return QStringLiteral("none");
+    return ISO8601::format(*time) + QStringLiteral(", ") + *error;
+}
+
 QString lastRun(const std::optional<TimePoint>& time)
 {
     return time ? ISO8601::format(*time) : QStringLiteral("none since the start");
@@ -32,7 +39,7 @@ QString DiagnosticsInfo::text() const
     sections.append(section(QStringLiteral("Librarian"),
         { QStringLiteral("Last run: ") + lastRun(librarianLastRunAt),
             QStringLiteral("Last error: ")
-                + librarianLastError.value_or(QStringLiteral("none")) }));
+                + lastError(librarianLastError, librarianLastErrorAt) }));
     return sections.join(QStringLiteral("\n\n"));
 }
 

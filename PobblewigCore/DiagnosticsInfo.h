@@ -15,6 +15,7 @@ struct DiagnosticsInfo {
     /// Of the librarian: its latest run that went well, and what went wrong since.
     std::optional<TimePoint> librarianLastRunAt = std::nullopt;
     std::optional<QString> librarianLastError = std::nullopt;
+    std::optional<TimePoint> librarianLastErrorAt = std::nullopt;
 
     /// The whole page.
     QString text() const;

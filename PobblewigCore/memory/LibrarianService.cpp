@@ -123,7 +123,7 @@ void LibrarianService::forget()
     m_stop.request_stop();
     m_stop = std::stop_source();
     // A server's words may quote what it was asked.
-    m_lastError.reset();
+    clearError();
 }
 
 template <typename Value>
@@ -138,14 +138,21 @@ std::optional<Value> LibrarianService::accepted(const LibrarianModel::Answer& an
     if (!parsed)
         return fail(job, parsed.error(), parsed.error());
     m_lastRunAt = m_dependencies.clock();
-    m_lastError.reset();
+    clearError();
     return *std::move(parsed);
+}
+
+void LibrarianService::clearError()
+{
+    m_lastError.reset();
+    m_lastErrorAt.reset();
 }
 
 std::nullopt_t LibrarianService::fail(
     QStringView job, const QString& description, const QString& loggable)
 {
     m_lastError = description;
+    m_lastErrorAt = m_dependencies.clock();
     Log::line(u"buddy: librarian " % job % u" failed: " % loggable);
     return std::nullopt;
 }

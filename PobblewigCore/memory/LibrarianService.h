@@ -58,6 +58,7 @@ public:
 
     /// Of the latest failure; nothing since a run that went well.
     const std::optional<QString>& lastError() const { return m_lastError; }
+    std::optional<TimePoint> lastErrorAt() const { return m_lastErrorAt; }
 
     /// All zeros after a failure, without a model and where the window holds nothing to read.
     Task<LibrarianExtractionResult> extractAfterTurn(std::vector<ChatMessage> window,
@@ -89,6 +90,7 @@ private:
     template <typename Value>
     std::optional<Value> accepted(const LibrarianModel::Answer& answer, QStringView job,
         const std::function<LibrarianAnswers::Parsed<Value>(const QString&)>& parse);
+    void clearError();
     std::nullopt_t fail(QStringView job, const QString& description, const QString& loggable);
 
     LibrarianExtractionResult take(
@@ -106,6 +108,7 @@ private:
     std::optional<TimePoint> m_lastRunAt;
     std::optional<TimePoint> m_lastCleanupAt;
     std::optional<QString> m_lastError;
+    std::optional<TimePoint> m_lastErrorAt;
 };
 
 } // namespace pobblewig
