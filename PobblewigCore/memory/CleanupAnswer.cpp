@@ -50,11 +50,13 @@ MemoryNote added(const NewNote& told, TimePoint now)
         });
 }
 
-/// What the user said stays the user's word, and what was to end still ends.
+/// What the user said stays the user's word, nothing else becomes it, and what was to end still
+/// ends.
 MemoryNote kept(const MemoryNote& known, NewNote told, std::optional<bool> isTemporary)
 {
-    if (known.source == MemorySource::explicitUser)
-        told.source = MemorySource::explicitUser;
+    using enum MemorySource;
+    if (known.source == explicitUser || told.source == explicitUser)
+        told.source = known.source;
     if (known.kind == MemoryKind::correction)
         told.kind = MemoryKind::correction;
     told.isTemporary = isTemporary.value_or(known.isTemporary);

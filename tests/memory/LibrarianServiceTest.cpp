@@ -271,7 +271,8 @@ private Q_SLOTS:
         m_memory->notes.addNote(
             { QStringLiteral("said"), {}, {}, MemorySource::explicitUser }, now);
         m_memory->notes.addNote({ QStringLiteral("old") }, now - days(2));
-        enqueueHeld(quoted("{'notes': [{'text': 'OLD'}, {'text': 'Merged'}]}"));
+        enqueueHeld(quoted("{'notes': [{'text': 'OLD', 'source': 'explicitUser'},"
+                           "{'text': 'Merged'}]}"));
         auto first = m_service->cleanupIfNeeded();
         auto second = m_service->cleanupIfNeeded();
         m_memory->notes.addNote({ QStringLiteral("new") }, now);
@@ -282,6 +283,7 @@ private Q_SLOTS:
         QCOMPARE(m_model->requests().size(), 1u);
         QCOMPARE(activeTexts(), QStringLiteral("new|old|Merged|said"));
         QCOMPARE(m_memory->notes.notes()[1].observationCount, 2);
+        QVERIFY(m_memory->notes.notes()[1].source != MemorySource::explicitUser);
         QCOMPARE(m_memory->notes.notes().size(), 34u);
         QCOMPARE(m_service->lastCleanupAt(), now);
     }
