@@ -11,11 +11,11 @@ Task<> SessionEnd::endIfDue(TimePoint now)
 {
     if (!isDue(now))
         co_return;
-    m_isUnderWay = true;
+    const auto lastMessageID = begin();
     co_await m.extraction.extractPendingTurns();
     // The user may have said something meanwhile.
-    if (!m.chat.isStreaming())
-        co_await m.rollover.rolloverIfNeeded(now, m.calendar());
+    if (!m.chat.isInTurn())
+        co_await m.rollover.rolloverIfNeeded(now, m.calendar(), lastMessageID);
     ended();
 }
 
@@ -23,17 +23,24 @@ Task<> SessionEnd::startNewSession()
 {
     if (m_isUnderWay || m.chat.isStreaming() || m.chat.messages().empty())
         co_return;
-    m_isUnderWay = true;
-    m.changed();
+    const auto lastMessageID = begin();
     co_await m.extraction.extractPendingTurns();
-    co_await m.rollover.forceRollover(m.clock(), m.calendar());
+    co_await m.rollover.forceRollover(m.clock(), m.calendar(), lastMessageID);
     ended();
 }
 
 bool SessionEnd::isDue(TimePoint now) const
 {
-    return !m_isUnderWay && !m.chat.isStreaming()
+    return !m_isUnderWay && !m.chat.isInTurn()
         && m.memory.sessions.shouldRollOver(now, m.calendar());
+}
+
+std::optional<QUuid> SessionEnd::begin()
+{
+    m_isUnderWay = true;
+    m.changed();
+    const auto& messages = m.chat.messages();
+    return messages.empty() ? std::nullopt : std::optional(messages.back().id);
 }
 
 void SessionEnd::ended()

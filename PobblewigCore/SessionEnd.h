@@ -29,11 +29,14 @@ public:
     /// To be called at each poll. A session never ends amid a turn.
     Task<> endIfDue(TimePoint now);
 
-    /// Does nothing without a conversation, amid a turn and while a session is being closed.
+    /// Does nothing without a conversation, amid a turn and while a session is being closed. What
+    /// is said from now on belongs to the new one.
     Task<> startNewSession();
 
 private:
     bool isDue(TimePoint now) const;
+    /// The last message of the session that ends; what is said from now on is not part of it.
+    std::optional<QUuid> begin();
     void ended();
 
     Dependencies m;

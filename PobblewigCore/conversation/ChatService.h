@@ -62,6 +62,9 @@ public:
     const QString& streamingPreview() const { return m_preview.text(); }
     bool isStreaming() const { return m_isStreaming; }
 
+    /// From the submitted text to the end of what the reply leads to.
+    bool isInTurn() const { return m_isRunning || m_isStreaming; }
+
     /// What went wrong with the last turn, for the user.
     const std::optional<QString>& lastError() const { return m_lastError; }
 

@@ -11,16 +11,18 @@ SessionRolloverService::SessionRolloverService(Dependencies dependencies)
 {
 }
 
-Task<RolloverOutcome> SessionRolloverService::rolloverIfNeeded(TimePoint now, Calendar calendar)
+Task<RolloverOutcome> SessionRolloverService::rolloverIfNeeded(
+    TimePoint now, Calendar calendar, std::optional<QUuid> lastMessageID)
 {
     if (!m.memory.sessions.shouldRollOver(now, calendar))
         co_return RolloverOutcome();
-    co_return co_await performRollover(now, calendar);
+    co_return co_await performRollover(now, calendar, lastMessageID);
 }
 
-Task<RolloverOutcome> SessionRolloverService::forceRollover(TimePoint now, Calendar calendar)
+Task<RolloverOutcome> SessionRolloverService::forceRollover(
+    TimePoint now, Calendar calendar, std::optional<QUuid> lastMessageID)
 {
-    return performRollover(now, std::move(calendar));
+    return performRollover(now, std::move(calendar), lastMessageID);
 }
 
 void SessionRolloverService::finishInterrupted(TimePoint now, const Calendar& calendar)
@@ -51,13 +53,15 @@ Task<> SessionRolloverService::rollUpWeek(TimePoint now)
         m.memory.summaries.add(RolloverLogic::weeklySummary(dailies, rollup, now));
 }
 
-Task<RolloverOutcome> SessionRolloverService::performRollover(TimePoint now, Calendar calendar)
+Task<RolloverOutcome> SessionRolloverService::performRollover(
+    TimePoint now, Calendar calendar, std::optional<QUuid> lastMessageID)
 {
     const auto session = m.memory.sessions.activeSession();
-    if (m_isUnderWay || !session)
+    const auto window = LibrarianLogic::messagesUpTo(m.history.messages(), lastMessageID);
+    const auto isGone = lastMessageID && window.empty();
+    if (m_isUnderWay || !session || isGone)
         co_return RolloverOutcome();
     m_isUnderWay = true;
-    const auto window = m.history.messages();
     const auto isClosed = co_await closeDay(*session, window, now);
     const auto summary = m.memory.summaries.withID(RolloverLogic::dailySummaryID(session->id));
     if (isClosed && summary) {
@@ -81,7 +85,7 @@ Task<bool> SessionRolloverService::closeDay(
         .previousIntent = latest ? latest->unresolvedIntent : std::vector<QString>(),
     });
     // The memory may have been deleted meanwhile, and the session with it.
-    if (!isActive(session.id))
+    if (!isActive(session.id) || closeout.summary.isEmpty())
         co_return false;
     m.memory.summaries.add(RolloverLogic::dailySummary(session, closeout, observations, now));
     co_return true;

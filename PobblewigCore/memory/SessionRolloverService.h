@@ -38,10 +38,14 @@ public:
     bool isUnderWay() const { return m_isUnderWay; }
     std::optional<TimePoint> lastRolloverAt() const { return m_lastRolloverAt; }
 
-    Task<RolloverOutcome> rolloverIfNeeded(TimePoint now, Calendar calendar);
+    /// What came after the last message goes on in the next session; nothing is done if that
+    /// message is gone.
+    Task<RolloverOutcome> rolloverIfNeeded(
+        TimePoint now, Calendar calendar, std::optional<QUuid> lastMessageID = std::nullopt);
 
     /// Whatever the day and the silence.
-    Task<RolloverOutcome> forceRollover(TimePoint now, Calendar calendar);
+    Task<RolloverOutcome> forceRollover(
+        TimePoint now, Calendar calendar, std::optional<QUuid> lastMessageID = std::nullopt);
 
     /// To be called at the start, before there is a new session or message: finishes a rollover
     /// that a crash has cut off after its summary was written.
@@ -52,7 +56,8 @@ public:
     Task<> rollUpWeek(TimePoint now);
 
 private:
-    Task<RolloverOutcome> performRollover(TimePoint now, Calendar calendar);
+    Task<RolloverOutcome> performRollover(
+        TimePoint now, Calendar calendar, std::optional<QUuid> lastMessageID);
     Task<bool> closeDay(DailySession session, std::vector<ChatMessage> window, TimePoint now);
     void finish(const DailySession& session, const PeriodSummary& summary,
         const std::vector<ChatMessage>& window, TimePoint now, const Calendar& calendar);

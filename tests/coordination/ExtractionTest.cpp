@@ -1,0 +1,128 @@
+#include "coordination/ScriptedLibrarian.h"
+#include "support/Awaited.h"
+#include "support/TableRow.h"
+
+#include <QRegularExpression>
+
+namespace pobblewig {
+
+class ExtractionTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m = std::make_unique<ScriptedLibrarian>();
+        m_said = 0;
+    }
+
+    /// A number is so many turns; a message without a reply is one that failed.
+    void turnsAreReadInBatches_data()
+    {
+        QTest::addColumn<QString>("events");
+        QTest::addColumn<QString>("windows");
+        row("too few", "13", "");
+        row("enough", "14", "1-14");
+        row("the count starts over", "27", "1-14");
+        row("two batches", "28", "1-14 15-28");
+        row("a failed batch is not tried again", "fail 14 14", "1-14 15-28");
+        row("the tail of a day", "14 3 end", "1-14 15-17");
+        row("no tail", "14 end", "1-14");
+        row("a tail is read once", "3 end end 14", "1-3 4-17");
+        row("a failed turn goes with the next", "13 message 1", "1-15");
+        row("nothing of a memory that is off", "off 20 end", "");
+        row("nothing of it later", "5 off 3 on 14", "9-22");
+        row("nor at the end of a day", "off 3 on end 1 end", "4-4");
+        row("switched off and on in between", "5 off on 9", "1-14");
+        row("off at the end of a day", "5 off end on 1 end", "6-6");
+        row("a failed turn while it was off", "off message on 14", "2-15");
+    }
+    void turnsAreReadInBatches()
+    {
+        QFETCH(QString, events);
+        for (const auto& event : events.split(u' ')) {
+            happen(event);
+            m->model.enqueue(QStringLiteral("{}"));
+        }
+        QTEST(windows(), "windows");
+    }
+
+    void whatIsSaidWhileTheModelThinksIsReadNext_data()
+    {
+        QTest::addColumn<bool>("isNewSession");
+        row("in the same session", false);
+        row("in a new session", true);
+    }
+    void whatIsSaidWhileTheModelThinksIsReadNext()
+    {
+        QFETCH(bool, isNewSession);
+        happen(QStringLiteral("13"));
+        m->enqueueHeld();
+        say();
+        auto reading = m->extraction.afterChatTurn();
+        QCOMPARE(windows(), QStringLiteral("1-14"));
+        if (isNewSession)
+            m->history.clear();
+        happen(QStringLiteral("13"));
+        QCOMPARE(windows(), QStringLiteral("1-14"));
+        happen(QStringLiteral("1"));
+        m->model.release();
+        awaited(std::move(reading));
+        QCOMPARE(windows(), QStringLiteral("1-14 15-28"));
+    }
+
+private:
+    void happen(const QString& event)
+    {
+        if (event == u"on" || event == u"off")
+            return m->setMemoryEnabled(event == u"on");
+        if (event == u"fail")
+            return m->model.enqueue(LLMError::http(500, {}));
+        if (event == u"message")
+            return say();
+        if (event == u"end")
+            return awaited(m->extraction.extractPendingTurns());
+        for (int turn = 0; turn < event.toInt(); ++turn) {
+            say();
+            add(ChatMessage::Role::assistant, QStringLiteral("Fine."));
+            awaited(m->extraction.afterChatTurn());
+        }
+    }
+
+    void say() { add(ChatMessage::Role::user, QStringLiteral("said %1").arg(++m_said)); }
+    void add(ChatMessage::Role role, const QString& text)
+    {
+        const auto isRemembered = m->settings.settings().memoryEnabled;
+        m->history.append({ .id = QUuid::createUuid(),
+            .role = role,
+            .text = text,
+            .timestamp = m->time,
+            .sessionID = isRemembered ? std::optional(QUuid::createUuid()) : std::nullopt });
+    }
+
+    /// The first and the last of the user's messages that the model got each time; it must have
+    /// got those between them as well.
+    QString windows() const
+    {
+        static const QRegularExpression said(QStringLiteral(" user: said (\\d+)\\n"));
+        QStringList windows;
+        for (const auto& request : m->model.requests()) {
+            std::vector<int> numbers;
+            auto found = said.globalMatch(request.messages[0].content);
+            while (found.hasNext())
+                numbers.push_back(found.next().captured(1).toInt());
+            if (numbers.empty() || numbers.back() - numbers.front() + 1 != std::ssize(numbers))
+                return QStringLiteral("a window with holes");
+            windows.append(QStringLiteral("%1-%2").arg(numbers.front()).arg(numbers.back()));
+        }
+        return windows.join(u' ');
+    }
+
+    std::unique_ptr<ScriptedLibrarian> m;
+    int m_said = 0;
+};
+
+} // namespace pobblewig
+
+QTEST_GUILESS_MAIN(pobblewig::ExtractionTest)
+#include "ExtractionTest.moc"
