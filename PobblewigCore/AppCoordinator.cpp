@@ -146,6 +146,7 @@ void AppCoordinator::refresh(TimePoint now)
         .pendingProposals = m_proposals.pendingProposals(),
         .screenCaptureGranted = permissions && permissions->screenCaptureGranted(),
         .accessibilityGranted = permissions && permissions->accessibilityGranted(),
+        .isClosingSession = m_sessionEnd.isUnderWay(),
         .usage = m_usage.snapshot(),
         .memory = memorySnapshot(now),
         .modelLabel = m_state.modelLabel,
@@ -309,8 +310,8 @@ DiagnosticsInfo AppCoordinator::buildDiagnostics(TimePoint now) const
         .totalToolCalls = m_toolExecutor.totalCalls(),
         .librarianLastRunAt = m_librarian.lastRunAt(),
         .librarianLastError = m_librarian.lastError(),
-    };
         .librarianLastErrorAt = m_librarian.lastErrorAt(),
+    };
 }
 
 std::unique_ptr<AppDataAccessService> AppCoordinator::appDataAccess()

@@ -25,6 +25,8 @@ struct PublishedState {
     std::vector<RuleProposal> pendingProposals;
     bool screenCaptureGranted = false;
     bool accessibilityGranted = false;
+    /// A session of the conversation is being written down; the conversation goes on meanwhile.
+    bool isClosingSession = false;
     UsageCounter::Snapshot usage;
     MemorySnapshot memory;
     /// The main model in words, or that there is none.

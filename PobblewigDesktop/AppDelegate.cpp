@@ -208,6 +208,7 @@ void AppDelegate::showPanelState()
     m_panel->setFace(BuddyFace::icon(spriteFor(settings.mascot, settings.mascotColorScheme)));
     m_panel->setStateText(stateInWords(settings));
     m_panel->setModelLabel(state.modelLabel);
+    m_panel->setClosingSession(state.isClosingSession);
     m_panel->setProposals(state.pendingProposals, settings);
     // Only news is worth a notice: one that was closed stays closed.
     if (std::exchange(m_shownProblem, state.storageProblem) != state.storageProblem)

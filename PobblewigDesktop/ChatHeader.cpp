@@ -106,6 +106,12 @@ void ChatHeader::setModelLabel(const QString& text)
     showModelLabel();
 }
 
+void ChatHeader::setNewSessionEnabled(bool isEnabled)
+{
+    m_newSession->setEnabled(isEnabled);
+    m_restart->setEnabled(isEnabled);
+}
+
 void ChatHeader::resizeEvent(QResizeEvent* event)
 {
     QFrame::resizeEvent(event);

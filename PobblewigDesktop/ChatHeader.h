@@ -21,6 +21,7 @@ public:
     void setFace(const QIcon& face);
     void setState(const QString& text);
     void setModelLabel(const QString& text);
+    void setNewSessionEnabled(bool isEnabled);
 
 Q_SIGNALS:
     void findRequested();

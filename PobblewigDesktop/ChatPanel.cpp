@@ -105,6 +105,13 @@ void ChatPanel::setModelLabel(const QString& text)
     m_header->setModelLabel(text);
 }
 
+void ChatPanel::setClosingSession(bool isClosing)
+{
+    m_isClosingSession = isClosing;
+    m_header->setNewSessionEnabled(!isClosing);
+    showTurn();
+}
+
 void ChatPanel::setNotice(const QString& text)
 {
     m_notice->setText(text);
@@ -230,7 +237,14 @@ void ChatPanel::showTurn()
     m_stop->setVisible(isStreaming);
     m_send->setEnabled(!m_input->isBlank());
     m_screen->setEnabled(!isStreaming);
-    m_header->setState(isStreaming ? QStringLiteral("thinking…") : m_stateText);
+    m_header->setState(state());
+}
+
+QString ChatPanel::state() const
+{
+    if (m_chat.isStreaming())
+        return QStringLiteral("thinking…");
+    return m_isClosingSession ? QStringLiteral("Writing down the day…") : m_stateText;
 }
 
 void ChatPanel::showError()

@@ -40,6 +40,9 @@ public:
     void setStateText(const QString& text);
     void setModelLabel(const QString& text);
 
+    /// While a session is being closed no other one can be asked for.
+    void setClosingSession(bool isClosing);
+
     /// A one-off message about the program; an empty one takes it back.
     void setNotice(const QString& text);
 
@@ -70,6 +73,7 @@ private:
     void connectChat();
     void connectControls();
     void showTurn();
+    QString state() const;
     void showError();
     void showCapture();
     void send();
@@ -80,6 +84,7 @@ private:
     ChatService& m_chat;
     Calendar m_calendar;
     QString m_stateText;
+    bool m_isClosingSession = false;
     ConversationModel* m_model;
     ConversationFeed* m_feed;
     ChatHeader* m_header;

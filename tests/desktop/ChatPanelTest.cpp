@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -153,6 +154,25 @@ private Q_SLOTS:
         input().setPlainText(QStringLiteral("three"));
         QTest::keyClick(&input(), Qt::Key_Return);
         QCOMPARE(input().toPlainText(), QStringLiteral("three"));
+    }
+
+    void aSessionIsClosedQuietly()
+    {
+        m_panel->setStateText(QStringLiteral("studying"));
+        m_panel->setClosingSession(true);
+        QCOMPARE(label("State").text(), QStringLiteral("Writing down the day…"));
+        QVERIFY(!button("New session").isEnabled());
+        QSignalSpy requests(m_panel.get(), &ChatPanel::newSessionRequested);
+        QTest::keyClick(m_panel.get(), Qt::Key_N, Qt::ControlModifier);
+        QVERIFY(requests.isEmpty());
+        ask(QStringLiteral("Hello"));
+        QCOMPARE(label("State").text(), QStringLiteral("thinking…"));
+        m_panel->setClosingSession(false);
+        m_talk->model.say(QStringLiteral("Hi"));
+        m_talk->model.finish();
+        QTRY_COMPARE(label("State").text(), QStringLiteral("studying"));
+        QTest::keyClick(m_panel.get(), Qt::Key_N, Qt::ControlModifier);
+        QCOMPARE(requests.size(), 1);
     }
 
     void nothingBlankIsSent()
