@@ -6,6 +6,8 @@
 
 #include <QJsonDocument>
 
+#include <algorithm>
+
 namespace pobblewig {
 
 namespace {
@@ -86,6 +88,11 @@ bool isNote(const NewNote& note)
 {
     return !note.text.isEmpty()
         && Text::firstCharacters(note.text, AnswerFields::longestLine) == note.text;
+}
+
+bool isActive(const MemoryNote& note)
+{
+    return note.status == MemoryStatus::active;
 }
 
 bool isObservation(const DatedObservation& observation)
@@ -200,6 +207,8 @@ auto LibrarianAnswers::parseCleanup(const QString& text,
     auto notes = CleanupAnswer::notes(*answer, existingNotes, now);
     if (!told || (*told > 0 && notes.empty()))
         return failed(QStringLiteral("The model's answer lists no notes."));
+    if (notes.empty() && std::ranges::any_of(existingNotes, isActive))
+        return failed(QStringLiteral("The model's answer keeps no note."));
     return CleanupResult {
         .notes = std::move(notes),
         .patterns =

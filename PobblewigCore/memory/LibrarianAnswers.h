@@ -71,8 +71,8 @@ Parsed<DailyCloseout> parseCloseout(const QString& text);
 Parsed<WeeklyRollupResult> parseWeekly(const QString& text);
 
 /// Notes that say what an existing one says inherit its history; a new pattern stays only if its
-/// evidence spans two days. An answer without patterns keeps those there are, one without any note
-/// to read is refused.
+/// evidence spans two days. An answer without patterns keeps those there are. One that lists no
+/// notes, or an empty list where there are some, is refused: it would archive most of them.
 Parsed<CleanupResult> parseCleanup(const QString& text,
     const std::vector<MemoryNote>& existingNotes, const std::vector<PatternNote>& existingPatterns,
     TimePoint now, const Calendar& calendar);

@@ -188,12 +188,17 @@ private Q_SLOTS:
         QCOMPARE(notes[2].text.size(), 1000);
     }
 
-    void aCleanupListsNotes()
+    void aCleanupKeepsNotes()
     {
         QVERIFY(!cleanup(quoted("{'patterns': []}"), {}));
         QVERIFY(!cleanup(quoted("{'notes': 'all fine'}"), {}));
         QVERIFY(!cleanup(quoted("{'notes': ['a', {'note': 'b'}]}"), {}));
-        QVERIFY(cleanup(quoted("{'notes': []}"), {}));
+        auto archived = existing(QStringLiteral("b"));
+        archived.status = MemoryStatus::archived;
+        QVERIFY(cleanup(quoted("{'notes': []}"), { archived }));
+        QCOMPARE(
+            cleanup(quoted("{'notes': []}"), { archived, existing(QStringLiteral("a")) }).error(),
+            QStringLiteral("The model's answer keeps no note."));
         const std::vector many(300, existing(QStringLiteral("a")));
         QStringList entries;
         for (size_t number = 0; number < many.size(); ++number)

@@ -300,9 +300,19 @@ private Q_SLOTS:
         awaited(std::move(cleanup));
         QCOMPARE(m_memory->revision(), revision);
         QVERIFY(!m_service->lastCleanupAt() && !m_service->lastError());
-        m_model->enqueue(quoted("{'notes': []}"));
+        m_model->enqueue(quoted("{'notes': [{'text': 'merged'}]}"));
         awaited(m_service->cleanupIfNeeded());
         QCOMPARE(m_service->lastCleanupAt(), now);
+    }
+
+    void aCleanupThatKeepsNothingChangesNothing()
+    {
+        fillNotes();
+        const auto revision = m_memory->revision();
+        m_model->enqueue(quoted("{'notes': []}"));
+        awaited(m_service->cleanupIfNeeded());
+        QCOMPARE(m_memory->revision(), revision);
+        QVERIFY(m_service->lastError() && !m_service->lastCleanupAt());
     }
 
     void nothingForgottenComesBack()
