@@ -81,11 +81,14 @@ struct ChatStreamOptions {
 };
 
 struct ChatSchema {
+    QString name;
     JSONValue schema;
 
     static constexpr auto jsonFields()
     {
-        return std::tuple { json::required("schema", &ChatSchema::schema) };
+        using namespace json;
+        return std::tuple { defaulted("name", &ChatSchema::name),
+            required("schema", &ChatSchema::schema) };
     }
 };
 

@@ -1,6 +1,7 @@
 #include "PobblewigDemoModel/DemoReplies.h"
 
 #include "PobblewigDemoModel/DemoForgetting.h"
+#include "PobblewigDemoModel/DemoLibrarian.h"
 #include "PobblewigDemoModel/DemoLookups.h"
 #include "PobblewigDemoModel/DemoMisbehaviour.h"
 #include "PobblewigDemoModel/DemoReminders.h"
@@ -141,12 +142,35 @@ bool isFinal(const DemoReply& reply)
     return reply.calls.empty() && !reply.text.contains(u"```buddy-tools");
 }
 
-QString formatted(const ChatResponseFormat& format)
+JSONValue emptiest(const ChatResponseFormat& format)
 {
-    const auto value = format.jsonSchema ? SchemaAnswer::emptiest(format.jsonSchema->schema)
-                                         : JSONValue(JSONValue::Object());
-    const auto object = value.toJson().toObject();
-    return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
+    return format.jsonSchema ? SchemaAnswer::emptiest(format.jsonSchema->schema)
+                             : JSONValue(JSONValue::Object());
+}
+
+/// In strings they are escaped: who looks for the object's end need not know what a string is.
+QString withEscapedBraces(const QByteArray& json)
+{
+    QByteArray escaped;
+    bool isInString = false;
+    for (qsizetype at = 0; at < json.size(); ++at) {
+        if (json[at] == '\\')
+            escaped += json[at++];
+        else if (json[at] == '"')
+            isInString = !isInString;
+        if (isInString && (json[at] == '{' || json[at] == '}'))
+            escaped += json[at] == '{' ? "\\u007b" : "\\u007d";
+        else
+            escaped += json[at];
+    }
+    return QString::fromUtf8(escaped);
+}
+
+QString formatted(const ChatRequest& request, const QDateTime& now)
+{
+    const auto answer = DemoLibrarian::answer(request, now);
+    const auto object = (answer ? *answer : emptiest(*request.responseFormat)).toJson().toObject();
+    return withEscapedBraces(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
 
 } // namespace
@@ -154,7 +178,7 @@ QString formatted(const ChatResponseFormat& format)
 DemoReply DemoReplies::reply(const ChatRequest& request, const QDateTime& now)
 {
     if (request.responseFormat && request.responseFormat->type != u"text")
-        return { formatted(*request.responseFormat) };
+        return { formatted(request, now) };
     const auto turn = DemoTurn::read(request);
     auto reply = answer(turn, now);
     if (turn.isFirst && isFinal(reply) && !reply.text.isEmpty())

@@ -22,7 +22,8 @@ struct DemoReply {
 namespace DemoReplies {
 
 /// The first answer of a conversation says what the demo model is and how to get a real one. A
-/// request with a response format gets an answer of that format and nothing else.
+/// request with a response format gets an answer of that format and nothing else: the emptiest one,
+/// unless it is one of the app's for its memory.
 DemoReply reply(const ChatRequest& request, const QDateTime& now);
 
 } // namespace DemoReplies

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "foundation/JSONValue.h"
+
+#include <QDateTime>
+
+/// The accounts of days and weeks, by rules.
+namespace pobblewig::DemoCloseout {
+
+JSONValue ofDay(const QString& prompt, const QDateTime& now);
+JSONValue ofWeek(const QString& prompt);
+
+} // namespace pobblewig::DemoCloseout
