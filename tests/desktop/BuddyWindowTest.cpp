@@ -1,6 +1,7 @@
 #include "PobblewigDesktop/BuddyWindow.h"
 
 #include "PobblewigLinux/X11BuddyWindowSystem.h"
+#include "support/ForeignWindow.h"
 #include "support/SelectionOwner.h"
 
 #include <QApplication>
@@ -161,6 +162,18 @@ private Q_SLOTS:
         above.setGeometry(m_window->geometry().adjusted(-20, -20, 20, 20));
         QTRY_VERIFY(m_system.isCovered(m_window->winId()));
         above.hide();
+        QTRY_VERIFY(!m_system.isCovered(m_window->winId()));
+    }
+
+    void aLockedScreenCoversIt()
+    {
+        show();
+        QVERIFY(!m_system.isCovered(m_window->winId()));
+        {
+            const ForeignWindow lock(
+                "lock", QGuiApplication::primaryScreen()->geometry(), 0, ForeignWindow::Kind::menu);
+            QTRY_VERIFY(m_system.isCovered(m_window->winId()));
+        }
         QTRY_VERIFY(!m_system.isCovered(m_window->winId()));
     }
 
