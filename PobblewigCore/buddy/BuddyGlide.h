@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QPointF>
+#include <QRect>
+
+namespace pobblewig {
+
+/// Being carried by hand, and sliding on a little when the hand lets go. Places are those of
+/// `BuddyPlacement`, times are seconds on any clock that never goes back.
+class BuddyGlide {
+public:
+    bool isGliding() const { return m_isGliding; }
+
+    /// The hand takes hold of the buddy: a glide is over.
+    void grab(QPoint place, double now);
+    void carry(QPoint place, double now);
+
+    /// Slides on as fast as it was carried, but never over the edge of the bounds. One that was put
+    /// down with care stays where it is.
+    void release(const QRect& bounds, double now);
+
+    void stop() { m_isGliding = false; }
+
+    /// Where a glide has come to, or where it ended.
+    QPoint tick(double now);
+
+private:
+    QPointF at(double seconds) const;
+
+    bool m_isGliding = false;
+    QPointF m_place;
+    QPointF m_measuredPlace;
+    double m_measuredAt = 0;
+    /// Pixels a second: by hand, then at the start of the glide.
+    QPointF m_velocity;
+    double m_releasedAt = 0;
+    double m_duration = 0;
+    QPointF m_start;
+    QRectF m_bounds;
+};
+
+} // namespace pobblewig
