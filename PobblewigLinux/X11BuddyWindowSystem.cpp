@@ -57,6 +57,18 @@ bool X11BuddyWindowSystem::isCovered(WindowID window)
     return X11Occlusion::isCovered(m_connection, xcb_window_t(window));
 }
 
+void X11BuddyWindowSystem::watchFullScreen(std::function<void()> changed)
+{
+    m_fullScreenWatch.reset();
+    if (changed)
+        m_fullScreenWatch.emplace(m_connection, std::move(changed));
+}
+
+bool X11BuddyWindowSystem::isFullScreenInFront(const QRect& screen)
+{
+    return BuddySight::isFullScreenInFront(X11FullScreenWatch::windows(m_connection), screen);
+}
+
 void X11BuddyWindowSystem::applyShape()
 {
     if (m_window == XCB_WINDOW_NONE)

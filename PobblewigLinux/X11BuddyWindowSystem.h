@@ -1,5 +1,6 @@
 #pragma once
 
+#include "PobblewigLinux/X11FullScreenWatch.h"
 #include "PobblewigLinux/X11SelectionWatch.h"
 #include "buddy/BuddyWindowSystem.h"
 
@@ -18,6 +19,8 @@ public:
     void accompanyUser(WindowID window) override;
     void setShape(WindowID window, const BuddyShape& shape) override;
     bool isCovered(WindowID window) override;
+    void watchFullScreen(std::function<void()> changed) override;
+    bool isFullScreenInFront(const QRect& screen) override;
 
 private:
     void applyShape();
@@ -28,6 +31,7 @@ private:
 
     X11Connection& m_connection;
     X11SelectionWatch m_compositor;
+    std::optional<X11FullScreenWatch> m_fullScreenWatch;
     xcb_window_t m_window = XCB_WINDOW_NONE;
     BuddyShape m_shape;
     std::vector<xcb_rectangle_t> m_rectangles;

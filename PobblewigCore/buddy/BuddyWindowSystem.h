@@ -2,6 +2,8 @@
 
 #include "buddy/BuddyShape.h"
 
+#include <functional>
+
 namespace pobblewig {
 
 /// What the buddy's window asks of the desktop beyond what every desktop offers. Windows are named
@@ -22,6 +24,14 @@ public:
 
     /// Whether nothing of the window can be seen; cheap enough to ask every second.
     virtual bool isCovered(WindowID window) = 0;
+
+    /// Calls each time the answer to the next question may be another one, in the place of who was
+    /// called before; an empty function ends it.
+    virtual void watchFullScreen(std::function<void()> changed) = 0;
+
+    /// Whether a window of another program takes the whole of this screen and is the foremost one
+    /// there. In device pixels.
+    virtual bool isFullScreenInFront(const QRect& screen) = 0;
 };
 
 /// For desktops that offer none of it: an ordinary window on top.
@@ -30,6 +40,8 @@ public:
     void accompanyUser(WindowID) override { }
     void setShape(WindowID, const BuddyShape&) override { }
     bool isCovered(WindowID) override { return false; }
+    void watchFullScreen(std::function<void()>) override { }
+    bool isFullScreenInFront(const QRect&) override { return false; }
 };
 
 } // namespace pobblewig

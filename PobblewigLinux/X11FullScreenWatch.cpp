@@ -1,0 +1,211 @@
+#include "PobblewigLinux/X11FullScreenWatch.h"
+
+#include "PobblewigLinux/X11WindowTree.h"
+
+#include <QCoreApplication>
+#include <QSize>
+
+#include <algorithm>
+#include <ranges>
+
+namespace pobblewig {
+
+namespace {
+
+using Window = BuddySight::Window;
+
+struct Question {
+    xcb_get_window_attributes_cookie_t attributes;
+    xcb_get_geometry_cookie_t geometry;
+    xcb_translate_coordinates_cookie_t place;
+    xcb_get_property_cookie_t states;
+    xcb_get_property_cookie_t types;
+};
+
+using Atoms = std::vector<std::uint32_t>;
+
+/// Asks about all windows before it waits for the first answer: one round trip in all.
+class FrontSurvey {
+public:
+    explicit FrontSurvey(X11Connection& connection)
+        : m_connection(connection)
+        , m_fullScreen(state("FULLSCREEN"))
+        , m_hidden(state("HIDDEN"))
+        , m_above(state("ABOVE"))
+        , m_wide(state("MAXIMIZED_HORZ"))
+        , m_high(state("MAXIMIZED_VERT"))
+        , m_normal(connection.atom("_NET_WM_WINDOW_TYPE_NORMAL"))
+    {
+    }
+
+    std::vector<Window> windows()
+    {
+        std::vector<Question> questions;
+        const auto stack = m_connection.values(m_connection.root(), "_NET_CLIENT_LIST_STACKING");
+        const auto ours = xcb_get_setup(m_connection.get())->resource_id_base;
+        for (const auto window : stack | std::views::reverse) {
+            if (X11WindowTree::connectionOf(m_connection, window) != ours)
+                questions.push_back(question(window));
+        }
+        std::vector<Window> windows;
+        for (const auto& question : questions) {
+            if (const auto window = answer(question))
+                windows.push_back(*window);
+        }
+        return windows;
+    }
+
+private:
+    xcb_atom_t state(const std::string& name) { return m_connection.atom("_NET_WM_STATE_" + name); }
+
+    Question question(xcb_window_t window)
+    {
+        auto* const xcb = m_connection.get();
+        const auto atoms = [&](const std::string& property) {
+            constexpr std::uint32_t most = 32;
+            return xcb_get_property(
+                xcb, false, window, m_connection.atom(property), XCB_ATOM_ATOM, 0, most);
+        };
+        return { xcb_get_window_attributes(xcb, window), xcb_get_geometry(xcb, window),
+            xcb_translate_coordinates(xcb, window, m_connection.root(), 0, 0),
+            atoms("_NET_WM_STATE"), atoms("_NET_WM_WINDOW_TYPE") };
+    }
+
+    std::optional<Window> answer(const Question& question)
+    {
+        auto* const xcb = m_connection.get();
+        const X11Reply<xcb_get_window_attributes_reply_t> attributes(
+            xcb_get_window_attributes_reply(xcb, question.attributes, nullptr));
+        const X11Reply<xcb_get_geometry_reply_t> geometry(
+            xcb_get_geometry_reply(xcb, question.geometry, nullptr));
+        const X11Reply<xcb_translate_coordinates_reply_t> place(
+            xcb_translate_coordinates_reply(xcb, question.place, nullptr));
+        const auto states = list(question.states);
+        const auto types = list(question.types);
+        if (!attributes || !geometry || !place || contains(states, m_hidden)
+            || attributes->map_state != XCB_MAP_STATE_VIEWABLE)
+            return std::nullopt;
+        return Window { { place->dst_x, place->dst_y, geometry->width, geometry->height },
+            kind(states, types) };
+    }
+
+    Atoms list(xcb_get_property_cookie_t cookie)
+    {
+        const X11Reply<xcb_get_property_reply_t> reply(
+            xcb_get_property_reply(m_connection.get(), cookie, nullptr));
+        if (!reply || reply->format != 32)
+            return {};
+        const auto* first = static_cast<std::uint32_t*>(xcb_get_property_value(reply.get()));
+        return { first, first + reply->value_len };
+    }
+
+    Window::Kind kind(const Atoms& states, const Atoms& types) const
+    {
+        if (contains(states, m_fullScreen))
+            return Window::Kind::fullScreen;
+        if (contains(states, m_above) || (!types.empty() && !contains(types, m_normal)))
+            return Window::Kind::beside;
+        const auto isMaximised = contains(states, m_wide) && contains(states, m_high);
+        return isMaximised ? Window::Kind::maximised : Window::Kind::ordinary;
+    }
+
+    static bool contains(const Atoms& atoms, xcb_atom_t atom)
+    {
+        return std::ranges::find(atoms, atom) != atoms.end();
+    }
+
+    X11Connection& m_connection;
+    xcb_atom_t m_fullScreen;
+    xcb_atom_t m_hidden;
+    xcb_atom_t m_above;
+    xcb_atom_t m_wide;
+    xcb_atom_t m_high;
+    xcb_atom_t m_normal;
+};
+
+} // namespace
+
+X11FullScreenWatch::X11FullScreenWatch(X11Connection& connection, std::function<void()> changed)
+    : m_connection(connection)
+    , m_changed(std::move(changed))
+{
+    followActiveWindow();
+    // Qt itself asks to hear of the root window's properties.
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+X11FullScreenWatch::~X11FullScreenWatch()
+{
+    listen(m_active, XCB_EVENT_MASK_NO_EVENT);
+}
+
+bool X11FullScreenWatch::nativeEventFilter(const QByteArray& type, void* message, qintptr*)
+{
+    if (type == "xcb_generic_event_t" && isNews(*static_cast<xcb_generic_event_t*>(message)))
+        announce();
+    return false;
+}
+
+std::vector<BuddySight::Window> X11FullScreenWatch::windows(X11Connection& connection)
+{
+    return FrontSurvey(connection).windows();
+}
+
+bool X11FullScreenWatch::isNews(const xcb_generic_event_t& event)
+{
+    constexpr int sentByProgram = 0x80;
+    const auto kind = event.response_type & ~sentByProgram;
+    if (kind == XCB_PROPERTY_NOTIFY) {
+        const auto& notice = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+        if (notice.window == m_connection.root())
+            return notice.atom == m_connection.atom("_NET_ACTIVE_WINDOW")
+                || notice.atom == m_connection.atom("_NET_CLIENT_LIST_STACKING");
+        return notice.window == m_active && notice.atom == m_connection.atom("_NET_WM_STATE");
+    }
+    if (kind != XCB_CONFIGURE_NOTIFY)
+        return false;
+    const auto& notice = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
+    const QSize size(notice.width, notice.height);
+    return notice.window == m_active && std::exchange(m_activeSize, size) != size;
+}
+
+void X11FullScreenWatch::announce()
+{
+    if (std::exchange(m_isAnnounced, true))
+        return;
+    const auto tell = [this] {
+        m_isAnnounced = false;
+        followActiveWindow();
+        m_changed();
+    };
+    QMetaObject::invokeMethod(&m_context, tell, Qt::QueuedConnection);
+}
+
+void X11FullScreenWatch::followActiveWindow()
+{
+    const auto values = m_connection.values(m_connection.root(), "_NET_ACTIVE_WINDOW");
+    auto active = values.empty() ? XCB_WINDOW_NONE : xcb_window_t(values.front());
+    // Qt has its own wishes for our windows.
+    const auto ours = xcb_get_setup(m_connection.get())->resource_id_base;
+    if (X11WindowTree::connectionOf(m_connection, active) == ours)
+        active = XCB_WINDOW_NONE;
+    const auto before = std::exchange(m_active, active);
+    if (before == active)
+        return;
+    listen(before, XCB_EVENT_MASK_NO_EVENT);
+    listen(active, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+}
+
+void X11FullScreenWatch::listen(xcb_window_t window, std::uint32_t events)
+{
+    if (window == XCB_WINDOW_NONE)
+        return;
+    auto* const xcb = m_connection.get();
+    const auto cookie =
+        xcb_change_window_attributes_checked(xcb, window, XCB_CW_EVENT_MASK, &events);
+    // It may have gone meanwhile, which is nothing to complain about.
+    xcb_discard_reply(xcb, cookie.sequence);
+    xcb_flush(xcb);
+}
+
+} // namespace pobblewig
