@@ -74,6 +74,18 @@ void BuddyView::pet()
     react();
 }
 
+void BuddyView::stir()
+{
+    m_animation.stir(now());
+    react();
+}
+
+void BuddyView::dozeOff()
+{
+    m_animation.dozeOff(now());
+    react();
+}
+
 void BuddyView::beginDragging()
 {
     m_animation.beginDragging(now());
@@ -165,6 +177,7 @@ void BuddyView::hideEvent(QHideEvent*)
 void BuddyView::tick()
 {
     m_animation.tick(now());
+    Q_EMIT ticked();
     const auto sleep = m_animation.sleepAmount();
     if (std::exchange(m_reportedSleep, sleep) != sleep)
         Q_EMIT sleepAmountChanged(sleep);

@@ -45,8 +45,17 @@ public:
     /// Follows the scale of the screen that the view is on.
     void fitToScreen();
 
+    /// The view's own clock.
+    double now() const { return m_clock(); }
+
+    double sleepAmount() const { return m_animation.sleepAmount(); }
+
     void setState(const BuddyState& state);
     void pet();
+
+    /// Wakes it up; lets it sleep at once, until something happens.
+    void stir();
+    void dozeOff();
 
     /// Being carried by hand, and by how many pixels the window moved for whatever reason.
     void beginDragging();
@@ -79,6 +88,9 @@ Q_SIGNALS:
 
     void sleepAmountChanged(double amount);
 
+    /// Comes with every frame, before it is drawn.
+    void ticked();
+
     /// Once, after the first frame.
     void appeared();
 
@@ -88,7 +100,6 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
-    double now() const { return m_clock(); }
     void tick();
     void updatePacing();
 

@@ -1,7 +1,5 @@
 #include "PobblewigDesktop/BuddyWindow.h"
 
-#include "buddy/BuddyPlacement.h"
-
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QMouseEvent>
@@ -14,17 +12,13 @@ namespace {
 
 constexpr std::chrono::milliseconds longestWaitForASize { 100 };
 
-std::vector<QRect> screenRects()
-{
-    std::vector<QRect> rects;
-    for (const auto* screen : QGuiApplication::screens())
-        rects.push_back(screen->geometry());
-    return rects;
-}
+/// A click that waits for a second one must not feel late.
+constexpr int longestWaitForAClick = 250;
 
-QString placeKey()
+QRect devicePixels(const QScreen& screen)
 {
-    return QStringLiteral("buddy/") + BuddyPlacement::layoutName(screenRects());
+    const auto area = screen.geometry();
+    return { area.topLeft(), (QSizeF(area.size()) * screen.devicePixelRatio()).toSize() };
 }
 
 } // namespace
@@ -34,7 +28,7 @@ BuddyWindow::BuddyWindow(BuddyWindowSystem& system, QSettings& settings, BuddyVi
         Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus
             | Qt::NoDropShadowWindowHint)
     , m_system(system)
-    , m_settings(settings)
+    , m_places(settings)
     , m_view(new BuddyView(this, std::move(clock)))
 {
     setAttribute(Qt::WA_TranslucentBackground);
@@ -42,9 +36,12 @@ BuddyWindow::BuddyWindow(BuddyWindowSystem& system, QSettings& settings, BuddyVi
     setWindowTitle(QStringLiteral("Pobblewig"));
     setAccessibleName(QStringLiteral("Pobblewig"));
     setCursor(Qt::PointingHandCursor);
+    setMouseTracking(true);
     m_view->setAccessibleName(tr("Open chat"));
     connect(m_view, &BuddyView::clicked, this, &BuddyWindow::clicked);
     connect(m_view, &BuddyView::appeared, this, &BuddyWindow::appeared);
+    connect(m_view, &BuddyView::appeared, this, &BuddyWindow::watchFullScreen);
+    connect(m_view, &BuddyView::ticked, this, &BuddyWindow::glide);
     connect(m_view, &BuddyView::roomChanged, this, &BuddyWindow::fitAroundView);
     connect(m_view, &BuddyView::shapeChanged, this, &BuddyWindow::applyShape);
     connect(&m_occlusionWatch, &QTimer::timeout, this, &BuddyWindow::watchOcclusion);
@@ -52,17 +49,41 @@ BuddyWindow::BuddyWindow(BuddyWindowSystem& system, QSettings& settings, BuddyVi
     connect(&m_sizeDeadline, &QTimer::timeout, this, &BuddyWindow::paintInNewSize);
     m_sizeDeadline.setSingleShot(true);
     m_sizeDeadline.setInterval(longestWaitForASize);
+    connect(&m_click, &QTimer::timeout, this, &BuddyWindow::clicked);
+    m_click.setSingleShot(true);
+    m_click.setInterval(qMin(QApplication::doubleClickInterval(), longestWaitForAClick));
 
     setFixedSize(m_view->size());
     restorePlace();
     watchScreens();
 }
 
+BuddyWindow::~BuddyWindow()
+{
+    m_system.watchFullScreen({});
+}
+
 void BuddyWindow::setSizeScale(double sizeScale)
 {
     m_view->setSizeScale(sizeScale);
+    if (m_view->size() == size())
+        return;
     setFixedSize(m_view->size());
     restorePlace();
+}
+
+void BuddyWindow::setHiddenFor(HidingReason reason, bool isHidden)
+{
+    const auto isNews =
+        isHidden ? m_hidingReasons.insert(reason).second : m_hidingReasons.erase(reason) > 0;
+    if (isNews)
+        setVisible(m_isWanted);
+}
+
+void BuddyWindow::setVisible(bool isVisible)
+{
+    m_isWanted = isVisible;
+    QWidget::setVisible(isVisible && m_hidingReasons.empty());
 }
 
 bool BuddyWindow::event(QEvent* event)
@@ -80,6 +101,11 @@ bool BuddyWindow::event(QEvent* event)
         break;
     case QEvent::Hide:
         m_occlusionWatch.stop();
+        letGo();
+        rest();
+        break;
+    case QEvent::Leave:
+        m_view->lookAhead();
         break;
     case QEvent::ScreenChangeInternal:
         m_view->fitToScreen();
@@ -103,44 +129,63 @@ void BuddyWindow::moveEvent(QMoveEvent* event)
 
 void BuddyWindow::mousePressEvent(QMouseEvent* event)
 {
+    m_view->stir();
     if (event->button() != Qt::LeftButton)
         return;
     const auto pressedAt = event->globalPosition().toPoint();
-    m_grip = Grip { .pressedAt = pressedAt, .offset = event->position().toPoint() };
+    // Caught in its glide it is in the hand at once, and that was no click.
+    const auto isCaught = m_glide.isGliding();
+    const auto offset = isCaught ? pressedAt - m_corner : event->position().toPoint();
+    m_grip = Grip { .pressedAt = pressedAt, .offset = offset, .isDragging = isCaught };
+    m_glide.grab(place(), m_view->now());
+    if (isCaught)
+        m_view->beginDragging();
 }
 
 void BuddyWindow::mouseMoveEvent(QMouseEvent* event)
 {
-    if (!m_grip)
+    if (!m_grip) {
+        m_view->lookAt(event->position());
         return;
+    }
     const auto position = event->globalPosition().toPoint();
     const auto distance = (position - m_grip->pressedAt).manhattanLength();
-    m_grip->isDragging |= distance > QApplication::startDragDistance();
-    if (m_grip->isDragging)
-        standAt(position - m_grip->offset);
+    if (!m_grip->isDragging && distance > QApplication::startDragDistance()) {
+        m_grip->isDragging = true;
+        m_view->beginDragging();
+    }
+    if (!m_grip->isDragging)
+        return;
+    carryTo(position - m_grip->offset);
+    m_glide.carry(place(), m_view->now());
 }
 
 void BuddyWindow::mouseReleaseEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton || !m_grip)
         return;
-    const auto wasDragging = m_grip->isDragging;
-    m_grip.reset();
-    if (wasDragging)
-        savePlace();
-    else
-        Q_EMIT clicked();
+    if (!m_grip->isDragging)
+        m_click.start();
+    letGo();
+    giveWayToFullScreen();
 }
 
 void BuddyWindow::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton)
-        m_view->pet();
+    if (event->button() != Qt::LeftButton)
+        return;
+    m_click.stop();
+    m_view->pet();
 }
 
 void BuddyWindow::contextMenuEvent(QContextMenuEvent* event)
 {
     Q_EMIT menuRequested(event->globalPos());
+}
+
+QPoint BuddyWindow::place() const
+{
+    return m_corner + QPoint(width() / 2, height());
 }
 
 void BuddyWindow::standAt(QPoint corner)
@@ -149,11 +194,43 @@ void BuddyWindow::standAt(QPoint corner)
     move(corner);
 }
 
+void BuddyWindow::carryTo(QPoint corner)
+{
+    m_view->windowMoved(corner - m_corner);
+    standAt(corner);
+}
+
+void BuddyWindow::letGo()
+{
+    const auto grip = std::exchange(m_grip, std::nullopt);
+    if (!grip || !grip->isDragging)
+        return;
+    m_view->endDragging();
+    m_glide.release(m_places.surroundings(place(), size()), m_view->now());
+    m_places.keep(place());
+}
+
+void BuddyWindow::glide()
+{
+    if (!m_glide.isGliding())
+        return;
+    carryTo(BuddyPlacement::windowAt(m_glide.tick(m_view->now()), size()).topLeft());
+    if (!m_glide.isGliding())
+        m_places.keep(place());
+}
+
+void BuddyWindow::rest()
+{
+    if (!m_glide.isGliding())
+        return;
+    m_glide.stop();
+    m_places.keep(place());
+}
+
 void BuddyWindow::fitAroundView()
 {
     const auto size = m_view->size();
-    const auto place = m_corner + QPoint(width() / 2, height());
-    const auto frame = BuddyPlacement::windowAt(place, size);
+    const auto frame = BuddyPlacement::windowAt(place(), size);
     if (m_grip)
         m_grip->offset += m_corner - frame.topLeft();
     m_corner = frame.topLeft();
@@ -181,21 +258,12 @@ void BuddyWindow::paintInNewSize()
 
 void BuddyWindow::restorePlace()
 {
-    const auto screens = screenRects();
-    if (screens.empty())
+    const auto place = m_places.place(size());
+    if (!place)
         return;
-    const auto saved = m_settings.value(placeKey());
-    const auto wanted = saved.canConvert<QPoint>()
-        ? saved.toPoint()
-        : BuddyPlacement::initialPlace(
-            size(), QGuiApplication::primaryScreen()->availableGeometry());
-    const auto place = BuddyPlacement::visiblePlace(wanted, size(), screens);
-    standAt(BuddyPlacement::windowAt(place, size()).topLeft());
-}
-
-void BuddyWindow::savePlace()
-{
-    m_settings.setValue(placeKey(), m_corner + QPoint(width() / 2, height()));
+    m_glide.stop();
+    standAt(BuddyPlacement::windowAt(*place, size()).topLeft());
+    giveWayToFullScreen();
 }
 
 void BuddyWindow::watchScreens()
@@ -217,6 +285,21 @@ void BuddyWindow::watchOcclusion()
 {
     m_isSettling = false;
     m_view->setOccluded(m_system.isCovered(winId()));
+}
+
+void BuddyWindow::watchFullScreen()
+{
+    m_system.watchFullScreen([this] { giveWayToFullScreen(); });
+    giveWayToFullScreen();
+}
+
+void BuddyWindow::giveWayToFullScreen()
+{
+    if (!m_isWanted)
+        return;
+    const auto* nearest = QGuiApplication::screenAt(geometry().center());
+    const auto area = devicePixels(nearest ? *nearest : *screen());
+    setHiddenFor(HidingReason::fullScreen, m_system.isFullScreenInFront(area));
 }
 
 void BuddyWindow::applyShape()

@@ -107,6 +107,15 @@ void BuddyAnimation::pet(double now)
     m_sleep.stir(now);
 }
 
+void BuddyAnimation::dozeOff(double now)
+{
+    if (m_state.kind == Kind::working || m_state.kind == Kind::responding)
+        return;
+    setState({}, now);
+    m_petUntil = now;
+    m_sleep.dozeOff(now);
+}
+
 void BuddyAnimation::beginDragging(double now)
 {
     m_walk.begin(now);

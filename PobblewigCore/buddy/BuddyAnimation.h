@@ -41,6 +41,13 @@ public:
     void setState(BuddyState state, double now);
 
     void pet(double now);
+
+    /// Something happened to it that is no reason to do anything but wake up.
+    void stir(double now) { m_sleep.stir(now); }
+
+    /// Lets it sleep at once, unless it has work to do, until something happens.
+    void dozeOff(double now);
+
     void beginDragging(double now);
     void endDragging(double now) { m_walk.end(now); }
 

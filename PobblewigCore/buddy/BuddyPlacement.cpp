@@ -12,13 +12,17 @@ namespace {
 /// Far outside every desktop, yet safe to calculate with.
 constexpr int farthest = 1 << 20;
 
-QPoint nearestOn(const QRect& screen, QPoint place, QSize size)
+QPoint bounded(QPoint place, const QRect& places)
 {
-    const auto left = screen.left() + size.width() / 2;
-    const auto right = qMax(left, screen.right() + 1 - (size.width() - size.width() / 2));
-    const auto bottom = screen.bottom() + 1;
-    const auto top = qMin(screen.top() + size.height(), bottom);
-    return { std::clamp(place.x(), left, right), std::clamp(place.y(), top, bottom) };
+    return { std::clamp(place.x(), places.left(), places.right()),
+        std::clamp(place.y(), places.top(), places.bottom()) };
+}
+
+/// Safe to calculate with.
+QPoint finite(QPoint place)
+{
+    return { std::clamp(place.x(), -farthest, farthest),
+        std::clamp(place.y(), -farthest, farthest) };
 }
 
 } // namespace
@@ -50,21 +54,34 @@ QRect BuddyPlacement::windowAt(QPoint place, QSize size)
     return { place - QPoint(size.width() / 2, size.height()), size };
 }
 
-QPoint BuddyPlacement::visiblePlace(QPoint place, QSize size, const std::vector<QRect>& screens)
+QRect BuddyPlacement::placesIn(const QRect& area, QSize size)
 {
-    const QPoint bounded(
-        std::clamp(place.x(), -farthest, farthest), std::clamp(place.y(), -farthest, farthest));
-    const auto middle = windowAt(bounded, size).center();
-    const auto shows = [&](const QRect& screen) { return screen.contains(middle); };
-    if (std::ranges::any_of(screens, shows))
-        return bounded;
+    const auto left = area.left() + size.width() / 2;
+    const auto right = qMax(left, area.right() + 1 - (size.width() - size.width() / 2));
+    const auto bottom = area.bottom() + 1;
+    const auto top = qMin(area.top() + size.height(), bottom);
+    return { QPoint(left, top), QPoint(right, bottom) };
+}
 
-    const auto distance = [&](QPoint candidate) { return (candidate - bounded).manhattanLength(); };
-    std::vector<QPoint> candidates;
-    candidates.reserve(screens.size());
-    for (const auto& screen : screens)
-        candidates.push_back(nearestOn(screen, bounded, size));
-    return *std::ranges::min_element(candidates, {}, distance);
+QPoint BuddyPlacement::visiblePlace(QPoint place, QSize size, const std::vector<Screen>& screens)
+{
+    const auto wanted = finite(place);
+    const auto& screen = screenAt(wanted, size, screens);
+    if (screen.geometry.contains(windowAt(wanted, size).center()))
+        return wanted;
+    return bounded(wanted, placesIn(screen.available, size));
+}
+
+const BuddyPlacement::Screen& BuddyPlacement::screenAt(
+    QPoint place, QSize size, const std::vector<Screen>& screens)
+{
+    const auto wanted = finite(place);
+    const auto middle = windowAt(wanted, size).center();
+    const auto distance = [&](const Screen& screen) {
+        const auto nearest = bounded(wanted, placesIn(screen.available, size));
+        return screen.geometry.contains(middle) ? -1 : (nearest - wanted).manhattanLength();
+    };
+    return *std::ranges::min_element(screens, {}, distance);
 }
 
 } // namespace pobblewig

@@ -10,6 +10,12 @@
 /// which stays when its size changes. Never called without a screen.
 namespace pobblewig::BuddyPlacement {
 
+struct Screen {
+    QRect geometry;
+    /// What the desktop's panels leave free.
+    QRect available;
+};
+
 /// The same for the same screens, in whatever order they are listed.
 QString layoutName(std::vector<QRect> screens);
 
@@ -18,8 +24,14 @@ QPoint initialPlace(QSize size, const QRect& available);
 
 QRect windowAt(QPoint place, QSize size);
 
+/// The places where all of the buddy can be seen in an area: at least one.
+QRect placesIn(const QRect& area, QSize size);
+
 /// The place itself if the middle of the buddy can be seen there; else the nearest one where all
-/// of it can.
-QPoint visiblePlace(QPoint place, QSize size, const std::vector<QRect>& screens);
+/// of it can, and no panel is in the way.
+QPoint visiblePlace(QPoint place, QSize size, const std::vector<Screen>& screens);
+
+/// The screen that the buddy is on, or the nearest one.
+const Screen& screenAt(QPoint place, QSize size, const std::vector<Screen>& screens);
 
 } // namespace pobblewig::BuddyPlacement

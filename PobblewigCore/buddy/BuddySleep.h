@@ -20,6 +20,10 @@ public:
     bool areEyesClosed() const { return m_amount > 0.35; }
 
     void stir(double now) { m_lastActivityAt = now; }
+
+    /// As if nothing had happened for long enough.
+    void dozeOff(double now) { m_lastActivityAt = now - delay; }
+
     void tick(double now, double frames, bool mayDoze);
 
 private:

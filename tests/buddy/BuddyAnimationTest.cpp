@@ -160,6 +160,41 @@ private Q_SLOTS:
         QTEST(scene.buddy.sleepAmount() > 0.5, "sleeps");
     }
 
+    void itSleepsAtOnceWhenItIsToldTo_data()
+    {
+        using Act = std::function<void(Scene&)>;
+        QTest::addColumn<Act>("before");
+        QTest::addColumn<Act>("after");
+        QTest::addColumn<bool>("sleeps");
+        const Act nothing = [](Scene&) {};
+        const auto entering = [](Kind kind) {
+            return Act([kind](Scene& scene) { scene.enter(kind); });
+        };
+        row("idle", nothing, nothing, true);
+        row("with a reminder", entering(Kind::notify), nothing, true);
+        row("petted", Act([](Scene& scene) { scene.buddy.pet(scene.now); }), nothing, true);
+        row("at work", entering(Kind::working), nothing, false);
+        row("touched again", nothing, Act([](Scene& scene) {
+            scene.pass(3);
+            scene.buddy.stir(scene.now);
+        }),
+            false);
+        row("asked something", nothing, entering(Kind::responding), false);
+    }
+    void itSleepsAtOnceWhenItIsToldTo()
+    {
+        using Act = std::function<void(Scene&)>;
+        QFETCH(Act, before);
+        QFETCH(Act, after);
+        Scene scene;
+        before(scene);
+        scene.pass(0.5);
+        scene.buddy.dozeOff(scene.now);
+        after(scene);
+        scene.pass(4);
+        QTEST(scene.buddy.sleepAmount() > 0.9, "sleeps");
+    }
+
     void itDozesOffSlowlyAndWakesQuickly()
     {
         Scene scene;

@@ -26,7 +26,7 @@ private Q_SLOTS:
         m_scratch.emplace();
         m_settings.emplace(
             m_scratch->filePath(QStringLiteral("desktop.conf")), QSettings::IniFormat);
-        m_window = std::make_unique<BuddyWindow>(m_system, *m_settings);
+        m_window = std::make_unique<BuddyWindow>(m_system, *m_settings, [this] { return now(); });
     }
 
     void cleanup() { m_window.reset(); }
@@ -47,8 +47,86 @@ private Q_SLOTS:
         const auto before = m_window->pos();
         QSignalSpy clicks(m_window.get(), &BuddyWindow::clicked);
         drag({ -distance, 0 });
-        QCOMPARE(clicks.count(), isDrag ? 0 : 1);
+        QTRY_COMPARE(clicks.count(), isDrag ? 0 : 1);
         QCOMPARE(m_window->pos(), isDrag ? before - QPoint(distance, 0) : before);
+    }
+
+    void aDoubleClickPetsAndOpensNothing()
+    {
+        show();
+        QSignalSpy clicks(m_window.get(), &BuddyWindow::clicked);
+        const auto alone = m_window->height();
+        const auto middle = m_window->rect().center();
+        for (const auto type : { QEvent::MouseButtonPress, QEvent::MouseButtonRelease,
+                 QEvent::MouseButtonDblClick, QEvent::MouseButtonRelease })
+            send(type, middle, m_window->mapToGlobal(middle));
+        QTRY_VERIFY(m_window->height() > alone);
+        QTRY_COMPARE(m_window->height(), alone);
+        QCOMPARE(clicks.count(), 0);
+    }
+
+    void aThrowEndsWhereThePlaceIsKept()
+    {
+        show();
+        drag({ -300, -200 }, Release::inMotion);
+        const auto released = m_window->pos();
+        const auto place = [this] { return m_settings->value(m_settings->allKeys().first()); };
+        const auto first = place();
+        QTRY_VERIFY(m_window->pos().x() < released.x() && m_window->pos().y() < released.y());
+        QTRY_VERIFY(place() != first);
+        const auto end = m_window->geometry();
+        QCOMPARE(place().toPoint(), QPoint(end.left() + end.width() / 2, end.bottom() + 1));
+        QVERIFY(m_window->screen()->geometry().contains(end));
+    }
+
+    void aPressEndsAThrowAndIsNoClick()
+    {
+        show();
+        QSignalSpy clicks(m_window.get(), &BuddyWindow::clicked);
+        drag({ -300, -200 }, Release::inMotion);
+        const auto released = m_window->pos();
+        QTRY_VERIFY(m_window->pos() != released);
+        drag({});
+        const auto caught = m_window->pos();
+        m_skipped += 10;
+        m_window->view().stir();
+        QCOMPARE(m_window->pos(), caught);
+        QVERIFY(!clicks.wait(QApplication::doubleClickInterval()));
+    }
+
+    void itGivesWayToAFullScreen()
+    {
+        show();
+        std::optional<ForeignWindow> film(
+            std::in_place, "film", QRect(100, 100, 500, 400), 0x203040);
+        QTRY_VERIFY(isActive(film->id()));
+        QVERIFY(m_window->isVisible());
+        makeFullScreen(film->id());
+        QTRY_VERIFY(!m_window->isVisible());
+        {
+            const ForeignWindow letter("letter", QRect(200, 200, 300, 200), 0x805030);
+            QTRY_VERIFY(m_window->isVisible());
+        }
+        QTRY_VERIFY(!m_window->isVisible());
+        film.reset();
+        QTRY_VERIFY(m_window->isVisible());
+    }
+
+    void itComesBackWhenNoReasonIsLeft()
+    {
+        using Reason = BuddyWindow::HidingReason;
+        m_window->setHiddenFor(Reason::sharedScreen, true);
+        m_window->show();
+        QVERIFY(!m_window->isVisible());
+        m_window->setHiddenFor(Reason::fullScreen, true);
+        m_window->setHiddenFor(Reason::sharedScreen, false);
+        QVERIFY(!m_window->isVisible());
+        m_window->setHiddenFor(Reason::fullScreen, false);
+        QVERIFY(m_window->isVisible());
+        m_window->hide();
+        m_window->setHiddenFor(Reason::fullScreen, true);
+        m_window->setHiddenFor(Reason::fullScreen, false);
+        QVERIFY(!m_window->isVisible());
     }
 
     void thePlaceIsKeptOverARestartAndAtAnySize()
@@ -188,18 +266,55 @@ private:
         QTRY_COMPARE(m_window->pos(), place);
     }
 
-    void drag(QPoint by)
+    enum class Release { atRest, inMotion };
+
+    void drag(QPoint by, Release release = Release::atRest)
     {
         const auto grip = m_window->rect().center();
-        const auto send = [&](QEvent::Type type, QPoint at, Qt::MouseButtons buttons) {
-            QMouseEvent event(type, QPointF(grip), QPointF(at),
-                type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, buttons, {});
-            QCoreApplication::sendEvent(m_window.get(), &event);
-        };
         const auto from = m_window->mapToGlobal(grip);
-        send(QEvent::MouseButtonPress, from, Qt::LeftButton);
-        send(QEvent::MouseMove, from + by, Qt::LeftButton);
-        send(QEvent::MouseButtonRelease, from + by, Qt::NoButton);
+        send(QEvent::MouseButtonPress, grip, from);
+        m_skipped += 0.2;
+        send(QEvent::MouseMove, grip, from + by);
+        if (release == Release::atRest)
+            m_skipped += 1;
+        send(QEvent::MouseButtonRelease, grip, from + by);
+    }
+
+    void send(QEvent::Type type, QPoint at, QPoint globally)
+    {
+        const auto isMove = type == QEvent::MouseMove;
+        const auto isRelease = type == QEvent::MouseButtonRelease;
+        QMouseEvent event(type, QPointF(at), QPointF(globally),
+            isMove ? Qt::NoButton : Qt::LeftButton, isRelease ? Qt::NoButton : Qt::LeftButton, {});
+        QCoreApplication::sendEvent(m_window.get(), &event);
+    }
+
+    double now() const
+    {
+        const auto time = std::chrono::steady_clock::now().time_since_epoch();
+        return std::chrono::duration<double>(time).count() + m_skipped;
+    }
+
+    bool isActive(xcb_window_t window)
+    {
+        return m_x11->values(m_x11->root(), "_NET_ACTIVE_WINDOW") == std::vector { window };
+    }
+
+    /// As any program asks for it.
+    void makeFullScreen(xcb_window_t window)
+    {
+        constexpr std::uint32_t add = 1;
+        xcb_client_message_event_t wish = {};
+        wish.response_type = XCB_CLIENT_MESSAGE;
+        wish.format = 32;
+        wish.window = window;
+        wish.type = m_x11->atom("_NET_WM_STATE");
+        wish.data.data32[0] = add;
+        wish.data.data32[1] = m_x11->atom("_NET_WM_STATE_FULLSCREEN");
+        xcb_send_event(m_x11->get(), false, m_x11->root(),
+            XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+            reinterpret_cast<const char*>(&wish));
+        xcb_flush(m_x11->get());
     }
 
     /// As the user does it, with the X server to decide whose click it is.
@@ -234,6 +349,8 @@ private:
         return extent;
     }
 
+    /// Seconds that have passed beside the real ones.
+    double m_skipped = 0;
     std::unique_ptr<X11Connection> m_x11 = X11Connection::create();
     X11BuddyWindowSystem m_system { *m_x11 };
     std::optional<QTemporaryDir> m_scratch;

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "buddy/BuddyPlacement.h"
+
+#include <QSettings>
+
+#include <optional>
+
+namespace pobblewig {
+
+/// Where the user has put the buddy, for each arrangement of the screens.
+class BuddyPlaces {
+public:
+    /// Reads and writes the group "buddy".
+    explicit BuddyPlaces(QSettings& settings);
+
+    /// On the present screens: its own place there, else as near as possible to where it was put
+    /// last. Nothing while there is no screen.
+    std::optional<QPoint> place(QSize size);
+
+    /// Where it can slide to from here without leaving its screen.
+    QRect surroundings(QPoint place, QSize size) const;
+
+    void keep(QPoint place);
+
+private:
+    QSettings& m_settings;
+    /// In whichever arrangement that was.
+    std::optional<QPoint> m_latest;
+};
+
+} // namespace pobblewig
