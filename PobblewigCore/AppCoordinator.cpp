@@ -171,6 +171,21 @@ void AppCoordinator::startNewSession()
     spawn(m_sessionEnd.startNewSession());
 }
 
+void AppCoordinator::deliverProactiveMessage(const QString& text, const QUuid& interventionID)
+{
+    m_history.append({ .id = QUuid::createUuid(),
+        .role = ChatMessage::Role::assistant,
+        .text = text,
+        .timestamp = m_parts.clock(),
+        .sessionID = rememberingSessionID(),
+        .relatedInterventionID = interventionID });
+    m_chat.reload();
+    m_usage.addIntervention();
+    refresh(m_parts.clock());
+    if (onInterventionFired)
+        onInterventionFired(text);
+}
+
 Task<> AppCoordinator::startUp()
 {
     m_modes.restoreTemporaryModeRevert(m_parts.clock());

@@ -96,6 +96,12 @@ public:
     /// into an archive and an empty one begins. What cannot be archived stays.
     void startNewSession();
 
+    /// Adds a message that nobody asked for to the conversation, and tells of it.
+    void deliverProactiveMessage(const QString& text, const QUuid& interventionID);
+
+    /// A proactive message has reached the conversation: the buddy shows it.
+    std::function<void(const QString& message)> onInterventionFired;
+
 Q_SIGNALS:
     void stateChanged();
 

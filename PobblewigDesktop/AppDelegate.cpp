@@ -39,6 +39,13 @@ ThemePreference themePreference(const AppSettings& settings)
         .value_or(ThemePreference::system);
 }
 
+Palette paletteFor(const AppSettings& settings)
+{
+    const auto scheme =
+        Theme::colorScheme(themePreference(settings), Theme::desktopScheme(qApp->palette()));
+    return Theme::palette(scheme, settings.accentChoice);
+}
+
 QString stateInWords(const AppSettings& settings)
 {
     if (settings.mode == CoachMode::openEnded)
@@ -70,6 +77,9 @@ AppDelegate::AppDelegate(BuddyWindowSystem& windowSystem, QSettings& desktopSett
     connect(&m_buddy, &BuddyWindow::menuRequested, this, &AppDelegate::showMenu);
     connect(&m_presence, &DesktopPresence::chatRequested, this, &AppDelegate::openChat);
     connect(&m_presence, &DesktopPresence::chatToggled, this, &AppDelegate::toggleChat);
+    connect(&m_presence, &DesktopPresence::reminded, this, &AppDelegate::showReminder);
+    connect(&m_presence, &DesktopPresence::sleepRequested, &m_buddy.view(), &BuddyView::dozeOff);
+    connect(&m_buddy.view(), &BuddyView::sleepAmountChanged, this, &AppDelegate::showPresence);
     connect(&m_presence, &DesktopPresence::quitRequested, qApp, &QApplication::quit);
     connect(&m_presence, &DesktopPresence::noticed, this, &AppDelegate::showNotice);
 }
@@ -92,6 +102,7 @@ void AppDelegate::openChat()
     }
     if (!m_panel)
         makePanel();
+    endReminder();
     // Where the user has put it is its place, until it is closed.
     if (!m_panel->isVisible())
         m_panel->showBeside(m_buddy.geometry(), m_buddy.screen()->availableGeometry());
@@ -126,15 +137,14 @@ void AppDelegate::showMenu(QPoint place)
 
 void AppDelegate::showActivity(bool working, bool succeeded)
 {
-    using Activity = PresenceState::Activity;
     using Kind = BuddyState::Kind;
-    m_presence.setActivity(working ? Activity::working : Activity::resting);
     if (working)
         m_buddy.view().setState({ Kind::working, {} });
     else if (succeeded)
         m_buddy.view().setState({ Kind::done, tr("done") });
     else
         m_buddy.view().setState({});
+    showPresence();
 }
 
 void AppDelegate::showReply()
@@ -143,11 +153,44 @@ void AppDelegate::showReply()
         m_buddy.view().setState({ BuddyState::Kind::responding, {} });
 }
 
+void AppDelegate::showReminder()
+{
+    m_buddy.view().setState({ BuddyState::Kind::notify, tr("reminder — click me to reply") });
+    showPresence();
+}
+
+void AppDelegate::endReminder()
+{
+    if (m_buddy.view().state().kind == BuddyState::Kind::notify)
+        m_buddy.view().setState({});
+    showPresence();
+}
+
+void AppDelegate::showPresence()
+{
+    using Activity = PresenceState::Activity;
+    constexpr double halfAsleep = 0.5;
+    const auto isAsleep = m_buddy.view().sleepAmount() > halfAsleep;
+    switch (m_buddy.view().state().kind) {
+    case BuddyState::Kind::working:
+    case BuddyState::Kind::responding:
+        m_presence.setActivity(Activity::working);
+        break;
+    case BuddyState::Kind::notify:
+        m_presence.setActivity(Activity::reminding);
+        break;
+    default:
+        m_presence.setActivity(isAsleep ? Activity::asleep : Activity::resting);
+    }
+}
+
 void AppDelegate::makePanel()
 {
     m_panel = std::make_unique<ChatPanel>(m_coordinator->chat(), Calendar::current(), systemNow);
     connect(m_panel.get(), &ChatPanel::newSessionRequested, m_coordinator.get(),
         &AppCoordinator::startNewSession);
+    connect(m_panel.get(), &ChatPanel::shown, this, [this] { m_presence.setChatShown(true); });
+    connect(m_panel.get(), &ChatPanel::hidden, this, [this] { m_presence.setChatShown(false); });
     connect(m_panel.get(), &ChatPanel::hidden, this,
         [this] { m_desktopSettings.setValue(panelSizeKey, m_panel->size()); });
     connectAnswers();
@@ -185,13 +228,15 @@ void AppDelegate::showState()
 
 void AppDelegate::showLook(const AppSettings& settings)
 {
-    const Look look { settings.mascot, settings.mascotColorScheme, settings.mascotSizeScale };
+    const Look look { settings.mascot, settings.mascotColorScheme, settings.mascotSizeScale,
+        settings.themePreference, settings.accentChoice };
     if (m_look == look)
         return;
     m_look = look;
     const auto sprite = spriteFor(look.mascot, look.colorScheme);
     m_buddy.setSprite(sprite);
     m_buddy.setSizeScale(look.sizeScale);
+    m_buddy.view().setTheme(paletteFor(settings));
     m_presence.setSprite(sprite);
     m_desktopSettings.setValue(mascotKey, look.mascot);
     m_desktopSettings.setValue(schemeKey, look.colorScheme);
@@ -202,9 +247,7 @@ void AppDelegate::showPanelState()
 {
     const auto& state = m_coordinator->state();
     const auto& settings = state.settings;
-    const auto scheme =
-        Theme::colorScheme(themePreference(settings), Theme::desktopScheme(qApp->palette()));
-    m_panel->setTheme(Theme::palette(scheme, settings.accentChoice));
+    m_panel->setTheme(paletteFor(settings));
     m_panel->setFace(BuddyFace::icon(spriteFor(settings.mascot, settings.mascotColorScheme)));
     m_panel->setStateText(stateInWords(settings));
     m_panel->setModelLabel(state.modelLabel);
@@ -224,6 +267,7 @@ void AppDelegate::showNotice(const QString& text)
 
 void AppDelegate::toggleChat()
 {
+    endReminder();
     if (m_panel && m_panel->isActiveWindow() && !m_panel->isMinimized())
         m_panel->hide();
     else

@@ -40,6 +40,8 @@ private:
         QString mascot;
         QString colorScheme;
         double sizeScale = 1;
+        QString theme;
+        QString accent;
 
         bool operator==(const Look&) const = default;
     };
@@ -48,6 +50,9 @@ private:
     void showMenu(QPoint place);
     void showActivity(bool working, bool succeeded);
     void showReply();
+    void showReminder();
+    void endReminder();
+    void showPresence();
     void makePanel();
     void connectAnswers();
     void awaitAnswer(const QString& proposalId, Task<> answer);

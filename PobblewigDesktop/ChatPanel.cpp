@@ -152,6 +152,7 @@ void ChatPanel::showEvent(QShowEvent* event)
     m_feed->refresh();
     m_view->followLatest();
     m_input->setFocus(Qt::ActiveWindowFocusReason);
+    Q_EMIT shown();
 }
 
 void ChatPanel::hideEvent(QHideEvent* event)

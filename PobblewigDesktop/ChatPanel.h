@@ -57,6 +57,7 @@ public:
 
 Q_SIGNALS:
     void newSessionRequested();
+    void shown();
     void hidden();
 
     void proposalConfirmed(const QString& proposalId);

@@ -25,8 +25,7 @@ void DesktopPresence::follow(AppCoordinator& coordinator)
 {
     m_coordinator = &coordinator;
     connect(&coordinator, &AppCoordinator::stateChanged, this, &DesktopPresence::showState);
-    connect(&coordinator.chat(), &ChatService::activityChanged, this,
-        [this](bool isWorking) { setActivity(isWorking ? Activity::working : Activity::resting); });
+    coordinator.onInterventionFired = [this](const QString& message) { remind(message); };
     // Once the others have seen the end of the turn.
     connect(&coordinator.chat(), &ChatService::activityChanged, this, &DesktopPresence::sendReplies,
         Qt::QueuedConnection);
@@ -58,8 +57,15 @@ void DesktopPresence::setSprite(const MascotSprite& sprite)
 
 void DesktopPresence::setActivity(Activity activity)
 {
-    m_activity = activity;
-    showState();
+    if (std::exchange(m_activity, activity) != activity)
+        showState();
+}
+
+void DesktopPresence::setChatShown(bool isShown)
+{
+    m_isChatShown = isShown;
+    if (isShown && m_services)
+        m_services->notifications.withdraw();
 }
 
 void DesktopPresence::activate(QWidget& window)
@@ -128,6 +134,7 @@ void DesktopPresence::connectRequests(PresenceMenu& menu)
         modes.pauseObservation(PresenceLogic::pauseEnd(length, m_clock(), m_calendar()));
     });
     connect(&menu, &PresenceMenu::resumeRequested, this, [&modes] { modes.resumeObservation(); });
+    connect(&menu, &PresenceMenu::sleepRequested, this, &DesktopPresence::sleepRequested);
     connect(&menu, &PresenceMenu::startWithDesktopRequested, this, [this, &menu](bool start) {
         startWithDesktop(start);
         menu.setStartsWithDesktop(m_services->autostart.isEnabled());
@@ -139,6 +146,22 @@ void DesktopPresence::lookAtScreen()
     m_coordinator->chat().submit(
         Prompts::visionUserPrompt.toString(), ChatService::Screenshot::with);
     Q_EMIT chatRequested();
+}
+
+void DesktopPresence::remind(const QString& message)
+{
+    Q_EMIT reminded();
+    if (!m_services)
+        return;
+    m_services->sounds.play(u"Glass");
+    if (!m_isChatShown)
+        spawn(present({ .title = QStringLiteral("Pobblewig"), .text = message }));
+}
+
+Task<> DesktopPresence::present(Notification notification)
+{
+    // A desktop without notifications still has the buddy.
+    co_await m_services->notifications.present(std::move(notification));
 }
 
 void DesktopPresence::startWithDesktop(bool startWithDesktop)

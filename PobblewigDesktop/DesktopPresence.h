@@ -33,6 +33,9 @@ public:
     /// What the buddy does at present.
     void setActivity(PresenceState::Activity activity);
 
+    /// Whether the user can read the conversation: then nothing of it is told elsewhere.
+    void setChatShown(bool isShown);
+
     /// Gives the keyboard to a window that is shown because the user asked for it.
     void activate(QWidget& window);
 
@@ -44,7 +47,11 @@ public:
 Q_SIGNALS:
     void chatRequested();
     void chatToggled();
+    void sleepRequested();
     void quitRequested();
+
+    /// The buddy has something to say that nobody asked for.
+    void reminded();
 
     /// Something for the user to read, which is no part of the conversation.
     void noticed(const QString& text);
@@ -58,6 +65,8 @@ private:
     void showStateIn(PresenceMenu& menu);
     void connectRequests(PresenceMenu& menu);
     void lookAtScreen();
+    void remind(const QString& message);
+    Task<> present(Notification notification);
     void startWithDesktop(bool startWithDesktop);
     void reportHotKey(const HotKeyError& error);
     void sendReplies();
@@ -69,6 +78,7 @@ private:
     AppCoordinator* m_coordinator = nullptr;
     std::optional<DesktopServices> m_services;
     PresenceState::Activity m_activity = PresenceState::Activity::resting;
+    bool m_isChatShown = false;
     PresenceState m_state;
     MascotSprite m_sprite;
     /// What the user wrote in notifications while a turn was under way.

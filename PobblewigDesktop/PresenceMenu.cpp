@@ -20,6 +20,7 @@ PresenceMenu::PresenceMenu(QWidget* parent)
     addSeparator();
     addModes();
     addPauses();
+    addAction(tr("Sleep now"), this, &PresenceMenu::sleepRequested);
     addSeparator();
     m_startsWithDesktop = addAction(tr("Start with the desktop"));
     m_startsWithDesktop->setCheckable(true);

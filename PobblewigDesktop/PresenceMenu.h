@@ -28,6 +28,7 @@ Q_SIGNALS:
     void temporaryModeRequested(CoachMode mode, int minutes);
     void pauseRequested(PauseLength length);
     void resumeRequested();
+    void sleepRequested();
     void startWithDesktopRequested(bool startWithDesktop);
     void quitRequested();
 
