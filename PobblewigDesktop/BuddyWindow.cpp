@@ -42,10 +42,9 @@ BuddyWindow::BuddyWindow(BuddyWindowSystem& system, QSettings& settings, BuddyVi
     connect(m_view, &BuddyView::appeared, this, &BuddyWindow::appeared);
     connect(m_view, &BuddyView::appeared, this, &BuddyWindow::watchFullScreen);
     connect(m_view, &BuddyView::ticked, this, &BuddyWindow::glide);
+    connect(m_view, &BuddyView::ticked, this, &BuddyWindow::watchOcclusion);
     connect(m_view, &BuddyView::roomChanged, this, &BuddyWindow::fitAroundView);
     connect(m_view, &BuddyView::shapeChanged, this, &BuddyWindow::applyShape);
-    connect(&m_occlusionWatch, &QTimer::timeout, this, &BuddyWindow::watchOcclusion);
-    m_occlusionWatch.setInterval(std::chrono::seconds(1));
     connect(&m_sizeDeadline, &QTimer::timeout, this, &BuddyWindow::paintInNewSize);
     m_sizeDeadline.setSingleShot(true);
     m_sizeDeadline.setInterval(longestWaitForASize);
@@ -97,10 +96,9 @@ bool BuddyWindow::event(QEvent* event)
         connect(windowHandle(), &QWindow::heightChanged, this, &BuddyWindow::paintInNewSize,
             Qt::UniqueConnection);
         m_isSettling = true;
-        m_occlusionWatch.start();
+        m_occlusionAskedAt = m_view->now();
         break;
     case QEvent::Hide:
-        m_occlusionWatch.stop();
         letGo();
         rest();
         break;
@@ -283,6 +281,11 @@ void BuddyWindow::watchScreens()
 
 void BuddyWindow::watchOcclusion()
 {
+    // Every second, along with a frame: one wake-up for both.
+    constexpr double interval = 0.9;
+    if (m_view->now() - m_occlusionAskedAt < interval)
+        return;
+    m_occlusionAskedAt = m_view->now();
     m_isSettling = false;
     m_view->setOccluded(m_system.isCovered(winId()));
 }

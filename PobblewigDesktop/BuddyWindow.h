@@ -91,7 +91,7 @@ private:
     BuddyWindowSystem& m_system;
     BuddyPlaces m_places;
     BuddyView* m_view;
-    QTimer m_occlusionWatch;
+    double m_occlusionAskedAt = 0;
     /// Runs while a new size was asked for.
     QTimer m_sizeDeadline;
     /// Runs while a click may become a double one.
