@@ -35,7 +35,7 @@ bool isQuestion(const QString& clause)
 QString statement(const QString& clause)
 {
     static const auto opening = words(QStringLiteral(
-        R"(^(?:(?:also|well|oh|by the way|btw|honestly|hello|because)\b[ ,]*)"
+        R"(^(?:(?:hello|good (?:morning|evening)|again|also|well|oh|by the way|btw|honestly)\b[ ,]*)"
         R"(|(?:remember|note|write)(?: down)?(?: that\b|[ :]+(?!to\b))[ :]*)+(?=\w))"));
     static const auto end = words(QStringLiteral(R"([\s.,;:!?]+$)"));
     return DemoWords::withoutCourtesies(clause).remove(opening).remove(end);

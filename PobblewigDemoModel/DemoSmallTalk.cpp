@@ -54,8 +54,8 @@ QString help()
         "my calendar\", \"forget that I like tea\"\n"
         "- Myself: \"focus for 30 minutes\", \"be a deadpan roommate\", \"turn into a pink "
         "axolotl\", \"pause observation\"\n"
-        "- Memory: \"remember that I like tea\", \"what do you know about tea\", \"what happened "
-        "yesterday\", \"when is the essay due\"\n"
+        "- Memory: \"I like tea\" and then the button \"New session\", \"what do you know about "
+        "tea\", \"remember that I moved\", \"what happened yesterday\", \"when is the essay due\"\n"
         "- Around us: \"what's on my screen\", \"what am I doing\", \"list my folders\"\n"
         "- Small talk: a greeting, \"what time is it\", a long story\n\n"
         "The README lists them all. Whatever else you write, I listen.");

@@ -109,7 +109,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("found");
         row("I like green tea", "preferences preference: The user likes green tea.");
-        row("hey, I really like Green Tea a lot!!",
+        row("Good morning again! By the way, I really like Green Tea a lot!!",
             "preferences preference: The user likes Green Tea.");
         row("Do I like tea? I like it. hello", "");
         row("please remember that I don't like my bike and I hate mornings",
