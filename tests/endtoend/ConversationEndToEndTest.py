@@ -80,19 +80,6 @@ class ConversationEndToEndTest(unittest.TestCase):
             self.assertTrue(told.startswith("Model not configured: "), told)
             self.assertEqual(program.chat_file(), [])
 
-    def test_a_new_session_archives_the_old_one(self):
-        with Program(self.model.variables) as program:
-            program.start()
-            program.open_chat()
-            program.send("hello")
-            kept = wait_for(lambda: len(program.chat_file()) == 2 and program.chat_file(), "reply")
-            wait_for(lambda: program.is_usable("New session"), "the end of the turn")
-            program.press("New session")
-            wait_for(lambda: program.chat_file() == [], "an empty conversation")
-            archives = list(program.data.glob("chat-*.json"))
-            self.assertEqual(len(archives), 1)
-            self.assertIn(kept[0]["id"], archives[0].read_text())
-
     def test_a_bad_settings_file_is_kept_aside(self):
         with Program(self.model.variables) as program:
             program.data.mkdir(parents=True)
