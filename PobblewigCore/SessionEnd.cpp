@@ -11,11 +11,11 @@ Task<> SessionEnd::endIfDue(TimePoint now)
 {
     if (!isDue(now))
         co_return;
-    const auto lastMessageID = begin();
+    const auto ending = begin();
     co_await m.extraction.extractPendingTurns();
     // The user may have said something meanwhile.
     if (!m.chat.isInTurn())
-        co_await m.rollover.rolloverIfNeeded(now, m.calendar(), lastMessageID);
+        co_await m.rollover.rolloverIfNeeded(now, m.calendar(), ending);
     ended();
 }
 
@@ -23,9 +23,9 @@ Task<> SessionEnd::startNewSession()
 {
     if (m_isUnderWay || m.chat.isStreaming() || m.chat.messages().empty())
         co_return;
-    const auto lastMessageID = begin();
+    const auto ending = begin();
     co_await m.extraction.extractPendingTurns();
-    co_await m.rollover.forceRollover(m.clock(), m.calendar(), lastMessageID);
+    co_await m.rollover.forceRollover(m.clock(), m.calendar(), ending);
     ended();
 }
 
@@ -35,12 +35,11 @@ bool SessionEnd::isDue(TimePoint now) const
         && m.memory.sessions.shouldRollOver(now, m.calendar());
 }
 
-std::optional<QUuid> SessionEnd::begin()
+std::optional<SessionRolloverService::Ending> SessionEnd::begin()
 {
     m_isUnderWay = true;
     m.changed();
-    const auto& messages = m.chat.messages();
-    return messages.empty() ? std::nullopt : std::optional(messages.back().id);
+    return m.rollover.ending();
 }
 
 void SessionEnd::ended()

@@ -35,8 +35,8 @@ public:
 
 private:
     bool isDue(TimePoint now) const;
-    /// The last message of the session that ends; what is said from now on is not part of it.
-    std::optional<QUuid> begin();
+    /// What is said from now on is no part of the ending.
+    std::optional<SessionRolloverService::Ending> begin();
     void ended();
 
     Dependencies m;

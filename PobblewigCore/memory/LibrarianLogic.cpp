@@ -110,17 +110,6 @@ std::vector<ChatMessage> LibrarianLogic::messagesAfter(
     return { std::next(last), messages.end() };
 }
 
-std::vector<ChatMessage> LibrarianLogic::messagesUpTo(
-    const std::vector<ChatMessage>& messages, const std::optional<QUuid>& lastMessageID)
-{
-    if (!lastMessageID)
-        return messages;
-    const auto last = std::ranges::find(messages, *lastMessageID, &ChatMessage::id);
-    if (last == messages.end())
-        return {};
-    return { messages.begin(), std::next(last) };
-}
-
 DailyCloseout LibrarianLogic::deterministicCloseout(const std::vector<ChatMessage>& window,
     const std::vector<DatedObservation>& observations, const std::vector<QString>& previousIntent)
 {

@@ -17,10 +17,6 @@ QString dailiesText(const std::vector<PeriodSummary>& dailies, const Calendar& c
 std::vector<ChatMessage> messagesAfter(
     const std::vector<ChatMessage>& messages, const std::optional<QUuid>& lastExtractedMessageID);
 
-/// The messages up to this one, which is the last of them if none is given; nothing if it is gone.
-std::vector<ChatMessage> messagesUpTo(
-    const std::vector<ChatMessage>& messages, const std::optional<QUuid>& lastMessageID);
-
 /// The account of a day that no model has read: honest, short, and with the open ends of the day
 /// before.
 DailyCloseout deterministicCloseout(const std::vector<ChatMessage>& window,

@@ -11,18 +11,34 @@ SessionRolloverService::SessionRolloverService(Dependencies dependencies)
 {
 }
 
+auto SessionRolloverService::ending() const -> std::optional<Ending>
+{
+    const auto session = m.memory.sessions.activeSession();
+    return session ? std::optional(Ending { session->id, m.history.messages() }) : std::nullopt;
+}
+
+Task<RolloverOutcome> SessionRolloverService::rolloverIfNeeded(TimePoint now, Calendar calendar)
+{
+    return rolloverIfNeeded(now, std::move(calendar), ending());
+}
+
 Task<RolloverOutcome> SessionRolloverService::rolloverIfNeeded(
-    TimePoint now, Calendar calendar, std::optional<QUuid> lastMessageID)
+    TimePoint now, Calendar calendar, std::optional<Ending> ending)
 {
     if (!m.memory.sessions.shouldRollOver(now, calendar))
         co_return RolloverOutcome();
-    co_return co_await performRollover(now, calendar, lastMessageID);
+    co_return co_await performRollover(now, calendar, ending);
+}
+
+Task<RolloverOutcome> SessionRolloverService::forceRollover(TimePoint now, Calendar calendar)
+{
+    return performRollover(now, std::move(calendar), ending());
 }
 
 Task<RolloverOutcome> SessionRolloverService::forceRollover(
-    TimePoint now, Calendar calendar, std::optional<QUuid> lastMessageID)
+    TimePoint now, Calendar calendar, std::optional<Ending> ending)
 {
-    return performRollover(now, std::move(calendar), lastMessageID);
+    return performRollover(now, std::move(calendar), std::move(ending));
 }
 
 void SessionRolloverService::finishInterrupted(TimePoint now, const Calendar& calendar)
@@ -54,18 +70,16 @@ Task<> SessionRolloverService::rollUpWeek(TimePoint now)
 }
 
 Task<RolloverOutcome> SessionRolloverService::performRollover(
-    TimePoint now, Calendar calendar, std::optional<QUuid> lastMessageID)
+    TimePoint now, Calendar calendar, std::optional<Ending> ending)
 {
-    const auto session = m.memory.sessions.activeSession();
-    const auto window = LibrarianLogic::messagesUpTo(m.history.messages(), lastMessageID);
-    const auto isGone = lastMessageID && window.empty();
-    if (m_isUnderWay || !session || isGone)
+    if (m_isUnderWay || !ending || !isActive(ending->sessionID))
         co_return RolloverOutcome();
     m_isUnderWay = true;
-    const auto isClosed = co_await closeDay(*session, window, now);
-    const auto summary = m.memory.summaries.withID(RolloverLogic::dailySummaryID(session->id));
+    const auto session = *m.memory.sessions.activeSession();
+    const auto isClosed = co_await closeDay(session, ending->window, now);
+    const auto summary = m.memory.summaries.withID(RolloverLogic::dailySummaryID(session.id));
     if (isClosed && summary) {
-        finish(*session, *summary, window, now, calendar);
+        finish(session, *summary, ending->window, now, calendar);
         co_await rollUpWeek(now);
     }
     m_isUnderWay = false;

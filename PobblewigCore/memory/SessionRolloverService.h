@@ -33,19 +33,31 @@ public:
         std::function<QString(TimePoint from, TimePoint to)> activitySummaryProvider;
     };
 
+    /// A session and what was said in it.
+    struct Ending {
+        QUuid sessionID;
+        std::vector<ChatMessage> window;
+    };
+
     explicit SessionRolloverService(Dependencies dependencies);
 
     bool isUnderWay() const { return m_isUnderWay; }
     std::optional<TimePoint> lastRolloverAt() const { return m_lastRolloverAt; }
 
-    /// What came after the last message goes on in the next session; nothing is done if that
-    /// message is gone.
+    /// The active session as it is now, to be closed later; nothing without one.
+    std::optional<Ending> ending() const;
+
+    Task<RolloverOutcome> rolloverIfNeeded(TimePoint now, Calendar calendar);
+
+    /// What was said since goes on in the next session; nothing is done if that of the ending is no
+    /// longer the active one.
     Task<RolloverOutcome> rolloverIfNeeded(
-        TimePoint now, Calendar calendar, std::optional<QUuid> lastMessageID = std::nullopt);
+        TimePoint now, Calendar calendar, std::optional<Ending> ending);
 
     /// Whatever the day and the silence.
+    Task<RolloverOutcome> forceRollover(TimePoint now, Calendar calendar);
     Task<RolloverOutcome> forceRollover(
-        TimePoint now, Calendar calendar, std::optional<QUuid> lastMessageID = std::nullopt);
+        TimePoint now, Calendar calendar, std::optional<Ending> ending);
 
     /// To be called at the start, before there is a new session or message: finishes a rollover
     /// that a crash has cut off after its summary was written.
@@ -57,7 +69,7 @@ public:
 
 private:
     Task<RolloverOutcome> performRollover(
-        TimePoint now, Calendar calendar, std::optional<QUuid> lastMessageID);
+        TimePoint now, Calendar calendar, std::optional<Ending> ending);
     Task<bool> closeDay(DailySession session, std::vector<ChatMessage> window, TimePoint now);
     void finish(const DailySession& session, const PeriodSummary& summary,
         const std::vector<ChatMessage>& window, TimePoint now, const Calendar& calendar);

@@ -224,6 +224,23 @@ private Q_SLOTS:
         QCOMPARE(m->closedSessions(), 1u);
     }
 
+    /// The history does not hold all of it.
+    void nothingIsLostHoweverMuchIsSaidMeanwhile()
+    {
+        m->ask(QStringLiteral("Old"));
+        m->read.enqueueHeld();
+        auto ending = m->end.startNewSession();
+        m->read.model.enqueue(QStringLiteral("{}"));
+        m->read.model.enqueue(rested);
+        for (int turn = 0; turn < 16; ++turn)
+            m->ask(QStringLiteral("New"));
+        m->read.model.release();
+        awaited(std::move(ending));
+        QCOMPARE(archived(), QStringList({ QStringLiteral("Old"), QStringLiteral("Fine.") }));
+        QCOMPARE(m->chat.messages().size(), 30u);
+        QCOMPARE(m->closedSessions(), 1u);
+    }
+
     void aLibrarianThatNeverAnswersHoldsNothingUp()
     {
         m->ask(QStringLiteral("Hello"));

@@ -70,9 +70,6 @@ private Q_SLOTS:
         QCOMPARE(countAfter(messages[2].id), 0u);
         QCOMPARE(countAfter(QUuid::createUuid()), 3u);
         QCOMPARE(countAfter(std::nullopt), 3u);
-        QCOMPARE(LibrarianLogic::messagesUpTo(messages, messages[1].id).size(), 2u);
-        QCOMPARE(LibrarianLogic::messagesUpTo(messages, std::nullopt).size(), 3u);
-        QVERIFY(LibrarianLogic::messagesUpTo(messages, QUuid::createUuid()).empty());
     }
 
     void aDayWithoutAModelIsToldInNumbers_data()
