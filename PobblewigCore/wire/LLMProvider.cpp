@@ -2,11 +2,24 @@
 
 namespace pobblewig {
 
+namespace {
+
+constexpr qsizetype mostCharacters = 200'000;
+constexpr int mostEvents = 20'000;
+
+LLMFailure answerTooLong()
+{
+    return LLMError::invalidResponse(QStringLiteral("the answer is too long."));
+}
+
+} // namespace
+
 Task<tl::expected<LLMCompletion, LLMFailure>> LLMProvider::completeWithUsage(LLMRequest request)
 {
     request.tools.clear();
     const auto stream = streamChat(std::move(request));
     LLMCompletion completion;
+    int events = 0;
     while (const auto event = co_await stream.next()) {
         if (const auto* token = std::get_if<LLMToken>(&*event))
             completion.text += token->text;
@@ -14,6 +27,8 @@ Task<tl::expected<LLMCompletion, LLMFailure>> LLMProvider::completeWithUsage(LLM
             completion.promptTokens = usage->promptTokens;
             completion.completionTokens = usage->completionTokens;
         }
+        if (++events > mostEvents || completion.text.size() > mostCharacters)
+            co_return tl::unexpected(answerTooLong());
     }
     if (stream.error())
         co_return tl::unexpected(*stream.error());

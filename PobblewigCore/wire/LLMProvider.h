@@ -87,7 +87,8 @@ public:
     /// Starts at once. Dropping the stream, or closing it, ends the request.
     virtual LLMStream streamChat(LLMRequest request) = 0;
 
-    /// Reads a whole reply without tools.
+    /// Reads a whole reply without tools. One that goes beyond 200,000 characters or 20,000 pieces
+    /// is given up as an invalid response: a flood must not keep the program from other work.
     Task<tl::expected<LLMCompletion, LLMFailure>> completeWithUsage(LLMRequest request);
     Task<tl::expected<QString, LLMFailure>> complete(LLMRequest request);
 };

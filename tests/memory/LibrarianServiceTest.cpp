@@ -234,6 +234,21 @@ private Q_SLOTS:
         QVERIFY(!lines.contains(u"secret"));
     }
 
+    void aFloodIsGivenUp()
+    {
+        const LogLines log;
+        const std::vector<std::vector<LLMStreamEvent>> floods {
+            std::vector<LLMStreamEvent>(2, LLMToken { QString(100'001, u'x') }),
+            std::vector<LLMStreamEvent>(20'001, LLMToken { QStringLiteral("x") }),
+        };
+        for (int given = 0; const auto& flood : floods) {
+            m_model->enqueue({ flood, std::nullopt, true });
+            QVERIFY(extract() == Result());
+            QCOMPARE(m_model->droppedStreams(), ++given);
+            QVERIFY(m_service->lastError()->contains(u"the answer is too long"));
+        }
+    }
+
     void withoutAModelNothingIsRecorded()
     {
         m_provider = nullptr;
