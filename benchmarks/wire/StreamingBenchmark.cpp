@@ -1,6 +1,7 @@
 // Compares a streamed reply read by our provider with the same bytes read by curl: the time to the
 // first token and the throughput of a long reply.
 
+#include "BlockingServer.h"
 #include "foundation/NetworkHTTPClient.h"
 #include "support/Awaited.h"
 #include "wire/OpenAICompatibleProvider.h"
@@ -10,14 +11,8 @@
 #include <QFile>
 #include <QProcess>
 
-#include <arpa/inet.h>
-#include <netinet/tcp.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdio>
-#include <thread>
 
 namespace pobblewig {
 
@@ -32,79 +27,6 @@ QByteArray event(const QByteArray& text)
            "\"delta\":{\"content\":\""
         + text + "\"},\"logprobs\":null,\"finish_reason\":null}]}\n\n";
 }
-
-/// Sends the same pieces to whoever asks, one write each, from a thread of its own.
-class Server {
-public:
-    explicit Server(std::vector<QByteArray> pieces)
-        : m_pieces(std::move(pieces))
-        , m_listener(socket(AF_INET, SOCK_STREAM, 0))
-    {
-        sockaddr_in address {};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t length = sizeof address;
-        bind(m_listener, reinterpret_cast<sockaddr*>(&address), length);
-        listen(m_listener, 8);
-        getsockname(m_listener, reinterpret_cast<sockaddr*>(&address), &length);
-        m_url = QUrl(QStringLiteral("http://127.0.0.1:%1").arg(ntohs(address.sin_port)));
-        m_thread = std::thread([this] { serve(); });
-    }
-    ~Server()
-    {
-        shutdown(m_listener, SHUT_RDWR);
-        m_thread.join();
-        close(m_listener);
-    }
-    Q_DISABLE_COPY_MOVE(Server)
-
-    const QUrl& url() const { return m_url; }
-
-private:
-    void serve() const
-    {
-        for (int peer = accept(m_listener, nullptr, nullptr); peer >= 0;
-             peer = accept(m_listener, nullptr, nullptr)) {
-            const int now = 1;
-            setsockopt(peer, IPPROTO_TCP, TCP_NODELAY, &now, sizeof now);
-            awaitRequest(peer);
-            for (const auto& piece : m_pieces)
-                sendAll(peer, piece);
-            close(peer);
-        }
-    }
-
-    static void awaitRequest(int peer)
-    {
-        QByteArray received;
-        char buffer[4096];
-        const auto isWhole = [&] {
-            return received.startsWith("GET") ? received.endsWith("\r\n\r\n")
-                                              : received.endsWith('}');
-        };
-        while (!isWhole()) {
-            const auto count = recv(peer, buffer, sizeof buffer, 0);
-            if (count <= 0)
-                return;
-            received.append(buffer, count);
-        }
-    }
-
-    static void sendAll(int peer, QByteArrayView piece)
-    {
-        while (!piece.isEmpty()) {
-            const auto count = send(peer, piece.data(), size_t(piece.size()), MSG_NOSIGNAL);
-            if (count <= 0)
-                return;
-            piece = piece.sliced(count);
-        }
-    }
-
-    std::vector<QByteArray> m_pieces;
-    int m_listener;
-    QUrl m_url;
-    std::thread m_thread;
-};
 
 struct Timing {
     double firstToken = 0;
@@ -173,7 +95,7 @@ long peakMemoryInKB()
 
 void compare(const char* name, const std::vector<QByteArray>& pieces, int rounds)
 {
-    const Server server(pieces);
+    const BlockingServer server(pieces);
     NetworkHTTPClient http;
     qsizetype size = 0;
     for (const auto& piece : pieces)
