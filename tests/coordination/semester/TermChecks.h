@@ -1,0 +1,26 @@
+#pragma once
+
+#include "coordination/semester/TermFiles.h"
+#include "coordination/semester/TermLedger.h"
+#include "coordination/semester/TermScript.h"
+
+/// What has to hold at the end of a term. Each answers with a sentence for each fault.
+namespace pobblewig::TermChecks {
+
+/// Each day of the script has its session, and each but the last is closed by one summary.
+QStringList sessions(
+    const TermFiles& files, const TermRecord& record, const std::vector<TermDay>& days);
+
+/// Each seven days make one week, in order.
+QStringList weeks(const TermFiles& files);
+
+/// Each message that was said stands in one archive or in the conversation, once.
+QStringList messages(const TermFiles& files, const TermRecord& record);
+
+/// Nothing but the stores, each whole; what was observed stands in its day's summary.
+QStringList contents(const TermFiles& files);
+
+/// What was said while the memory was off went to no librarian and into no store.
+QStringList memoryOff(const TermFiles& files, const TermRecord& record);
+
+} // namespace pobblewig::TermChecks

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QDate>
+#include <QFile>
+#include <QStringList>
+#include <QUuid>
+
+#include <map>
+#include <set>
+#include <vector>
+
+namespace pobblewig {
+
+/// What was seen of the program from outside while it ran. A file with a line for each thing, so
+/// that it outlives a process that is killed.
+class TermLedger {
+public:
+    explicit TermLedger(const QString& path);
+
+    /// A message that entered the conversation.
+    void said(const QUuid& message);
+
+    /// A session is due to end, and the conversation holds these.
+    void ends(const std::vector<QUuid>& messages);
+    void session(const QUuid& id, const QString& dayKey);
+
+    /// So many times the librarian's model has been asked, seen while the memory is off.
+    void librarianCallsWhileOff(qint64 calls);
+
+    /// Something went otherwise than it should.
+    void fault(const QString& text);
+
+private:
+    void write(const QString& line);
+
+    QFile m_file;
+};
+
+/// What a ledger says.
+struct TermRecord {
+    static TermRecord read(const QString& path);
+
+    std::vector<QUuid> said;
+    /// Of those, what the conversation let go of because it had grown too long.
+    std::set<QUuid> trimmed;
+    std::map<QUuid, QString> dayKeys;
+    std::set<QString> librarianCallsWhileOff;
+    QStringList faults;
+
+private:
+    void take(const QString& line);
+    void takeEnd(const QStringList& messages);
+
+    /// Of the session under way, and of the one that ended last.
+    QStringList m_current;
+    QStringList m_ended;
+};
+
+} // namespace pobblewig

@@ -1,0 +1,157 @@
+#include "coordination/semester/TermPlayer.h"
+
+#include "support/FakeKeychain.h"
+
+#include <QAbstractEventDispatcher>
+
+namespace pobblewig {
+
+TermPlayer::TermPlayer(DataDirectory directory, const QString& ledger)
+    : m_directory(std::move(directory))
+    , m_ledger(ledger)
+{
+    const auto port = m_model.listen(0);
+    if (!port)
+        qFatal("the demo model cannot listen");
+    m_modelURL = QStringLiteral("http://127.0.0.1:%1/v1").arg(*port);
+}
+
+void TermPlayer::play(const TermAct& act)
+{
+    m_time = act.at;
+    if (act.kind == TermAct::Kind::launch) {
+        quit();
+        m_program.emplace(parts());
+    }
+    const auto before = activeSession();
+    perform(act);
+    settle();
+    checkEnd(act, before);
+    notePresent();
+}
+
+void TermPlayer::quit()
+{
+    m_program.reset();
+}
+
+void TermPlayer::perform(const TermAct& act)
+{
+    switch (act.kind) {
+    case TermAct::Kind::launch:
+        noteEndIfDue();
+        return m_program->start();
+    case TermAct::Kind::poll:
+        noteEndIfDue();
+        return spawn(m_program->pollOnce(now()));
+    case TermAct::Kind::say:
+        // There is always a poll between two sentences.
+        spawn(m_program->pollOnce(now()));
+        settle();
+        if (!m_program->chat().submit(act.text))
+            m_ledger.fault(QStringLiteral("a turn was refused"));
+        return;
+    case TermAct::Kind::startNewSession:
+        noteEnd();
+        return m_program->startNewSession();
+    case TermAct::Kind::switchMemoryOff:
+    case TermAct::Kind::switchMemoryOn:
+        return switchMemory(act.kind == TermAct::Kind::switchMemoryOn);
+    }
+}
+
+void TermPlayer::switchMemory(bool isOn)
+{
+    m_program->updateSettings([=](auto& settings) { settings.memoryEnabled = isOn; });
+}
+
+AppCoordinator::Parts TermPlayer::parts()
+{
+    auto http = std::make_unique<WatchedHTTPClient>();
+    m_http = http.get();
+    return {
+        .directory = m_directory,
+        .http = std::move(http),
+        .keychain = std::make_unique<FakeKeychain>(),
+        .environment = [this] { return environment(); },
+        .calendar = [this] { return calendar(); },
+        .clock = [this] { return now(); },
+    };
+}
+
+Environment TermPlayer::environment() const
+{
+    Environment environment;
+    for (const auto* use : { u"MAIN", u"LIBRARIAN" }) {
+        const auto prefix = QStringView(use).toString() + QStringLiteral("_MODEL_");
+        environment[prefix + QStringLiteral("BASE_URL")] = m_modelURL;
+        environment[prefix + QStringLiteral("API_KEY")] = QStringLiteral("key");
+        environment[prefix + QStringLiteral("ID")] = QStringLiteral("demo");
+    }
+    return environment;
+}
+
+void TermPlayer::settle()
+{
+    auto* const events = QAbstractEventDispatcher::instance();
+    // What one event leaves behind may only be seen by the next look.
+    for (int quietLooks = 0; quietLooks < 3; ++quietLooks) {
+        while (!m_http->isIdle())
+            events->processEvents(QEventLoop::WaitForMoreEvents);
+        if (events->processEvents(QEventLoop::AllEvents) || !m_http->isIdle())
+            quietLooks = -1;
+    }
+}
+
+TimePoint TermPlayer::now() const
+{
+    return TimePoint(std::chrono::milliseconds(m_time.toMSecsSinceEpoch()));
+}
+
+std::optional<QUuid> TermPlayer::activeSession()
+{
+    const auto session = m_program->memory().sessions.activeSession();
+    return session ? std::optional(session->id) : std::nullopt;
+}
+
+void TermPlayer::noteEndIfDue()
+{
+    if (m_program->memory().sessions.shouldRollOver(now(), calendar()))
+        noteEnd();
+}
+
+void TermPlayer::noteEnd()
+{
+    std::vector<QUuid> messages;
+    for (const auto& message : m_program->chat().messages())
+        messages.push_back(message.id);
+    m_ledger.ends(messages);
+}
+
+void TermPlayer::notePresent()
+{
+    for (const auto& message : m_program->chat().messages()) {
+        if (m_known.insert(message.id).second)
+            m_ledger.said(message.id);
+    }
+    for (const auto& session : m_program->memory().sessions.sessions()) {
+        if (m_known.insert(session.id).second)
+            m_ledger.session(session.id, session.dayKey);
+    }
+    const auto& state = m_program->state();
+    if (!state.settings.memoryEnabled)
+        m_ledger.librarianCallsWhileOff(state.usage.librarianCalls);
+}
+
+void TermPlayer::checkEnd(const TermAct& act, std::optional<QUuid> before)
+{
+    const auto ended = before && before != activeSession();
+    if (act.endsSession.value_or(ended) == ended && !m_program->chat().isStreaming())
+        return;
+    m_ledger.fault(
+        QStringLiteral("%1: a session %2")
+            .arg(act.at.toString(Qt::ISODate),
+                ended ? QStringLiteral("ended too early") : QStringLiteral("did not end")));
+}
+
+} // namespace pobblewig
