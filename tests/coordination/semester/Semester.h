@@ -1,28 +1,46 @@
 #pragma once
 
-#include "coordination/semester/TermChecks.h"
+#include "coordination/semester/MortalFileOperations.h"
 #include "coordination/semester/TermPlayer.h"
 
 #include <QTemporaryDir>
 
 namespace pobblewig {
 
-/// Plays a term from its first day to its last in a directory that goes away with it.
+/// Plays a term from its first day to its last, in a directory that goes away with it.
+///
+/// The program ends and begins anew in this process. Where the script has it killed, this program
+/// is started again, to play the part of the one that is.
 class Semester {
 public:
-    explicit Semester(std::vector<TermDay> days);
+    enum class Length { someDays, wholeTerm };
 
-    const std::vector<TermDay>& days() const { return m_days; }
+    explicit Semester(Length length);
+
+    /// To be called first of all, once there is an application: what to exit with, if this process
+    /// was started to be killed.
+    static std::optional<int> playVictim();
+
+    const Term& term() const { return m_term; }
     QDir data() const { return QDir(m_scratch.filePath(QStringLiteral("data"))); }
-    TermRecord record() const { return TermRecord::read(ledger()); }
+    TermRecord record() const { return TermRecord::read(ledgerPath()); }
 
     void play(const std::function<void(const TermDay& day)>& dayIsOver = [](const auto&) {});
 
 private:
-    QString ledger() const { return m_scratch.filePath(QStringLiteral("ledger")); }
+    enum class Fate { killed, survived };
 
+    QString ledgerPath() const { return m_scratch.filePath(QStringLiteral("ledger")); }
+    void end(size_t day);
+    Fate sendVictim(size_t day, bool playsTheDay, const MortalFileOperations::Hour& hour);
+
+    Length m_length;
+    Term m_term;
     QTemporaryDir m_scratch;
-    std::vector<TermDay> m_days;
+    TermLedger m_ledger { ledgerPath() };
+    std::optional<TermPlayer> m_player;
+    /// How far the victims of each kind have come.
+    std::map<TermDay::Ending, int> m_changes;
 };
 
 } // namespace pobblewig

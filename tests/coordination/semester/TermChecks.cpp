@@ -20,7 +20,7 @@ void expect(QStringList& faults, bool holds, const QString& fault)
         faults.append(fault);
 }
 
-std::multiset<QString> expectedDayKeys(const std::vector<TermDay>& days)
+std::multiset<QString> expectedDayKeys(const Term& days)
 {
     std::multiset<QString> keys;
     for (const auto& day : days) {
@@ -62,8 +62,7 @@ void checkSessionFile(QStringList& faults, const TermFiles& files)
 
 } // namespace
 
-QStringList TermChecks::sessions(
-    const TermFiles& files, const TermRecord& record, const std::vector<TermDay>& days)
+QStringList TermChecks::sessions(const TermFiles& files, const TermRecord& record, const Term& days)
 {
     auto faults = record.faults;
     expect(faults, dayKeys(record) == expectedDayKeys(days),
@@ -170,6 +169,21 @@ QStringList TermChecks::memoryOff(const TermFiles& files, const TermRecord& reco
             expect(faults, !holdsTheWord, name + QStringLiteral(" holds what was not to be kept"));
     }
     expect(faults, archivesWithTheWord > 0, QStringLiteral("the word was never said"));
+    return faults;
+}
+
+QStringList TermChecks::crashes(const TermRecord& record)
+{
+    QStringList faults;
+    for (const auto* file :
+        { u"%1 summaries.json 1", u"%1 observations.json 1", u"%1 sessions.json 1", u"%1 archive 1",
+            u"%1 chat.json 1", u"%1 sessions.json 2", u"week %1 summaries.json 1" }) {
+        for (const auto* call : { u"create", u"rename" }) {
+            const auto step = QStringView(file).toString().arg(QStringView(call));
+            expect(faults, record.killed.contains(step), step + QStringLiteral(" was survived"));
+        }
+    }
+    expect(faults, record.survived, QStringLiteral("there are steps that were never the last"));
     return faults;
 }
 

@@ -8,8 +8,7 @@
 namespace pobblewig::TermChecks {
 
 /// Each day of the script has its session, and each but the last is closed by one summary.
-QStringList sessions(
-    const TermFiles& files, const TermRecord& record, const std::vector<TermDay>& days);
+QStringList sessions(const TermFiles& files, const TermRecord& record, const Term& days);
 
 /// Each seven days make one week, in order.
 QStringList weeks(const TermFiles& files);
@@ -22,5 +21,8 @@ QStringList contents(const TermFiles& files);
 
 /// What was said while the memory was off went to no librarian and into no store.
 QStringList memoryOff(const TermFiles& files, const TermRecord& record);
+
+/// The program was killed at each step of a rollover.
+QStringList crashes(const TermRecord& record);
 
 } // namespace pobblewig::TermChecks

@@ -38,6 +38,16 @@ void TermLedger::librarianCallsWhileOff(qint64 calls)
     write(QStringLiteral("off %1").arg(calls));
 }
 
+void TermLedger::killed(const QString& call)
+{
+    write(QStringLiteral("killed ") + call);
+}
+
+void TermLedger::survived()
+{
+    write(QStringLiteral("survived"));
+}
+
 void TermLedger::fault(const QString& text)
 {
     write(QStringLiteral("fault ") + text);
@@ -72,6 +82,10 @@ void TermRecord::take(const QString& line)
         dayKeys.emplace(words[0], words[1]);
     } else if (kind == u"off") {
         librarianCallsWhileOff.insert(words.front());
+    } else if (kind == u"killed") {
+        killed.insert(words.join(u' '));
+    } else if (kind == u"survived") {
+        survived = true;
     } else {
         faults.append(words.join(u' '));
     }

@@ -27,6 +27,12 @@ public:
     /// So many times the librarian's model has been asked, seen while the memory is off.
     void librarianCallsWhileOff(qint64 calls);
 
+    /// The process is killed in place of this call.
+    void killed(const QString& call);
+
+    /// A rollover had no more steps than those that a process was killed at.
+    void survived();
+
     /// Something went otherwise than it should.
     void fault(const QString& text);
 
@@ -45,6 +51,8 @@ struct TermRecord {
     std::set<QUuid> trimmed;
     std::map<QUuid, QString> dayKeys;
     std::set<QString> librarianCallsWhileOff;
+    std::set<QString> killed;
+    bool survived = false;
     QStringList faults;
 
 private:

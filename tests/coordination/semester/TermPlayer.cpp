@@ -6,14 +6,20 @@
 
 namespace pobblewig {
 
-TermPlayer::TermPlayer(DataDirectory directory, const QString& ledger)
+TermPlayer::TermPlayer(DataDirectory directory, TermLedger& ledger)
     : m_directory(std::move(directory))
     , m_ledger(ledger)
+    , m_previousSink(Log::setSink([this](const QString& line) { noteFailure(line); }))
 {
     const auto port = m_model.listen(0);
     if (!port)
         qFatal("the demo model cannot listen");
     m_modelURL = QStringLiteral("http://127.0.0.1:%1/v1").arg(*port);
+}
+
+TermPlayer::~TermPlayer()
+{
+    Log::setSink(std::move(m_previousSink));
 }
 
 void TermPlayer::play(const TermAct& act)
@@ -141,6 +147,14 @@ void TermPlayer::notePresent()
     const auto& state = m_program->state();
     if (!state.settings.memoryEnabled)
         m_ledger.librarianCallsWhileOff(state.usage.librarianCalls);
+}
+
+void TermPlayer::noteFailure(const QString& logged)
+{
+    for (const auto* sign : { u"corrupt", u"failed to persist", u"failed to archive" }) {
+        if (logged.contains(QStringView(sign)))
+            m_ledger.fault(logged);
+    }
 }
 
 void TermPlayer::checkEnd(const TermAct& act, std::optional<QUuid> before)

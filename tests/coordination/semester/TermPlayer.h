@@ -5,6 +5,7 @@
 #include "coordination/semester/TermLedger.h"
 #include "coordination/semester/TermScript.h"
 #include "coordination/semester/WatchedHTTPClient.h"
+#include "foundation/Log.h"
 
 #include <optional>
 #include <set>
@@ -15,7 +16,9 @@ namespace pobblewig {
 /// what can be seen. An act is over when nothing that it began is under way any more.
 class TermPlayer {
 public:
-    TermPlayer(DataDirectory directory, const QString& ledger);
+    TermPlayer(DataDirectory directory, TermLedger& ledger);
+    ~TermPlayer();
+    Q_DISABLE_COPY_MOVE(TermPlayer)
 
     void play(const TermAct& act);
 
@@ -36,16 +39,18 @@ private:
     void noteEndIfDue();
     void noteEnd();
     void notePresent();
+    void noteFailure(const QString& logged);
     void checkEnd(const TermAct& act, std::optional<QUuid> before);
 
     DataDirectory m_directory;
-    TermLedger m_ledger;
+    TermLedger& m_ledger;
     DemoServer m_model { DemoOptions() };
     QString m_modelURL;
     QDateTime m_time;
     WatchedHTTPClient* m_http = nullptr;
     std::optional<AppCoordinator> m_program;
     std::set<QUuid> m_known;
+    Log::Sink m_previousSink;
 };
 
 } // namespace pobblewig

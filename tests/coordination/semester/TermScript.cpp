@@ -10,9 +10,9 @@ namespace {
 
 constexpr int daysOfAWeek = 7;
 
-const std::array sentences { u"Good morning, this is day %1", u"Remember that I like tea number %1",
-    u"What do you know about tea", u"I read chapter %1 today and it was hard going",
-    u"What happened yesterday", u"I have to hand in essay %1 by Friday", u"What time is it",
+const std::array sentences { u"Good morning, this is day %1", u"What do you know about tea",
+    u"I read chapter %1 today and it was hard going", u"What happened yesterday",
+    u"I have to hand in essay %1 by Friday", u"What time is it",
     u"Davis said that lecture %1 was only an introduction" };
 
 class TermWriter {
@@ -22,7 +22,7 @@ public:
     {
     }
 
-    std::vector<TermDay> written()
+    Term written()
     {
         for (int number = 1; number <= m_plan.length; ++number) {
             if (!m_plan.absent.contain(number) && number != m_plan.abroad.first - 1)
@@ -33,19 +33,21 @@ public:
 
 private:
     void write(int number);
+    TermDay::Ending ending(int number) const;
     void open(bool mayRunOn);
     void talk();
     void comeHome();
     void stayUp();
 
     TermDay& day() { return m_days.back(); }
+    bool runsOn(int number) const { return number % m_plan.daysBetweenNights == 0; }
     bool isLate(const TermDay& day) const;
     QDateTime at(int hour, int minute) const;
     void poll(int hour, int minute, bool endsSession);
-    void say(const QDateTime& at);
+    void say(const QDateTime& at, std::optional<QStringView> sentence = std::nullopt);
 
     TermPlan m_plan;
-    std::vector<TermDay> m_days;
+    Term m_days;
     QTimeZone m_zone;
     int m_sessions = 0;
     size_t m_said = 0;
@@ -55,7 +57,7 @@ void TermWriter::write(int number)
 {
     const QTimeZone zone(m_plan.abroad.contain(number) ? "Pacific/Auckland" : "Europe/Berlin");
     const auto mayRunOn = !m_days.empty() && day().ending == TermDay::Ending::whole
-        && day().number == number - 1 && m_zone == zone && number % 3 != 0;
+        && day().number == number - 1 && m_zone == zone && runsOn(number);
     m_zone = zone;
     m_days.push_back({ .number = number, .date = m_plan.begin.addDays(number - 1) });
     open(mayRunOn);
@@ -69,12 +71,20 @@ void TermWriter::write(int number)
     if (isLate(day()))
         stayUp();
     m_sessions += day().sessions;
-    if (number == m_plan.length)
-        return;
+    if (number < m_plan.length)
+        day().ending = ending(number);
+}
+
+TermDay::Ending TermWriter::ending(int number) const
+{
+    // Without the librarian and observations a rollover has fewer steps to be killed in.
+    if (runsOn(number + 1) || m_plan.memoryOff.contain(number))
+        return TermDay::Ending::whole;
     if (m_sessions % daysOfAWeek == 0)
-        day().ending = TermDay::Ending::killedRepeatedly;
-    else if (number % m_plan.daysBetweenKills == 0)
-        day().ending = TermDay::Ending::killed;
+        return TermDay::Ending::killedInTheWeek;
+    // Who is killed after the day has to have begun it.
+    return number % 5 == 3 && !runsOn(number) ? TermDay::Ending::killedAfterTheDay
+                                              : TermDay::Ending::killedAtLaunch;
 }
 
 void TermWriter::open(bool mayRunOn)
@@ -103,7 +113,7 @@ void TermWriter::talk()
 {
     const auto range = m_plan.mostTurns - m_plan.fewestTurns + 1;
     const auto turns = m_plan.fewestTurns + day().number * 5 % range;
-    const auto minutes = 12 * 60 / turns;
+    const auto minutes = 12 * 60 / (turns - 1);
     for (int turn = 0; turn < turns; ++turn) {
         if (turn == turns / 2 && day().number % 11 == 5) {
             const auto time = at(9, turn * minutes - 1);
@@ -112,6 +122,7 @@ void TermWriter::talk()
         }
         say(at(9, turn * minutes));
     }
+    say(at(21, 30), u"Remember that I like tea number %1");
 }
 
 /// The same date, a day later: the session goes on.
@@ -150,9 +161,11 @@ void TermWriter::poll(int hour, int minute, bool endsSession)
     day().acts.push_back({ TermAct::Kind::poll, at(hour, minute), {}, endsSession });
 }
 
-void TermWriter::say(const QDateTime& at)
+void TermWriter::say(const QDateTime& at, std::optional<QStringView> sentence)
 {
-    auto text = QStringView(sentences[m_said++ % sentences.size()]).toString();
+    if (!sentence)
+        sentence = sentences[m_said++ % sentences.size()];
+    auto text = sentence->toString();
     text.replace(QStringLiteral("%1"), QString::number(day().number));
     if (m_plan.memoryOff.contain(day().number))
         text += u' ' + unmemorableWord();
@@ -161,7 +174,7 @@ void TermWriter::say(const QDateTime& at)
 
 } // namespace
 
-std::vector<TermDay> writtenTerm(const TermPlan& plan)
+Term writtenTerm(const TermPlan& plan)
 {
     return TermWriter(plan).written();
 }

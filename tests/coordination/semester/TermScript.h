@@ -21,9 +21,10 @@ struct TermAct {
 
 /// A day on which the program is open.
 struct TermDay {
-    /// How the session is ended the next time that the program is open: whole, by a process that is
-    /// killed in the middle, or by one after the other until one of them survives.
-    enum class Ending { whole, killed, killedRepeatedly };
+    /// How its session is ended when the program is next open: as it should be, or by a process
+    /// that is killed meanwhile. That one may have been open since the day began, may begin with
+    /// the end, or may have come as far as making a week.
+    enum class Ending { whole, killedAfterTheDay, killedAtLaunch, killedInTheWeek };
 
     int number = 0;
     QDate date;
@@ -52,12 +53,15 @@ struct TermPlan {
     Days memoryOff = {};
     int fewestTurns = 2;
     int mostTurns = 2;
-    /// Of so many days one ends by being killed.
-    int daysBetweenKills = 1;
+    /// Before each of so many days the program is not ended; before all others it is, or killed.
+    int daysBetweenNights = 1;
 };
 
-/// All days on which the program is open, in order. The same plan makes the same term.
-std::vector<TermDay> writtenTerm(const TermPlan& plan);
+/// The days on which the program is open, in order.
+using Term = std::vector<TermDay>;
+
+/// The same plan makes the same term.
+Term writtenTerm(const TermPlan& plan);
 
 /// A word that is only said while the memory is off.
 QString unmemorableWord();
