@@ -26,7 +26,7 @@ const TermPlan wholeTerm {
     .begin = QDate(2026, 9, 28),
     .length = 120,
     .clockChange = QDate(2026, 10, 25),
-    .absent = { 86, 99 },
+    .absent = { 92, 105 },
     .abroad = { 51, 60 },
     .memoryOff = { 66, 75 },
     .mostTurns = 18,

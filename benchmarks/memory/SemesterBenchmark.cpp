@@ -1,0 +1,111 @@
+// A term of 120 days, played on a simulated clock with the demo model: whether everything is where
+// it should be at its end, how the files grow, how long it takes and how much memory it needs.
+
+#include "coordination/semester/Semester.h"
+#include "coordination/semester/TermChecks.h"
+
+#include <QElapsedTimer>
+
+#include <cstdio>
+
+namespace pobblewig {
+
+namespace {
+
+constexpr std::array tableDays { 1, 10, 30, 60, 90, 120 };
+constexpr double longestSeconds = 60;
+constexpr double mostMegabytesInThreeMonths = 1;
+
+/// What a process holds of the machine, its share of what is shared.
+double megabytesOfMemory()
+{
+    QFile file(QStringLiteral("/proc/self/smaps_rollup"));
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("the system does not tell what memory is in use");
+    for (const auto& line : file.readAll().split('\n')) {
+        if (line.startsWith("Pss:"))
+            return line.mid(4).simplified().split(' ').front().toDouble() / 1024;
+    }
+    qFatal("the system does not tell what memory is in use");
+}
+
+/// Sizes by file and day; the archives count as one.
+class Growth {
+public:
+    void note(const QDir& data, int day)
+    {
+        for (const auto& file : data.entryInfoList(QDir::Files)) {
+            const auto name = file.fileName().startsWith(u"chat-") ? QStringLiteral("all archives")
+                                                                   : file.fileName();
+            m_sizes[name][day] += file.size();
+        }
+        m_memory[day] = megabytesOfMemory();
+    }
+
+    void print() const
+    {
+        std::printf("%-20s", "bytes after day");
+        for (const auto day : tableDays)
+            std::printf("%10d", day);
+        for (const auto& [name, sizes] : m_sizes) {
+            std::printf("\n%-20s", qPrintable(name));
+            for (const auto day : tableDays)
+                std::printf("%10lld", sizes.contains(day) ? sizes.at(day) : 0);
+        }
+        std::printf("\n%-20s", "memory (PSS, MB)");
+        for (const auto day : tableDays)
+            std::printf("%10.1f", m_memory.at(day));
+        std::printf("\n");
+    }
+
+    double afterTheFirstMonth() const { return m_memory.at(120) - m_memory.at(30); }
+
+private:
+    std::map<QString, std::map<int, qint64>> m_sizes;
+    std::map<int, double> m_memory;
+};
+
+QStringList faultsOf(const Semester& semester)
+{
+    const auto record = semester.record();
+    const auto files = TermFiles::read(semester.data());
+    return TermChecks::sessions(files, record, semester.term()) + TermChecks::weeks(files)
+        + TermChecks::messages(files, record) + TermChecks::contents(files)
+        + TermChecks::memoryOff(files, record) + TermChecks::crashes(record);
+}
+
+int playTheTerm()
+{
+    QElapsedTimer time;
+    time.start();
+    Semester semester(Semester::Length::wholeTerm);
+    Growth growth;
+    semester.play([&](const TermDay& day) {
+        if (std::ranges::find(tableDays, day.number) != tableDays.end())
+            growth.note(semester.data(), day.number);
+    });
+    const auto seconds = double(time.elapsed()) / 1000;
+    growth.print();
+    std::printf("the term took %.1f s (aim: %.0f s)\n", seconds, longestSeconds);
+    auto faults = faultsOf(semester);
+    if (seconds > longestSeconds)
+        faults.append(QStringLiteral("it took too long"));
+    if (growth.afterTheFirstMonth() > mostMegabytesInThreeMonths)
+        faults.append(QStringLiteral("the program grows"));
+    for (const auto& fault : faults)
+        std::printf("FAULT: %s\n", qPrintable(fault));
+    std::printf("%lld faults\n", qlonglong(faults.size()));
+    return faults.isEmpty() ? 0 : 1;
+}
+
+} // namespace
+
+} // namespace pobblewig
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    if (const auto outcome = pobblewig::Semester::playVictim())
+        return *outcome;
+    return pobblewig::playTheTerm();
+}
