@@ -85,7 +85,7 @@ struct PillMeasure {
         , padding(lettering.pixels(4))
         , font(lettering.font)
     {
-        constexpr double widest = 150;
+        constexpr double widest = 220;
         font.setPixelSize(qMax(1, lettering.pixels(12)));
         const QFontMetrics metrics(font);
         words = metrics.elidedText(badge.label, Qt::ElideRight, lettering.pixels(widest));

@@ -7,15 +7,26 @@ namespace pobblewig {
 
 namespace {
 
-std::vector<BuddyPlacement::Screen> presentScreens()
+using Screen = BuddyPlacement::Screen;
+
+std::vector<Screen> presentScreens()
 {
-    std::vector<BuddyPlacement::Screen> screens;
+    std::vector<Screen> screens;
     for (const auto* screen : QGuiApplication::screens())
-        screens.push_back({ screen->geometry(), screen->availableGeometry() });
+        screens.push_back(
+            { screen->geometry(), screen->availableGeometry(), screen->devicePixelRatio() });
     return screens;
 }
 
-QString placeKey(const std::vector<BuddyPlacement::Screen>& screens)
+Screen screenAt(QPoint place, QSize size)
+{
+    const auto screens = presentScreens();
+    if (screens.empty())
+        return { { place, QSize(1, 1) }, { place, QSize(1, 1) } };
+    return BuddyPlacement::screenAt(place, size, screens);
+}
+
+QString placeKey(const std::vector<Screen>& screens)
 {
     std::vector<QRect> rects;
     for (const auto& screen : screens)
@@ -45,11 +56,24 @@ std::optional<QPoint> BuddyPlaces::place(QSize size)
 
 QRect BuddyPlaces::surroundings(QPoint place, QSize size) const
 {
-    const auto screens = presentScreens();
-    if (screens.empty())
-        return { place, QSize(1, 1) };
-    const auto& screen = BuddyPlacement::screenAt(place, size, screens);
-    return BuddyPlacement::placesIn(screen.available, size);
+    return BuddyPlacement::placesIn(screenAt(place, size).available, size);
+}
+
+BuddyReach BuddyPlaces::reach(QPoint place, QSize size) const
+{
+    const auto screen = screenAt(place, size);
+    const auto pixels = [&](int distance) { return int(distance * screen.devicePixelRatio); };
+    const auto& free = screen.available;
+    return { .left = pixels(place.x() - free.left()),
+        .right = pixels(free.right() + 1 - place.x()),
+        .above = pixels(place.y() - free.top()) };
+}
+
+QRect BuddyPlaces::screen(QPoint place, QSize size) const
+{
+    const auto screen = screenAt(place, size);
+    const auto pixels = QSizeF(screen.geometry.size()) * screen.devicePixelRatio;
+    return { screen.geometry.topLeft(), pixels.toSize() };
 }
 
 void BuddyPlaces::keep(QPoint place)

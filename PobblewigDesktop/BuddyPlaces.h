@@ -1,5 +1,6 @@
 #pragma once
 
+#include "buddy/BuddyPill.h"
 #include "buddy/BuddyPlacement.h"
 
 #include <QSettings>
@@ -20,6 +21,12 @@ public:
 
     /// Where it can slide to from here without leaving its screen.
     QRect surroundings(QPoint place, QSize size) const;
+
+    /// Of the free part of its screen.
+    BuddyReach reach(QPoint place, QSize size) const;
+
+    /// The whole of its screen, in device pixels.
+    QRect screen(QPoint place, QSize size) const;
 
     void keep(QPoint place);
 

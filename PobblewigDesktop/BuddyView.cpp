@@ -138,6 +138,11 @@ void BuddyView::setSleepingMeme(const std::optional<BuddyMeme>& meme)
     react();
 }
 
+void BuddyView::setReach(const BuddyReach& reach)
+{
+    m_reach = reach;
+}
+
 void BuddyView::setDock(const BuddyDock& dock)
 {
     m_animation.setDock(dock);
@@ -203,7 +208,7 @@ void BuddyView::react()
 void BuddyView::draw()
 {
     const auto frame = m_animation.frame(now());
-    const auto pill = frame.badge ? m_painter.pillSize(*frame.badge) : QSize();
+    const BuddyPill pill { frame.badge ? m_painter.pillSize(*frame.badge) : QSize(), m_reach };
     auto canvas = m_canvas;
     canvas.room = BuddyArtist::room(frame, canvas.cell, pill);
     if (canvas != m_canvas) {

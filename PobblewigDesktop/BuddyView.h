@@ -74,6 +74,9 @@ public:
     void setDefaultMeme(const std::optional<BuddyMeme>& meme);
     void setSleepingMeme(const std::optional<BuddyMeme>& meme);
 
+    /// Words beside the buddy stay within. Counts from the next frame on.
+    void setReach(const BuddyReach& reach);
+
     void setDock(const BuddyDock& dock);
 
     /// While nobody can see the buddy it hardly moves and is not painted.
@@ -117,6 +120,7 @@ private:
     BuddyArtist m_artist;
     BuddyPainter m_painter;
     BuddyCanvas m_canvas;
+    BuddyReach m_reach;
     /// What is seen, and room for what may be next: both keep their memory.
     BuddyDrawing m_drawing;
     BuddyDrawing m_nextDrawing;

@@ -15,12 +15,6 @@ constexpr std::chrono::milliseconds longestWaitForASize { 100 };
 /// A click that waits for a second one must not feel late.
 constexpr int longestWaitForAClick = 250;
 
-QRect devicePixels(const QScreen& screen)
-{
-    const auto area = screen.geometry();
-    return { area.topLeft(), (QSizeF(area.size()) * screen.devicePixelRatio()).toSize() };
-}
-
 } // namespace
 
 BuddyWindow::BuddyWindow(BuddyWindowSystem& system, QSettings& settings, BuddyView::Clock clock)
@@ -107,7 +101,7 @@ bool BuddyWindow::event(QEvent* event)
         break;
     case QEvent::ScreenChangeInternal:
         m_view->fitToScreen();
-        setFixedSize(m_view->size());
+        fitAroundView();
         break;
     default:
         break;
@@ -181,14 +175,10 @@ void BuddyWindow::contextMenuEvent(QContextMenuEvent* event)
     Q_EMIT menuRequested(event->globalPos());
 }
 
-QPoint BuddyWindow::place() const
-{
-    return m_corner + QPoint(width() / 2, height());
-}
-
 void BuddyWindow::standAt(QPoint corner)
 {
     m_corner = corner;
+    m_view->setReach(m_places.reach(place(), size()));
     move(corner);
 }
 
@@ -228,6 +218,8 @@ void BuddyWindow::rest()
 void BuddyWindow::fitAroundView()
 {
     const auto size = m_view->size();
+    if (size == this->size())
+        return;
     const auto frame = BuddyPlacement::windowAt(place(), size);
     if (m_grip)
         m_grip->offset += m_corner - frame.topLeft();
@@ -300,9 +292,8 @@ void BuddyWindow::giveWayToFullScreen()
 {
     if (!m_isWanted)
         return;
-    const auto* nearest = QGuiApplication::screenAt(geometry().center());
-    const auto area = devicePixels(nearest ? *nearest : *screen());
-    setHiddenFor(HidingReason::fullScreen, m_system.isFullScreenInFront(area));
+    const auto screen = m_places.screen(place(), size());
+    setHiddenFor(HidingReason::fullScreen, m_system.isFullScreenInFront(screen));
 }
 
 void BuddyWindow::applyShape()

@@ -70,7 +70,7 @@ private:
         bool isDragging = false;
     };
 
-    QPoint place() const;
+    QPoint place() const { return m_corner + QPoint(width() / 2, height()); }
     void standAt(QPoint corner);
     void carryTo(QPoint corner);
     void letGo();

@@ -21,7 +21,7 @@ xcb_rectangle_t rectangle(const QRect& rect)
 
 X11BuddyWindowSystem::X11BuddyWindowSystem(X11Connection& connection)
     : m_connection(connection)
-    , m_compositor(connection, "_NET_WM_CM_S0", [this] { applyShape(); })
+    , m_compositor(connection, "_NET_WM_CM_S0", [this] { applyShapeAtOnce(); })
 {
 }
 
@@ -82,6 +82,11 @@ void X11BuddyWindowSystem::applyShape()
     else
         cut(XCB_SHAPE_SK_BOUNDING, m_rectangles.size());
     cut(XCB_SHAPE_SK_INPUT, pressable);
+}
+
+void X11BuddyWindowSystem::applyShapeAtOnce()
+{
+    applyShape();
     xcb_flush(m_connection.get());
 }
 

@@ -23,7 +23,10 @@ public:
     bool isFullScreenInFront(const QRect& screen) override;
 
 private:
+    /// Goes to the server with the picture that comes next: nothing is seen of one without the
+    /// other.
     void applyShape();
+    void applyShapeAtOnce();
 
     /// To the first of the rectangles.
     void cut(xcb_shape_kind_t kind, size_t rectangles);

@@ -73,16 +73,24 @@ void drawHearts(
     }
 }
 
-void drawLetters(
-    const BuddyFrame& frame, const BuddyCanvas& canvas, QPoint head, std::vector<Stamp>& stamps)
+/// Letters rise on the right, or on the left where the screen ends there.
+bool areMirrored(const BuddyCanvas& canvas, const BuddyReach& reach)
+{
+    return reach.right < canvas.size().width() / 2 && reach.right < reach.left;
+}
+
+void drawLetters(const BuddyFrame& frame, const BuddyCanvas& canvas, QPoint head, bool areMirrored,
+    std::vector<Stamp>& stamps)
 {
     const auto dot = canvas.dot();
     for (const auto& letter : frame.letters) {
         const auto art = letterArt(letter.size);
         const auto strength = opacity(letter.opacity);
+        const auto shown = BuddyDrawing::art(art);
         const auto right = 64 + letter.x;
-        const auto above = letter.y + BuddyDrawing::art(art).height() * 4;
-        const auto offset = onGrid(canvas.pixels(right), -canvas.pixels(above), dot);
+        const auto left = areMirrored ? -right - shown.width() * 4 : right;
+        const auto above = letter.y + shown.height() * 4;
+        const auto offset = onGrid(canvas.pixels(left), -canvas.pixels(above), dot);
         if (strength > 0)
             stamps.push_back({ art, head + offset, strength });
     }
@@ -90,13 +98,20 @@ void drawLetters(
 
 } // namespace
 
+int BuddyPill::shift() const
+{
+    const auto half = (size.width() + 1) / 2;
+    const auto inwards = std::max(0, half - reach.left) - std::max(0, half - reach.right);
+    return std::clamp(inwards, -half, half);
+}
+
 BuddyArtist::BuddyArtist(const MascotSprite& sprite)
     : m_sprite(sprite)
     , m_claws(BuddyBitmap::claws(sprite))
 {
 }
 
-BuddyRoom BuddyArtist::room(const BuddyFrame& frame, int cell, QSize pill)
+BuddyRoom BuddyArtist::room(const BuddyFrame& frame, int cell, const BuddyPill& pill)
 {
     const auto body = bodyCells(frame) - spriteRows;
     BuddyRoom room { .beside = 0, .above = body };
@@ -109,9 +124,11 @@ BuddyRoom BuddyArtist::room(const BuddyFrame& frame, int cell, QSize pill)
     if (!frame.hearts.isEmpty())
         room = room.united({ .beside = 0, .above = body + 8 });
     if (frame.badge) {
-        const auto width = (pill.width() + cell - 1) / cell;
+        const auto pixels = pill.size.width() + 2 * std::abs(pill.shift());
+        const auto width = (pixels + cell - 1) / cell;
         const auto beside = (width - spriteColumns + 1) / 2 - BuddyCanvas::cellsAround;
-        const auto above = (pill.height() + cell - 1) / cell + cells(badgeGap + badgeDistance) + 1;
+        const auto above =
+            (pill.size.height() + cell - 1) / cell + cells(badgeGap + badgeDistance) + 1;
         room = room.united({ .beside = beside, .above = body + above - 1 });
     }
     return room;
@@ -123,8 +140,8 @@ void BuddyArtist::setSprite(const MascotSprite& sprite)
     m_claws = BuddyBitmap::claws(sprite);
 }
 
-void BuddyArtist::draw(
-    const BuddyFrame& frame, const BuddyCanvas& canvas, QSize pill, BuddyDrawing& drawing)
+void BuddyArtist::draw(const BuddyFrame& frame, const BuddyCanvas& canvas, const BuddyPill& pill,
+    BuddyDrawing& drawing)
 {
     const BuddyLayout layout(frame.pose, canvas);
     drawing.parts.clear();
@@ -140,18 +157,11 @@ void BuddyArtist::draw(
     drawing.stampDot = canvas.dot();
     drawing.stamps.clear();
     drawHearts(frame, canvas, head, drawing.stamps);
-    drawLetters(frame, canvas, head, drawing.stamps);
+    drawLetters(frame, canvas, head, areMirrored(canvas, pill.reach), drawing.stamps);
 
     drawing.badge.reset();
-    if (frame.badge) {
-        const auto ground = canvas.size().height();
-        const auto restingHead = ground - bodyCells(frame) * canvas.cell;
-        const auto bottom =
-            std::min(restingHead - canvas.pixels(badgeGap), headTop - canvas.pixels(badgeDistance));
-        const QPoint corner(canvas.size().width() / 2 - pill.width() / 2, bottom - pill.height());
-        drawing.badge = { frame.badge->mark, frame.badge->label, QRect(corner, pill),
-            opacity(frame.badge->opacity) };
-    }
+    if (frame.badge)
+        drawBadge(frame, canvas, pill, headTop, drawing);
 }
 
 const BuddyBitmap& BuddyArtist::bitmap(const BitmapKey& look)
@@ -200,6 +210,20 @@ void BuddyArtist::drawBody(
     }
     for (const auto& block : bitmap(frame.look).blocks)
         drawing.parts.push_back({ layout.rect(block), block.rgb });
+}
+
+void BuddyArtist::drawBadge(const BuddyFrame& frame, const BuddyCanvas& canvas,
+    const BuddyPill& pill, int headTop, BuddyDrawing& drawing)
+{
+    const auto ground = canvas.size().height();
+    const auto restingHead = ground - bodyCells(frame) * canvas.cell;
+    const auto bottom =
+        std::min(restingHead - canvas.pixels(badgeGap), headTop - canvas.pixels(badgeDistance));
+    const auto middle = canvas.size().width() / 2 + pill.shift();
+    const auto top = std::max(bottom - pill.size.height(), ground - pill.reach.above);
+    const QPoint corner(middle - pill.size.width() / 2, top);
+    drawing.badge = { frame.badge->mark, frame.badge->label, QRect(corner, pill.size),
+        opacity(frame.badge->opacity) };
 }
 
 void BuddyArtist::drawCard(const BuddyFrame& frame, const BuddyCanvas& canvas,

@@ -3,6 +3,7 @@
 #include "buddy/BuddyCanvas.h"
 #include "buddy/BuddyDrawing.h"
 #include "buddy/BuddyLayout.h"
+#include "buddy/BuddyPill.h"
 
 #include <map>
 
@@ -13,21 +14,22 @@ class BuddyArtist {
 public:
     explicit BuddyArtist(const MascotSprite& sprite);
 
-    /// Cells that the frame needs around the buddy; `pill` is the size of its badge in device
-    /// pixels.
-    static BuddyRoom room(const BuddyFrame& frame, int cell, QSize pill);
+    /// Cells that the frame needs around the buddy, with the pill of its badge.
+    static BuddyRoom room(const BuddyFrame& frame, int cell, const BuddyPill& pill);
 
     void setSprite(const MascotSprite& sprite);
 
     /// Replaces what the drawing was. The canvas must have the room that the frame needs.
-    void draw(
-        const BuddyFrame& frame, const BuddyCanvas& canvas, QSize pill, BuddyDrawing& drawing);
+    void draw(const BuddyFrame& frame, const BuddyCanvas& canvas, const BuddyPill& pill,
+        BuddyDrawing& drawing);
 
 private:
     const BuddyBitmap& bitmap(const BitmapKey& look);
     const BuddyBitmap& cardHolder(MascotGait gait);
     void drawRain(const BuddyFrame& frame, const BuddyCanvas& canvas, BuddyDrawing::Rain& rain);
     void drawBody(const BuddyFrame& frame, const BuddyLayout& layout, BuddyDrawing& drawing);
+    static void drawBadge(const BuddyFrame& frame, const BuddyCanvas& canvas, const BuddyPill& pill,
+        int headTop, BuddyDrawing& drawing);
     void drawCard(const BuddyFrame& frame, const BuddyCanvas& canvas, const BuddyLayout& layout,
         BuddyDrawing& drawing);
 

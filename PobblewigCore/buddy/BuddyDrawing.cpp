@@ -1,5 +1,7 @@
 #include "buddy/BuddyDrawing.h"
 
+#include <algorithm>
+
 namespace pobblewig {
 
 namespace {
@@ -11,10 +13,13 @@ void appendRuns(const BuddyDrawing::Stamp& stamp, int dot, std::vector<QRect>& r
     const auto art = BuddyDrawing::art(stamp.art);
     for (int row = 0; row < art.height(); ++row) {
         const auto letters = art.rows[size_t(row)];
-        const auto first = int(letters.find_first_not_of('.'));
-        const auto last = int(letters.find_last_not_of('.'));
-        rects.emplace_back(stamp.corner.x() + first * dot, stamp.corner.y() + row * dot,
-            (last + 1 - first) * dot, dot);
+        const auto end = letters.size();
+        for (size_t from = letters.find_first_not_of('.'); from < end;) {
+            const auto to = std::min(letters.find('.', from), end);
+            rects.emplace_back(stamp.corner.x() + int(from) * dot, stamp.corner.y() + row * dot,
+                int(to - from) * dot, dot);
+            from = letters.find_first_not_of('.', to);
+        }
     }
 }
 
@@ -70,8 +75,10 @@ void BuddyDrawing::outline(BuddyShape& shape) const
     shape.pressable.clear();
     for (const auto& part : parts)
         shape.pressable.push_back(part.rect);
-    if (card)
-        shape.pressable.push_back(card->frame);
+    if (card) {
+        shape.pressable.push_back(card->frame.adjusted(card->dot, 0, -card->dot, 0));
+        shape.pressable.push_back(card->frame.adjusted(0, card->dot, 0, -card->dot));
+    }
 
     shape.seen.clear();
     if (rain.opacity > halfTransparent) {

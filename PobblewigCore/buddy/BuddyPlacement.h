@@ -14,6 +14,7 @@ struct Screen {
     QRect geometry;
     /// What the desktop's panels leave free.
     QRect available;
+    double devicePixelRatio = 1;
 };
 
 /// The same for the same screens, in whatever order they are listed.

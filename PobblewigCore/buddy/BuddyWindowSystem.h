@@ -19,7 +19,8 @@ public:
     virtual void accompanyUser(WindowID window) = 0;
 
     /// Clicks reach the window only in the pressable parts of the shape. Where the desktop cannot
-    /// blend windows, nothing outside of the shape is shown either.
+    /// blend windows, nothing outside of the shape is shown either. To be called right before the
+    /// picture of that shape is painted.
     virtual void setShape(WindowID window, const BuddyShape& shape) = 0;
 
     /// Whether nothing of the window can be seen; cheap enough to ask every second.

@@ -46,7 +46,7 @@ public:
         image.fill(m_background);
         const auto area = canvas(frame);
         BuddyDrawing drawing;
-        m_artist.draw(frame, area, pill(frame), drawing);
+        m_artist.draw(frame, area, { pill(frame) }, drawing);
         QPainter painter(&image);
         painter.translate(
             (image.width() - area.size().width()) / 2, image.height() - area.size().height());
@@ -63,7 +63,7 @@ private:
     BuddyCanvas canvas(const BuddyFrame& frame)
     {
         auto canvas = BuddyCanvas::ofScale(1, m_ratio);
-        canvas.room = BuddyArtist::room(frame, canvas.cell, pill(frame));
+        canvas.room = BuddyArtist::room(frame, canvas.cell, { pill(frame) });
         return canvas;
     }
 

@@ -4,6 +4,7 @@
 #include "support/TableRow.h"
 
 #include <cmath>
+#include <numbers>
 
 namespace pobblewig {
 
@@ -12,7 +13,7 @@ namespace {
 using Kind = BuddyState::Kind;
 using Act = std::function<void(BuddyAnimation&)>;
 
-constexpr QSize pill(190, 32);
+constexpr QSize pillSize(190, 32);
 
 /// A buddy that does something, and the drawings of it.
 struct Studio {
@@ -36,6 +37,7 @@ struct Studio {
     }
 
     double now = 0;
+    BuddyPill pill { pillSize };
     BuddyAnimation buddy { 0 };
     BuddyArtist artist { MascotSprite::sprite(Mascot::axolotl) };
     BuddyCanvas canvas;
@@ -128,6 +130,29 @@ private Q_SLOTS:
             MemeAnimation(QImage(3, 2, QImage::Format_ARGB32_Premultiplied)), 9, studio.now);
         studio.draw();
         QCOMPARE(feet(), alone);
+    }
+
+    void theWordsStayOnTheScreen_data()
+    {
+        QTest::addColumn<BuddyReach>("reach");
+        QTest::addColumn<QRect>("fromTheFeet");
+        const auto free = pillSize.height() + 78;
+        row("in the middle", BuddyReach(), QRect(-95, -free, 190, 32));
+        row("at the left edge", BuddyReach { .left = 56 }, QRect(-56, -free, 190, 32));
+        row("at the right edge", BuddyReach { .right = 70 }, QRect(-120, -free, 190, 32));
+        row("half over the edge", BuddyReach { .left = -10 }, QRect(0, -free, 190, 32));
+        row("at the top", BuddyReach { .above = 90 }, QRect(-95, -90, 190, 32));
+    }
+    void theWordsStayOnTheScreen()
+    {
+        QFETCH(BuddyReach, reach);
+        Studio studio(enter(Kind::notify));
+        studio.pill.reach = reach;
+        studio.pass(std::numbers::pi / 8);
+        const auto badge = *studio.draw().badge;
+        const auto size = studio.canvas.size();
+        QVERIFY(QRect(QPoint(), size).contains(badge.rect));
+        QTEST(badge.rect.translated(-size.width() / 2, -size.height()), "fromTheFeet");
     }
 
     void onlyTheBuddyItselfTakesClicks()

@@ -58,7 +58,8 @@ private Q_SLOTS:
             for (auto now = start; now < start + seconds; now += 1.0 / 20) {
                 buddy.tick(now);
                 const auto frame = buddy.frame(now);
-                const auto pill = frame.badge ? buddyPainter.pillSize(*frame.badge) : QSize();
+                const BuddyPill pill { frame.badge ? buddyPainter.pillSize(*frame.badge)
+                                                   : QSize() };
                 auto canvas = BuddyCanvas::ofScale(1, 2);
                 canvas.room = BuddyArtist::room(frame, canvas.cell, pill);
                 artist.draw(frame, canvas, pill, drawing);
