@@ -28,7 +28,7 @@ bool isChatPath(const QByteArray& path)
 DemoConnection::DemoConnection(QTcpSocket* socket, DemoOptions options)
     : QObject(socket)
     , m_socket(socket)
-    , m_options(options)
+    , m_options(std::move(options))
 {
     // Else the system gathers words before it sends them.
     socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
@@ -71,7 +71,7 @@ void DemoConnection::answerChat(const QByteArray& body)
         return refuse({ 400, request.error() });
     if (m_options.refusesTools && !request->tools.empty())
         return refuse({ 400, QStringLiteral("this model does not support tools") });
-    const auto reply = DemoReplies::reply(*request, QDateTime::currentDateTime());
+    const auto reply = DemoReplies::reply(*request, m_options.now());
     if (!request->stream) {
         send(200, CompletionFormat::completion(*request, reply, systemNow()));
         return m_socket->disconnectFromHost();

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QDateTime>
+
 #include <chrono>
+#include <functional>
 
 namespace pobblewig {
 
@@ -8,6 +11,8 @@ struct DemoOptions {
     std::chrono::milliseconds delayBetweenWords {};
     /// Refuses requests that offer tools, as servers do that know none.
     bool refusesTools = false;
+    /// What it takes for the present, in the user's zone.
+    std::function<QDateTime()> now = [] { return QDateTime::currentDateTime(); };
 };
 
 } // namespace pobblewig
