@@ -16,15 +16,15 @@ constexpr std::array tableDays { 1, 10, 30, 60, 90, 120 };
 constexpr double longestSeconds = 60;
 constexpr double mostMegabytesInThreeMonths = 1;
 
-/// What a process holds of the machine, its share of what is shared.
+/// What the process alone holds, whatever else of the machine uses the same libraries.
 double megabytesOfMemory()
 {
     QFile file(QStringLiteral("/proc/self/smaps_rollup"));
     if (!file.open(QIODevice::ReadOnly))
         qFatal("the system does not tell what memory is in use");
     for (const auto& line : file.readAll().split('\n')) {
-        if (line.startsWith("Pss:"))
-            return line.mid(4).simplified().split(' ').front().toDouble() / 1024;
+        if (line.startsWith("Anonymous:"))
+            return line.simplified().split(' ')[1].toDouble() / 1024;
     }
     qFatal("the system does not tell what memory is in use");
 }
@@ -52,7 +52,7 @@ public:
             for (const auto day : tableDays)
                 std::printf("%10lld", sizes.contains(day) ? sizes.at(day) : 0);
         }
-        std::printf("\n%-20s", "memory (PSS, MB)");
+        std::printf("\n%-20s", "memory (MB)");
         for (const auto day : tableDays)
             std::printf("%10.1f", m_memory.at(day));
         std::printf("\n");

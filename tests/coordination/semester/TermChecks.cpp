@@ -168,6 +168,7 @@ QStringList TermChecks::memoryOff(const TermFiles& files, const TermRecord& reco
         else
             expect(faults, !holdsTheWord, name + QStringLiteral(" holds what was not to be kept"));
     }
+    expect(faults, !files.memory.notes.empty(), QStringLiteral("nothing was ever kept"));
     expect(faults, archivesWithTheWord > 0, QStringLiteral("the word was never said"));
     return faults;
 }

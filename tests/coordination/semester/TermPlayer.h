@@ -44,7 +44,7 @@ private:
 
     DataDirectory m_directory;
     TermLedger& m_ledger;
-    DemoServer m_model { DemoOptions() };
+    DemoServer m_model { { .now = [this] { return m_time; } } };
     QString m_modelURL;
     QDateTime m_time;
     WatchedHTTPClient* m_http = nullptr;

@@ -36,6 +36,7 @@ private:
     TermDay::Ending ending(int number) const;
     void open(bool mayRunOn);
     void talk();
+    void switchMemory(TermAct::Kind kind, const QDateTime& at);
     void comeHome();
     void stayUp();
 
@@ -49,6 +50,7 @@ private:
     TermPlan m_plan;
     Term m_days;
     QTimeZone m_zone;
+    bool m_isMemoryOn = true;
     int m_sessions = 0;
     size_t m_said = 0;
 };
@@ -61,10 +63,6 @@ void TermWriter::write(int number)
     m_zone = zone;
     m_days.push_back({ .number = number, .date = m_plan.begin.addDays(number - 1) });
     open(mayRunOn);
-    if (number == m_plan.memoryOff.first)
-        day().acts.push_back({ TermAct::Kind::switchMemoryOff, at(8, 15) });
-    if (number == m_plan.memoryOff.last + 1)
-        day().acts.push_back({ TermAct::Kind::switchMemoryOn, at(8, 15) });
     talk();
     if (number == m_plan.abroad.last)
         comeHome();
@@ -122,7 +120,19 @@ void TermWriter::talk()
         }
         say(at(9, turn * minutes));
     }
+    if (day().number == m_plan.memoryOff.first)
+        switchMemory(TermAct::Kind::switchMemoryOff, at(21, 20));
+    if (day().number == m_plan.memoryOff.last)
+        switchMemory(TermAct::Kind::switchMemoryOn, at(21, 20));
     say(at(21, 30), u"Remember that I like tea number %1");
+}
+
+/// Amid a session, whose other turns the librarian may read.
+void TermWriter::switchMemory(TermAct::Kind kind, const QDateTime& at)
+{
+    m_isMemoryOn = kind == TermAct::Kind::switchMemoryOn;
+    day().acts.push_back({ TermAct::Kind::launch, at });
+    day().acts.push_back({ kind, at });
 }
 
 /// The same date, a day later: the session goes on.
@@ -167,7 +177,7 @@ void TermWriter::say(const QDateTime& at, std::optional<QStringView> sentence)
         sentence = sentences[m_said++ % sentences.size()];
     auto text = sentence->toString();
     text.replace(QStringLiteral("%1"), QString::number(day().number));
-    if (m_plan.memoryOff.contain(day().number))
+    if (!m_isMemoryOn)
         text += u' ' + unmemorableWord();
     day().acts.push_back({ TermAct::Kind::say, at, text });
 }
