@@ -32,7 +32,7 @@ DemoConnection::DemoConnection(QTcpSocket* socket, DemoOptions options)
 {
     // Else the system gathers words before it sends them.
     socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-    m_pace.setInterval(options.delayBetweenWords);
+    m_pace.setInterval(m_options.delayBetweenWords);
     connect(&m_pace, &QTimer::timeout, this, &DemoConnection::sendNextEvent);
     connect(socket, &QTcpSocket::readyRead, this, &DemoConnection::receive);
     connect(socket, &QTcpSocket::disconnected, &m_pace, &QTimer::stop);

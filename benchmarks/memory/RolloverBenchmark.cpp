@@ -70,17 +70,16 @@ void write(const QDir& directory, const QString& name, const auto& value)
 void fill(const QDir& directory)
 {
     const auto words = QStringLiteral("Read another chapter and asked what it was for. ");
-    std::vector<ChatMessage> messages;
-    for (int number = 0; number < 30; ++number)
-        messages.push_back(
-            { .id = QUuid::createUuid(), .text = words.repeated(6), .timestamp = evening });
-    std::vector<DatedObservation> observations;
-    for (int number = 0; number < 200; ++number)
-        observations.push_back({ .id = QUuid::createUuid(),
-            .occurredAt = evening - std::chrono::minutes(number),
+    std::vector<ChatMessage> messages(30, { .text = words.repeated(6), .timestamp = evening });
+    for (auto& message : messages)
+        message.id = QUuid::createUuid();
+    std::vector<DatedObservation> observations(200,
+        { .occurredAt = evening,
             .recordedAt = evening,
             .summary = words.repeated(2),
             .observedFacts = { words } });
+    for (auto& observation : observations)
+        observation.id = QUuid::createUuid();
     const DailySession session { .id = QUuid::createUuid(),
         .dayKey = QStringLiteral("2026-03-01"),
         .startedAt = evening - std::chrono::hours(12),
@@ -186,9 +185,8 @@ Spread spread(const std::vector<Run>& measured, double Run::*value)
 
 int measureAll()
 {
-    std::vector<Run> all;
-    for (int round = 0; round < runs; ++round)
-        all.push_back(measure());
+    std::vector<Run> all(runs);
+    std::ranges::generate(all, measure);
     const auto total = spread(all, &Run::total);
     const auto stall = spread(all, &Run::stall);
     const auto bare = spread(all, &Run::bareWrites);
