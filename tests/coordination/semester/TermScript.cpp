@@ -175,10 +175,9 @@ void TermWriter::say(const QDateTime& at, std::optional<QStringView> sentence)
 {
     if (!sentence)
         sentence = sentences[m_said++ % sentences.size()];
-    auto text = sentence->toString();
-    text.replace(QStringLiteral("%1"), QString::number(day().number));
+    auto text = sentence->toString().replace(QStringLiteral("%1"), QString::number(day().number));
     if (!m_isMemoryOn)
-        text += u' ' + unmemorableWord();
+        text = QStringLiteral("Remember that I love ") + unmemorableWord();
     day().acts.push_back({ TermAct::Kind::say, at, text });
 }
 
