@@ -10,6 +10,7 @@
 #include <tl/expected.hpp>
 
 #include <chrono>
+#include <optional>
 #include <variant>
 #include <vector>
 
@@ -27,6 +28,8 @@ struct HTTPRequest {
     QByteArray body;
     /// How long nothing at all may arrive before the request fails.
     std::chrono::milliseconds timeout = std::chrono::seconds(30);
+    /// How long the whole exchange may take, however much arrives.
+    std::optional<std::chrono::milliseconds> longest = std::nullopt;
 };
 
 struct HTTPResponse {

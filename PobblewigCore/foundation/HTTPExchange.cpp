@@ -5,6 +5,7 @@
 #include <QIODevice>
 #include <QNetworkRequest>
 #include <QPointer>
+#include <QTimer>
 
 #include <algorithm>
 #include <utility>
@@ -111,6 +112,10 @@ HTTPExchange::HTTPExchange(
     connect(m_reply, &QNetworkReply::metaDataChanged, this, &HTTPExchange::readHead);
     connect(m_reply, &QNetworkReply::readyRead, this, &HTTPExchange::readBody);
     connect(m_reply, &QNetworkReply::finished, this, &HTTPExchange::finish);
+    if (const auto longest = m_request.longest) {
+        QTimer::singleShot(
+            *longest, this, [this] { end(TransportErrorLogic::tookTooLong(m_request)); });
+    }
     m_sink.setOnDrop([exchange = QPointer(this)] {
         if (exchange)
             exchange->drop();

@@ -100,6 +100,13 @@ std::optional<TransportError> TransportErrorLogic::failure(
         request.url);
 }
 
+TransportError TransportErrorLogic::tookTooLong(const HTTPRequest& request)
+{
+    const auto seconds = std::chrono::ceil<std::chrono::seconds>(*request.longest).count();
+    const auto text = QStringLiteral("%1 did not finish its answer within %2 seconds.");
+    return { Kind::timedOut, text.arg(serverName(request.url), QString::number(seconds)) };
+}
+
 TransportError TransportErrorLogic::notAWebAddress(const QUrl& url)
 {
     const auto text = QStringLiteral("“%1” is not the address of a web server. It begins with "

@@ -26,6 +26,8 @@ struct ReplyEnding {
 /// Nothing if the whole answer came, whatever its status.
 std::optional<TransportError> failure(const ReplyEnding& ending, const HTTPRequest& request);
 
+/// Of a request with a longest time.
+TransportError tookTooLong(const HTTPRequest& request);
 TransportError notAWebAddress(const QUrl& url);
 TransportError bodyTooLarge(const QUrl& url);
 TransportError lineTooLong(const QUrl& url);

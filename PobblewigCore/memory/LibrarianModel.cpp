@@ -6,6 +6,10 @@ namespace pobblewig {
 
 namespace {
 
+/// A slow model at home needs minutes. A server that sends signs of life and no answer would hold
+/// up the end of a session for ever.
+constexpr std::chrono::minutes longestAnswer(10);
+
 LLMRequest requestFor(const LibrarianModel::Question& question, const LibrarianModelConfig& config)
 {
     return {
@@ -13,6 +17,7 @@ LLMRequest requestFor(const LibrarianModel::Question& question, const LibrarianM
         .maxTokens = config.maxOutputTokens * question.tokenFactor,
         .temperature = config.temperature,
         .responseFormat = question.format,
+        .longest = longestAnswer,
     };
 }
 

@@ -11,6 +11,7 @@
 
 #include <tl/expected.hpp>
 
+#include <chrono>
 #include <optional>
 #include <variant>
 #include <vector>
@@ -75,6 +76,8 @@ struct LLMRequest {
     double temperature = 0.7;
     LLMResponseFormat responseFormat = {};
     std::vector<LLMToolDefinition> tools = {};
+    /// How long the whole reply may take.
+    std::optional<std::chrono::milliseconds> longest = std::nullopt;
 };
 
 /// A model behind some endpoint. Holds no state between calls and is cheap to build.

@@ -187,6 +187,7 @@ HTTPRequest OpenAICompatibleProvider::httpRequest(const LLMRequest& request) con
     auto result = ChatCompletionsLogic::httpRequest(m_configuration);
     result.body = QJsonDocument(payload).toJson(QJsonDocument::Compact);
     result.timeout = m_requestTimeout;
+    result.longest = request.longest;
     return result;
 }
 

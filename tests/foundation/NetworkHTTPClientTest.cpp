@@ -65,6 +65,8 @@ private Q_SLOTS:
             "another protocol", { send("SSH-2.0-server\r\n"), Server::Close() }, Kind::unreachable);
         broken("silence", {}, Kind::timedOut);
         broken("silence in the middle", { announced }, Kind::timedOut);
+        broken("signs of life without an end",
+            { send("HTTP/1.1 200 OK\r\n\r\n"), Server::Send { "\n", 1 << 30 } }, Kind::timedOut);
         broken("more than 64 MiB",
             { send("HTTP/1.1 200 OK\r\n\r\n"), Server::Send { QByteArray(1 << 20, 'x'), 65 } },
             Kind::tooLarge);
@@ -79,8 +81,10 @@ private Q_SLOTS:
         server.enqueue(script);
         server.enqueue({ Server::Send { Server::answer("200 OK", "a second time") } });
         auto request = post(server);
-        if (kind == Kind::timedOut)
+        if (kind == Kind::timedOut) {
             request.timeout = 100ms;
+            request.longest = 400ms;
+        }
         const auto response = awaited(m_client.send(request));
         QCOMPARE(response ? response->status : 0, status);
         QCOMPARE(response ? response->body : QByteArray(), body);
