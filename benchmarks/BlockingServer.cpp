@@ -56,8 +56,9 @@ BlockingServer::BlockingServer(Answer answer)
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     socklen_t length = sizeof address;
-    bind(m_listener, reinterpret_cast<sockaddr*>(&address), length);
-    listen(m_listener, 8);
+    if (bind(m_listener, reinterpret_cast<sockaddr*>(&address), length) != 0
+        || listen(m_listener, 8) != 0)
+        qFatal("no port is free");
     getsockname(m_listener, reinterpret_cast<sockaddr*>(&address), &length);
     m_url = QUrl(QStringLiteral("http://127.0.0.1:%1").arg(ntohs(address.sin_port)));
     m_thread = std::thread([this] { serve(); });

@@ -99,7 +99,7 @@ AppCoordinator::Parts parts(const QDir& directory, const QUrl& model, const QUrl
     const auto variable = [](const char* name, const QString& value) {
         return std::pair(QString::fromLatin1(name), value);
     };
-    const Environment environment { variable("MAIN_MODEL_BASE_URL", model.toString()),
+    Environment environment { variable("MAIN_MODEL_BASE_URL", model.toString()),
         variable("MAIN_MODEL_API_KEY", QStringLiteral("key")),
         variable("MAIN_MODEL_ID", QStringLiteral("model")),
         variable("LIBRARIAN_MODEL_BASE_URL", librarian.toString()),
@@ -108,7 +108,7 @@ AppCoordinator::Parts parts(const QDir& directory, const QUrl& model, const QUrl
         .directory = directory,
         .http = std::make_unique<NetworkHTTPClient>(),
         .keychain = std::make_unique<FakeKeychain>(),
-        .environment = [environment] { return environment; },
+        .environment = [environment = std::move(environment)] { return environment; },
         .clock = [] { return now; },
     };
 }
