@@ -29,6 +29,7 @@ Screen screenAt(QPoint place, QSize size)
 QString placeKey(const std::vector<Screen>& screens)
 {
     std::vector<QRect> rects;
+    rects.reserve(screens.size());
     for (const auto& screen : screens)
         rects.push_back(screen.geometry);
     return QStringLiteral("buddy/") + BuddyPlacement::layoutName(std::move(rects));
@@ -39,6 +40,13 @@ QString placeKey(const std::vector<Screen>& screens)
 BuddyPlaces::BuddyPlaces(QSettings& settings)
     : m_settings(settings)
 {
+    for (auto* screen : QGuiApplication::screens())
+        watch(screen);
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, &BuddyPlaces::watch);
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, &BuddyPlaces::screensChanged,
+        Qt::QueuedConnection);
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &BuddyPlaces::screensChanged,
+        Qt::QueuedConnection);
 }
 
 std::optional<QPoint> BuddyPlaces::place(QSize size)
@@ -80,6 +88,12 @@ void BuddyPlaces::keep(QPoint place)
 {
     m_latest = place;
     m_settings.setValue(placeKey(presentScreens()), place);
+}
+
+void BuddyPlaces::watch(QScreen* screen)
+{
+    connect(screen, &QScreen::geometryChanged, this, &BuddyPlaces::screensChanged,
+        Qt::QueuedConnection);
 }
 
 } // namespace pobblewig

@@ -3,14 +3,19 @@
 #include "buddy/BuddyPill.h"
 #include "buddy/BuddyPlacement.h"
 
+#include <QObject>
 #include <QSettings>
 
 #include <optional>
 
+class QScreen;
+
 namespace pobblewig {
 
 /// Where the user has put the buddy, for each arrangement of the screens.
-class BuddyPlaces {
+class BuddyPlaces : public QObject {
+    Q_OBJECT
+
 public:
     /// Reads and writes the group "buddy".
     explicit BuddyPlaces(QSettings& settings);
@@ -30,7 +35,13 @@ public:
 
     void keep(QPoint place);
 
+Q_SIGNALS:
+    /// The place may be another one now.
+    void screensChanged();
+
 private:
+    void watch(QScreen* screen);
+
     QSettings& m_settings;
     /// In whichever arrangement that was.
     std::optional<QPoint> m_latest;

@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QMouseEvent>
-#include <QScreen>
 #include <QWindow>
 
 namespace pobblewig {
@@ -14,6 +13,11 @@ constexpr std::chrono::milliseconds longestWaitForASize { 100 };
 
 /// A click that waits for a second one must not feel late.
 constexpr int longestWaitForAClick = 250;
+
+double handTime(const QMouseEvent& event)
+{
+    return double(event.timestamp()) / 1000;
+}
 
 } // namespace
 
@@ -48,7 +52,7 @@ BuddyWindow::BuddyWindow(BuddyWindowSystem& system, QSettings& settings, BuddyVi
 
     setFixedSize(m_view->size());
     restorePlace();
-    watchScreens();
+    connect(&m_places, &BuddyPlaces::screensChanged, this, &BuddyWindow::restorePlace);
 }
 
 BuddyWindow::~BuddyWindow()
@@ -93,7 +97,7 @@ bool BuddyWindow::event(QEvent* event)
         m_occlusionAskedAt = m_view->now();
         break;
     case QEvent::Hide:
-        letGo();
+        letGo(std::nullopt);
         rest();
         break;
     case QEvent::Leave:
@@ -129,7 +133,7 @@ void BuddyWindow::mousePressEvent(QMouseEvent* event)
     const auto isCaught = m_glide.isGliding();
     const auto offset = isCaught ? pressedAt - m_corner : event->position().toPoint();
     m_grip = Grip { .pressedAt = pressedAt, .offset = offset, .isDragging = isCaught };
-    m_glide.grab(place(), m_view->now());
+    m_glide.grab(place(), handTime(*event));
     if (isCaught)
         m_view->beginDragging();
 }
@@ -149,7 +153,7 @@ void BuddyWindow::mouseMoveEvent(QMouseEvent* event)
     if (!m_grip->isDragging)
         return;
     carryTo(position - m_grip->offset);
-    m_glide.carry(place(), m_view->now());
+    m_glide.carry(place(), handTime(*event));
 }
 
 void BuddyWindow::mouseReleaseEvent(QMouseEvent* event)
@@ -158,7 +162,7 @@ void BuddyWindow::mouseReleaseEvent(QMouseEvent* event)
         return;
     if (!m_grip->isDragging)
         m_click.start();
-    letGo();
+    letGo(handTime(*event));
     giveWayToFullScreen();
 }
 
@@ -188,13 +192,14 @@ void BuddyWindow::carryTo(QPoint corner)
     standAt(corner);
 }
 
-void BuddyWindow::letGo()
+void BuddyWindow::letGo(std::optional<double> handTime)
 {
     const auto grip = std::exchange(m_grip, std::nullopt);
     if (!grip || !grip->isDragging)
         return;
     m_view->endDragging();
-    m_glide.release(m_places.surroundings(place(), size()), m_view->now());
+    if (handTime)
+        m_glide.release(m_places.surroundings(place(), size()), *handTime);
     m_places.keep(place());
 }
 
@@ -254,21 +259,6 @@ void BuddyWindow::restorePlace()
     m_glide.stop();
     standAt(BuddyPlacement::windowAt(*place, size()).topLeft());
     giveWayToFullScreen();
-}
-
-void BuddyWindow::watchScreens()
-{
-    const auto watch = [this](QScreen* screen) {
-        connect(screen, &QScreen::geometryChanged, this, &BuddyWindow::restorePlace,
-            Qt::QueuedConnection);
-    };
-    for (auto* screen : QGuiApplication::screens())
-        watch(screen);
-    connect(qGuiApp, &QGuiApplication::screenAdded, this, watch);
-    connect(qGuiApp, &QGuiApplication::screenAdded, this, &BuddyWindow::restorePlace,
-        Qt::QueuedConnection);
-    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &BuddyWindow::restorePlace,
-        Qt::QueuedConnection);
 }
 
 void BuddyWindow::watchOcclusion()

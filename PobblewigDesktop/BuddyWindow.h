@@ -73,7 +73,8 @@ private:
     QPoint place() const { return m_corner + QPoint(width() / 2, height()); }
     void standAt(QPoint corner);
     void carryTo(QPoint corner);
-    void letGo();
+    /// At this time of the hand, or because the window goes.
+    void letGo(std::optional<double> handTime);
     void glide();
     void rest();
 
@@ -82,7 +83,6 @@ private:
     void fitAroundView();
     void paintInNewSize();
     void restorePlace();
-    void watchScreens();
     void watchOcclusion();
     void watchFullScreen();
     void giveWayToFullScreen();

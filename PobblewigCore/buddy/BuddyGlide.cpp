@@ -22,39 +22,39 @@ double length(QPointF vector)
 
 } // namespace
 
-void BuddyGlide::grab(QPoint place, double now)
+void BuddyGlide::grab(QPoint place, double handTime)
 {
     m_isGliding = false;
     m_place = place;
     m_measuredPlace = place;
-    m_measuredAt = now;
+    m_measuredAt = handTime;
     m_velocity = {};
 }
 
-void BuddyGlide::carry(QPoint place, double now)
+void BuddyGlide::carry(QPoint place, double handTime)
 {
     // Motions that come in a bunch are one: divided by next to no time they would be a leap.
     constexpr double bunch = 0.004;
     m_place = place;
-    const auto seconds = now - m_measuredAt;
+    const auto seconds = handTime - m_measuredAt;
     if (seconds < bunch)
         return;
     const auto speed = (m_place - m_measuredPlace) / seconds;
     m_velocity += (speed - m_velocity) * (1 - std::exp(-seconds / memory));
     m_measuredPlace = m_place;
-    m_measuredAt = now;
+    m_measuredAt = handTime;
 }
 
-void BuddyGlide::release(const QRect& bounds, double now)
+void BuddyGlide::release(const QRect& bounds, double handTime)
 {
-    m_velocity *= std::exp(-(now - m_measuredAt) / memory);
+    m_velocity *= std::exp(-std::max(0.0, handTime - m_measuredAt) / memory);
     const auto speed = length(m_velocity);
     if (speed < careful)
         return;
     m_velocity *= std::min(1.0, fastest / speed);
     m_isGliding = true;
     m_start = m_place;
-    m_releasedAt = now;
+    m_startedAt.reset();
     m_duration = friction * std::log(length(m_velocity) / resting);
     // Where the hand has put it is allowed, or the glide would begin with a leap.
     m_bounds = QRectF(QPointF(std::min(double(bounds.left()), m_start.x()),
@@ -67,8 +67,10 @@ QPoint BuddyGlide::tick(double now)
 {
     if (!m_isGliding)
         return m_place.toPoint();
+    const auto seconds = now - m_startedAt.value_or(now);
+    m_startedAt = now - seconds;
     const auto end = at(m_duration).toPoint();
-    m_place = at(std::min(now - m_releasedAt, m_duration));
+    m_place = at(std::min(seconds, m_duration));
     m_isGliding = m_place.toPoint() != end;
     return m_place.toPoint();
 }

@@ -48,8 +48,8 @@ public:
         BuddyDrawing drawing;
         m_artist.draw(frame, area, { pill(frame) }, drawing);
         QPainter painter(&image);
-        painter.translate(
-            (image.width() - area.size().width()) / 2, image.height() - area.size().height());
+        const auto rest = image.size() - area.size();
+        painter.translate(QPoint(rest.width() / 2, rest.height()));
         m_painter.paint(painter, drawing);
         return image;
     }

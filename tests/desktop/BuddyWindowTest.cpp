@@ -286,6 +286,7 @@ private:
         const auto isRelease = type == QEvent::MouseButtonRelease;
         QMouseEvent event(type, QPointF(at), QPointF(globally),
             isMove ? Qt::NoButton : Qt::LeftButton, isRelease ? Qt::NoButton : Qt::LeftButton, {});
+        event.setTimestamp(quint64(now() * 1000));
         QCoreApplication::sendEvent(m_window.get(), &event);
     }
 

@@ -25,15 +25,23 @@ public:
     std::optional<HotKeyError::Kind> problem;
 };
 
-class NoNotifications : public NotificationPresenting {
+class ShownNotifications : public NotificationPresenting {
 public:
-    Task<bool> present(Notification) override { co_return false; }
-    void withdraw() override { }
+    Task<bool> present(Notification notification) override
+    {
+        texts.append(notification.text);
+        co_return true;
+    }
+    void withdraw() override { texts.clear(); }
+
+    QStringList texts;
 };
 
-class NoSounds : public SoundPlaying {
+class HeardSounds : public SoundPlaying {
 public:
-    void play(QStringView) override { }
+    void play(QStringView name) override { names.append(name.toString()); }
+
+    QStringList names;
 };
 
 class ScriptedAutostart : public AutostartSwitching {
@@ -62,6 +70,7 @@ private Q_SLOTS:
             m_scratch->filePath(QStringLiteral("desktop.conf")), QSettings::IniFormat);
         m_hotKeys.emplace();
         m_notifications.emplace();
+        m_sounds.names.clear();
         m_autostart.emplace();
         m_coordinator = std::make_unique<AppCoordinator>(AppCoordinator::Parts {
             .directory = DataDirectory(QDir(m_scratch->path())),
@@ -136,6 +145,38 @@ private Q_SLOTS:
         QCOMPARE(chat.messages()[4].text, QStringLiteral("third"));
     }
 
+    void aReminderComesAsANotificationUnlessTheChatIsOpen_data()
+    {
+        QTest::addColumn<bool>("isChatShown");
+        row("closed", false);
+        row("open", true);
+    }
+    void aReminderComesAsANotificationUnlessTheChatIsOpen()
+    {
+        QFETCH(bool, isChatShown);
+        const QSignalSpy reminded(&*m_presence, &DesktopPresence::reminded);
+        m_presence->setChatShown(isChatShown);
+        const auto record = QUuid::createUuid();
+        const auto text = QStringLiteral("The lab report is due tonight.");
+        m_coordinator->deliverProactiveMessage(text, record);
+        QCOMPARE(reminded.count(), 1);
+        QCOMPARE(m_sounds.names, QStringList(QStringLiteral("Glass")));
+        QCOMPARE(m_notifications->texts, isChatShown ? QStringList() : QStringList(text));
+        const auto& message = m_coordinator->chat().messages().back();
+        QCOMPARE(message.text, text);
+        QCOMPARE(message.relatedInterventionID, record);
+
+        m_presence->setChatShown(true);
+        QCOMPARE(m_notifications->texts, QStringList());
+    }
+
+    void aNotificationOpensTheChat()
+    {
+        const QSignalSpy opened(&*m_presence, &DesktopPresence::chatRequested);
+        Q_EMIT m_notifications->opened();
+        QCOMPARE(opened.count(), 1);
+    }
+
     void aStartWithTheDesktopThatCannotBeSetIsSaid()
     {
         const auto menu = m_presence->makeMenu();
@@ -182,8 +223,8 @@ private:
     std::optional<QTemporaryDir> m_scratch;
     std::optional<QSettings> m_settings;
     std::optional<ScriptedHotKeys> m_hotKeys;
-    std::optional<NoNotifications> m_notifications;
-    NoSounds m_sounds;
+    std::optional<ShownNotifications> m_notifications;
+    HeardSounds m_sounds;
     UnavailableWindowActivation m_windows;
     std::optional<ScriptedAutostart> m_autostart;
     PromptedProvider m_model;
