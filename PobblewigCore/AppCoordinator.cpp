@@ -356,6 +356,7 @@ LibrarianService::Dependencies AppCoordinator::librarianDependencies()
         .providerProvider = [this] { return makeLibrarianProvider(); },
         .configProvider = [this] { return m_lanes.resolvedLibrarianModel(m_parts.environment()); },
         .observationLinkHook = [this](const QUuid& id) { m_memory.sessions.linkObservation(id); },
+        .mayRemember = [this] { return m_settings.settings().memoryEnabled; },
         .calendar = m_parts.calendar,
         .clock = m_parts.clock,
     };

@@ -164,7 +164,7 @@ LibrarianExtractionResult LibrarianService::take(
     const auto extraction = accepted<ExtractionResult>(answer, job, [&](const QString& text) {
         return LibrarianAnswers::parseExtraction(text, origin.noteSource, origin.itemSource, now);
     });
-    if (!extraction)
+    if (!extraction || !m_dependencies.mayRemember())
         return {};
     return store(*extraction, origin.occurredAt.value_or(now), now);
 }
@@ -206,7 +206,8 @@ void LibrarianService::applyCleanup(
         return LibrarianAnswers::parseCleanup(
             text, store.notes(), store.allPatterns(), now, m_dependencies.calendar());
     });
-    if (!rewritten || CleanupLogic::isOvertaken(seen, store.notes(), store.allPatterns()))
+    if (!rewritten || !m_dependencies.mayRemember()
+        || CleanupLogic::isOvertaken(seen, store.notes(), store.allPatterns()))
         return;
     auto [notes, patterns] =
         CleanupLogic::withUnseen(*std::move(rewritten), seen, store.notes(), store.allPatterns());

@@ -39,6 +39,9 @@ public:
         LibrarianModel::ConfigProvider configProvider;
         /// Told of each observation that is recorded.
         std::function<void(const QUuid& id)> observationLinkHook = [](const QUuid&) {};
+        /// Asked before anything is stored: the user may have switched the memory off while the
+        /// model was thinking.
+        std::function<bool()> mayRemember = [] { return true; };
         std::function<Calendar()> calendar = Calendar::current;
         Clock clock = systemNow;
     };

@@ -75,11 +75,13 @@ private Q_SLOTS:
         m_memory = std::make_unique<MemoryTiers>(std::nullopt, [] { return Calendar(); });
         m_usage = std::make_unique<UsageCounter>(std::nullopt);
         m_linked.clear();
+        m_mayRemember = true;
         m_service = std::make_unique<LibrarianService>(*m_memory, *m_usage,
             LibrarianService::Dependencies {
                 .providerProvider = [this] { return borrowed(m_provider); },
                 .configProvider = [] { return config(); },
                 .observationLinkHook = [this](const QUuid& id) { m_linked.push_back(id); },
+                .mayRemember = [this] { return m_mayRemember; },
                 .calendar = [] { return Calendar(); },
                 .clock = [] { return now; },
             });
@@ -350,6 +352,21 @@ private Q_SLOTS:
         QVERIFY(m_memory->notes.notes().empty());
     }
 
+    void nothingIsStoredOnceTheMemoryIsOff()
+    {
+        fillNotes();
+        const auto revision = m_memory->revision();
+        enqueueHeld(quoted("{'notes': [{'text': 'secret'}], 'observations': [{'summary': 's'}]}"));
+        enqueueHeld(quoted("{'notes': [{'text': 'secret'}]}"));
+        auto extraction = extracting();
+        auto cleanup = m_service->cleanupIfNeeded();
+        m_mayRemember = false;
+        m_model->release();
+        QVERIFY(awaited(std::move(extraction)) == Result());
+        awaited(std::move(cleanup));
+        QCOMPARE(m_memory->revision(), revision);
+    }
+
     void nothingForgottenIsSentAgain()
     {
         m_model->enqueue({ {}, LLMError::http(400, QStringLiteral("I study law")), true });
@@ -410,6 +427,7 @@ private:
     std::unique_ptr<MemoryTiers> m_memory;
     std::unique_ptr<UsageCounter> m_usage;
     std::vector<QUuid> m_linked;
+    bool m_mayRemember = true;
     std::unique_ptr<LibrarianService> m_service;
 };
 
