@@ -184,15 +184,13 @@ void X11FullScreenWatch::announce()
 void X11FullScreenWatch::followActiveWindow()
 {
     const auto values = m_connection.values(m_connection.root(), "_NET_ACTIVE_WINDOW");
-    auto active = values.empty() ? XCB_WINDOW_NONE : xcb_window_t(values.front());
-    // Qt has its own wishes for our windows.
+    const auto active = values.empty() ? XCB_WINDOW_NONE : xcb_window_t(values.front());
+    // Qt has its own wishes for our windows; a film behind the chat may still end.
     const auto ours = xcb_get_setup(m_connection.get())->resource_id_base;
-    if (X11WindowTree::connectionOf(m_connection, active) == ours)
-        active = XCB_WINDOW_NONE;
-    const auto before = std::exchange(m_active, active);
-    if (before == active)
+    if (active == XCB_WINDOW_NONE || active == m_active
+        || X11WindowTree::connectionOf(m_connection, active) == ours)
         return;
-    listen(before, XCB_EVENT_MASK_NO_EVENT);
+    listen(std::exchange(m_active, active), XCB_EVENT_MASK_NO_EVENT);
     listen(active, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
 }
 

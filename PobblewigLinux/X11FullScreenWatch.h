@@ -31,7 +31,7 @@ private:
 
     X11Connection& m_connection;
     std::function<void()> m_changed;
-    /// Of another program; none if it is ours.
+    /// The latest one of another program.
     xcb_window_t m_active = XCB_WINDOW_NONE;
     QSize m_activeSize;
     QObject m_context;

@@ -101,12 +101,22 @@ private Q_SLOTS:
             std::in_place, "film", QRect(100, 100, 500, 400), 0x203040);
         QTRY_VERIFY(isActive(film->id()));
         QVERIFY(m_window->isVisible());
-        makeFullScreen(film->id());
+        setFullScreen(film->id(), true);
         QTRY_VERIFY(!m_window->isVisible());
         {
             const ForeignWindow letter("letter", QRect(200, 200, 300, 200), 0x805030);
             QTRY_VERIFY(m_window->isVisible());
         }
+        QTRY_VERIFY(!m_window->isVisible());
+
+        QWidget chat;
+        chat.setGeometry(300, 300, 200, 200);
+        chat.show();
+        QVERIFY(QTest::qWaitForWindowActive(&chat));
+        QVERIFY(!m_window->isVisible());
+        setFullScreen(film->id(), false);
+        QTRY_VERIFY(m_window->isVisible());
+        setFullScreen(film->id(), true);
         QTRY_VERIFY(!m_window->isVisible());
         film.reset();
         QTRY_VERIFY(m_window->isVisible());
@@ -302,15 +312,14 @@ private:
     }
 
     /// As any program asks for it.
-    void makeFullScreen(xcb_window_t window)
+    void setFullScreen(xcb_window_t window, bool isFullScreen)
     {
-        constexpr std::uint32_t add = 1;
         xcb_client_message_event_t wish = {};
         wish.response_type = XCB_CLIENT_MESSAGE;
         wish.format = 32;
         wish.window = window;
         wish.type = m_x11->atom("_NET_WM_STATE");
-        wish.data.data32[0] = add;
+        wish.data.data32[0] = isFullScreen ? 1 : 0;
         wish.data.data32[1] = m_x11->atom("_NET_WM_STATE_FULLSCREEN");
         xcb_send_event(m_x11->get(), false, m_x11->root(),
             XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
