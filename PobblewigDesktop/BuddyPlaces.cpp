@@ -18,14 +18,6 @@ std::vector<Screen> presentScreens()
     return screens;
 }
 
-Screen screenAt(QPoint place, QSize size)
-{
-    const auto screens = presentScreens();
-    if (screens.empty())
-        return { { place, QSize(1, 1) }, { place, QSize(1, 1) } };
-    return BuddyPlacement::screenAt(place, size, screens);
-}
-
 QString placeKey(const std::vector<Screen>& screens)
 {
     std::vector<QRect> rects;
@@ -51,19 +43,20 @@ BuddyPlaces::BuddyPlaces(QSettings& settings)
 
 std::optional<QPoint> BuddyPlaces::place(QSize size)
 {
-    const auto screens = presentScreens();
-    if (screens.empty())
+    m_screens = presentScreens();
+    if (m_screens.empty())
         return std::nullopt;
-    const auto saved = m_settings.value(placeKey(screens));
+    const auto saved = m_settings.value(placeKey(m_screens));
     if (saved.canConvert<QPoint>())
         m_latest = saved.toPoint();
     const auto first = QGuiApplication::primaryScreen()->availableGeometry();
     const auto wanted = m_latest.value_or(BuddyPlacement::initialPlace(size, first));
-    return BuddyPlacement::visiblePlace(wanted, size, screens);
+    return BuddyPlacement::visiblePlace(wanted, size, m_screens);
 }
 
-QRect BuddyPlaces::surroundings(QPoint place, QSize size) const
+QRect BuddyPlaces::surroundings(QPoint place, QSize size)
 {
+    m_screens = presentScreens();
     return BuddyPlacement::placesIn(screenAt(place, size).available, size);
 }
 
@@ -94,6 +87,13 @@ void BuddyPlaces::watch(QScreen* screen)
 {
     connect(screen, &QScreen::geometryChanged, this, &BuddyPlaces::screensChanged,
         Qt::QueuedConnection);
+}
+
+Screen BuddyPlaces::screenAt(QPoint place, QSize size) const
+{
+    if (m_screens.empty())
+        return { { place, QSize(1, 1) }, { place, QSize(1, 1) } };
+    return BuddyPlacement::screenAt(place, size, m_screens);
 }
 
 } // namespace pobblewig

@@ -25,9 +25,9 @@ public:
     std::optional<QPoint> place(QSize size);
 
     /// Where it can slide to from here without leaving its screen.
-    QRect surroundings(QPoint place, QSize size) const;
+    QRect surroundings(QPoint place, QSize size);
 
-    /// Of the free part of its screen.
+    /// Of the free part of its screen; cheap enough to ask at every step.
     BuddyReach reach(QPoint place, QSize size) const;
 
     /// The whole of its screen, in device pixels.
@@ -41,8 +41,10 @@ Q_SIGNALS:
 
 private:
     void watch(QScreen* screen);
+    BuddyPlacement::Screen screenAt(QPoint place, QSize size) const;
 
     QSettings& m_settings;
+    std::vector<BuddyPlacement::Screen> m_screens;
     /// In whichever arrangement that was.
     std::optional<QPoint> m_latest;
 };

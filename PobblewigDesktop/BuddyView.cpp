@@ -50,6 +50,11 @@ void BuddyView::setTheme(const Palette& palette)
     update();
 }
 
+void BuddyView::setReach(const BuddyReach& reach)
+{
+    m_reach = reach;
+}
+
 void BuddyView::fitToScreen()
 {
     const auto ratio = devicePixelRatioF();
@@ -136,11 +141,6 @@ void BuddyView::setSleepingMeme(const std::optional<BuddyMeme>& meme)
 {
     m_animation.setSleepingMeme(meme, now());
     react();
-}
-
-void BuddyView::setReach(const BuddyReach& reach)
-{
-    m_reach = reach;
 }
 
 void BuddyView::setDock(const BuddyDock& dock)

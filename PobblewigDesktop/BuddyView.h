@@ -23,7 +23,6 @@ class BuddyView : public QAbstractButton {
 public:
     static constexpr double smallestScale = 0.5;
     static constexpr double largestScale = 3;
-
     /// Seconds that never go back.
     using Clock = std::function<double()>;
 
@@ -32,28 +31,25 @@ public:
 
     /// What the buddy covers at present. What only floats around it takes no clicks.
     const BuddyShape& shape() const { return m_shape; }
-
     /// The same until the buddy is told something else.
     const BuddyState& state() const { return m_animation.state(); }
+    double sleepAmount() const { return m_animation.sleepAmount(); }
+    double now() const { return m_clock(); }
 
     void setSprite(const MascotSprite& sprite);
     void setSizeScale(double sizeScale);
 
-    /// Of the words beside the buddy.
+    /// For the words beside the buddy: their colours, and where they can be seen from the next
+    /// frame on.
     void setTheme(const Palette& palette);
+    void setReach(const BuddyReach& reach);
 
     /// Follows the scale of the screen that the view is on.
     void fitToScreen();
 
-    /// The view's own clock.
-    double now() const { return m_clock(); }
-
-    double sleepAmount() const { return m_animation.sleepAmount(); }
-
+    /// All of it wakes the buddy up; dozing off lasts until then.
     void setState(const BuddyState& state);
     void pet();
-
-    /// Wakes it up; lets it sleep at once, until something happens.
     void stir();
     void dozeOff();
 
@@ -61,7 +57,6 @@ public:
     void beginDragging();
     void endDragging();
     void windowMoved(QPointF by);
-
     /// Lets the eyes follow the pointer, in the view's own coordinates, or look ahead again.
     void lookAt(QPointF pointer);
     void lookAhead();
@@ -73,9 +68,6 @@ public:
     /// What it wears all the time and while it sleeps. Only for the mascot that wears memes.
     void setDefaultMeme(const std::optional<BuddyMeme>& meme);
     void setSleepingMeme(const std::optional<BuddyMeme>& meme);
-
-    /// Words beside the buddy stay within. Counts from the next frame on.
-    void setReach(const BuddyReach& reach);
 
     void setDock(const BuddyDock& dock);
 
@@ -89,10 +81,9 @@ Q_SIGNALS:
     /// Comes right before the frame of that shape is painted.
     void shapeChanged();
 
-    void sleepAmountChanged(double amount);
-
     /// Comes with every frame, before it is drawn.
     void ticked();
+    void sleepAmountChanged(double amount);
 
     /// Once, after the first frame.
     void appeared();
@@ -105,7 +96,6 @@ protected:
 private:
     void tick();
     void updatePacing();
-
     /// After something happened: does not wait for the next tick.
     void react();
     void draw();
