@@ -23,7 +23,7 @@ Task<> Extraction::extractPendingTurns()
 {
     if (!m.settings.settings().memoryEnabled)
         passOver();
-    if (m_turnsSinceExtraction < 1)
+    if (m_turnsSinceExtraction < 1 && m_lastExtractedMessageID)
         co_return;
     auto window = LibrarianLogic::messagesAfter(m.history.messages(), m_lastExtractedMessageID);
     // Before anything is awaited, so that no message is offered twice.

@@ -24,7 +24,8 @@ public:
     /// To be awaited in the background: it may take as long as a model does.
     Task<> afterChatTurn();
 
-    /// The tail of the conversation, before a day closes. A failed batch is not tried again.
+    /// The tail of the conversation, before a day closes. A failed batch is not tried again. After
+    /// a launch that is all of it: better read twice than never, by users who quit every evening.
     Task<> extractPendingTurns();
 
 private:

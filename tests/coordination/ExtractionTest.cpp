@@ -35,6 +35,10 @@ private Q_SLOTS:
         row("nor at the end of a day", "off 3 on end 1 end", "4-4");
         row("switched off and on in between", "5 off on 9", "1-14");
         row("off at the end of a day", "5 off end on 1 end", "6-6");
+        row("what was not read before a launch", "3 launch end 2 end", "1-3 4-5");
+        row("the count starts over at a launch", "13 launch 13", "");
+        row("a launch with nothing said", "launch end 1 end", "1-1");
+        row("off before a launch", "off 3 launch on end", "");
         row("a failed turn while it was off", "off message on 14", "2-15");
     }
     void turnsAreReadInBatches()
@@ -76,6 +80,8 @@ private:
     {
         if (event == u"on" || event == u"off")
             return m->setMemoryEnabled(event == u"on");
+        if (event == u"launch")
+            return m->relaunch();
         if (event == u"fail")
             return m->model.enqueue(LLMError::http(500, {}));
         if (event == u"message")

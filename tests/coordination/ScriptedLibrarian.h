@@ -29,6 +29,22 @@ struct ScriptedLibrarian {
         settings.update([&](AppSettings& changed) { changed.memoryEnabled = isEnabled; });
     }
 
+    Extraction::Dependencies dependencies()
+    {
+        return { .settings = settings,
+            .history = history,
+            .memory = memory,
+            .librarian = librarian,
+            .situation = []() -> Task<QString> { co_return QString(); } };
+    }
+
+    /// The program ends and is there again.
+    void relaunch()
+    {
+        std::destroy_at(&extraction);
+        std::construct_at(&extraction, dependencies());
+    }
+
     /// Nothing to remember and nothing to tell, but only after `model.release()`.
     void enqueueHeld(std::optional<LLMFailure> failure = std::nullopt)
     {
@@ -48,11 +64,7 @@ struct ScriptedLibrarian {
                 co_return LibrarianModelConfig();
             },
             .clock = [this] { return time; } } };
-    Extraction extraction { { .settings = settings,
-        .history = history,
-        .memory = memory,
-        .librarian = librarian,
-        .situation = []() -> Task<QString> { co_return QString(); } } };
+    Extraction extraction { dependencies() };
 };
 
 } // namespace pobblewig

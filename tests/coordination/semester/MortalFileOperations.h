@@ -16,7 +16,8 @@ namespace pobblewig {
 /// The system calls of a process that is killed right before one of those that change a directory.
 class MortalFileOperations : public FileOperations {
 public:
-    /// Only changes of `file` count, or all if it is empty.
+    /// Only changes of `file` count, or all if it is empty. Those before the end of a session
+    /// begins, with its summary, do not.
     struct Hour {
         int change = 1;
         QString file = {};
@@ -68,6 +69,9 @@ private:
         if (!m_hour)
             return;
         const auto file = subject(path);
+        m_isEnding |= file == u"summaries.json";
+        if (!m_isEnding)
+            return;
         const auto times = ++m_calls[call + u' ' + file];
         if (!m_hour->file.isEmpty() && m_hour->file != file)
             return;
@@ -79,6 +83,7 @@ private:
 
     LastWords m_lastWords;
     mutable std::optional<Hour> m_hour;
+    mutable bool m_isEnding = false;
     mutable std::map<QString, int> m_calls;
 };
 
