@@ -263,8 +263,8 @@ void BuddyWindow::restorePlace()
 
 void BuddyWindow::watchOcclusion()
 {
-    // Every second, along with a frame: one wake-up for both.
-    constexpr double interval = 0.9;
+    // Every second, or two for a sleeper, along with a frame: one wake-up for both.
+    const auto interval = m_view->sleepAmount() < 1 ? 0.9 : 1.9;
     if (m_view->now() - m_occlusionAskedAt < interval)
         return;
     m_occlusionAskedAt = m_view->now();
