@@ -128,7 +128,7 @@ int main(int argc, char** argv)
     const auto connection = X11Connection::create();
     if (arguments.size() < 3 || !connection)
         return 2;
-    const auto state = arguments[1];
+    const auto& state = arguments[1];
 
     std::optional<SelectionOwner> compositor;
     if (arguments.contains(QStringLiteral("blended")))

@@ -33,14 +33,14 @@ struct Timing {
     double total = 0;
 };
 
-Task<Timing> timedReply(HTTPClient& http, QUrl url)
+Task<Timing> timedReply(HTTPClient* http, QUrl url)
 {
     LLMConfiguration configuration;
     configuration.baseURL = url;
     configuration.modelID = QStringLiteral("model");
     configuration.apiKey = QStringLiteral("key");
     configuration.completionsPath = QStringLiteral("chat/completions");
-    OpenAICompatibleProvider provider(configuration, http);
+    OpenAICompatibleProvider provider(configuration, *http);
     QElapsedTimer clock;
     clock.start();
     Timing timing;
@@ -101,7 +101,7 @@ void compare(const char* name, const std::vector<QByteArray>& pieces, int rounds
     for (const auto& piece : pieces)
         size += piece.size();
     const auto before = peakMemoryInKB();
-    const auto ours = median(rounds, [&] { return awaited(timedReply(http, server.url())); });
+    const auto ours = median(rounds, [&] { return awaited(timedReply(&http, server.url())); });
     const auto growth = peakMemoryInKB() - before;
     const auto curls = median(rounds, [&] { return timedByCurl(server.url()); });
     const auto megabytes = double(size) / 1e6;

@@ -19,10 +19,10 @@ Value awaited(Task<Value> task)
     QEventLoop loop;
     QTimer::singleShot(
         std::chrono::seconds(20), &loop, [] { qFatal("the awaited task never finished"); });
-    [](Task<Value>& awaitedTask, std::optional<Value>& into, QEventLoop& until) -> Task<> {
-        into.emplace(co_await awaitedTask);
-        until.quit();
-    }(task, result, loop);
+    [](Task<Value> awaitedTask, std::optional<Value>* into, QEventLoop* until) -> Task<> {
+        into->emplace(co_await awaitedTask);
+        until->quit();
+    }(std::move(task), &result, &loop);
     if (!result)
         loop.exec();
     return *std::move(result);
