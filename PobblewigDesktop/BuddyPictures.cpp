@@ -46,7 +46,7 @@ ArtColors stampColors(Stamp::Art art)
 {
     if (art == Stamp::Art::smallHeart || art == Stamp::Art::largeHeart)
         return { QColor(240, 96, 118), QColor(176, 48, 78), QColor(255, 206, 212) };
-    return { QColor(118, 134, 208), {}, {} };
+    return { QColor(132, 148, 226), QColor(48, 56, 116), {} };
 }
 
 ArtColors markColors(BuddyBadge::Mark mark)

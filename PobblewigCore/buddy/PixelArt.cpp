@@ -105,28 +105,31 @@ constexpr std::array smallHeart {
 };
 
 constexpr std::array smallZ {
-    Row("XXXX"),
-    Row("..X."),
-    Row(".X.."),
-    Row("XXXX"),
+    Row("XXXX."),
+    Row(".OXOO"),
+    Row(".X.O."),
+    Row("XXXX."),
+    Row(".OOOO"),
 };
 
 constexpr std::array middleZ {
-    Row("XXXXX"),
-    Row("...X."),
-    Row("..X.."),
-    Row(".X..."),
-    Row("XXXXX"),
+    Row("XXXXX."),
+    Row(".OOXOO"),
+    Row("..X.O."),
+    Row(".X.O.."),
+    Row("XXXXX."),
+    Row(".OOOOO"),
 };
 
 constexpr std::array largeZ {
-    Row("XXXXXX"),
-    Row("XXXXXX"),
-    Row("...XX."),
-    Row("..XX.."),
-    Row(".XX..."),
-    Row("XXXXXX"),
-    Row("XXXXXX"),
+    Row("XXXXXX."),
+    Row("XXXXXXO"),
+    Row(".OOXXOO"),
+    Row("..XXOO."),
+    Row(".XXOO.."),
+    Row("XXXXXX."),
+    Row("XXXXXXO"),
+    Row(".OOOOOO"),
 };
 
 constexpr std::array exclamation {

@@ -7,7 +7,8 @@
 
 namespace pobblewig {
 
-/// A small drawing of letters: "X" the colour of the thing, "O" its outline, "W" a light, "." none.
+/// A small drawing of letters: "X" the colour of the thing, "O" its outline or shadow, "W" a light,
+/// "." none.
 struct PixelArt {
     std::span<const std::string_view> rows;
 
