@@ -14,6 +14,8 @@ x11 = ctypes.CDLL("libX11.so.6")
 
 
 class BuddyEndToEndTest(unittest.TestCase):
+    terminals = 0
+
     def setUp(self):
         self.program = self.enterContext(Program())
         self.is_chat_shown = self.program.window_titled("Pobblewig Chat")
@@ -27,10 +29,10 @@ class BuddyEndToEndTest(unittest.TestCase):
 
     def terminal(self, *options):
         """A new one in front, by its window."""
-        before = active_window()
-        self.run_beside("xterm", *options, "-e", "cat")
-        wait_for(lambda: active_window() not in (before, None), "the terminal in front")
-        return active_window()
+        self.terminals += 1
+        title = f"terminal {self.terminals}"
+        self.run_beside("xterm", "-T", title, *options, "-e", "cat")
+        return wait_for(lambda: active_window(title), "the terminal in front")
 
     def compositor(self):
         process = self.run_beside("picom", "--config", "/dev/null", "--backend", "xrender")
@@ -47,12 +49,12 @@ class ShapeEndToEndTest(BuddyEndToEndTest):
         self.terminal("-geometry", "20x5+0+0")
         self.program.start()
         wait_for(is_cut, "the shape of the buddy")
-        for start_compositor in (None, self.compositor):
+        for start_compositor, place in ((None, (700, 500)), (self.compositor, (740, 520))):
             with self.subTest(compositor=bool(start_compositor)):
                 if start_compositor:
                     start_compositor()
                 beside = self.terminal("-geometry", "20x5+0+200")
-                drag_to(700, 500)
+                drag_to(*place)
                 left, top, _width, _height = window_place()
                 click(left + 3, top + 3)
                 wait_for(lambda: active_window() == behind, "the terminal behind the buddy")
@@ -195,11 +197,14 @@ def xrandr(*arguments, check=True):
     subprocess.run(["xrandr", *arguments], check=check, timeout=30, capture_output=True)
 
 
-def active_window():
-    shown = subprocess.run(["xprop", "-root", "_NET_ACTIVE_WINDOW"], text=True, timeout=30,
-                           capture_output=True).stdout
-    found = re.search(r"0x([0-9a-f]+)", shown)
-    return int(found[1], 16) if found and int(found[1], 16) else None
+def active_window(title=None):
+    """With the title, if one is given; else nothing."""
+    found = subprocess.run(["xdotool", "getactivewindow", "getwindowname"] if title else
+                           ["xdotool", "getactivewindow"],
+                           text=True, timeout=30, capture_output=True).stdout.strip()
+    if title:
+        return active_window() if found == title else None
+    return int(found) if found else None
 
 
 def buddy_windows():
@@ -246,7 +251,7 @@ def click(x, y):
 
 
 def drag_to(x, y):
-    """Puts the feet there, and holds still before letting go."""
+    """Puts the feet there, and holds still before letting go. To where they are it is a click."""
     grip = middle_of_the_buddy()
     ground = feet(window_place())
     xdotool("mousemove", *words(grip), "mousedown", "1")
