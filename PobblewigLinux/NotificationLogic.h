@@ -3,8 +3,7 @@
 #include <QStringList>
 #include <QVariantMap>
 
-/// What a notification is for a server of these capabilities, in the terms of the desktops'
-/// specification.
+/// What a notification is for a server of these capabilities, in the terms that all of them share.
 namespace pobblewig::NotificationLogic {
 
 QString summary(const QString& title);
