@@ -1,12 +1,12 @@
 #include "PobblewigLinux/X11FullScreenWatch.h"
 
+#include "PobblewigLinux/X11WindowSurvey.h"
 #include "PobblewigLinux/X11WindowTree.h"
 
 #include <QCoreApplication>
 #include <QSize>
 
 #include <algorithm>
-#include <ranges>
 
 namespace pobblewig {
 
@@ -14,17 +14,8 @@ namespace {
 
 using Window = BuddySight::Window;
 
-struct Question {
-    xcb_get_window_attributes_cookie_t attributes;
-    xcb_get_geometry_cookie_t geometry;
-    xcb_translate_coordinates_cookie_t place;
-    xcb_get_property_cookie_t states;
-    xcb_get_property_cookie_t types;
-};
-
 using Atoms = std::vector<std::uint32_t>;
 
-/// Asks about all windows before it waits for the first answer: one round trip in all.
 class FrontSurvey {
 public:
     explicit FrontSurvey(X11Connection& connection)
@@ -38,65 +29,44 @@ public:
     {
     }
 
+    /// In one round trip for all of them.
     std::vector<Window> windows()
     {
+        const auto foreign = foreignWindows();
         std::vector<Question> questions;
-        const auto stack = m_connection.values(m_connection.root(), "_NET_CLIENT_LIST_STACKING");
-        const auto ours = xcb_get_setup(m_connection.get())->resource_id_base;
-        for (const auto window : stack | std::views::reverse) {
-            if (X11WindowTree::connectionOf(m_connection, window) != ours)
-                questions.push_back(question(window));
-        }
+        questions.reserve(foreign.size());
+        for (const auto window : foreign)
+            questions.push_back({ m_connection.ask(window, "_NET_WM_STATE"),
+                m_connection.ask(window, "_NET_WM_WINDOW_TYPE") });
+        const auto facts = X11WindowSurvey(m_connection, foreign).facts();
         std::vector<Window> windows;
-        for (const auto& question : questions) {
-            if (const auto window = answer(question))
-                windows.push_back(*window);
+        for (size_t i = 0; i < foreign.size(); ++i) {
+            const auto states = m_connection.values(questions[i].states);
+            const auto types = m_connection.values(questions[i].types);
+            if (facts[i].isMapped && !contains(states, m_hidden))
+                windows.push_back({ facts[i].rect, kind(states, types) });
         }
         return windows;
     }
 
 private:
+    struct Question {
+        xcb_get_property_cookie_t states;
+        xcb_get_property_cookie_t types;
+    };
+
     xcb_atom_t state(const std::string& name) { return m_connection.atom("_NET_WM_STATE_" + name); }
 
-    Question question(xcb_window_t window)
+    /// From the top down.
+    std::vector<xcb_window_t> foreignWindows()
     {
-        auto* const xcb = m_connection.get();
-        const auto atoms = [&](const std::string& property) {
-            constexpr std::uint32_t most = 32;
-            return xcb_get_property(
-                xcb, false, window, m_connection.atom(property), XCB_ATOM_ATOM, 0, most);
-        };
-        return { xcb_get_window_attributes(xcb, window), xcb_get_geometry(xcb, window),
-            xcb_translate_coordinates(xcb, window, m_connection.root(), 0, 0),
-            atoms("_NET_WM_STATE"), atoms("_NET_WM_WINDOW_TYPE") };
-    }
-
-    std::optional<Window> answer(const Question& question)
-    {
-        auto* const xcb = m_connection.get();
-        const X11Reply<xcb_get_window_attributes_reply_t> attributes(
-            xcb_get_window_attributes_reply(xcb, question.attributes, nullptr));
-        const X11Reply<xcb_get_geometry_reply_t> geometry(
-            xcb_get_geometry_reply(xcb, question.geometry, nullptr));
-        const X11Reply<xcb_translate_coordinates_reply_t> place(
-            xcb_translate_coordinates_reply(xcb, question.place, nullptr));
-        const auto states = list(question.states);
-        const auto types = list(question.types);
-        if (!attributes || !geometry || !place || contains(states, m_hidden)
-            || attributes->map_state != XCB_MAP_STATE_VIEWABLE)
-            return std::nullopt;
-        return Window { { place->dst_x, place->dst_y, geometry->width, geometry->height },
-            kind(states, types) };
-    }
-
-    Atoms list(xcb_get_property_cookie_t cookie)
-    {
-        const X11Reply<xcb_get_property_reply_t> reply(
-            xcb_get_property_reply(m_connection.get(), cookie, nullptr));
-        if (!reply || reply->format != 32)
-            return {};
-        const auto* first = static_cast<std::uint32_t*>(xcb_get_property_value(reply.get()));
-        return { first, first + reply->value_len };
+        auto windows = m_connection.values(m_connection.root(), "_NET_CLIENT_LIST_STACKING");
+        const auto ours = xcb_get_setup(m_connection.get())->resource_id_base;
+        std::erase_if(windows, [&](xcb_window_t window) {
+            return X11WindowTree::connectionOf(m_connection, window) == ours;
+        });
+        std::ranges::reverse(windows);
+        return windows;
     }
 
     Window::Kind kind(const Atoms& states, const Atoms& types) const
