@@ -6,24 +6,27 @@ namespace pobblewig {
 
 namespace {
 
+/// Stands for NOTES in the others.
+constexpr auto notesForm = R"({
+    "type": "array",
+    "items": {
+        "type": "object",
+        "additionalProperties": false,
+        "properties": {
+            "text": { "type": "string" },
+            "category": { "type": "string" },
+            "kind": { "type": "string" },
+            "source": { "type": "string" },
+            "confidence": { "type": "number" },
+            "isTemporary": { "type": "boolean" },
+            "expiresInHours": { "type": "number" }
+        })";
+
 constexpr auto extractionForm = R"({
     "type": "object",
     "additionalProperties": false,
     "properties": {
-        "notes": {
-            "type": "array",
-            "items": {
-                "type": "object",
-                "additionalProperties": false,
-                "properties": {
-                    "text": { "type": "string" },
-                    "category": { "type": "string" },
-                    "kind": { "type": "string" },
-                    "source": { "type": "string" },
-                    "confidence": { "type": "number" },
-                    "isTemporary": { "type": "boolean" },
-                    "expiresInHours": { "type": "number" }
-                },
+        "notes": NOTES,
                 "required": ["text"]
             }
         },
@@ -108,20 +111,7 @@ constexpr auto cleanupForm = R"({
     "type": "object",
     "additionalProperties": false,
     "properties": {
-        "notes": {
-            "type": "array",
-            "items": {
-                "type": "object",
-                "additionalProperties": false,
-                "properties": {
-                    "text": { "type": "string" },
-                    "category": { "type": "string" },
-                    "kind": { "type": "string" },
-                    "source": { "type": "string" },
-                    "confidence": { "type": "number" },
-                    "isTemporary": { "type": "boolean" },
-                    "expiresInHours": { "type": "number" }
-                },
+        "notes": NOTES,
                 "required": ["text"]
             }
         },
@@ -142,8 +132,9 @@ constexpr auto cleanupForm = R"({
     "required": ["notes"]
 })";
 
-JSONValue::Object parsed(const char* form)
+JSONValue::Object parsed(QByteArray form)
 {
+    form.replace("NOTES", notesForm);
     return *JSONValue::fromJson(QJsonDocument::fromJson(form).object()).object();
 }
 
