@@ -29,8 +29,8 @@ Task<> Extraction::extractPendingTurns()
     // Before anything is awaited, so that no message is offered twice.
     passOver();
     const auto situation = co_await m.situation();
-    co_await m.librarian.extractAfterTurn(
-        std::move(window), situation, confirmedPaths(), m.settings.settings().roles);
+    co_await m.librarian.extractAfterTurn(std::move(window), situation,
+        m.memory.reference.tableOfContents().paths(), m.settings.settings().roles);
 }
 
 void Extraction::passOver()
@@ -38,14 +38,6 @@ void Extraction::passOver()
     m_turnsSinceExtraction = 0;
     if (!m.history.messages().empty())
         m_lastExtractedMessageID = m.history.messages().back().id;
-}
-
-std::vector<QString> Extraction::confirmedPaths() const
-{
-    std::vector<QString> paths;
-    for (const auto& entry : m.memory.reference.tableOfContents().entries)
-        paths.push_back(entry.path);
-    return paths;
 }
 
 } // namespace pobblewig

@@ -31,7 +31,6 @@ public:
 private:
     /// What has been said so far is not offered any more.
     void passOver();
-    std::vector<QString> confirmedPaths() const;
 
     Dependencies m;
     int m_turnsSinceExtraction = 0;

@@ -9,18 +9,6 @@
 
 namespace pobblewig {
 
-namespace {
-
-std::vector<QString> confirmedPaths(const ReferenceMemoryStore& reference)
-{
-    std::vector<QString> paths;
-    for (const auto& entry : reference.tableOfContents().entries)
-        paths.push_back(entry.path);
-    return paths;
-}
-
-} // namespace
-
 LibrarianService::LibrarianService(
     MemoryTiers& memory, UsageCounter& usage, Dependencies dependencies)
     : m_memory(memory)
@@ -61,7 +49,7 @@ Task<LibrarianExtractionResult> LibrarianService::ingestMeetingNotes(MeetingNote
         .notes = notes.text,
         .residentMemory = m_memory.notes.residentMemory(MemoryStore::hardCapTokens, now),
         .isBelowSoftTarget = m_memory.notes.isBelowSoftThreshold(now),
-        .referencePaths = confirmedPaths(m_memory.reference),
+        .referencePaths = m_memory.reference.tableOfContents().paths(),
     });
     const auto answer = co_await m_model.ask(
         { prompt, LibrarianSchemas::meetingNotesExtraction() }, m_stop.get_token());

@@ -16,6 +16,15 @@ QString updatedText(const TOCEntry& entry)
 
 } // namespace
 
+std::vector<QString> MemoryTableOfContents::paths() const
+{
+    std::vector<QString> paths;
+    paths.reserve(entries.size());
+    for (const auto& entry : entries)
+        paths.push_back(entry.path);
+    return paths;
+}
+
 QString MemoryTableOfContents::compactText(
     IncludeEmpty includeEmpty, IncludeTimestamps includeTimestamps) const
 {

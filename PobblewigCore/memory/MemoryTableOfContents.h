@@ -27,6 +27,8 @@ struct MemoryTableOfContents {
 
     std::vector<TOCEntry> entries;
 
+    std::vector<QString> paths() const;
+
     /// A line for each entry, or a sentence that there are none.
     QString compactText(IncludeEmpty includeEmpty, IncludeTimestamps includeTimestamps) const;
 };
