@@ -10,17 +10,12 @@ namespace {
 
 constexpr qsizetype longestStatement = 300;
 
-QRegularExpression words(const QString& pattern)
-{
-    return QRegularExpression(pattern,
-        QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
-}
-
 QStringList clauses(QString text)
 {
-    static const auto ends =
-        words(QStringLiteral(R"((?<!\b[DM]r)(?<!\bMs)(?<!\bMrs)(?<!\bProf)([.!?;]+)(?=\s|$))"));
-    static const auto joints = words(QStringLiteral(R"(,? (?:and|but|so) (?=(?:I|my)\b))"));
+    static const auto ends = DemoWords::pattern(
+        QStringLiteral(R"((?<!\b[DM]r)(?<!\bMs)(?<!\bMrs)(?<!\bProf)([.!?;]+)(?=\s|$))"));
+    static const auto joints =
+        DemoWords::pattern(QStringLiteral(R"(,? (?:and|but|so) (?=(?:I|my)\b))"));
     text.replace(ends, QStringLiteral("\\1\n")).replace(joints, QStringLiteral("\n"));
     return text.split(u'\n', Qt::SkipEmptyParts);
 }
@@ -28,32 +23,32 @@ QStringList clauses(QString text)
 bool isQuestion(const QString& clause)
 {
     static const auto wish =
-        words(QStringLiteral(R"(^(?:please )?(?:can|could|would|will) you\b)"));
+        DemoWords::pattern(QStringLiteral(R"(^(?:please )?(?:can|could|would|will) you\b)"));
     return clause.endsWith(u'?') && !wish.match(clause).hasMatch();
 }
 
 QString statement(const QString& clause)
 {
-    static const auto opening = words(QStringLiteral(
+    static const auto opening = DemoWords::pattern(QStringLiteral(
         R"(^(?:(?:hello|good (?:morning|evening)|again|also|well|oh|by the way|btw|honestly)\b[ ,]*)"
         R"(|(?:remember|note|write)(?: down)?(?: that\b|[ :]+(?!to\b))[ :]*)+(?=\w))"));
-    static const auto end = words(QStringLiteral(R"([\s.,;:!?]+$)"));
+    static const auto end = DemoWords::pattern(QStringLiteral(R"([\s.,;:!?]+$)"));
     return DemoWords::withoutCourtesies(clause).remove(opening).remove(end);
 }
 
 QString withoutEmphasis(QString text)
 {
-    static const auto before = words(QStringLiteral(
+    static const auto before = DemoWords::pattern(QStringLiteral(
         R"(\b(I(?: am|['’]m)?) (?:(?:really|just|also|absolutely|still|quite|so|very) )+(?=\w))"));
-    static const auto after =
-        words(QStringLiteral(R"((?:,? (?:a lot|(?:very|so) much|too|again|as well|by the way|btw|)"
-                             R"(you know|now|right now|today|at the moment))+$)"));
+    static const auto after = DemoWords::pattern(
+        QStringLiteral(R"((?:,? (?:a lot|(?:very|so) much|too|again|as well|by the way|btw|)"
+                       R"(you know|now|right now|today|at the moment))+$)"));
     return text.replace(before, QStringLiteral("\\1 ")).remove(after);
 }
 
 bool isUsualVerb(const QString& verb)
 {
-    static const auto usual = words(
+    static const auto usual = DemoWords::pattern(
         QStringLiteral(R"(^(?:like|love|enjoy|prefer|hate|dislike|adore|feel|need|want|plan|hope|)"
                        R"(intend|live|study|work|play|take|eat|drink|sleep|know|think|keep|go)$)"));
     return usual.match(verb).hasMatch();
@@ -126,7 +121,7 @@ QStringList DemoGrammar::statements(const QString& text)
 
 std::optional<QString> DemoGrammar::correctedTo(const QString& statement)
 {
-    static const auto correction = words(QStringLiteral(
+    static const auto correction = DemoWords::pattern(QStringLiteral(
         R"(^(?:actually|no|nope|wait|correction|sorry|not quite)\b[ ,:]+(?<what>.+))"));
     const auto what = correction.match(statement).captured(u"what");
     return what.isEmpty() ? std::nullopt : std::optional(what);
@@ -134,7 +129,7 @@ std::optional<QString> DemoGrammar::correctedTo(const QString& statement)
 
 QString DemoGrammar::aboutTheUser(const QString& statement)
 {
-    static const auto firstPerson = words(QStringLiteral(
+    static const auto firstPerson = DemoWords::pattern(QStringLiteral(
         R"(\bI(?:['’](?<short>m|ve|ll|d)| (?<often>(?:usually|always|often|never) )?)"
         R"((?<verb>[a-z]+(?:['’]t)?))\b|\b(?<own>my|mine|me|myself)\b)"));
     const auto text = withoutEmphasis(statement);

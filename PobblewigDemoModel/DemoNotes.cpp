@@ -2,6 +2,7 @@
 
 #include "PobblewigDemoModel/DemoDates.h"
 #include "PobblewigDemoModel/DemoGrammar.h"
+#include "PobblewigDemoModel/DemoWords.h"
 
 #include <QLocale>
 #include <QRegularExpression>
@@ -13,12 +14,6 @@ namespace pobblewig {
 namespace {
 
 constexpr double confidence = 0.9;
-
-QRegularExpression words(const QString& pattern)
-{
-    return QRegularExpression(pattern,
-        QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
-}
 
 struct NoteRule {
     QRegularExpression pattern;
@@ -38,28 +33,32 @@ const std::vector<NoteRule>& noteRules()
     static const auto thing =
         QStringLiteral("(?!(?:it|this|that|you|him|her|them|these|those|to know)$).+");
     static const std::vector<NoteRule> all {
-        { words(QStringLiteral("^I %1(?:like|love|enjoy|prefer|hate|adore|dislike) %2")
-                    .arg(often, thing)),
+        { DemoWords::pattern(QStringLiteral("^I %1(?:like|love|enjoy|prefer|hate|adore|dislike) %2")
+                                 .arg(often, thing)),
             preferences, preference },
-        { words(QStringLiteral("^I %1(?:do not|don['’]t|can['’]t|cannot) "
-                               "(?:like|enjoy|stand|eat|drink|smoke) %2")
-                    .arg(often, thing)),
+        { DemoWords::pattern(QStringLiteral("^I %1(?:do not|don['’]t|can['’]t|cannot) "
+                                            "(?:like|enjoy|stand|eat|drink|smoke) %2")
+                                 .arg(often, thing)),
             preferences, preference },
-        { words(QStringLiteral("^my fav(?:ou?)?rite .+? (?:is|are) .+")), preferences, preference },
-        { words(
+        { DemoWords::pattern(QStringLiteral("^my fav(?:ou?)?rite .+? (?:is|are) .+")), preferences,
+            preference },
+        { DemoWords::pattern(
               QStringLiteral("^(?:do not|don['’]t|never|stop|always) "
                              "(?:nag|remind|remember|interrupt|bother|wake|call|ask)\\w* me\\b.*")),
             preferences, preference },
-        { words(QStringLiteral("^my (?:\\w+ )?goal\\b.*? is .+")), QStringLiteral("goals"), goal },
-        { words(QStringLiteral("^my (?:dream|aspiration) is .+")), QStringLiteral("aspirations"),
-            goal },
-        { words(QStringLiteral("^my name is .+")), QStringLiteral("misc"), fact },
-        { words(QStringLiteral("^I (?:live|study|work|play|come|usually|always|never|often) .+")),
+        { DemoWords::pattern(QStringLiteral("^my (?:\\w+ )?goal\\b.*? is .+")),
+            QStringLiteral("goals"), goal },
+        { DemoWords::pattern(QStringLiteral("^my (?:dream|aspiration) is .+")),
+            QStringLiteral("aspirations"), goal },
+        { DemoWords::pattern(QStringLiteral("^my name is .+")), QStringLiteral("misc"), fact },
+        { DemoWords::pattern(
+              QStringLiteral("^I (?:live|study|work|play|come|usually|always|never|often) .+")),
             context, fact },
-        { words(QStringLiteral("^I(?:['’]m| am) (?:an? (?!bit|little)|allergic to |from |learning "
-                               "|studying |vegetarian|vegan).*")),
+        { DemoWords::pattern(
+              QStringLiteral("^I(?:['’]m| am) (?:an? (?!bit|little)|allergic to |from |learning "
+                             "|studying |vegetarian|vegan).*")),
             context, fact },
-        { words(QStringLiteral(
+        { DemoWords::pattern(QStringLiteral(
               "^I(?:['’]ve| have)? (?:moved|started|quit|joined|adopted|bought|switched|got "
               "engaged) .+")),
             QStringLiteral("history"), QStringLiteral("event") },
@@ -90,10 +89,10 @@ DemoFinding datedWish(const QString& wish, const QDateTime& date, const QDateTim
 
 std::optional<DemoFinding> wishIn(const QString& statement, const QDateTime& now)
 {
-    static const auto wishes =
-        words(QStringLiteral("^I(?:['’]d (?:really )?(?:like|love)| would (?:like|love)"
-                             "| (?:really )?(?:want|plan|hope|intend|aim)"
-                             "|(?:['’]m| am) (?:planning|hoping)) to (?<what>.+)"));
+    static const auto wishes = DemoWords::pattern(
+        QStringLiteral("^I(?:['’]d (?:really )?(?:like|love)| would (?:like|love)"
+                       "| (?:really )?(?:want|plan|hope|intend|aim)"
+                       "|(?:['’]m| am) (?:planning|hoping)) to (?<what>.+)"));
     const auto what = wishes.match(statement).captured(u"what");
     if (what.isEmpty())
         return std::nullopt;
@@ -111,7 +110,7 @@ std::optional<DemoFinding> statedIn(const QString& statement, const QDateTime& n
     for (const auto& rule : noteRules()) {
         if (!rule.pattern.match(statement).hasMatch())
             continue;
-        static const auto aboutMe = words(QStringLiteral("^(?:I|my)\\b"));
+        static const auto aboutMe = DemoWords::pattern(QStringLiteral("^(?:I|my)\\b"));
         const auto text = aboutMe.match(statement).hasMatch()
             ? DemoGrammar::aboutTheUser(statement)
             : QStringLiteral("The user asked: \"%1\".").arg(statement);
@@ -127,7 +126,7 @@ struct TagRule {
 
 TagRule tagged(const QString& pattern, const QString& tags)
 {
-    return { words(QStringLiteral("\\b(?:%1)\\b").arg(pattern)), tags.split(u' ') };
+    return { DemoWords::pattern(QStringLiteral("\\b(?:%1)\\b").arg(pattern)), tags.split(u' ') };
 }
 
 const std::vector<TagRule>& tagRules()
@@ -174,9 +173,9 @@ QStringList courseCodes(const QString& statement)
 /// A state or an event, and not a plan, a habit or a denial.
 bool isOfTheMoment(const QString& statement)
 {
-    static const auto firstPerson =
-        words(QStringLiteral("\\b(?:I|my)\\b|^(?:feeling|so|very|slept|went|had|got)\\b"));
-    static const auto other = words(
+    static const auto firstPerson = DemoWords::pattern(
+        QStringLiteral("\\b(?:I|my)\\b|^(?:feeling|so|very|slept|went|had|got)\\b"));
+    static const auto other = DemoWords::pattern(
         QStringLiteral("\\b(?:will|['’]ll|tomorrow|want|plan|have to|need|should|must|if|when|"
                        "would|['’]d|like|love|hate|prefer|usually|always|never|often|not|"
                        "don['’]t|remind)\\b"));
@@ -201,7 +200,7 @@ QStringList tagsOf(const QString& statement)
 std::optional<DemoFinding> DemoNotes::noteIn(const QString& statement, const QDateTime& now)
 {
     static const auto sayingWhatIs =
-        words(QStringLiteral(R"(^(?:it|that|he|she|they|the|my|I meant)\b)"));
+        DemoWords::pattern(QStringLiteral(R"(^(?:it|that|he|she|they|the|my|I meant)\b)"));
     const auto corrected = DemoGrammar::correctedTo(statement);
     if (!corrected)
         return statedIn(statement, now);

@@ -13,9 +13,7 @@ namespace {
 struct ItemRule {
     ItemRule(const QString& words, const QString& where, const QString& what,
         const QString& aboutName = {}, const QString& dateName = {})
-        : pattern(words,
-            QRegularExpression::CaseInsensitiveOption
-                | QRegularExpression::UseUnicodePropertiesOption)
+        : pattern(DemoWords::pattern(words))
         , path(where)
         , summary(what)
         , aboutKey(aboutName)

@@ -20,6 +20,12 @@ const QRegularExpression& smallWords()
 
 } // namespace
 
+QRegularExpression DemoWords::pattern(const QString& text)
+{
+    return QRegularExpression(text,
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
+}
+
 QString DemoWords::withoutCourtesies(const QString& text)
 {
     static const QRegularExpression before(
@@ -36,11 +42,9 @@ QString DemoWords::withoutCourtesies(const QString& text)
 
 QString DemoWords::title(QString text)
 {
-    static const QRegularExpression before(
-        QStringLiteral(R"(^(?:\W+|(?:to|about|of|that|a|an|the|my|i|have|for)\b ?)+)"),
-        QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
-    static const QRegularExpression after(QStringLiteral(R"((?:[^\w)]+|\b(?:on|at|for|by|to))+$)"),
-        QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
+    static const auto before =
+        pattern(QStringLiteral(R"(^(?:\W+|(?:to|about|of|that|a|an|the|my|i|have|for)\b ?)+)"));
+    static const auto after = pattern(QStringLiteral(R"((?:[^\w)]+|\b(?:on|at|for|by|to))+$)"));
     text = text.simplified().remove(before).remove(after);
     return text.left(1).toUpper() + text.mid(1);
 }

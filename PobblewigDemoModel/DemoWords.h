@@ -1,9 +1,13 @@
 #pragma once
 
+#include <QRegularExpression>
 #include <QString>
 
 /// What is left of a sentence once its small words are gone.
 namespace pobblewig::DemoWords {
+
+/// A pattern of words of any language, in any case.
+QRegularExpression pattern(const QString& text);
 
 /// Without courtesies at either end: "could you please", "thanks".
 QString withoutCourtesies(const QString& text);
