@@ -14,12 +14,9 @@ namespace pobblewig {
 
 inline ChatService::Dependencies dependencies(LLMProvider*& main, LLMProvider*& vision)
 {
-    const auto lend = [](LLMProvider* provider) -> Task<std::unique_ptr<LLMProvider>> {
-        co_return BorrowedProvider::of(provider);
-    };
     return {
-        .mainProvider = [&main, lend] { return lend(main); },
-        .visionProvider = [&vision, lend] { return lend(vision); },
+        .mainProvider = [&main] { return BorrowedProvider::lent(main); },
+        .visionProvider = [&vision] { return BorrowedProvider::lent(vision); },
         .mainConfig = []() -> Task<MainModelConfig> { co_return MainModelConfig(); },
         .situationProvider = []() -> Task<SituationSnapshot> {
             co_return SituationSnapshot { .mode = CoachMode::studying,

@@ -216,15 +216,10 @@ private:
             .environment = [] { return Environment(); },
             .calendar = [] { return Calendar(); },
             .clock = [] { return now; },
-            .mainProviderOverride = [this]() { return lend(m_model.get()); },
+            .mainProviderOverride = [this]() { return BorrowedProvider::lent(m_model.get()); },
         });
         m->start();
         QTRY_VERIFY(m->state().memory.activeDailySession);
-    }
-
-    static Task<std::unique_ptr<LLMProvider>> lend(LLMProvider* model)
-    {
-        co_return BorrowedProvider::of(model);
     }
 
     void ask(const QString& text)

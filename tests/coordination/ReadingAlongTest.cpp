@@ -183,7 +183,7 @@ private:
             .environment = [] { return environment(); },
             .calendar = [] { return Calendar(); },
             .clock = [] { return now; },
-            .mainProviderOverride = [this] { return lend(m_model.get()); },
+            .mainProviderOverride = [this] { return BorrowedProvider::lent(m_model.get()); },
         });
         m->start();
         QTRY_VERIFY(m->state().memory.activeDailySession);
@@ -195,11 +195,6 @@ private:
                      QStringLiteral("https://l.example") },
             { QStringLiteral("LIBRARIAN_MODEL_API_KEY"), QStringLiteral("key") },
             { QStringLiteral("LIBRARIAN_MODEL_ID"), QStringLiteral("model") } };
-    }
-
-    static Task<std::unique_ptr<LLMProvider>> lend(LLMProvider* model)
-    {
-        co_return BorrowedProvider::of(model);
     }
 
     void setMemoryEnabled(bool isEnabled)

@@ -19,11 +19,6 @@ struct ScriptedLibrarian {
     Q_DISABLE_COPY_MOVE(ScriptedLibrarian)
     ~ScriptedLibrarian() = default;
 
-    static Task<std::unique_ptr<LLMProvider>> lend(LLMProvider* provider)
-    {
-        co_return BorrowedProvider::of(provider);
-    }
-
     void setMemoryEnabled(bool isEnabled)
     {
         settings.update([&](AppSettings& changed) { changed.memoryEnabled = isEnabled; });
@@ -59,7 +54,7 @@ struct ScriptedLibrarian {
     ChatHistoryStore history;
     UsageCounter usage { std::nullopt };
     LibrarianService librarian { memory, usage,
-        { .providerProvider = [this] { return lend(&model); },
+        { .providerProvider = [this] { return BorrowedProvider::lent(&model); },
             .configProvider = []() -> Task<LibrarianModelConfig> {
                 co_return LibrarianModelConfig();
             },

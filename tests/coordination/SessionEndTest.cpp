@@ -61,8 +61,8 @@ struct Conversation {
     ScriptedProvider model;
     ChatService chat { read.history, read.usage,
         {
-            .mainProvider = [this] { return ScriptedLibrarian::lend(&model); },
-            .visionProvider = [] { return ScriptedLibrarian::lend(nullptr); },
+            .mainProvider = [this] { return BorrowedProvider::lent(&model); },
+            .visionProvider = [] { return BorrowedProvider::lent(nullptr); },
             .mainConfig = []() -> Task<MainModelConfig> { co_return MainModelConfig(); },
             .situationProvider = []() -> Task<SituationSnapshot> { co_return SituationSnapshot(); },
             .sessionIDProvider = [this] { return sessionID(); },

@@ -79,7 +79,7 @@ private Q_SLOTS:
             .environment = [] { return Environment(); },
             .calendar = [] { return Calendar(); },
             .clock = [] { return ScriptedChat::now; },
-            .mainProviderOverride = [this]() { return lend(&m_model); },
+            .mainProviderOverride = [this]() { return BorrowedProvider::lent(&m_model); },
         });
         start();
     }
@@ -213,11 +213,6 @@ private:
                 return action;
         }
         qFatal("no such action");
-    }
-
-    static Task<std::unique_ptr<LLMProvider>> lend(LLMProvider* provider)
-    {
-        co_return BorrowedProvider::of(provider);
     }
 
     std::optional<QTemporaryDir> m_scratch;

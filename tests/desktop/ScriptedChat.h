@@ -65,20 +65,14 @@ struct ScriptedChat {
     ScriptedCapturer screen;
     ChatService chat { history, usage,
         {
-            .mainProvider = [this]() { return lend(main); },
-            .visionProvider = []() { return lend(nullptr); },
+            .mainProvider = [this]() { return BorrowedProvider::lent(main); },
+            .visionProvider = []() { return BorrowedProvider::lent(nullptr); },
             .mainConfig = []() -> Task<MainModelConfig> { co_return MainModelConfig(); },
             .situationProvider = []() -> Task<SituationSnapshot> { co_return SituationSnapshot(); },
             .screenshots = { &screen,
                 []() -> Task<std::set<QString>> { co_return std::set<QString>(); } },
             .clock = [] { return now; },
         } };
-
-private:
-    static Task<std::unique_ptr<LLMProvider>> lend(LLMProvider* provider)
-    {
-        co_return BorrowedProvider::of(provider);
-    }
 };
 
 } // namespace pobblewig

@@ -78,7 +78,7 @@ private Q_SLOTS:
         m_mayRemember = true;
         m_service = std::make_unique<LibrarianService>(*m_memory, *m_usage,
             LibrarianService::Dependencies {
-                .providerProvider = [this] { return borrowed(m_provider); },
+                .providerProvider = [this] { return BorrowedProvider::lent(m_provider); },
                 .configProvider = [] { return config(); },
                 .observationLinkHook = [this](const QUuid& id) { m_linked.push_back(id); },
                 .mayRemember = [this] { return m_mayRemember; },
@@ -381,10 +381,6 @@ private Q_SLOTS:
     }
 
 private:
-    static Task<std::unique_ptr<LLMProvider>> borrowed(LLMProvider* provider)
-    {
-        co_return BorrowedProvider::of(provider);
-    }
     static Task<LibrarianModelConfig> config()
     {
         co_return LibrarianModelConfig { .temperature = 0.3, .maxOutputTokens = 1000 };

@@ -60,10 +60,6 @@ struct Launch {
         memory.sessions.ensureActiveSession(now - days(1), Calendar());
     }
 
-    Task<std::unique_ptr<LLMProvider>> provider()
-    {
-        co_return model ? BorrowedProvider::of(model) : nullptr;
-    }
     static Task<LibrarianModelConfig> config() { co_return LibrarianModelConfig(); }
 
     void say(const QString& text)
@@ -77,7 +73,7 @@ struct Launch {
     ChatHistoryStore history { directory };
     UsageCounter usage { directory };
     LibrarianService librarian { memory, usage,
-        { .providerProvider = [this] { return provider(); },
+        { .providerProvider = [this] { return BorrowedProvider::lent(model); },
             .configProvider = config,
             .clock = [] { return now; } } };
     SessionRolloverService rollover { { memory, history, librarian, directory,

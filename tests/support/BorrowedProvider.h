@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/Task.h"
 #include "wire/LLMProvider.h"
 
 #include <memory>
@@ -18,6 +19,8 @@ public:
     {
         return lender ? std::make_unique<BorrowedProvider>(*lender) : nullptr;
     }
+
+    static Task<std::unique_ptr<LLMProvider>> lent(LLMProvider* lender) { co_return of(lender); }
 
     const LLMConfiguration& configuration() const override { return m_lender.configuration(); }
     LLMStream streamChat(LLMRequest request) override
