@@ -1,7 +1,7 @@
 #include "AppCoordinator.h"
 
-#include "SituationBuilder.h"
 #include "activity/RuleTexts.h"
+#include "conversation/SituationBuilder.h"
 #include "foundation/Log.h"
 
 namespace pobblewig {
@@ -90,14 +90,14 @@ AppCoordinator::AppCoordinator(Parts parts)
     , m_chat(m_history, m_usage, chatDependencies())
     , m_librarian(m_memory, m_usage, librarianDependencies())
     , m_rollover(rolloverDependencies())
-    , m_extraction({ .settings = m_settings,
+    , m_readingAlong({ .settings = m_settings,
           .history = m_history,
           .memory = m_memory,
           .librarian = m_librarian,
           .situation = [this] { return situationText(); } })
     , m_sessionEnd({ .memory = m_memory,
           .chat = m_chat,
-          .extraction = m_extraction,
+          .readingAlong = m_readingAlong,
           .rollover = m_rollover,
           .calendar = m_parts.calendar,
           .clock = m_parts.clock,
@@ -212,7 +212,7 @@ Task<> AppCoordinator::afterChatTurn()
 
 Task<> AppCoordinator::remember()
 {
-    co_await m_extraction.afterChatTurn();
+    co_await m_readingAlong.afterChatTurn();
     refresh(m_parts.clock());
 }
 

@@ -1,25 +1,25 @@
 #pragma once
 
-#include "ActivityDesk.h"
-#include "LaneProviders.h"
 #include "MemoryDesk.h"
-#include "ModeSwitch.h"
-#include "ProposalDesk.h"
 #include "PublishedState.h"
-#include "SessionEnd.h"
+#include "activity/ActivityDesk.h"
 #include "activity/DiscreetFrontmostAppProvider.h"
 #include "conversation/ChatService.h"
+#include "conversation/ProposalDesk.h"
+#include "conversation/SessionEnd.h"
+#include "folders/AppDataAccessService.h"
 #include "foundation/Calendar.h"
 #include "foundation/DataDirectory.h"
-#include "memory/AppDataAccessService.h"
-#include "memory/ChatHistoryStore.h"
-#include "memory/MemoryMigration.h"
-#include "memory/MemoryToolExecutor.h"
-#include "memory/NativeMemoryRetrieval.h"
-#include "memory/UsageCounter.h"
+#include "memory/history/ChatHistoryStore.h"
+#include "memory/history/MemoryMigration.h"
+#include "memory/history/UsageCounter.h"
+#include "memory/recall/MemoryToolExecutor.h"
+#include "memory/recall/NativeMemoryRetrieval.h"
 #include "screen/PermissionProviding.h"
 #include "screen/ScreenCapturing.h"
+#include "settings/ModeSwitch.h"
 #include "settings/SettingsStore.h"
+#include "wire/LaneProviders.h"
 #include "wire/ModelLanes.h"
 
 #include <QObject>
@@ -158,7 +158,7 @@ private:
     ChatService m_chat;
     LibrarianService m_librarian;
     SessionRolloverService m_rollover;
-    Extraction m_extraction;
+    ReadingAlong m_readingAlong;
     SessionEnd m_sessionEnd;
     MemoryDesk m_memoryDesk;
     ActivityDesk m_activityDesk;

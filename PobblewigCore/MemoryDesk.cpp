@@ -1,7 +1,7 @@
 #include "MemoryDesk.h"
 
-#include "memory/MemoryEraser.h"
 #include "memory/MemoryExport.h"
+#include "memory/history/MemoryEraser.h"
 
 namespace pobblewig {
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "conversation/ChatService.h"
-#include "conversation/ProposalManager.h"
-#include "memory/MemoryRetrievalService.h"
+#include "conversation/proposals/ProposalManager.h"
 #include "memory/MemoryTiers.h"
+#include "memory/recall/MemoryRetrievalService.h"
 
 namespace pobblewig {
 

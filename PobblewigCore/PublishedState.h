@@ -3,10 +3,10 @@
 #include "DiagnosticsInfo.h"
 #include "activity/AccountabilityRule.h"
 #include "activity/ActivitySession.h"
-#include "conversation/RuleProposal.h"
+#include "conversation/proposals/RuleProposal.h"
 #include "foundation/KeychainHelper.h"
 #include "memory/MemorySnapshot.h"
-#include "memory/UsageCounter.h"
+#include "memory/history/UsageCounter.h"
 #include "settings/AppSettings.h"
 
 #include <optional>

@@ -1,8 +1,8 @@
 #include "PobblewigDesktop/AppDelegate.h"
 
-#include "PobblewigDesktop/BuddyFace.h"
-#include "PobblewigDesktop/ChatPanel.h"
-#include "PobblewigDesktop/Theme.h"
+#include "PobblewigDesktop/chat/ChatPanel.h"
+#include "PobblewigDesktop/controls/Theme.h"
+#include "PobblewigDesktop/presence/BuddyFace.h"
 #include "foundation/EnumNames.h"
 #include "presence/PresenceLogic.h"
 

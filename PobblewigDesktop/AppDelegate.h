@@ -1,8 +1,8 @@
 #pragma once
 
 #include "AppCoordinator.h"
-#include "PobblewigDesktop/BuddyWindow.h"
-#include "PobblewigDesktop/DesktopPresence.h"
+#include "PobblewigDesktop/buddy/BuddyWindow.h"
+#include "PobblewigDesktop/presence/DesktopPresence.h"
 
 #include <QSettings>
 

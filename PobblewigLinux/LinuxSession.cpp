@@ -1,12 +1,12 @@
 #include "PobblewigLinux/LinuxSession.h"
 
-#include "PobblewigLinux/ApplicationIdentifiers.h"
-#include "PobblewigLinux/PortalHotKeys.h"
-#include "PobblewigLinux/PortalScreenCapture.h"
-#include "PobblewigLinux/X11HotKeys.h"
-#include "PobblewigLinux/X11ScreenCapture.h"
-#include "PobblewigLinux/X11WindowActivation.h"
-#include "PobblewigLinux/X11WindowIdentity.h"
+#include "PobblewigLinux/desktop/ApplicationIdentifiers.h"
+#include "PobblewigLinux/portal/PortalHotKeys.h"
+#include "PobblewigLinux/portal/PortalScreenCapture.h"
+#include "PobblewigLinux/x11/X11HotKeys.h"
+#include "PobblewigLinux/x11/X11ScreenCapture.h"
+#include "PobblewigLinux/x11/X11WindowActivation.h"
+#include "PobblewigLinux/x11/X11WindowIdentity.h"
 
 namespace pobblewig {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "PobblewigLinux/ActiveWindowProviding.h"
-#include "PobblewigLinux/ApplicationNames.h"
-#include "PobblewigLinux/IdleTimeProviding.h"
+#include "PobblewigLinux/desktop/ActiveWindowProviding.h"
+#include "PobblewigLinux/desktop/ApplicationNames.h"
+#include "PobblewigLinux/desktop/IdleTimeProviding.h"
 
 #include <memory>
 

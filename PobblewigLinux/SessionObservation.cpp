@@ -1,11 +1,11 @@
 #include "PobblewigLinux/SessionObservation.h"
 
-#include "PobblewigLinux/KWinActiveWindow.h"
-#include "PobblewigLinux/MutterIdleTime.h"
 #include "PobblewigLinux/SessionFrontmostAppProvider.h"
-#include "PobblewigLinux/WaylandIdleTime.h"
-#include "PobblewigLinux/WlrootsActiveWindow.h"
-#include "PobblewigLinux/X11FrontmostAppProvider.h"
+#include "PobblewigLinux/desktop/MutterIdleTime.h"
+#include "PobblewigLinux/wayland/KWinActiveWindow.h"
+#include "PobblewigLinux/wayland/WaylandIdleTime.h"
+#include "PobblewigLinux/wayland/WlrootsActiveWindow.h"
+#include "PobblewigLinux/x11/X11FrontmostAppProvider.h"
 
 #include <QDBusConnectionInterface>
 

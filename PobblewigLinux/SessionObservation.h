@@ -1,9 +1,9 @@
 #pragma once
 
-#include "PobblewigLinux/ApplicationNames.h"
 #include "PobblewigLinux/SessionObservationLogic.h"
-#include "PobblewigLinux/WaylandConnection.h"
-#include "PobblewigLinux/X11Connection.h"
+#include "PobblewigLinux/desktop/ApplicationNames.h"
+#include "PobblewigLinux/wayland/WaylandConnection.h"
+#include "PobblewigLinux/x11/X11Connection.h"
 #include "foundation/Time.h"
 #include "settings/Environment.h"
 

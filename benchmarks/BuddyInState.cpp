@@ -3,8 +3,8 @@
 // Usage: BuddyInState STATE SECONDS [blended], with an X server; "blended" stands in for a
 // compositor, without one the window is cut to its shape.
 
-#include "PobblewigDesktop/BuddyWindow.h"
-#include "PobblewigLinux/X11BuddyWindowSystem.h"
+#include "PobblewigDesktop/buddy/BuddyWindow.h"
+#include "PobblewigLinux/x11/X11BuddyWindowSystem.h"
 #include "support/SelectionOwner.h"
 
 #include <QApplication>

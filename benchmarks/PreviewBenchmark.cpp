@@ -1,8 +1,8 @@
 // What a long streaming reply costs the chat panel: whether the cost grows with its length only,
 // and for how long the event loop stands still.
 
-#include "PobblewigDesktop/ChatPanel.h"
-#include "desktop/ScriptedChat.h"
+#include "PobblewigDesktop/chat/ChatPanel.h"
+#include "desktop/chat/ScriptedChat.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>

@@ -1,5 +1,5 @@
 #include "foundation/JSONFileStore.h"
-#include "memory/ChatMessage.h"
+#include "memory/history/ChatMessage.h"
 
 #include <QTemporaryDir>
 

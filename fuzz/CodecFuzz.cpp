@@ -1,12 +1,12 @@
 #include "activity/AccountabilityRule.h"
 #include "activity/ActivitySession.h"
-#include "conversation/ProposalManager.h"
-#include "memory/ChatMessage.h"
+#include "conversation/proposals/ProposalManager.h"
 #include "memory/DailySession.h"
 #include "memory/MemoryStore.h"
 #include "memory/PeriodSummary.h"
 #include "memory/ReferenceItem.h"
-#include "memory/UsageCounter.h"
+#include "memory/history/ChatMessage.h"
+#include "memory/history/UsageCounter.h"
 #include "settings/AppSettings.h"
 
 #include <QJsonDocument>

@@ -1,9 +1,9 @@
 #include "conversation/ActionParser.h"
 
-#include "conversation/ActionBuilder.h"
 #include "conversation/ControlBlock.h"
 #include "conversation/ControlFence.h"
 #include "conversation/ReplyPreview.h"
+#include "conversation/proposals/ActionBuilder.h"
 
 #include <QJsonObject>
 

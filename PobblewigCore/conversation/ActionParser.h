@@ -1,8 +1,8 @@
 #pragma once
 
-#include "conversation/BuddyAction.h"
+#include "conversation/proposals/BuddyAction.h"
 #include "foundation/Calendar.h"
-#include "memory/MemoryToolCall.h"
+#include "tools/MemoryToolCall.h"
 #include "wire/LLMMessage.h"
 
 #include <optional>

@@ -3,7 +3,7 @@
 #include "conversation/ChatTurn.h"
 #include "conversation/ReplyPreview.h"
 #include "foundation/Time.h"
-#include "memory/ChatHistoryStore.h"
+#include "memory/history/ChatHistoryStore.h"
 #include "prompts/SituationSnapshot.h"
 #include "wire/LaneConfigurations.h"
 

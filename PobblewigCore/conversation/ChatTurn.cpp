@@ -1,7 +1,7 @@
 #include "conversation/ChatTurn.h"
 
 #include "conversation/ActionParser.h"
-#include "conversation/ProposalLogic.h"
+#include "conversation/proposals/ProposalLogic.h"
 #include "foundation/Log.h"
 
 #include <QStringList>

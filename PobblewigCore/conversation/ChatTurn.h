@@ -1,9 +1,9 @@
 #pragma once
 
-#include "conversation/BuddyAction.h"
 #include "conversation/ChatTurnLogic.h"
 #include "conversation/ModelRouter.h"
 #include "conversation/ToolRunner.h"
+#include "conversation/proposals/BuddyAction.h"
 #include "foundation/Calendar.h"
 #include "prompts/MainAssistantPrompt.h"
 

@@ -1,7 +1,7 @@
 #include "conversation/ChatTurnLogic.h"
 
 #include "conversation/ActionParser.h"
-#include "conversation/ProposalLogic.h"
+#include "conversation/proposals/ProposalLogic.h"
 
 #include <QStringList>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "conversation/BuddyAction.h"
 #include "conversation/BuddyTools.h"
+#include "conversation/proposals/BuddyAction.h"
 #include "foundation/Calendar.h"
-#include "memory/MemoryToolCall.h"
+#include "tools/MemoryToolCall.h"
 #include "wire/LLMMessage.h"
 
 #include <map>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "memory/MemoryToolCall.h"
+#include "tools/MemoryToolCall.h"
 
 #include <QJsonObject>
 

@@ -2,7 +2,7 @@
 
 #include "conversation/ChatError.h"
 #include "foundation/Task.h"
-#include "memory/UsageCounter.h"
+#include "memory/history/UsageCounter.h"
 #include "wire/LLMProvider.h"
 
 #include <functional>

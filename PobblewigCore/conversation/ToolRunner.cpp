@@ -1,8 +1,8 @@
 #include "conversation/ToolRunner.h"
 
 #include "conversation/BuddyTools.h"
-#include "memory/ToolArguments.h"
 #include "screen/ScreenCaptureLogic.h"
+#include "tools/ToolArguments.h"
 
 #include <utility>
 

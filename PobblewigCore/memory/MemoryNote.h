@@ -107,4 +107,10 @@ struct PatternNote {
     }
 };
 
+struct NewPattern {
+    QString text;
+    std::vector<QUuid> evidenceNoteIDs;
+    double confidence = 0;
+};
+
 } // namespace pobblewig

@@ -2,7 +2,7 @@
 
 #include "foundation/ISO8601.h"
 #include "foundation/Text.h"
-#include "memory/CleanupLogic.h"
+#include "memory/CleanupGuard.h"
 #include "memory/PatternLogic.h"
 #include "memory/ResidentMemoryLogic.h"
 
@@ -76,7 +76,7 @@ bool MemoryStore::isBelowSoftThreshold(TimePoint now) const
 
 bool MemoryStore::shouldRunCleanup(TimePoint now) const
 {
-    return CleanupLogic::isDue(residentTokenEstimate(now), m_data.lastCleanupTokenCount);
+    return CleanupGuard::isDue(residentTokenEstimate(now), m_data.lastCleanupTokenCount);
 }
 
 QString MemoryStore::exportText(TimePoint now) const
@@ -165,7 +165,7 @@ void MemoryStore::applyCleanup(
 {
     // First, so that nothing the rewriting leaves out is gone at once, however old it is.
     purgeArchivedNotes(archivedNoteRetentionDays, now);
-    m_data.notes = CleanupLogic::guarded(std::move(notes), std::move(m_data.notes));
+    m_data.notes = CleanupGuard::guarded(std::move(notes), std::move(m_data.notes));
     m_data.patterns = std::move(patterns);
     m_statements.reset();
     markCleanupRun(now);

@@ -56,12 +56,6 @@ struct AddNoteResult {
     bool operator==(const AddNoteResult&) const = default;
 };
 
-struct NewPattern {
-    QString text;
-    std::vector<QUuid> evidenceNoteIDs;
-    double confidence = 0;
-};
-
 /// The durable notes about the user and the patterns seen in them, kept in "memory.json". The
 /// only tier of memory that stands whole in every prompt.
 ///

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "foundation/Calendar.h"
-#include "memory/MemoryStore.h"
+#include "memory/MemoryNote.h"
 
 /// When notes amount to a pattern, and what the pattern then is.
 namespace pobblewig::PatternLogic {

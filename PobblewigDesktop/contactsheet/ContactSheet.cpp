@@ -1,6 +1,6 @@
 #include "PobblewigDesktop/contactsheet/ContactSheet.h"
 
-#include "PobblewigDesktop/BuddyPainter.h"
+#include "PobblewigDesktop/buddy/BuddyPainter.h"
 #include "PobblewigDesktop/contactsheet/AnimatedPNG.h"
 #include "PobblewigDesktop/contactsheet/BuddyScenes.h"
 

@@ -3,7 +3,7 @@
 // to the message on the screen.
 
 #include "AppCoordinator.h"
-#include "PobblewigDesktop/ChatPanel.h"
+#include "PobblewigDesktop/chat/ChatPanel.h"
 #include "foundation/FileOperations.h"
 #include "foundation/NetworkHTTPClient.h"
 #include "prompts/MainAssistantPrompt.h"

@@ -1,4 +1,4 @@
-#include "PobblewigLinux/X11FrontmostAppProvider.h"
+#include "PobblewigLinux/x11/X11FrontmostAppProvider.h"
 
 #include <QTemporaryDir>
 

@@ -1,7 +1,7 @@
 // Compares one look at a window of 1568 x 900 with what cannot be saved of it: to fetch the same
 // pixels from the X server and to encode them.
 
-#include "PobblewigLinux/X11ScreenCapture.h"
+#include "PobblewigLinux/x11/X11ScreenCapture.h"
 #include "support/Awaited.h"
 #include "support/ForeignWindow.h"
 

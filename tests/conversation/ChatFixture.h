@@ -2,7 +2,7 @@
 
 #include "conversation/ChatService.h"
 #include "memory/MemoryTiers.h"
-#include "memory/NativeMemoryRetrieval.h"
+#include "memory/recall/NativeMemoryRetrieval.h"
 #include "support/BorrowedProvider.h"
 #include "support/ScriptedCapturer.h"
 #include "support/ScriptedProvider.h"

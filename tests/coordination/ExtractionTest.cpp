@@ -63,7 +63,7 @@ private Q_SLOTS:
         happen(QStringLiteral("13"));
         m->enqueueHeld();
         say();
-        auto reading = m->extraction.afterChatTurn();
+        auto reading = m->readingAlong.afterChatTurn();
         QCOMPARE(windows(), QStringLiteral("1-14"));
         if (isNewSession)
             m->history.clear();
@@ -87,11 +87,11 @@ private:
         if (event == u"message")
             return say();
         if (event == u"end")
-            return awaited(m->extraction.extractPendingTurns());
+            return awaited(m->readingAlong.extractPendingTurns());
         for (int turn = 0; turn < event.toInt(); ++turn) {
             say();
             add(ChatMessage::Role::assistant, QStringLiteral("Fine."));
-            awaited(m->extraction.afterChatTurn());
+            awaited(m->readingAlong.afterChatTurn());
         }
     }
 

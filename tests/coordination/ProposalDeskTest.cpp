@@ -1,6 +1,6 @@
-#include "ProposalDesk.h"
+#include "conversation/ProposalDesk.h"
 
-#include "conversation/SelfChangeNote.h"
+#include "conversation/proposals/SelfChangeNote.h"
 #include "support/Awaited.h"
 #include "support/FakeKeychain.h"
 #include "support/ScriptedCalendar.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Extraction.h"
+#include "memory/librarian/ReadingAlong.h"
 #include "support/BorrowedProvider.h"
 #include "support/FakeKeychain.h"
 #include "support/ScriptedProvider.h"
@@ -24,7 +24,7 @@ struct ScriptedLibrarian {
         settings.update([&](AppSettings& changed) { changed.memoryEnabled = isEnabled; });
     }
 
-    Extraction::Dependencies dependencies()
+    ReadingAlong::Dependencies dependencies()
     {
         return { .settings = settings,
             .history = history,
@@ -36,8 +36,8 @@ struct ScriptedLibrarian {
     /// The program ends and is there again.
     void relaunch()
     {
-        std::destroy_at(&extraction);
-        std::construct_at(&extraction, dependencies());
+        std::destroy_at(&readingAlong);
+        std::construct_at(&readingAlong, dependencies());
     }
 
     /// Nothing to remember and nothing to tell, but only after `model.release()`.
@@ -59,7 +59,7 @@ struct ScriptedLibrarian {
                 co_return LibrarianModelConfig();
             },
             .clock = [this] { return time; } } };
-    Extraction extraction { dependencies() };
+    ReadingAlong readingAlong { dependencies() };
 };
 
 } // namespace pobblewig

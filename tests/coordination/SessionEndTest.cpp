@@ -1,4 +1,4 @@
-#include "SessionEnd.h"
+#include "conversation/SessionEnd.h"
 
 #include "coordination/ScriptedLibrarian.h"
 #include "foundation/JSONFileStore.h"
@@ -34,7 +34,7 @@ struct Conversation {
     Task<> afterChatTurn()
     {
         read.memory.sessions.recordTurn(read.time);
-        spawn(read.extraction.afterChatTurn());
+        spawn(read.readingAlong.afterChatTurn());
         co_return;
     }
     std::optional<QUuid> sessionID() { return read.memory.sessions.activeSession()->id; }
@@ -74,7 +74,7 @@ struct Conversation {
     std::vector<bool> published;
     SessionEnd end { { .memory = read.memory,
         .chat = chat,
-        .extraction = read.extraction,
+        .readingAlong = read.readingAlong,
         .rollover = rollover,
         .calendar = [] { return Calendar(); },
         .clock = [this] { return read.time; },

@@ -1,4 +1,4 @@
-#include "SituationBuilder.h"
+#include "conversation/SituationBuilder.h"
 
 #include "foundation/ISO8601.h"
 

@@ -3,8 +3,8 @@
 #include "foundation/EnumNames.h"
 #include "foundation/ISO8601.h"
 #include "memory/CleanupSnapshot.h"
-#include "memory/LibrarianAnswers.h"
-#include "memory/LibrarianSchemas.h"
+#include "memory/librarian/LibrarianAnswers.h"
+#include "memory/librarian/LibrarianSchemas.h"
 #include "prompts/LibrarianPrompts.h"
 #include "support/TableRow.h"
 

@@ -1,9 +1,9 @@
 // Draws the chat panel in each of its states into the folder that is named as the argument.
 
-#include "PobblewigDesktop/BuddyFace.h"
-#include "PobblewigDesktop/ChatPanel.h"
-#include "PobblewigDesktop/FindBar.h"
-#include "desktop/ScriptedChat.h"
+#include "PobblewigDesktop/chat/ChatPanel.h"
+#include "PobblewigDesktop/chat/FindBar.h"
+#include "PobblewigDesktop/presence/BuddyFace.h"
+#include "desktop/chat/ScriptedChat.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -1,6 +1,6 @@
 #include "memory/MemoryStore.h"
 
-#include "memory/CleanupLogic.h"
+#include "memory/CleanupGuard.h"
 #include "memory/PatternLogic.h"
 #include "memory/ResidentMemoryLogic.h"
 #include "support/FaultyFileOperations.h"
@@ -170,7 +170,7 @@ private Q_SLOTS:
 
     void aCleanupIsDueBySize()
     {
-        using CleanupLogic::isDue;
+        using CleanupGuard::isDue;
         QVERIFY(!isDue(5999, 0) && isDue(6000, std::nullopt));
         QVERIFY(!isDue(7000, 5001) && isDue(7000, 5000) && isDue(10000, 9999));
     }

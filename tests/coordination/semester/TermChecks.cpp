@@ -1,7 +1,7 @@
 #include "coordination/semester/TermChecks.h"
 
 #include "memory/ObservationStore.h"
-#include "memory/RolloverLogic.h"
+#include "memory/librarian/RolloverLogic.h"
 
 #include <QRegularExpression>
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "memory/ChatMessage.h"
 #include "memory/DailySession.h"
 #include "memory/DatedObservation.h"
 #include "memory/MemoryStore.h"
 #include "memory/PeriodSummary.h"
 #include "memory/ReferenceMemoryStore.h"
+#include "memory/history/ChatMessage.h"
 
 #include <QDir>
 

@@ -1,0 +1,277 @@
+#include "conversation/ProposalDesk.h"
+
+#include "conversation/proposals/ForgetLogic.h"
+#include "conversation/proposals/ProposalLogic.h"
+#include "settings/SettingsWriteLogic.h"
+
+namespace pobblewig {
+
+namespace {
+
+using Kind = RuleProposal::Kind;
+
+/// What a turn can lead to, however much a model asks for.
+constexpr size_t maxActions = 30;
+
+QString queuedText(const RuleProposal& proposal)
+{
+    return QStringLiteral("Queued for your confirmation: %1 — confirm it in the banner above.")
+        .arg(proposal.name);
+}
+
+QString tooManyText()
+{
+    return QStringLiteral("Too many changes are waiting for your answer, so I left out the rest. "
+                          "Confirm or dismiss some of them, then ask me again.");
+}
+
+RuleProposal stamped(RuleProposal proposal, TimePoint now)
+{
+    proposal.id = QUuid::createUuid();
+    proposal.createdAt = now;
+    return proposal;
+}
+
+bool changesMascot(const RuleProposal& proposal)
+{
+    return proposal.settingsChange && proposal.settingsChange->key == u"mascot";
+}
+
+/// By which the outcome of a change is found again.
+std::vector<QString> tags(Kind kind)
+{
+    std::vector<QString> tags;
+    if (const auto actionClass = ProposalLogic::actionClass(kind))
+        tags.push_back(*actionClass);
+    if (kind == Kind::calendarEvent)
+        tags.push_back(QStringLiteral("calendar_change"));
+    if (kind == Kind::reminder)
+        tags.push_back(QStringLiteral("reminder_change"));
+    return tags;
+}
+
+} // namespace
+
+ProposalDesk::ProposalDesk(Dependencies dependencies)
+    : m(std::move(dependencies))
+    , m_writer({ .settings = m.settings,
+          .memory = m.memory,
+          .calendarProvider = m.calendarProvider,
+          .calendar = m.calendar,
+          .clock = m.clock })
+{
+}
+
+Task<> ProposalDesk::apply(std::vector<BuddyAction> actions)
+{
+    auto ordered = ProposalLogic::orderedForApplication(std::move(actions));
+    auto isTooMuch = ordered.size() > maxActions;
+    ordered.resize(std::min(ordered.size(), maxActions));
+    for (auto& action : ordered) {
+        const auto admission = co_await applyOne(std::move(action));
+        isTooMuch |= admission == Admission::tooMany;
+    }
+    if (isTooMuch)
+        noteProposalState(tooManyText());
+    m.changed();
+}
+
+Task<> ProposalDesk::confirmProposal(QString proposalId)
+{
+    const auto proposal = m.proposals.proposal(proposalId);
+    if (!proposal)
+        co_return;
+    if (proposal->kind == Kind::rule)
+        co_await confirmRule(*proposal);
+    else
+        co_await confirmWrite(*proposal);
+    m.changed();
+}
+
+void ProposalDesk::rejectProposal(const QString& proposalId)
+{
+    const auto proposal = m.proposals.proposal(proposalId);
+    if (!proposal || !m.proposals.reject(proposalId))
+        return;
+    noteProposalState(QStringLiteral("Dismissed the pending proposal: %1.").arg(proposal->name));
+    m.changed();
+}
+
+Task<> ProposalDesk::allowAlwaysProposal(QString proposalId)
+{
+    const auto proposal = m.proposals.proposal(proposalId);
+    if (!proposal || proposal->status != RuleProposal::Status::pending)
+        co_return;
+    if (ProposalLogic::canAllowAlways(*proposal))
+        askNoMore(*ProposalLogic::actionClass(proposal->kind));
+    co_await confirmProposal(proposalId);
+}
+
+auto ProposalDesk::applyOne(BuddyAction action) -> Task<Admission>
+{
+    if (const auto* temporary = std::get_if<TemporaryMode>(&action)) {
+        m.modes.setTemporaryMode(temporary->mode, temporary->minutes);
+        co_return Admission::admitted;
+    }
+    auto proposal = stamped(std::get<RuleProposal>(std::move(action)), m.clock());
+    if (proposal.kind == Kind::rule)
+        co_return queue(proposal);
+    co_return co_await handleWrite(std::move(proposal));
+}
+
+auto ProposalDesk::handleWrite(RuleProposal proposal) -> Task<Admission>
+{
+    if (proposal.kind == Kind::settingsChange) {
+        if (const auto reason = settingRefusal(proposal)) {
+            noteWriteResult(
+                QStringLiteral("I can't change that setting: %1").arg(*reason), proposal.kind);
+            co_return Admission::admitted;
+        }
+    }
+    if (proposal.kind == Kind::forgetMemory) {
+        auto resolved = ForgetLogic::resolveForget(std::move(proposal), m.memory);
+        if (!resolved) {
+            noteWriteResult(QStringLiteral("I can't forget that: %1").arg(resolved.error()),
+                Kind::forgetMemory);
+            co_return Admission::admitted;
+        }
+        proposal = *std::move(resolved);
+    }
+    if (ProposalLogic::needsConfirmation(proposal, m.settings.settings().actionConfirmations))
+        co_return queue(proposal);
+    co_return co_await writeUnasked(std::move(proposal));
+}
+
+auto ProposalDesk::queue(const RuleProposal& proposal) -> Admission
+{
+    if (!m.proposals.isNew(proposal))
+        return Admission::admitted;
+    if (m.proposals.isFull())
+        return Admission::tooMany;
+    m.proposals.registerProposal(proposal);
+    noteProposalState(queuedText(proposal));
+    return Admission::admitted;
+}
+
+auto ProposalDesk::writeUnasked(RuleProposal proposal) -> Task<Admission>
+{
+    if (m.proposals.isNew(proposal)) {
+        // One that fails will wait for the user.
+        if (m.proposals.isFull())
+            co_return Admission::tooMany;
+        proposal = *m.proposals.registerProposal(std::move(proposal));
+    }
+    const auto registered = m.proposals.proposal(proposal.proposalId);
+    if (registered && ProposalLogic::payloadEquivalent(*registered, proposal))
+        co_await confirmWrite(*registered);
+    co_return Admission::admitted;
+}
+
+void ProposalDesk::askNoMore(const QString& actionClass)
+{
+    m.settings.update(
+        [&](AppSettings& settings) { settings.actionConfirmations[actionClass] = false; });
+}
+
+std::optional<QString> ProposalDesk::settingRefusal(const RuleProposal& proposal) const
+{
+    if (!proposal.settingsChange)
+        return QStringLiteral("missing settings payload");
+    const auto& [key, value] = *proposal.settingsChange;
+    if (!SettingsWriteLogic::validate(key, value, settingsWithWaitingForm()))
+        return std::nullopt;
+    return SettingsWriteLogic::validate(key, value, m.settings.settings());
+}
+
+AppSettings ProposalDesk::settingsWithWaitingForm() const
+{
+    auto settings = m.settings.settings();
+    for (const auto& proposal : m.proposals.pendingProposals()) {
+        if (!changesMascot(proposal))
+            continue;
+        const auto& [key, value] = *proposal.settingsChange;
+        std::ignore = SettingsWriteLogic::apply(key, value, settings);
+    }
+    return settings;
+}
+
+Task<> ProposalDesk::confirmRule(RuleProposal proposal)
+{
+    const auto result = co_await m.proposals.confirm(proposal.proposalId, m.rules, m.clock());
+    if (result.kind == ConfirmResult::Kind::created)
+        noteProposalState(QStringLiteral("Rule is now active: %1.").arg(proposal.name));
+}
+
+Task<> ProposalDesk::confirmWrite(RuleProposal proposal)
+{
+    const auto outcome = std::make_shared<ProposalWriter::Outcome>();
+    const auto result = co_await m.proposals.confirm(proposal.proposalId, writing(outcome));
+    if (result.kind == ConfirmResult::Kind::failed)
+        noteWriteResult(QStringLiteral("That didn't work: %1").arg(result.reason), proposal.kind);
+    if (result.kind == ConfirmResult::Kind::created)
+        noteSuccess(outcome->text, proposal.kind);
+    if (outcome->selfNote)
+        noteProposalState(*outcome->selfNote);
+}
+
+auto ProposalDesk::writing(const std::shared_ptr<ProposalWriter::Outcome>& outcome)
+    -> ProposalManager::Execute
+{
+    return [this, outcome](RuleProposal proposal) { return execute(std::move(proposal), outcome); };
+}
+
+auto ProposalDesk::execute(RuleProposal proposal, std::shared_ptr<ProposalWriter::Outcome> outcome)
+    -> Task<ProposalManager::Execution>
+{
+    auto written = co_await m_writer.performWrite(std::move(proposal));
+    if (!written)
+        co_return tl::unexpected(written.error().description);
+    *outcome = *std::move(written);
+    co_return QUuid::createUuid();
+}
+
+void ProposalDesk::noteProposalState(const QString& text)
+{
+    const auto session = m.memory.sessions.activeSession();
+    const auto isRemembered = session && m.settings.settings().memoryEnabled;
+    m.history.append({
+        .id = QUuid::createUuid(),
+        .role = ChatMessage::Role::assistant,
+        .text = text,
+        .timestamp = m.clock(),
+        .sessionID = isRemembered ? std::optional(session->id) : std::nullopt,
+    });
+    m.chat.reload();
+}
+
+void ProposalDesk::noteSuccess(const QString& text, Kind kind)
+{
+    noteProposalState(text);
+    // What is forgotten must not live on in the record of it.
+    const auto isForgotten = kind == Kind::forgetMemory;
+    record(isForgotten ? QStringLiteral("Forgot something at the user's request") : text, kind);
+}
+
+void ProposalDesk::noteWriteResult(const QString& text, Kind kind)
+{
+    noteProposalState(text);
+    record(text, kind);
+}
+
+void ProposalDesk::record(const QString& text, Kind kind)
+{
+    if (!m.settings.settings().memoryEnabled)
+        return;
+    const auto now = m.clock();
+    const auto observation = m.memory.observations.add({
+        .id = QUuid::createUuid(),
+        .occurredAt = now,
+        .recordedAt = now,
+        .summary = text,
+        .source = ObservationSource::systemObserved,
+        .tags = tags(kind),
+    });
+    m.memory.sessions.linkObservation(observation.id);
+}
+
+} // namespace pobblewig

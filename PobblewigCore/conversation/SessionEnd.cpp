@@ -1,0 +1,52 @@
+#include "conversation/SessionEnd.h"
+
+namespace pobblewig {
+
+SessionEnd::SessionEnd(Dependencies dependencies)
+    : m(std::move(dependencies))
+{
+}
+
+Task<> SessionEnd::endIfDue(TimePoint now)
+{
+    if (!isDue(now))
+        co_return;
+    const auto ending = begin();
+    co_await m.readingAlong.extractPendingTurns();
+    // The user may have said something meanwhile.
+    if (!m.chat.isInTurn())
+        co_await m.rollover.rolloverIfNeeded(now, m.calendar(), ending);
+    ended();
+}
+
+Task<> SessionEnd::startNewSession()
+{
+    if (m_isUnderWay || m.chat.isStreaming() || m.chat.messages().empty())
+        co_return;
+    const auto ending = begin();
+    co_await m.readingAlong.extractPendingTurns();
+    co_await m.rollover.forceRollover(m.clock(), m.calendar(), ending);
+    ended();
+}
+
+bool SessionEnd::isDue(TimePoint now) const
+{
+    return !m_isUnderWay && !m.chat.isInTurn()
+        && m.memory.sessions.shouldRollOver(now, m.calendar());
+}
+
+std::optional<SessionRolloverService::Ending> SessionEnd::begin()
+{
+    m_isUnderWay = true;
+    m.changed();
+    return m.rollover.ending();
+}
+
+void SessionEnd::ended()
+{
+    m_isUnderWay = false;
+    m.chat.reload();
+    m.changed();
+}
+
+} // namespace pobblewig

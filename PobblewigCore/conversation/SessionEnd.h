@@ -1,0 +1,46 @@
+#pragma once
+
+#include "conversation/ChatService.h"
+#include "memory/librarian/ReadingAlong.h"
+#include "memory/librarian/SessionRolloverService.h"
+
+namespace pobblewig {
+
+/// Decides when a session of the conversation ends: by itself after a day and a silence, or because
+/// the user wants a new one. The librarian reads its tail before.
+class SessionEnd {
+public:
+    struct Dependencies {
+        MemoryTiers& memory;
+        ChatService& chat;
+        ReadingAlong& readingAlong;
+        SessionRolloverService& rollover;
+        std::function<Calendar()> calendar;
+        Clock clock;
+        /// Called after each change.
+        std::function<void()> changed;
+    };
+
+    explicit SessionEnd(Dependencies dependencies);
+
+    /// Whether a session is being closed, which can take as long as the librarian's model does.
+    bool isUnderWay() const { return m_isUnderWay; }
+
+    /// To be called at each poll. A session never ends amid a turn.
+    Task<> endIfDue(TimePoint now);
+
+    /// Does nothing without a conversation, amid a turn and while a session is being closed. What
+    /// is said from now on belongs to the new one.
+    Task<> startNewSession();
+
+private:
+    bool isDue(TimePoint now) const;
+    /// What is said from now on is no part of the ending.
+    std::optional<SessionRolloverService::Ending> begin();
+    void ended();
+
+    Dependencies m;
+    bool m_isUnderWay = false;
+};
+
+} // namespace pobblewig

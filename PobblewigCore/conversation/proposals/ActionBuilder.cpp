@@ -1,0 +1,222 @@
+#include "conversation/proposals/ActionBuilder.h"
+
+#include "conversation/proposals/ForgetTexts.h"
+#include "foundation/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+
+namespace pobblewig {
+
+namespace {
+
+using Actions = std::vector<BuddyAction>;
+
+constexpr int defaultCooldownMinutes = 120;
+constexpr int defaultModeMinutes = 60;
+constexpr int mostMinutesOfACall = 7 * 24 * 60;
+
+struct Request {
+    const ActionArguments& arguments;
+    const Calendar& calendar;
+    ActionBuilder::Origin origin;
+
+    std::optional<QString> line(const QString& name) const { return arguments.line(name); }
+    std::optional<TimePoint> date(const QString& name) const
+    {
+        return arguments.date(name, calendar);
+    }
+};
+
+template <typename Enum>
+std::optional<Enum> named(const std::optional<QString>& name)
+{
+    return name ? EnumNames::fromName<Enum>(name->toStdString()) : std::nullopt;
+}
+
+std::optional<RuleProposal> proposal(const Request& request, RuleProposal::Kind kind)
+{
+    const auto proposalId = request.line(QStringLiteral("proposalId"));
+    if (!proposalId)
+        return std::nullopt;
+    RuleProposal made;
+    made.proposalId = *proposalId;
+    made.kind = kind;
+    return made;
+}
+
+RuleProposal change(RuleProposal made, const QString& key, JSONValue value, const QString& subject)
+{
+    made.name = subject + QStringLiteral(" → ") + Text::onOneLine(value.displayString());
+    made.settingsChange = ProposedSettingsChange { key, std::move(value) };
+    return made;
+}
+
+std::set<CoachMode> modes(const std::vector<QString>& names)
+{
+    std::set<CoachMode> found;
+    for (const auto& name : names) {
+        if (const auto mode = named<CoachMode>(name))
+            found.insert(*mode);
+    }
+    return found;
+}
+
+Actions proposedRule(const Request& request)
+{
+    constexpr auto lowest = std::numeric_limits<int>::min();
+    constexpr auto highest = std::numeric_limits<int>::max();
+    auto made = proposal(request, RuleProposal::Kind::rule);
+    const auto rule = request.arguments.nested(QStringLiteral("rule"));
+    const auto name = rule ? rule->line(QStringLiteral("name")) : std::nullopt;
+    const auto threshold =
+        rule ? rule->integer(QStringLiteral("thresholdMinutes"), lowest, highest) : std::nullopt;
+    if (!made || !name || !threshold)
+        return {};
+    made->name = *name;
+    made->applicationMatch = rule->conditions(QStringLiteral("applicationMatch"));
+    made->bundleIDMatch = rule->conditions(QStringLiteral("bundleIDMatch"));
+    made->domainMatch = rule->conditions(QStringLiteral("domainMatch"));
+    made->thresholdMinutes = *threshold;
+    made->excludedModes = modes(rule->conditions(QStringLiteral("excludedModes")));
+    made->cooldownMinutes = rule->integer(QStringLiteral("cooldownMinutes"), lowest, highest)
+                                .value_or(defaultCooldownMinutes);
+    made->responseStyle = named<InterventionStyle>(rule->line(QStringLiteral("responseStyle")))
+                              .value_or(InterventionStyle::gentle);
+    return { *std::move(made) };
+}
+
+Actions proposedCalendarEvent(const Request& request)
+{
+    auto made = proposal(request, RuleProposal::Kind::calendarEvent);
+    const auto title = request.line(QStringLiteral("title"));
+    const auto start = request.date(QStringLiteral("start"));
+    if (!made || !title || !start)
+        return {};
+    made->name = *title;
+    made->event = ProposedCalendarEvent {
+        .title = *title,
+        .start = *start,
+        .end = request.date(QStringLiteral("end")),
+        .notes = request.arguments.notes(),
+        .calendarName = request.line(QStringLiteral("calendarName")),
+    };
+    return { *std::move(made) };
+}
+
+Actions proposedReminder(const Request& request)
+{
+    auto made = proposal(request, RuleProposal::Kind::reminder);
+    const auto title = request.line(QStringLiteral("title"));
+    if (!made || !title)
+        return {};
+    made->name = *title;
+    made->reminder = ProposedReminder {
+        .title = *title,
+        .due = request.date(QStringLiteral("due")),
+        .notes = request.arguments.notes(),
+    };
+    return { *std::move(made) };
+}
+
+Actions updatedSettings(const Request& request)
+{
+    auto made = proposal(request, RuleProposal::Kind::settingsChange);
+    const auto key = request.line(QStringLiteral("key"));
+    auto value = request.arguments.settingValue(QStringLiteral("value"));
+    if (!made || !key || !value)
+        return {};
+    return { change(*std::move(made), *key, *std::move(value), *key) };
+}
+
+Actions newPersona(const Request& request)
+{
+    auto made = proposal(request, RuleProposal::Kind::settingsChange);
+    const auto persona = request.line(QStringLiteral("persona"));
+    if (!made || !persona)
+        return {};
+    made->name = QStringLiteral("persona ") + *persona;
+    made->settingsChange = ProposedSettingsChange { QStringLiteral("companionPersona"), *persona };
+    return { *std::move(made) };
+}
+
+/// The colours are a proposal of their own, since the user answers each by itself.
+Actions newMascot(const Request& request)
+{
+    auto made = proposal(request, RuleProposal::Kind::settingsChange);
+    const auto mascot = request.line(QStringLiteral("mascot"));
+    if (!made || !mascot)
+        return {};
+    auto form = change(*made, QStringLiteral("mascot"), *mascot, QStringLiteral("form"));
+    const auto scheme = request.line(QStringLiteral("colorScheme"));
+    if (!scheme)
+        return { std::move(form) };
+    made->proposalId += QStringLiteral("-scheme");
+    auto colors = change(*std::move(made), QStringLiteral("mascotColorScheme"), *scheme,
+        QStringLiteral("color scheme"));
+    return { std::move(form), std::move(colors) };
+}
+
+Actions forgottenMemory(const Request& request)
+{
+    auto made = proposal(request, RuleProposal::Kind::forgetMemory);
+    const auto target = named<ProposedForget::Target>(request.line(QStringLiteral("target")));
+    if (!made || !target)
+        return {};
+    auto tags = request.arguments.conditions(QStringLiteral("tags"));
+    ProposedForget forget {
+        .target = *target,
+        .id = request.line(QStringLiteral("id")),
+        .path = request.line(QStringLiteral("path")),
+        .query = request.arguments.condition(QStringLiteral("query")),
+        .from = request.arguments.condition(QStringLiteral("from")),
+        .to = request.arguments.condition(QStringLiteral("to")),
+        .tags = tags.empty() ? std::nullopt : std::optional(std::move(tags)),
+    };
+    forget.summary = ForgetTexts::summary(forget);
+    made->name = forget.summary;
+    made->forget = std::move(forget);
+    return { *std::move(made) };
+}
+
+Actions temporaryMode(const Request& request)
+{
+    const auto mode = named<CoachMode>(request.line(QStringLiteral("mode")));
+    if (!mode)
+        return {};
+    using Limits = std::numeric_limits<int>;
+    const bool isCall = request.origin == ActionBuilder::Origin::toolCall;
+    const auto minutes = request.arguments.integer(QStringLiteral("minutes"),
+        isCall ? 1 : Limits::min(), isCall ? mostMinutesOfACall : Limits::max());
+    return { TemporaryMode { *mode, minutes.value_or(defaultModeMinutes) } };
+}
+
+struct Builder {
+    QStringView type;
+    Actions (*actions)(const Request& request);
+};
+
+constexpr std::array builders {
+    Builder { u"propose_rule", proposedRule },
+    Builder { u"propose_calendar_event", proposedCalendarEvent },
+    Builder { u"propose_reminder", proposedReminder },
+    Builder { u"update_settings", updatedSettings },
+    Builder { u"set_persona", newPersona },
+    Builder { u"set_mascot", newMascot },
+    Builder { u"forget_memory", forgottenMemory },
+    Builder { u"set_temporary_mode", temporaryMode },
+};
+
+} // namespace
+
+std::vector<BuddyAction> ActionBuilder::actions(
+    const QString& type, const ActionArguments& arguments, const Calendar& calendar, Origin origin)
+{
+    const auto* builder = std::ranges::find(builders, type, &Builder::type);
+    if (builder == builders.end())
+        return {};
+    return builder->actions({ arguments, calendar, origin });
+}
+
+} // namespace pobblewig

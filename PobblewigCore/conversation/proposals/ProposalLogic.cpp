@@ -1,0 +1,158 @@
+#include "conversation/proposals/ProposalLogic.h"
+
+#include "foundation/Overloaded.h"
+#include "settings/ActionAutonomy.h"
+#include "settings/SettingsWriteLogic.h"
+
+#include <algorithm>
+
+namespace pobblewig {
+
+namespace {
+
+bool changesOneOf(const RuleProposal& proposal, const QStringList& keys)
+{
+    return proposal.settingsChange && keys.contains(proposal.settingsChange->key);
+}
+
+bool changesMascot(const BuddyAction& action)
+{
+    const auto* proposal = std::get_if<RuleProposal>(&action);
+    return proposal && changesOneOf(*proposal, { QStringLiteral("mascot") });
+}
+
+bool hasID(const std::vector<RuleProposal>& proposals, const QString& proposalId)
+{
+    return std::ranges::find(proposals, proposalId, &RuleProposal::proposalId) != proposals.end();
+}
+
+/// Of this id, or of one that a collision has made of it.
+bool isOfID(const RuleProposal& proposal, const QString& proposalId)
+{
+    const auto& id = proposal.proposalId;
+    const auto number = QStringView(id).sliced(std::min(id.size(), proposalId.size()));
+    return id.startsWith(proposalId)
+        && (number.isEmpty() || (number.startsWith(u'-') && number.sliced(1).toInt() > 1));
+}
+
+/// What two actions that are the same have in common.
+QString identity(const BuddyAction& action)
+{
+    const Overloaded identityOf {
+        [](const RuleProposal& proposal) { return proposal.proposalId; },
+        [](const TemporaryMode& temporary) {
+            return QStringLiteral("mode:%1:%2")
+                .arg(EnumNames::text(temporary.mode), QString::number(temporary.minutes));
+        },
+    };
+    return std::visit(identityOf, action);
+}
+
+} // namespace
+
+std::optional<QString> ProposalLogic::actionClass(RuleProposal::Kind kind)
+{
+    switch (kind) {
+    case RuleProposal::Kind::rule:
+        return std::nullopt;
+    case RuleProposal::Kind::calendarEvent:
+        return ActionAutonomy::calendarWrite.toString();
+    case RuleProposal::Kind::reminder:
+        return ActionAutonomy::reminderWrite.toString();
+    case RuleProposal::Kind::settingsChange:
+        return ActionAutonomy::settingsChange.toString();
+    case RuleProposal::Kind::forgetMemory:
+        return ActionAutonomy::memoryForget.toString();
+    }
+    Q_UNREACHABLE();
+}
+
+bool ProposalLogic::needsConfirmation(
+    const RuleProposal& proposal, const std::map<QString, bool>& actionConfirmations)
+{
+    const auto kind = actionClass(proposal.kind);
+    return !kind || changesOneOf(proposal, SettingsWriteLogic::alwaysConfirmKeys())
+        || ActionAutonomy::requiresConfirmation(*kind, actionConfirmations);
+}
+
+bool ProposalLogic::canAllowAlways(const RuleProposal& proposal)
+{
+    const auto kind = actionClass(proposal.kind);
+    return kind && !needsConfirmation(proposal, { { *kind, false } });
+}
+
+bool ProposalLogic::payloadEquivalent(const RuleProposal& a, const RuleProposal& b)
+{
+    auto other = b;
+    other.id = a.id;
+    other.proposalId = a.proposalId;
+    other.status = a.status;
+    other.createdAt = a.createdAt;
+    return a == other;
+}
+
+bool ProposalLogic::wasAskedBefore(
+    const RuleProposal& proposal, const std::vector<RuleProposal>& proposals)
+{
+    return std::ranges::any_of(proposals, [&](const auto& known) {
+        return isOfID(known, proposal.proposalId) && payloadEquivalent(known, proposal);
+    });
+}
+
+QString ProposalLogic::nextFreeSuffix(
+    const QString& proposalId, const std::vector<RuleProposal>& proposals)
+{
+    for (int number = 2;; ++number) {
+        auto candidate = QStringLiteral("%1-%2").arg(proposalId, QString::number(number));
+        if (!hasID(proposals, candidate))
+            return candidate;
+    }
+}
+
+std::vector<BuddyAction> ProposalLogic::orderedForApplication(std::vector<BuddyAction> actions)
+{
+    std::ranges::stable_partition(actions, changesMascot);
+    return actions;
+}
+
+std::vector<BuddyAction> ProposalLogic::dedupedActions(std::vector<BuddyAction> actions)
+{
+    std::set<QString> known;
+    std::erase_if(
+        actions, [&](const auto& action) { return !known.insert(identity(action)).second; });
+    return actions;
+}
+
+std::set<QString> ProposalLogic::oldestSettled(
+    const std::vector<RuleProposal>& proposals, size_t kept)
+{
+    std::vector<const RuleProposal*> settled;
+    for (const auto& proposal : proposals) {
+        if (proposal.status != RuleProposal::Status::pending)
+            settled.push_back(&proposal);
+    }
+    std::ranges::stable_sort(settled, std::greater(), &RuleProposal::createdAt);
+    std::set<QString> ids;
+    for (size_t index = kept; index < settled.size(); ++index)
+        ids.insert(settled[index]->proposalId);
+    return ids;
+}
+
+AccountabilityRule ProposalLogic::rule(const RuleProposal& proposal, QUuid id, TimePoint now)
+{
+    return {
+        .id = id,
+        .name = proposal.name,
+        .trigger = { .applicationNames = proposal.applicationMatch,
+            .bundleIdentifiers = proposal.bundleIDMatch,
+            .domains = proposal.domainMatch,
+            .thresholdMinutes = proposal.thresholdMinutes },
+        .excludedModes = proposal.excludedModes,
+        .cooldownMinutes = proposal.cooldownMinutes,
+        .responseStyle = proposal.responseStyle,
+        .createdAt = now,
+        .updatedAt = now,
+    };
+}
+
+} // namespace pobblewig

@@ -1,0 +1,158 @@
+#include "conversation/proposals/ProposalManager.h"
+
+#include "conversation/proposals/ProposalLogic.h"
+
+#include <algorithm>
+
+namespace pobblewig {
+
+namespace {
+
+using Status = RuleProposal::Status;
+
+bool isPending(const RuleProposal& proposal)
+{
+    return proposal.status == Status::pending;
+}
+
+Task<ProposalManager::Execution> addRule(RuleProposal proposal, RuleStore* rules, TimePoint now)
+{
+    const auto id = QUuid::createUuid();
+    rules->add(ProposalLogic::rule(proposal, id, now));
+    co_return id;
+}
+
+} // namespace
+
+ProposalManager::ProposalManager(const std::optional<DataDirectory>& directory)
+    : m_file(directory, QStringLiteral("proposals.json"), QStringLiteral("proposals"))
+    , m_state(m_file.load<SavedState>())
+{
+}
+
+std::vector<RuleProposal> ProposalManager::pendingProposals() const
+{
+    std::vector<RuleProposal> pending;
+    std::ranges::copy_if(m_state.proposals, std::back_inserter(pending), isPending);
+    std::ranges::stable_sort(pending, {}, &RuleProposal::createdAt);
+    return pending;
+}
+
+std::optional<RuleProposal> ProposalManager::proposal(const QString& proposalId) const
+{
+    const auto found = std::ranges::find(m_state.proposals, proposalId, &RuleProposal::proposalId);
+    return found == m_state.proposals.end() ? std::nullopt : std::optional(*found);
+}
+
+bool ProposalManager::isNew(const RuleProposal& proposal) const
+{
+    const auto known = this->proposal(proposal.proposalId);
+    return !known
+        || (!isPending(*known) && !ProposalLogic::wasAskedBefore(proposal, m_state.proposals));
+}
+
+std::optional<RuleProposal> ProposalManager::registerProposal(RuleProposal proposal)
+{
+    if (!isNew(proposal))
+        return std::nullopt;
+    if (find(proposal.proposalId)) {
+        Log::line(
+            QStringLiteral("buddy: proposalId collision on %1 — registering as a new proposal")
+                .arg(proposal.proposalId));
+        proposal.proposalId = ProposalLogic::nextFreeSuffix(proposal.proposalId, m_state.proposals);
+    }
+    proposal.status = Status::pending;
+    m_state.proposals.push_back(proposal);
+    m_file.save(m_state);
+    return proposal;
+}
+
+Task<ConfirmResult> ProposalManager::confirm(QString proposalId, Execute execute)
+{
+    using Kind = ConfirmResult::Kind;
+    if (const auto created = m_state.ledger.find(proposalId); created != m_state.ledger.end())
+        co_return ConfirmResult { .kind = Kind::duplicate, .ruleID = created->second };
+    if (m_underWay.contains(proposalId))
+        co_return ConfirmResult { .kind = Kind::duplicate };
+    const auto meant = proposal(proposalId);
+    if (!meant || !isPending(*meant))
+        co_return ConfirmResult { .kind = Kind::notFound };
+    m_underWay.insert(proposalId);
+    const auto executed = co_await execute(*meant);
+    m_underWay.erase(proposalId);
+    if (!executed)
+        co_return ConfirmResult { .kind = Kind::failed, .reason = executed.error() };
+    settleAsConfirmed(*meant, *executed);
+    co_return ConfirmResult { .kind = Kind::created, .ruleID = *executed };
+}
+
+Task<ConfirmResult> ProposalManager::confirm(
+    QString proposalId, RuleStore& ruleStore, TimePoint now)
+{
+    return confirm(std::move(proposalId), [rules = &ruleStore, now](RuleProposal proposal) {
+        return addRule(std::move(proposal), rules, now);
+    });
+}
+
+bool ProposalManager::reject(const QString& proposalId)
+{
+    auto* proposal = find(proposalId);
+    if (!proposal || !isPending(*proposal) || m_underWay.contains(proposalId))
+        return false;
+    settle(*proposal, Status::rejected);
+    return true;
+}
+
+void ProposalManager::dropForgets()
+{
+    const auto isForget = [](const RuleProposal& proposal) {
+        return proposal.kind == RuleProposal::Kind::forgetMemory;
+    };
+    if (removeIf(isForget) > 0)
+        m_file.save(m_state);
+}
+
+RuleProposal* ProposalManager::find(const QString& proposalId)
+{
+    const auto found = std::ranges::find(m_state.proposals, proposalId, &RuleProposal::proposalId);
+    return found == m_state.proposals.end() ? nullptr : &*found;
+}
+
+void ProposalManager::settleAsConfirmed(const RuleProposal& meant, const QUuid& created)
+{
+    auto* proposal = find(meant.proposalId);
+    if (!proposal || proposal->id != meant.id)
+        return;
+    m_state.ledger[meant.proposalId] = created;
+    // What is forgotten must not live on in the words of the request.
+    if (proposal->forget) {
+        proposal->forget = ProposedForget { .target = proposal->forget->target };
+        proposal->name.clear();
+    }
+    settle(*proposal, Status::confirmed);
+}
+
+void ProposalManager::settle(RuleProposal& proposal, Status status)
+{
+    proposal.status = status;
+    pruneSettled();
+    m_file.save(m_state);
+}
+
+void ProposalManager::pruneSettled()
+{
+    const auto unwanted = ProposalLogic::oldestSettled(m_state.proposals, maxSettled);
+    removeIf([&](const auto& proposal) { return unwanted.contains(proposal.proposalId); });
+}
+
+size_t ProposalManager::removeIf(const std::function<bool(const RuleProposal&)>& isUnwanted)
+{
+    return std::erase_if(m_state.proposals, [&](const auto& proposal) {
+        if (!isUnwanted(proposal))
+            return false;
+        m_state.ledger.erase(proposal.proposalId);
+        return true;
+    });
+}
+
+} // namespace pobblewig

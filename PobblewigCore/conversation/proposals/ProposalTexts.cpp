@@ -1,0 +1,215 @@
+#include "conversation/proposals/ProposalTexts.h"
+
+#include "foundation/Text.h"
+#include "settings/SettingTexts.h"
+#include "settings/SettingsWriteLogic.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+namespace pobblewig {
+
+namespace {
+
+constexpr qsizetype titleLength = 200;
+constexpr qsizetype notesLength = 300;
+constexpr qsizetype entryLength = 100;
+constexpr qsizetype valueLength = 300;
+constexpr qsizetype mostEntries = 20;
+/// A whole note, with the words around it.
+constexpr qsizetype forgetLength = 1'050;
+/// What is longer is easier to read in several lines.
+constexpr qsizetype oneLineLength = 100;
+
+using Lines = QStringList;
+
+bool isRightToLeft(QChar character)
+{
+    return character.direction() == QChar::DirR || character.direction() == QChar::DirAL;
+}
+
+/// As part of a line of ours, which keeps its direction.
+QString embedded(const QString& text, qsizetype length)
+{
+    const auto line = Text::plainLine(text, length);
+    return std::ranges::any_of(line, isRightToLeft) ? QChar(0x2068) + line + QChar(0x2069) : line;
+}
+
+QString titled(const QString& text)
+{
+    const auto title = Text::plainLine(text, titleLength);
+    return title.isEmpty() ? QStringLiteral("Untitled") : title;
+}
+
+QString listed(const QStringList& entries)
+{
+    QStringList shown;
+    for (const auto& entry : entries.first(std::min(entries.size(), mostEntries)))
+        shown.append(embedded(entry, entryLength));
+    const auto rest = entries.size() - shown.size();
+    const auto list = shown.join(QStringLiteral(", "));
+    return rest > 0 ? QStringLiteral("%1 and %2 more").arg(list).arg(rest) : list;
+}
+
+/// A line that only says something where there is something to say.
+void add(Lines& lines, const QString& label, const QString& text)
+{
+    if (!text.isEmpty())
+        lines.append(QStringLiteral("%1: %2").arg(label, text));
+}
+
+QString span(TimePoint start, const std::optional<TimePoint>& end, const Calendar& calendar)
+{
+    auto text = calendar.moment(start);
+    if (!end)
+        return text;
+    const auto time = calendar.dateTime(*end).time();
+    const auto isSameDay = calendar.day(*end) == calendar.day(start);
+    text += QStringLiteral(" – ");
+    text +=
+        isSameDay ? calendar.locale.toString(time, QLocale::ShortFormat) : calendar.moment(*end);
+    return text;
+}
+
+QString notes(const std::optional<QString>& text)
+{
+    return embedded(text.value_or(QString()), notesLength);
+}
+
+Lines eventLines(const ProposedCalendarEvent& event, const Calendar& calendar)
+{
+    Lines lines { titled(event.title), span(event.start, event.end, calendar) };
+    add(lines, QStringLiteral("Calendar"),
+        embedded(event.calendarName.value_or(QString()), entryLength));
+    add(lines, QStringLiteral("Notes"), notes(event.notes));
+    return lines;
+}
+
+Lines reminderLines(const ProposedReminder& reminder, const Calendar& calendar)
+{
+    const auto due =
+        reminder.due ? calendar.moment(*reminder.due) : QStringLiteral("at no particular time");
+    Lines lines { titled(reminder.title) };
+    add(lines, QStringLiteral("Due"), due);
+    add(lines, QStringLiteral("Notes"), notes(reminder.notes));
+    return lines;
+}
+
+QStringList without(QStringList entries, const QStringList& others)
+{
+    const QSet<QString> known(others.begin(), others.end());
+    entries.removeIf([&known](const auto& entry) { return known.contains(entry); });
+    return entries;
+}
+
+/// From one value of a setting to another.
+Lines change(const QString& key, const AppSettings& before, const AppSettings& after)
+{
+    const auto label = SettingTexts::label(key);
+    const auto line = QStringLiteral("%1: %2 → %3")
+                          .arg(label, embedded(SettingTexts::value(key, before), valueLength),
+                              embedded(SettingTexts::value(key, after), valueLength));
+    const auto old = SettingTexts::entries(key, before);
+    const auto now = SettingTexts::entries(key, after);
+    if (line.size() <= oneLineLength || (old.isEmpty() && now.isEmpty()))
+        return { line };
+    Lines lines { QStringLiteral("%1: %2 → %3").arg(label).arg(old.size()).arg(now.size()) };
+    add(lines, QStringLiteral("Added"), listed(without(now, old)));
+    add(lines, QStringLiteral("Removed"), listed(without(old, now)));
+    return lines;
+}
+
+Lines settingLines(const ProposedSettingsChange& proposed, const AppSettings& before)
+{
+    auto after = before;
+    if (!SettingsWriteLogic::apply(proposed.key, proposed.value, after))
+        return { QStringLiteral("%1 cannot be set to %2")
+                     .arg(embedded(SettingTexts::label(proposed.key), entryLength),
+                         embedded(proposed.value.displayString(), valueLength)) };
+    auto lines = change(proposed.key, before, after);
+    // A new form, for example, can bring other colours.
+    for (const auto& key : SettingsWriteLogic::allowedKeys()) {
+        const auto changes = SettingTexts::value(key, before) != SettingTexts::value(key, after);
+        if (changes && key != proposed.key)
+            lines += change(key, before, after);
+    }
+    return lines;
+}
+
+Lines ruleLines(const RuleProposal& rule)
+{
+    QStringList watched;
+    for (const auto* const names :
+        { &rule.applicationMatch, &rule.domainMatch, &rule.bundleIDMatch })
+        watched.append({ names->begin(), names->end() });
+    // Every name contains the empty one.
+    std::ranges::replace(watched, QString(), QStringLiteral("any app"));
+    QStringList silent;
+    for (const auto mode : rule.excludedModes)
+        silent.append(displayName(mode));
+    const auto minutes = Text::counted(rule.thresholdMinutes, u"minute");
+    Lines lines { titled(rule.name) };
+    lines.append(watched.isEmpty()
+            ? QStringLiteral("Watches nothing")
+            : QStringLiteral("Checks in after %1 of %2").arg(minutes, listed(watched)));
+    lines.append(QStringLiteral("At most every %1, in a %2 tone")
+                     .arg(Text::counted(rule.cooldownMinutes, u"minute"),
+                         EnumNames::text(rule.responseStyle)));
+    add(lines, QStringLiteral("Silent in the modes"), silent.join(QStringLiteral(", ")));
+    return lines;
+}
+
+QString title(RuleProposal::Kind kind)
+{
+    switch (kind) {
+    case RuleProposal::Kind::rule:
+        return QStringLiteral("New check-in rule");
+    case RuleProposal::Kind::calendarEvent:
+        return QStringLiteral("New calendar event");
+    case RuleProposal::Kind::reminder:
+        return QStringLiteral("New reminder");
+    case RuleProposal::Kind::settingsChange:
+        return QStringLiteral("Change a setting");
+    case RuleProposal::Kind::forgetMemory:
+        return QStringLiteral("Forget from memory");
+    }
+    Q_UNREACHABLE();
+}
+
+/// None if what belongs to the kind is missing.
+Lines lines(const RuleProposal& proposal, const AppSettings& settings, const Calendar& calendar)
+{
+    switch (proposal.kind) {
+    case RuleProposal::Kind::rule:
+        return ruleLines(proposal);
+    case RuleProposal::Kind::calendarEvent:
+        return proposal.event ? eventLines(*proposal.event, calendar) : Lines();
+    case RuleProposal::Kind::reminder:
+        return proposal.reminder ? reminderLines(*proposal.reminder, calendar) : Lines();
+    case RuleProposal::Kind::settingsChange:
+        return proposal.settingsChange ? settingLines(*proposal.settingsChange, settings) : Lines();
+    case RuleProposal::Kind::forgetMemory:
+        return { Text::plainLine(proposal.name, forgetLength),
+            QStringLiteral("This cannot be undone.") };
+    }
+    Q_UNREACHABLE();
+}
+
+} // namespace
+
+ProposalWords ProposalTexts::words(
+    const RuleProposal& proposal, const AppSettings& settings, const Calendar& calendar)
+{
+    ProposalWords words { title(proposal.kind), lines(proposal, settings, calendar) };
+    if (words.lines.isEmpty())
+        words.lines.append(name(proposal));
+    return words;
+}
+
+QString ProposalTexts::name(const RuleProposal& proposal)
+{
+    return titled(proposal.name);
+}
+
+} // namespace pobblewig

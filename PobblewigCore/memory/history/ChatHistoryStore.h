@@ -1,0 +1,39 @@
+#pragma once
+
+#include "foundation/StoreFile.h"
+#include "memory/history/ChatMessage.h"
+
+#include <optional>
+#include <vector>
+
+namespace pobblewig {
+
+/// The latest 30 messages of the conversation, oldest first, kept in "chat.json".
+///
+/// Lives on the main thread. Without a directory it works in memory only.
+class ChatHistoryStore {
+public:
+    explicit ChatHistoryStore(const std::optional<DataDirectory>& directory);
+
+    const std::vector<ChatMessage>& messages() const { return m_messages; }
+
+    void append(ChatMessage message);
+
+    /// An unknown id changes nothing.
+    void update(const QUuid& id, const QString& text);
+    void clear();
+
+    /// Gives it the messages that belong to none.
+    void adopt(const QUuid& sessionID);
+
+    /// Unknown ids are passed over.
+    void remove(const std::vector<ChatMessage>& messages);
+
+private:
+    void trim();
+
+    StoreFile m_file;
+    std::vector<ChatMessage> m_messages;
+};
+
+} // namespace pobblewig

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "foundation/DataDirectory.h"
+#include "memory/MemoryTiers.h"
+#include "memory/history/ChatHistoryStore.h"
+
+/// "Delete all memory".
+namespace pobblewig::MemoryEraser {
+
+/// Empties the stores; the reference memory keeps its fixed sections.
+void emptyStores(MemoryTiers& memory, ChatHistoryStore& history, TimePoint now);
+
+/// Whether a file of the data directory could bring a deleted text back: an archive of a
+/// conversation, or a copy of a store's file that a backup, a bad read, a crash or a download left.
+bool isCopy(const QString& fileName);
+
+/// Removes these files. A failure is logged, and the others go all the same.
+void removeCopies(const QDir& directory);
+
+} // namespace pobblewig::MemoryEraser

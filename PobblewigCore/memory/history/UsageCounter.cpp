@@ -1,0 +1,50 @@
+#include "memory/history/UsageCounter.h"
+
+namespace pobblewig {
+
+UsageCounter::UsageCounter(const std::optional<DataDirectory>& directory)
+{
+    if (!directory)
+        return;
+    m_file.emplace(*directory, QStringLiteral("usage.json"));
+    m_snapshot = m_file->load<Snapshot>().value_or(Snapshot());
+}
+
+void UsageCounter::addMainUsage(int prompt, int completion)
+{
+    m_snapshot.mainPromptTokens += prompt;
+    m_snapshot.mainCompletionTokens += completion;
+    ++m_snapshot.chatCalls;
+    save();
+}
+
+void UsageCounter::addLibrarianUsage(int prompt, int completion)
+{
+    m_snapshot.librarianPromptTokens += prompt;
+    m_snapshot.librarianCompletionTokens += completion;
+    ++m_snapshot.librarianCalls;
+    save();
+}
+
+void UsageCounter::addVisionUsage(int prompt, int completion)
+{
+    m_snapshot.visionPromptTokens += prompt;
+    m_snapshot.visionCompletionTokens += completion;
+    ++m_snapshot.visionCalls;
+    save();
+}
+
+void UsageCounter::addIntervention()
+{
+    ++m_snapshot.interventions;
+    save();
+}
+
+void UsageCounter::save() const
+{
+    // Totals are a convenience: a failed write costs nothing that the next one does not repair.
+    if (m_file)
+        (void)m_file->save(m_snapshot);
+}
+
+} // namespace pobblewig

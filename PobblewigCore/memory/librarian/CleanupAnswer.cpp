@@ -1,0 +1,137 @@
+#include "memory/librarian/CleanupAnswer.h"
+
+#include "foundation/Text.h"
+#include "memory/MemoryNoteSearch.h"
+#include "memory/PatternLogic.h"
+
+#include <QHash>
+#include <QSet>
+
+namespace pobblewig {
+
+namespace {
+
+constexpr double defaultConfidence = 0.6;
+
+/// The notes by what they say; of two that say the same, an active one.
+QHash<QString, const MemoryNote*> byStatement(const std::vector<MemoryNote>& notes)
+{
+    QHash<QString, const MemoryNote*> known;
+    for (const auto& note : notes) {
+        auto& place = known[Text::normalized(note.text)];
+        const auto isBetter =
+            place && place->status != MemoryStatus::active && note.status == MemoryStatus::active;
+        if (!place || isBetter)
+            place = &note;
+    }
+    return known;
+}
+
+MemoryNote rewritten(const NewNote& told, MemoryNote note)
+{
+    note.category = told.category;
+    note.kind = told.kind;
+    note.source = told.source;
+    note.confidence = told.confidence;
+    note.status = MemoryStatus::active;
+    note.isTemporary = told.isTemporary;
+    note.expiresAt = told.expiresAt;
+    return note;
+}
+
+MemoryNote added(const NewNote& told, TimePoint now)
+{
+    return rewritten(told,
+        {
+            .id = QUuid::createUuid(),
+            .text = Text::firstCharacters(told.text, AnswerFields::longestLine),
+            .createdAt = now,
+            .lastObservedAt = now,
+        });
+}
+
+/// What the user said stays the user's word, nothing else becomes it, and what was to end still
+/// ends.
+MemoryNote kept(const MemoryNote& known, NewNote told, std::optional<bool> isTemporary)
+{
+    using enum MemorySource;
+    if (known.source == explicitUser || told.source == explicitUser)
+        told.source = known.source;
+    if (known.kind == MemoryKind::correction)
+        told.kind = MemoryKind::correction;
+    told.isTemporary = isTemporary.value_or(known.isTemporary);
+    if (told.isTemporary && !told.expiresAt)
+        told.expiresAt = known.expiresAt;
+    return rewritten(told, known);
+}
+
+std::optional<PatternNote> rewritten(const AnswerFields& fields,
+    const std::vector<MemoryNote>& notes, const PatternNote* known, TimePoint now,
+    const Calendar& calendar)
+{
+    const NewPattern told {
+        .text = fields.shortLine(QStringLiteral("text")),
+        .evidenceNoteIDs = MemoryNoteSearch::stating(
+            notes, fields.shortLines(QStringLiteral("evidenceNoteTexts"))),
+        .confidence = fields.confidence().value_or(defaultConfidence),
+    };
+    const auto evidence = PatternLogic::evidence(notes, told.evidenceNoteIDs);
+    const auto isProved = PatternLogic::canPromotePattern(evidence, calendar);
+    if (!known)
+        return isProved ? std::optional(PatternLogic::promoted(told, evidence)) : std::nullopt;
+    auto pattern = *known;
+    if (isProved)
+        PatternLogic::merge(pattern, told, evidence, now);
+    return pattern;
+}
+
+const PatternNote* stating(const std::vector<PatternNote>& patterns, const QString& statement)
+{
+    const auto found = std::ranges::find(
+        patterns, statement, [](const auto& pattern) { return Text::normalized(pattern.text); });
+    return found == patterns.end() ? nullptr : &*found;
+}
+
+} // namespace
+
+std::vector<MemoryNote> CleanupAnswer::notes(
+    const AnswerFields& answer, const std::vector<MemoryNote>& existing, TimePoint now)
+{
+    const auto known = byStatement(existing);
+    QSet<QString> said;
+    std::vector<MemoryNote> notes;
+    const auto most = existing.size() + AnswerFields::mostEntries;
+    for (const auto& fields : answer.objects(QStringLiteral("notes"), most)) {
+        const auto told = fields.note(MemorySource::librarianSynthesis, now);
+        const auto statement = Text::normalized(told.text);
+        if (statement.isEmpty() || said.contains(statement))
+            continue;
+        said.insert(statement);
+        const auto* same = known.value(statement);
+        const auto isTemporary = fields.boolean(QStringLiteral("isTemporary"));
+        notes.push_back(same ? kept(*same, told, isTemporary) : added(told, now));
+    }
+    return notes;
+}
+
+std::vector<PatternNote> CleanupAnswer::patterns(const AnswerFields& answer,
+    const std::vector<MemoryNote>& notes, const std::vector<PatternNote>& existing, TimePoint now,
+    const Calendar& calendar)
+{
+    const auto most = existing.size() + AnswerFields::mostEntries;
+    const auto told = answer.objects(QStringLiteral("patterns"), most);
+    if (told.empty())
+        return existing;
+    std::vector<PatternNote> patterns;
+    for (const auto& fields : told) {
+        const auto statement = Text::normalized(fields.shortLine(QStringLiteral("text")));
+        if (statement.isEmpty() || stating(patterns, statement))
+            continue;
+        auto pattern = rewritten(fields, notes, stating(existing, statement), now, calendar);
+        if (pattern)
+            patterns.push_back(*std::move(pattern));
+    }
+    return patterns;
+}
+
+} // namespace pobblewig

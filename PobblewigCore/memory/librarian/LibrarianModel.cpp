@@ -1,0 +1,80 @@
+#include "memory/librarian/LibrarianModel.h"
+
+#include "foundation/Log.h"
+
+namespace pobblewig {
+
+namespace {
+
+/// A slow model at home needs minutes. A server that sends signs of life and no answer would hold
+/// up the end of a session for ever.
+constexpr std::chrono::minutes longestAnswer(10);
+
+LLMRequest requestFor(const LibrarianModel::Question& question, const LibrarianModelConfig& config)
+{
+    return {
+        .messages = { { .role = LLMMessage::Role::user, .content = question.prompt } },
+        .maxTokens = config.maxOutputTokens * question.tokenFactor,
+        .temperature = config.temperature,
+        .responseFormat = question.format,
+        .longest = longestAnswer,
+    };
+}
+
+/// The status by which a server says that the request itself is wrong.
+std::optional<int> rejection(const LLMFailure& failure)
+{
+    const auto* error = std::get_if<LLMError>(&failure);
+    const auto isRejection = error && error->kind == LLMError::Kind::http && error->status >= 400
+        && error->status <= 499;
+    return isRejection ? std::optional(error->status) : std::nullopt;
+}
+
+} // namespace
+
+LibrarianModel::LibrarianModel(
+    UsageCounter& usage, ProviderProvider provider, ConfigProvider config)
+    : m_usage(usage)
+    , m_provider(std::move(provider))
+    , m_config(std::move(config))
+{
+}
+
+auto LibrarianModel::ask(Question question, std::stop_token stop) -> Task<Answer>
+{
+    const std::shared_ptr<LLMProvider> provider = co_await m_provider();
+    if (!provider)
+        co_return std::nullopt;
+    const auto config = co_await m_config();
+    if (stop.stop_requested())
+        co_return std::nullopt;
+    const auto completion = co_await complete(provider, requestFor(question, config), stop);
+    if (stop.stop_requested())
+        co_return std::nullopt;
+    co_return completion.map(&LLMCompletion::text);
+}
+
+auto LibrarianModel::complete(std::shared_ptr<LLMProvider> provider, LLMRequest request,
+    std::stop_token stop) -> Task<Completion>
+{
+    const auto first = co_await completeOnce(provider, request);
+    const auto status = first ? std::nullopt : rejection(first.error());
+    if (!status || stop.stop_requested())
+        co_return first;
+    Log::line(QStringLiteral("buddy: librarian: json_schema rejected (HTTP %1); retrying with "
+                             "json_object")
+                  .arg(*status));
+    request.responseFormat = { .kind = LLMResponseFormat::Kind::jsonObject };
+    co_return co_await completeOnce(provider, request);
+}
+
+auto LibrarianModel::completeOnce(std::shared_ptr<LLMProvider> provider, LLMRequest request)
+    -> Task<Completion>
+{
+    const auto completion = co_await provider->completeWithUsage(std::move(request));
+    if (completion)
+        m_usage.addLibrarianUsage(completion->promptTokens, completion->completionTokens);
+    co_return completion;
+}
+
+} // namespace pobblewig

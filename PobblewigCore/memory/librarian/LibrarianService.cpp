@@ -1,0 +1,206 @@
+#include "memory/librarian/LibrarianService.h"
+
+#include "foundation/Log.h"
+#include "memory/librarian/CleanupLogic.h"
+#include "memory/librarian/LibrarianSchemas.h"
+#include "prompts/LibrarianPrompts.h"
+
+#include <QStringBuilder>
+
+namespace pobblewig {
+
+LibrarianService::LibrarianService(
+    MemoryTiers& memory, UsageCounter& usage, Dependencies dependencies)
+    : m_memory(memory)
+    , m_model(usage, dependencies.providerProvider, dependencies.configProvider)
+    , m_dependencies(std::move(dependencies))
+{
+}
+
+Task<LibrarianExtractionResult> LibrarianService::extractAfterTurn(std::vector<ChatMessage> window,
+    QString situation, std::vector<QString> referencePaths, std::set<AssistantRole> roles)
+{
+    const auto conversation = LibrarianLogic::windowText(window);
+    if (conversation.isEmpty())
+        co_return LibrarianExtractionResult();
+    const auto now = m_dependencies.clock();
+    const auto prompt = Prompts::extraction({
+        .residentMemory = m_memory.notes.residentMemory(MemoryStore::hardCapTokens, now),
+        .isBelowSoftTarget = m_memory.notes.isBelowSoftThreshold(now),
+        .situation = situation,
+        .window = conversation,
+        .referencePaths = referencePaths,
+        .roles = roles,
+    });
+    const auto answer =
+        co_await m_model.ask({ prompt, LibrarianSchemas::extraction() }, m_stop.get_token());
+    co_return take(
+        answer, u"extraction", { MemorySource::librarianSynthesis, QStringLiteral("librarian") });
+}
+
+Task<LibrarianExtractionResult> LibrarianService::ingestMeetingNotes(MeetingNotes notes)
+{
+    if (notes.text.trimmed().isEmpty())
+        co_return LibrarianExtractionResult();
+    const auto now = m_dependencies.clock();
+    const auto prompt = Prompts::meetingNotesExtraction({
+        .appName = notes.appName,
+        .minutes = notes.minutes,
+        .notes = notes.text,
+        .residentMemory = m_memory.notes.residentMemory(MemoryStore::hardCapTokens, now),
+        .isBelowSoftTarget = m_memory.notes.isBelowSoftThreshold(now),
+        .referencePaths = m_memory.reference.tableOfContents().paths(),
+    });
+    const auto answer = co_await m_model.ask(
+        { prompt, LibrarianSchemas::meetingNotesExtraction() }, m_stop.get_token());
+    co_return take(answer, u"meeting-notes ingestion",
+        { MemorySource::meetingNotes, QStringLiteral("meetingNotes"), notes.startedAt });
+}
+
+Task<DailyCloseout> LibrarianService::closeDailySession(DayToClose day)
+{
+    const auto stop = m_stop.get_token();
+    const auto prompt = Prompts::dailyCloseout({
+        .dayKey = day.dayKey,
+        .previousIntent = day.previousIntent,
+        .observations = LibrarianLogic::observationsText(day.observations),
+        .activitySummary = day.activitySummary,
+        .conversation = LibrarianLogic::windowText(day.window),
+    });
+    const auto answer =
+        co_await m_model.ask({ prompt, LibrarianSchemas::dailyCloseout(), 2 }, stop);
+    if (stop.stop_requested())
+        co_return DailyCloseout();
+    const auto closeout =
+        accepted<DailyCloseout>(answer, u"closeout", LibrarianAnswers::parseCloseout);
+    if (!closeout)
+        co_return LibrarianLogic::deterministicCloseout(
+            day.window, day.observations, day.previousIntent);
+    co_return *closeout;
+}
+
+Task<WeeklyRollupResult> LibrarianService::weeklyRollup(std::vector<PeriodSummary> dailies)
+{
+    const auto stop = m_stop.get_token();
+    const auto calendar = m_dependencies.calendar();
+    const auto prompt = Prompts::weeklyRollup(LibrarianLogic::dailiesText(dailies, calendar));
+    const auto answer = co_await m_model.ask({ prompt, LibrarianSchemas::weeklyRollup(), 2 }, stop);
+    if (stop.stop_requested())
+        co_return WeeklyRollupResult();
+    const auto rollup =
+        accepted<WeeklyRollupResult>(answer, u"weekly rollup", LibrarianAnswers::parseWeekly);
+    co_return rollup ? *rollup : LibrarianLogic::deterministicWeekly(dailies, calendar);
+}
+
+Task<> LibrarianService::cleanupIfNeeded()
+{
+    if (m_isCleaningUp || !m_memory.notes.shouldRunCleanup(m_dependencies.clock()))
+        co_return;
+    m_isCleaningUp = true;
+    const CleanupSnapshot seen { m_memory.notes.allNotes(MemoryStore::IncludeArchived::no),
+        m_memory.notes.allPatterns() };
+    const auto prompt = Prompts::cleanup(QString::fromUtf8(json::text(seen)));
+    const auto answer =
+        co_await m_model.ask({ prompt, LibrarianSchemas::cleanup(), 3 }, m_stop.get_token());
+    m_isCleaningUp = false;
+    applyCleanup(answer, seen);
+}
+
+void LibrarianService::forget()
+{
+    m_stop.request_stop();
+    m_stop = std::stop_source();
+    // A server's words may quote what it was asked.
+    clearError();
+}
+
+template <typename Value>
+std::optional<Value> LibrarianService::accepted(const LibrarianModel::Answer& answer,
+    QStringView job, const std::function<LibrarianAnswers::Parsed<Value>(const QString&)>& parse)
+{
+    if (!answer)
+        return std::nullopt;
+    if (!*answer)
+        return fail(job, description(answer->error()), loggable(answer->error()));
+    auto parsed = parse(**answer);
+    if (!parsed)
+        return fail(job, parsed.error(), parsed.error());
+    m_lastRunAt = m_dependencies.clock();
+    clearError();
+    return *std::move(parsed);
+}
+
+void LibrarianService::clearError()
+{
+    m_lastError.reset();
+    m_lastErrorAt.reset();
+}
+
+std::nullopt_t LibrarianService::fail(
+    QStringView job, const QString& description, const QString& loggable)
+{
+    m_lastError = description;
+    m_lastErrorAt = m_dependencies.clock();
+    Log::line(u"buddy: librarian " % job % u" failed: " % loggable);
+    return std::nullopt;
+}
+
+LibrarianExtractionResult LibrarianService::take(
+    const LibrarianModel::Answer& answer, QStringView job, const Origin& origin)
+{
+    const auto now = m_dependencies.clock();
+    const auto extraction = accepted<ExtractionResult>(answer, job, [&](const QString& text) {
+        return LibrarianAnswers::parseExtraction(text, origin.noteSource, origin.itemSource, now);
+    });
+    if (!extraction || !m_dependencies.mayRemember())
+        return {};
+    return store(*extraction, origin.occurredAt.value_or(now), now);
+}
+
+LibrarianExtractionResult LibrarianService::store(
+    const ExtractionResult& extraction, TimePoint occurredAt, TimePoint now)
+{
+    LibrarianExtractionResult result;
+    for (const auto& note : extraction.notes) {
+        const auto outcome = m_memory.notes.addNote(note, now);
+        result.notesAdded += outcome && outcome->kind == AddNoteResult::Kind::added;
+    }
+    for (auto observation : extraction.observations) {
+        observation.id = QUuid::createUuid();
+        observation.occurredAt = occurredAt;
+        observation.recordedAt = now;
+        m_memory.observations.add(observation);
+        m_dependencies.observationLinkHook(observation.id);
+        ++result.observationsAdded;
+    }
+    for (auto item : extraction.referenceItems) {
+        item.id = QUuid::createUuid();
+        item.createdAt = item.updatedAt = now;
+        result.referenceItemsAdded += m_memory.reference.upsertItem(item).has_value();
+    }
+    for (const auto& section : extraction.proposedSections)
+        result.sectionsProposed +=
+            m_memory.reference.proposeSection(section.path, section.title, section.summary)
+                .has_value();
+    return result;
+}
+
+void LibrarianService::applyCleanup(
+    const LibrarianModel::Answer& answer, const CleanupSnapshot& seen)
+{
+    const auto now = m_dependencies.clock();
+    auto& store = m_memory.notes;
+    auto rewritten = accepted<CleanupResult>(answer, u"cleanup", [&](const QString& text) {
+        return LibrarianAnswers::parseCleanup(
+            text, store.notes(), store.allPatterns(), now, m_dependencies.calendar());
+    });
+    if (!rewritten || !m_dependencies.mayRemember()
+        || CleanupLogic::isOvertaken(seen, store.notes(), store.allPatterns()))
+        return;
+    auto [notes, patterns] =
+        CleanupLogic::withUnseen(*std::move(rewritten), seen, store.notes(), store.allPatterns());
+    store.applyCleanup(std::move(notes), std::move(patterns), now);
+    m_lastCleanupAt = now;
+}
+
+} // namespace pobblewig

@@ -1,0 +1,104 @@
+#include "memory/recall/MemoryToolExecutor.h"
+
+#include "foundation/Text.h"
+
+#include <algorithm>
+
+namespace pobblewig {
+
+namespace {
+
+constexpr qsizetype maxLoggedCharacters = 500;
+/// Where further arguments can no longer be seen.
+constexpr qsizetype mostSummaryUnits = 16'000;
+
+QString summaryOf(const std::map<QString, JSONValue>& args)
+{
+    QString summary;
+    for (const auto& [key, value] : args) {
+        if (summary.size() > mostSummaryUnits)
+            break;
+        if (!summary.isEmpty())
+            summary += QStringLiteral(", ");
+        summary += Text::firstCharacters(key, maxLoggedCharacters) + u'='
+            + Text::firstCharacters(value.displayString(), maxLoggedCharacters);
+    }
+    return Text::firstCharacters(summary, maxLoggedCharacters);
+}
+
+} // namespace
+
+MemoryToolExecutor::MemoryToolExecutor(
+    MemoryTools::Dependencies dependencies, MemoryTools::Providers providers)
+    : m_tools(dependencies, std::move(providers))
+    , m_clock(std::move(dependencies.clock))
+{
+}
+
+std::vector<MemoryToolLogEntry> MemoryToolExecutor::recentLog(int limit) const
+{
+    const auto count = std::clamp<std::ptrdiff_t>(limit, 0, std::ssize(m_log));
+    return { m_log.end() - count, m_log.end() };
+}
+
+auto MemoryToolExecutor::executeAll(std::vector<MemoryToolCall> calls)
+    -> Task<std::vector<MemoryToolResult>>
+{
+    std::vector<MemoryToolResult> results;
+    results.reserve(calls.size());
+    for (auto& call : calls) {
+        if (results.size() == maxCallsPerRequest)
+            break;
+        auto result = co_await execute(std::move(call));
+        results.push_back(std::move(result));
+    }
+    while (results.size() < calls.size())
+        results.push_back(refuse(calls[results.size()]));
+    co_return results;
+}
+
+auto MemoryToolExecutor::execute(MemoryToolCall call) -> Task<MemoryToolResult>
+{
+    const auto args = summaryOf(call.args);
+    const auto name = call.name;
+    const auto outcome = co_await m_tools.run(std::move(call));
+    const auto text = outcome ? *outcome : QStringLiteral("error: ") + description(outcome.error());
+    MemoryToolResult result { name, outcome.has_value(),
+        Text::firstCharacters(text, maxResultCharacters) };
+    record(result, args);
+    co_return result;
+}
+
+void MemoryToolExecutor::setProviders(MemoryTools::Providers providers)
+{
+    m_tools.setProviders(std::move(providers));
+}
+
+void MemoryToolExecutor::setAppDataProviders(MemoryTools::AppDataProviders providers)
+{
+    m_tools.setAppDataProviders(std::move(providers));
+}
+
+MemoryToolResult MemoryToolExecutor::refuse(const MemoryToolCall& call)
+{
+    MemoryToolResult result { call.name, false,
+        QStringLiteral("refused: max %1 tool calls per request").arg(maxCallsPerRequest) };
+    record(result, summaryOf(call.args));
+    return result;
+}
+
+void MemoryToolExecutor::record(const MemoryToolResult& result, const QString& argsSummary)
+{
+    ++m_totalCalls;
+    m_log.push_back({
+        .name = Text::firstCharacters(result.name, maxLoggedCharacters),
+        .argsSummary = argsSummary,
+        .ok = result.ok,
+        .resultBytes = int(result.text.toUtf8().size()),
+        .timestamp = m_clock(),
+    });
+    if (m_log.size() > maxLogEntries)
+        m_log.pop_front();
+}
+
+} // namespace pobblewig

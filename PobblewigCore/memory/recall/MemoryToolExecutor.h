@@ -1,0 +1,47 @@
+#pragma once
+
+#include "memory/recall/MemoryTools.h"
+
+#include <deque>
+
+namespace pobblewig {
+
+/// Runs a model's tool calls within their limits and keeps account of them. Whatever goes wrong
+/// becomes a text for the model, so that a bad call never breaks a turn.
+///
+/// Lives on the main thread, as long as the process.
+class MemoryToolExecutor {
+public:
+    static constexpr size_t maxCallsPerRequest = 4;
+    static constexpr qsizetype maxResultCharacters = 4000;
+    static constexpr size_t maxLogEntries = 200;
+
+    explicit MemoryToolExecutor(
+        MemoryTools::Dependencies dependencies, MemoryTools::Providers providers = {});
+
+    int totalCalls() const { return m_totalCalls; }
+
+    /// The latest calls, refused ones included, oldest first.
+    std::vector<MemoryToolLogEntry> recentLog(int limit) const;
+
+    /// One result for each call, in order. The calls run one after the other; those over the
+    /// limit are refused.
+    Task<std::vector<MemoryToolResult>> executeAll(std::vector<MemoryToolCall> calls);
+    Task<MemoryToolResult> execute(MemoryToolCall call);
+
+    /// What it replaces outlives the calls under way.
+    void swapRetrieval(MemoryRetrievalService& retrieval) { m_tools.swapRetrieval(retrieval); }
+    void setProviders(MemoryTools::Providers providers);
+    void setAppDataProviders(MemoryTools::AppDataProviders providers);
+
+private:
+    MemoryToolResult refuse(const MemoryToolCall& call);
+    void record(const MemoryToolResult& result, const QString& argsSummary);
+
+    MemoryTools m_tools;
+    Clock m_clock;
+    std::deque<MemoryToolLogEntry> m_log;
+    int m_totalCalls = 0;
+};
+
+} // namespace pobblewig

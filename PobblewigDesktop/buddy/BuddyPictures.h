@@ -1,0 +1,35 @@
+#pragma once
+
+#include "PobblewigDesktop/controls/Theme.h"
+
+#include "buddy/BuddyDrawing.h"
+
+#include <QFont>
+#include <QImage>
+
+/// Pictures of what is painted around the buddy, in device pixels.
+namespace pobblewig::BuddyPictures {
+
+/// How words beside the buddy are written.
+struct Lettering {
+    QFont font;
+    double devicePixelRatio = 1;
+
+    int pixels(double points) const { return qRound(points * devicePixelRatio); }
+};
+
+QImage stamp(BuddyDrawing::Stamp::Art art, int dot);
+
+/// A glyph of the rain.
+QImage glyph(int index, int level, int dot);
+
+/// A mark with a few words, cut where they are too many.
+QImage pill(const BuddyBadge& badge, const Palette& palette, const Lettering& lettering);
+
+/// What of a picture is not transparent, for one without holes.
+std::vector<QRect> rows(const QImage& image);
+
+/// A picture as large as it fits, on paper of this size.
+QImage onPaper(const QImage& picture, QSize size);
+
+} // namespace pobblewig::BuddyPictures

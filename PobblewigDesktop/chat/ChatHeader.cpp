@@ -1,0 +1,127 @@
+#include "PobblewigDesktop/chat/ChatHeader.h"
+
+#include "PobblewigDesktop/controls/Icons.h"
+#include "PobblewigDesktop/controls/PanelStyle.h"
+
+#include <QAction>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QToolButton>
+
+namespace pobblewig {
+
+namespace {
+
+constexpr int faceSide = 32;
+
+QToolButton* headerButton(const QString& name, QWidget* parent)
+{
+    auto* const button = new QToolButton(parent);
+    button->setAccessibleName(name);
+    button->setToolTip(name);
+    button->setIconSize({ 20, 20 });
+    button->setFocusPolicy(Qt::TabFocus);
+    return button;
+}
+
+} // namespace
+
+ChatHeader::ChatHeader(QWidget* parent)
+    : QFrame(parent)
+    , m_face(new QLabel(this))
+    , m_state(new QLabel(this))
+    , m_model(new QLabel(this))
+    , m_newSession(headerButton(QStringLiteral("New session"), this))
+    , m_menu(headerButton(QStringLiteral("Menu"), this))
+{
+    setObjectName(QStringLiteral("header"));
+    auto* const name = new QLabel(QStringLiteral("Pobblewig"), this);
+    PanelStyle::setRole(*name, QStringLiteral("title"));
+    PanelStyle::setRole(*m_state, QStringLiteral("caption"));
+    PanelStyle::setRole(*m_model, QStringLiteral("caption"));
+    m_face->setFixedSize(faceSide, faceSide);
+    m_face->hide();
+    m_state->setAccessibleName(QStringLiteral("State"));
+    m_model->setAccessibleName(QStringLiteral("Model"));
+    m_model->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_model->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+
+    auto* const words = new QVBoxLayout;
+    words->setSpacing(0);
+    words->addWidget(name);
+    words->addWidget(m_state);
+    auto* const row = new QHBoxLayout(this);
+    row->setContentsMargins(16, 8, 8, 8);
+    row->setSpacing(8);
+    row->addWidget(m_face);
+    row->addLayout(words);
+    row->addWidget(m_model, 1);
+    row->addWidget(m_newSession);
+    row->addWidget(m_menu);
+
+    auto* const menu = new QMenu(this);
+    m_find = menu->addAction(QStringLiteral("Find…"), this, &ChatHeader::findRequested);
+    m_find->setShortcut(QKeySequence::Find);
+    m_save = menu->addAction(QStringLiteral("Save as text…"), this, &ChatHeader::saveRequested);
+    m_save->setShortcut(QKeySequence::Save);
+    m_restart =
+        menu->addAction(QStringLiteral("New session"), this, &ChatHeader::newSessionRequested);
+    m_restart->setShortcut(QKeySequence::New);
+    m_menu->setMenu(menu);
+    m_menu->setPopupMode(QToolButton::InstantPopup);
+    addActions(menu->actions());
+    connect(m_newSession, &QToolButton::clicked, this, &ChatHeader::newSessionRequested);
+}
+
+void ChatHeader::setTheme(const Palette& palette)
+{
+    const auto icon = [&palette](Icons::Name name) {
+        return Icons::icon(name, palette.text, palette.muted);
+    };
+    m_newSession->setIcon(icon(Icons::Name::newSession));
+    m_menu->setIcon(icon(Icons::Name::menu));
+    m_find->setIcon(icon(Icons::Name::find));
+    m_save->setIcon(icon(Icons::Name::save));
+    m_restart->setIcon(icon(Icons::Name::newSession));
+}
+
+void ChatHeader::setFace(const QIcon& face)
+{
+    m_face->setPixmap(face.pixmap(QSize(faceSide, faceSide), devicePixelRatioF()));
+    m_face->setVisible(!face.isNull());
+}
+
+void ChatHeader::setState(const QString& text)
+{
+    PanelStyle::setText(*m_state, text);
+    m_state->setVisible(!text.isEmpty());
+}
+
+void ChatHeader::setModelLabel(const QString& text)
+{
+    m_modelText = text;
+    m_model->setToolTip(text);
+    m_model->setAccessibleDescription(text);
+    showModelLabel();
+}
+
+void ChatHeader::setNewSessionEnabled(bool isEnabled)
+{
+    m_newSession->setEnabled(isEnabled);
+    m_restart->setEnabled(isEnabled);
+}
+
+void ChatHeader::resizeEvent(QResizeEvent* event)
+{
+    QFrame::resizeEvent(event);
+    showModelLabel();
+}
+
+void ChatHeader::showModelLabel()
+{
+    m_model->setText(
+        m_model->fontMetrics().elidedText(m_modelText, Qt::ElideMiddle, m_model->width()));
+}
+
+} // namespace pobblewig

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "PobblewigDesktop/controls/Theme.h"
+
+#include <QFrame>
+#include <QIcon>
+
+class QLabel;
+class QToolButton;
+
+namespace pobblewig {
+
+/// Who one talks to: the buddy's face, name and state, the model behind it, and the panel's menu.
+class ChatHeader : public QFrame {
+    Q_OBJECT
+
+public:
+    explicit ChatHeader(QWidget* parent = nullptr);
+
+    void setTheme(const Palette& palette);
+    void setFace(const QIcon& face);
+    void setState(const QString& text);
+    void setModelLabel(const QString& text);
+    void setNewSessionEnabled(bool isEnabled);
+
+Q_SIGNALS:
+    void findRequested();
+    void saveRequested();
+    void newSessionRequested();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void showModelLabel();
+
+    QLabel* m_face;
+    QLabel* m_state;
+    QLabel* m_model;
+    QString m_modelText;
+    QToolButton* m_newSession;
+    QToolButton* m_menu;
+    QAction* m_find;
+    QAction* m_save;
+    QAction* m_restart;
+};
+
+} // namespace pobblewig

@@ -1,0 +1,299 @@
+#include "PobblewigDesktop/chat/ChatPanel.h"
+
+#include "PobblewigDesktop/chat/ChatHeader.h"
+#include "PobblewigDesktop/chat/ConversationFeed.h"
+#include "PobblewigDesktop/chat/ConversationFind.h"
+#include "PobblewigDesktop/chat/ConversationModel.h"
+#include "PobblewigDesktop/chat/ConversationSaving.h"
+#include "PobblewigDesktop/chat/ConversationView.h"
+#include "PobblewigDesktop/chat/FindBar.h"
+#include "PobblewigDesktop/chat/MessageInput.h"
+#include "PobblewigDesktop/chat/PanelPlacement.h"
+#include "PobblewigDesktop/chat/ProposalBanners.h"
+#include "PobblewigDesktop/controls/Banner.h"
+#include "PobblewigDesktop/controls/PanelStyle.h"
+#include "prompts/VisionUserPrompt.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QShortcut>
+#include <QStyle>
+#include <QToolButton>
+
+namespace pobblewig {
+
+namespace {
+
+constexpr QSize panelSize(400, 600);
+constexpr QSize leastSize(300, 320);
+constexpr int margin = 12;
+constexpr int gap = 8;
+
+QToolButton* inputButton(const QString& name, QWidget* parent)
+{
+    auto* const button = new QToolButton(parent);
+    button->setAccessibleName(name);
+    button->setToolTip(name);
+    button->setIconSize({ 20, 20 });
+    button->setFixedSize(36, 36);
+    return button;
+}
+
+} // namespace
+
+ChatPanel::ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget* parent)
+    : QWidget(parent, Qt::Window)
+    , m_chat(chat)
+    , m_calendar(std::move(calendar))
+    , m_model(new ConversationModel(this))
+    , m_feed(new ConversationFeed(chat, *m_model, m_calendar, std::move(clock), this))
+    , m_header(new ChatHeader(this))
+    , m_findBar(new FindBar(this))
+    , m_view(new ConversationView(*m_model, this))
+    , m_find(new ConversationFind(*m_findBar, *m_model, *m_view, this))
+    , m_saving(new ConversationSaving(chat, m_calendar, *this))
+    , m_notice(new Banner(Banner::Kind::notice, QStringLiteral("Notice"), {}, this))
+    , m_error(
+          new Banner(Banner::Kind::error, QStringLiteral("Error"), QStringLiteral("Retry"), this))
+    , m_proposals(new ProposalBanners(*this))
+    , m_capture(new QLabel(this))
+    , m_input(new MessageInput(this))
+    , m_screen(inputButton(QStringLiteral("Look at my screen"), this))
+    , m_send(inputButton(QStringLiteral("Send"), this))
+    , m_stop(inputButton(QStringLiteral("Stop"), this))
+{
+    setWindowTitle(QStringLiteral("Pobblewig Chat"));
+    setMinimumSize(leastSize);
+    resize(panelSize);
+    arrange();
+    connectChat();
+    connectControls();
+    setTheme(Theme::palette(Theme::desktopScheme(palette()), {}));
+    showTurn();
+    showError();
+    showCapture();
+}
+
+void ChatPanel::setTheme(const Palette& palette)
+{
+    PanelStyle::apply(*this, palette);
+    m_header->setTheme(palette);
+    m_findBar->setTheme(palette);
+    m_view->setTheme(palette);
+    m_notice->setTheme(palette);
+    m_error->setTheme(palette);
+    m_proposals->setTheme(palette);
+    m_input->setTheme(palette);
+    m_screen->setIcon(Icons::icon(Icons::Name::screen, palette.text, palette.muted));
+    m_send->setIcon(Icons::icon(Icons::Name::send, palette.onAccent, palette.muted));
+    m_stop->setIcon(Icons::icon(Icons::Name::stop, palette.onAccent, palette.muted));
+}
+
+void ChatPanel::setFace(const QIcon& face)
+{
+    m_header->setFace(face);
+}
+
+void ChatPanel::setStateText(const QString& text)
+{
+    m_stateText = text;
+    showTurn();
+}
+
+void ChatPanel::setModelLabel(const QString& text)
+{
+    m_header->setModelLabel(text);
+}
+
+void ChatPanel::setClosingSession(bool isClosing)
+{
+    m_isClosingSession = isClosing;
+    m_header->setNewSessionEnabled(!isClosing);
+    showTurn();
+}
+
+void ChatPanel::setNotice(const QString& text)
+{
+    m_notice->setText(text);
+}
+
+void ChatPanel::setProposals(
+    const std::vector<RuleProposal>& proposals, const AppSettings& settings)
+{
+    m_proposals->setProposals(proposals, settings, m_calendar);
+}
+
+void ChatPanel::allowAnswer(const QString& proposalId)
+{
+    m_proposals->allowAnswer(proposalId);
+}
+
+void ChatPanel::showBeside(const QRect& buddy, const QRect& screen)
+{
+    const auto decoration = frameSize();
+    const auto place = PanelPlacement::beside(buddy, size() + decoration, screen);
+    resize(place.size() - decoration);
+    move(place.topLeft());
+    show();
+    raise();
+    activateWindow();
+}
+
+QSize ChatPanel::frameSize() const
+{
+    // Before the first show nobody knows the frame, only what frames are like.
+    const QSize expected(0, style()->pixelMetric(QStyle::PM_TitleBarHeight));
+    return (frameGeometry().size() - size()).expandedTo(expected);
+}
+
+void ChatPanel::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    m_feed->refresh();
+    m_view->followLatest();
+    m_input->setFocus(Qt::ActiveWindowFocusReason);
+    Q_EMIT shown();
+}
+
+void ChatPanel::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    Q_EMIT hidden();
+}
+
+void ChatPanel::arrange()
+{
+    PanelStyle::setRole(*m_capture, QStringLiteral("caption"));
+    PanelStyle::setRole(*m_send, QStringLiteral("primary"));
+    PanelStyle::setRole(*m_stop, QStringLiteral("primary"));
+    m_capture->setAccessibleName(QStringLiteral("Captured"));
+    m_capture->setTextFormat(Qt::PlainText);
+    m_capture->setWordWrap(true);
+
+    auto* const writing = new QHBoxLayout;
+    writing->setSpacing(gap);
+    writing->addWidget(m_input, 1);
+    for (auto* const button : { m_screen, m_send, m_stop })
+        writing->addWidget(button, 0, Qt::AlignBottom);
+
+    auto* const below = new QVBoxLayout;
+    below->setContentsMargins(margin, gap, margin, margin);
+    below->setSpacing(gap);
+    below->addWidget(m_notice);
+    below->addWidget(m_error);
+    below->addWidget(m_proposals);
+    below->addWidget(m_capture);
+    below->addLayout(writing);
+
+    auto* const find = new QHBoxLayout;
+    find->setContentsMargins(margin, gap / 2, margin, gap / 2);
+    find->addWidget(m_findBar);
+
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_header);
+    column->addLayout(find);
+    column->addWidget(m_view, 1);
+    column->addLayout(below);
+}
+
+void ChatPanel::connectChat()
+{
+    connect(&m_chat, &ChatService::isStreamingChanged, this, &ChatPanel::showTurn);
+    connect(&m_chat, &ChatService::activityChanged, this, &ChatPanel::showTurn);
+    connect(&m_chat, &ChatService::activityChanged, this, &ChatPanel::showError);
+    connect(&m_chat, &ChatService::lastErrorChanged, this, &ChatPanel::showError);
+    connect(&m_chat, &ChatService::captureIndicatorChanged, this, &ChatPanel::showCapture);
+    connect(m_feed, &ConversationFeed::textsChanged, m_find, &ConversationFind::refresh);
+}
+
+void ChatPanel::connectControls()
+{
+    connect(m_header, &ChatHeader::newSessionRequested, this, &ChatPanel::newSessionRequested);
+    connect(m_header, &ChatHeader::findRequested, m_findBar, &FindBar::open);
+    connect(m_header, &ChatHeader::saveRequested, m_saving, &ConversationSaving::ask);
+    connect(m_saving, &ConversationSaving::failed, this, &ChatPanel::setNotice);
+    connect(m_view, &ConversationView::findRequested, m_findBar, &FindBar::open);
+    connect(m_findBar, &FindBar::closeRequested, m_find, &ConversationFind::close);
+    connect(m_error, &Banner::actionTriggered, &m_chat, &ChatService::retryLast);
+    connect(m_proposals, &ProposalBanners::confirmed, this, &ChatPanel::proposalConfirmed);
+    connect(m_proposals, &ProposalBanners::dismissed, this, &ChatPanel::proposalDismissed);
+    connect(m_proposals, &ProposalBanners::alwaysAllowed, this, &ChatPanel::proposalAlwaysAllowed);
+    connect(
+        m_proposals, &ProposalBanners::focusGivenUp, m_input, qOverload<>(&MessageInput::setFocus));
+    connect(m_input, &MessageInput::submitted, this, &ChatPanel::send);
+    connect(m_input, &MessageInput::textChanged, this, &ChatPanel::showTurn);
+    connect(m_screen, &QToolButton::clicked, this, &ChatPanel::sendWithScreen);
+    connect(m_send, &QToolButton::clicked, this, &ChatPanel::send);
+    connect(m_stop, &QToolButton::clicked, &m_chat, &ChatService::cancelStreaming);
+    auto* const escapeKey = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+    connect(escapeKey, &QShortcut::activated, this, &ChatPanel::escape);
+}
+
+void ChatPanel::showTurn()
+{
+    const auto isStreaming = m_chat.isStreaming();
+    m_send->setVisible(!isStreaming);
+    m_stop->setVisible(isStreaming);
+    m_send->setEnabled(!m_input->isBlank());
+    m_screen->setEnabled(!isStreaming);
+    m_header->setState(state());
+}
+
+QString ChatPanel::state() const
+{
+    if (m_chat.isStreaming())
+        return QStringLiteral("thinking…");
+    return m_isClosingSession ? QStringLiteral("Writing down the day…") : m_stateText;
+}
+
+void ChatPanel::showError()
+{
+    m_error->setText(m_chat.lastError().value_or(QString()));
+    m_error->setActionEnabled(m_chat.canRetry());
+    const auto unsent = m_chat.unsentText();
+    if (unsent && *unsent != Prompts::visionUserPrompt && m_input->isBlank())
+        m_input->setPlainText(*unsent);
+}
+
+void ChatPanel::showCapture()
+{
+    const auto& indicator = m_chat.captureIndicator();
+    PanelStyle::setText(*m_capture, indicator.value_or(QString()));
+    m_capture->setVisible(indicator.has_value());
+}
+
+void ChatPanel::send()
+{
+    if (!m_input->isBlank())
+        submit(m_input->toPlainText(), ChatService::Screenshot::without);
+}
+
+void ChatPanel::sendWithScreen()
+{
+    const auto text =
+        m_input->isBlank() ? Prompts::visionUserPrompt.toString() : m_input->toPlainText();
+    submit(text, ChatService::Screenshot::with);
+}
+
+void ChatPanel::submit(const QString& text, ChatService::Screenshot screenshot)
+{
+    // A turn can fail at once and give the text back, so the field is emptied first.
+    const auto written = m_input->toPlainText();
+    m_input->clear();
+    if (m_chat.submit(text, screenshot))
+        m_view->followLatest();
+    else
+        m_input->setPlainText(written);
+}
+
+void ChatPanel::escape()
+{
+    if (m_findBar->isVisible())
+        m_find->close();
+    else
+        hide();
+}
+
+} // namespace pobblewig

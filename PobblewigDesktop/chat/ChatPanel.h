@@ -1,0 +1,106 @@
+#pragma once
+
+#include "PobblewigDesktop/controls/Theme.h"
+#include "conversation/ChatService.h"
+#include "conversation/proposals/RuleProposal.h"
+#include "foundation/Calendar.h"
+#include "settings/AppSettings.h"
+
+#include <QIcon>
+#include <QWidget>
+
+class QLabel;
+class QToolButton;
+
+namespace pobblewig {
+
+class Banner;
+class ChatHeader;
+class ConversationFeed;
+class ConversationFind;
+class ConversationModel;
+class ConversationSaving;
+class ConversationView;
+class FindBar;
+class MessageInput;
+class ProposalBanners;
+
+/// The window in which one talks with the buddy. It shows what the chat publishes and hands on what
+/// the user does; it decides nothing.
+class ChatPanel : public QWidget {
+    Q_OBJECT
+
+public:
+    ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget* parent = nullptr);
+
+    void setTheme(const Palette& palette);
+    void setFace(const QIcon& face);
+
+    /// In words, such as "focus until 15:30". Shown while no reply is under way.
+    void setStateText(const QString& text);
+    void setModelLabel(const QString& text);
+
+    /// While a session is being closed no other one can be asked for.
+    void setClosingSession(bool isClosing);
+
+    /// A one-off message about the program; an empty one takes it back.
+    void setNotice(const QString& text);
+
+    /// What waits for the user's word, oldest first.
+    void setProposals(const std::vector<RuleProposal>& proposals, const AppSettings& settings);
+
+    /// An answer has had its time: a proposal that is still there can be answered again.
+    void allowAnswer(const QString& proposalId);
+
+    /// Shows the panel next to the buddy, both in the coordinates of the desktop.
+    void showBeside(const QRect& buddy, const QRect& screen);
+
+Q_SIGNALS:
+    void newSessionRequested();
+    void shown();
+    void hidden();
+
+    void proposalConfirmed(const QString& proposalId);
+    void proposalDismissed(const QString& proposalId);
+    void proposalAlwaysAllowed(const QString& proposalId);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    QSize frameSize() const;
+    void arrange();
+    void connectChat();
+    void connectControls();
+    void showTurn();
+    QString state() const;
+    void showError();
+    void showCapture();
+    void send();
+    void sendWithScreen();
+    void submit(const QString& text, ChatService::Screenshot screenshot);
+    void escape();
+
+    ChatService& m_chat;
+    Calendar m_calendar;
+    QString m_stateText;
+    bool m_isClosingSession = false;
+    ConversationModel* m_model;
+    ConversationFeed* m_feed;
+    ChatHeader* m_header;
+    FindBar* m_findBar;
+    ConversationView* m_view;
+    ConversationFind* m_find;
+    ConversationSaving* m_saving;
+    Banner* m_notice;
+    Banner* m_error;
+    ProposalBanners* m_proposals;
+    QLabel* m_capture;
+    MessageInput* m_input;
+    QToolButton* m_screen;
+    QToolButton* m_send;
+    QToolButton* m_stop;
+};
+
+} // namespace pobblewig

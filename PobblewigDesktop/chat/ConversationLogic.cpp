@@ -1,0 +1,108 @@
+#include "PobblewigDesktop/chat/ConversationLogic.h"
+
+#include <QDateTime>
+
+namespace pobblewig {
+
+namespace {
+
+bool isAsked(const ChatMessage* previous)
+{
+    return previous == nullptr || previous->role == ChatMessage::Role::user;
+}
+
+ConversationRow::Kind kindOf(const ChatMessage& message, const ChatMessage* previous)
+{
+    using enum ConversationRow::Kind;
+    if (message.role == ChatMessage::Role::user)
+        return user;
+    if (message.relatedInterventionID)
+        return proactive;
+    return message.role == ChatMessage::Role::assistant && isAsked(previous) ? assistant : note;
+}
+
+QString speaker(ConversationRow::Kind kind)
+{
+    return kind == ConversationRow::Kind::user ? QStringLiteral("You")
+                                               : QStringLiteral("Pobblewig");
+}
+
+} // namespace
+
+QString ConversationLogic::dayTitle(const QDate& day, const QDate& today, const QLocale& locale)
+{
+    const auto age = day.daysTo(today);
+    if (age == 0)
+        return QStringLiteral("Today");
+    if (age == 1)
+        return QStringLiteral("Yesterday");
+    if (age > 1 && age < 7)
+        return locale.standaloneDayName(day.dayOfWeek());
+    return locale.toString(day, QLocale::LongFormat);
+}
+
+std::vector<ConversationRow> ConversationLogic::rows(
+    const std::vector<ChatMessage>& messages, TimePoint now, const Calendar& calendar)
+{
+    const auto today = calendar.dateTime(now).date();
+    std::vector<ConversationRow> rows;
+    const ChatMessage* previous = nullptr;
+    QDate shownDay;
+    for (const auto& message : messages) {
+        const auto moment = calendar.dateTime(message.timestamp);
+        if (moment.date() != shownDay) {
+            shownDay = moment.date();
+            rows.push_back({ .kind = ConversationRow::Kind::day,
+                .text = dayTitle(shownDay, today, calendar.locale) });
+        }
+        rows.push_back({ .kind = kindOf(message, previous),
+            .id = message.id,
+            .text = message.text,
+            .timestamp = message.timestamp,
+            .time = calendar.locale.toString(moment.time(), QLocale::ShortFormat),
+            .hadImage = message.hadImage });
+        previous = &message;
+    }
+    return rows;
+}
+
+QString ConversationLogic::spoken(const ConversationRow& row)
+{
+    switch (row.kind) {
+    case ConversationRow::Kind::day:
+        return row.text;
+    case ConversationRow::Kind::note:
+        return QStringLiteral("Note, %1: %2").arg(row.time, row.text);
+    case ConversationRow::Kind::preview:
+        return QStringLiteral("Pobblewig is writing: %1").arg(row.text);
+    case ConversationRow::Kind::partial:
+        return QStringLiteral("Pobblewig, unfinished: %1").arg(row.text);
+    default:
+        break;
+    }
+    const auto picture =
+        row.hadImage ? QStringLiteral(", with a picture of the screen") : QString();
+    return QStringLiteral("%1, %2%3: %4").arg(speaker(row.kind), row.time, picture, row.text);
+}
+
+QString ConversationLogic::transcript(
+    const std::vector<ChatMessage>& messages, const Calendar& calendar)
+{
+    QString text;
+    QDate shownDay;
+    for (const auto& message : messages) {
+        const auto moment = calendar.dateTime(message.timestamp);
+        if (moment.date() != shownDay) {
+            shownDay = moment.date();
+            text +=
+                calendar.locale.toString(shownDay, QLocale::LongFormat) + QStringLiteral("\n\n");
+        }
+        text +=
+            QStringLiteral("%1, %2\n%3\n\n")
+                .arg(speaker(kindOf(message, nullptr)),
+                    calendar.locale.toString(moment.time(), QLocale::ShortFormat), message.text);
+    }
+    return text;
+}
+
+} // namespace pobblewig

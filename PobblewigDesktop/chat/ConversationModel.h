@@ -1,0 +1,49 @@
+#pragma once
+
+#include "PobblewigDesktop/chat/ConversationRow.h"
+
+#include <QAbstractListModel>
+
+#include <optional>
+#include <vector>
+
+namespace pobblewig {
+
+/// The rows of the conversation, oldest first, and after them the reply that is being written.
+///
+/// Changes keep the rows that stay, so that a view keeps its place.
+class ConversationModel : public QAbstractListModel {
+    Q_OBJECT
+
+public:
+    using QAbstractListModel::QAbstractListModel;
+
+    const std::vector<ConversationRow>& rows() const { return m_rows; }
+    const ConversationRow& row(int number) const;
+
+    /// The number of the row that shows this message, or for a null id the reply in progress.
+    std::optional<int> rowOf(const QUuid& messageID) const;
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+
+    /// A new message of the buddy takes the place of the reply in progress.
+    void setRows(std::vector<ConversationRow> rows);
+
+    /// Nothing removes the reply in progress.
+    void setReply(const std::optional<ConversationRow>& reply);
+
+    /// The text of the reply in progress. Costs little if it continues the one before.
+    void setReplyText(QStringView text);
+
+private:
+    int messageCount() const { return static_cast<int>(m_rows.size()) - (m_hasReply ? 1 : 0); }
+    void removeMissing(const std::vector<ConversationRow>& wanted);
+    void insertNew(std::vector<ConversationRow>& wanted);
+    bool endsReply(const ConversationRow& next) const;
+    void announceChange(int number);
+
+    std::vector<ConversationRow> m_rows;
+    bool m_hasReply = false;
+};
+
+} // namespace pobblewig

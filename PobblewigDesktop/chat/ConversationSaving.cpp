@@ -1,0 +1,39 @@
+#include "PobblewigDesktop/chat/ConversationSaving.h"
+
+#include "PobblewigDesktop/chat/ConversationLogic.h"
+#include "foundation/FileOperations.h"
+
+#include <QFileDialog>
+
+namespace pobblewig {
+
+ConversationSaving::ConversationSaving(ChatService& chat, Calendar calendar, QWidget& window)
+    : QObject(&window)
+    , m_chat(chat)
+    , m_calendar(std::move(calendar))
+    , m_window(window)
+{
+}
+
+void ConversationSaving::ask()
+{
+    auto* const dialog = new QFileDialog(&m_window, QStringLiteral("Save the conversation"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix(QStringLiteral("txt"));
+    dialog->setNameFilter(QStringLiteral("Text (*.txt)"));
+    dialog->selectFile(QStringLiteral("Pobblewig conversation.txt"));
+    connect(dialog, &QFileDialog::fileSelected, this, &ConversationSaving::saveTo);
+    dialog->open();
+}
+
+void ConversationSaving::saveTo(const QString& path)
+{
+    const auto text = ConversationLogic::transcript(m_chat.messages(), m_calendar);
+    const auto saved = writeDurably(path, text.toUtf8(), FileOperations());
+    if (!saved)
+        Q_EMIT failed(QStringLiteral("The conversation could not be saved: %1")
+                          .arg(saved.error().description()));
+}
+
+} // namespace pobblewig

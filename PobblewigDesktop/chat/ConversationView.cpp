@@ -1,0 +1,326 @@
+#include "PobblewigDesktop/chat/ConversationView.h"
+
+#include "PobblewigDesktop/chat/ConversationModel.h"
+
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QPainter>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <QToolButton>
+
+#include <algorithm>
+
+namespace pobblewig {
+
+namespace {
+
+constexpr int lineStep = 20;
+constexpr int nearTheEnd = 8;
+constexpr int jumpSide = 32;
+constexpr int jumpMargin = 12;
+constexpr auto emptyText = "What you and Pobblewig say will appear here. "
+                           "Write something below to begin.";
+
+} // namespace
+
+ConversationView::ConversationView(ConversationModel& model, QWidget* parent)
+    : QListView(parent)
+    , m_model(model)
+    , m_delegate(model, m_layouts, m_marks)
+    , m_jump(new QToolButton(this))
+{
+    setAccessibleName(QStringLiteral("Conversation"));
+    setAccessibleDescription(QString::fromUtf8(emptyText));
+    setModel(&model);
+    setItemDelegate(&m_delegate);
+    setVerticalScrollMode(ScrollPerPixel);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    setSelectionMode(NoSelection);
+    setAutoScroll(false);
+    setFrameShape(NoFrame);
+    viewport()->setCursor(Qt::IBeamCursor);
+    verticalScrollBar()->setSingleStep(lineStep);
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &ConversationView::noteScrolling);
+    connect(verticalScrollBar(), &QScrollBar::rangeChanged, this,
+        [this](int, int maximum) { verticalScrollBar()->setEnabled(maximum > 0); });
+    m_nextSlice.setSingleShot(true);
+    connect(&m_nextSlice, &QTimer::timeout, this, [this] { scheduleDelayedItemsLayout(); });
+
+    m_jump->setObjectName(QStringLiteral("jumpToLatest"));
+    m_jump->setAccessibleName(QStringLiteral("Jump to latest"));
+    m_jump->setToolTip(QStringLiteral("Jump to latest"));
+    m_jump->setCursor(Qt::ArrowCursor);
+    m_jump->setFixedSize(jumpSide, jumpSide);
+    m_jump->hide();
+    connect(m_jump, &QToolButton::clicked, this, &ConversationView::followLatest);
+}
+
+QString ConversationView::textToCopy() const
+{
+    if (const auto& selection = m_marks.selection) {
+        if (const auto row = m_model.rowOf(selection->message))
+            return m_model.row(*row).text.mid(selection->range.start, selection->range.length);
+    }
+    return currentIndex().isValid() ? m_model.row(currentIndex().row()).text : QString();
+}
+
+void ConversationView::setTheme(const Palette& palette)
+{
+    m_delegate.setPalette(palette);
+    m_jump->setIcon(Icons::icon(Icons::Name::chevronDown, palette.text, palette.muted));
+    viewport()->update();
+}
+
+void ConversationView::setMatches(
+    const std::vector<MessageRange>& matches, const std::optional<MessageRange>& current)
+{
+    m_marks.matches.clear();
+    m_marks.currentMatch = current;
+    for (const auto& match : matches)
+        m_marks.matches[match.message].push_back(match.range);
+    viewport()->update();
+}
+
+void ConversationView::reveal(const MessageRange& place)
+{
+    const auto row = m_model.rowOf(place.message);
+    if (!row)
+        return;
+    m_layouts.layout(m_model.row(*row)).layOut();
+    doItemsLayout();
+    const auto top = topOf(m_model.index(*row), place.range.start);
+    const auto height = viewport()->height();
+    if (top < 0 || top > height - 2 * lineStep)
+        verticalScrollBar()->setValue(verticalScrollBar()->value() + top - height / 3);
+}
+
+void ConversationView::followLatest()
+{
+    m_isFollowing = true;
+    restorePlace();
+}
+
+void ConversationView::copy() const
+{
+    if (const auto text = textToCopy(); !text.isEmpty())
+        QGuiApplication::clipboard()->setText(text);
+}
+
+void ConversationView::doItemsLayout()
+{
+    const QScopedValueRollback settling(m_isSettling, true);
+    m_layouts.setMeasure(font(), viewport()->width());
+    m_layouts.retain(m_model);
+    const auto isAnchored = !m_isFollowing && m_place.row.isValid();
+    const auto first = isAnchored ? m_place.row.row() : m_model.rowCount();
+    if (!m_layouts.layOutSlice(m_model, first))
+        m_nextSlice.start(0);
+    QListView::doItemsLayout();
+    restorePlace();
+}
+
+void ConversationView::paintEvent(QPaintEvent* event)
+{
+    QListView::paintEvent(event);
+    if (m_model.rowCount() > 0)
+        return;
+    constexpr int inset = 48;
+    QPainter painter(viewport());
+    painter.setPen(m_delegate.palette().muted);
+    painter.drawText(viewport()->rect().adjusted(inset, 0, -inset, 0),
+        Qt::AlignCenter | Qt::TextWordWrap, QString::fromUtf8(emptyText));
+}
+
+void ConversationView::resizeEvent(QResizeEvent* event)
+{
+    {
+        const QScopedValueRollback settling(m_isSettling, true);
+        QListView::resizeEvent(event);
+    }
+    scheduleDelayedItemsLayout();
+    placeJumpButton();
+}
+
+void ConversationView::changeEvent(QEvent* event)
+{
+    QListView::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        scheduleDelayedItemsLayout();
+}
+
+void ConversationView::focusInEvent(QFocusEvent* event)
+{
+    // The latest is where reading begins; the list itself would begin with the first.
+    if (!currentIndex().isValid() && m_model.rowCount() > 0)
+        selectionModel()->setCurrentIndex(
+            m_model.index(m_model.rowCount() - 1), QItemSelectionModel::NoUpdate);
+    QListView::focusInEvent(event);
+}
+
+void ConversationView::keyPressEvent(QKeyEvent* event)
+{
+    static const std::map<int, QAbstractSlider::SliderAction> scrolling {
+        { Qt::Key_PageUp, QAbstractSlider::SliderPageStepSub },
+        { Qt::Key_PageDown, QAbstractSlider::SliderPageStepAdd },
+        { Qt::Key_Home, QAbstractSlider::SliderToMinimum },
+        { Qt::Key_End, QAbstractSlider::SliderToMaximum },
+    };
+    if (event->matches(QKeySequence::Copy))
+        copy();
+    else if (event->matches(QKeySequence::SelectAll) && currentIndex().isValid())
+        select(currentIndex(), { 0, m_model.row(currentIndex().row()).text.size() });
+    else if (const auto found = scrolling.find(event->key()); found != scrolling.end())
+        verticalScrollBar()->triggerAction(found->second);
+    else if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)
+        stepCurrent(event->key() == Qt::Key_Up ? -1 : 1);
+    else
+        event->ignore();
+}
+
+void ConversationView::mousePressEvent(QMouseEvent* event)
+{
+    const auto index = messageAt(event->position().toPoint());
+    if (event->button() != Qt::LeftButton || !index.isValid()) {
+        event->ignore();
+        return;
+    }
+    selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+    m_selectionOrigin = positionIn(index, event->position().toPoint());
+    select(index, { m_selectionOrigin, 0 });
+}
+
+void ConversationView::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!(event->buttons() & Qt::LeftButton) || !currentIndex().isValid())
+        return;
+    const auto y = event->position().toPoint().y();
+    const auto beyond = y - std::clamp(y, 0, viewport()->height());
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + beyond);
+    const auto position = positionIn(currentIndex(), event->position().toPoint());
+    const auto [start, end] = std::minmax(m_selectionOrigin, position);
+    select(currentIndex(), { start, end - start });
+}
+
+void ConversationView::mouseReleaseEvent(QMouseEvent* event)
+{
+    auto* const clipboard = QGuiApplication::clipboard();
+    if (event->button() == Qt::LeftButton && m_marks.selection && clipboard->supportsSelection())
+        clipboard->setText(textToCopy(), QClipboard::Selection);
+}
+
+void ConversationView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    const auto index = messageAt(event->position().toPoint());
+    if (!index.isValid())
+        return;
+    const auto position = positionIn(index, event->position().toPoint());
+    select(index, m_layouts.layout(m_model.row(index.row())).wordAt(position));
+}
+
+void ConversationView::contextMenuEvent(QContextMenuEvent* event)
+{
+    const auto isByKeyboard = event->reason() == QContextMenuEvent::Keyboard;
+    const auto index = isByKeyboard ? currentIndex() : messageAt(event->pos());
+    auto* const menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    if (m_marks.selection)
+        menu->addAction(QStringLiteral("Copy selection"), this, &ConversationView::copy);
+    if (index.isValid()) {
+        const auto text = m_model.row(index.row()).text;
+        menu->addAction(QStringLiteral("Copy message"), this,
+            [text] { QGuiApplication::clipboard()->setText(text); });
+    }
+    menu->addAction(QStringLiteral("Find…"), this, &ConversationView::findRequested);
+    menu->popup(
+        isByKeyboard ? viewport()->mapToGlobal(visualRect(index).center()) : event->globalPos());
+}
+
+void ConversationView::noteScrolling()
+{
+    if (m_isSettling)
+        return;
+    m_isFollowing = verticalScrollBar()->value() >= verticalScrollBar()->maximum() - nearTheEnd;
+    keepPlace();
+    m_jump->setVisible(!m_isFollowing);
+}
+
+void ConversationView::keepPlace()
+{
+    const auto index = indexAt({ viewport()->width() / 2, 0 });
+    if (!index.isValid())
+        return;
+    const auto position = positionIn(index, {});
+    m_place = { .row = index, .position = position, .top = topOf(index, position) };
+}
+
+void ConversationView::restorePlace()
+{
+    {
+        const QScopedValueRollback settling(m_isSettling, true);
+        auto* const bar = verticalScrollBar();
+        if (m_isFollowing || !m_place.row.isValid())
+            bar->setValue(bar->maximum());
+        else
+            bar->setValue(bar->value() + topOf(m_place.row, m_place.position) - m_place.top);
+    }
+    m_jump->setVisible(!m_isFollowing);
+}
+
+int ConversationView::topOf(const QModelIndex& index, qsizetype position) const
+{
+    return m_delegate.lineTop(m_model.row(index.row()), visualRect(index).topLeft(), position);
+}
+
+qsizetype ConversationView::positionIn(const QModelIndex& index, const QPoint& point) const
+{
+    const auto& row = m_model.row(index.row());
+    return m_delegate.positionAt(row, visualRect(index).topLeft(), point);
+}
+
+QModelIndex ConversationView::messageAt(const QPoint& point) const
+{
+    const auto index = indexAt(point);
+    if (!index.isValid() || m_model.row(index.row()).kind == ConversationRow::Kind::day)
+        return {};
+    return index;
+}
+
+void ConversationView::select(const QModelIndex& index, const TextRange& range)
+{
+    m_marks.selection.reset();
+    if (range.length > 0)
+        m_marks.selection = MessageRange { m_model.row(index.row()).id, range };
+    viewport()->update();
+}
+
+void ConversationView::stepCurrent(int step)
+{
+    const auto shown = currentIndex().isValid() ? visualRect(currentIndex()) : QRect();
+    const auto area = viewport()->rect();
+    const auto isCutOff = step < 0 ? shown.top() < area.top() : shown.bottom() > area.bottom();
+    if (currentIndex().isValid() && isCutOff && shown.intersects(area)) {
+        verticalScrollBar()->triggerAction(
+            step < 0 ? QAbstractSlider::SliderSingleStepSub : QAbstractSlider::SliderSingleStepAdd);
+        return;
+    }
+    const auto last = m_model.rowCount() - 1;
+    const auto wanted = currentIndex().isValid() ? currentIndex().row() + step : last;
+    if (wanted < 0 || wanted > last)
+        return;
+    m_marks.selection.reset();
+    selectionModel()->setCurrentIndex(m_model.index(wanted), QItemSelectionModel::NoUpdate);
+    scrollTo(currentIndex());
+    viewport()->update();
+}
+
+void ConversationView::placeJumpButton()
+{
+    const auto area = viewport()->geometry();
+    m_jump->move(area.right() - jumpSide - jumpMargin, area.bottom() - jumpSide - jumpMargin);
+}
+
+} // namespace pobblewig

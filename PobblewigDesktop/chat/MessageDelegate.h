@@ -1,0 +1,57 @@
+#pragma once
+
+#include "PobblewigDesktop/chat/ConversationMarks.h"
+#include "PobblewigDesktop/chat/ConversationRow.h"
+#include "PobblewigDesktop/controls/Icons.h"
+#include "PobblewigDesktop/controls/Theme.h"
+
+#include <QAbstractItemDelegate>
+
+namespace pobblewig {
+
+class ConversationModel;
+class MessageLayouts;
+
+/// Draws the rows of the conversation. What a row costs does not depend on the length of its text.
+class MessageDelegate : public QAbstractItemDelegate {
+    Q_OBJECT
+
+public:
+    /// Where the parts of a row stand. The line below the text says when it was written.
+    struct Boxes {
+        QRectF text;
+        QRectF bubble;
+        QRectF footer;
+        int height = 0;
+    };
+
+    MessageDelegate(const ConversationModel& model, MessageLayouts& layouts,
+        const ConversationMarks& marks, QObject* parent = nullptr);
+
+    const Palette& palette() const { return m_palette; }
+    Boxes boxes(const ConversationRow& row, const QPointF& topLeft) const;
+
+    /// Where the line with this position of the text begins, for a row at `topLeft`.
+    int lineTop(const ConversationRow& row, const QPointF& topLeft, qsizetype position) const;
+    qsizetype positionAt(
+        const ConversationRow& row, const QPointF& topLeft, const QPointF& point) const;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+        const QModelIndex& index) const override;
+
+    void setPalette(const Palette& palette) { m_palette = palette; }
+
+private:
+    void paintDay(QPainter& painter, const ConversationRow& row, const QRectF& box) const;
+    void paintMessage(QPainter& painter, const ConversationRow& row, const Boxes& boxes,
+        const QRectF& clip) const;
+    void paintFooter(QPainter& painter, const ConversationRow& row, const QRectF& box) const;
+    void paintCaret(QPainter& painter, const ConversationRow& row, const QPointF& origin) const;
+
+    const ConversationModel& m_model;
+    MessageLayouts& m_layouts;
+    const ConversationMarks& m_marks;
+    Palette m_palette;
+};
+
+} // namespace pobblewig

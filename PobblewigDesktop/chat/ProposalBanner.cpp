@@ -1,0 +1,203 @@
+#include "PobblewigDesktop/chat/ProposalBanner.h"
+
+#include "PobblewigDesktop/controls/Icons.h"
+#include "PobblewigDesktop/controls/PanelStyle.h"
+#include "PobblewigDesktop/controls/WrappedLabel.h"
+#include "conversation/proposals/ProposalLogic.h"
+
+#include <QAccessible>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QToolButton>
+
+#include <algorithm>
+#include <utility>
+
+namespace pobblewig {
+
+namespace {
+
+constexpr int margin = 12;
+constexpr int gap = 8;
+/// Until the user wants to read on.
+constexpr int mostLinesOfTheFirst = 4;
+constexpr int mostLinesOfOthers = 2;
+
+} // namespace
+
+ProposalBanner::ProposalBanner(const RuleProposal& proposal, QWidget* parent)
+    : QGroupBox(parent)
+    , m_proposalId(proposal.proposalId)
+    , m_title(new QLabel(this))
+    , m_expander(new QToolButton(this))
+    , m_column(new QVBoxLayout)
+    , m_answerRow(new QHBoxLayout)
+{
+    setObjectName(QStringLiteral("proposal"));
+    setAccessibleName(QStringLiteral("Proposal: %1").arg(ProposalTexts::name(proposal)));
+    m_title->setTextFormat(Qt::PlainText);
+    PanelStyle::setRole(*m_title, QStringLiteral("caption"));
+    m_expander->setObjectName(QStringLiteral("expander"));
+    m_expander->setFocusPolicy(Qt::TabFocus);
+    connect(m_expander, &QToolButton::clicked, this, &ProposalBanner::toggle);
+    addAnswers(ProposalLogic::canAllowAlways(proposal));
+    arrange();
+}
+
+std::vector<QWidget*> ProposalBanner::controls() const
+{
+    std::vector<QWidget*> controls { m_expander };
+    controls.insert(controls.end(), m_answers.begin(), m_answers.end());
+    return controls;
+}
+
+void ProposalBanner::setTheme(const Palette& palette)
+{
+    m_more = Icons::icon(Icons::Name::chevronDown, palette.text, palette.muted);
+    m_less = Icons::icon(Icons::Name::chevronUp, palette.text, palette.muted);
+    showLines();
+}
+
+void ProposalBanner::setWords(const ProposalWords& words)
+{
+    m_words = words;
+    setAccessibleDescription(words.lines.join(u'\n'));
+    m_title->setText(words.title);
+    qDeleteAll(std::exchange(m_lines, {}));
+    for (const auto& text : words.lines) {
+        auto* const line = new WrappedLabel(text, this);
+        if (!m_lines.empty())
+            PanelStyle::setRole(*line, QStringLiteral("detail"));
+        connect(line, &WrappedLabel::wrapped, this, &ProposalBanner::showExpander);
+        m_column->addWidget(line);
+        m_lines.push_back(line);
+    }
+    showLines();
+}
+
+void ProposalBanner::setAnswerable(bool isAnswerable)
+{
+    for (auto* const answer : m_answers)
+        answer->setEnabled(isAnswerable);
+}
+
+void ProposalBanner::giveUpFocus()
+{
+    auto* const focused = window()->focusWidget();
+    if (!focused || !isAncestorOf(focused))
+        return;
+    focused->clearFocus();
+    Q_EMIT focusGivenUp();
+}
+
+bool ProposalBanner::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return QGroupBox::eventFilter(watched, event);
+    // On some desktops Enter presses the button that has the focus.
+    const auto key = static_cast<QKeyEvent*>(event)->key();
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
+void ProposalBanner::resizeEvent(QResizeEvent* event)
+{
+    QGroupBox::resizeEvent(event);
+    auto needed = 2 * margin;
+    for (const auto* const answer : m_answers)
+        needed += answer->sizeHint().width() + gap;
+    m_answerRow->setDirection(needed > width() ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+}
+
+void ProposalBanner::showEvent(QShowEvent* event)
+{
+    QGroupBox::showEvent(event);
+    if (std::exchange(m_isAnnounced, true))
+        return;
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+void ProposalBanner::addAnswers(bool canAllowAlways)
+{
+    auto* const usual = new QHBoxLayout;
+    usual->setSpacing(gap);
+    usual->addWidget(
+        answer(QStringLiteral("Confirm"), QStringLiteral("primary"), &ProposalBanner::confirmed));
+    usual->addWidget(answer(QStringLiteral("Dismiss"), QString(), &ProposalBanner::dismissed));
+    usual->addStretch();
+    m_answerRow->setSpacing(gap);
+    m_answerRow->addLayout(usual, 1);
+    if (canAllowAlways)
+        m_answerRow->addWidget(answer(QStringLiteral("Allow always"), QStringLiteral("quiet"),
+                                   &ProposalBanner::alwaysAllowed),
+            0, Qt::AlignLeft);
+}
+
+QPushButton* ProposalBanner::answer(const QString& name, const QString& role, Answered answered)
+{
+    auto* const button = new QPushButton(name, this);
+    button->setAccessibleName(name);
+    button->setAccessibleDescription(accessibleName());
+    button->setAutoDefault(false);
+    button->setFocusPolicy(Qt::TabFocus);
+    button->installEventFilter(this);
+    PanelStyle::setRole(*button, role);
+    connect(button, &QPushButton::clicked, this, [this, answered] {
+        giveUpFocus();
+        setAnswerable(false);
+        Q_EMIT(this->*answered)(m_proposalId);
+    });
+    m_answers.push_back(button);
+    return button;
+}
+
+void ProposalBanner::arrange()
+{
+    auto keepsItsRoom = m_expander->sizePolicy();
+    keepsItsRoom.setRetainSizeWhenHidden(true);
+    m_expander->setSizePolicy(keepsItsRoom);
+    auto* const top = new QHBoxLayout;
+    top->addWidget(m_title, 1);
+    top->addWidget(m_expander);
+    m_column->setSpacing(2);
+    auto* const all = new QVBoxLayout(this);
+    all->setContentsMargins(margin, gap / 2, margin, margin);
+    all->setSpacing(gap);
+    auto* const text = new QVBoxLayout;
+    text->setSpacing(0);
+    text->addLayout(top);
+    text->addLayout(m_column);
+    all->addLayout(text);
+    all->addLayout(m_answerRow);
+}
+
+void ProposalBanner::toggle()
+{
+    m_isExpanded = !m_isExpanded;
+    showLines();
+}
+
+void ProposalBanner::showLines()
+{
+    for (auto* const line : m_lines) {
+        const auto most = line == m_lines.front() ? mostLinesOfTheFirst : mostLinesOfOthers;
+        line->setMostLines(m_isExpanded ? WrappedLabel::unlimited : most);
+    }
+    const auto name = m_isExpanded ? QStringLiteral("Show less") : QStringLiteral("Show all");
+    m_expander->setAccessibleName(name);
+    m_expander->setToolTip(name);
+    m_expander->setIcon(m_isExpanded ? m_less : m_more);
+    showExpander();
+}
+
+void ProposalBanner::showExpander()
+{
+    const auto isLong = [this](const WrappedLabel* line) {
+        return line->lineCount()
+            > (line == m_lines.front() ? mostLinesOfTheFirst : mostLinesOfOthers);
+    };
+    m_expander->setVisible(std::ranges::any_of(m_lines, isLong));
+}
+
+} // namespace pobblewig

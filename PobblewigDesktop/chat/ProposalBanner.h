@@ -1,0 +1,81 @@
+#pragma once
+
+#include "PobblewigDesktop/controls/Theme.h"
+#include "conversation/proposals/ProposalTexts.h"
+
+#include <QGroupBox>
+
+#include <vector>
+
+class QBoxLayout;
+class QLabel;
+class QPushButton;
+class QToolButton;
+class QVBoxLayout;
+
+namespace pobblewig {
+
+class WrappedLabel;
+
+/// One change that waits for the user's word: what it is in words, and the answers to choose from.
+/// A group to assistive technology. Only the user's pointer, Tab and Space reach the answers; Enter
+/// does not.
+class ProposalBanner : public QGroupBox {
+    Q_OBJECT
+
+public:
+    explicit ProposalBanner(const RuleProposal& proposal, QWidget* parent = nullptr);
+
+    const QString& proposalId() const { return m_proposalId; }
+    const ProposalWords& words() const { return m_words; }
+
+    /// In the order in which Tab reaches them.
+    std::vector<QWidget*> controls() const;
+
+    void setTheme(const Palette& palette);
+    void setWords(const ProposalWords& words);
+
+    /// Whether an answer can be given. The first one that is ends this.
+    void setAnswerable(bool isAnswerable);
+
+    /// For a banner that goes.
+    void giveUpFocus();
+
+Q_SIGNALS:
+    void confirmed(const QString& proposalId);
+    void dismissed(const QString& proposalId);
+    void alwaysAllowed(const QString& proposalId);
+
+    /// The focus is nowhere now.
+    void focusGivenUp();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    using Answered = void (ProposalBanner::*)(const QString& proposalId);
+
+    void addAnswers(bool canAllowAlways);
+    QPushButton* answer(const QString& name, const QString& role, Answered answered);
+    void arrange();
+    void toggle();
+    void showLines();
+    void showExpander();
+
+    QString m_proposalId;
+    ProposalWords m_words;
+    QLabel* m_title;
+    QToolButton* m_expander;
+    QVBoxLayout* m_column;
+    QBoxLayout* m_answerRow;
+    std::vector<WrappedLabel*> m_lines;
+    std::vector<QPushButton*> m_answers;
+    bool m_isExpanded = false;
+    bool m_isAnnounced = false;
+    QIcon m_more;
+    QIcon m_less;
+};
+
+} // namespace pobblewig

@@ -1,0 +1,92 @@
+#include "PobblewigDesktop/controls/Banner.h"
+
+#include "PobblewigDesktop/controls/Icons.h"
+#include "PobblewigDesktop/controls/PanelStyle.h"
+
+#include <QAccessible>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QToolButton>
+
+namespace pobblewig {
+
+namespace {
+
+constexpr int slideMilliseconds = 140;
+
+}
+
+Banner::Banner(Kind kind, const QString& name, const QString& action, QWidget* parent)
+    : QFrame(parent)
+    , m_label(new QLabel(this))
+    , m_action(new QPushButton(action, this))
+    , m_close(new QToolButton(this))
+    , m_slide(this, "maximumHeight")
+{
+    setObjectName(QStringLiteral("banner"));
+    if (kind == Kind::error)
+        PanelStyle::setRole(*this, QStringLiteral("danger"));
+    m_label->setAccessibleName(name);
+    m_label->setTextFormat(Qt::PlainText);
+    m_label->setWordWrap(true);
+    m_label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_action->setAccessibleName(action);
+    m_action->setVisible(!action.isEmpty());
+    m_close->setAccessibleName(QStringLiteral("Close"));
+    m_close->setToolTip(QStringLiteral("Close"));
+
+    auto* const row = new QHBoxLayout(this);
+    row->setContentsMargins(12, 8, 8, 8);
+    row->setSpacing(8);
+    row->addWidget(m_label, 1);
+    row->addWidget(m_action, 0, Qt::AlignTop);
+    row->addWidget(m_close, 0, Qt::AlignTop);
+    hide();
+
+    m_slide.setDuration(slideMilliseconds);
+    m_slide.setEasingCurve(QEasingCurve::OutCubic);
+    connect(&m_slide, &QPropertyAnimation::finished, this,
+        [this] { setMaximumHeight(QWIDGETSIZE_MAX); });
+    connect(m_action, &QPushButton::clicked, this, &Banner::actionTriggered);
+    connect(m_close, &QToolButton::clicked, this, [this] { setText({}); });
+}
+
+void Banner::setTheme(const Palette& palette)
+{
+    m_close->setIcon(Icons::icon(Icons::Name::close, palette.text, palette.muted));
+    m_action->setIcon(Icons::icon(Icons::Name::retry, palette.text, palette.muted));
+}
+
+void Banner::setText(const QString& text)
+{
+    if (text == m_label->text())
+        return;
+    PanelStyle::setText(*m_label, text);
+    if (text.isEmpty()) {
+        m_slide.stop();
+        hide();
+        return;
+    }
+    if (isHidden())
+        slideIn();
+    QAccessibleEvent alert(m_label, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+void Banner::setActionEnabled(bool isEnabled)
+{
+    m_action->setEnabled(isEnabled);
+}
+
+void Banner::slideIn()
+{
+    show();
+    if (PanelStyle::isStill(*this) || !isVisible())
+        return;
+    m_slide.setStartValue(0);
+    m_slide.setEndValue(sizeHint().height());
+    m_slide.start();
+}
+
+} // namespace pobblewig

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "PobblewigDesktop/controls/Theme.h"
+
+#include <QFrame>
+#include <QPropertyAnimation>
+
+class QLabel;
+class QPushButton;
+class QToolButton;
+
+namespace pobblewig {
+
+/// A message about the conversation, which slides in and stays until it is taken back or closed.
+class Banner : public QFrame {
+    Q_OBJECT
+
+public:
+    enum class Kind { notice, error };
+
+    /// The label's name for assistive technology is `name`. Without an action there is no button.
+    Banner(Kind kind, const QString& name, const QString& action = {}, QWidget* parent = nullptr);
+
+    void setTheme(const Palette& palette);
+
+    /// An empty text hides the banner.
+    void setText(const QString& text);
+    void setActionEnabled(bool isEnabled);
+
+Q_SIGNALS:
+    void actionTriggered();
+
+private:
+    void slideIn();
+
+    QLabel* m_label;
+    QPushButton* m_action;
+    QToolButton* m_close;
+    QPropertyAnimation m_slide;
+};
+
+} // namespace pobblewig

@@ -1,0 +1,126 @@
+#include "PobblewigDesktop/controls/PanelStyle.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QStyle>
+
+#include <algorithm>
+
+namespace pobblewig {
+
+namespace {
+
+/// Names in braces are filled in.
+constexpr auto sheet = R"(
+QFrame#header { background: {window}; border: none; border-bottom: 1px solid {hairline}; }
+QFrame#banner, QFrame#findBar {
+    background: {surface}; border: 1px solid {hairline}; border-radius: 10px; }
+QFrame#banner[role="danger"] { border-color: {danger}; }
+QFrame#banner[role="danger"] QLabel { color: {danger}; }
+QGroupBox#proposal {
+    background: {surface}; border: 1px solid {hairline}; border-radius: 10px; margin: 0; }
+* { color: {text}; }
+QLabel { background: transparent; }
+QLabel[role="title"] { font-size: {titleSize}pt; font-weight: 600; }
+QLabel[role="caption"] { font-size: {captionSize}pt; color: {muted}; }
+QLabel[role="detail"] { color: {muted}; }
+QScrollArea { background: transparent; border: none; }
+QListView { background: {window}; border: none; outline: none; }
+QPlainTextEdit, QLineEdit {
+    background: {surface}; border: 1px solid {outline}; border-radius: 10px;
+    selection-background-color: {selection}; selection-color: {text}; }
+QPlainTextEdit { padding: 2px 6px; }
+QLineEdit { padding: 0 8px; min-height: 28px; }
+QPlainTextEdit:focus, QLineEdit:focus { border: 2px solid {accent}; }
+QPlainTextEdit:focus { padding: 1px 5px; }
+QLineEdit:focus { padding: 0 7px; min-height: 26px; }
+QToolButton, QPushButton {
+    background: transparent; border: 1px solid transparent; border-radius: 8px;
+    min-height: 30px; min-width: 30px; padding: 0; }
+QPushButton { background: {surface}; border-color: {outline}; padding: 0 11px; }
+QToolButton:hover, QPushButton:hover { background: {hairline}; }
+QToolButton:pressed, QPushButton:pressed { background: {selection}; }
+QToolButton:focus, QPushButton:focus { border: 2px solid {accent}; }
+QLineEdit > QToolButton { border: none; min-width: 0; min-height: 0; }
+QToolButton::menu-indicator { image: none; }
+QToolButton[role="primary"] { background: {accent}; border-radius: 10px; }
+QToolButton[role="primary"]:disabled { background: {hairline}; }
+QToolButton[role="primary"]:focus { border: 2px solid {text}; }
+QPushButton[role="primary"] {
+    background: {accent}; border-color: {accent}; color: {onAccent}; font-weight: 600; }
+QPushButton[role="primary"]:hover { border-color: {text}; }
+QPushButton[role="primary"]:pressed { background: {text}; color: {window}; }
+QPushButton[role="primary"]:focus { border: 2px solid {text}; }
+QPushButton[role="quiet"] { background: transparent; border-color: transparent; color: {muted}; }
+QPushButton[role="quiet"]:hover { background: {hairline}; color: {text}; }
+QPushButton[role="quiet"]:focus { border-color: {accent}; }
+QPushButton:disabled { background: {hairline}; border-color: {hairline}; color: {muted}; }
+QPushButton[role="quiet"]:disabled {
+    background: transparent; border-color: transparent; color: {outline}; }
+QToolButton#expander { min-height: 20px; min-width: 20px; }
+QToolButton#jumpToLatest {
+    background: {surface}; border: 1px solid {outline}; border-radius: 16px; }
+QToolButton#jumpToLatest:hover { background: {hairline}; }
+QMenu { background: {surface}; border: 1px solid {hairline}; padding: 4px; }
+QMenu::item { padding: 6px 20px 6px 8px; border-radius: 6px; }
+QMenu::item:selected { background: {bubble}; }
+QToolTip { background: {surface}; color: {text}; border: 1px solid {hairline}; padding: 4px; }
+QScrollBar:vertical { background: transparent; width: 10px; margin: 2px; }
+QScrollBar::handle:vertical { background: {outline}; border-radius: 3px; min-height: 32px; }
+QScrollBar::handle:vertical:hover { background: {muted}; }
+QScrollBar::handle:vertical:disabled { background: transparent; }
+QScrollBar::add-line, QScrollBar::sub-line { height: 0; }
+QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
+)";
+
+QString filledIn(QString text, const Palette& palette, double fontSize)
+{
+    const std::pair<QLatin1String, QString> values[] = {
+        { QLatin1String("{window}"), palette.window.name() },
+        { QLatin1String("{surface}"), palette.surface.name() },
+        { QLatin1String("{text}"), palette.text.name() },
+        { QLatin1String("{muted}"), palette.muted.name() },
+        { QLatin1String("{hairline}"), palette.hairline.name() },
+        { QLatin1String("{outline}"), palette.outline.name() },
+        { QLatin1String("{danger}"), palette.danger.name() },
+        { QLatin1String("{accent}"), palette.accent.name() },
+        { QLatin1String("{onAccent}"), palette.onAccent.name() },
+        { QLatin1String("{bubble}"), palette.bubble.name() },
+        { QLatin1String("{selection}"), palette.selection.name() },
+        { QLatin1String("{titleSize}"), QString::number(fontSize + 2) },
+        { QLatin1String("{captionSize}"), QString::number(std::max(6.0, fontSize - 1.5)) },
+    };
+    for (const auto& [name, value] : values)
+        text.replace(name, value);
+    return text;
+}
+
+} // namespace
+
+void PanelStyle::apply(QWidget& window, const Palette& palette)
+{
+    const auto wanted =
+        filledIn(QString::fromUtf8(sheet), palette, QApplication::font().pointSizeF());
+    if (wanted == window.styleSheet())
+        return;
+    window.setPalette(Theme::widgetPalette(palette));
+    window.setStyleSheet(wanted);
+}
+
+void PanelStyle::setRole(QWidget& widget, const QString& role)
+{
+    widget.setProperty("role", role);
+}
+
+void PanelStyle::setText(QLabel& label, const QString& text)
+{
+    label.setText(text);
+    label.setAccessibleDescription(text);
+}
+
+bool PanelStyle::isStill(const QWidget& widget)
+{
+    return widget.style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, &widget) == 0;
+}
+
+} // namespace pobblewig

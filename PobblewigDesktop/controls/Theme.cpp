@@ -1,0 +1,149 @@
+#include "PobblewigDesktop/controls/Theme.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace pobblewig {
+
+namespace {
+
+struct Accent {
+    QLatin1String id;
+    QRgb light;
+    QRgb dark;
+};
+
+constexpr auto accents = std::to_array<Accent>({
+    { QLatin1String("coral"), 0xD9593D, 0xF08A6F },
+    { QLatin1String("amber"), 0x9A6100, 0xE5A83B },
+    { QLatin1String("moss"), 0x5E7A2E, 0xA3BF6B },
+    { QLatin1String("teal"), 0x1F7F7A, 0x5CBFB8 },
+    { QLatin1String("sky"), 0x2F75B5, 0x74B3E8 },
+    { QLatin1String("violet"), 0x7A5CC0, 0xB09AEA },
+    { QLatin1String("rose"), 0xC2447A, 0xEE8FB4 },
+    { QLatin1String("graphite"), 0x5F5854, 0xBDB3AC },
+});
+
+Palette neutral(ColorScheme scheme)
+{
+    if (scheme == ColorScheme::light)
+        return { .scheme = scheme,
+            .window = 0xFBF8F4,
+            .surface = 0xFFFFFF,
+            .text = 0x2B2523,
+            .muted = 0x756B66,
+            .hairline = 0xE9E2DB,
+            .outline = 0x8F847D,
+            .danger = 0xB3261E,
+            .match = 0xFFE9A8,
+            .currentMatch = 0xFFC24D };
+    return { .scheme = scheme,
+        .window = 0x1E1B1A,
+        .surface = 0x282423,
+        .text = 0xEFE9E4,
+        .muted = 0xA79E98,
+        .hairline = 0x3A3432,
+        .outline = 0x7F7671,
+        .danger = 0xFFB4AB,
+        .match = 0x544619,
+        .currentMatch = 0x7D5B00 };
+}
+
+QColor mixed(const QColor& color, double share, const QColor& ground)
+{
+    const auto channel = [share](int over, int under) {
+        return static_cast<int>(std::lround(share * over + (1 - share) * under));
+    };
+    return { channel(color.red(), ground.red()), channel(color.green(), ground.green()),
+        channel(color.blue(), ground.blue()) };
+}
+
+double luminance(const QColor& color)
+{
+    const auto linear = [](double channel) {
+        return channel <= 0.03928 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
+        + 0.0722 * linear(color.blueF());
+}
+
+QColor moreReadable(const QColor& ground, const QColor& one, const QColor& other)
+{
+    return Theme::contrast(one, ground) >= Theme::contrast(other, ground) ? one : other;
+}
+
+} // namespace
+
+QStringList Theme::accentIDs()
+{
+    QStringList ids;
+    for (const auto& accent : accents)
+        ids.append(accent.id);
+    return ids;
+}
+
+Palette Theme::palette(ColorScheme scheme, const QString& accentID)
+{
+    auto palette = neutral(scheme);
+    const auto found = std::ranges::find(accents, accentID, &Accent::id);
+    const auto& accent = found == accents.end() ? accents.front() : *found;
+    palette.accent = scheme == ColorScheme::light ? accent.light : accent.dark;
+    palette.onAccent = moreReadable(palette.accent, QColor(0xFFFFFF), QColor(0x17110F));
+    palette.bubble = mixed(palette.accent, 0.14, palette.window);
+    palette.selection = mixed(palette.accent, 0.34, palette.window);
+    return palette;
+}
+
+ColorScheme Theme::colorScheme(ThemePreference preference, ColorScheme desktop)
+{
+    switch (preference) {
+    case ThemePreference::light:
+        return ColorScheme::light;
+    case ThemePreference::dark:
+        return ColorScheme::dark;
+    case ThemePreference::system:
+        break;
+    }
+    return desktop;
+}
+
+ColorScheme Theme::desktopScheme(const QPalette& applicationPalette)
+{
+    const auto window = luminance(applicationPalette.color(QPalette::Window));
+    const auto text = luminance(applicationPalette.color(QPalette::WindowText));
+    return window < text ? ColorScheme::dark : ColorScheme::light;
+}
+
+double Theme::contrast(const QColor& one, const QColor& other)
+{
+    const auto [darker, lighter] = std::minmax({ luminance(one), luminance(other) });
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+QPalette Theme::widgetPalette(const Palette& palette)
+{
+    QPalette result;
+    const std::pair<QPalette::ColorRole, QColor> roles[] = {
+        { QPalette::Window, palette.window },
+        { QPalette::WindowText, palette.text },
+        { QPalette::Base, palette.surface },
+        { QPalette::AlternateBase, palette.window },
+        { QPalette::Text, palette.text },
+        { QPalette::PlaceholderText, palette.muted },
+        { QPalette::Button, palette.surface },
+        { QPalette::ButtonText, palette.text },
+        { QPalette::ToolTipBase, palette.surface },
+        { QPalette::ToolTipText, palette.text },
+        { QPalette::Highlight, palette.selection },
+        { QPalette::HighlightedText, palette.text },
+        { QPalette::Link, palette.accent },
+    };
+    for (const auto& [role, color] : roles)
+        result.setColor(role, color);
+    for (const auto role : { QPalette::WindowText, QPalette::Text, QPalette::ButtonText })
+        result.setColor(QPalette::Disabled, role, palette.muted);
+    return result;
+}
+
+} // namespace pobblewig

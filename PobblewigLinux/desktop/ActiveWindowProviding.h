@@ -1,0 +1,17 @@
+#pragma once
+
+#include "PobblewigLinux/desktop/WindowIdentity.h"
+
+#include <optional>
+
+namespace pobblewig {
+
+/// Which window has the user's attention, from a source that tells nothing else.
+class ActiveWindowProviding {
+public:
+    virtual ~ActiveWindowProviding() = default;
+
+    virtual std::optional<WindowIdentity> activeWindow() = 0;
+};
+
+} // namespace pobblewig

@@ -1,0 +1,65 @@
+#include "PobblewigLinux/desktop/NotificationLogic.h"
+
+#include "foundation/Text.h"
+
+namespace pobblewig {
+
+namespace {
+
+constexpr qsizetype longestTitle = 80;
+constexpr qsizetype longestBody = 300;
+constexpr qsizetype longestReply = 4000;
+
+const auto inlineReply = QStringLiteral("inline-reply");
+
+QString shortened(const QString& text, qsizetype length)
+{
+    const auto kept = Text::firstCharacters(text, length);
+    return kept == text ? text : kept + u'…';
+}
+
+} // namespace
+
+QString NotificationLogic::summary(const QString& title)
+{
+    return shortened(title.simplified(), longestTitle);
+}
+
+QString NotificationLogic::body(const QString& text, const QStringList& capabilities)
+{
+    const auto body = shortened(text.trimmed(), longestBody);
+    return capabilities.contains(QStringLiteral("body-markup")) ? body.toHtmlEscaped() : body;
+}
+
+QStringList NotificationLogic::actions(const QStringList& capabilities)
+{
+    if (!capabilities.contains(QStringLiteral("actions")))
+        return {};
+    const auto reply =
+        capabilities.contains(inlineReply) ? inlineReply : QStringLiteral("open-chat");
+    return { QStringLiteral("default"), QStringLiteral("Open chat"), reply,
+        QStringLiteral("Reply") };
+}
+
+QVariantMap NotificationLogic::hints()
+{
+    return {
+        { QStringLiteral("desktop-entry"), QStringLiteral("com.pobblewig.app") },
+        { QStringLiteral("category"), QStringLiteral("im.received") },
+        // The program has a sound of its own.
+        { QStringLiteral("suppress-sound"), true },
+        { QStringLiteral("x-kde-reply-placeholder-text"), QStringLiteral("Reply…") },
+    };
+}
+
+bool NotificationLogic::opensChat(const QString& action)
+{
+    return action == u"default" || action == u"open-chat";
+}
+
+QString NotificationLogic::reply(const QString& text)
+{
+    return Text::firstCharacters(text.trimmed(), longestReply);
+}
+
+} // namespace pobblewig

@@ -1,0 +1,99 @@
+#include "PobblewigDesktop/chat/ConversationLogic.h"
+#include "PobblewigDesktop/chat/FindLogic.h"
+#include "support/TableRow.h"
+
+namespace pobblewig {
+
+namespace {
+
+using namespace std::chrono_literals;
+using Kind = ConversationRow::Kind;
+using Role = ChatMessage::Role;
+
+/// 2026-03-01 08:15 UTC, a Sunday.
+constexpr TimePoint now { 1772352900s };
+const Calendar calendar { QTimeZone::utc(), QLocale(QStringLiteral("en_GB")) };
+
+ChatMessage message(Role role, const QString& text = {}, TimePoint timestamp = now)
+{
+    return { .id = QUuid::createUuid(), .role = role, .text = text, .timestamp = timestamp };
+}
+
+std::vector<Kind> kinds(const std::vector<ChatMessage>& messages, const Calendar& of = calendar)
+{
+    std::vector<Kind> result;
+    for (const auto& row : ConversationLogic::rows(messages, now, of))
+        result.push_back(row.kind);
+    return result;
+}
+
+} // namespace
+
+class ConversationLogicTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aDayIsCalledByItsDistance_data()
+    {
+        QTest::addColumn<QDate>("day");
+        QTest::addColumn<QString>("title");
+        row("tomorrow", QDate(2026, 3, 2), "Monday, 2 March 2026");
+        row("today", QDate(2026, 3, 1), "Today");
+        row("over the month", QDate(2026, 2, 28), "Yesterday");
+        row("six days", QDate(2026, 2, 23), "Monday");
+        row("a week", QDate(2026, 2, 22), "Sunday, 22 February 2026");
+    }
+    void aDayIsCalledByItsDistance()
+    {
+        QFETCH(QDate, day);
+        const auto title = ConversationLogic::dayTitle(day, QDate(2026, 3, 1), calendar.locale);
+        QTEST(title, "title");
+    }
+
+    void daysBeginAtTheReadersMidnight()
+    {
+        const auto evening = message(Role::user, {}, now - 9h);
+        const Calendar west { QTimeZone(-9 * 3600), calendar.locale };
+        QCOMPARE(kinds({ evening, message(Role::user) }),
+            (std::vector { Kind::day, Kind::user, Kind::day, Kind::user }));
+        QCOMPARE(kinds({ evening, message(Role::user) }, west),
+            (std::vector { Kind::day, Kind::user, Kind::user }));
+    }
+
+    void whatNobodyAskedForIsANote()
+    {
+        const auto user = message(Role::user);
+        const auto buddy = message(Role::assistant);
+        auto proactive = buddy;
+        proactive.relatedInterventionID = QUuid::createUuid();
+        QCOMPARE(kinds({ buddy, user, buddy, buddy, proactive, buddy, user, user, buddy }),
+            (std::vector { Kind::day, Kind::assistant, Kind::user, Kind::assistant, Kind::note,
+                Kind::proactive, Kind::note, Kind::user, Kind::user, Kind::assistant }));
+        QCOMPARE(kinds({ message(Role::system) }), (std::vector { Kind::day, Kind::note }));
+    }
+
+    void everyMatchIsFoundInOrder()
+    {
+        const std::vector<ConversationRow> rows {
+            { .kind = Kind::day, .text = QStringLiteral("Today, aa") },
+            { .kind = Kind::user, .id = QUuid::createUuid(), .text = QStringLiteral("aAa b") },
+            { .kind = Kind::assistant, .id = QUuid::createUuid(), .text = QStringLiteral("xAA") },
+            { .kind = Kind::preview, .text = QStringLiteral("aa") },
+        };
+        const auto found = FindLogic::matches(rows, QStringLiteral("aa"));
+        QCOMPARE(found,
+            (std::vector<MessageRange> { { rows[1].id, { 0, 2 } }, { rows[2].id, { 1, 2 } } }));
+        QVERIFY(FindLogic::matches(rows, {}).empty());
+
+        QCOMPARE(FindLogic::neighbour(found, std::nullopt, 1), 1u);
+        QCOMPARE(FindLogic::neighbour(found, found[1], 1), 0u);
+        QCOMPARE(FindLogic::neighbour(found, found[0], -1), 1u);
+        QCOMPARE(FindLogic::neighbour(found, found[0], 0), 0u);
+        QVERIFY(!FindLogic::neighbour({}, std::nullopt, 1));
+    }
+};
+
+} // namespace pobblewig
+
+QTEST_GUILESS_MAIN(pobblewig::ConversationLogicTest)
+#include "ConversationLogicTest.moc"

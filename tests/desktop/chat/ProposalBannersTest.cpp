@@ -1,0 +1,317 @@
+#include "PobblewigDesktop/chat/ProposalBanners.h"
+
+#include "PobblewigDesktop/chat/ChatPanel.h"
+#include "PobblewigDesktop/chat/ProposalBanner.h"
+#include "desktop/chat/ScriptedChat.h"
+#include "support/TableRow.h"
+
+#include <QAbstractItemView>
+#include <QAccessible>
+#include <QPlainTextEdit>
+#include <QProxyStyle>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QToolButton>
+
+namespace pobblewig {
+
+namespace {
+
+RuleProposal modeChange()
+{
+    return { .proposalId = QStringLiteral("mode"),
+        .kind = RuleProposal::Kind::settingsChange,
+        .name = QStringLiteral("mode → focus"),
+        .settingsChange =
+            ProposedSettingsChange { QStringLiteral("mode"), QStringLiteral("focus") } };
+}
+
+RuleProposal reminder(const QString& title)
+{
+    return { .proposalId = title,
+        .kind = RuleProposal::Kind::reminder,
+        .name = title,
+        .reminder = ProposedReminder { title, ScriptedChat::now } };
+}
+
+RuleProposal forget(const QString& name)
+{
+    return { .proposalId = name, .kind = RuleProposal::Kind::forgetMemory, .name = name };
+}
+
+/// The desktop asks for windows that do not move.
+class StillStyle : public QProxyStyle {
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+        QStyleHintReturn* returned) const override
+    {
+        return hint == SH_Widget_Animation_Duration
+            ? 0
+            : QProxyStyle::styleHint(hint, option, widget, returned);
+    }
+};
+
+QStringList childNames(const QAccessibleInterface& parent)
+{
+    QStringList names;
+    for (auto number = 0; number < parent.childCount(); ++number) {
+        const auto* const child = parent.child(number);
+        if (!child->state().invisible)
+            names.append(child->text(QAccessible::Name));
+    }
+    names.sort();
+    return names;
+}
+
+} // namespace
+
+class ProposalBannersTest : public QObject {
+    Q_OBJECT
+
+    ProposalBanner* banner(const QString& id) const
+    {
+        for (auto* const candidate : m_panel->findChildren<ProposalBanner*>()) {
+            if (candidate->proposalId() == id && !candidate->isHidden())
+                return candidate;
+        }
+        return nullptr;
+    }
+
+    QPushButton* button(const QString& id, const char* name) const
+    {
+        for (auto* const candidate : banner(id)->findChildren<QPushButton*>()) {
+            if (candidate->accessibleName() == QLatin1String(name))
+                return candidate;
+        }
+        return nullptr;
+    }
+
+    QPlainTextEdit& input() const { return *m_panel->findChild<QPlainTextEdit*>(); }
+
+    QPoint middle(const QWidget* widget) const
+    {
+        return widget->mapTo(m_panel.get(), widget->rect().center());
+    }
+
+    /// Whether a press at its place would reach it.
+    bool isWithinReach(const QWidget* widget) const
+    {
+        return m_panel->childAt(middle(widget)) == widget;
+    }
+
+    /// As the window system reports it.
+    void click(const QPoint& place) const
+    {
+        QTest::mouseClick(m_panel->windowHandle(), Qt::LeftButton, {}, place);
+    }
+
+    QString focused() const { return m_panel->focusWidget()->accessibleName(); }
+
+private Q_SLOTS:
+    void initTestCase() { QApplication::setStyle(new StillStyle); }
+    void init()
+    {
+        m_talk = std::make_unique<ScriptedChat>();
+        m_panel = std::make_unique<ChatPanel>(m_talk->chat,
+            Calendar { QTimeZone::utc(), QLocale(QStringLiteral("en_GB")) },
+            [] { return ScriptedChat::now; });
+        m_panel->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_panel.get()));
+        m_confirmed = std::make_unique<QSignalSpy>(m_panel.get(), &ChatPanel::proposalConfirmed);
+        m_dismissed = std::make_unique<QSignalSpy>(m_panel.get(), &ChatPanel::proposalDismissed);
+    }
+    void cleanup()
+    {
+        m_confirmed.reset();
+        m_dismissed.reset();
+        m_panel.reset();
+        m_talk.reset();
+    }
+
+    void aProposalIsAGroupWithItsWordsAndAnswers_data()
+    {
+        QTest::addColumn<RuleProposal>("proposal");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QStringList>("children");
+        const QStringList always { QStringLiteral("Allow always") };
+        const QStringList answers { QStringLiteral("Confirm"), QStringLiteral("Dismiss") };
+        const auto setting = QStringLiteral("Change a setting");
+        row("a setting", modeChange(), "Proposal: mode → focus",
+            always + QStringList { setting } + answers
+                + QStringList { QStringLiteral("Mode: Open-ended → Focus") });
+        auto cloud = modeChange();
+        cloud.settingsChange = { QStringLiteral("cloudSyncEnabled"), true };
+        row("a setting that always asks", cloud, "Proposal: mode → focus",
+            QStringList { setting, QStringLiteral("Cloud sync: off → on") } + answers);
+        row("a note", forget(QStringLiteral("Forget\u202e \"%1\"")), "Proposal: Forget \"%1\"",
+            answers
+                + QStringList { QStringLiteral("Forget \"%1\""),
+                    QStringLiteral("Forget from memory"),
+                    QStringLiteral("This cannot be undone.") });
+    }
+    void aProposalIsAGroupWithItsWordsAndAnswers()
+    {
+        QFETCH(RuleProposal, proposal);
+        m_panel->setProposals({ proposal }, {});
+        auto* const shown = QAccessible::queryAccessibleInterface(banner(proposal.proposalId));
+        QCOMPARE(shown->role(), QAccessible::Grouping);
+        QTEST(shown->text(QAccessible::Name), "name");
+        QTEST(childNames(*shown), "children");
+    }
+
+    void enterNeverAnswersAndTheFocusNeverComesByItself()
+    {
+        m_panel->setProposals({ modeChange(), reminder(QStringLiteral("Tea")) }, {});
+        QCOMPARE(focused(), QStringLiteral("Message"));
+        QTest::keyClicks(&input(), QStringLiteral("Hello"));
+        QTest::keyClick(&input(), Qt::Key_Return);
+        QTRY_VERIFY(m_talk->model.isAsked());
+        auto* const confirm = button(QStringLiteral("mode"), "Confirm");
+        confirm->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(confirm, Qt::Key_Return);
+        QTest::keyClick(confirm, Qt::Key_Enter);
+        QVERIFY(confirm->hasFocus() && m_confirmed->isEmpty());
+        QTest::keyClick(confirm, Qt::Key_Space);
+        QCOMPARE(m_confirmed->size(), 1);
+        QCOMPARE(focused(), QStringLiteral("Message"));
+    }
+
+    void anAnswerIsGivenOnceUnlessItFails()
+    {
+        const auto id = QStringLiteral("mode");
+        m_panel->setProposals({ modeChange() }, {});
+        QSignalSpy allowed(m_panel.get(), &ChatPanel::proposalAlwaysAllowed);
+        for (const auto* const name : { "Allow always", "Confirm", "Dismiss" })
+            button(id, name)->click();
+        QCOMPARE(allowed.takeFirst().first().toString(), id);
+        QVERIFY(m_confirmed->isEmpty() && m_dismissed->isEmpty());
+        // What else happens in the meantime is no outcome.
+        m_panel->setProposals({ modeChange(), reminder(QStringLiteral("Tea")) }, {});
+        QVERIFY(!button(id, "Dismiss")->isEnabled());
+        m_panel->allowAnswer(id);
+        button(id, "Dismiss")->click();
+        QCOMPARE(m_dismissed->takeFirst().first().toString(), id);
+        m_panel->setProposals({}, {});
+        m_panel->allowAnswer(id);
+        QVERIFY(!banner(id));
+    }
+
+    void aBannerThatGoesGivesTheFocusToTheInput()
+    {
+        const auto tea = reminder(QStringLiteral("Tea"));
+        m_panel->setProposals({ modeChange(), tea }, {});
+        button(QStringLiteral("mode"), "Confirm")->setFocus(Qt::TabFocusReason);
+        m_panel->setProposals({ tea }, {});
+        QCOMPARE(focused(), QStringLiteral("Message"));
+    }
+
+    void whatStaysKeepsItsBannerAndAPressThatHasBegun()
+    {
+        const auto id = QStringLiteral("mode");
+        m_panel->setProposals({ modeChange() }, {});
+        const auto* const confirm = button(id, "Confirm");
+        QTRY_VERIFY(isWithinReach(confirm));
+        QTest::mousePress(m_panel->windowHandle(), Qt::LeftButton, {}, middle(confirm));
+        AppSettings settings;
+        settings.mode = CoachMode::studying;
+        m_panel->setProposals({ modeChange() }, settings);
+        QCOMPARE(button(id, "Confirm"), confirm);
+        QCOMPARE(banner(id)->accessibleDescription(), QStringLiteral("Mode: Studying → Focus"));
+        QTest::mouseRelease(m_panel->windowHandle(), Qt::LeftButton, {}, middle(confirm));
+        QCOMPARE(m_confirmed->size(), 1);
+    }
+
+    void aPressMeantForWhatStoodThereIsNoAnswer()
+    {
+        const auto tea = reminder(QStringLiteral("Tea"));
+        for (const auto& proposals : { std::vector { tea, modeChange() }, { modeChange() } }) {
+            m_panel->setProposals(proposals, {});
+            QCoreApplication::sendPostedEvents();
+            auto* const dismiss = button(QStringLiteral("mode"), "Dismiss");
+            const auto place = middle(dismiss);
+            click(place);
+            QVERIFY(m_dismissed->isEmpty());
+            QTRY_VERIFY(isWithinReach(dismiss));
+            QCOMPARE(middle(dismiss), place);
+            click(place);
+            QCOMPARE(m_dismissed->takeFirst().first().toString(), QStringLiteral("mode"));
+            m_panel->allowAnswer(QStringLiteral("mode"));
+        }
+    }
+
+    void whatIsShownAgainStaysWithinReach()
+    {
+        m_panel->setTheme(Theme::palette(ColorScheme::dark, {}));
+        m_panel->setProposals({ modeChange() }, {});
+        const auto* const confirm = button(QStringLiteral("mode"), "Confirm");
+        QTRY_VERIFY(isWithinReach(confirm));
+        m_panel->setTheme(Theme::palette(ColorScheme::dark, {}));
+        m_panel->setProposals({ modeChange() }, {});
+        QCoreApplication::sendPostedEvents();
+        QVERIFY(isWithinReach(confirm));
+    }
+
+    void manyTakeTwoFifthsAndTheNewestIsInSight()
+    {
+        std::vector<RuleProposal> proposals;
+        for (auto number = 0; number < 6; ++number)
+            proposals.push_back(reminder(QStringLiteral("Tea %1").arg(number)));
+        m_panel->setProposals(proposals, {});
+        const auto* const newest = button(QStringLiteral("Tea 5"), "Confirm");
+        const auto* const all = m_panel->findChild<ProposalBanners*>();
+        QTRY_VERIFY(isWithinReach(newest));
+        QCOMPARE(all->height(), m_panel->height() * 2 / 5);
+        // A press on what is partly out of sight shows it first.
+        const auto* const older = button(QStringLiteral("Tea 4"), "Confirm");
+        const auto* const words = banner(QStringLiteral("Tea 4"));
+        QVERIFY(isWithinReach(older) && words->visibleRegion().boundingRect() != words->rect());
+        click(middle(older));
+        QVERIFY(m_confirmed->isEmpty());
+        QCOMPARE(words->visibleRegion().boundingRect(), words->rect());
+        QTRY_VERIFY(isWithinReach(older));
+        click(middle(older));
+        QCOMPARE(m_confirmed->size(), 1);
+        m_panel->resize(m_panel->width(), 500);
+        QTRY_COMPARE(all->height(), 200);
+    }
+
+    void tabGoesThroughTheAnswersAsTheyAreRead()
+    {
+        m_panel->setProposals({ modeChange(), forget(QStringLiteral("Note")) }, {});
+        m_panel->findChild<QAbstractItemView*>()->setFocus();
+        QStringList reached;
+        do {
+            QTest::keyClick(m_panel->focusWidget(), Qt::Key_Tab);
+            reached.append(focused());
+        } while (reached.last() != QStringLiteral("Message") && reached.size() < 20);
+        const auto confirm = QStringLiteral("Confirm");
+        const auto dismiss = QStringLiteral("Dismiss");
+        const QStringList expected { confirm, dismiss, QStringLiteral("Allow always"), confirm,
+            dismiss, QStringLiteral("Message") };
+        QCOMPARE(reached, expected);
+    }
+
+    void aLongTextIsShownInFullOnDemand()
+    {
+        const auto id = QStringLiteral("A word and another. ").repeated(50).trimmed();
+        m_panel->setProposals({ forget(id) }, {});
+        auto* const more = banner(id)->findChild<QToolButton*>();
+        QTRY_VERIFY(more->isVisible());
+        const auto height = banner(id)->height();
+        more->click();
+        QCOMPARE(more->accessibleName(), QStringLiteral("Show less"));
+        QTRY_VERIFY(banner(id)->height() > 2 * height);
+        more->click();
+        QTRY_COMPARE(banner(id)->height(), height);
+    }
+
+private:
+    std::unique_ptr<ScriptedChat> m_talk;
+    std::unique_ptr<ChatPanel> m_panel;
+    std::unique_ptr<QSignalSpy> m_confirmed;
+    std::unique_ptr<QSignalSpy> m_dismissed;
+};
+
+} // namespace pobblewig
+
+QTEST_MAIN(pobblewig::ProposalBannersTest)
+#include "ProposalBannersTest.moc"

@@ -1,0 +1,433 @@
+#include "memory/librarian/LibrarianService.h"
+
+#include "support/Awaited.h"
+#include "support/BorrowedProvider.h"
+#include "support/LogLines.h"
+#include "support/ScriptedHTTPClient.h"
+#include "support/ScriptedProvider.h"
+#include "support/TableRow.h"
+#include "wire/OpenAICompatibleProvider.h"
+
+namespace pobblewig {
+
+using namespace std::chrono_literals;
+using std::chrono::days;
+using Result = LibrarianExtractionResult;
+
+namespace {
+
+constexpr TimePoint now { std::chrono::seconds(1772352900) };
+
+/// With quotation marks in place of apostrophes.
+QString quoted(const char* text)
+{
+    return QString::fromUtf8(text).replace(u'\'', u'"');
+}
+
+std::vector<ChatMessage> window()
+{
+    return { { .text = QStringLiteral("I study law"),
+        .timestamp = now,
+        .sessionID = QUuid::createUuid() } };
+}
+
+/// What each job but the cleanup came to.
+struct Runs {
+    Result extraction;
+    Result meeting;
+    DailyCloseout day;
+    WeeklyRollupResult week;
+};
+
+/// What a server sends of a stream that says this.
+QByteArray stream(const QString& text)
+{
+    const QJsonObject delta { { QStringLiteral("content"), text } };
+    const QJsonObject choice { { QStringLiteral("delta"), delta } };
+    const QJsonObject chunk { { QStringLiteral("choices"), QJsonArray { choice } } };
+    return "data: " + QJsonDocument(chunk).toJson(QJsonDocument::Compact) + "\n\ndata: [DONE]\n\n";
+}
+
+struct Endpoint {
+    ScriptedHTTPClient::Reply reply;
+};
+
+Endpoint broken(TransportError::Kind kind)
+{
+    return { tl::unexpected(TransportError { kind, QStringLiteral("127.0.0.1 broke off.") }) };
+}
+
+Endpoint answered(int status, const QByteArray& body)
+{
+    return { HTTPResponse { status, {}, body } };
+}
+
+} // namespace
+
+class LibrarianServiceTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_model = std::make_unique<ScriptedProvider>();
+        m_provider = m_model.get();
+        m_memory = std::make_unique<MemoryTiers>(std::nullopt, [] { return Calendar(); });
+        m_usage = std::make_unique<UsageCounter>(std::nullopt);
+        m_linked.clear();
+        m_mayRemember = true;
+        m_service = std::make_unique<LibrarianService>(*m_memory, *m_usage,
+            LibrarianService::Dependencies {
+                .providerProvider = [this] { return BorrowedProvider::lent(m_provider); },
+                .configProvider = [] { return config(); },
+                .observationLinkHook = [this](const QUuid& id) { m_linked.push_back(id); },
+                .mayRemember = [this] { return m_mayRemember; },
+                .calendar = [] { return Calendar(); },
+                .clock = [] { return now; },
+            });
+    }
+
+    void whatTheModelFoundIsStored()
+    {
+        m_memory->notes.addNote({ QStringLiteral("Likes tea") }, now - days(1));
+        const auto answer = quoted("```json\n{'notes': [{'text': 'Studies law'},"
+                                   "{'text': 'likes tea'}, {'text': 'studies LAW'}],"
+                                   "'observations': [{'summary': 'Slept badly'}],"
+                                   "'referenceItems': [{'path': 'misc', 'title': 't'},"
+                                   "{'path': 'academics.nonsense', 'title': 't'}],"
+                                   "'proposedSections': [{'path': 'a.b', 'title': 't'},"
+                                   "{'path': 'misc', 'title': 't'}]}\n```");
+        m_model->enqueue({ { LLMToken { answer }, LLMUsage { 700, 90 } } });
+        QVERIFY(extract() == Result({ 1, 1, 1, 1 }));
+        QCOMPARE(activeTexts(), QStringLiteral("Studies law|Likes tea"));
+        QCOMPARE(m_memory->notes.notes()[0].observationCount, 2);
+        const auto observed = m_memory->observations.observations({}, {}).at(0);
+        QCOMPARE(observed.occurredAt, now);
+        QVERIFY(m_linked == std::vector { observed.id });
+        QCOMPARE(m_memory->reference.allItems().at(0).source, QStringLiteral("librarian"));
+        QCOMPARE(m_service->lastRunAt(), now);
+        QCOMPARE(m_usage->snapshot().librarianPromptTokens, 700);
+    }
+
+    void theSameFactIsOneNote()
+    {
+        const auto answer = quoted("{'notes': [{'text': '%1 tea', 'source': 'explicitUser'}]}");
+        for (int time = 0; time < 10; ++time) {
+            m_model->enqueue(answer.arg(QString(time, u' ')
+                + (time % 2 ? QStringLiteral("LIKES\\n") : QStringLiteral("Likes"))));
+            QVERIFY(extract() == Result({ time == 0, 0, 0, 0 }));
+        }
+        QCOMPARE(activeTexts(), QStringLiteral("Likes tea"));
+        QCOMPARE(m_memory->notes.notes()[0].observationCount, 10);
+    }
+
+    void whatWasSaidOffTheRecordIsNotSent()
+    {
+        auto said = window();
+        said[0].sessionID.reset();
+        QVERIFY(awaited(m_service->extractAfterTurn(said, {}, {}, {})) == Result());
+        QVERIFY(m_model->requests().empty());
+        m_model->enqueue(quoted("{'notes': []}"));
+        const auto day = awaited(m_service->closeDailySession({ .window = said }));
+        QVERIFY(!m_model->requests()[0].messages[0].content.contains(u"I study law"));
+        QCOMPARE(day.summary, QStringLiteral("1 chat turn, 0 observations recorded."));
+    }
+
+    void nothingFoundIsASuccess()
+    {
+        const LogLines log;
+        m_model->enqueue(QStringLiteral("no"));
+        m_model->enqueue(quoted("{'notes':[]}"));
+        QVERIFY(extract() == Result());
+        QVERIFY(m_service->lastError() && !m_service->lastRunAt());
+        QVERIFY(extract() == Result());
+        QVERIFY(!m_service->lastError() && m_service->lastRunAt());
+    }
+
+    void eachJobAsksInItsOwnWay()
+    {
+        const LogLines log;
+        fillNotes();
+        runAll();
+        QStringList asked;
+        for (const auto& request : m_model->requests()) {
+            QCOMPARE(request.messages.size(), 1u);
+            QCOMPARE(request.temperature, 0.3);
+            QVERIFY(request.responseFormat.schema.contains(QStringLiteral("properties")));
+            asked.append(
+                request.responseFormat.name + QStringLiteral(" %1").arg(request.maxTokens));
+        }
+        QCOMPARE(asked.join(u'|'),
+            QStringLiteral("librarian_extraction 1000|meeting_notes_extraction 1000|"
+                           "daily_closeout 2000|weekly_rollup 2000|memory_cleanup 3000"));
+        QVERIFY(m_model->requests()[0].messages[0].content.contains(
+            u"[2026-03-01T08:15:00Z] user: I study law"));
+    }
+
+    void onlyARejectedFormIsTriedAgain_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<int>("calls");
+        row("399", 399, 1);
+        row("400", 400, 2);
+        row("499", 499, 2);
+        row("500", 500, 1);
+    }
+    void onlyARejectedFormIsTriedAgain()
+    {
+        QFETCH(int, status);
+        QFETCH(int, calls);
+        const LogLines log;
+        const auto refusal = LLMError::http(status, QStringLiteral("{\"echo\": \"I study law\"}"));
+        m_model->enqueue(refusal);
+        m_model->enqueue(refusal);
+        QVERIFY(extract() == Result());
+        QCOMPARE(m_service->lastError(), refusal.description());
+        QStringList lines { QStringLiteral("buddy: librarian: json_schema rejected (HTTP %1); "
+                                           "retrying with json_object"),
+            QStringLiteral("buddy: librarian extraction failed: API error %1: ") };
+        QCOMPARE(log.lines().join(u'|'),
+            QStringList(lines.last(calls))
+                .join(u'|')
+                .replace(QStringLiteral("%1"), QString::number(status)));
+        QCOMPARE(m_model->requests().size(), size_t(calls));
+        QCOMPARE(m_model->requests().back().responseFormat.name.isEmpty(), calls == 2);
+    }
+
+    void noEndpointCanDoHarm_data()
+    {
+        QTest::addColumn<Endpoint>("endpoint");
+        using enum TransportError::Kind;
+        const auto flood = quoted("{'notes': '%1'}").arg(QString(10'000'000, u'x'));
+        QTest::newRow("hanging") << broken(timedOut);
+        QTest::newRow("cutting") << broken(truncated);
+        QTest::newRow("silent") << answered(200, {});
+        QTest::newRow("nonsense") << answered(200, "<html>secret</html>");
+        QTest::newRow("half") << answered(200, stream(quoted("{'notes': [{'text': 'secret")));
+        QTest::newRow("400") << answered(400, "secret");
+        QTest::newRow("429") << answered(429, "secret");
+        QTest::newRow("500") << answered(500, "secret");
+        QTest::newRow("ten megabytes") << answered(200, stream(flood));
+    }
+    void noEndpointCanDoHarm()
+    {
+        QFETCH(Endpoint, endpoint);
+        fillNotes();
+        const auto revision = m_memory->revision();
+        ScriptedHTTPClient http;
+        for (int call = 0; call < 10; ++call)
+            http.enqueue(endpoint.reply);
+        OpenAICompatibleProvider provider(
+            { .modelID = QStringLiteral("m"), .apiKey = QStringLiteral("k") }, http, 1s);
+        m_provider = &provider;
+        const LogLines log;
+        const auto [extraction, meeting, day, week] = runAll();
+        QVERIFY(extraction == Result() && meeting == Result());
+        QCOMPARE(day.unfinishedIntent.at(0).text, QStringLiteral("open"));
+        QCOMPARE(week.summary, QStringLiteral("[2026-03-01] Rested."));
+        QCOMPARE(m_memory->revision(), revision);
+        QVERIFY(m_service->lastError() && !m_service->lastRunAt() && !m_service->lastCleanupAt());
+        const auto lines = log.lines().join(u'\n');
+        for (const auto* job :
+            { "extraction", "meeting-notes ingestion", "closeout", "weekly rollup", "cleanup" })
+            QVERIFY2(lines.contains(
+                         QStringLiteral("buddy: librarian %1 failed: ").arg(QLatin1String(job))),
+                job);
+        QVERIFY(!lines.contains(u"secret"));
+    }
+
+    void aFloodIsGivenUp()
+    {
+        const LogLines log;
+        const std::vector<std::vector<LLMStreamEvent>> floods {
+            std::vector<LLMStreamEvent>(2, LLMToken { QString(100'001, u'x') }),
+            std::vector<LLMStreamEvent>(20'001, LLMToken { QStringLiteral("x") }),
+        };
+        for (int given = 0; const auto& flood : floods) {
+            m_model->enqueue({ flood, std::nullopt, true });
+            QVERIFY(extract() == Result());
+            QCOMPARE(m_model->droppedStreams(), ++given);
+            QVERIFY(m_service->lastError()->contains(u"the answer is too long"));
+        }
+    }
+
+    void withoutAModelNothingIsRecorded()
+    {
+        m_provider = nullptr;
+        fillNotes();
+        const LogLines log;
+        const auto runs = runAll();
+        QVERIFY(runs.extraction == Result());
+        QCOMPARE(runs.day.summary, QStringLiteral("1 chat turn, 0 observations recorded."));
+        QVERIFY(!m_service->lastError() && !m_service->lastRunAt() && log.lines().isEmpty());
+    }
+
+    void whatAMeetingBringsIsItsOwn()
+    {
+        QVERIFY(
+            awaited(m_service->ingestMeetingNotes({ .text = QStringLiteral(" \n") })) == Result());
+        QVERIFY(m_model->requests().empty());
+        m_model->enqueue(
+            quoted("{'notes': [{'text': 'a'}, {'text': 'b', 'source': 'explicitUser'}],"
+                   "'observations': [{'summary': 'c'}],"
+                   "'referenceItems': [{'path': 'misc', 'title': 'd'}]}"));
+        const auto result = awaited(m_service->ingestMeetingNotes(
+            { QStringLiteral("Zoom"), 45, now - 2h, QStringLiteral("notes") }));
+        QVERIFY(result == Result({ 2, 1, 1, 0 }));
+        QVERIFY(m_memory->notes.notes()[1].source == MemorySource::meetingNotes);
+        QVERIFY(m_memory->notes.notes()[0].source == MemorySource::explicitUser);
+        QCOMPARE(m_memory->observations.observations({}, {}).at(0).occurredAt, now - 2h);
+        QCOMPARE(m_memory->reference.allItems().at(0).source, QStringLiteral("meetingNotes"));
+    }
+
+    void whatHappensDuringACleanupIsNotLost()
+    {
+        awaited(m_service->cleanupIfNeeded());
+        QVERIFY(m_model->requests().empty());
+        fillNotes();
+        m_memory->notes.addNote(
+            { QStringLiteral("said"), {}, {}, MemorySource::explicitUser }, now);
+        m_memory->notes.addNote({ QStringLiteral("old") }, now - days(2));
+        enqueueHeld(quoted("{'notes': [{'text': 'OLD', 'source': 'explicitUser'},"
+                           "{'text': 'Merged'}]}"));
+        auto first = m_service->cleanupIfNeeded();
+        auto second = m_service->cleanupIfNeeded();
+        m_memory->notes.addNote({ QStringLiteral("new") }, now);
+        m_memory->notes.addNote({ QStringLiteral("old") }, now);
+        m_model->release();
+        awaited(std::move(first));
+        awaited(std::move(second));
+        QCOMPARE(m_model->requests().size(), 1u);
+        QCOMPARE(activeTexts(), QStringLiteral("new|old|Merged|said"));
+        QCOMPARE(m_memory->notes.notes()[1].observationCount, 2);
+        QVERIFY(m_memory->notes.notes()[1].source != MemorySource::explicitUser);
+        QCOMPARE(m_memory->notes.notes().size(), 34u);
+        QCOMPARE(m_service->lastCleanupAt(), now);
+    }
+
+    void theUsersChangesOvertakeACleanup()
+    {
+        fillNotes();
+        m_memory->notes.addNote({ QStringLiteral("wrong") }, now);
+        enqueueHeld(quoted("{'notes': [{'text': 'This is wrong'}]}"));
+        auto cleanup = m_service->cleanupIfNeeded();
+        m_memory->notes.correctNote(m_memory->notes.notes()[0].id, QStringLiteral("right"), now);
+        const auto revision = m_memory->revision();
+        m_model->release();
+        awaited(std::move(cleanup));
+        QCOMPARE(m_memory->revision(), revision);
+        QVERIFY(!m_service->lastCleanupAt() && !m_service->lastError());
+        m_model->enqueue(quoted("{'notes': [{'text': 'merged'}]}"));
+        awaited(m_service->cleanupIfNeeded());
+        QCOMPARE(m_service->lastCleanupAt(), now);
+    }
+
+    void aCleanupThatKeepsNothingChangesNothing()
+    {
+        fillNotes();
+        const auto revision = m_memory->revision();
+        m_model->enqueue(quoted("{'notes': []}"));
+        awaited(m_service->cleanupIfNeeded());
+        QCOMPARE(m_memory->revision(), revision);
+        QVERIFY(m_service->lastError() && !m_service->lastCleanupAt());
+    }
+
+    void nothingForgottenComesBack()
+    {
+        fillNotes();
+        for (int job = 0; job < 4; ++job)
+            enqueueHeld(quoted("{'notes': [{'text': 'secret'}], 'dailySummary': 'secret',"
+                               "'summary': 'secret'}"));
+        auto extraction = extracting();
+        auto day = m_service->closeDailySession({});
+        auto week = m_service->weeklyRollup({ { .summary = QStringLiteral("secret") } });
+        auto cleanup = m_service->cleanupIfNeeded();
+        m_memory->notes.deleteAll(now);
+        m_service->forget();
+        m_model->release();
+        QVERIFY(awaited(std::move(extraction)) == Result());
+        QVERIFY(awaited(std::move(day)) == DailyCloseout());
+        QVERIFY(awaited(std::move(week)) == WeeklyRollupResult());
+        awaited(std::move(cleanup));
+        QVERIFY(m_memory->notes.notes().empty());
+    }
+
+    void nothingIsStoredOnceTheMemoryIsOff()
+    {
+        fillNotes();
+        const auto revision = m_memory->revision();
+        enqueueHeld(quoted("{'notes': [{'text': 'secret'}], 'observations': [{'summary': 's'}]}"));
+        enqueueHeld(quoted("{'notes': [{'text': 'secret'}]}"));
+        auto extraction = extracting();
+        auto cleanup = m_service->cleanupIfNeeded();
+        m_mayRemember = false;
+        m_model->release();
+        QVERIFY(awaited(std::move(extraction)) == Result());
+        awaited(std::move(cleanup));
+        QCOMPARE(m_memory->revision(), revision);
+    }
+
+    void nothingForgottenIsSentAgain()
+    {
+        m_model->enqueue({ {}, LLMError::http(400, QStringLiteral("I study law")), true });
+        auto extraction = extracting();
+        m_service->forget();
+        m_model->release();
+        QVERIFY(awaited(std::move(extraction)) == Result());
+        QCOMPARE(m_model->requests().size(), 1u);
+        QVERIFY(!m_service->lastError());
+        m_model->enqueue(quoted("{'notes': [{'text': 'news'}]}"));
+        QVERIFY(extract() == Result({ 1, 0, 0, 0 }));
+    }
+
+private:
+    static Task<LibrarianModelConfig> config()
+    {
+        co_return LibrarianModelConfig { .temperature = 0.3, .maxOutputTokens = 1000 };
+    }
+
+    Task<Result> extracting() { return m_service->extractAfterTurn(window(), {}, {}, {}); }
+    Result extract() { return awaited(extracting()); }
+    Runs runAll()
+    {
+        Runs runs;
+        runs.extraction = extract();
+        runs.meeting = awaited(m_service->ingestMeetingNotes({ .text = QStringLiteral("n") }));
+        runs.day = awaited(m_service->closeDailySession(
+            { .window = window(), .previousIntent = { QStringLiteral("open") } }));
+        runs.week = awaited(m_service->weeklyRollup(
+            { { .startDate = now, .summary = QStringLiteral("Rested.") } }));
+        awaited(m_service->cleanupIfNeeded());
+        return runs;
+    }
+    void enqueueHeld(const QString& text)
+    {
+        m_model->enqueue({ { LLMToken { text } }, std::nullopt, true });
+    }
+    /// More than the soft target.
+    void fillNotes()
+    {
+        for (int number = 0; number < 30; ++number)
+            m_memory->notes.addNote({ QString::number(number).rightJustified(900, u'x') }, now);
+    }
+    QString activeTexts() const
+    {
+        QStringList texts;
+        for (const auto& note : m_memory->notes.allNotes(MemoryStore::IncludeArchived::no))
+            texts.append(note.text);
+        return texts.join(u'|');
+    }
+
+    std::unique_ptr<ScriptedProvider> m_model;
+    LLMProvider* m_provider = nullptr;
+    std::unique_ptr<MemoryTiers> m_memory;
+    std::unique_ptr<UsageCounter> m_usage;
+    std::vector<QUuid> m_linked;
+    bool m_mayRemember = true;
+    std::unique_ptr<LibrarianService> m_service;
+};
+
+} // namespace pobblewig
+
+QTEST_GUILESS_MAIN(pobblewig::LibrarianServiceTest)
+#include "LibrarianServiceTest.moc"
