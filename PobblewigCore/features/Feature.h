@@ -1,0 +1,44 @@
+#pragma once
+
+#include "features/PublishedState.h"
+#include "foundation/Time.h"
+#include "tools/Tool.h"
+
+#include <QString>
+
+#include <vector>
+
+namespace pobblewig {
+
+/// What one service adds to the program. The coordinator keeps the features in a list, in the order
+/// in which they start and tick, and knows nothing else of them.
+///
+/// Lives on the main thread, as long as the process.
+class Feature {
+public:
+    virtual ~Feature() = default;
+
+    /// Called once, when every store is open.
+    virtual void start() { }
+
+    /// Called at each poll. Reads the clock itself, since the features before it may have waited.
+    virtual Task<> tick() { co_return; }
+
+    /// Its lines of what a model is told about the moment.
+    virtual std::vector<QString> situation(TimePoint) const { return {}; }
+
+    /// What it lets a model call; asked once, at the start.
+    virtual std::vector<Tool> tools() { return {}; }
+
+    /// Writes its own record, and nothing else. Called after `changed`.
+    virtual void publish(PublishedState&) const { }
+
+    /// Set by the coordinator.
+    std::function<void()> onChanged = [] {};
+
+protected:
+    /// What `publish` writes is no longer what it wrote last.
+    void changed() const { onChanged(); }
+};
+
+} // namespace pobblewig

@@ -1,0 +1,24 @@
+#pragma once
+
+namespace pobblewig {
+
+class ActivityTracker;
+class ChatHistoryStore;
+class ProposalManager;
+class RuleStore;
+class SettingsStore;
+class UsageCounter;
+struct MemoryTiers;
+
+/// Every store of the program. Who uses one includes its header.
+struct Stores {
+    SettingsStore& settings;
+    MemoryTiers& memory;
+    ChatHistoryStore& history;
+    UsageCounter& usage;
+    RuleStore& rules;
+    ActivityTracker& activity;
+    ProposalManager& proposals;
+};
+
+} // namespace pobblewig
