@@ -18,6 +18,26 @@ struct Tool {
     QStringView schema = uR"({"type":"object","properties":{}})";
 };
 
+constexpr QStringView settingDescription =
+    u"Change one app setting (allowlisted keys only). The value is JSON-encoded: a plain word "
+    u"for strings (focus), true/false for toggles, a number for intervals, a JSON array for "
+    u"lists ([\"tutor\"], [\"com.apple.Safari\"]), or an array of {\"name\",\"path\"} objects "
+    u"for appDataSources. For persona or mascot changes, prefer set_persona / set_mascot.";
+
+constexpr QStringView settingSchema = uR"json({"type":"object","properties":{
+            "proposalId":{"type":"string",
+                "description":"Stable descriptive id you generate, e.g. settings-mode-focus"},
+            "key":{"type":"string","enum":[
+                "mode","roles","companionPersona","mascot","mascotColorScheme","pausedIndefinitely",
+                "excludedBundleIDs","maxActivitySessions","activityRetentionDays","canvasBaseURL",
+                "canvasSyncEnabled","canvasSyncIntervalMinutes","canvasDeadlineRemindersEnabled",
+                "canvasDeadlineReminderHours","calendarSyncEnabled","calendarSyncIntervalMinutes",
+                "remindersSyncEnabled","cloudSyncEnabled","cloudSyncIntervalMinutes",
+                "appDataSources"]},
+            "value":{"type":"string",
+                "description":"JSON-encoded new value: focus, true, 30, or [\"tutor\"]"}
+            },"required":["proposalId","key","value"],"additionalProperties":false})json";
+
 constexpr std::array table {
     Tool { Group::alwaysLoaded, u"memory_read_section",
         u"Read one reference section with all its items. Use a path from the table of contents.",
@@ -150,24 +170,7 @@ constexpr std::array table {
             "due":{"type":"string","description":"ISO-8601 due time (optional)"},
             "notes":{"type":"string"}
             },"required":["proposalId","title"],"additionalProperties":false})json" },
-    Tool { Group::action, u"update_settings",
-        u"Change one app setting (allowlisted keys only). The value is JSON-encoded: a plain word "
-        u"for strings (focus), true/false for toggles, a number for intervals, a JSON array for "
-        u"lists ([\"tutor\"], [\"com.apple.Safari\"]), or an array of {\"name\",\"path\"} objects "
-        u"for appDataSources. For persona or mascot changes, prefer set_persona / set_mascot.",
-        uR"json({"type":"object","properties":{
-            "proposalId":{"type":"string",
-                "description":"Stable descriptive id you generate, e.g. settings-mode-focus"},
-            "key":{"type":"string","enum":[
-                "mode","roles","companionPersona","mascot","mascotColorScheme","pausedIndefinitely",
-                "excludedBundleIDs","maxActivitySessions","activityRetentionDays","canvasBaseURL",
-                "canvasSyncEnabled","canvasSyncIntervalMinutes","canvasDeadlineRemindersEnabled",
-                "canvasDeadlineReminderHours","calendarSyncEnabled","calendarSyncIntervalMinutes",
-                "remindersSyncEnabled","cloudSyncEnabled","cloudSyncIntervalMinutes",
-                "appDataSources"]},
-            "value":{"type":"string",
-                "description":"JSON-encoded new value: focus, true, 30, or [\"tutor\"]"}
-            },"required":["proposalId","key","value"],"additionalProperties":false})json" },
+    Tool { Group::action, u"update_settings", settingDescription, settingSchema },
     Tool { Group::action, u"set_persona", u"Change the assistant's voice/persona.",
         uR"json({"type":"object","properties":{
             "proposalId":{"type":"string",

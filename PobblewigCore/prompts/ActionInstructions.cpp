@@ -1,28 +1,12 @@
 #include "prompts/ActionInstructions.h"
 
+#include <QStringBuilder>
+
 namespace pobblewig {
 
-constexpr QStringView Prompts::nativeActionInstructions =
-    u"App control via action functions: when the user asks you to change your mode, add a "
-    "calendar event or reminder, change an app setting, or forget something specific, call the "
-    "matching function (set_temporary_mode, propose_calendar_event, propose_reminder, "
-    "update_settings, forget_memory) in the same reply as your spoken answer.\n"
-    "- set_temporary_mode: always temporary, never permanent.\n"
-    "- propose_calendar_event, propose_reminder, update_settings, set_persona, set_mascot: "
-    "confirmed by the user in the app before they run (or run instantly when the user chose "
-    "\"Allow always\") — never claim one is done until the app reports it.\n"
-    "- forget_memory: ALWAYS requires the user's confirmation, whatever they allowed before. "
-    "There is NO full wipe; if asked to delete everything, say that button lives in the app's "
-    "Memory screen.\n"
-    "- proposalId: generate a stable, descriptive id (e.g. \"rem-email-davis-20260725\") so a "
-    "retried turn never duplicates.\n"
-    "Saying you proposed or changed something WITHOUT the function call does nothing — the user "
-    "is left waiting for a confirmation that never comes. If you intend an action, the call must "
-    "be in that same reply.\n"
-    "Never call action functions for ordinary conversation. Never invent rules or permissions "
-    "outside this mechanism.";
+namespace {
 
-constexpr QStringView Prompts::actionInstructions =
+constexpr QStringView formatAndActions =
     u"App control via action blocks: when the user asks you to change their mode, add a calendar "
     "event or reminder, change an app setting, or forget something specific, emit a fenced JSON "
     "action block at the very end of your reply (language tag buddy-actions, or json). Spoken "
@@ -59,21 +43,27 @@ constexpr QStringView Prompts::actionInstructions =
     "user's confirmation. There is NO full wipe; if asked to delete everything, say that button "
     "lives in the app's Memory screen.\n"
     "{\"type\":\"forget_memory\",\"proposalId\":\"forget-old-courses-2026\",\"target\":"
-    "\"referenceSection\",\"path\":\"academics.courses\"}\n\n"
-    "Allowlisted settings keys: mode, roles, companionPersona, mascot, mascotColorScheme, "
+    "\"referenceSection\",\"path\":\"academics.courses\"}\n\n";
+
+constexpr QStringView settingKeys =
+    u"Allowlisted settings keys: mode, roles, companionPersona, mascot, mascotColorScheme, "
     "pausedIndefinitely, excludedBundleIDs, maxActivitySessions, activityRetentionDays, "
     "canvasBaseURL, canvasSyncEnabled, canvasSyncIntervalMinutes, canvasDeadlineRemindersEnabled, "
     "canvasDeadlineReminderHours, calendarSyncEnabled, calendarSyncIntervalMinutes, "
     "remindersSyncEnabled, cloudSyncEnabled, cloudSyncIntervalMinutes, appDataSources. Everything "
-    "else is the user's alone.\n"
-    "Value encodings: a string for mode (\"focus\"), companionPersona, mascot, mascotColorScheme, "
+    "else is the user's alone.\n";
+
+constexpr QStringView settingValues =
+    u"Value encodings: a string for mode (\"focus\"), companionPersona, mascot, mascotColorScheme, "
     "and canvasBaseURL (an https:// address); true or false for pausedIndefinitely and the keys "
     "ending in Enabled; a whole number for maxActivitySessions, activityRetentionDays, and the "
     "keys ending in Minutes or Hours; an array of strings for roles ([\"tutor\"], from "
     "accountabilityPartner and tutor) and excludedBundleIDs ([\"com.apple.Safari\"]); an array of "
     "{\"name\",\"path\"} objects for appDataSources. An array replaces the whole list, so include "
-    "what should stay. For persona or mascot changes, prefer set_persona / set_mascot.\n\n"
-    "Times are ISO-8601; without an offset they are the user's local time. proposalId: generate a "
+    "what should stay. For persona or mascot changes, prefer set_persona / set_mascot.\n\n";
+
+constexpr QStringView timesAndRules =
+    u"Times are ISO-8601; without an offset they are the user's local time. proposalId: generate a "
     "stable, descriptive id (as in the samples) so a retried turn never duplicates. Everything "
     "with a proposalId is confirmed by the user in the app before it runs (or runs instantly when "
     "the user chose \"Allow always\") — never claim one is done until the app reports it. Saying "
@@ -90,5 +80,32 @@ constexpr QStringView Prompts::actionInstructions =
     "```\n\n"
     "Never emit actions for ordinary conversation. Never emit more than one fence. Never invent "
     "rules or permissions outside this mechanism.";
+
+} // namespace
+
+constexpr QStringView Prompts::nativeActionInstructions =
+    u"App control via action functions: when the user asks you to change your mode, add a "
+    "calendar event or reminder, change an app setting, or forget something specific, call the "
+    "matching function (set_temporary_mode, propose_calendar_event, propose_reminder, "
+    "update_settings, forget_memory) in the same reply as your spoken answer.\n"
+    "- set_temporary_mode: always temporary, never permanent.\n"
+    "- propose_calendar_event, propose_reminder, update_settings, set_persona, set_mascot: "
+    "confirmed by the user in the app before they run (or run instantly when the user chose "
+    "\"Allow always\") — never claim one is done until the app reports it.\n"
+    "- forget_memory: ALWAYS requires the user's confirmation, whatever they allowed before. "
+    "There is NO full wipe; if asked to delete everything, say that button lives in the app's "
+    "Memory screen.\n"
+    "- proposalId: generate a stable, descriptive id (e.g. \"rem-email-davis-20260725\") so a "
+    "retried turn never duplicates.\n"
+    "Saying you proposed or changed something WITHOUT the function call does nothing — the user "
+    "is left waiting for a confirmation that never comes. If you intend an action, the call must "
+    "be in that same reply.\n"
+    "Never call action functions for ordinary conversation. Never invent rules or permissions "
+    "outside this mechanism.";
+
+QString Prompts::actionInstructions()
+{
+    return formatAndActions % settingKeys % settingValues % timesAndRules;
+}
 
 } // namespace pobblewig

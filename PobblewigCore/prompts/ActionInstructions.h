@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QStringView>
+#include <QString>
 
 /// How the model changes something, each time by way of the user.
 namespace pobblewig::Prompts {
@@ -9,6 +9,6 @@ namespace pobblewig::Prompts {
 extern const QStringView nativeActionInstructions;
 
 /// For a model that writes a fenced block: the format, each action and the settings' keys.
-extern const QStringView actionInstructions;
+QString actionInstructions();
 
 } // namespace pobblewig::Prompts

@@ -75,8 +75,9 @@ QString toolsSection(const MainAssistantPrompt& prompt)
 
 QString actionsSection(bool nativeTools)
 {
-    return u"\n\n"
-        % (nativeTools ? Prompts::nativeActionInstructions : Prompts::actionInstructions);
+    if (nativeTools)
+        return u"\n\n" % Prompts::nativeActionInstructions;
+    return u"\n\n" % Prompts::actionInstructions();
 }
 
 QString referenceSection(const SituationSnapshot& situation)

@@ -146,7 +146,7 @@ private Q_SLOTS:
     {
         static const QRegularExpression sample(
             QStringLiteral("^\\{\"type\".*\\}$"), QRegularExpression::MultilineOption);
-        auto samples = sample.globalMatch(Prompts::actionInstructions.toString());
+        auto samples = sample.globalMatch(Prompts::actionInstructions());
         for (const auto& tool : BuddyTools::actionTools()) {
             QVERIFY2(samples.hasNext(), qPrintable(tool.name));
             const auto json = samples.next().captured();
@@ -163,7 +163,7 @@ private Q_SLOTS:
     void theExamplesAreRepliesThatAct()
     {
         const auto acting = ActionParser::parse(
-            between(Prompts::actionInstructions, u"whole reply:\n", u"\n\nNever"), Calendar());
+            between(Prompts::actionInstructions(), u"whole reply:\n", u"\n\nNever"), Calendar());
         QVERIFY(acting.displayText.startsWith(u"Sure — ") && acting.displayText.endsWith(u"list."));
         QCOMPARE(acting.actions.size(), 1u);
         const auto text = Prompts::toolInstructions(Prompts::AccountabilityTools::leftOut);
@@ -179,7 +179,7 @@ private Q_SLOTS:
         const auto keys = strings(schema.at(QStringLiteral("enum")));
         for (const auto& key : keys)
             QVERIFY2(SettingsWriteLogic::allowedKeys().contains(key), qPrintable(key));
-        QCOMPARE(between(Prompts::actionInstructions, u"Allowlisted settings keys: ", u". "),
+        QCOMPARE(between(Prompts::actionInstructions(), u"Allowlisted settings keys: ", u". "),
             keys.join(QStringLiteral(", ")));
     }
 };
