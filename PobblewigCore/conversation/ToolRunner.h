@@ -1,7 +1,7 @@
 #pragma once
 
 #include "conversation/ScreenshotTaker.h"
-#include "memory/recall/MemoryToolExecutor.h"
+#include "tools/MemoryToolExecutor.h"
 
 #include <optional>
 #include <set>

@@ -1,11 +1,10 @@
 #pragma once
 
 #include "conversation/ChatService.h"
-#include "memory/MemoryTiers.h"
-#include "memory/recall/NativeMemoryRetrieval.h"
 #include "support/BorrowedProvider.h"
 #include "support/ScriptedCapturer.h"
 #include "support/ScriptedProvider.h"
+#include "support/ToolWorld.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -28,7 +27,7 @@ inline ChatService::Dependencies dependencies(LLMProvider*& main, LLMProvider*& 
 }
 
 /// A chat with scripted models, a scripted screen and a memory.
-struct ChatFixture {
+struct ChatFixture : ToolWorld {
     ScriptedProvider model;
     ScriptedProvider visionModel;
     LLMProvider* main = &model;
@@ -37,11 +36,7 @@ struct ChatFixture {
     UsageCounter usage { std::nullopt };
     ScriptedCapturer screen;
     int permissionRequests = 0;
-    MemoryTiers memory { std::nullopt, [] { return Calendar(); } };
-    NativeMemoryRetrieval retrieval { { memory.reference, memory.observations, memory.summaries,
-                                          memory.sessions, memory.notes },
-        []() -> Task<QString> { co_return QString(); } };
-    MemoryToolExecutor executor { { retrieval, memory.observations, memory.notes } };
+    MemoryToolExecutor executor { everyTool() };
     bool isMemoryEnabled = true;
     std::map<QString, bool> confirmations;
     ChatService chat { history, usage, withTools(dependencies(main, vision)) };

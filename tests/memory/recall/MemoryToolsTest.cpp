@@ -1,10 +1,10 @@
-#include "memory/recall/MemoryToolExecutor.h"
+#include "memory/recall/MemoryTools.h"
 
 #include "foundation/IDPrefix.h"
-#include "foundation/Text.h"
 #include "memory/recall/NativeMemoryRetrieval.h"
 #include "support/Awaited.h"
 #include "support/TableRow.h"
+#include "tools/MemoryToolExecutor.h"
 
 namespace pobblewig {
 
@@ -27,51 +27,40 @@ MemoryToolCall call(QByteArray text)
     return { QString::fromUtf8(name), *JSONValue::fromJson(json).object() };
 }
 
-std::function<Task<QString>()> always(QString text)
-{
-    return [text] { return [](QString given) -> Task<QString> { co_return given; }(text); };
-}
-
-/// Stores in memory with an executor over them.
+/// Stores in memory with the tools over them.
 struct World {
-    ReferenceMemoryStore reference { std::nullopt };
-    ObservationStore observations { std::nullopt };
-    PeriodSummaryStore summaries { std::nullopt };
-    DailySessionStore sessions { std::nullopt };
-    MemoryStore memory { std::nullopt, [] { return Calendar(); } };
-    NativeMemoryRetrieval retrieval { { reference, observations, summaries, sessions, memory },
-        always(u"Current app: Kate"_s) };
-    MemoryToolExecutor executor { { retrieval, observations, memory, [] { return now; } } };
+    MemoryTiers tiers { std::nullopt, [] { return Calendar(); } };
+    NativeMemoryRetrieval retrieval { { tiers.reference, tiers.observations, tiers.summaries,
+                                          tiers.sessions, tiers.notes },
+        []() -> Task<QString> { co_return u"Current app: Kate"_s; } };
+    MemoryToolExecutor executor { MemoryTools::tools({ retrieval, tiers, [] { return now; } }) };
 
     void fill()
     {
-        reference.proposeSection(u"hobbies"_s, u"Hobbies"_s, u"s"_s);
-        reference.upsertItem({ momentID, u"people"_s, u"Ana"_s, u"lab %1 partner"_s,
+        tiers.reference.proposeSection(u"hobbies"_s, u"Hobbies"_s, u"s"_s);
+        tiers.reference.upsertItem({ momentID, u"people"_s, u"Ana"_s, u"lab %1 partner"_s,
             { { u"room"_s, 12 } }, u"user"_s, now, now });
-        observations.add({ momentID, now, now, u"Lost a chess game"_s,
+        tiers.observations.add({ momentID, now, now, u"Lost a chess game"_s,
             { u"was quiet"_s, u"left early"_s }, u"tired"_s, u"maybe ill"_s,
             ObservationSource::systemObserved, { u"Mood"_s }, {}, {} });
         const std::vector days { mondayID, QUuid::createUuid(), tuesdayID };
         addPeriod(PeriodType::day, tuesdayID, now, u"calm"_s, { momentID }, {});
         addPeriod(PeriodType::day, mondayID, now - 24h, u"busy"_s, { momentID }, {});
         addPeriod(PeriodType::week, weekID, now - 24h, u"mixed"_s, {}, days);
-        sessions.adoptImportedSession({ momentID, u"2026-03-01"_s, now, now, {}, 3, {}, {}, {} });
-        const auto read = [](const QString& source, const QString& path, std::optional<int> lines) {
-            return always(source + path + QString::number(lines.value_or(0)))();
-        };
-        executor.setAppDataProviders({ .readFile = read });
+        tiers.sessions.adoptImportedSession(
+            { momentID, u"2026-03-01"_s, now, now, {}, 3, {}, {}, {} });
     }
 
     void addPeriod(PeriodType type, const QUuid& id, TimePoint start, const QString& text,
         std::vector<QUuid> moments, std::vector<QUuid> days)
     {
-        summaries.add({ id, type, start, start + 1h, text, { u"a"_s, u"b"_s }, {},
+        tiers.summaries.add({ id, type, start, start + 1h, text, { u"a"_s, u"b"_s }, {},
             std::move(moments), std::move(days), now });
     }
 
     QUuid note(const QString& text, MemoryCategory category, TimePoint at = now)
     {
-        return memory.addNote({ .text = text, .category = category }, at)->id;
+        return tiers.notes.addNote({ .text = text, .category = category }, at)->id;
     }
 
     QString run(const QByteArray& text) { return result(text).text; }
@@ -83,7 +72,7 @@ struct World {
 
 } // namespace
 
-class MemoryToolExecutorTest : public QObject {
+class MemoryToolsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -129,12 +118,6 @@ private Q_SLOTS:
         row("memory_add_observation {'summary': ''}", "error: missing required argument: summary");
         row("memory_propose_pattern {'text': 't', 'evidenceNoteTexts': 'a'}",
             "error: missing required argument: evidenceNoteTexts");
-        row("apps_list_files {'source': 's'}", "(app data tools unavailable)");
-        row("apps_read_file {'source': 's'}", "error: missing required argument: path");
-        row("apps_read_file {'source': 's', 'path': 'p'}", "sp0");
-        row("apps_read_file {'source': 's', 'path': 'p', 'tailLines': 5000}", "sp1000");
-        row("rules_list", "(rules unavailable)");
-        row("interventions_recent", "(interventions unavailable)");
         row("Rules_list", "error: unknown tool: Rules_list");
     }
     void everyToolAnswersInWords()
@@ -173,10 +156,12 @@ private Q_SLOTS:
     {
         World world;
         for (int number = 0; number < 101; ++number)
-            world.observations.add({ .id = QUuid::createUuid() });
+            world.tiers.observations.add({ .id = QUuid::createUuid() });
+        const auto tools = MemoryTools::tools({ world.retrieval, world.tiers });
+        const auto wanted = call(QTest::currentDataTag());
         // Without the executor, which would cut the text.
-        MemoryTools tools({ world.retrieval, world.observations, world.memory }, {});
-        const auto found = awaited(tools.run(call(QTest::currentDataTag())));
+        const auto tool = std::ranges::find(tools, wanted.name, &Tool::name);
+        const auto found = awaited(tool->run(ToolArguments(wanted.args)));
         QTEST(int(found->count(u"[id:")), "found");
     }
 
@@ -213,92 +198,31 @@ private Q_SLOTS:
             u"not recorded: patterns need evidence from at least two distinct days (or an "
             "explicit user generalization)"_s };
         QCOMPARE(propose("['slept late', 'woke late', 'unknown', 'slept late']"), refused);
-        QVERIFY(world.memory.allPatterns().empty());
+        QVERIFY(world.tiers.notes.allPatterns().empty());
         QCOMPARE(
             propose("['OVERSLEPT', 'slept late', 'overslept']").text, u"pattern recorded: Late"_s);
-        QCOMPARE(world.memory.allPatterns().front().confidence, 0.6);
-        QCOMPARE(world.memory.allPatterns().front().sourceNoteIDs.size(), 2u);
+        QCOMPARE(world.tiers.notes.allPatterns().front().confidence, 0.6);
+        QCOMPARE(world.tiers.notes.allPatterns().front().sourceNoteIDs.size(), 2u);
     }
 
-    void anObservationIsRecordedAndTold()
+    void anObservationBelongsToTheSession()
     {
         World world;
-        std::vector<DatedObservation> told;
-        const auto hook = [&](DatedObservation observation) {
-            told.push_back(std::move(observation));
-            return []() -> Task<> { co_return; }();
-        };
-        world.executor.setProviders({ .observationHook = hook });
+        world.tiers.sessions.ensureActiveSession(now, Calendar());
         const auto answer =
             world.run("memory_add_observation {'summary': 'Passed', 'tags': ['exam', 1]}");
-        const DatedObservation expected { told.at(0).id, now, now, u"Passed"_s, {}, {}, {},
+        const auto found = world.tiers.observations.search({});
+        QCOMPARE(found.size(), 1u);
+        const auto id = found.front().id;
+        const DatedObservation expected { id, now, now, u"Passed"_s, {}, {}, {},
             ObservationSource::librarianSynthesis, { u"exam"_s }, {}, {} };
-        QCOMPARE(answer, u"recorded observation "_s + IDPrefix::shortID(expected.id));
-        QVERIFY(told == std::vector { expected });
-        QVERIFY(world.observations.search({}) == told);
-    }
-
-    void theFifthCallOfABatchIsRefused()
-    {
-        World world;
-        const auto record = call("memory_add_observation {'summary': 'again'}");
-        const auto results = awaited(world.executor.executeAll(
-            { record, call(""), call("rules_list"), call("memory_add_observation"), record }));
-        QCOMPARE(results.size(), 5u);
-        QCOMPARE(results[1].text, u"error: unknown tool: "_s);
-        QVERIFY(results[2].ok && results[2].name == u"rules_list");
-        const MemoryToolResult refused { record.name, false,
-            u"refused: max 4 tool calls per request"_s };
-        QCOMPARE(results[4], refused);
-        QCOMPARE(world.observations.count(), 1);
-        QCOMPARE(world.executor.totalCalls(), 5);
-        QCOMPARE(world.executor.recentLog(1).front().argsSummary, u"summary=again"_s);
-    }
-
-    void whatIsHugeIsCut_data()
-    {
-        QTest::addColumn<QString>("character");
-        QTest::addColumn<int>("times");
-        QTest::addColumn<int>("kept");
-        row("as much as fits", "e\u0301", 4000, 4000);
-        row("one too many", "e\u0301", 4001, 4000);
-        row("families", "👩‍👩‍👧‍👦", 5000, 4000);
-        row("fifty megabytes", "x", 50'000'000, 4000);
-        row("a single character", "\u0301", 5'000'000, 1);
-    }
-    void whatIsHugeIsCut()
-    {
-        QFETCH(QString, character);
-        QFETCH(int, times);
-        const auto huge = character.repeated(times);
-        World world;
-        world.executor.setProviders({ .rulesProvider = always(huge) });
-        const auto result =
-            awaited(world.executor.execute({ u"rules_list"_s, { { huge, huge } } }));
-        QTEST(int(Text::characterCount(result.text)), "kept");
-        QVERIFY(huge.startsWith(result.text) && result.text.size() < 200'000);
-        QVERIFY(awaited(world.executor.execute({ huge, {} })).text.size() < 200'000);
-        const auto log = world.executor.recentLog(2);
-        QCOMPARE(log[0].resultBytes, int(result.text.toUtf8().size()));
-        QVERIFY(log[0].argsSummary.size() < 20'000 && log[1].name.size() < 20'000);
-    }
-
-    void theLatestTwoHundredCallsAreKept()
-    {
-        World world;
-        for (int number = 0; number < 205; ++number)
-            world.run(QByteArray::number(number) + " {'b': [1, null], 'a': {'k': ''}}");
-        QCOMPARE(world.executor.totalCalls(), 205);
-        QCOMPARE(world.executor.recentLog(-1).size(), 0u);
-        const auto log = world.executor.recentLog(1000);
-        QCOMPARE(log.size(), 200u);
-        QCOMPARE(log[0].name, u"5"_s);
-        const MemoryToolLogEntry latest { u"204"_s, u"a={k: }, b=[1, null]"_s, false, 24, now };
-        QVERIFY(log.back() == latest);
+        QVERIFY(found.front() == expected);
+        QCOMPARE(answer, u"recorded observation "_s + IDPrefix::shortID(id));
+        QVERIFY(world.tiers.sessions.activeSession()->observationIDs == std::vector { id });
     }
 };
 
 } // namespace pobblewig
 
-QTEST_GUILESS_MAIN(pobblewig::MemoryToolExecutorTest)
-#include "MemoryToolExecutorTest.moc"
+QTEST_GUILESS_MAIN(pobblewig::MemoryToolsTest)
+#include "MemoryToolsTest.moc"

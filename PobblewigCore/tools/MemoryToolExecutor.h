@@ -1,8 +1,11 @@
 #pragma once
 
-#include "memory/recall/MemoryTools.h"
+#include "foundation/Time.h"
+#include "tools/MemoryToolCall.h"
+#include "tools/Tool.h"
 
 #include <deque>
+#include <vector>
 
 namespace pobblewig {
 
@@ -16,8 +19,7 @@ public:
     static constexpr qsizetype maxResultCharacters = 4000;
     static constexpr size_t maxLogEntries = 200;
 
-    explicit MemoryToolExecutor(
-        MemoryTools::Dependencies dependencies, MemoryTools::Providers providers = {});
+    explicit MemoryToolExecutor(std::vector<Tool> tools = {}, Clock clock = systemNow);
 
     int totalCalls() const { return m_totalCalls; }
 
@@ -29,16 +31,15 @@ public:
     Task<std::vector<MemoryToolResult>> executeAll(std::vector<MemoryToolCall> calls);
     Task<MemoryToolResult> execute(MemoryToolCall call);
 
-    /// What it replaces outlives the calls under way.
-    void swapRetrieval(MemoryRetrievalService& retrieval) { m_tools.swapRetrieval(retrieval); }
-    void setProviders(MemoryTools::Providers providers);
-    void setAppDataProviders(MemoryTools::AppDataProviders providers);
+    /// Replaces them all.
+    void setTools(std::vector<Tool> tools) { m_tools = std::move(tools); }
 
 private:
+    Task<Tool::Outcome> run(MemoryToolCall call);
     MemoryToolResult refuse(const MemoryToolCall& call);
     void record(const MemoryToolResult& result, const QString& argsSummary);
 
-    MemoryTools m_tools;
+    std::vector<Tool> m_tools;
     Clock m_clock;
     std::deque<MemoryToolLogEntry> m_log;
     int m_totalCalls = 0;

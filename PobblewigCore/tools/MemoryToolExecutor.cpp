@@ -1,4 +1,4 @@
-#include "memory/recall/MemoryToolExecutor.h"
+#include "tools/MemoryToolExecutor.h"
 
 #include "foundation/Text.h"
 
@@ -28,10 +28,9 @@ QString summaryOf(const std::map<QString, JSONValue>& args)
 
 } // namespace
 
-MemoryToolExecutor::MemoryToolExecutor(
-    MemoryTools::Dependencies dependencies, MemoryTools::Providers providers)
-    : m_tools(dependencies, std::move(providers))
-    , m_clock(std::move(dependencies.clock))
+MemoryToolExecutor::MemoryToolExecutor(std::vector<Tool> tools, Clock clock)
+    : m_tools(std::move(tools))
+    , m_clock(std::move(clock))
 {
 }
 
@@ -61,22 +60,21 @@ auto MemoryToolExecutor::execute(MemoryToolCall call) -> Task<MemoryToolResult>
 {
     const auto args = summaryOf(call.args);
     const auto name = call.name;
-    const auto outcome = co_await m_tools.run(std::move(call));
-    const auto text = outcome ? *outcome : QStringLiteral("error: ") + description(outcome.error());
+    const auto outcome = co_await run(std::move(call));
+    const auto text = outcome ? *outcome : QStringLiteral("error: ") + outcome.error();
     MemoryToolResult result { name, outcome.has_value(),
         Text::firstCharacters(text, maxResultCharacters) };
     record(result, args);
     co_return result;
 }
 
-void MemoryToolExecutor::setProviders(MemoryTools::Providers providers)
+auto MemoryToolExecutor::run(MemoryToolCall call) -> Task<Tool::Outcome>
 {
-    m_tools.setProviders(std::move(providers));
-}
-
-void MemoryToolExecutor::setAppDataProviders(MemoryTools::AppDataProviders providers)
-{
-    m_tools.setAppDataProviders(std::move(providers));
+    const auto tool = std::ranges::find(m_tools, call.name, &Tool::name);
+    if (tool == m_tools.end() || !tool->run)
+        co_return tl::unexpected(ArgError::unknownTool(call.name).description());
+    const auto handler = tool->run;
+    co_return co_await handler(ToolArguments(std::move(call.args)));
 }
 
 MemoryToolResult MemoryToolExecutor::refuse(const MemoryToolCall& call)

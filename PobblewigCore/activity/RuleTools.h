@@ -1,0 +1,12 @@
+#pragma once
+
+#include "activity/RuleStore.h"
+#include "tools/Tool.h"
+
+/// The tools by which a model reads the user's rules and what came of them.
+namespace pobblewig::RuleTools {
+
+/// The store outlives them.
+std::vector<Tool> tools(const RuleStore& rules);
+
+} // namespace pobblewig::RuleTools

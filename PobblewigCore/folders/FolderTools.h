@@ -1,0 +1,12 @@
+#pragma once
+
+#include "folders/AppDataAccessService.h"
+#include "tools/Tool.h"
+
+/// The tools by which a model reads the user's folders.
+namespace pobblewig::FolderTools {
+
+/// Without a service they answer that they are unavailable; it outlives them.
+std::vector<Tool> tools(AppDataAccessService* service);
+
+} // namespace pobblewig::FolderTools
