@@ -1,8 +1,11 @@
 #include "AppCoordinator.h"
 
 #include "activity/RuleTexts.h"
+#include "activity/RuleTools.h"
 #include "conversation/SituationBuilder.h"
+#include "folders/FolderTools.h"
 #include "foundation/Log.h"
+#include "memory/recall/MemoryTools.h"
 
 namespace pobblewig {
 
@@ -82,11 +85,8 @@ AppCoordinator::AppCoordinator(Parts parts)
                       .sessions = m_memory.sessions,
                       .memory = m_memory.notes },
           [this] { return situationText(); })
-    , m_toolExecutor({ .retrieval = m_retrieval,
-          .observations = m_memory.observations,
-          .memory = m_memory.notes,
-          .clock = m_parts.clock })
     , m_appData(appDataAccess())
+    , m_toolExecutor(everyTool(), m_parts.clock)
     , m_chat(m_history, m_usage, chatDependencies())
     , m_librarian(m_memory, m_usage, librarianDependencies())
     , m_rollover(rolloverDependencies())
@@ -110,7 +110,6 @@ AppCoordinator::AppCoordinator(Parts parts)
     , m_modes(m_settings, m_parts.clock, [this] { refresh(m_parts.clock()); })
     , m_proposalDesk(proposalDeskDependencies())
 {
-    wireTools();
     m_chat.onActions = [this](ChatService::Actions actions) {
         return m_proposalDesk.apply(std::move(actions));
     };
@@ -408,37 +407,12 @@ ProposalDesk::Dependencies AppCoordinator::proposalDeskDependencies()
     };
 }
 
-void AppCoordinator::wireTools()
+std::vector<Tool> AppCoordinator::everyTool()
 {
-    m_toolExecutor.setProviders({
-        .rulesProvider = [this] { return rulesText(); },
-        .observationHook =
-            [this](const DatedObservation& observation) { return linkObservation(observation.id); },
-    });
-    if (!m_appData)
-        return;
-    m_toolExecutor.setAppDataProviders({
-        .listSources = [this] { return m_appData->listSources(); },
-        .listFiles =
-            [this](QString source, std::optional<QString> subpath) {
-                return m_appData->listFiles(std::move(source), std::move(subpath));
-            },
-        .readFile =
-            [this](QString source, QString path, std::optional<int> tailLines) {
-                return m_appData->readFile(std::move(source), std::move(path), tailLines);
-            },
-    });
-}
-
-Task<QString> AppCoordinator::rulesText()
-{
-    co_return RuleTexts::rulesText(m_rules.rules());
-}
-
-Task<> AppCoordinator::linkObservation(QUuid id)
-{
-    m_memory.sessions.linkObservation(id);
-    co_return;
+    auto tools = MemoryTools::tools({ m_retrieval, m_memory, m_parts.clock });
+    std::ranges::move(RuleTools::tools(m_rules), std::back_inserter(tools));
+    std::ranges::move(FolderTools::tools(m_appData.get()), std::back_inserter(tools));
+    return tools;
 }
 
 Task<std::vector<AppDataSource>> AppCoordinator::appDataSources()

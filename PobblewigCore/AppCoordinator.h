@@ -13,12 +13,12 @@
 #include "memory/history/ChatHistoryStore.h"
 #include "memory/history/MemoryMigration.h"
 #include "memory/history/UsageCounter.h"
-#include "memory/recall/MemoryToolExecutor.h"
 #include "memory/recall/NativeMemoryRetrieval.h"
 #include "screen/PermissionProviding.h"
 #include "screen/ScreenCapturing.h"
 #include "settings/ModeSwitch.h"
 #include "settings/SettingsStore.h"
+#include "tools/MemoryToolExecutor.h"
 #include "wire/LaneProviders.h"
 #include "wire/ModelLanes.h"
 
@@ -128,9 +128,7 @@ private:
     ProposalDesk::Dependencies proposalDeskDependencies();
     QString residentMemory() const;
     MemorySnapshot memorySnapshot(TimePoint now);
-    void wireTools();
-    Task<QString> rulesText();
-    Task<> linkObservation(QUuid id);
+    std::vector<Tool> everyTool();
     std::unique_ptr<AppDataAccessService> appDataAccess();
     Task<std::vector<AppDataSource>> appDataSources();
     std::optional<QString> storageProblem() const;
@@ -153,8 +151,8 @@ private:
     ModelLanes m_lanes;
     LaneProviders m_providers;
     NativeMemoryRetrieval m_retrieval;
-    MemoryToolExecutor m_toolExecutor;
     std::unique_ptr<AppDataAccessService> m_appData;
+    MemoryToolExecutor m_toolExecutor;
     ChatService m_chat;
     LibrarianService m_librarian;
     SessionRolloverService m_rollover;
