@@ -1,26 +1,17 @@
 #pragma once
 
-#include "MemoryDesk.h"
-#include "PublishedState.h"
-#include "activity/ActivityDesk.h"
-#include "activity/DiscreetFrontmostAppProvider.h"
-#include "conversation/ChatService.h"
-#include "conversation/ProposalDesk.h"
-#include "conversation/SessionEnd.h"
-#include "folders/AppDataAccessService.h"
-#include "foundation/Calendar.h"
-#include "foundation/DataDirectory.h"
-#include "memory/history/ChatHistoryStore.h"
-#include "memory/history/MemoryMigration.h"
-#include "memory/history/UsageCounter.h"
-#include "memory/recall/NativeMemoryRetrieval.h"
-#include "screen/PermissionProviding.h"
-#include "screen/ScreenCapturing.h"
-#include "settings/ModeSwitch.h"
-#include "settings/SettingsStore.h"
+#include "DiagnosticsInfo.h"
+#include "StoreRoom.h"
+#include "activity/ActivityFeature.h"
+#include "connections/ConnectionsFeature.h"
+#include "conversation/ConversationFeature.h"
+#include "conversation/ProposalFeature.h"
+#include "folders/FoldersFeature.h"
+#include "memory/librarian/LibrarianFeature.h"
+#include "memory/recall/MemoryFeature.h"
+#include "settings/SettingsFeature.h"
 #include "tools/MemoryToolExecutor.h"
 #include "wire/LaneProviders.h"
-#include "wire/ModelLanes.h"
 
 #include <QObject>
 #include <QTimer>
@@ -30,26 +21,22 @@
 
 namespace pobblewig {
 
-/// The spine: owns every store and service for the life of the process, wires them together, drives
-/// them from one repeating timer and publishes their state for the user interface.
+struct StorageState {
+    /// Why nothing can be kept on the disk at present.
+    std::optional<QString> problem;
+
+    bool operator==(const StorageState&) const = default;
+};
+
+/// The spine: owns the stores and the features for the life of the process, drives the features
+/// from one repeating timer and publishes their state for the user interface.
 ///
-/// Services never call each other for a decision that concerns both; they call the closures that
+/// Features never call each other for a decision that concerns both; they call the closures that
 /// they were handed here.
 class AppCoordinator : public QObject {
     Q_OBJECT
 
 public:
-    /// What the user's session tells and permits. All of it outlives the coordinator; what is
-    /// missing is not available.
-    struct Session {
-        FrontmostAppProviding* frontmostProvider = nullptr;
-        /// Applications of this platform that are never watched, whatever the settings say.
-        std::vector<QString> alwaysExcluded = {};
-        ObservationReport observation = {};
-        PermissionProviding* permissions = nullptr;
-        ScreenCapturing* capturer = nullptr;
-    };
-
     /// What the coordinator stands on. All of it can be replaced, so that the logic runs in a
     /// scratch directory with fakes.
     struct Parts {
@@ -59,35 +46,41 @@ public:
         std::unique_ptr<KeychainHelper> keychain;
         /// Asked at every use of a model.
         std::function<Environment()> environment;
-        std::function<Calendar()> calendar = Calendar::current;
-        Clock clock = systemNow;
-        /// Replaces the main model, so that the logic runs without a network.
-        ChatService::ProviderFactory mainProviderOverride = {};
+        PlatformWording wording;
+        Moment moment = {};
+        /// Replaces the models that the environment names, so that the logic runs without a
+        /// network.
+        std::unique_ptr<ModelProviding> models = {};
         /// How the folders that the user shares are read; without it they are not.
         std::unique_ptr<AppDataReading> appDataReading = {};
         /// The user's calendars; without it nothing of them is granted.
         std::unique_ptr<CalendarDataProviding> calendarProvider = {};
-        Session session = {};
+        ActivityFeature::Observation observation = {};
+        ScreenAccess screen = {};
     };
 
     explicit AppCoordinator(Parts parts);
 
-    ChatService& chat() { return m_chat; }
-    MemoryTiers& memory() { return m_memory; }
-    MemoryDesk& memoryDesk() { return m_memoryDesk; }
-    ActivityDesk& activityDesk() { return m_activityDesk; }
-    ModeSwitch& modes() { return m_modes; }
-    ProposalDesk& proposalDesk() { return m_proposalDesk; }
+    ChatService& chat() { return m_conversation.chat(); }
+    MemoryTiers& memory() { return m_stores.memory; }
+    MemoryDesk& memoryDesk() { return m_memory.desk(); }
+    ActivityDesk& activityDesk() { return m_activity.desk(); }
+    ModeSwitch& modes() { return m_settings.modes(); }
+    ProposalDesk& proposalDesk() { return m_proposals.desk(); }
     MemoryToolExecutor& toolExecutor() { return m_toolExecutor; }
+
     const PublishedState& state() const { return m_state; }
 
-    /// Arms the 20-second timer and begins the start-up. To be called once.
+    /// How the program is doing at this moment.
+    DiagnosticsInfo diagnostics() const;
+
+    /// Arms the 20-second timer and begins the start-up. Called once.
     void start();
 
-    Task<> pollOnce(TimePoint now);
+    Task<> pollOnce();
 
-    /// Publishes the services' present state.
-    void refresh(TimePoint now);
+    /// Publishes what the features say has changed.
+    void refresh();
 
     /// A change from the settings screens.
     void updateSettings(const std::function<void(AppSettings&)>& change);
@@ -106,65 +99,36 @@ Q_SIGNALS:
     void stateChanged();
 
 private:
+    struct Entry {
+        Feature* feature;
+        /// The feature's revision when it was last published.
+        std::optional<int> published = std::nullopt;
+    };
+
     Task<> startUp();
-    Task<> afterChatTurn();
-    Task<> remember();
-    Task<> publishModelLabel();
-    Task<std::unique_ptr<LLMProvider>> makeMainProvider();
-    Task<std::unique_ptr<LLMProvider>> makeLibrarianProvider();
-    Task<MainModelConfig> mainConfig();
     Task<SituationSnapshot> buildSituation();
     Task<QString> situationText();
-    /// The active session; nothing while the memory is off.
-    std::optional<QUuid> rememberingSessionID() const;
-    ChatService::Dependencies chatDependencies();
-    DiscreetFrontmostAppProvider::Discretion discretion();
-    DiagnosticsInfo buildDiagnostics(TimePoint now) const;
-    Task<std::set<QString>> excludedBundleIDs();
-    Task<> requestScreenPermission();
-    LibrarianService::Dependencies librarianDependencies();
-    SessionRolloverService::Dependencies rolloverDependencies();
-    MemoryDesk::Dependencies memoryDeskDependencies();
-    ProposalDesk::Dependencies proposalDeskDependencies();
-    QString residentMemory() const;
-    MemorySnapshot memorySnapshot(TimePoint now);
-    std::vector<Tool> everyTool();
-    std::unique_ptr<AppDataAccessService> appDataAccess();
-    Task<std::vector<AppDataSource>> appDataSources();
-    std::optional<QString> storageProblem() const;
+    void forgetEverywhere();
 
     Parts m_parts;
-    /// Why nothing can be written to the directory, found at the start.
-    std::optional<QString> m_directoryProblem;
-    /// Nothing where there is no directory at all: then all stores work in memory.
-    std::optional<DataDirectory> m_directory;
-    MigrationReport m_migrationReport;
     MarketConfig m_market;
-    SettingsStore m_settings;
-    MemoryTiers m_memory;
-    RuleStore m_rules;
-    ProposalManager m_proposals;
-    DiscreetFrontmostAppProvider m_frontmost;
-    ActivityTracker m_activity;
-    ChatHistoryStore m_history;
-    UsageCounter m_usage;
+    StoreRoom m_room;
+    Stores m_stores;
     ModelLanes m_lanes;
-    LaneProviders m_providers;
-    NativeMemoryRetrieval m_retrieval;
-    std::unique_ptr<AppDataAccessService> m_appData;
+    std::unique_ptr<ModelProviding> m_models;
     MemoryToolExecutor m_toolExecutor;
-    ChatService m_chat;
-    LibrarianService m_librarian;
-    SessionRolloverService m_rollover;
-    ReadingAlong m_readingAlong;
-    SessionEnd m_sessionEnd;
-    MemoryDesk m_memoryDesk;
-    ActivityDesk m_activityDesk;
-    ModeSwitch m_modes;
-    ProposalDesk m_proposalDesk;
+
+    SettingsFeature m_settings;
+    ActivityFeature m_activity;
+    LibrarianFeature m_librarian;
+    ConversationFeature m_conversation;
+    ProposalFeature m_proposals;
+    MemoryFeature m_memory;
+    ConnectionsFeature m_connections;
+    FoldersFeature m_folders;
+    std::vector<Entry> m_features;
+
     PublishedState m_state;
-    /// What the published memory was made of.
-    std::optional<int> m_publishedMemoryRevision;
     QTimer m_pollTimer;
 };
 

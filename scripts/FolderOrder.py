@@ -15,8 +15,8 @@ def rooms(house, *folders):
 
 
 ORDER = rooms(
-    CORE, "foundation", "mascots", "settings", "prompts", "wire", "tools", "features",
-    "memory", "memory/history", "memory/librarian", "memory/recall", "folders", "screen",
+    CORE, "foundation", "tools", "features", "mascots", "settings", "prompts", "wire", "memory",
+    "memory/history", "memory/librarian", "memory/recall", "folders", "screen",
     "activity", "connections", "connections/calendars", "connections/canvas",
     "connections/classroom", "conversation/proposals", "conversation", "memes", "notes", "cloud",
     "buddy", "presence") + [CORE]

@@ -17,7 +17,7 @@ void ActivityDesk::saveRule(const AccountabilityRule& rule)
     if (std::ranges::find(rules, rule.id, &AccountabilityRule::id) == rules.end())
         m.rules.add(rule);
     else
-        m.rules.update(rule, m.clock());
+        m.rules.update(rule, m.moment.now());
     m.changed();
 }
 
@@ -29,7 +29,7 @@ void ActivityDesk::deleteRule(const QUuid& id)
 
 void ActivityDesk::setRuleEnabled(const QUuid& id, bool enabled)
 {
-    m.rules.setEnabled(id, enabled, m.clock());
+    m.rules.setEnabled(id, enabled, m.moment.now());
     m.changed();
 }
 

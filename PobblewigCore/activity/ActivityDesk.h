@@ -2,6 +2,7 @@
 
 #include "activity/ActivityTracker.h"
 #include "activity/RuleStore.h"
+#include "foundation/Moment.h"
 
 #include <functional>
 
@@ -14,7 +15,7 @@ public:
     struct Dependencies {
         ActivityTracker& activity;
         RuleStore& rules;
-        Clock clock;
+        const Moment& moment;
         /// Called after each change.
         std::function<void()> changed;
     };

@@ -23,12 +23,13 @@ DiscreetFrontmostAppProvider::DiscreetFrontmostAppProvider(
 
 std::optional<FrontmostApp> DiscreetFrontmostAppProvider::frontmostApp()
 {
-    if (!m_source || m_discretion.isPaused())
+    const auto& settings = m_discretion.settings;
+    if (!m_source || settings.isPaused(m_discretion.moment.now()))
         return std::nullopt;
     auto front = m_source->frontmostApp();
     if (front
         && (names(m_discretion.alwaysExcluded, front->bundleIdentifier)
-            || names(m_discretion.excluded(), front->bundleIdentifier)))
+            || names(settings.settings().excludedBundleIDs, front->bundleIdentifier)))
         return std::nullopt;
     return front;
 }

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "activity/FrontmostAppProviding.h"
+#include "foundation/Moment.h"
+#include "settings/SettingsStore.h"
 
-#include <functional>
 #include <vector>
 
 namespace pobblewig {
@@ -11,16 +12,15 @@ namespace pobblewig {
 /// while observation rests, is nothing in front. So it reaches no session and no file.
 class DiscreetFrontmostAppProvider : public FrontmostAppProviding {
 public:
+    /// What is kept back, beside what the settings say at each poll.
     struct Discretion {
+        const SettingsStore& settings;
+        const Moment& moment;
         /// What this platform never shows, whatever the settings say.
-        std::vector<QString> alwaysExcluded;
-        /// The user's own list, asked at every poll.
-        std::function<std::vector<QString>()> excluded;
-        /// While true the source is not even asked.
-        std::function<bool()> isPaused;
+        std::vector<QString> alwaysExcluded = {};
     };
 
-    /// Without a source nothing is in front, and nobody is idle.
+    /// Without a source nothing is in front, and nobody is idle. A paused source is not even asked.
     DiscreetFrontmostAppProvider(FrontmostAppProviding* source, Discretion discretion);
 
     std::optional<FrontmostApp> frontmostApp() override;

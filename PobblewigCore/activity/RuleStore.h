@@ -18,6 +18,9 @@ public:
 
     const std::vector<AccountabilityRule>& rules() const { return m_rules; }
 
+    /// Grows with every change.
+    int revision() const { return m_file.revision(); }
+
     void add(AccountabilityRule rule);
 
     /// Replaces the rule of the same id, as of now.

@@ -34,12 +34,15 @@ bool isWorthRetrying(const ChatError& error)
 
 } // namespace
 
-ChatService::ChatService(ChatHistoryStore& history, UsageCounter& usage, Dependencies dependencies)
-    : m_history(history)
-    , m_dependencies(std::move(dependencies))
-    , m_router(usage, { m_dependencies.mainProvider, m_dependencies.visionProvider })
-    , m_screenshots(m_dependencies.screenshots)
-    , m_messages(history.messages())
+ChatService::ChatService(const Stores& stores, const Moment& moment, Surroundings surroundings)
+    : m_settings(stores.settings)
+    , m_memory(stores.memory)
+    , m_history(stores.history)
+    , m_moment(moment)
+    , m(std::move(surroundings))
+    , m_router(stores.usage, m.models)
+    , m_screenshots(m.screen, stores.settings, m.wording)
+    , m_messages(stores.history.messages())
 {
 }
 
@@ -69,14 +72,23 @@ void ChatService::retryLast()
 
 void ChatService::cancelStreaming()
 {
-    if (!m_isRunning)
+    if (!isInTurn())
         return;
-    m_isRunning = false;
     m_stop.request_stop();
     m_router.close();
     beginPreview();
-    setStreaming(false);
+    enter(Phase::idle);
     Q_EMIT activityChanged(false, false);
+}
+
+void ChatService::say(const QString& text, std::optional<QUuid> relatedInterventionID)
+{
+    append({ .id = QUuid::createUuid(),
+        .role = ChatMessage::Role::assistant,
+        .text = text,
+        .timestamp = m_moment.now(),
+        .sessionID = sessionID(),
+        .relatedInterventionID = relatedInterventionID });
 }
 
 void ChatService::reload()
@@ -88,12 +100,12 @@ void ChatService::reload()
 bool ChatService::canRun(const Request& request) const
 {
     const auto wantsScreenshot = request.screenshot == Screenshot::with;
-    return !m_isRunning && !(wantsScreenshot && m_screenshots.isTaking());
+    return !isInTurn() && !(wantsScreenshot && m_screenshots.isTaking());
 }
 
 void ChatService::run(AutoRetry autoRetry)
 {
-    m_isRunning = true;
+    enter(Phase::preparing);
     m_stop = std::stop_source();
     Q_EMIT activityChanged(true, false);
     spawn(runTurn(autoRetry, m_stop.get_token()));
@@ -128,13 +140,13 @@ Task<> ChatService::completeTurn(Actions actions, std::stop_token stop)
         co_await onTurnComplete();
     if (stop.stop_requested())
         co_return;
-    m_isRunning = false;
+    enter(Phase::idle);
     Q_EMIT activityChanged(false, true);
 }
 
 void ChatService::abandonTurn(const ChatError& error, AutoRetry autoRetry)
 {
-    m_isRunning = false;
+    enter(Phase::idle);
     if (autoRetry == AutoRetry::allowed && isWorthRetrying(error)) {
         Log::line(QStringLiteral("buddy: request failed (%1); auto-retrying once")
                       .arg(loggable(*modelError(error))));
@@ -147,10 +159,11 @@ void ChatService::abandonTurn(const ChatError& error, AutoRetry autoRetry)
 Task<ChatService::Outcome> ChatService::send(
     QString text, std::optional<QByteArray> image, UserMessage userMessage)
 {
-    if (m_isStreaming)
+    if (isStreaming())
         co_return Outcome();
+    const auto nextPhase = isInTurn() ? Phase::finishing : Phase::idle;
     const auto stop = m_stop.get_token();
-    const auto provider = co_await m_dependencies.mainProvider();
+    const auto provider = co_await m.models.makeProvider(ModelUse::main);
     if (stop.stop_requested())
         co_return failed(Cancelled());
     if (!provider) {
@@ -162,7 +175,7 @@ Task<ChatService::Outcome> ChatService::send(
         co_return Outcome();
 
     setLastError(std::nullopt);
-    setStreaming(true);
+    enter(Phase::streaming);
     beginPreview();
     m_lastToolCalls.clear();
     Turn turn { userMessageFor(trimmed, image.has_value(), userMessage), std::move(image), stop };
@@ -176,7 +189,7 @@ Task<ChatService::Outcome> ChatService::send(
     else
         setLastError(description(std::get<LLMFailure>(outcome.error())));
     beginPreview();
-    setStreaming(false);
+    enter(nextPhase);
     if (!outcome)
         co_return failed(outcome.error());
     co_return std::move(outcome->actions);
@@ -193,7 +206,7 @@ Task<ChatService::Outcome> ChatService::sendWithScreenshot(QString text, UserMes
     if (stop.stop_requested())
         co_return failed(Cancelled());
     if (!screenshot) {
-        setLastError(ScreenshotTaker::explanation(screenshot.error()));
+        setLastError(m_screenshots.explanation(screenshot.error()));
         co_return failed(screenshot.error());
     }
     setCaptureIndicator(screenshot->description);
@@ -212,29 +225,30 @@ Task<ChatTurn::Outcome> ChatService::requestReply(Turn turn)
 
 Task<ChatTurn::Input> ChatService::turnInput(Turn turn)
 {
-    const auto config = co_await m_dependencies.mainConfig();
-    const auto situation = co_await m_dependencies.situationProvider();
+    const auto config = co_await m.models.mainConfig();
+    const auto situation = co_await m.situation();
     const auto lane = co_await m_router.lane(turn.image.has_value());
     co_return ChatTurn::Input {
-        .prompt = { .memory = m_dependencies.residentMemory(),
+        .prompt = { .memory = residentMemory(),
             .situation = situation,
             .hasImage = turn.image.has_value(),
             .toolsAvailable = tools(turn.stop).isAvailable(),
             .nativeTools = m_router.offersNativeTools(lane),
-            .now = m_dependencies.clock() },
+            .now = m_moment.now(),
+            .wording = m.wording },
         .conversation = conversation(turn),
         .maxOutputTokens = config.maxOutputTokens,
-        .actionConfirmations = m_dependencies.actionConfirmations(),
-        .isMemoryEnabled = m_dependencies.memoryEnabledProvider(),
-        .calendar = m_dependencies.calendar(),
+        .actionConfirmations = m_settings.settings().actionConfirmations,
+        .isMemoryEnabled = isMemoryEnabled(),
+        .calendar = m_moment.calendar(),
     };
 }
 
 ToolRunner ChatService::tools(const std::stop_token& stop)
 {
     return ToolRunner({
-        .executor = m_dependencies.toolExecutor(),
-        .isMemoryEnabled = m_dependencies.memoryEnabledProvider(),
+        .executor = m.toolExecutor,
+        .isMemoryEnabled = isMemoryEnabled(),
         .screenshots = m_screenshots,
         .captured =
             [this, stop](const QString& description) {
@@ -281,9 +295,9 @@ ChatMessage ChatService::userMessageFor(const QString& text, bool hasImage, User
         .id = QUuid::createUuid(),
         .role = ChatMessage::Role::user,
         .text = text,
-        .timestamp = m_dependencies.clock(),
+        .timestamp = m_moment.now(),
         .hadImage = hasImage,
-        .sessionID = m_dependencies.sessionIDProvider(),
+        .sessionID = sessionID(),
     };
     if (userMessage == UserMessage::record) {
         append(message);
@@ -304,16 +318,31 @@ void ChatService::finishReply(const ChatTurn::Result& result, std::optional<QUui
         .id = QUuid::createUuid(),
         .role = ChatMessage::Role::assistant,
         .text = result.text,
-        .timestamp = m_dependencies.clock(),
+        .timestamp = m_moment.now(),
         .hadImage = result.tookScreenshot,
         .sessionID = sessionID,
     });
     setCaptureIndicator(std::nullopt);
 }
 
-void ChatService::setStreaming(bool isStreaming)
+std::optional<QUuid> ChatService::sessionID() const
 {
-    if (std::exchange(m_isStreaming, isStreaming) != isStreaming)
+    const auto session = m_memory.sessions.activeSession();
+    return session && isMemoryEnabled() ? std::optional(session->id) : std::nullopt;
+}
+
+QString ChatService::residentMemory() const
+{
+    if (!isMemoryEnabled())
+        return {};
+    return m_memory.notes.residentMemory(MemoryStore::hardCapTokens, m_moment.now());
+}
+
+void ChatService::enter(Phase phase)
+{
+    const auto wasStreaming = isStreaming();
+    m_phase = phase;
+    if (isStreaming() != wasStreaming)
         Q_EMIT isStreamingChanged();
 }
 

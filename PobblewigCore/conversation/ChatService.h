@@ -2,10 +2,11 @@
 
 #include "conversation/ChatTurn.h"
 #include "conversation/ReplyPreview.h"
-#include "foundation/Time.h"
+#include "features/Stores.h"
+#include "foundation/Moment.h"
+#include "memory/MemoryTiers.h"
 #include "memory/history/ChatHistoryStore.h"
 #include "prompts/SituationSnapshot.h"
-#include "wire/LaneConfigurations.h"
 
 #include <QObject>
 
@@ -24,28 +25,15 @@ class ChatService : public QObject {
     Q_OBJECT
 
 public:
-    using ProviderFactory = ModelRouter::ProviderFactory;
-
-    /// Asked anew for every use, so that a change of account or environment counts from the next
-    /// request on.
-    struct Dependencies {
-        ProviderFactory mainProvider;
-        ProviderFactory visionProvider;
-        std::function<Task<MainModelConfig>()> mainConfig;
-        std::function<Task<SituationSnapshot>()> situationProvider;
-        /// The notes for the prompt; empty while the memory is off.
-        std::function<QString()> residentMemory = [] { return QString(); };
-        std::function<bool()> memoryEnabledProvider = [] { return true; };
+    /// What a turn draws on beside the stores. All of it outlives the service.
+    struct Surroundings {
+        ModelProviding& models;
+        /// Asked for each turn.
+        std::function<Task<SituationSnapshot>()> situation;
         /// Null where the memory cannot be asked.
-        std::function<MemoryToolExecutor*()> toolExecutor = [] { return nullptr; };
-        std::function<std::optional<QUuid>()> sessionIDProvider = [] { return std::nullopt; };
-        /// Which kinds of changes ask the user first.
-        std::function<std::map<QString, bool>()> actionConfirmations = [] {
-            return std::map<QString, bool>();
-        };
-        ScreenshotTaker::Dependencies screenshots = {};
-        std::function<Calendar()> calendar = Calendar::current;
-        Clock clock = systemNow;
+        MemoryToolExecutor* toolExecutor = nullptr;
+        ScreenAccess screen = {};
+        PlatformWording wording = PlatformWording::linuxDesktop;
     };
 
     enum class Screenshot { without, with };
@@ -53,17 +41,18 @@ public:
     using Actions = std::vector<BuddyAction>;
     using Outcome = tl::expected<Actions, ChatError>;
 
-    ChatService(ChatHistoryStore& history, UsageCounter& usage, Dependencies dependencies);
+    /// `stores` and `moment` outlive the service.
+    ChatService(const Stores& stores, const Moment& moment, Surroundings surroundings);
 
     /// A copy of the history.
     const std::vector<ChatMessage>& messages() const { return m_messages; }
 
     /// What may be shown of the reply in progress; empty between replies.
     const QString& streamingPreview() const { return m_preview.text(); }
-    bool isStreaming() const { return m_isStreaming; }
+    bool isStreaming() const { return m_phase == Phase::streaming; }
 
     /// From the submitted text to the end of what the reply leads to.
-    bool isInTurn() const { return m_isRunning || m_isStreaming; }
+    bool isInTurn() const { return m_phase != Phase::idle; }
 
     /// What went wrong with the last turn, for the user.
     const std::optional<QString>& lastError() const { return m_lastError; }
@@ -88,6 +77,10 @@ public:
     /// Runs the last turn again without recording its user message twice.
     void retryLast();
     void cancelStreaming();
+
+    /// Adds what the buddy says by itself to the conversation. The message belongs to the active
+    /// session, or to none while the memory is off.
+    void say(const QString& text, std::optional<QUuid> relatedInterventionID = std::nullopt);
 
     /// Publishes the history anew.
     void reload();
@@ -116,6 +109,8 @@ Q_SIGNALS:
 
 private:
     enum class AutoRetry { allowed, done };
+    /// `finishing` is the time from the reply to the end of what it leads to.
+    enum class Phase { idle, preparing, streaming, finishing };
 
     struct Request {
         QString text;
@@ -146,21 +141,30 @@ private:
     void append(ChatMessage message);
     void finishReply(const ChatTurn::Result& result, std::optional<QUuid> sessionID);
 
-    void setStreaming(bool isStreaming);
+    /// The active session; nothing while the memory is off.
+    std::optional<QUuid> sessionID() const;
+    bool isMemoryEnabled() const { return m_settings.settings().memoryEnabled; }
+    /// The notes for the prompt; empty while the memory is off.
+    QString residentMemory() const;
+
+    void enter(Phase phase);
     void beginPreview();
     void growPreview(const QString& token);
     void noteTools(const std::vector<MemoryToolResult>& results);
     void setLastError(std::optional<QString> error);
     void setCaptureIndicator(std::optional<QString> indicator);
 
+    const SettingsStore& m_settings;
+    const MemoryTiers& m_memory;
     ChatHistoryStore& m_history;
-    Dependencies m_dependencies;
+    const Moment& m_moment;
+    Surroundings m;
     ModelRouter m_router;
     ScreenshotTaker m_screenshots;
 
     std::vector<ChatMessage> m_messages;
     ReplyPreview m_preview;
-    bool m_isStreaming = false;
+    Phase m_phase = Phase::idle;
     std::optional<QString> m_lastError;
     std::optional<QString> m_captureIndicator;
     std::vector<QString> m_lastToolCalls;
@@ -168,7 +172,6 @@ private:
 
     std::optional<Request> m_lastRequest;
     bool m_lastRequestRecordedUserMessage = false;
-    bool m_isRunning = false;
     std::stop_source m_stop;
 };
 

@@ -191,7 +191,7 @@ Task<ChatTurn::Failure> ChatTurn::ask(std::vector<LLMToolDefinition> tools)
     m_reply = *std::move(reply);
     if (m_reply.toolCalls.size() > ChatTurnLogic::maxCallsPerReply)
         m_reply.toolCalls.resize(ChatTurnLogic::maxCallsPerReply);
-    logActions(m_reply.toolCalls);
+    collectActions(m_reply.toolCalls);
     co_return std::nullopt;
 }
 
@@ -206,7 +206,7 @@ std::vector<LLMToolDefinition> ChatTurn::toolList(const std::set<QString>& expan
     });
 }
 
-void ChatTurn::logActions(const std::vector<LLMToolCall>& calls)
+void ChatTurn::collectActions(const std::vector<LLMToolCall>& calls)
 {
     for (const auto& call : calls) {
         if (!BuddyTools::isActionTool(call.name))

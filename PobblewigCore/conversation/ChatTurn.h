@@ -63,7 +63,7 @@ private:
     /// Asks the model to go on; what it answers is `m_reply`.
     Task<Failure> ask(std::vector<LLMToolDefinition> tools);
     std::vector<LLMToolDefinition> toolList(const std::set<QString>& expanded) const;
-    void logActions(const std::vector<LLMToolCall>& calls);
+    void collectActions(const std::vector<LLMToolCall>& calls);
     void sayThatAPictureIsThere();
 
     ModelRouter& m_router;

@@ -47,9 +47,9 @@ tl::unexpected<ChatError> cancelled()
 
 } // namespace
 
-ModelRouter::ModelRouter(UsageCounter& usage, Dependencies dependencies)
+ModelRouter::ModelRouter(UsageCounter& usage, ModelProviding& models)
     : m_usage(usage)
-    , m_dependencies(std::move(dependencies))
+    , m_models(models)
 {
 }
 
@@ -92,11 +92,11 @@ Task<ModelRouter::Route> ModelRouter::route(bool hasImage)
 {
     Route route;
     if (hasImage) {
-        route.provider = co_await m_dependencies.visionProvider();
+        route.provider = co_await m_models.makeProvider(ModelUse::vision);
         route.lane = route.provider ? UsageLane::vision : UsageLane::main;
     }
     if (!route.provider)
-        route.provider = co_await m_dependencies.mainProvider();
+        route.provider = co_await m_models.makeProvider(ModelUse::main);
     co_return route;
 }
 

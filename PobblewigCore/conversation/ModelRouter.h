@@ -3,7 +3,7 @@
 #include "conversation/ChatError.h"
 #include "foundation/Task.h"
 #include "memory/history/UsageCounter.h"
-#include "wire/LLMProvider.h"
+#include "wire/ModelProviding.h"
 
 #include <functional>
 #include <memory>
@@ -24,15 +24,8 @@ struct ModelReply {
 /// until the end of the process which lanes know no tools.
 class ModelRouter {
 public:
-    using ProviderFactory = std::function<Task<std::unique_ptr<LLMProvider>>()>;
     using Reply = tl::expected<ModelReply, ChatError>;
     using TokenHandler = std::function<void(const QString& token)>;
-
-    /// The factories are asked anew for every request.
-    struct Dependencies {
-        ProviderFactory mainProvider;
-        ProviderFactory visionProvider;
-    };
 
     struct Request {
         std::vector<LLMMessage> messages;
@@ -42,7 +35,7 @@ public:
         TokenHandler onToken = {};
     };
 
-    ModelRouter(UsageCounter& usage, Dependencies dependencies);
+    ModelRouter(UsageCounter& usage, ModelProviding& models);
 
     /// The lane of a request with or without a picture.
     Task<UsageLane> lane(bool hasImage);
@@ -69,7 +62,7 @@ private:
     void addUsage(UsageLane lane, const LLMUsage& usage);
 
     UsageCounter& m_usage;
-    Dependencies m_dependencies;
+    ModelProviding& m_models;
     std::set<UsageLane> m_disabledNativeLanes;
     std::shared_ptr<LLMStream> m_stream;
 };

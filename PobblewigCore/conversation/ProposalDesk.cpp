@@ -52,13 +52,14 @@ std::vector<QString> tags(Kind kind)
 
 } // namespace
 
-ProposalDesk::ProposalDesk(Dependencies dependencies)
-    : m(std::move(dependencies))
-    , m_writer({ .settings = m.settings,
-          .memory = m.memory,
-          .calendarProvider = m.calendarProvider,
-          .calendar = m.calendar,
-          .clock = m.clock })
+ProposalDesk::ProposalDesk(
+    const Stores& stores, const Moment& moment, const Hands& hands, std::function<void()> changed)
+    : m(stores)
+    , m_moment(moment)
+    , m_chat(hands.chat)
+    , m_modes(hands.modes)
+    , m_writer(stores, moment, hands.calendarProvider)
+    , m_changed(std::move(changed))
 {
 }
 
@@ -72,8 +73,8 @@ Task<> ProposalDesk::apply(std::vector<BuddyAction> actions)
         isTooMuch |= admission == Admission::tooMany;
     }
     if (isTooMuch)
-        noteProposalState(tooManyText());
-    m.changed();
+        m_chat.say(tooManyText());
+    m_changed();
 }
 
 Task<> ProposalDesk::confirmProposal(QString proposalId)
@@ -85,7 +86,7 @@ Task<> ProposalDesk::confirmProposal(QString proposalId)
         co_await confirmRule(*proposal);
     else
         co_await confirmWrite(*proposal);
-    m.changed();
+    m_changed();
 }
 
 void ProposalDesk::rejectProposal(const QString& proposalId)
@@ -93,8 +94,8 @@ void ProposalDesk::rejectProposal(const QString& proposalId)
     const auto proposal = m.proposals.proposal(proposalId);
     if (!proposal || !m.proposals.reject(proposalId))
         return;
-    noteProposalState(QStringLiteral("Dismissed the pending proposal: %1.").arg(proposal->name));
-    m.changed();
+    m_chat.say(QStringLiteral("Dismissed the pending proposal: %1.").arg(proposal->name));
+    m_changed();
 }
 
 Task<> ProposalDesk::allowAlwaysProposal(QString proposalId)
@@ -110,10 +111,10 @@ Task<> ProposalDesk::allowAlwaysProposal(QString proposalId)
 auto ProposalDesk::applyOne(BuddyAction action) -> Task<Admission>
 {
     if (const auto* temporary = std::get_if<TemporaryMode>(&action)) {
-        m.modes.setTemporaryMode(temporary->mode, temporary->minutes);
+        m_modes.setTemporaryMode(temporary->mode, temporary->minutes);
         co_return Admission::admitted;
     }
-    auto proposal = stamped(std::get<RuleProposal>(std::move(action)), m.clock());
+    auto proposal = stamped(std::get<RuleProposal>(std::move(action)), m_moment.now());
     if (proposal.kind == Kind::rule)
         co_return queue(proposal);
     co_return co_await handleWrite(std::move(proposal));
@@ -149,7 +150,7 @@ auto ProposalDesk::queue(const RuleProposal& proposal) -> Admission
     if (m.proposals.isFull())
         return Admission::tooMany;
     m.proposals.registerProposal(proposal);
-    noteProposalState(queuedText(proposal));
+    m_chat.say(queuedText(proposal));
     return Admission::admitted;
 }
 
@@ -197,9 +198,9 @@ AppSettings ProposalDesk::settingsWithWaitingForm() const
 
 Task<> ProposalDesk::confirmRule(RuleProposal proposal)
 {
-    const auto result = co_await m.proposals.confirm(proposal.proposalId, m.rules, m.clock());
+    const auto result = co_await m.proposals.confirm(proposal.proposalId, m.rules, m_moment.now());
     if (result.kind == ConfirmResult::Kind::created)
-        noteProposalState(QStringLiteral("Rule is now active: %1.").arg(proposal.name));
+        m_chat.say(QStringLiteral("Rule is now active: %1.").arg(proposal.name));
 }
 
 Task<> ProposalDesk::confirmWrite(RuleProposal proposal)
@@ -211,7 +212,7 @@ Task<> ProposalDesk::confirmWrite(RuleProposal proposal)
     if (result.kind == ConfirmResult::Kind::created)
         noteSuccess(outcome->text, proposal.kind);
     if (outcome->selfNote)
-        noteProposalState(*outcome->selfNote);
+        m_chat.say(*outcome->selfNote);
 }
 
 auto ProposalDesk::writing(const std::shared_ptr<ProposalWriter::Outcome>& outcome)
@@ -230,23 +231,9 @@ auto ProposalDesk::execute(RuleProposal proposal, std::shared_ptr<ProposalWriter
     co_return QUuid::createUuid();
 }
 
-void ProposalDesk::noteProposalState(const QString& text)
-{
-    const auto session = m.memory.sessions.activeSession();
-    const auto isRemembered = session && m.settings.settings().memoryEnabled;
-    m.history.append({
-        .id = QUuid::createUuid(),
-        .role = ChatMessage::Role::assistant,
-        .text = text,
-        .timestamp = m.clock(),
-        .sessionID = isRemembered ? std::optional(session->id) : std::nullopt,
-    });
-    m.chat.reload();
-}
-
 void ProposalDesk::noteSuccess(const QString& text, Kind kind)
 {
-    noteProposalState(text);
+    m_chat.say(text);
     // What is forgotten must not live on in the record of it.
     const auto isForgotten = kind == Kind::forgetMemory;
     record(isForgotten ? QStringLiteral("Forgot something at the user's request") : text, kind);
@@ -254,7 +241,7 @@ void ProposalDesk::noteSuccess(const QString& text, Kind kind)
 
 void ProposalDesk::noteWriteResult(const QString& text, Kind kind)
 {
-    noteProposalState(text);
+    m_chat.say(text);
     record(text, kind);
 }
 
@@ -262,8 +249,8 @@ void ProposalDesk::record(const QString& text, Kind kind)
 {
     if (!m.settings.settings().memoryEnabled)
         return;
-    const auto now = m.clock();
-    const auto observation = m.memory.observations.add({
+    const auto now = m_moment.now();
+    m.memory.record({
         .id = QUuid::createUuid(),
         .occurredAt = now,
         .recordedAt = now,
@@ -271,7 +258,6 @@ void ProposalDesk::record(const QString& text, Kind kind)
         .source = ObservationSource::systemObserved,
         .tags = tags(kind),
     });
-    m.memory.sessions.linkObservation(observation.id);
 }
 
 } // namespace pobblewig

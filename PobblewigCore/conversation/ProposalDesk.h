@@ -5,7 +5,6 @@
 #include "conversation/proposals/BuddyAction.h"
 #include "conversation/proposals/ProposalManager.h"
 #include "conversation/proposals/ProposalWriter.h"
-#include "foundation/Calendar.h"
 #include "memory/MemoryTiers.h"
 #include "settings/ModeSwitch.h"
 
@@ -15,23 +14,16 @@ namespace pobblewig {
 /// outcome is told in the conversation, where the model reads it too.
 class ProposalDesk {
 public:
-    /// All of it outlives the desk.
-    struct Dependencies {
-        ProposalManager& proposals;
-        SettingsStore& settings;
-        RuleStore& rules;
-        MemoryTiers& memory;
-        ChatHistoryStore& history;
+    /// Who carries out what the user allows.
+    struct Hands {
         ChatService& chat;
         ModeSwitch& modes;
         CalendarDataProviding& calendarProvider;
-        std::function<Calendar()> calendar;
-        Clock clock;
-        /// Called after each change.
-        std::function<void()> changed;
     };
 
-    explicit ProposalDesk(Dependencies dependencies);
+    /// All of it outlives the desk. `changed` is called after each change.
+    ProposalDesk(const Stores& stores, const Moment& moment, const Hands& hands,
+        std::function<void()> changed);
 
     /// What a finished turn asked for. At most `ProposalManager::maxPending` changes wait for the
     /// user; what comes on top is dropped, and the user is told.
@@ -63,13 +55,16 @@ private:
     Task<ProposalManager::Execution> execute(
         RuleProposal proposal, std::shared_ptr<ProposalWriter::Outcome> outcome);
 
-    void noteProposalState(const QString& text);
     void noteWriteResult(const QString& text, RuleProposal::Kind kind);
     void noteSuccess(const QString& text, RuleProposal::Kind kind);
     void record(const QString& text, RuleProposal::Kind kind);
 
-    Dependencies m;
+    Stores m;
+    const Moment& m_moment;
+    ChatService& m_chat;
+    ModeSwitch& m_modes;
     ProposalWriter m_writer;
+    std::function<void()> m_changed;
 };
 
 } // namespace pobblewig

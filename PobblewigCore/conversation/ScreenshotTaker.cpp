@@ -4,29 +4,43 @@
 
 namespace pobblewig {
 
-ScreenshotTaker::ScreenshotTaker(Dependencies dependencies)
-    : m_dependencies(std::move(dependencies))
+ScreenshotTaker::ScreenshotTaker(
+    ScreenAccess access, SettingsStore& settings, const PlatformWording& wording)
+    : m_access(access)
+    , m_settings(settings)
+    , m_wording(wording)
 {
 }
 
 Task<ScreenshotTaker::Result> ScreenshotTaker::take()
 {
     m_isTaking = true;
-    const auto excluded = co_await m_dependencies.excludedBundleIDs();
-    auto screenshot = co_await m_dependencies.capturer->captureForCurrentContext(excluded);
+    const auto& excluded = m_settings.settings().excludedBundleIDs;
+    auto screenshot =
+        co_await m_access.capturer->captureForCurrentContext({ excluded.begin(), excluded.end() });
     m_isTaking = false;
-    const auto isDenied =
-        !screenshot && screenshot.error().kind == ScreenCaptureError::Kind::permissionDenied;
-    if (isDenied && m_dependencies.requestScreenPermission)
-        co_await m_dependencies.requestScreenPermission();
+    if (!screenshot && screenshot.error().kind == ScreenCaptureError::Kind::permissionDenied)
+        co_await requestPermission();
     co_return screenshot;
 }
 
-QString ScreenshotTaker::explanation(const ScreenCaptureError& error)
+QString ScreenshotTaker::explanation(const ScreenCaptureError& error) const
 {
     if (error.kind == ScreenCaptureError::Kind::permissionDenied)
-        return PlatformWording::linuxDesktop.screenPermissionNeeded.toString();
-    return ScreenCaptureLogic::description(error);
+        return m_wording.screenPermissionNeeded.toString();
+    return description(error);
+}
+
+QString ScreenshotTaker::description(const ScreenCaptureError& error) const
+{
+    return ScreenCaptureLogic::description(error, m_wording);
+}
+
+Task<> ScreenshotTaker::requestPermission()
+{
+    m_settings.update([](auto& settings) { settings.screenCaptureRequestedBefore = true; });
+    if (m_access.permissions)
+        co_await m_access.permissions->requestScreenCapture();
 }
 
 } // namespace pobblewig

@@ -1,39 +1,48 @@
 #pragma once
 
+#include "prompts/PlatformWording.h"
+#include "screen/PermissionProviding.h"
 #include "screen/ScreenCapturing.h"
-
-#include <functional>
+#include "settings/SettingsStore.h"
 
 namespace pobblewig {
 
-/// Takes the pictures of the screen that a turn asks for, one at a time.
+/// What the session lets the program see. All of it outlives the program; what is missing is not
+/// available.
+struct ScreenAccess {
+    ScreenCapturing* capturer = nullptr;
+    /// Asked for permission when a picture was denied.
+    PermissionProviding* permissions = nullptr;
+};
+
+/// Takes the pictures of the screen that a turn asks for, one at a time and without the
+/// applications that the user excludes.
 class ScreenshotTaker {
 public:
-    struct Dependencies {
-        /// Nothing where the session has no capture at all.
-        ScreenCapturing* capturer = nullptr;
-        /// Asked anew for every picture.
-        std::function<Task<std::set<QString>>()> excludedBundleIDs = {};
-        /// Called when a picture was denied, so that the user is asked.
-        std::function<Task<>()> requestScreenPermission = {};
-    };
     using Result = tl::expected<CapturedScreenshot, ScreenCaptureError>;
 
-    explicit ScreenshotTaker(Dependencies dependencies);
+    ScreenshotTaker(ScreenAccess access, SettingsStore& settings, const PlatformWording& wording);
 
-    bool isAvailable() const { return m_dependencies.capturer; }
+    bool isAvailable() const { return m_access.capturer; }
 
     /// Whether a picture is under way. Its turn may have been stopped meanwhile.
     bool isTaking() const { return m_isTaking; }
 
-    /// To be called only while none is under way, and where it is available.
+    /// Must not be called while a picture is under way, nor where it is not available.
     Task<Result> take();
 
     /// Why a turn failed, and what the user can do.
-    static QString explanation(const ScreenCaptureError& error);
+    QString explanation(const ScreenCaptureError& error) const;
+
+    /// Why a picture is missing, for the model.
+    QString description(const ScreenCaptureError& error) const;
 
 private:
-    Dependencies m_dependencies;
+    Task<> requestPermission();
+
+    ScreenAccess m_access;
+    SettingsStore& m_settings;
+    PlatformWording m_wording;
     bool m_isTaking = false;
 };
 

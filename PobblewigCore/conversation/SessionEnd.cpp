@@ -7,15 +7,15 @@ SessionEnd::SessionEnd(Dependencies dependencies)
 {
 }
 
-Task<> SessionEnd::endIfDue(TimePoint now)
+Task<> SessionEnd::endIfDue()
 {
-    if (!isDue(now))
+    if (!isDue())
         co_return;
     const auto ending = begin();
     co_await m.readingAlong.extractPendingTurns();
     // The user may have said something meanwhile.
     if (!m.chat.isInTurn())
-        co_await m.rollover.rolloverIfNeeded(now, m.calendar(), ending);
+        co_await m.rollover.rolloverIfNeeded(m.moment.now(), m.moment.calendar(), ending);
     ended();
 }
 
@@ -25,14 +25,14 @@ Task<> SessionEnd::startNewSession()
         co_return;
     const auto ending = begin();
     co_await m.readingAlong.extractPendingTurns();
-    co_await m.rollover.forceRollover(m.clock(), m.calendar(), ending);
+    co_await m.rollover.forceRollover(m.moment.now(), m.moment.calendar(), ending);
     ended();
 }
 
-bool SessionEnd::isDue(TimePoint now) const
+bool SessionEnd::isDue() const
 {
     return !m_isUnderWay && !m.chat.isInTurn()
-        && m.memory.sessions.shouldRollOver(now, m.calendar());
+        && m.memory.sessions.shouldRollOver(m.moment.now(), m.moment.calendar());
 }
 
 std::optional<SessionRolloverService::Ending> SessionEnd::begin()

@@ -10,14 +10,14 @@ namespace pobblewig {
 /// the user wants a new one. The librarian reads its tail before.
 class SessionEnd {
 public:
+    /// All of it outlives the end of a session.
     struct Dependencies {
-        MemoryTiers& memory;
+        const MemoryTiers& memory;
+        const Moment& moment;
         ChatService& chat;
         ReadingAlong& readingAlong;
         SessionRolloverService& rollover;
-        std::function<Calendar()> calendar;
-        Clock clock;
-        /// Called after each change.
+        /// Called when an end begins and when it is over.
         std::function<void()> changed;
     };
 
@@ -26,15 +26,15 @@ public:
     /// Whether a session is being closed, which can take as long as the librarian's model does.
     bool isUnderWay() const { return m_isUnderWay; }
 
-    /// To be called at each poll. A session never ends amid a turn.
-    Task<> endIfDue(TimePoint now);
+    /// Called at each poll. A session never ends amid a turn.
+    Task<> endIfDue();
 
     /// Does nothing without a conversation, amid a turn and while a session is being closed. What
     /// is said from now on belongs to the new one.
     Task<> startNewSession();
 
 private:
-    bool isDue(TimePoint now) const;
+    bool isDue() const;
     /// What is said from now on is no part of the ending.
     std::optional<SessionRolloverService::Ending> begin();
     void ended();

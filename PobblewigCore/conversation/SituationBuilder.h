@@ -1,21 +1,21 @@
 #pragma once
 
-#include "activity/ActivitySession.h"
 #include "foundation/Calendar.h"
 #include "memory/MemoryTiers.h"
 #include "prompts/SituationSnapshot.h"
 #include "settings/AppSettings.h"
+
+#include <QStringList>
 
 namespace pobblewig {
 
 /// What the moment consists of.
 struct Situation {
     const AppSettings& settings;
-    bool isPaused = false;
-    std::optional<ActivitySession> currentSession = std::nullopt;
     const MemoryTiers& memory;
     Calendar calendar;
-    TimePoint now;
+    /// What each feature says of it, in the features' order.
+    QStringList lines;
 };
 
 namespace SituationBuilder {

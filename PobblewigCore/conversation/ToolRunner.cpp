@@ -1,7 +1,6 @@
 #include "conversation/ToolRunner.h"
 
 #include "conversation/BuddyTools.h"
-#include "screen/ScreenCaptureLogic.h"
 #include "tools/ToolArguments.h"
 
 #include <utility>
@@ -111,7 +110,7 @@ Task<MemoryToolResult> ToolRunner::runScreenCapture()
     const auto screenshot = co_await m.screenshots.take();
     if (!screenshot)
         co_return captureResult(
-            false, QStringLiteral("error: ") + ScreenCaptureLogic::description(screenshot.error()));
+            false, QStringLiteral("error: ") + m.screenshots.description(screenshot.error()));
     m_toolScreenshot = screenshot->jpegData;
     m.captured(screenshot->description);
     co_return captureResult(true,

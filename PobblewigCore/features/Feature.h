@@ -6,6 +6,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <vector>
 
 namespace pobblewig {
@@ -30,15 +31,24 @@ public:
     /// What it lets a model call; asked once, at the start.
     virtual std::vector<Tool> tools() { return {}; }
 
-    /// Writes its own record, and nothing else. Called after `changed`.
+    /// Writes its own record, and nothing else. Called when the revision has grown.
     virtual void publish(PublishedState&) const { }
 
-    /// Set by the coordinator.
+    /// Grows whenever what `publish` writes may have changed.
+    virtual int revision() const { return m_revision; }
+
+    /// Called when the revision has grown outside a poll.
     std::function<void()> onChanged = [] {};
 
 protected:
-    /// What `publish` writes is no longer what it wrote last.
-    void changed() const { onChanged(); }
+    void changed()
+    {
+        ++m_revision;
+        onChanged();
+    }
+
+private:
+    int m_revision = 0;
 };
 
 } // namespace pobblewig

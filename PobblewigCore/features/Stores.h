@@ -2,7 +2,6 @@
 
 namespace pobblewig {
 
-class ActivityTracker;
 class ChatHistoryStore;
 class ProposalManager;
 class RuleStore;
@@ -17,7 +16,6 @@ struct Stores {
     ChatHistoryStore& history;
     UsageCounter& usage;
     RuleStore& rules;
-    ActivityTracker& activity;
     ProposalManager& proposals;
 };
 

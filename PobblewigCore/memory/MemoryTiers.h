@@ -10,16 +10,25 @@ namespace pobblewig {
 
 /// The tiers of the memory, each a store with a file of its own.
 struct MemoryTiers {
-    MemoryTiers(
-        const std::optional<DataDirectory>& directory, const std::function<Calendar()>& calendar)
+    MemoryTiers(const std::optional<DataDirectory>& directory,
+        const std::function<Calendar()>& calendar,
+        const PlatformWording& wording = PlatformWording::linuxDesktop)
         : notes(directory, calendar)
         , sessions(directory)
         , observations(directory)
         , summaries(directory)
-        , reference(directory)
+        , reference(directory, wording)
     {
     }
     Q_DISABLE_COPY_MOVE(MemoryTiers)
+
+    /// Adds an observation and links it to the active session.
+    DatedObservation record(DatedObservation observation)
+    {
+        auto recorded = observations.add(std::move(observation));
+        sessions.linkObservation(recorded.id);
+        return recorded;
+    }
 
     /// Grows with every change of any tier.
     int revision() const

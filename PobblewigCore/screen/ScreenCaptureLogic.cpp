@@ -29,7 +29,7 @@ QString ScreenCaptureLogic::windowLabel(const QString& title, const QString& app
     return title.isEmpty() ? appName : QStringLiteral("\"%1\" of %2").arg(title, appName);
 }
 
-std::vector<Presence> ScreenCaptureLogic::presences(
+std::vector<Visibility> ScreenCaptureLogic::visibilities(
     std::span<const ScreenWindow> windows, const std::set<QString>& excludedBundleIDs)
 {
     const auto isExcluded = [&](const ScreenWindow& window) {
@@ -40,37 +40,37 @@ std::vector<Presence> ScreenCaptureLogic::presences(
             return isExcluded(other) && isOfOneProgram(window, other);
         });
     };
-    std::vector<Presence> presences;
-    presences.reserve(windows.size());
+    std::vector<Visibility> visibilities;
+    visibilities.reserve(windows.size());
     for (const auto& window : windows) {
         if (window.isOurs)
-            presences.push_back(Presence::leftOut);
+            visibilities.push_back(Visibility::leftOut);
         else
-            presences.push_back(isBlanked(window) ? Presence::blanked : Presence::shown);
+            visibilities.push_back(isBlanked(window) ? Visibility::blanked : Visibility::shown);
     }
-    return presences;
+    return visibilities;
 }
 
 ScreenComposition ScreenCaptureLogic::composition(std::span<const ScreenWindow> windows,
-    std::span<const Presence> presences, const QRect& display)
+    std::span<const Visibility> visibilities, const QRect& display)
 {
     ScreenComposition composition { .layers = {}, .desktop = display };
     QRegion open(display);
     for (auto index = windows.size(); index-- > 0;) {
         const auto& window = windows[index];
-        if (presences[index] == Presence::leftOut) {
+        if (visibilities[index] == Visibility::leftOut) {
             composition.desktop -= window.frame;
             continue;
         }
         if (!open.intersects(window.frame))
             continue;
         composition.layers.push_back(index);
-        if (window.isOpaque || presences[index] == Presence::blanked)
+        if (window.isOpaque || visibilities[index] == Visibility::blanked)
             open -= window.frame;
     }
     std::ranges::reverse(composition.layers);
     composition.desktop &= open;
-    if (std::ranges::count(presences, Presence::blanked) > 0)
+    if (std::ranges::count(visibilities, Visibility::blanked) > 0)
         composition.desktop = {};
     return composition;
 }

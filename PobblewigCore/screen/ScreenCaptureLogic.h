@@ -28,7 +28,7 @@ struct ScreenWindow {
 };
 
 /// What becomes of a window in a picture of the screen.
-enum class Presence { shown, leftOut, blanked };
+enum class Visibility { shown, leftOut, blanked };
 
 /// Which pixels a picture of the screen is made of.
 struct ScreenComposition {
@@ -51,14 +51,14 @@ QString windowLabel(const QString& title, const QString& appName);
 
 /// Ours are left out; blanked is whatever belongs to the program of an excluded application, its
 /// menus included.
-std::vector<Presence> presences(
+std::vector<Visibility> visibilities(
     std::span<const ScreenWindow> windows, const std::set<QString>& excludedBundleIDs);
 
 /// For windows from the bottom up. What nobody could see is not painted. The desktop does not show
 /// where one of our windows lies on it, and nowhere at all while something is blanked: some
 /// desktops draw small pictures of the windows onto it.
 ScreenComposition composition(std::span<const ScreenWindow> windows,
-    std::span<const Presence> presences, const QRect& display);
+    std::span<const Visibility> visibilities, const QRect& display);
 
 /// The part of a window that the screen does not show, by whatever it is covered.
 QRegion coveredPart(std::span<const ScreenWindow> windows, std::size_t index, const QRect& screen);

@@ -19,6 +19,9 @@ public:
 
     const AppSettings& settings() const { return m_settings; }
 
+    /// Grows with every change.
+    int revision() const { return m_file.revision(); }
+
     /// Whether observation rests at this time.
     bool isPaused(TimePoint at) const;
 

@@ -18,33 +18,23 @@ LaneProviders::LaneProviders(
 {
 }
 
-Task<std::unique_ptr<LLMProvider>> LaneProviders::makeMainProvider()
-{
-    return provider(ModelUse::main);
-}
-
-Task<std::unique_ptr<LLMProvider>> LaneProviders::makeVisionProvider()
-{
-    return provider(ModelUse::vision);
-}
-
-Task<std::unique_ptr<LLMProvider>> LaneProviders::makeLibrarianProvider()
-{
-    return provider(ModelUse::librarian);
-}
-
-Task<std::unique_ptr<LLMProvider>> LaneProviders::makeMemeProvider()
-{
-    return provider(ModelUse::meme);
-}
-
-Task<std::unique_ptr<LLMProvider>> LaneProviders::provider(ModelUse use)
+Task<std::unique_ptr<LLMProvider>> LaneProviders::makeProvider(ModelUse use)
 {
     auto configuration = co_await m_lanes.configuration(use, m_environment());
     if (!configuration)
         co_return std::unique_ptr<LLMProvider>();
     co_return std::make_unique<OpenAICompatibleProvider>(
         *std::move(configuration), m_http, requestTimeout);
+}
+
+Task<MainModelConfig> LaneProviders::mainConfig()
+{
+    return m_lanes.resolvedMainModel(m_environment());
+}
+
+Task<LibrarianModelConfig> LaneProviders::librarianConfig()
+{
+    return m_lanes.resolvedLibrarianModel(m_environment());
 }
 
 } // namespace pobblewig

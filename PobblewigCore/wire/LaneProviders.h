@@ -1,28 +1,25 @@
 #pragma once
 
 #include "foundation/HTTPClient.h"
-#include "wire/LLMProvider.h"
 #include "wire/ModelLanes.h"
+#include "wire/ModelProviding.h"
 
 #include <functional>
 #include <memory>
 
 namespace pobblewig {
 
-/// Makes the model behind each lane, anew at every use; null where the lane is not configured.
-class LaneProviders {
+/// The models that account, environment and keyring name, each reached over HTTP.
+class LaneProviders : public ModelProviding {
 public:
     /// `environment` is asked at every use.
     LaneProviders(HTTPClient& http, ModelLanes& lanes, std::function<Environment()> environment);
 
-    Task<std::unique_ptr<LLMProvider>> makeMainProvider();
-    Task<std::unique_ptr<LLMProvider>> makeVisionProvider();
-    Task<std::unique_ptr<LLMProvider>> makeLibrarianProvider();
-    Task<std::unique_ptr<LLMProvider>> makeMemeProvider();
+    Task<std::unique_ptr<LLMProvider>> makeProvider(ModelUse use) override;
+    Task<MainModelConfig> mainConfig() override;
+    Task<LibrarianModelConfig> librarianConfig() override;
 
 private:
-    Task<std::unique_ptr<LLMProvider>> provider(ModelUse use);
-
     HTTPClient& m_http;
     ModelLanes& m_lanes;
     std::function<Environment()> m_environment;

@@ -88,10 +88,10 @@ QImage painted(const Layers& layers, const QRect& display)
 
 /// What a picture of the display is painted from; the windows are those of the top levels.
 Layers displayLayers(X11Connection& connection, const std::vector<X11TopLevel>& topLevels,
-    const std::vector<ScreenWindow>& windows, const std::vector<Presence>& presences,
+    const std::vector<ScreenWindow>& windows, const std::vector<Visibility>& visibilities,
     const QRect& display)
 {
-    const auto composition = ScreenCaptureLogic::composition(windows, presences, display);
+    const auto composition = ScreenCaptureLogic::composition(windows, visibilities, display);
     Layers layers;
     layers.reserve(composition.layers.size() + 1);
     const auto add = [&](const X11TopLevel& window, const QRegion& covered) {
@@ -103,7 +103,7 @@ Layers displayLayers(X11Connection& connection, const std::vector<X11TopLevel>& 
     if (!root.shape.isEmpty())
         add(root, {});
     for (const auto index : composition.layers) {
-        if (presences[index] == Presence::blanked)
+        if (visibilities[index] == Visibility::blanked)
             layers.push_back({ topLevels[index], nullptr });
         else
             add(topLevels[index], ScreenCaptureLogic::coveredPart(windows, index, root.frame));
@@ -175,9 +175,9 @@ Task<QImage> X11ScreenCapture::displayPicture(std::set<QString> excludedBundleID
     windows.reserve(topLevels.size());
     for (const auto& topLevel : topLevels)
         windows.push_back(described(topLevel));
-    const auto presences = ScreenCaptureLogic::presences(windows, excludedBundleIDs);
+    const auto visibilities = ScreenCaptureLogic::visibilities(windows, excludedBundleIDs);
     const auto layers = std::make_shared<Layers>(
-        displayLayers(m_connection, topLevels, windows, presences, display));
+        displayLayers(m_connection, topLevels, windows, visibilities, display));
     co_await repainted(layers);
     co_return painted(*layers, display);
 }

@@ -84,39 +84,39 @@ private Q_SLOTS:
             { .isOurs = true, .connection = 5, .bundleIdentifier = vault },
             { .connection = 6, .bundleIdentifier = vault },
         };
-        using enum Presence;
+        using enum Visibility;
         const std::vector expected { blanked, blanked, blanked, shown, shown, leftOut, blanked };
-        QVERIFY(ScreenCaptureLogic::presences(windows, { vault }) == expected);
+        QVERIFY(ScreenCaptureLogic::visibilities(windows, { vault }) == expected);
     }
 
     void onlyWhatCanBeSeenIsPainted_data()
     {
         QTest::addColumn<bool>("isOpaque");
-        QTest::addColumn<Presence>("presence");
+        QTest::addColumn<Visibility>("presence");
         QTest::addColumn<std::vector<std::size_t>>("layers");
         QTest::addColumn<QRect>("desktop");
         using Layers = std::vector<std::size_t>;
         const QRect right(50, 0, 50, 100);
-        row("a window hides what is below", true, Presence::shown, Layers { 1 }, right);
-        row("one shows through", false, Presence::shown, Layers { 0, 1 }, right);
-        row("beneath ours", true, Presence::leftOut, Layers { 0 }, right);
-        row("under a blanked one", false, Presence::blanked, Layers { 1 }, QRect());
+        row("a window hides what is below", true, Visibility::shown, Layers { 1 }, right);
+        row("one shows through", false, Visibility::shown, Layers { 0, 1 }, right);
+        row("beneath ours", true, Visibility::leftOut, Layers { 0 }, right);
+        row("under a blanked one", false, Visibility::blanked, Layers { 1 }, QRect());
     }
     void onlyWhatCanBeSeenIsPainted()
     {
         QFETCH(bool, isOpaque);
-        QFETCH(Presence, presence);
+        QFETCH(Visibility, presence);
         using Layers = std::vector<std::size_t>;
         const std::vector<ScreenWindow> windows {
             { .frame = { 10, 10, 30, 30 } },
             { .frame = { -5, -5, 55, 200 }, .isOpaque = isOpaque },
             { .frame = { 100, 0, 50, 50 } },
         };
-        const std::vector presences { Presence::shown, presence, Presence::shown };
+        const std::vector visibilities { Visibility::shown, presence, Visibility::shown };
         const auto composition =
-            ScreenCaptureLogic::composition(windows, presences, { 0, 0, 100, 100 });
+            ScreenCaptureLogic::composition(windows, visibilities, { 0, 0, 100, 100 });
         QTEST(Layers(composition.layers), "layers");
-        QVERIFY(!composition.desktop.contains(QPoint(5, 5)) || presence == Presence::shown);
+        QVERIFY(!composition.desktop.contains(QPoint(5, 5)) || presence == Visibility::shown);
         QFETCH(QRect, desktop);
         QCOMPARE(composition.desktop & QRect(50, 0, 50, 100), QRegion(desktop));
     }

@@ -54,6 +54,9 @@ public:
 
     explicit ProposalManager(const std::optional<DataDirectory>& directory);
 
+    /// Grows with every change.
+    int revision() const { return m_file.revision(); }
+
     /// In the order of their creation.
     std::vector<RuleProposal> pendingProposals() const;
     std::optional<RuleProposal> proposal(const QString& proposalId) const;

@@ -15,8 +15,12 @@ tl::unexpected<WriteError> unsupported(QString reason)
 
 } // namespace
 
-ProposalWriter::ProposalWriter(Dependencies dependencies)
-    : m(std::move(dependencies))
+ProposalWriter::ProposalWriter(
+    const Stores& stores, const Moment& moment, CalendarDataProviding& calendarProvider)
+    : m_settings(stores.settings)
+    , m_memory(stores.memory)
+    , m_moment(moment)
+    , m_calendarProvider(calendarProvider)
 {
 }
 
@@ -42,13 +46,13 @@ auto ProposalWriter::addReminder(RuleProposal proposal) -> Task<Result>
     if (!proposal.reminder)
         co_return unsupported(QStringLiteral("missing reminder payload"));
     const auto& [title, due, notes] = *proposal.reminder;
-    const auto saved = co_await m.calendarProvider.saveReminder(
+    const auto saved = co_await m_calendarProvider.saveReminder(
         { .title = title, .dueDate = due, .notes = notes });
     if (!saved)
         co_return tl::unexpected(saved.error());
     auto text = QStringLiteral("Added reminder '%1'").arg(title);
     if (due)
-        text += QStringLiteral(" due ") + m.calendar().moment(*due);
+        text += QStringLiteral(" due ") + m_moment.calendar().moment(*due);
     co_return Outcome { std::move(text) };
 }
 
@@ -57,7 +61,7 @@ auto ProposalWriter::addEvent(RuleProposal proposal) -> Task<Result>
     if (!proposal.event)
         co_return unsupported(QStringLiteral("missing event payload"));
     const auto& event = *proposal.event;
-    const auto saved = co_await m.calendarProvider.saveEvent({ .title = event.title,
+    const auto saved = co_await m_calendarProvider.saveEvent({ .title = event.title,
         .startDate = event.start,
         .endDate = event.end,
         .calendarName = event.calendarName,
@@ -65,7 +69,7 @@ auto ProposalWriter::addEvent(RuleProposal proposal) -> Task<Result>
     if (!saved)
         co_return tl::unexpected(saved.error());
     co_return Outcome { QStringLiteral("Added '%1' to your calendar for %2")
-                            .arg(event.title, m.calendar().moment(event.start)) };
+                            .arg(event.title, m_moment.calendar().moment(event.start)) };
 }
 
 auto ProposalWriter::changeSetting(const RuleProposal& proposal) -> Result
@@ -73,19 +77,19 @@ auto ProposalWriter::changeSetting(const RuleProposal& proposal) -> Result
     if (!proposal.settingsChange)
         return unsupported(QStringLiteral("missing settings payload"));
     const auto& [key, value] = *proposal.settingsChange;
-    const auto before = m.settings.settings();
+    const auto before = m_settings.settings();
     auto after = before;
     const auto applied = SettingsWriteLogic::apply(key, value, after);
     if (!applied)
         return unsupported(applied.error().reason);
-    m.settings.update([&](AppSettings& settings) { settings = after; });
+    m_settings.update([&](AppSettings& settings) { settings = after; });
     return Outcome { .text = QStringLiteral("Changed setting: ") + proposal.name,
         .selfNote = selfChangeNote(key, before, after) };
 }
 
 auto ProposalWriter::forget(const RuleProposal& proposal) -> Result
 {
-    const auto forgotten = MemoryForgetter::forget(proposal, m.memory, m.clock());
+    const auto forgotten = MemoryForgetter::forget(proposal, m_memory, m_moment.now());
     if (!forgotten)
         return unsupported(forgotten.error());
     return Outcome { *forgotten };

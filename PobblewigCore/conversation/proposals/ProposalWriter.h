@@ -2,7 +2,8 @@
 
 #include "connections/CalendarDataProviding.h"
 #include "conversation/proposals/RuleProposal.h"
-#include "foundation/Calendar.h"
+#include "features/Stores.h"
+#include "foundation/Moment.h"
 #include "memory/MemoryTiers.h"
 #include "settings/SettingsStore.h"
 
@@ -11,15 +12,6 @@ namespace pobblewig {
 /// Carries out what the user allows: the changes that the assistant proposed, rules aside.
 class ProposalWriter {
 public:
-    /// All of it outlives the writer.
-    struct Dependencies {
-        SettingsStore& settings;
-        MemoryTiers& memory;
-        CalendarDataProviding& calendarProvider;
-        std::function<Calendar()> calendar;
-        Clock clock;
-    };
-
     struct Outcome {
         /// What was done, for the user.
         QString text;
@@ -28,7 +20,9 @@ public:
     };
     using Result = tl::expected<Outcome, WriteError>;
 
-    explicit ProposalWriter(Dependencies dependencies);
+    /// All of it outlives the writer.
+    ProposalWriter(
+        const Stores& stores, const Moment& moment, CalendarDataProviding& calendarProvider);
 
     Task<Result> performWrite(RuleProposal proposal);
 
@@ -38,7 +32,10 @@ private:
     Result changeSetting(const RuleProposal& proposal);
     Result forget(const RuleProposal& proposal);
 
-    Dependencies m;
+    SettingsStore& m_settings;
+    MemoryTiers& m_memory;
+    const Moment& m_moment;
+    CalendarDataProviding& m_calendarProvider;
 };
 
 } // namespace pobblewig

@@ -32,20 +32,19 @@ std::optional<int> rejection(const LLMFailure& failure)
 
 } // namespace
 
-LibrarianModel::LibrarianModel(
-    UsageCounter& usage, ProviderProvider provider, ConfigProvider config)
+LibrarianModel::LibrarianModel(UsageCounter& usage, ModelProviding& models)
     : m_usage(usage)
-    , m_provider(std::move(provider))
-    , m_config(std::move(config))
+    , m_models(models)
 {
 }
 
 auto LibrarianModel::ask(Question question, std::stop_token stop) -> Task<Answer>
 {
-    const std::shared_ptr<LLMProvider> provider = co_await m_provider();
+    const std::shared_ptr<LLMProvider> provider =
+        co_await m_models.makeProvider(ModelUse::librarian);
     if (!provider)
         co_return std::nullopt;
-    const auto config = co_await m_config();
+    const auto config = co_await m_models.librarianConfig();
     if (stop.stop_requested())
         co_return std::nullopt;
     const auto completion = co_await complete(provider, requestFor(question, config), stop);

@@ -2,10 +2,8 @@
 
 #include "foundation/Task.h"
 #include "memory/history/UsageCounter.h"
-#include "wire/LLMProvider.h"
-#include "wire/LaneConfigurations.h"
+#include "wire/ModelProviding.h"
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <stop_token>
@@ -17,10 +15,6 @@ namespace pobblewig {
 /// Lives on the main thread, as long as the process.
 class LibrarianModel {
 public:
-    /// Nothing where no model is configured.
-    using ProviderProvider = std::function<Task<std::unique_ptr<LLMProvider>>()>;
-    using ConfigProvider = std::function<Task<LibrarianModelConfig>()>;
-
     struct Question {
         QString prompt;
         LLMResponseFormat format;
@@ -31,7 +25,7 @@ public:
     /// Nothing without a model, and once it is no longer wanted.
     using Answer = std::optional<tl::expected<QString, LLMFailure>>;
 
-    LibrarianModel(UsageCounter& usage, ProviderProvider provider, ConfigProvider config);
+    LibrarianModel(UsageCounter& usage, ModelProviding& models);
 
     /// A server that rejects the form of the answer is asked once more without it: the question
     /// shows the form as well. Nothing is sent after `stop`.
@@ -45,8 +39,7 @@ private:
     Task<Completion> completeOnce(std::shared_ptr<LLMProvider> provider, LLMRequest request);
 
     UsageCounter& m_usage;
-    ProviderProvider m_provider;
-    ConfigProvider m_config;
+    ModelProviding& m_models;
 };
 
 } // namespace pobblewig

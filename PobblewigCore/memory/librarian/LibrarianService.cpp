@@ -10,10 +10,11 @@
 namespace pobblewig {
 
 LibrarianService::LibrarianService(
-    MemoryTiers& memory, UsageCounter& usage, Dependencies dependencies)
-    : m_memory(memory)
-    , m_model(usage, dependencies.providerProvider, dependencies.configProvider)
-    , m_dependencies(std::move(dependencies))
+    const Stores& stores, const Moment& moment, ModelProviding& models)
+    : m_settings(stores.settings)
+    , m_memory(stores.memory)
+    , m_moment(moment)
+    , m_model(stores.usage, models)
 {
 }
 
@@ -23,7 +24,7 @@ Task<LibrarianExtractionResult> LibrarianService::extractAfterTurn(std::vector<C
     const auto conversation = LibrarianLogic::windowText(window);
     if (conversation.isEmpty())
         co_return LibrarianExtractionResult();
-    const auto now = m_dependencies.clock();
+    const auto now = m_moment.now();
     const auto prompt = Prompts::extraction({
         .residentMemory = m_memory.notes.residentMemory(MemoryStore::hardCapTokens, now),
         .isBelowSoftTarget = m_memory.notes.isBelowSoftThreshold(now),
@@ -33,7 +34,7 @@ Task<LibrarianExtractionResult> LibrarianService::extractAfterTurn(std::vector<C
         .roles = roles,
     });
     const auto answer =
-        co_await m_model.ask({ prompt, LibrarianSchemas::extraction() }, m_stop.get_token());
+        co_await ask({ prompt, LibrarianSchemas::extraction() }, m_stop.get_token());
     co_return take(
         answer, u"extraction", { MemorySource::librarianSynthesis, QStringLiteral("librarian") });
 }
@@ -42,7 +43,7 @@ Task<LibrarianExtractionResult> LibrarianService::ingestMeetingNotes(MeetingNote
 {
     if (notes.text.trimmed().isEmpty())
         co_return LibrarianExtractionResult();
-    const auto now = m_dependencies.clock();
+    const auto now = m_moment.now();
     const auto prompt = Prompts::meetingNotesExtraction({
         .appName = notes.appName,
         .minutes = notes.minutes,
@@ -51,8 +52,8 @@ Task<LibrarianExtractionResult> LibrarianService::ingestMeetingNotes(MeetingNote
         .isBelowSoftTarget = m_memory.notes.isBelowSoftThreshold(now),
         .referencePaths = m_memory.reference.tableOfContents().paths(),
     });
-    const auto answer = co_await m_model.ask(
-        { prompt, LibrarianSchemas::meetingNotesExtraction() }, m_stop.get_token());
+    const auto answer =
+        co_await ask({ prompt, LibrarianSchemas::meetingNotesExtraction() }, m_stop.get_token());
     co_return take(answer, u"meeting-notes ingestion",
         { MemorySource::meetingNotes, QStringLiteral("meetingNotes"), notes.startedAt });
 }
@@ -67,8 +68,7 @@ Task<DailyCloseout> LibrarianService::closeDailySession(DayToClose day)
         .activitySummary = day.activitySummary,
         .conversation = LibrarianLogic::windowText(day.window),
     });
-    const auto answer =
-        co_await m_model.ask({ prompt, LibrarianSchemas::dailyCloseout(), 2 }, stop);
+    const auto answer = co_await ask({ prompt, LibrarianSchemas::dailyCloseout(), 2 }, stop);
     if (stop.stop_requested())
         co_return DailyCloseout();
     const auto closeout =
@@ -82,9 +82,9 @@ Task<DailyCloseout> LibrarianService::closeDailySession(DayToClose day)
 Task<WeeklyRollupResult> LibrarianService::weeklyRollup(std::vector<PeriodSummary> dailies)
 {
     const auto stop = m_stop.get_token();
-    const auto calendar = m_dependencies.calendar();
+    const auto calendar = m_moment.calendar();
     const auto prompt = Prompts::weeklyRollup(LibrarianLogic::dailiesText(dailies, calendar));
-    const auto answer = co_await m_model.ask({ prompt, LibrarianSchemas::weeklyRollup(), 2 }, stop);
+    const auto answer = co_await ask({ prompt, LibrarianSchemas::weeklyRollup(), 2 }, stop);
     if (stop.stop_requested())
         co_return WeeklyRollupResult();
     const auto rollup =
@@ -94,19 +94,19 @@ Task<WeeklyRollupResult> LibrarianService::weeklyRollup(std::vector<PeriodSummar
 
 Task<> LibrarianService::cleanupIfNeeded()
 {
-    if (m_isCleaningUp || !m_memory.notes.shouldRunCleanup(m_dependencies.clock()))
+    if (m_isCleaningUp || !m_memory.notes.shouldRunCleanup(m_moment.now()))
         co_return;
     m_isCleaningUp = true;
     const CleanupSnapshot seen { m_memory.notes.allNotes(MemoryStore::IncludeArchived::no),
         m_memory.notes.allPatterns() };
     const auto prompt = Prompts::cleanup(QString::fromUtf8(json::text(seen)));
     const auto answer =
-        co_await m_model.ask({ prompt, LibrarianSchemas::cleanup(), 3 }, m_stop.get_token());
+        co_await ask({ prompt, LibrarianSchemas::cleanup(), 3 }, m_stop.get_token());
     m_isCleaningUp = false;
     applyCleanup(answer, seen);
 }
 
-void LibrarianService::forget()
+void LibrarianService::abandonRuns()
 {
     m_stop.request_stop();
     m_stop = std::stop_source();
@@ -125,9 +125,17 @@ std::optional<Value> LibrarianService::accepted(const LibrarianModel::Answer& an
     auto parsed = parse(**answer);
     if (!parsed)
         return fail(job, parsed.error(), parsed.error());
-    m_lastRunAt = m_dependencies.clock();
+    m_lastRunAt = m_moment.now();
     clearError();
     return *std::move(parsed);
+}
+
+auto LibrarianService::ask(LibrarianModel::Question question, std::stop_token stop)
+    -> Task<LibrarianModel::Answer>
+{
+    if (!mayRemember())
+        co_return std::nullopt;
+    co_return co_await m_model.ask(std::move(question), stop);
 }
 
 void LibrarianService::clearError()
@@ -140,7 +148,7 @@ std::nullopt_t LibrarianService::fail(
     QStringView job, const QString& description, const QString& loggable)
 {
     m_lastError = description;
-    m_lastErrorAt = m_dependencies.clock();
+    m_lastErrorAt = m_moment.now();
     Log::line(u"buddy: librarian " % job % u" failed: " % loggable);
     return std::nullopt;
 }
@@ -148,11 +156,11 @@ std::nullopt_t LibrarianService::fail(
 LibrarianExtractionResult LibrarianService::take(
     const LibrarianModel::Answer& answer, QStringView job, const Origin& origin)
 {
-    const auto now = m_dependencies.clock();
+    const auto now = m_moment.now();
     const auto extraction = accepted<ExtractionResult>(answer, job, [&](const QString& text) {
         return LibrarianAnswers::parseExtraction(text, origin.noteSource, origin.itemSource, now);
     });
-    if (!extraction || !m_dependencies.mayRemember())
+    if (!extraction || !mayRemember())
         return {};
     return store(*extraction, origin.occurredAt.value_or(now), now);
 }
@@ -169,8 +177,7 @@ LibrarianExtractionResult LibrarianService::store(
         observation.id = QUuid::createUuid();
         observation.occurredAt = occurredAt;
         observation.recordedAt = now;
-        m_memory.observations.add(observation);
-        m_dependencies.observationLinkHook(observation.id);
+        m_memory.record(std::move(observation));
         ++result.observationsAdded;
     }
     for (auto item : extraction.referenceItems) {
@@ -188,13 +195,13 @@ LibrarianExtractionResult LibrarianService::store(
 void LibrarianService::applyCleanup(
     const LibrarianModel::Answer& answer, const CleanupSnapshot& seen)
 {
-    const auto now = m_dependencies.clock();
+    const auto now = m_moment.now();
     auto& store = m_memory.notes;
     auto rewritten = accepted<CleanupResult>(answer, u"cleanup", [&](const QString& text) {
         return LibrarianAnswers::parseCleanup(
-            text, store.notes(), store.allPatterns(), now, m_dependencies.calendar());
+            text, store.notes(), store.allPatterns(), now, m_moment.calendar());
     });
-    if (!rewritten || !m_dependencies.mayRemember()
+    if (!rewritten || !mayRemember()
         || CleanupLogic::isOvertaken(seen, store.notes(), store.allPatterns()))
         return;
     auto [notes, patterns] =

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "features/Stores.h"
+#include "foundation/Moment.h"
 #include "memory/CleanupSnapshot.h"
 #include "memory/MemoryTiers.h"
 #include "memory/librarian/LibrarianLogic.h"
 #include "memory/librarian/LibrarianModel.h"
 #include "settings/AssistantRole.h"
+#include "settings/SettingsStore.h"
 
 namespace pobblewig {
 
@@ -33,19 +36,6 @@ struct MeetingNotes {
 /// Lives on the main thread, as long as the process.
 class LibrarianService {
 public:
-    /// The closures are asked anew at each run.
-    struct Dependencies {
-        LibrarianModel::ProviderProvider providerProvider;
-        LibrarianModel::ConfigProvider configProvider;
-        /// Told of each observation that is recorded.
-        std::function<void(const QUuid& id)> observationLinkHook = [](const QUuid&) {};
-        /// Asked before anything is stored: the user may have switched the memory off while the
-        /// model was thinking.
-        std::function<bool()> mayRemember = [] { return true; };
-        std::function<Calendar()> calendar = Calendar::current;
-        Clock clock = systemNow;
-    };
-
     struct DayToClose {
         QString dayKey;
         std::vector<ChatMessage> window;
@@ -54,7 +44,8 @@ public:
         std::vector<QString> previousIntent;
     };
 
-    LibrarianService(MemoryTiers& memory, UsageCounter& usage, Dependencies dependencies);
+    /// `stores` and `moment` outlive the service, and so do the models.
+    LibrarianService(const Stores& stores, const Moment& moment, ModelProviding& models);
 
     std::optional<TimePoint> lastRunAt() const { return m_lastRunAt; }
     std::optional<TimePoint> lastCleanupAt() const { return m_lastCleanupAt; }
@@ -76,9 +67,9 @@ public:
     /// answer that the user's own changes have overtaken.
     Task<> cleanupIfNeeded();
 
-    /// To be called when the memory is deleted: no run that is under way brings back what it has
-    /// read. Its result is zeros or an empty account.
-    void forget();
+    /// Called when the memory is deleted: no run that is under way brings back what it has read.
+    /// Its result is zeros or an empty account.
+    void abandonRuns();
 
 private:
     /// Who vouches for what a run has found.
@@ -93,6 +84,9 @@ private:
     template <typename Value>
     std::optional<Value> accepted(const LibrarianModel::Answer& answer, QStringView job,
         const std::function<LibrarianAnswers::Parsed<Value>(const QString&)>& parse);
+    /// Nothing with the memory off.
+    Task<LibrarianModel::Answer> ask(LibrarianModel::Question question, std::stop_token stop);
+    bool mayRemember() const { return m_settings.settings().memoryEnabled; }
     void clearError();
     std::nullopt_t fail(QStringView job, const QString& description, const QString& loggable);
 
@@ -102,9 +96,10 @@ private:
         const ExtractionResult& extraction, TimePoint occurredAt, TimePoint now);
     void applyCleanup(const LibrarianModel::Answer& answer, const CleanupSnapshot& seen);
 
+    const SettingsStore& m_settings;
     MemoryTiers& m_memory;
+    const Moment& m_moment;
     LibrarianModel m_model;
-    Dependencies m_dependencies;
     /// Of the runs since the memory was last deleted.
     std::stop_source m_stop;
     bool m_isCleaningUp = false;

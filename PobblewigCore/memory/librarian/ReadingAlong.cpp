@@ -2,42 +2,47 @@
 
 namespace pobblewig {
 
-ReadingAlong::ReadingAlong(Dependencies dependencies)
-    : m(std::move(dependencies))
+ReadingAlong::ReadingAlong(
+    const Stores& stores, LibrarianService& librarian, std::function<Task<QString>()> situation)
+    : m_settings(stores.settings)
+    , m_history(stores.history)
+    , m_memory(stores.memory)
+    , m_librarian(librarian)
+    , m_situation(std::move(situation))
 {
 }
 
 Task<> ReadingAlong::afterChatTurn()
 {
-    if (!m.settings.settings().memoryEnabled) {
+    if (!isMemoryEnabled()) {
         passOver();
         co_return;
     }
     ++m_turnsSinceExtraction;
     if (m_turnsSinceExtraction >= extractionIntervalTurns)
         co_await extractPendingTurns();
-    co_await m.librarian.cleanupIfNeeded();
+    co_await m_librarian.cleanupIfNeeded();
 }
 
 Task<> ReadingAlong::extractPendingTurns()
 {
-    if (!m.settings.settings().memoryEnabled)
+    if (!isMemoryEnabled())
         passOver();
     if (m_turnsSinceExtraction < 1 && m_lastExtractedMessageID)
         co_return;
-    auto window = LibrarianLogic::messagesAfter(m.history.messages(), m_lastExtractedMessageID);
+    auto window = LibrarianLogic::messagesAfter(m_history.messages(), m_lastExtractedMessageID);
     // Before anything is awaited, so that no message is offered twice.
     passOver();
-    const auto situation = co_await m.situation();
-    co_await m.librarian.extractAfterTurn(std::move(window), situation,
-        m.memory.reference.tableOfContents().paths(), m.settings.settings().roles);
+    const auto situation = co_await m_situation();
+    co_await m_librarian.extractAfterTurn(std::move(window), situation,
+        m_memory.reference.tableOfContents().paths(), m_settings.settings().roles);
 }
 
 void ReadingAlong::passOver()
 {
     m_turnsSinceExtraction = 0;
-    if (!m.history.messages().empty())
-        m_lastExtractedMessageID = m.history.messages().back().id;
+    if (!m_history.messages().empty())
+        m_lastExtractedMessageID = m_history.messages().back().id;
 }
 
 } // namespace pobblewig

@@ -2,7 +2,6 @@
 
 #include "memory/history/ChatHistoryStore.h"
 #include "memory/librarian/LibrarianService.h"
-#include "settings/SettingsStore.h"
 
 namespace pobblewig {
 
@@ -11,28 +10,28 @@ class ReadingAlong {
 public:
     static constexpr int extractionIntervalTurns = 14;
 
-    struct Dependencies {
-        SettingsStore& settings;
-        ChatHistoryStore& history;
-        MemoryTiers& memory;
-        LibrarianService& librarian;
-        std::function<Task<QString>()> situation;
-    };
+    /// All of it outlives the reading. `situation` is asked for each batch.
+    ReadingAlong(const Stores& stores, LibrarianService& librarian,
+        std::function<Task<QString>()> situation);
 
-    explicit ReadingAlong(Dependencies dependencies);
-
-    /// To be awaited in the background: it may take as long as a model does.
+    /// Meant for the background: it may take as long as a model does.
     Task<> afterChatTurn();
 
-    /// The tail of the conversation, before a day closes. A failed batch is not tried again. After
-    /// a launch that is all of it: better read twice than never, by users who quit every evening.
+    /// Reads the tail of the conversation, before a day closes. A failed batch is not tried again.
+    /// After a launch the tail is the whole conversation: better read twice than never, for users
+    /// who quit every evening.
     Task<> extractPendingTurns();
 
 private:
     /// What has been said so far is not offered any more.
     void passOver();
+    bool isMemoryEnabled() const { return m_settings.settings().memoryEnabled; }
 
-    Dependencies m;
+    const SettingsStore& m_settings;
+    const ChatHistoryStore& m_history;
+    const MemoryTiers& m_memory;
+    LibrarianService& m_librarian;
+    std::function<Task<QString>()> m_situation;
     int m_turnsSinceExtraction = 0;
     std::optional<QUuid> m_lastExtractedMessageID;
 };

@@ -14,20 +14,20 @@ bool isGoal(const MemoryNote& note)
 } // namespace
 
 NativeMemoryRetrieval::NativeMemoryRetrieval(
-    Stores stores, std::function<Task<QString>()> situationProvider)
-    : m_stores(stores)
+    const MemoryTiers& memory, std::function<Task<QString>()> situationProvider)
+    : m_memory(memory)
     , m_situationProvider(std::move(situationProvider))
 {
 }
 
 auto NativeMemoryRetrieval::getTableOfContents() -> Task<Expected<MemoryTableOfContents>>
 {
-    co_return m_stores.reference.tableOfContents();
+    co_return m_memory.reference.tableOfContents();
 }
 
 auto NativeMemoryRetrieval::readReferenceSection(QString path) -> Task<Expected<ReferenceSection>>
 {
-    auto section = m_stores.reference.readSection(path);
+    auto section = m_memory.reference.readSection(path);
     if (!section)
         co_return tl::unexpected(MemoryRetrievalError::sectionNotFound(path));
     co_return std::move(*section);
@@ -36,18 +36,18 @@ auto NativeMemoryRetrieval::readReferenceSection(QString path) -> Task<Expected<
 auto NativeMemoryRetrieval::searchReference(QString query, std::vector<QString> paths)
     -> Task<Expected<std::vector<ReferenceSearchResult>>>
 {
-    co_return m_stores.reference.search(query, paths, mostSearchResults);
+    co_return m_memory.reference.search(query, paths, mostSearchResults);
 }
 
 auto NativeMemoryRetrieval::listPeriodSummaries(std::optional<TimePoint> from,
     std::optional<TimePoint> to) -> Task<Expected<std::vector<PeriodSummary>>>
 {
-    co_return m_stores.summaries.list(std::nullopt, from, to);
+    co_return m_memory.summaries.list(std::nullopt, from, to);
 }
 
 auto NativeMemoryRetrieval::expandPeriod(QUuid id) -> Task<Expected<ExpandedPeriod>>
 {
-    auto summary = m_stores.summaries.withID(id);
+    auto summary = m_memory.summaries.withID(id);
     if (!summary)
         co_return tl::unexpected(MemoryRetrievalError::periodNotFound(id));
     co_return expanded(std::move(*summary));
@@ -56,12 +56,12 @@ auto NativeMemoryRetrieval::expandPeriod(QUuid id) -> Task<Expected<ExpandedPeri
 auto NativeMemoryRetrieval::searchObservations(ObservationStore::Query query)
     -> Task<Expected<std::vector<DatedObservation>>>
 {
-    co_return m_stores.observations.search(query);
+    co_return m_memory.observations.search(query);
 }
 
 auto NativeMemoryRetrieval::getDailySession() -> Task<Expected<DailySession>>
 {
-    auto session = m_stores.sessions.activeSession();
+    auto session = m_memory.sessions.activeSession();
     if (!session)
         co_return tl::unexpected(MemoryRetrievalError::noActiveSession());
     co_return std::move(*session);
@@ -74,7 +74,7 @@ auto NativeMemoryRetrieval::getActiveContext() -> Task<Expected<QString>>
 
 auto NativeMemoryRetrieval::listActiveGoals() -> Task<Expected<std::vector<MemoryNote>>>
 {
-    auto notes = m_stores.memory.allNotes(MemoryStore::IncludeArchived::no);
+    auto notes = m_memory.notes.allNotes(MemoryStore::IncludeArchived::no);
     std::erase_if(notes, std::not_fn(isGoal));
     co_return notes;
 }
@@ -84,13 +84,13 @@ ExpandedPeriod NativeMemoryRetrieval::expanded(PeriodSummary summary) const
     ExpandedPeriod period { std::move(summary), {}, {} };
     auto observationIDs = period.summary.sourceObservationIDs;
     for (const auto& id : period.summary.sourceDailySummaryIDs) {
-        const auto daily = m_stores.summaries.withID(id);
+        const auto daily = m_memory.summaries.withID(id);
         if (!daily)
             continue;
         std::ranges::copy(daily->sourceObservationIDs, std::back_inserter(observationIDs));
         period.dailySummaries.push_back(*daily);
     }
-    period.observations = m_stores.observations.withIDs(observationIDs);
+    period.observations = m_memory.observations.withIDs(observationIDs);
     return period;
 }
 

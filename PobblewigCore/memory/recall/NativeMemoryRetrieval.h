@@ -1,9 +1,6 @@
 #pragma once
 
-#include "memory/DailySessionStore.h"
-#include "memory/MemoryStore.h"
-#include "memory/PeriodSummaryStore.h"
-#include "memory/ReferenceMemoryStore.h"
+#include "memory/MemoryTiers.h"
 #include "memory/recall/MemoryRetrievalService.h"
 
 #include <functional>
@@ -13,16 +10,9 @@ namespace pobblewig {
 /// Reads the stores of this machine.
 class NativeMemoryRetrieval : public MemoryRetrievalService {
 public:
-    /// All of them outlive the retrieval.
-    struct Stores {
-        const ReferenceMemoryStore& reference;
-        const ObservationStore& observations;
-        const PeriodSummaryStore& summaries;
-        const DailySessionStore& sessions;
-        const MemoryStore& memory;
-    };
-
-    NativeMemoryRetrieval(Stores stores, std::function<Task<QString>()> situationProvider);
+    /// `memory` outlives the retrieval.
+    NativeMemoryRetrieval(
+        const MemoryTiers& memory, std::function<Task<QString>()> situationProvider);
 
     Task<Expected<MemoryTableOfContents>> getTableOfContents() override;
     Task<Expected<ReferenceSection>> readReferenceSection(QString path) override;
@@ -40,7 +30,7 @@ public:
 private:
     ExpandedPeriod expanded(PeriodSummary summary) const;
 
-    Stores m_stores;
+    const MemoryTiers& m_memory;
     std::function<Task<QString>()> m_situationProvider;
 };
 

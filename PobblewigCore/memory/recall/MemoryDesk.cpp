@@ -1,54 +1,56 @@
-#include "MemoryDesk.h"
+#include "memory/recall/MemoryDesk.h"
 
 #include "memory/MemoryExport.h"
+#include "memory/history/ChatHistoryStore.h"
 #include "memory/history/MemoryEraser.h"
 
 namespace pobblewig {
 
 MemoryDesk::MemoryDesk(Dependencies dependencies)
     : m(std::move(dependencies))
+    , m_memory(m.stores.memory)
 {
 }
 
 void MemoryDesk::deleteNote(const QUuid& id)
 {
-    m.memory.notes.deleteNote(id, m.clock());
+    m_memory.notes.deleteNote(id, m.moment.now());
     m.changed();
 }
 
 void MemoryDesk::correctNote(const QUuid& id, const QString& newText)
 {
-    m.memory.notes.correctNote(id, newText, m.clock());
+    m_memory.notes.correctNote(id, newText, m.moment.now());
     m.changed();
 }
 
 void MemoryDesk::deleteObservation(const QUuid& id)
 {
-    m.memory.observations.remove(id);
+    m_memory.observations.remove(id);
     m.changed();
 }
 
 void MemoryDesk::deleteReferenceItem(const QUuid& id)
 {
-    m.memory.reference.deleteItem(id);
+    m_memory.reference.deleteItem(id);
     m.changed();
 }
 
 void MemoryDesk::confirmSection(const QString& path)
 {
-    m.memory.reference.confirmSection(path);
+    m_memory.reference.confirmSection(path);
     m.changed();
 }
 
 void MemoryDesk::rejectSection(const QString& path)
 {
-    m.memory.reference.rejectSection(path);
+    m_memory.reference.rejectSection(path);
     m.changed();
 }
 
 std::optional<ReferenceSection> MemoryDesk::readReferenceSection(const QString& path) const
 {
-    return m.memory.reference.readSection(path);
+    return m_memory.reference.readSection(path);
 }
 
 Task<std::optional<ExpandedPeriod>> MemoryDesk::expandPeriod(QUuid id) const
@@ -59,19 +61,17 @@ Task<std::optional<ExpandedPeriod>> MemoryDesk::expandPeriod(QUuid id) const
 
 QString MemoryDesk::exportMemoryText() const
 {
-    return MemoryExport::text(m.memory, m.clock());
+    return MemoryExport::text(m_memory, m.moment.now());
 }
 
 void MemoryDesk::deleteAllMemory()
 {
-    m.chat.cancelStreaming();
     m.forgetting();
-    MemoryEraser::emptyStores(m.memory, m.history, m.clock());
-    m.proposals.dropForgets();
+    MemoryEraser::emptyStores(m_memory, m.stores.history, m.moment.now());
     if (m.directory)
         MemoryEraser::removeCopies(m.directory->path);
-    m.memory.sessions.ensureActiveSession(m.clock(), m.calendar());
-    m.chat.reload();
+    m_memory.sessions.ensureActiveSession(m.moment.now(), m.moment.calendar());
+    m.forgotten();
     m.changed();
 }
 

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "conversation/ChatService.h"
-#include "conversation/proposals/ProposalManager.h"
+#include "features/Stores.h"
+#include "foundation/DataDirectory.h"
+#include "foundation/Moment.h"
 #include "memory/MemoryTiers.h"
 #include "memory/recall/MemoryRetrievalService.h"
 
@@ -10,19 +11,18 @@ namespace pobblewig {
 /// What the user does to the memory by hand. Every change is published at once.
 class MemoryDesk {
 public:
+    /// All of it outlives the desk.
     struct Dependencies {
-        MemoryTiers& memory;
-        ChatHistoryStore& history;
-        ChatService& chat;
+        const Stores& stores;
+        const Moment& moment;
         MemoryRetrievalService& retrieval;
-        ProposalManager& proposals;
         std::optional<DataDirectory> directory;
-        std::function<Calendar()> calendar;
-        Clock clock;
         /// Called after each change.
         std::function<void()> changed;
-        /// Called before all memory goes: nothing under way may bring it back.
-        std::function<void()> forgetting = [] {};
+        /// Called before and after all memory goes: nothing under way may bring it back, and nobody
+        /// else may keep what quotes it.
+        std::function<void()> forgetting;
+        std::function<void()> forgotten;
     };
 
     explicit MemoryDesk(Dependencies dependencies);
@@ -39,12 +39,13 @@ public:
     Task<std::optional<ExpandedPeriod>> expandPeriod(QUuid id) const;
     QString exportMemoryText() const;
 
-    /// Ends a turn in progress, empties every tier and the conversation, drops the proposals that
-    /// quote them, removes all copies of them from the directory, and opens a fresh session.
+    /// Empties every tier and the conversation, removes all copies of them from the directory, and
+    /// opens a fresh session.
     void deleteAllMemory();
 
 private:
     Dependencies m;
+    MemoryTiers& m_memory;
 };
 
 } // namespace pobblewig

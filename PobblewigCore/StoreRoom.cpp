@@ -1,0 +1,56 @@
+#include "StoreRoom.h"
+
+#include "foundation/Log.h"
+
+namespace pobblewig {
+
+namespace {
+
+std::optional<DataDirectory> usable(const DataDirectory& directory)
+{
+    return directory.path.exists() ? std::optional(directory) : std::nullopt;
+}
+
+MigrationReport migrated(const std::optional<DataDirectory>& directory, TimePoint now)
+{
+    return directory ? MemoryMigration::run(*directory, now) : MigrationReport();
+}
+
+} // namespace
+
+StoreRoom::StoreRoom(Parts parts)
+    : m_moment(parts.moment)
+    , m_health(parts.directory.health)
+    , m_directoryProblem(parts.directory.prepare())
+    , m_directory(usable(parts.directory))
+    , m_migrationReport(migrated(m_directory, m_moment.now()))
+    , m_settings(m_directory, parts.keychain, parts.defaultCanvasBaseURL)
+    , m_memory(m_directory, m_moment.calendar, parts.wording)
+    , m_history(m_directory)
+    , m_usage(m_directory)
+    , m_rules(m_directory)
+    , m_proposals(m_directory)
+{
+}
+
+Stores StoreRoom::stores()
+{
+    return { m_settings, m_memory, m_history, m_usage, m_rules, m_proposals };
+}
+
+std::optional<QString> StoreRoom::storageProblem() const
+{
+    if (m_directoryProblem)
+        return m_directoryProblem;
+    const auto& problems = m_health->problems;
+    return problems.empty() ? std::nullopt : std::optional(problems.begin()->second);
+}
+
+void StoreRoom::finishMigration()
+{
+    m_migrationReport.legacyChatAdopted = MemoryMigration::adoptLegacyChatIfNeeded(
+        m_memory.sessions, m_history, m_moment.now(), m_moment.calendar());
+    Log::line(QStringLiteral("buddy: ") + m_migrationReport.migrationSummary());
+}
+
+} // namespace pobblewig

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "features/Feature.h"
+#include "foundation/Moment.h"
+#include "memory/ReferenceMemoryStore.h"
+
+namespace pobblewig {
+
+/// What the next days hold: deadlines, events and reminders, wherever they came from.
+class ConnectionsFeature : public Feature {
+public:
+    /// Both outlive the feature.
+    ConnectionsFeature(const ReferenceMemoryStore& reference, const Moment& moment);
+
+    std::vector<QString> situation(TimePoint now) const override;
+
+private:
+    const ReferenceMemoryStore& m_reference;
+    const Moment& m_moment;
+};
+
+} // namespace pobblewig

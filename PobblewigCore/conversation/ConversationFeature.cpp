@@ -1,0 +1,74 @@
+#include "conversation/ConversationFeature.h"
+
+namespace pobblewig {
+
+namespace {
+
+QString label(const LLMConfiguration& model)
+{
+    if (model.modelID == model.providerName)
+        return model.modelID;
+    return QStringLiteral("%1 (%2)").arg(model.modelID, model.providerName);
+}
+
+} // namespace
+
+ConversationFeature::ConversationFeature(const Stores& stores, const Moment& moment,
+    LibrarianFeature& librarian, ChatService::Surroundings surroundings)
+    : m_memory(stores.memory)
+    , m_moment(moment)
+    , m_models(surroundings.models)
+    , m_readingAlong(librarian.readingAlong())
+    , m_chat(stores, moment, std::move(surroundings))
+    , m_sessionEnd({ .memory = m_memory,
+          .moment = moment,
+          .chat = m_chat,
+          .readingAlong = m_readingAlong,
+          .rollover = librarian.rollover(),
+          .changed = [this] { changed(); } })
+{
+    m_chat.onTurnComplete = [this] { return afterChatTurn(); };
+}
+
+void ConversationFeature::start()
+{
+    m_chat.reload();
+    spawn(findModelLabel());
+}
+
+Task<> ConversationFeature::tick()
+{
+    return m_sessionEnd.endIfDue();
+}
+
+void ConversationFeature::publish(PublishedState& state) const
+{
+    state.set(ConversationState {
+        .modelLabel = m_modelLabel,
+        .isClosingSession = m_sessionEnd.isUnderWay(),
+    });
+}
+
+Task<> ConversationFeature::afterChatTurn()
+{
+    m_memory.sessions.recordTurn(m_moment.now());
+    // The conversation does not wait for the librarian.
+    spawn(remember());
+    co_await findModelLabel();
+}
+
+Task<> ConversationFeature::remember()
+{
+    co_await m_readingAlong.afterChatTurn();
+    changed();
+}
+
+Task<> ConversationFeature::findModelLabel()
+{
+    const auto provider = co_await m_models.makeProvider(ModelUse::main);
+    m_modelLabel =
+        provider ? label(provider->configuration()) : QStringLiteral("no model configured");
+    changed();
+}
+
+} // namespace pobblewig

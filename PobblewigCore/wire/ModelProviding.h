@@ -1,0 +1,24 @@
+#pragma once
+
+#include "foundation/Task.h"
+#include "wire/LLMProvider.h"
+#include "wire/LaneConfigurations.h"
+
+#include <memory>
+
+namespace pobblewig {
+
+/// Where the models come from. Asked anew at every use, so that a change of account, environment or
+/// keyring counts from the next request on.
+class ModelProviding {
+public:
+    virtual ~ModelProviding() = default;
+
+    /// Null where that use has no model.
+    virtual Task<std::unique_ptr<LLMProvider>> makeProvider(ModelUse use) = 0;
+
+    virtual Task<MainModelConfig> mainConfig() = 0;
+    virtual Task<LibrarianModelConfig> librarianConfig() = 0;
+};
+
+} // namespace pobblewig
