@@ -43,17 +43,6 @@ std::unique_ptr<BuddyWindowSystem> windowSystem(X11Connection* connection)
     return std::make_unique<X11BuddyWindowSystem>(*connection);
 }
 
-AppCoordinator::Session coordinatorSession(LinuxSession& session)
-{
-    return {
-        .frontmostProvider = &session.frontmostProvider(),
-        .alwaysExcluded = LinuxSession::alwaysExcluded(),
-        .observation = session.observation(),
-        .permissions = &session.permissions(),
-        .capturer = session.capturer(),
-    };
-}
-
 AppCoordinator::Parts parts(LinuxSession& session)
 {
     return {
@@ -61,8 +50,12 @@ AppCoordinator::Parts parts(LinuxSession& session)
         .http = std::make_unique<NetworkHTTPClient>(),
         .keychain = std::make_unique<QtKeychainHelper>(),
         .environment = [] { return currentEnvironment(EnvironmentFile::defaultPath()); },
+        .wording = PlatformWording::linuxDesktop,
         .appDataReading = std::make_unique<BeneathAppDataReader>(),
-        .session = coordinatorSession(session),
+        .observation = { .frontmostProvider = &session.frontmostProvider(),
+            .alwaysExcluded = LinuxSession::alwaysExcluded(),
+            .report = session.observation() },
+        .screen = { session.capturer(), &session.permissions() },
     };
 }
 

@@ -193,35 +193,21 @@ void AppDelegate::makePanel()
     connect(m_panel.get(), &ChatPanel::hidden, this, [this] { m_presence.setChatShown(false); });
     connect(m_panel.get(), &ChatPanel::hidden, this,
         [this] { m_desktopSettings.setValue(panelSizeKey, m_panel->size()); });
-    connectAnswers();
+    connect(m_panel.get(), &ChatPanel::proposalAnswered, this, &AppDelegate::answerProposal);
     m_panel->resize(m_desktopSettings.value(panelSizeKey, m_panel->size()).toSize());
     m_panel->setNotice(m_notice);
     showPanelState();
 }
 
-void AppDelegate::connectAnswers()
+void AppDelegate::answerProposal(const QString& proposalId, ProposalAnswer answer)
 {
-    auto& desk = m_coordinator->proposalDesk();
-    connect(m_panel.get(), &ChatPanel::proposalConfirmed, m_coordinator.get(),
-        [this, &desk](const QString& id) { awaitAnswer(id, desk.confirmProposal(id)); });
-    connect(m_panel.get(), &ChatPanel::proposalAlwaysAllowed, m_coordinator.get(),
-        [this, &desk](const QString& id) { awaitAnswer(id, desk.allowAlwaysProposal(id)); });
-    connect(m_panel.get(), &ChatPanel::proposalDismissed, m_coordinator.get(),
-        [this, &desk](const QString& id) {
-            desk.rejectProposal(id);
-            m_panel->allowAnswer(id);
-        });
-}
-
-void AppDelegate::awaitAnswer(const QString& proposalId, Task<> answer)
-{
-    QCoro::connect(
-        std::move(answer), m_panel.get(), [this, proposalId] { m_panel->allowAnswer(proposalId); });
+    QCoro::connect(m_coordinator->proposalDesk().answer(proposalId, answer), m_panel.get(),
+        [this, proposalId] { m_panel->allowAnswer(proposalId); });
 }
 
 void AppDelegate::showState()
 {
-    showLook(m_coordinator->state().settings);
+    showLook(m_coordinator->state().of<SettingsState>().settings);
     if (m_panel)
         showPanelState();
 }
@@ -246,16 +232,18 @@ void AppDelegate::showLook(const AppSettings& settings)
 void AppDelegate::showPanelState()
 {
     const auto& state = m_coordinator->state();
-    const auto& settings = state.settings;
+    const auto& settings = state.of<SettingsState>().settings;
+    const auto& conversation = state.of<ConversationState>();
+    const auto& problem = state.of<StorageState>().problem;
     m_panel->setTheme(paletteFor(settings));
     m_panel->setFace(BuddyFace::icon(spriteFor(settings.mascot, settings.mascotColorScheme)));
     m_panel->setStateText(stateInWords(settings));
-    m_panel->setModelLabel(state.modelLabel);
-    m_panel->setClosingSession(state.isClosingSession);
-    m_panel->setProposals(state.pendingProposals, settings);
+    m_panel->setModelLabel(conversation.modelLabel);
+    m_panel->setClosingSession(conversation.isClosingSession);
+    m_panel->setProposals(state.of<ProposalState>().pendingProposals, settings);
     // Only news is worth a notice: one that was closed stays closed.
-    if (std::exchange(m_shownProblem, state.storageProblem) != state.storageProblem)
-        m_panel->setNotice(storageNotice(state.storageProblem));
+    if (std::exchange(m_shownProblem, problem) != problem)
+        m_panel->setNotice(storageNotice(problem));
 }
 
 void AppDelegate::showNotice(const QString& text)

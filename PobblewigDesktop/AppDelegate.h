@@ -54,8 +54,7 @@ private:
     void endReminder();
     void showPresence();
     void makePanel();
-    void connectAnswers();
-    void awaitAnswer(const QString& proposalId, Task<> answer);
+    void answerProposal(const QString& proposalId, ProposalAnswer answer);
     void showState();
     void showLook(const AppSettings& settings);
     void showPanelState();

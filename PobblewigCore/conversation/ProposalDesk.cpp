@@ -108,6 +108,18 @@ Task<> ProposalDesk::allowAlwaysProposal(QString proposalId)
     co_await confirmProposal(proposalId);
 }
 
+Task<> ProposalDesk::answer(QString proposalId, ProposalAnswer answer)
+{
+    switch (answer) {
+    case ProposalAnswer::confirm:
+        co_return co_await confirmProposal(std::move(proposalId));
+    case ProposalAnswer::allowAlways:
+        co_return co_await allowAlwaysProposal(std::move(proposalId));
+    case ProposalAnswer::dismiss:
+        rejectProposal(proposalId);
+    }
+}
+
 auto ProposalDesk::applyOne(BuddyAction action) -> Task<Admission>
 {
     if (const auto* temporary = std::get_if<TemporaryMode>(&action)) {

@@ -3,6 +3,7 @@
 #include "connections/CalendarDataProviding.h"
 #include "conversation/ChatService.h"
 #include "conversation/proposals/BuddyAction.h"
+#include "conversation/proposals/ProposalAnswer.h"
 #include "conversation/proposals/ProposalManager.h"
 #include "conversation/proposals/ProposalWriter.h"
 #include "memory/MemoryTiers.h"
@@ -35,6 +36,9 @@ public:
 
     /// Confirms, and asks no more for changes of that kind, if the kind permits that.
     Task<> allowAlwaysProposal(QString proposalId);
+
+    /// Any of them.
+    Task<> answer(QString proposalId, ProposalAnswer answer);
 
 private:
     enum class Admission { admitted, tooMany };

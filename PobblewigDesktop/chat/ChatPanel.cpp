@@ -217,9 +217,7 @@ void ChatPanel::connectControls()
     connect(m_view, &ConversationView::findRequested, m_findBar, &FindBar::open);
     connect(m_findBar, &FindBar::closeRequested, m_find, &ConversationFind::close);
     connect(m_error, &Banner::actionTriggered, &m_chat, &ChatService::retryLast);
-    connect(m_proposals, &ProposalBanners::confirmed, this, &ChatPanel::proposalConfirmed);
-    connect(m_proposals, &ProposalBanners::dismissed, this, &ChatPanel::proposalDismissed);
-    connect(m_proposals, &ProposalBanners::alwaysAllowed, this, &ChatPanel::proposalAlwaysAllowed);
+    connect(m_proposals, &ProposalBanners::answered, this, &ChatPanel::proposalAnswered);
     connect(
         m_proposals, &ProposalBanners::focusGivenUp, m_input, qOverload<>(&MessageInput::setFocus));
     connect(m_input, &MessageInput::submitted, this, &ChatPanel::send);

@@ -2,6 +2,7 @@
 
 #include "PobblewigDesktop/controls/Theme.h"
 #include "conversation/ChatService.h"
+#include "conversation/proposals/ProposalAnswer.h"
 #include "conversation/proposals/RuleProposal.h"
 #include "foundation/Calendar.h"
 #include "settings/AppSettings.h"
@@ -60,9 +61,7 @@ Q_SIGNALS:
     void shown();
     void hidden();
 
-    void proposalConfirmed(const QString& proposalId);
-    void proposalDismissed(const QString& proposalId);
-    void proposalAlwaysAllowed(const QString& proposalId);
+    void proposalAnswered(const QString& proposalId, ProposalAnswer answer);
 
 protected:
     void showEvent(QShowEvent* event) override;

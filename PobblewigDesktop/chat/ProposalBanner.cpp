@@ -123,18 +123,18 @@ void ProposalBanner::addAnswers(bool canAllowAlways)
     auto* const usual = new QHBoxLayout;
     usual->setSpacing(gap);
     usual->addWidget(
-        answer(QStringLiteral("Confirm"), QStringLiteral("primary"), &ProposalBanner::confirmed));
-    usual->addWidget(answer(QStringLiteral("Dismiss"), QString(), &ProposalBanner::dismissed));
+        answer(QStringLiteral("Confirm"), QStringLiteral("primary"), ProposalAnswer::confirm));
+    usual->addWidget(answer(QStringLiteral("Dismiss"), QString(), ProposalAnswer::dismiss));
     usual->addStretch();
     m_answerRow->setSpacing(gap);
     m_answerRow->addLayout(usual, 1);
     if (canAllowAlways)
         m_answerRow->addWidget(answer(QStringLiteral("Allow always"), QStringLiteral("quiet"),
-                                   &ProposalBanner::alwaysAllowed),
+                                   ProposalAnswer::allowAlways),
             0, Qt::AlignLeft);
 }
 
-QPushButton* ProposalBanner::answer(const QString& name, const QString& role, Answered answered)
+QPushButton* ProposalBanner::answer(const QString& name, const QString& role, ProposalAnswer answer)
 {
     auto* const button = new QPushButton(name, this);
     button->setAccessibleName(name);
@@ -143,10 +143,10 @@ QPushButton* ProposalBanner::answer(const QString& name, const QString& role, An
     button->setFocusPolicy(Qt::TabFocus);
     button->installEventFilter(this);
     PanelStyle::setRole(*button, role);
-    connect(button, &QPushButton::clicked, this, [this, answered] {
+    connect(button, &QPushButton::clicked, this, [this, answer] {
         giveUpFocus();
         setAnswerable(false);
-        Q_EMIT(this->*answered)(m_proposalId);
+        Q_EMIT answered(m_proposalId, answer);
     });
     m_answers.push_back(button);
     return button;

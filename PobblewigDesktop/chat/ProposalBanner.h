@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PobblewigDesktop/controls/Theme.h"
+#include "conversation/proposals/ProposalAnswer.h"
 #include "conversation/proposals/ProposalTexts.h"
 
 #include <QGroupBox>
@@ -42,9 +43,7 @@ public:
     void giveUpFocus();
 
 Q_SIGNALS:
-    void confirmed(const QString& proposalId);
-    void dismissed(const QString& proposalId);
-    void alwaysAllowed(const QString& proposalId);
+    void answered(const QString& proposalId, ProposalAnswer answer);
 
     /// The focus is nowhere now.
     void focusGivenUp();
@@ -55,10 +54,8 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    using Answered = void (ProposalBanner::*)(const QString& proposalId);
-
     void addAnswers(bool canAllowAlways);
-    QPushButton* answer(const QString& name, const QString& role, Answered answered);
+    QPushButton* answer(const QString& name, const QString& role, ProposalAnswer answer);
     void arrange();
     void toggle();
     void showLines();

@@ -168,9 +168,7 @@ ProposalBanner* ProposalBanners::add(const RuleProposal& proposal)
     auto* const banner = new ProposalBanner(proposal, m_column);
     banner->setTheme(m_palette);
     m_layout->addWidget(banner);
-    connect(banner, &ProposalBanner::confirmed, this, &ProposalBanners::confirmed);
-    connect(banner, &ProposalBanner::dismissed, this, &ProposalBanners::dismissed);
-    connect(banner, &ProposalBanner::alwaysAllowed, this, &ProposalBanners::alwaysAllowed);
+    connect(banner, &ProposalBanner::answered, this, &ProposalBanners::answered);
     connect(banner, &ProposalBanner::focusGivenUp, this, &ProposalBanners::focusGivenUp);
     for (auto* const control : banner->controls())
         control->installEventFilter(this);

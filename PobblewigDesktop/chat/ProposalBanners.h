@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PobblewigDesktop/controls/Theme.h"
+#include "conversation/proposals/ProposalAnswer.h"
 #include "conversation/proposals/ProposalTexts.h"
 
 #include <QPropertyAnimation>
@@ -39,9 +40,7 @@ public:
     void allowAnswer(const QString& proposalId);
 
 Q_SIGNALS:
-    void confirmed(const QString& proposalId);
-    void dismissed(const QString& proposalId);
-    void alwaysAllowed(const QString& proposalId);
+    void answered(const QString& proposalId, ProposalAnswer answer);
 
     /// An answer was given by the keyboard, and the focus is nowhere now.
     void focusGivenUp();

@@ -86,12 +86,12 @@ std::unique_ptr<PresenceMenu> DesktopPresence::makeMenu()
 
 PresenceState DesktopPresence::currentState() const
 {
-    const auto& state = m_coordinator->state();
+    const auto& [settings, isPaused] = m_coordinator->state().of<SettingsState>();
     return {
-        .mode = state.settings.mode,
-        .modeRevertAt = state.settings.modeRevertAt,
-        .isPaused = state.isPaused,
-        .pausedUntil = state.isPaused ? state.settings.pausedUntil : std::nullopt,
+        .mode = settings.mode,
+        .modeRevertAt = settings.modeRevertAt,
+        .isPaused = isPaused,
+        .pausedUntil = isPaused ? settings.pausedUntil : std::nullopt,
         .activity = m_activity,
     };
 }

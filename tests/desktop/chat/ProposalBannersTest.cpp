@@ -116,13 +116,12 @@ private Q_SLOTS:
             [] { return ScriptedChat::now; });
         m_panel->show();
         QVERIFY(QTest::qWaitForWindowActive(m_panel.get()));
-        m_confirmed = std::make_unique<QSignalSpy>(m_panel.get(), &ChatPanel::proposalConfirmed);
-        m_dismissed = std::make_unique<QSignalSpy>(m_panel.get(), &ChatPanel::proposalDismissed);
+        m_answers.clear();
+        QObject::connect(m_panel.get(), &ChatPanel::proposalAnswered, m_panel.get(),
+            [this](const QString& id, ProposalAnswer answer) { m_answers[answer].append(id); });
     }
     void cleanup()
     {
-        m_confirmed.reset();
-        m_dismissed.reset();
         m_panel.reset();
         m_talk.reset();
     }
@@ -169,9 +168,9 @@ private Q_SLOTS:
         confirm->setFocus(Qt::TabFocusReason);
         QTest::keyClick(confirm, Qt::Key_Return);
         QTest::keyClick(confirm, Qt::Key_Enter);
-        QVERIFY(confirm->hasFocus() && m_confirmed->isEmpty());
+        QVERIFY(confirm->hasFocus() && confirmed().isEmpty());
         QTest::keyClick(confirm, Qt::Key_Space);
-        QCOMPARE(m_confirmed->size(), 1);
+        QCOMPARE(confirmed().size(), 1);
         QCOMPARE(focused(), QStringLiteral("Message"));
     }
 
@@ -179,17 +178,16 @@ private Q_SLOTS:
     {
         const auto id = QStringLiteral("mode");
         m_panel->setProposals({ modeChange() }, {});
-        QSignalSpy allowed(m_panel.get(), &ChatPanel::proposalAlwaysAllowed);
         for (const auto* const name : { "Allow always", "Confirm", "Dismiss" })
             button(id, name)->click();
-        QCOMPARE(allowed.takeFirst().first().toString(), id);
-        QVERIFY(m_confirmed->isEmpty() && m_dismissed->isEmpty());
+        QCOMPARE(m_answers[ProposalAnswer::allowAlways].takeFirst(), id);
+        QVERIFY(confirmed().isEmpty() && dismissed().isEmpty());
         // What else happens in the meantime is no outcome.
         m_panel->setProposals({ modeChange(), reminder(QStringLiteral("Tea")) }, {});
         QVERIFY(!button(id, "Dismiss")->isEnabled());
         m_panel->allowAnswer(id);
         button(id, "Dismiss")->click();
-        QCOMPARE(m_dismissed->takeFirst().first().toString(), id);
+        QCOMPARE(dismissed().takeFirst(), id);
         m_panel->setProposals({}, {});
         m_panel->allowAnswer(id);
         QVERIFY(!banner(id));
@@ -217,7 +215,7 @@ private Q_SLOTS:
         QCOMPARE(button(id, "Confirm"), confirm);
         QCOMPARE(banner(id)->accessibleDescription(), QStringLiteral("Mode: Studying → Focus"));
         QTest::mouseRelease(m_panel->windowHandle(), Qt::LeftButton, {}, middle(confirm));
-        QCOMPARE(m_confirmed->size(), 1);
+        QCOMPARE(confirmed().size(), 1);
     }
 
     void aPressMeantForWhatStoodThereIsNoAnswer()
@@ -229,11 +227,11 @@ private Q_SLOTS:
             auto* const dismiss = button(QStringLiteral("mode"), "Dismiss");
             const auto place = middle(dismiss);
             click(place);
-            QVERIFY(m_dismissed->isEmpty());
+            QVERIFY(dismissed().isEmpty());
             QTRY_VERIFY(isWithinReach(dismiss));
             QCOMPARE(middle(dismiss), place);
             click(place);
-            QCOMPARE(m_dismissed->takeFirst().first().toString(), QStringLiteral("mode"));
+            QCOMPARE(dismissed().takeFirst(), QStringLiteral("mode"));
             m_panel->allowAnswer(QStringLiteral("mode"));
         }
     }
@@ -265,11 +263,11 @@ private Q_SLOTS:
         const auto* const words = banner(QStringLiteral("Tea 4"));
         QVERIFY(isWithinReach(older) && words->visibleRegion().boundingRect() != words->rect());
         click(middle(older));
-        QVERIFY(m_confirmed->isEmpty());
+        QVERIFY(confirmed().isEmpty());
         QCOMPARE(words->visibleRegion().boundingRect(), words->rect());
         QTRY_VERIFY(isWithinReach(older));
         click(middle(older));
-        QCOMPARE(m_confirmed->size(), 1);
+        QCOMPARE(confirmed().size(), 1);
         m_panel->resize(m_panel->width(), 500);
         QTRY_COMPARE(all->height(), 200);
     }
@@ -307,8 +305,10 @@ private Q_SLOTS:
 private:
     std::unique_ptr<ScriptedChat> m_talk;
     std::unique_ptr<ChatPanel> m_panel;
-    std::unique_ptr<QSignalSpy> m_confirmed;
-    std::unique_ptr<QSignalSpy> m_dismissed;
+    QStringList& confirmed() { return m_answers[ProposalAnswer::confirm]; }
+    QStringList& dismissed() { return m_answers[ProposalAnswer::dismiss]; }
+
+    std::map<ProposalAnswer, QStringList> m_answers;
 };
 
 } // namespace pobblewig
