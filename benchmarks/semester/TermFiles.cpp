@@ -1,4 +1,4 @@
-#include "coordination/semester/TermFiles.h"
+#include "TermFiles.h"
 
 #include "foundation/JSONFileStore.h"
 

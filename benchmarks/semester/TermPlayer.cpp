@@ -1,4 +1,4 @@
-#include "coordination/semester/TermPlayer.h"
+#include "TermPlayer.h"
 
 #include "support/FakeKeychain.h"
 

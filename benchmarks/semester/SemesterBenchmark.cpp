@@ -1,8 +1,8 @@
 // A term of 120 days, played on a simulated clock with the demo model: whether everything is where
 // it should be at its end, how the files grow, how long it takes and how much memory it needs.
 
-#include "coordination/semester/Semester.h"
-#include "coordination/semester/TermChecks.h"
+#include "Semester.h"
+#include "TermChecks.h"
 
 #include <QElapsedTimer>
 
@@ -78,7 +78,7 @@ int playTheTerm()
 {
     QElapsedTimer time;
     time.start();
-    Semester semester(Semester::Length::wholeTerm);
+    Semester semester;
     Growth growth;
     semester.play([&](const TermDay& day) {
         if (std::ranges::find(tableDays, day.number) != tableDays.end())

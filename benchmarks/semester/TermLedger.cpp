@@ -1,4 +1,4 @@
-#include "coordination/semester/TermLedger.h"
+#include "TermLedger.h"
 
 namespace pobblewig {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "coordination/semester/MortalFileOperations.h"
-#include "coordination/semester/TermPlayer.h"
+#include "MortalFileOperations.h"
+#include "TermPlayer.h"
 
 #include <QTemporaryDir>
 
@@ -13,9 +13,7 @@ namespace pobblewig {
 /// is started again, to play the part of the one that is.
 class Semester {
 public:
-    enum class Length { someDays, wholeTerm };
-
-    explicit Semester(Length length);
+    Semester();
 
     /// To be called first of all, once there is an application: what to exit with, if this process
     /// was started to be killed.
@@ -34,7 +32,6 @@ private:
     void end(size_t day);
     Fate sendVictim(size_t day, bool playsTheDay, const MortalFileOperations::Hour& hour);
 
-    Length m_length;
     Term m_term;
     QTemporaryDir m_scratch;
     TermLedger m_ledger { ledgerPath() };

@@ -1,4 +1,4 @@
-#include "coordination/semester/TermChecks.h"
+#include "TermChecks.h"
 
 #include "memory/ObservationStore.h"
 #include "memory/librarian/RolloverLogic.h"

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "coordination/semester/TermFiles.h"
-#include "coordination/semester/TermLedger.h"
-#include "coordination/semester/TermScript.h"
+#include "TermFiles.h"
+#include "TermLedger.h"
+#include "TermScript.h"
 
 /// What has to hold at the end of a term. Each answers with a sentence for each fault.
 namespace pobblewig::TermChecks {

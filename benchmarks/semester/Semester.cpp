@@ -1,4 +1,4 @@
-#include "coordination/semester/Semester.h"
+#include "Semester.h"
 
 #include <QCoreApplication>
 #include <QProcess>
@@ -11,18 +11,7 @@ using Ending = TermDay::Ending;
 
 const auto victimOption = QStringLiteral("--victim");
 
-/// All that can happen to a program within three weeks.
-const TermPlan someDays {
-    .begin = QDate(2026, 10, 20),
-    .length = 31,
-    .clockChange = QDate(2026, 10, 25),
-    .absent = { 10, 12 },
-    .abroad = { 20, 21 },
-    .memoryOff = { 14, 15 },
-    .daysBetweenNights = 6,
-};
-
-const TermPlan wholeTerm {
+const TermPlan plan {
     .begin = QDate(2026, 9, 28),
     .length = 120,
     .clockChange = QDate(2026, 10, 25),
@@ -33,11 +22,6 @@ const TermPlan wholeTerm {
     .daysBetweenNights = 4,
 };
 
-Term termOf(Semester::Length length)
-{
-    return writtenTerm(length == Semester::Length::someDays ? someDays : wholeTerm);
-}
-
 /// Shortly before the program is next opened.
 QDateTime morningAfter(const Term& term, size_t day)
 {
@@ -46,9 +30,8 @@ QDateTime morningAfter(const Term& term, size_t day)
 
 } // namespace
 
-Semester::Semester(Length length)
-    : m_length(length)
-    , m_term(termOf(length))
+Semester::Semester()
+    : m_term(writtenTerm(plan))
 {
 }
 
@@ -57,8 +40,8 @@ std::optional<int> Semester::playVictim()
     auto arguments = QCoreApplication::arguments().mid(1);
     if (arguments.value(0) != victimOption)
         return std::nullopt;
-    const auto term = termOf(Length(arguments[3].toInt()));
-    const auto day = size_t(arguments[4].toInt());
+    const auto term = writtenTerm(plan);
+    const auto day = size_t(arguments[3].toInt());
     TermLedger ledger(arguments[2]);
     const auto prefix =
         term[day].ending == Ending::killedInTheWeek ? QStringLiteral("week ") : QString();
@@ -69,12 +52,12 @@ std::optional<int> Semester::playVictim()
     TermPlayer player(data, ledger);
 
     TermAct end { TermAct::Kind::launch, morningAfter(term, day), {}, std::nullopt };
-    if (arguments[5].toInt()) {
+    if (arguments[4].toInt()) {
         for (const auto& act : term[day].acts)
             player.play(act);
         end.kind = TermAct::Kind::poll;
     }
-    operations->dieAt({ arguments[6].toInt(), arguments[7] });
+    operations->dieAt({ arguments[5].toInt(), arguments[6] });
     player.play(end);
     return 0;
 }
@@ -117,9 +100,8 @@ Semester::Fate Semester::sendVictim(
     QProcess victim;
     victim.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     victim.start(QCoreApplication::applicationFilePath(),
-        { victimOption, data().path(), ledgerPath(), QString::number(int(m_length)),
-            QString::number(day), QString::number(playsTheDay), QString::number(hour.change),
-            hour.file });
+        { victimOption, data().path(), ledgerPath(), QString::number(day),
+            QString::number(playsTheDay), QString::number(hour.change), hour.file });
     if (!victim.waitForFinished(60'000))
         qFatal("a victim neither died nor survived");
     if (victim.exitStatus() == QProcess::CrashExit && victim.exitCode() == SIGKILL)

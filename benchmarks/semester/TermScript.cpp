@@ -1,4 +1,4 @@
-#include "coordination/semester/TermScript.h"
+#include "TermScript.h"
 
 #include <QTimeZone>
 

@@ -2,9 +2,9 @@
 
 #include "AppCoordinator.h"
 #include "PobblewigDemoModel/DemoServer.h"
-#include "coordination/semester/TermLedger.h"
-#include "coordination/semester/TermScript.h"
-#include "coordination/semester/WatchedHTTPClient.h"
+#include "TermLedger.h"
+#include "TermScript.h"
+#include "WatchedHTTPClient.h"
 #include "foundation/Log.h"
 
 #include <optional>
