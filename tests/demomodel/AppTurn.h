@@ -4,6 +4,8 @@
 #include "conversation/ActionParser.h"
 #include "conversation/BuddyTools.h"
 #include "support/Awaited.h"
+#include "support/ScriptedHTTPClient.h"
+#include "support/TableRow.h"
 #include "wire/OpenAICompatibleProvider.h"
 
 #include <QTimeZone>
@@ -17,25 +19,19 @@ inline QDateTime demoNow()
 }
 
 /// The demo model, without a network between.
-class DemoClient : public HTTPClient {
+class DemoClient : public ScriptedHTTPClient {
 public:
-    Task<tl::expected<HTTPResponse, TransportError>> send(HTTPRequest) override
-    {
-        co_return tl::unexpected(TransportError());
-    }
-
     HTTPStream stream(HTTPRequest request) override
     {
-        HTTPStream stream;
+        QByteArray events;
         const auto parsed = ChatRequest::parse(request.body);
-        stream.sink().push(HTTPHead { parsed ? 200 : 400 });
         if (parsed) {
             const auto reply = DemoReplies::reply(*parsed, demoNow());
             for (const auto& event : CompletionFormat::events(*parsed, reply, TimePoint()))
-                stream.sink().push(event.trimmed());
+                events += event;
         }
-        stream.sink().finish();
-        return stream;
+        enqueue(parsed ? 200 : 400, events);
+        return ScriptedHTTPClient::stream(std::move(request));
     }
 };
 
@@ -59,29 +55,27 @@ inline Task<Heard> heard(std::shared_ptr<LLMStream> stream)
 /// What the app would answer to a call.
 inline QString resultOf(const QString& tool, const JSONValue::Object& arguments)
 {
+    static const std::map<QString, QString> results {
+        { u"apps_read_file"_s, u"error: refused"_s },
+        { u"memory_add_observation"_s, u"recorded observation 1a2b3c4d"_s },
+        { u"memory_find_notes"_s,
+            u"- [id:1a2b3c4d] (preferences) Likes tea\n- [id:00000000] (misc) Tea"_s },
+        { u"memory_list_period_summaries"_s,
+            u"- [id:11111111] day A → B: x\n- [id:22222222] week A → B: y"_s },
+        { u"memory_propose_pattern"_s, u"not recorded: patterns need evidence"_s },
+        { u"memory_search_reference"_s,
+            u"- [id:5e6f7a8b] [Deadlines] Essay: due soon [key=value]"_s },
+        { u"screen_capture"_s, u"captured: Firefox — the image is attached to this message"_s },
+        { u"set_temporary_mode"_s, u"noted — applied when this turn completes"_s },
+    };
     if (tool == u"describe_tool")
-        return arguments.at(QStringLiteral("name")).displayString()
-            + QStringLiteral(" is now available — call it in your next step. It does: things");
-    if (tool == u"memory_find_notes")
-        return QStringLiteral(
-            "- [id:1a2b3c4d] (preferences) Likes tea\n- [id:00000000] (misc) Tea");
-    if (tool == u"memory_search_reference")
-        return QStringLiteral("- [id:5e6f7a8b] [Deadlines] Essay: due soon [key=value]");
-    if (tool == u"memory_list_period_summaries")
-        return QStringLiteral("- [id:11111111] day A → B: x\n- [id:22222222] week A → B: y");
-    if (tool == u"memory_add_observation")
-        return QStringLiteral("recorded observation 1a2b3c4d");
-    if (tool == u"memory_propose_pattern")
-        return QStringLiteral("not recorded: patterns need evidence");
-    if (tool == u"screen_capture")
-        return QStringLiteral("captured: Firefox — the image is attached to this message");
-    if (tool == u"set_temporary_mode")
-        return QStringLiteral("noted — applied when this turn completes");
-    if (BuddyTools::isActionTool(tool))
-        return QStringLiteral("registered as a pending proposal — it awaits the user");
-    if (tool == u"apps_read_file")
-        return QStringLiteral("error: refused");
-    return QStringLiteral("Result of ") + tool;
+        return arguments.at(u"name"_s).displayString()
+            + u" is now available — call it in your next step. It does: things"_s;
+    if (const auto found = results.find(tool); found != results.end())
+        return found->second;
+    return BuddyTools::isActionTool(tool)
+        ? u"registered as a pending proposal — it awaits the user"_s
+        : u"Result of "_s + tool;
 }
 
 inline std::vector<LLMToolDefinition> toolsOnOffer(const std::vector<LLMToolCall>& made)
@@ -89,32 +83,25 @@ inline std::vector<LLMToolDefinition> toolsOnOffer(const std::vector<LLMToolCall
     auto tools = BuddyTools::retrievalTools(
         BuddyTools::ScreenCapture::offered, BuddyTools::AccountabilityTools::offered);
     for (const auto& call : made) {
-        const auto name = call.arguments.find(QStringLiteral("name"));
+        const auto name = call.arguments.find(u"name"_s);
         if (call.name == u"describe_tool" && name != call.arguments.end())
             tools.push_back(*BuddyTools::deferredTool(name->second.displayString()));
     }
-    const auto& actions = BuddyTools::actionTools();
-    tools.insert(tools.end(), actions.begin(), actions.end());
+    std::ranges::copy(BuddyTools::actionTools(), std::back_inserter(tools));
     return tools;
-}
-
-inline LLMMessage pictureMessage(const QString& text)
-{
-    return { .role = LLMMessage::Role::user, .content = text, .imageJPEG = QByteArray("JPEG") };
 }
 
 /// One turn of the app with the demo model, as far as tools are concerned.
 class AppTurn {
+    using Role = LLMMessage::Role;
+
 public:
     explicit AppTurn(const QString& sentence)
     {
-        m_request.messages = {
-            { .role = LLMMessage::Role::system,
-                .content = QStringLiteral("Call set_temporary_mode, …") },
-            { .role = LLMMessage::Role::user, .content = QStringLiteral("Hi") },
-            { .role = LLMMessage::Role::assistant, .content = QStringLiteral("Hello") },
-            { .role = LLMMessage::Role::user, .content = sentence },
-        };
+        say(Role::system, u"Call set_temporary_mode, …"_s);
+        say(Role::user, u"Hi"_s);
+        say(Role::assistant, u"Hello"_s);
+        say(Role::user, sentence);
     }
 
     void runWithFunctions()
@@ -133,23 +120,21 @@ public:
     void runWithBlocks()
     {
         for (rounds = 0; rounds < 4; ++rounds) {
-            const auto reply = ask();
-            const auto wanted = ActionParser::parseToolCalls(reply.text);
-            answer = ActionParser::parse(reply.text, {}).displayText;
-            actions = ActionParser::parse(reply.text, {}).actions;
-            for (const auto& call : wanted.calls)
-                calls.emplace_back(QString(), call.name, QString(), call.args);
+            const auto reply = ask().text;
+            const auto wanted = ActionParser::parseToolCalls(reply);
+            answer = ActionParser::parse(reply, {}).displayText;
+            actions = ActionParser::parse(reply, {}).actions;
             if (wanted.calls.empty())
                 return;
-            addResults(reply, wanted);
+            say(Role::assistant, *wanted.displayText);
+            addResults(wanted);
         }
     }
 
-    void say(LLMMessage::Role role, const QString& text)
+    void say(Role role, const QString& text)
     {
         m_request.messages.push_back({ .role = role, .content = text });
     }
-
     void offer(std::vector<LLMToolDefinition> tools) { m_request.tools = std::move(tools); }
     void replaceSystem(const QString& text) { m_request.messages.front().content = text; }
     void forgetGreeting()
@@ -159,9 +144,7 @@ public:
 
     Heard ask()
     {
-        LLMConfiguration configuration;
-        configuration.modelID = configuration.apiKey = QStringLiteral("demo");
-        OpenAICompatibleProvider provider(configuration, m_client);
+        OpenAICompatibleProvider provider({ .modelID = u"demo"_s, .apiKey = u"demo"_s }, m_client);
         return awaited(heard(std::make_shared<LLMStream>(provider.streamChat(m_request))));
     }
 
@@ -173,33 +156,31 @@ public:
 private:
     void addResults(const Heard& reply)
     {
-        m_request.messages.push_back({ .role = LLMMessage::Role::assistant,
-            .content = reply.text,
-            .toolCalls = reply.calls });
+        say(Role::assistant, reply.text);
+        m_request.messages.back().toolCalls = reply.calls;
         for (const auto& call : reply.calls) {
-            m_request.messages.push_back({ .role = LLMMessage::Role::tool,
-                .content = resultOf(call.name, call.arguments),
-                .toolCallID = call.id });
+            say(Role::tool, resultOf(call.name, call.arguments));
+            m_request.messages.back().toolCallID = call.id;
         }
-        if (reply.calls.front().name == u"screen_capture")
-            m_request.messages.push_back(
-                pictureMessage(QStringLiteral("The captured screenshot is attached. Answer…")));
+        if (reply.calls.front().name == u"screen_capture") {
+            say(Role::user, u"The captured screenshot is attached. Answer…"_s);
+            m_request.messages.back().imageJPEG = QByteArray("JPEG");
+        }
     }
 
-    void addResults(const Heard&, const ActionParser::ToolRequest& wanted)
+    void addResults(const ActionParser::ToolRequest& wanted)
     {
-        say(LLMMessage::Role::assistant, *wanted.displayText);
         QStringList results;
-        for (const auto& call : wanted.calls)
-            results.append(
-                QStringLiteral("### ") + call.name + u'\n' + resultOf(call.name, call.args));
-        auto message = pictureMessage(QStringLiteral("Tool results (local, deterministic):\n")
-            + results.join(QStringLiteral("\n\n"))
-            + QStringLiteral("\n\nNow answer the user's question using these results plus what you "
-                             "already know."));
-        if (wanted.calls.front().name != u"screen_capture")
-            message.imageJPEG.reset();
-        m_request.messages.push_back(message);
+        for (const auto& call : wanted.calls) {
+            calls.emplace_back(QString(), call.name, QString(), call.args);
+            results.append(u"### "_s + call.name + u'\n' + resultOf(call.name, call.args));
+        }
+        say(Role::user,
+            u"Tool results (local, deterministic):\n"_s + results.join(u"\n\n")
+                + u"\n\nNow answer the user's question using these results plus what you already "
+                  "know."_s);
+        if (wanted.calls.front().name == u"screen_capture")
+            m_request.messages.back().imageJPEG = QByteArray("JPEG");
     }
 
     DemoClient m_client;

@@ -85,23 +85,19 @@ private Q_SLOTS:
 
     void eachRequestGetsItsStatus_data()
     {
-        QTest::addColumn<QByteArray>("request");
-        QTest::addColumn<int>("status");
+        columns<QByteArray, int>("request", "status");
         const auto sized = [](const QByteArray& size) {
             return "POST /chat/completions HTTP/1.1\r\ncontent-LENGTH:" + size + "\r\n\r\n";
         };
         row("without stream", chat(), 200);
         row("without /v1", chat().replace("/v1", ""), 200);
-        row("with a query", chat().replace("completions", "completions?a=b"), 200);
         row("not JSON", post("nonsense"), 400);
         row("deep nesting", post(QByteArray(100000, '[')), 400);
         row("another path", chat().replace("/chat", "/shat"), 404);
         row("another method", chat().replace("POST", "GET"), 405);
         row("not HTTP", QByteArray("hello\r\n\r\n"), 400);
         row("no size", chat().replace("Content-Length", "Transfer-Encoding"), 411);
-        row("size with a sign", sized("-1"), 400);
         row("size one over", sized(QByteArray::number(HTTPRequestReader::bodyLimit + 1)), 413);
-        row("size beyond 64 bits", sized("99999999999999999999"), 413);
         row("endless head", QByteArray(HTTPRequestReader::headLimit + 1, 'a'), 431);
     }
     void eachRequestGetsItsStatus()
@@ -111,19 +107,6 @@ private Q_SLOTS:
         const auto answer = answerTo(request, *server.listen(0));
         QTEST(answer.sliced(9, 3).toInt(), "status");
         QCOMPARE(answer.contains("\"error\":{\"message\""), !answer.contains("200 OK"));
-    }
-
-    void toolsAreRefusedOnlyIfAskedFor()
-    {
-        const auto request = chat(R"(,"tools":[{"function":{"name":"set_mascot"}}])", "be a mouse");
-        DemoServer usual({});
-        const auto answer = answerTo(request, *usual.listen(0));
-        QVERIFY(answer.contains(R"("finish_reason":"tool_calls")"));
-        QVERIFY(answer.contains(R"("arguments":"{\"mascot\":\"mouse\",)"));
-        DemoServer refusing({ .refusesTools = true });
-        const auto port = *refusing.listen(0);
-        QVERIFY(answerTo(request, port).startsWith("HTTP/1.1 400 "));
-        QVERIFY(answerTo(chat(), port).startsWith("HTTP/1.1 200 "));
     }
 
     void aRequestMayArriveInAnyPieces()
@@ -147,9 +130,8 @@ private Q_SLOTS:
     void theProgramNamesItsPortAndEndsCleanlyInTheMiddleOfAReply()
     {
         QProcess program;
-        program.start(
-            QCoreApplication::applicationDirPath() + QStringLiteral("/pobblewig-demo-model"),
-            { QStringLiteral("--delay-ms=20") });
+        program.start(QCoreApplication::applicationDirPath() + u"/pobblewig-demo-model"_s,
+            { u"--delay-ms=20"_s });
         QTRY_VERIFY(program.canReadLine());
         const auto line = program.readLine().trimmed();
         QVERIFY(line.startsWith("listening on 127.0.0.1:"));
