@@ -17,7 +17,7 @@ using Script = LoopbackServer::Script;
 
 namespace {
 
-const auto apiKey = QStringLiteral("sk-hush");
+const auto apiKey = u"sk-hush"_s;
 
 /// Events as one piece of text each.
 QString described(const LLMStreamEvent& event)
@@ -25,14 +25,14 @@ QString described(const LLMStreamEvent& event)
     if (const auto* token = std::get_if<LLMToken>(&event))
         return token->text;
     if (const auto* usage = std::get_if<LLMUsage>(&event))
-        return QStringLiteral("%1+%2").arg(usage->promptTokens).arg(usage->completionTokens);
+        return u"%1+%2"_s.arg(usage->promptTokens).arg(usage->completionTokens);
     QStringList texts;
     if (const auto* calls = std::get_if<LLMToolCalls>(&event)) {
         for (const auto& call : calls->calls)
             texts.append(call.id + u'=' + call.name + call.argumentsJSON
                 + call.thoughtSignature.value_or(QString()));
     }
-    return texts.isEmpty() ? QStringLiteral(".") : texts.join(u';');
+    return texts.isEmpty() ? u"."_s : texts.join(u';');
 }
 
 Task<QStringList> collected(std::shared_ptr<LLMStream> stream)
@@ -62,10 +62,11 @@ class OpenAICompatibleProviderTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void init() { m = std::make_unique<Connection>(); }
+
     void aStreamBecomesEvents_data()
     {
-        QTest::addColumn<QByteArray>("body");
-        QTest::addColumn<QString>("events");
+        columns<QByteArray, QString>("body", "events");
         const QByteArray done = "data: [DONE]\n\n";
         row("tokens", token("Hel") + token("lo") + done + token("late"), "Hel|lo|.");
         row("never the end mark", token("Hello"), "Hello|.");
@@ -91,7 +92,8 @@ private Q_SLOTS:
         row("usage without numbers", QByteArray("data: {'choices':[],'usage':{}}\n"), ".");
         row("a call in pieces",
             toolCalls("{'index':0,'id':'a','function':{'name':'x','arguments':'{\\'k\\''}}")
-                + toolCalls("{'index':0,'id':'','function':{'name':'','arguments':':1}'}}"),
+                + toolCalls(
+                    "{'index':0,'id':'','type':null,'function':{'name':null,'arguments':':1}'}}"),
             "a=x{\"k\":1}|.");
         row("later ids and names win",
             toolCalls("{'id':'a','function':{'name':'x'}}")
@@ -121,24 +123,9 @@ private Q_SLOTS:
         QTEST(ask(http), "events");
     }
 
-    void anAnswerMayBeCutAnywhere()
-    {
-        for (const QByteArray end : { "\n", "\r\n" }) {
-            auto body = token("sal\xC3\xBC \xF0\x9F\xA6\x98") + token("!") + "data: [DONE]\n\n";
-            body.replace("\n", end).replace('\'', '"');
-            for (qsizetype cut = 1; cut < body.size(); ++cut) {
-                m_server.enqueue({ Send { LoopbackServer::eventStreamHead() },
-                    Send { body.first(cut) }, Send { body.sliced(cut) }, Close() });
-                QCOMPARE(ask(m_http), QStringLiteral("salü 🦘|!|."));
-            }
-        }
-    }
-
     void aFailureEndsTheStream_data()
     {
-        QTest::addColumn<Script>("script");
-        QTest::addColumn<QString>("begin");
-        QTest::addColumn<int>("length");
+        columns<Script, QString, int>("script", "begin", "length");
         const auto answer = [](const QByteArray& status, const QByteArray& body) {
             return Script { Send { LoopbackServer::answer(status, body) } };
         };
@@ -165,17 +152,16 @@ private Q_SLOTS:
         QFETCH(Script, script);
         QFETCH(QString, begin);
         const LogLines log;
-        const auto requests = m_server.requests().size();
-        m_server.enqueue(script);
+        m->server.enqueue(script);
         const auto timeout = begin.startsWith(u"127.0.0.1") ? 100ms : 10s;
-        OpenAICompatibleProvider provider(configuration(m_server.url()), m_http, timeout);
+        OpenAICompatibleProvider provider(configuration(m->server.url()), m->http, timeout);
         const auto stream = std::make_shared<LLMStream>(provider.streamChat({}));
         const auto last = awaited(collected(stream)).last();
         QVERIFY2(last.startsWith(begin), qPrintable(last));
         QVERIFY(!last.contains(apiKey) && log.lines().isEmpty());
         if (const auto* error = std::get_if<LLMError>(&*stream->error()))
             QTEST(int(error->text.size()), "length");
-        QCOMPARE(m_server.requests().size(), requests + 1);
+        QCOMPARE(m->server.requests().size(), 1u);
         QVERIFY(m_other.requests().empty());
     }
 
@@ -183,7 +169,7 @@ private Q_SLOTS:
     {
         ScriptedHTTPClient http;
         http.enqueue(tl::unexpected(TransportError { TransportError::Kind::notHTTP, {} }));
-        QCOMPARE(ask(http), QStringLiteral("Invalid response: not an HTTP response"));
+        QCOMPARE(ask(http), u"Invalid response: not an HTTP response"_s);
     }
 
     void nothingIsSentWithoutAModelAndAKey()
@@ -199,35 +185,31 @@ private Q_SLOTS:
 
     void aDroppedStreamClosesItsConnection()
     {
-        m_server.enqueue({ Send { LoopbackServer::eventStreamHead() } });
-        OpenAICompatibleProvider provider(configuration(m_server.url()), m_http);
+        m->server.enqueue({ Send { LoopbackServer::eventStreamHead() } });
+        OpenAICompatibleProvider provider(configuration(m->server.url()), m->http);
         auto stream = std::make_unique<LLMStream>(provider.streamChat({}));
-        QTRY_COMPARE(m_server.openConnections(), 1);
+        QTRY_COMPARE(m->server.openConnections(), 1);
         stream.reset();
-        QTRY_COMPARE(m_server.openConnections(), 0);
+        QTRY_COMPARE(m->server.openConnections(), 0);
     }
 
     void aFinishedReplyIsNotCutOff()
     {
-        LoopbackServer server;
-        const QByteArray body = "data: [DONE]\n\n";
         for (int replies = 1; replies <= 2; ++replies) {
-            server.enqueue({ Send { "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n"
-                + QByteArray::number(body.size(), 16) + "\r\n" + body + "\r\n" } });
-            QCOMPARE(ask(m_http, configuration(server.url())), u".");
-            QCOMPARE(server.openConnections(), replies);
+            m->server.enqueue({ Send { "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n"
+                                       "e\r\ndata: [DONE]\n\n\r\n" } });
+            QCOMPARE(ask(m->http), u".");
+            QCOMPARE(m->server.openConnections(), replies);
         }
     }
 
 private:
     static LLMConfiguration configuration(const QUrl& url)
     {
-        LLMConfiguration result;
-        result.baseURL = url;
-        result.modelID = QStringLiteral("model");
-        result.apiKey = apiKey;
-        result.completionsPath = QStringLiteral("chat/completions");
-        return result;
+        return { .baseURL = url,
+            .modelID = u"model"_s,
+            .apiKey = apiKey,
+            .completionsPath = u"chat/completions"_s };
     }
 
     static QString ask(HTTPClient& http, const LLMConfiguration& given)
@@ -236,11 +218,14 @@ private:
         const auto stream = std::make_shared<LLMStream>(provider.streamChat({}));
         return awaited(collected(stream)).join(u'|');
     }
-    QString ask(HTTPClient& http) const { return ask(http, configuration(m_server.url())); }
+    QString ask(HTTPClient& http) const { return ask(http, configuration(m->server.url())); }
 
-    LoopbackServer m_server;
+    struct Connection {
+        LoopbackServer server;
+        NetworkHTTPClient http;
+    };
+    std::unique_ptr<Connection> m;
     LoopbackServer m_other;
-    NetworkHTTPClient m_http;
 };
 
 } // namespace pobblewig
