@@ -39,13 +39,17 @@ struct ChatFixture : ToolWorld {
     MemoryToolExecutor executor { everyTool() };
     bool isMemoryEnabled = true;
     std::map<QString, bool> confirmations;
+    std::optional<QUuid> session;
     ChatService chat { history, usage, withTools(dependencies(main, vision)) };
     QSignalSpy activity { &chat, &ChatService::activityChanged };
 
     void finishTurn() { QTRY_VERIFY(!chat.isStreaming() && !activity.last().at(0).toBool()); }
 
-    void ask(const QString& text)
+    /// The model answers with these, one for each request.
+    template <typename... Replies>
+    void ask(const QString& text, Replies... replies)
     {
+        (model.enqueue(std::move(replies)), ...);
         chat.submit(text);
         finishTurn();
     }
@@ -56,6 +60,7 @@ struct ChatFixture : ToolWorld {
     ChatService::Dependencies withTools(ChatService::Dependencies dependencies)
     {
         dependencies.memoryEnabledProvider = [this] { return isMemoryEnabled; };
+        dependencies.sessionIDProvider = [this] { return session; };
         dependencies.toolExecutor = [this] { return &executor; };
         dependencies.actionConfirmations = [this] { return confirmations; };
         dependencies.screenshots = { &screen,

@@ -26,6 +26,7 @@ public:
     void enqueue(Reply reply) { m_replies.push_back(std::move(reply)); }
     void enqueue(const QString& text) { enqueue(Reply { { LLMToken { text } } }); }
     void enqueue(LLMFailure failure) { enqueue(Reply { {}, std::move(failure) }); }
+    void enqueueHeld(const QString& text) { enqueue({ { LLMToken { text } }, {}, true }); }
 
     /// Lets all held replies end.
     void release()
