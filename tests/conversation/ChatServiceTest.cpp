@@ -28,26 +28,30 @@ private Q_SLOTS:
 
     void aReplyIsStreamedAndThenStandsInTheHistory()
     {
-        m->model.enqueue({ { LLMToken { QStringLiteral("  Hello ") },
-                               LLMToken { QStringLiteral("you\n") }, LLMUsage { 12, 3 } },
-            std::nullopt, true });
+        m->model.enqueue(
+            { { LLMToken { u"  Hello "_s }, LLMToken { u"you\n"_s }, LLMUsage { 12, 3 } },
+                std::nullopt, true });
+        const auto asked = m->session = QUuid::createUuid();
         int completed = 0;
         m->chat.onTurnComplete = [&]() -> Task<> {
             ++completed;
-            return []() -> Task<> { co_return; }();
+            return m->requestPermission();
         };
-        QVERIFY(m->chat.submit(QStringLiteral("  hi\n")));
-        QVERIFY(!m->chat.submit(QStringLiteral("two")));
+        QVERIFY(m->chat.submit(u"  hi\n"_s));
+        QVERIFY(!m->chat.submit(u"two"_s));
         m->chat.retryLast();
-        QTRY_COMPARE(m->chat.streamingPreview(), QStringLiteral("Hello you"));
+        QTRY_COMPARE(m->chat.streamingPreview(), u"Hello you"_s);
         QVERIFY(m->chat.isStreaming());
         QCOMPARE(m->texts(), u"hi");
         QCOMPARE(completed, 0);
 
+        m->session = QUuid::createUuid();
         m->model.release();
         m->finishTurn();
         QVERIFY(m->succeeded());
         QCOMPARE(completed, 1);
+        for (const auto& message : m->chat.messages())
+            QVERIFY2(message.sessionID == asked, "the session in which it was asked");
         QCOMPARE(m->texts(), u"hi|Hello you");
         QVERIFY(m->chat.messages() == m->history.messages());
         QVERIFY(m->chat.streamingPreview().isEmpty());
@@ -58,10 +62,9 @@ private Q_SLOTS:
     void aRequestCarriesThePromptAndTheHistoryWithoutSystemMessages()
     {
         using Role = ChatMessage::Role;
-        m->history.append({ {}, Role::system, QStringLiteral("internal"), {} });
-        m->history.append({ {}, Role::assistant, QStringLiteral("earlier"), {} });
-        m->model.enqueue(QStringLiteral("fine"));
-        m->ask(QStringLiteral("how are you?"));
+        m->history.append({ {}, Role::system, u"internal"_s, {} });
+        m->history.append({ {}, Role::assistant, u"earlier"_s, {} });
+        m->ask(u"how are you?"_s, u"fine"_s);
 
         const auto& request = m->model.requests().front();
         QCOMPARE(contents(request), u"earlier|how are you?");
@@ -75,9 +78,8 @@ private Q_SLOTS:
 
     void onlyWhatMayPassIsRetriedOnceByItself_data()
     {
-        QTest::addColumn<LLMFailure>("failure");
-        QTest::addColumn<int>("requests");
-        const auto text = QStringLiteral("key sk-secret");
+        columns<LLMFailure, int>("failure", "requests");
+        const auto text = u"key sk-secret"_s;
         row("a server's error", LLMFailure(LLMError::http(500, text)), 2);
         row("nonsense", LLMFailure(LLMError::invalidResponse(text)), 2);
         row("no network", LLMFailure(TransportError { TransportError::Kind::unreachable, text }),
@@ -89,9 +91,9 @@ private Q_SLOTS:
         QFETCH(LLMFailure, failure);
         QFETCH(int, requests);
         const LogLines log;
-        for (int request = 0; request < requests; ++request)
+        if (requests == 2)
             m->model.enqueue(failure);
-        m->ask(QStringLiteral("hi"));
+        m->ask(u"hi"_s, failure);
         QVERIFY(!m->succeeded());
         QCOMPARE(std::ssize(m->model.requests()), requests);
         QCOMPARE(m->error(), description(failure));
@@ -100,9 +102,7 @@ private Q_SLOTS:
         QVERIFY(!log.lines().join(u' ').contains(u"sk-secret"));
         QCOMPARE(m->activity.count({ false, false }), 1);
 
-        m->model.enqueue(QStringLiteral("hello"));
-        m->chat.retryLast();
-        m->finishTurn();
+        retry(u"hello"_s);
         QVERIFY(m->succeeded());
         QVERIFY(!m->chat.lastError());
         QCOMPARE(m->texts(), u"hi|hello");
@@ -112,30 +112,27 @@ private Q_SLOTS:
     void withoutAModelTheTextIsKeptForARetry()
     {
         m->main = nullptr;
-        m->ask(QStringLiteral("hi"));
+        m->ask(u"hi"_s);
         QCOMPARE(m->error(), u"Model not configured: main model not configured");
         QCOMPARE(m->texts(), u"");
-        QCOMPARE(m->chat.unsentText(), QStringLiteral("hi"));
+        QCOMPARE(m->chat.unsentText(), u"hi"_s);
 
         m->main = &m->model;
-        m->model.enqueue(QStringLiteral("hello"));
-        m->chat.retryLast();
-        m->finishTurn();
+        retry(u"hello"_s);
         QCOMPARE(m->texts(), u"hi|hello");
     }
 
     void aStoppedTurnLeavesTheMessageAndNoError()
     {
-        m->model.enqueue({ { LLMToken { QStringLiteral("half a") } }, std::nullopt, true });
-        m->chat.submit(QStringLiteral("hi"));
-        QTRY_COMPARE(m->chat.streamingPreview(), QStringLiteral("half a"));
+        m->model.enqueueHeld(u"half a"_s);
+        m->chat.submit(u"hi"_s);
+        QTRY_COMPARE(m->chat.streamingPreview(), u"half a"_s);
         m->chat.cancelStreaming();
         QVERIFY(!m->chat.isStreaming() && !m->succeeded());
         QCOMPARE(m->model.droppedStreams(), 1);
 
         // The stopped turn must not disturb the next one, which begins before it has noticed.
-        m->model.enqueue(QStringLiteral("whole"));
-        m->ask(QStringLiteral("again"));
+        m->ask(u"again"_s, u"whole"_s);
         QVERIFY(m->succeeded());
         QVERIFY(!m->chat.lastError());
         QCOMPARE(m->texts(), u"hi|again|whole");
@@ -143,16 +140,14 @@ private Q_SLOTS:
 
     void aTurnThatNeedsNoModelOrGetsNoWordsEndsToo()
     {
-        m->ask(QStringLiteral(" \n\t"));
+        m->ask(u" \n\t"_s);
         QVERIFY(m->succeeded());
         ChatService blind(m->history, m->usage, dependencies(m->main, m->vision));
-        blind.submit(QStringLiteral("look"), ChatService::Screenshot::with);
-        QTRY_COMPARE(blind.lastError(), QStringLiteral("Screen capture is not available."));
+        blind.submit(u"look"_s, ChatService::Screenshot::with);
+        QTRY_COMPARE(blind.lastError(), u"Screen capture is not available."_s);
         QTRY_VERIFY(blind.canRetry());
         QVERIFY(m->model.requests().empty());
-        m->model.enqueue(QStringLiteral(" \n"));
-        m->model.enqueue(QStringLiteral("```buddy-tools\n{}\n```"));
-        m->ask(QStringLiteral("hi"));
+        m->ask(u"hi"_s, u" \n"_s, u"```buddy-tools\n{}\n```"_s);
         QCOMPARE(m->model.requests().size(), 2u);
         QVERIFY(contents(m->model.requests().back())
                     .startsWith(u"hi|(empty reply)|Your last reply came through empty"));
@@ -166,9 +161,9 @@ private Q_SLOTS:
         for (const bool hasVisionModel : { false, true }) {
             m->vision = hasVisionModel ? &m->visionModel : nullptr;
             auto& asked = hasVisionModel ? m->visionModel : m->model;
-            asked.enqueue({ { LLMToken { QStringLiteral("a cat") }, LLMUsage { 5, 1 } } });
-            QVERIFY(awaited(m->chat.send(
-                QStringLiteral("?"), QByteArray("JPEG"), ChatService::UserMessage::record)));
+            asked.enqueue({ { LLMToken { u"a cat"_s }, LLMUsage { 5, 1 } } });
+            QVERIFY(awaited(
+                m->chat.send(u"?"_s, QByteArray("JPEG"), ChatService::UserMessage::record)));
             const auto& request = asked.requests().front();
             QVERIFY(request.messages.back().imageJPEG == QByteArray("JPEG"));
             QCOMPARE(request.temperature, hasVisionModel ? 0.4 : 0.7);
@@ -179,15 +174,15 @@ private Q_SLOTS:
 
     void aLookAtTheScreenGoesWithTheQuestion()
     {
-        m->model.enqueue({ { LLMToken { QStringLiteral("a cat") } }, std::nullopt, true });
+        m->model.enqueueHeld(u"a cat"_s);
         QVERIFY(m->look());
         QTRY_COMPARE(m->screen.looks().size(), 1u);
-        QVERIFY(m->screen.looks().front() == std::set { QStringLiteral("org.vault") });
+        QVERIFY(m->screen.looks().front() == std::set { u"org.vault"_s });
         QVERIFY(!m->chat.captureIndicator() && m->chat.messages().empty());
 
-        m->screen.enqueue(CapturedScreenshot { "JPEG", QStringLiteral("Captured Cats") });
-        QTRY_COMPARE(m->chat.streamingPreview(), QStringLiteral("a cat"));
-        QCOMPARE(m->chat.captureIndicator(), QStringLiteral("Captured Cats"));
+        m->screen.enqueue(CapturedScreenshot { "JPEG", u"Captured Cats"_s });
+        QTRY_COMPARE(m->chat.streamingPreview(), u"a cat"_s);
+        QCOMPARE(m->chat.captureIndicator(), u"Captured Cats"_s);
         QVERIFY(m->model.requests().front().messages.back().imageJPEG == QByteArray("JPEG"));
         m->model.release();
         m->finishTurn();
@@ -198,10 +193,8 @@ private Q_SLOTS:
     void aLookThatFailsIsExplainedAndTakenAnewByARetry_data()
     {
         using Kind = ScreenCaptureError::Kind;
-        QTest::addColumn<ScreenCaptureError>("failure");
-        QTest::addColumn<QString>("explanation");
-        QTest::addColumn<int>("permissionRequests");
-        row("excluded", ScreenCaptureError { Kind::excludedApp, QStringLiteral("Vault") },
+        columns<ScreenCaptureError, QString, int>("failure", "explanation", "permissionRequests");
+        row("excluded", ScreenCaptureError { Kind::excludedApp, u"Vault"_s },
             "Screenshots are disabled while Vault is frontmost (excluded app).", 0);
         row("denied", ScreenCaptureError { Kind::permissionDenied },
             PlatformWording::linuxDesktop.screenPermissionNeeded.toString(), 1);
@@ -217,12 +210,9 @@ private Q_SLOTS:
         QVERIFY(!m->succeeded());
         QTEST(m->error(), "explanation");
         QTEST(m->permissionRequests, "permissionRequests");
-        QCOMPARE(m->screen.looks().size(), 1u);
 
         m->screen.enqueue(CapturedScreenshot { "JPEG", {} });
-        m->model.enqueue(QStringLiteral("a cat"));
-        m->chat.retryLast();
-        m->finishTurn();
+        retry(u"a cat"_s);
         QCOMPARE(m->texts(), u"look|a cat");
         QCOMPARE(m->screen.looks().size(), 2u);
     }
@@ -233,12 +223,11 @@ private Q_SLOTS:
         QTRY_COMPARE(m->screen.looks().size(), 1u);
         m->chat.cancelStreaming();
         QVERIFY(!m->look() && !m->chat.canRetry());
-        m->model.enqueue(QStringLiteral("hello"));
-        m->ask(QStringLiteral("hi"));
+        m->ask(u"hi"_s, u"hello"_s);
         m->screen.enqueue(
             tl::unexpected(ScreenCaptureError { ScreenCaptureError::Kind::noCaptureTarget }));
         m->screen.enqueue(CapturedScreenshot { "JPEG", {} });
-        m->model.enqueue(QStringLiteral("a cat"));
+        m->model.enqueue(u"a cat"_s);
         QVERIFY(QTest::qWaitFor([&] { return m->look(); }));
         m->finishTurn();
         QVERIFY(!m->chat.lastError());
@@ -246,6 +235,13 @@ private Q_SLOTS:
     }
 
 private:
+    void retry(const QString& answer) const
+    {
+        m->model.enqueue(answer);
+        m->chat.retryLast();
+        m->finishTurn();
+    }
+
     std::unique_ptr<ChatFixture> m;
 };
 

@@ -3,9 +3,8 @@
 #include "ChatFixture.h"
 #include "support/LogLines.h"
 #include "support/TableRow.h"
+#include "support/Variables.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QRegularExpression>
 
 namespace pobblewig {
@@ -14,11 +13,15 @@ namespace {
 
 using Reply = ScriptedProvider::Reply;
 
-LLMToolCall call(const QString& name, const QJsonObject& arguments = {})
+/// With arguments as "name=value name=value".
+LLMToolCall call(const QString& name, const QString& arguments = {})
 {
     static int number = 0;
-    const auto json = QJsonDocument(arguments).toJson(QJsonDocument::Compact);
-    return LLMToolCall(QStringLiteral("call-%1").arg(++number), name, QString::fromUtf8(json));
+    QJsonObject json;
+    for (const auto& [key, value] : variables(arguments))
+        json[key] = value;
+    return LLMToolCall(u"call-%1"_s.arg(++number), name,
+        QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Compact)));
 }
 
 Reply calling(std::vector<LLMToolCall> calls, const QString& text = {})
@@ -32,19 +35,12 @@ Reply calling(std::vector<LLMToolCall> calls, const QString& text = {})
 
 Reply findingNotes()
 {
-    return calling(
-        { call(QStringLiteral("memory_find_notes"), { { QStringLiteral("query"), u"tea"_qs } }) });
+    return calling({ call(u"memory_find_notes"_s, u"query=tea"_s) });
 }
 
 LLMToolCall reminder(const QString& id)
 {
-    return call(QStringLiteral("propose_reminder"),
-        { { QStringLiteral("proposalId"), id }, { QStringLiteral("title"), id } });
-}
-
-QString fenced(const QString& tag, const QString& body)
-{
-    return QStringLiteral("```%1\n%2\n```").arg(tag, body);
+    return call(u"propose_reminder"_s, u"proposalId=%1 title=%1"_s.arg(id));
 }
 
 QStringList toolNames(const LLMRequest& request)
@@ -81,15 +77,13 @@ private Q_SLOTS:
 
     void resultsOfCallsComeBackInTheirOrderAndOnlyTheAnswerStays()
     {
-        m->memory.notes.addNote({ .text = QStringLiteral("Likes green tea") }, TimePoint());
+        m->memory.notes.addNote({ .text = u"Likes green tea"_s }, TimePoint());
         auto reply = findingNotes();
         auto& calls = std::get<LLMToolCalls>(reply.events.front()).calls;
-        calls.insert(calls.begin(), call(QStringLiteral("describe_tool")));
-        calls.push_back(reminder(QStringLiteral("buy-tea")));
-        calls.push_back(call(QStringLiteral("no_such_tool")));
-        m->model.enqueue(reply);
-        m->model.enqueue(QStringLiteral("Green tea."));
-        m->ask(QStringLiteral("what do I like?"));
+        calls.insert(calls.begin(), call(u"describe_tool"_s));
+        calls.push_back(reminder(u"buy-tea"_s));
+        calls.push_back(call(u"no_such_tool"_s));
+        m->ask(u"what do I like?"_s, reply, u"Green tea."_s);
 
         const auto& request = m->model.requests().back();
         const auto& messages = request.messages;
@@ -104,8 +98,8 @@ private Q_SLOTS:
         QCOMPARE(m->texts(), u"what do I like?|Green tea.");
         QCOMPARE(m_actions.size(), 1u);
         QVERIFY(m->chat.lastToolCalls()
-            == (std::vector { QStringLiteral("describe_tool (failed)"),
-                QStringLiteral("memory_find_notes"), QStringLiteral("no_such_tool (failed)") }));
+            == (std::vector {
+                u"describe_tool (failed)"_s, u"memory_find_notes"_s, u"no_such_tool (failed)"_s }));
         QCOMPARE(m->chat.totalToolCalls(), 3);
     }
 
@@ -113,8 +107,7 @@ private Q_SLOTS:
     {
         for (int round = 0; round < 4; ++round)
             m->model.enqueue(findingNotes());
-        m->model.enqueue(QStringLiteral("Nothing found."));
-        m->ask(QStringLiteral("search on"));
+        m->ask(u"search on"_s, u"Nothing found."_s);
         QCOMPARE(m->executor.totalCalls(), 3);
         QCOMPARE(m->model.requests().size(), 5u);
         QVERIFY(tail(m->model.requests().back(), 1).front().startsWith(u"Your last reply came"));
@@ -123,55 +116,45 @@ private Q_SLOTS:
 
     void aLoadedToolIsOfferedForTheRestOfTheTurn()
     {
-        const auto name = QStringLiteral("apps_list_sources");
-        m->model.enqueue(calling(
-            { call(QStringLiteral("describe_tool"), { { QStringLiteral("name"), name } }) }));
-        m->model.enqueue(findingNotes());
-        m->model.enqueue(QStringLiteral("done"));
-        m->ask(QStringLiteral("which folders?"));
-        QVERIFY(!toolNames(m->model.requests()[0]).contains(name));
-        QVERIFY(toolNames(m->model.requests()[1]).contains(name));
-        QVERIFY(toolNames(m->model.requests()[2]).contains(name));
+        const auto name = u"apps_list_sources"_s;
+        m->ask(u"which folders?"_s, calling({ call(u"describe_tool"_s, u"name="_s + name) }),
+            findingNotes(), u"done"_s);
+        for (size_t request = 0; request < 3; ++request)
+            QCOMPARE(toolNames(m->model.requests()[request]).contains(name), request > 0);
         QCOMPARE(toolNames(m->model.requests()[2]).back(), u"forget_memory");
-        QVERIFY(
-            tail(m->model.requests()[1], 1)
-                .front()
-                .startsWith(
-                    u"apps_list_sources is now available — call it in your next step. It does: "));
+        QVERIFY(tail(m->model.requests()[1], 1)[0].startsWith(
+            u"apps_list_sources is now available — call it in your next step. It does: "));
     }
 
     void withTheMemoryOffNothingOfItIsOffered()
     {
         m->isMemoryEnabled = false;
-        m->model.enqueue(QStringLiteral("hi"));
-        m->ask(QStringLiteral("hi"));
+        m->ask(u"hi"_s, u"hi"_s);
         const auto names = toolNames(m->model.requests().front());
-        QVERIFY(names.filter(QRegularExpression(QStringLiteral("^memory_"))).isEmpty());
-        QVERIFY(names.contains(QStringLiteral("screen_capture")));
+        QVERIFY(names.filter(QRegularExpression(u"^memory_"_s)).isEmpty());
+        QVERIFY(names.contains(u"screen_capture"_s));
 
-        m->model.enqueue(findingNotes());
-        m->model.enqueue(QStringLiteral("I cannot."));
-        m->ask(QStringLiteral("look it up all the same"));
+        m->ask(u"look it up all the same"_s, findingNotes(), u"I cannot."_s);
         QCOMPARE(tail(m->model.requests().back(), 1).front(), u"error: memory tools unavailable");
     }
 
     void theScreenIsLookedAtOncePerTurn()
     {
-        const auto look = call(QStringLiteral("screen_capture"));
+        const auto look = call(u"screen_capture"_s);
         m->vision = &m->visionModel;
         m->model.enqueue(calling({ look, look }));
         m->visionModel.enqueue(calling({ look }));
-        m->visionModel.enqueue(QStringLiteral("A cat."));
-        m->screen.enqueue(CapturedScreenshot { "JPEG", QStringLiteral("Captured Cats") });
-        m->ask(QStringLiteral("what's on my screen?"));
+        m->visionModel.enqueue(u"A cat."_s);
+        m->screen.enqueue(CapturedScreenshot { "JPEG", u"Captured Cats"_s });
+        m->ask(u"what's on my screen?"_s);
 
         QCOMPARE(m->screen.looks().size(), 1u);
         const auto& messages = m->visionModel.requests().front().messages;
         QVERIFY(messages.front().content.contains(u"A screenshot is attached"));
         QVERIFY(messages.back().imageJPEG == QByteArray("JPEG"));
         QCOMPARE(tail(m->visionModel.requests().front(), 3),
-            QStringList({ u"captured: Captured Cats — the image is attached to this message"_qs,
-                u"refused: at most one screen capture per request"_qs,
+            QStringList({ u"captured: Captured Cats — the image is attached to this message"_s,
+                u"refused: at most one screen capture per request"_s,
                 ChatTurnLogic::screenshotAttached.toString() }));
         QVERIFY(tail(m->visionModel.requests().back(), 1).front().startsWith(u"refused"));
         QVERIFY(m->chat.messages().back().hadImage);
@@ -180,11 +163,11 @@ private Q_SLOTS:
 
     void aLookThatIsDeniedIsToldToTheModel()
     {
-        m->model.enqueue(calling({ call(QStringLiteral("screen_capture")) }));
-        m->model.enqueue(QStringLiteral("I cannot see it."));
+        m->model.enqueue(calling({ call(u"screen_capture"_s) }));
+        m->model.enqueue(u"I cannot see it."_s);
         m->screen.enqueue(
             tl::unexpected(ScreenCaptureError { ScreenCaptureError::Kind::permissionDenied }));
-        m->ask(QStringLiteral("what's on my screen?"));
+        m->ask(u"what's on my screen?"_s);
         QCOMPARE(m->permissionRequests, 1);
         QVERIFY(tail(m->model.requests().back(), 1).front().startsWith(u"error: Permission"));
         QVERIFY(m->succeeded());
@@ -193,25 +176,18 @@ private Q_SLOTS:
     void aModelWithoutFunctionsIsServedByText()
     {
         const LogLines log;
-        m->model.enqueue(LLMError::http(400, QStringLiteral("tools?")));
-        m->model.enqueue(QStringLiteral("Hello."));
-        m->ask(QStringLiteral("hi"));
+        m->ask(u"hi"_s, LLMError::http(400, u"tools?"_s), u"Hello."_s);
         QVERIFY(m->succeeded());
         QVERIFY(m->model.requests()[1].tools.empty());
-        QVERIFY(log.lines().contains(QStringLiteral(
-            "buddy: native tools rejected on the main lane (HTTP 400); falling back to "
-            "prompt-based tools")));
+        QVERIFY(log.lines().contains(
+            u"buddy: native tools rejected on the main lane (HTTP 400); falling back to "
+            "prompt-based tools"_s));
 
-        const auto request = QStringLiteral(
-            R"({"tools":[{"name":"memory_find_notes","args":{"query":"tea"}},{"name":"x"}]})");
-        m->model.enqueue(u"One moment.\n"_qs + fenced(QStringLiteral("buddy-tools"), request));
-        m->model.enqueue(fenced(QStringLiteral("buddy-tools"), request));
-        m->model.enqueue(fenced(QStringLiteral("buddy-tools"), request));
-        m->model.enqueue(u"No tea.\n"_qs
-            + fenced(QStringLiteral("buddy-actions"),
-                QStringLiteral(
-                    R"([{"type":"propose_reminder","proposalId":"tea","title":"Buy tea"}])")));
-        m->ask(QStringLiteral("tea?"));
+        const auto request = u"```buddy-tools\n{\"tools\":[{\"name\":\"memory_find_notes\","
+                             "\"args\":{\"query\":\"tea\"}},{\"name\":\"x\"}]}\n```"_s;
+        m->ask(u"tea?"_s, u"One moment.\n"_s + request, request, request,
+            u"No tea.\n```buddy-actions\n[{\"type\":\"propose_reminder\","
+            "\"proposalId\":\"tea\",\"title\":\"Buy tea\"}]\n```"_s);
         QCOMPARE(m->texts(), u"hi|Hello.|tea?|No tea.");
         QCOMPARE(m_actions.size(), 1u);
 
@@ -230,10 +206,7 @@ private Q_SLOTS:
 
     void aRejectionAmidToolCallsStartsTheTurnOver()
     {
-        m->model.enqueue(findingNotes());
-        m->model.enqueue(LLMError::http(422, QStringLiteral("no")));
-        m->model.enqueue(QStringLiteral("fine"));
-        m->ask(QStringLiteral("tea?"));
+        m->ask(u"tea?"_s, findingNotes(), LLMError::http(422, u"no"_s), u"fine"_s);
         QCOMPARE(m->texts(), u"tea?|fine");
         QCOMPARE(m->model.requests()[2].messages.size(), 2u);
         QVERIFY(!m->model.requests()[2].tools.empty());
@@ -241,30 +214,20 @@ private Q_SLOTS:
 
     void anActionCallIsAcknowledgedAsItWillBe_data()
     {
-        QTest::addColumn<QString>("allowedClass");
-        QTest::addColumn<LLMToolCall>("action");
-        QTest::addColumn<QString>("beginning");
-        const auto setting = [](const QString& key, const QString& value) {
-            return call(QStringLiteral("update_settings"),
-                { { QStringLiteral("proposalId"), u"s"_qs }, { QStringLiteral("key"), key },
-                    { QStringLiteral("value"), value } });
+        columns<QString, LLMToolCall, QString>("allowedClass", "action", "beginning");
+        const auto setting = [](const QString& change) {
+            return call(u"update_settings"_s, u"proposalId=s "_s + change);
         };
-        const auto focus = setting(QStringLiteral("mode"), QStringLiteral("focus"));
+        const auto focus = setting(u"key=mode value=focus"_s);
         row("asked", "", focus, "registered as a pending proposal");
         row("allowed", "settings_change", focus, "auto-approved — the user chose \"Allow always\"");
         row("allowed, of a kind that asks all the same", "settings_change",
-            setting(QStringLiteral("cloudSyncEnabled"), QStringLiteral("true")), "registered");
+            setting(u"key=cloudSyncEnabled value=true"_s), "registered");
         row("forgetting always asks", "memory_forget",
-            call(QStringLiteral("forget_memory"),
-                { { QStringLiteral("proposalId"), u"f"_qs },
-                    { QStringLiteral("target"), u"note"_qs },
-                    { QStringLiteral("id"), u"12345678"_qs } }),
-            "registered");
-        row("for a while", "",
-            call(QStringLiteral("set_temporary_mode"), { { QStringLiteral("mode"), u"focus"_qs } }),
+            call(u"forget_memory"_s, u"proposalId=f target=note id=12345678"_s), "registered");
+        row("for a while", "", call(u"set_temporary_mode"_s, u"mode=focus"_s),
             "noted — applied when this turn completes");
-        row("without an id", "",
-            call(QStringLiteral("propose_reminder"), { { QStringLiteral("title"), u"x"_qs } }),
+        row("without an id", "", call(u"propose_reminder"_s, u"title=x"_s),
             "error: missing or invalid arguments — nothing was registered");
     }
     void anActionCallIsAcknowledgedAsItWillBe()
@@ -273,9 +236,7 @@ private Q_SLOTS:
         QFETCH(LLMToolCall, action);
         QFETCH(QString, beginning);
         m->confirmations[allowedClass] = false;
-        m->model.enqueue(calling({ action }));
-        m->model.enqueue(QStringLiteral("Done that."));
-        m->ask(QStringLiteral("please"));
+        m->ask(u"please"_s, calling({ action }), u"Done that."_s);
         QVERIFY(tail(m->model.requests().back(), 1).front().startsWith(beginning));
         QCOMPARE(m_actions.size(), beginning.startsWith(u"error") ? 0u : 1u);
         QCOMPARE(m->executor.totalCalls(), 0);
@@ -283,54 +244,46 @@ private Q_SLOTS:
 
     void actionsArriveOnceAndAfterTheReply()
     {
-        m->model.enqueue(calling({ reminder(QStringLiteral("a")), reminder(QStringLiteral("b")) }));
-        m->model.enqueue(calling({ reminder(QStringLiteral("a")) }, QStringLiteral("Both.")));
-        m->model.enqueue(QStringLiteral("Both are waiting."));
-        m->ask(QStringLiteral("two"));
+        m->ask(u"two"_s, calling({ reminder(u"a"_s), reminder(u"b"_s) }),
+            calling({ reminder(u"a"_s) }, u"Both."_s), u"Both are waiting."_s);
         QCOMPARE(m_actions.size(), 2u);
         QCOMPARE(m_textsAtActions, u"two|Both are waiting.");
     }
 
     void aClaimWithoutACallIsQuestionedOnce()
     {
-        const auto claim = QStringLiteral("I've queued that. Confirm in the banner.");
-        m->model.enqueue(claim);
-        m->model.enqueue(claim);
-        m->ask(QStringLiteral("remind me"));
+        const auto claim = u"I've queued that. Confirm in the banner."_s;
+        m->ask(u"remind me"_s, claim, claim);
         QCOMPARE(m->model.requests().size(), 2u);
         QCOMPARE(tail(m->model.requests().back(), 2),
             QStringList({ claim, ChatTurnLogic::claimNudge.toString() }));
-        QCOMPARE(m->texts(), u"remind me|"_qs + claim);
+        QCOMPARE(m->texts(), u"remind me|"_s + claim);
 
-        m->model.enqueue(calling({ reminder(QStringLiteral("a")) }));
-        m->model.enqueue(claim);
-        m->ask(QStringLiteral("now really"));
+        m->ask(u"now really"_s, calling({ reminder(u"a"_s) }), claim);
         QCOMPARE(m->model.requests().size(), 4u);
     }
 
     void aFloodOfCallsIsBounded()
     {
-        std::vector<LLMToolCall> calls(10'000, reminder(QStringLiteral("a")));
-        calls.insert(calls.begin(), call(QStringLiteral("memory_find_notes")));
-        m->model.enqueue(calling(calls));
-        m->model.enqueue(QStringLiteral("done"));
-        m->ask(QStringLiteral("flood"));
+        std::vector<LLMToolCall> calls(10'000, reminder(u"a"_s));
+        calls.insert(calls.begin(), call(u"memory_find_notes"_s));
+        m->ask(u"flood"_s, calling(calls), u"done"_s);
         QCOMPARE(m->model.requests().back().messages.size(), 3 + ChatTurnLogic::maxCallsPerReply);
         QCOMPARE(m_actions.size(), 1u);
     }
 
     void aTurnThatIsStoppedAmidAToolIsForgotten()
     {
-        m->model.enqueue(calling({ call(QStringLiteral("screen_capture")) }));
-        m->chat.submit(QStringLiteral("look"));
+        m->model.enqueue(calling({ call(u"screen_capture"_s) }));
+        m->chat.submit(u"look"_s);
         QTRY_COMPARE(m->screen.looks().size(), 1u);
         m->chat.cancelStreaming();
-        m->model.enqueue({ { LLMToken { QStringLiteral("hel") } }, std::nullopt, true });
-        m->chat.submit(QStringLiteral("hi"));
-        QTRY_COMPARE(m->chat.streamingPreview(), QStringLiteral("hel"));
-        m->screen.enqueue(CapturedScreenshot { "JPEG", QStringLiteral("Captured Cats") });
+        m->model.enqueueHeld(u"hel"_s);
+        m->chat.submit(u"hi"_s);
+        QTRY_COMPARE(m->chat.streamingPreview(), u"hel"_s);
+        m->screen.enqueue(CapturedScreenshot { "JPEG", u"Captured Cats"_s });
         QTest::qWait(0);
-        QCOMPARE(m->chat.streamingPreview(), QStringLiteral("hel"));
+        QCOMPARE(m->chat.streamingPreview(), u"hel"_s);
         m->model.release();
         m->finishTurn();
         QVERIFY(!m->chat.captureIndicator());
