@@ -11,41 +11,39 @@ using Target = ProposedForget::Target;
 using namespace std::chrono_literals;
 
 constexpr TimePoint now { 1772352900s };
-constexpr auto noFilter = "which observations? Give me a text, date-range, or tag filter";
-constexpr auto noMatch = "no observations match that filter";
-
-QString text(const char* characters)
-{
-    return QString::fromUtf8(characters);
-}
-
 QUuid numbered(const char* start)
 {
-    return QUuid(text(start) + QStringLiteral("-0000-4000-8000-000000000000"));
+    return QUuid(QString::fromLatin1(start) + u"-0000-4000-8000-000000000000"_s);
 }
 
 RuleProposal asking(ProposedForget forget)
 {
-    return { .proposalId = QStringLiteral("f"),
+    return { .proposalId = u"f"_s,
         .kind = RuleProposal::Kind::forgetMemory,
-        .name = QStringLiteral("the model's own words"),
+        .name = u"the model's own words"_s,
         .createdAt = now,
         .forget = std::move(forget) };
 }
 
-void addItem(ReferenceMemoryStore& reference, const char* id, const char* path, const char* title)
+ProposedForget note(const QString& id)
 {
-    reference.upsertItem({ .id = numbered(id), .path = text(path), .title = text(title) });
+    return { .target = Target::note, .id = id };
 }
 
-void addObservation(ObservationStore& observations, const char* summary, TimePoint at,
+ProposedForget item(const QString& id)
+{
+    return { .target = Target::referenceItem, .id = id };
+}
+
+ProposedForget section(const QString& path)
+{
+    return { .target = Target::referenceSection, .path = path };
+}
+
+ProposedForget observations(const QString& query, const QString& from = {}, const QString& to = {},
     const std::vector<QString>& tags = {})
 {
-    observations.add({ .id = QUuid::createUuid(),
-        .occurredAt = at,
-        .recordedAt = at,
-        .summary = text(summary),
-        .tags = tags });
+    return { .target = Target::observations, .query = query, .from = from, .to = to, .tags = tags };
 }
 
 } // namespace
@@ -57,56 +55,53 @@ private Q_SLOTS:
     void init()
     {
         m_memory = std::make_unique<MemoryTiers>(std::nullopt, [] { return Calendar(); });
-        auto& memory = *m_memory;
-        const MemoryNote tea { .id = numbered("aaaaaaa1"), .text = text("Likes \"%1\" tea\nhot") };
-        auto old = MemoryNote { .id = numbered("aaaaaaa2"), .text = text("Liked coffee") };
+        const MemoryNote tea { .id = numbered("aaaaaaa1"), .text = u"Likes \"%1\" tea\nhot"_s };
+        MemoryNote old { .id = numbered("aaaaaaa2"), .text = u"Liked coffee"_s };
         old.status = MemoryStatus::archived;
-        memory.notes.applyCleanup({ tea, old }, {}, now);
-        addItem(memory.reference, "bbbbbbb1", "academics.courses", "Logic");
-        addItem(memory.reference, "bbbbbbb2", "academics.exams", "Final");
-        addItem(memory.reference, "ccccccc1", "misc", "Locker");
-        addObservation(memory.observations, "exam nerves", now - 48h, { text("Psyc") });
+        m_memory->notes.applyCleanup({ tea, old }, {}, now);
+        const auto add = [&](const char* id, const QString& path, const QString& title) {
+            m_memory->reference.upsertItem({ .id = numbered(id), .path = path, .title = title });
+        };
+        add("bbbbbbb1", u"academics.courses"_s, u"Logic"_s);
+        add("bbbbbbb2", u"academics.exams"_s, u"Final"_s);
+        add("ccccccc1", u"misc"_s, u"Locker"_s);
+        const auto see = [&](const QString& summary, TimePoint at, const QString& tag) {
+            m_memory->observations.add({ .id = QUuid::createUuid(),
+                .occurredAt = at,
+                .recordedAt = at,
+                .summary = summary,
+                .tags = { tag } });
+        };
+        see(u"exam nerves"_s, now - 48h, u"Psyc"_s);
         for (int count = 0; count < 30; ++count)
-            addObservation(memory.observations, "exam dates", now - 1h);
+            see(u"exam dates"_s, now - 1h, u"dates"_s);
         // What is recorded while the question waits.
-        addObservation(memory.observations, "exam passed", now + 1h, { text("psyc") });
+        see(u"exam passed"_s, now + 1h, u"psyc"_s);
     }
 
     void aRequestSaysExactlyWhatWouldGo_data()
     {
-        QTest::addColumn<ProposedForget>("forget");
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("outcome");
-        row("a note", ProposedForget { .target = Target::note, .id = text(" AAAAAAA1 ") },
-            text("Delete the memory note \"Likes \"%1\" tea\nhot\""),
-            text("Forgot the note \"Likes \"%1\" tea\nhot\""));
-        row("an archived note by its whole id",
-            ProposedForget { .target = Target::note, .id = json::keyText(numbered("aaaaaaa2")) },
-            text("Delete the memory note \"Liked coffee\""),
-            text("Forgot the note \"Liked coffee\""));
-        row("an item", ProposedForget { .target = Target::referenceItem, .id = text("ccc") },
-            text("Delete the reference item \"Locker\""),
-            text("Forgot the reference item \"Locker\""));
-        row("a branch",
-            ProposedForget { .target = Target::referenceSection, .path = text("academics") },
-            text("Delete 2 reference items under academics (the section itself stays)"),
-            text("Forgot 2 reference items under academics"));
-        row("a section",
-            ProposedForget { .target = Target::referenceSection, .path = text("misc ") },
-            text("Delete 1 reference item under misc (the section itself stays)"),
-            text("Forgot 1 reference item under misc"));
-        row("more than a search shows",
-            ProposedForget { .target = Target::observations, .query = text("EXAM") },
-            text("Delete 31 dated observations matching \"EXAM\""), text("Forgot 31 observations"));
+        columns<ProposedForget, QString, QString>("forget", "name", "outcome");
+        row("a note", note(u" AAAAAAA1 "_s), "Delete the memory note \"Likes \"%1\" tea\nhot\"",
+            "Forgot the note \"Likes \"%1\" tea\nhot\"");
+        row("an archived note by its whole id", note(json::keyText(numbered("aaaaaaa2"))),
+            "Delete the memory note \"Liked coffee\"", "Forgot the note \"Liked coffee\"");
+        row("an item", item(u"ccc"_s), "Delete the reference item \"Locker\"",
+            "Forgot the reference item \"Locker\"");
+        row("a branch", section(u"academics"_s),
+            "Delete 2 reference items under academics (the section itself stays)",
+            "Forgot 2 reference items under academics");
+        row("a section", section(u"misc "_s),
+            "Delete 1 reference item under misc (the section itself stays)",
+            "Forgot 1 reference item under misc");
+        row("more than a search shows", observations(u"EXAM"_s),
+            "Delete 31 dated observations matching \"EXAM\"", "Forgot 31 observations");
         row("by all conditions",
-            ProposedForget { .target = Target::observations,
-                .query = text("exam"),
-                .from = text("2026-02-27"),
-                .to = text("2026-02-28T00:00:00.500+01:00"),
-                .tags = std::vector { text("psyc"), text("phys") } },
-            text("Delete 1 dated observation matching \"exam\" from 2026-02-27 to "
-                 "2026-02-28T00:00:00.500+01:00 tagged psyc, phys"),
-            text("Forgot 1 observation"));
+            observations(u"exam"_s, u"2026-02-27"_s, u"2026-02-28T00:00:00.500+01:00"_s,
+                { u"psyc"_s, u"phys"_s }),
+            "Delete 1 dated observation matching \"exam\" from 2026-02-27 to "
+            "2026-02-28T00:00:00.500+01:00 tagged psyc, phys",
+            "Forgot 1 observation");
     }
     void aRequestSaysExactlyWhatWouldGo()
     {
@@ -124,48 +119,29 @@ private Q_SLOTS:
 
     void whatIsNotClearIsRefused_data()
     {
-        QTest::addColumn<ProposedForget>("forget");
-        QTest::addColumn<QString>("reason");
-        row("no note", ProposedForget { .target = Target::note, .id = text(" ") },
-            text("which note? I need its [id:xxxxxxxx] from memory_find_notes"));
-        row("an unknown note", ProposedForget { .target = Target::note, .id = text("dd") },
-            text("no memory note with id dd"));
-        row("two notes", ProposedForget { .target = Target::note, .id = text("AAAAAAA") },
-            text("AAAAAAA matches more than one note — give me more characters"));
+        columns<ProposedForget, QString>("forget", "reason");
+        const auto noFilter = "which observations? Give me a text, date-range, or tag filter";
+        row("no note", note(u" "_s), "which note? I need its [id:xxxxxxxx] from memory_find_notes");
+        row("an unknown note", note(u"dd"_s), "no memory note with id dd");
+        row("two notes", note(u"AAAAAAA"_s),
+            "AAAAAAA matches more than one note — give me more characters");
         row("no item", ProposedForget { .target = Target::referenceItem },
-            text("which item? I need its [id:xxxxxxxx] from memory_read_section or "
-                 "memory_search_reference"));
-        row("an unknown item", ProposedForget { .target = Target::referenceItem, .id = text("dd") },
-            text("no reference item with id dd"));
-        row("two items", ProposedForget { .target = Target::referenceItem, .id = text("bbbb") },
-            text("bbbb matches more than one item — give me more characters"));
+            "which item? I need its [id:xxxxxxxx] from memory_read_section or "
+            "memory_search_reference");
+        row("an unknown item", item(u"dd"_s), "no reference item with id dd");
+        row("two items", item(u"bbbb"_s),
+            "bbbb matches more than one item — give me more characters");
         row("no section", ProposedForget { .target = Target::referenceSection },
-            text("which section? I need its path, e.g. academics.courses"));
-        row("half a name",
-            ProposedForget { .target = Target::referenceSection, .path = text("academic") },
-            text("nothing is stored under academic"));
-        row("no filter", ProposedForget { .target = Target::observations }, text(noFilter));
-        row("empty filters",
-            ProposedForget { .target = Target::observations,
-                .query = text(" \n"),
-                .from = QString(),
-                .to = QString(),
-                .tags = std::vector<QString>() },
-            text(noFilter));
-        row("an empty tag",
-            ProposedForget { .target = Target::observations, .tags = std::vector { QString() } },
-            text(noMatch));
-        row("what came later",
-            ProposedForget { .target = Target::observations, .query = text("passed") },
-            text(noMatch));
-        row("an unreadable bound",
-            ProposedForget {
-                .target = Target::observations, .query = text("exam"), .to = text("yesterday") },
-            text("not an ISO-8601 date: yesterday"));
-        row("a blank bound",
-            ProposedForget {
-                .target = Target::observations, .query = text("exam"), .from = text(" ") },
-            text("not an ISO-8601 date:  "));
+            "which section? I need its path, e.g. academics.courses");
+        row("half a name", section(u"academic"_s), "nothing is stored under academic");
+        row("no filter", ProposedForget { .target = Target::observations }, noFilter);
+        row("empty filters", observations(u" \n"_s), noFilter);
+        row("an empty tag", observations({}, {}, {}, { QString() }),
+            "no observations match that filter");
+        row("what came later", observations(u"passed"_s), "no observations match that filter");
+        row("an unreadable bound", observations(u"exam"_s, {}, u"yesterday"_s),
+            "not an ISO-8601 date: yesterday");
+        row("a blank bound", observations(u"exam"_s, u" "_s), "not an ISO-8601 date:  ");
     }
     void whatIsNotClearIsRefused()
     {
@@ -186,10 +162,10 @@ private Q_SLOTS:
             MemoryForgetter::forget(proposal, *m_memory, now);
         }
         proposal.forget.reset();
-        QCOMPARE(MemoryForgetter::forget(proposal, *m_memory, now).error(),
-            text("missing forget payload"));
+        QCOMPARE(
+            MemoryForgetter::forget(proposal, *m_memory, now).error(), u"missing forget payload");
         QCOMPARE(ForgetLogic::resolveForget(proposal, *m_memory).error(),
-            text("the forget request was malformed"));
+            u"the forget request was malformed");
         QCOMPARE(m_memory->revision(), revision);
     }
 

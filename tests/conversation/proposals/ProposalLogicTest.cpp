@@ -40,17 +40,16 @@ class ProposalLogicTest : public QObject {
 private Q_SLOTS:
     void theUserIsAskedUnlessAllowed_data()
     {
-        QTest::addColumn<RuleProposal>("proposal");
-        QTest::addColumn<bool>("isAskedThoughAllowed");
-        const QString id = QStringLiteral("x");
+        columns<RuleProposal, bool>("proposal", "isAskedThoughAllowed");
+        const QString id = u"x"_s;
         row("rule", named(id, Kind::rule), true);
         row("event", named(id, Kind::calendarEvent), false);
         row("reminder", named(id), false);
-        row("setting", change(id, QStringLiteral("mode")), false);
+        row("setting", change(id, u"mode"_s), false);
         row("setting without a payload", named(id, Kind::settingsChange), false);
-        row("cloud sync", change(id, QStringLiteral("cloudSyncEnabled")), true);
-        row("excluded applications", change(id, QStringLiteral("excludedBundleIDs")), true);
-        row("folders", change(id, QStringLiteral("appDataSources")), true);
+        row("cloud sync", change(id, u"cloudSyncEnabled"_s), true);
+        row("excluded applications", change(id, u"excludedBundleIDs"_s), true);
+        row("folders", change(id, u"appDataSources"_s), true);
         row("forgetting", named(id, Kind::forgetMemory), true);
     }
     void theUserIsAskedUnlessAllowed()
@@ -68,25 +67,25 @@ private Q_SLOTS:
 
     void theFirstFreeNumberIsTaken()
     {
-        const QString id = QStringLiteral("x");
-        std::vector proposals { named(id), named(QStringLiteral("x-3")) };
-        QCOMPARE(ProposalLogic::nextFreeSuffix(id, proposals), QStringLiteral("x-2"));
-        proposals.push_back(named(QStringLiteral("x-2")));
-        QCOMPARE(ProposalLogic::nextFreeSuffix(id, proposals), QStringLiteral("x-4"));
+        const QString id = u"x"_s;
+        std::vector proposals { named(id), named(u"x-3"_s) };
+        QCOMPARE(ProposalLogic::nextFreeSuffix(id, proposals), u"x-2"_s);
+        proposals.push_back(named(u"x-2"_s));
+        QCOMPARE(ProposalLogic::nextFreeSuffix(id, proposals), u"x-4"_s);
     }
 
     void aMascotComesFirstAndRepetitionsGo()
     {
-        const auto scheme = change(QStringLiteral("scheme"), QStringLiteral("mascotColorScheme"));
-        const auto mascot = change(QStringLiteral("mascot"), QStringLiteral("mascot"));
+        const auto scheme = change(u"scheme"_s, u"mascotColorScheme"_s);
+        const auto mascot = change(u"mascot"_s, u"mascot"_s);
         const std::vector<BuddyAction> actions { TemporaryMode { CoachMode::focus, 30 }, scheme,
-            named(QStringLiteral("r")), mascot, TemporaryMode { CoachMode::focus, 60 },
-            named(QStringLiteral("r"), Kind::calendarEvent), TemporaryMode { CoachMode::focus, 30 },
+            named(u"r"_s), mascot, TemporaryMode { CoachMode::focus, 60 },
+            named(u"r"_s, Kind::calendarEvent), TemporaryMode { CoachMode::focus, 30 },
             TemporaryMode { CoachMode::studying, 30 } };
         const auto deduped = ProposalLogic::dedupedActions(actions);
-        QCOMPARE(shown(deduped), QStringLiteral("30 scheme r mascot 60 30"));
-        QCOMPARE(shown(ProposalLogic::orderedForApplication(deduped)),
-            QStringLiteral("mascot 30 scheme r 60 30"));
+        QCOMPARE(shown(deduped), u"30 scheme r mascot 60 30"_s);
+        QCOMPARE(
+            shown(ProposalLogic::orderedForApplication(deduped)), u"mascot 30 scheme r 60 30"_s);
         QVERIFY(std::get<RuleProposal>(deduped[2]).kind == Kind::reminder);
     }
 };

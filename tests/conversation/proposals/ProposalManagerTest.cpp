@@ -1,10 +1,13 @@
 #include "conversation/proposals/ProposalManager.h"
 
+#include "conversation/proposals/ProposalWriter.h"
 #include "foundation/Stream.h"
 #include "support/Awaited.h"
+#include "support/FakeKeychain.h"
 #include "support/LogLines.h"
-
-#include <QTemporaryDir>
+#include "support/ScratchDirectory.h"
+#include "support/ScriptedCalendar.h"
+#include "support/TableRow.h"
 
 namespace pobblewig {
 
@@ -33,8 +36,8 @@ Task<ProposalManager::Execution> succeed(RuleProposal)
     co_return made;
 }
 
-const QString x = QStringLiteral("x");
-const QString tea = QStringLiteral("Tea");
+const QString x = u"x"_s;
+const QString tea = u"Tea"_s;
 
 } // namespace
 
@@ -44,7 +47,7 @@ class ProposalManagerTest : public QObject {
 private Q_SLOTS:
     void init()
     {
-        m_scratch = std::make_unique<QTemporaryDir>();
+        m_scratch.emplace();
         restart();
     }
 
@@ -54,37 +57,27 @@ private Q_SLOTS:
         m->reject(x);
         QVERIFY(!m->registerProposal(reminder(x, tea, 5)));
         const LogLines log;
-        QCOMPARE(m->registerProposal(reminder(x, QStringLiteral("Coffee")))->proposalId,
-            QStringLiteral("x-2"));
+        QCOMPARE(m->registerProposal(reminder(x, u"Coffee"_s))->proposalId, u"x-2"_s);
         QVERIFY(log.lines().front().startsWith(u"buddy: proposalId collision on x — "));
         // The model goes on calling it by its own id.
-        QVERIFY(!m->registerProposal(reminder(x, QStringLiteral("Coffee"))));
-        QVERIFY(m->reject(QStringLiteral("x-2")));
-        QVERIFY(!m->registerProposal(reminder(x, QStringLiteral("Coffee"))));
-        QVERIFY(m->registerProposal(reminder(x, QStringLiteral("Cocoa"))));
+        QVERIFY(!m->registerProposal(reminder(x, u"Coffee"_s)));
+        QVERIFY(m->reject(u"x-2"_s));
+        QVERIFY(!m->registerProposal(reminder(x, u"Coffee"_s)));
+        QVERIFY(m->registerProposal(reminder(x, u"Cocoa"_s)));
     }
 
     void whatWaitsIsThereAfterARestart()
     {
         m->registerProposal(reminder(x, tea, 2));
-        m->registerProposal(reminder(QStringLiteral("y"), tea, 1));
-        m->registerProposal(reminder(QStringLiteral("z"), tea, 0));
-        awaited(m->confirm(QStringLiteral("z"), succeed));
+        m->registerProposal(reminder(u"y"_s, tea, 1));
+        m->registerProposal(reminder(u"z"_s, tea, 0));
+        awaited(m->confirm(u"z"_s, succeed));
         restart();
         const auto pending = m->pendingProposals();
         QCOMPARE(pending.size(), 2u);
         QCOMPARE(pending.back().proposalId, x);
-        QVERIFY(awaited(m->confirm(QStringLiteral("z"), succeed))
+        QVERIFY(awaited(m->confirm(u"z"_s, succeed))
             == (ConfirmResult { .kind = Kind::duplicate, .ruleID = made }));
-    }
-
-    void aFileThatIsGoneIsWrittenAnew()
-    {
-        m->registerProposal(reminder(x, tea));
-        QVERIFY(QFile::remove(m_scratch->filePath(QStringLiteral("proposals.json"))));
-        awaited(m->confirm(x, succeed));
-        restart();
-        QVERIFY(m->proposal(x)->status == Status::confirmed);
     }
 
     void nothingComesBackOnceItIsAnswered()
@@ -94,9 +87,9 @@ private Q_SLOTS:
         m->registerProposal(reminder(x, tea));
         m->reject(x);
         QVERIFY(awaited(m->confirm(x, succeed)).kind == Kind::notFound);
-        m->registerProposal(reminder(QStringLiteral("y"), tea));
-        awaited(m->confirm(QStringLiteral("y"), succeed));
-        QVERIFY(!m->reject(QStringLiteral("y")));
+        m->registerProposal(reminder(u"y"_s, tea));
+        awaited(m->confirm(u"y"_s, succeed));
+        QVERIFY(!m->reject(u"y"_s));
     }
 
     void oneThatIsBeingCarriedOutIsOutOfReach()
@@ -105,7 +98,7 @@ private Q_SLOTS:
         auto first = m->confirm(x, [this](RuleProposal) { return whenReleased(); });
         QVERIFY(awaited(m->confirm(x, succeed)) == ConfirmResult { .kind = Kind::duplicate });
         QVERIFY(!m->reject(x));
-        m->registerProposal(reminder(QStringLiteral("y"), tea));
+        m->registerProposal(reminder(u"y"_s, tea));
         m_release.sink().push({});
         QVERIFY(
             awaited(std::move(first)) == (ConfirmResult { .kind = Kind::created, .ruleID = made }));
@@ -121,7 +114,7 @@ private Q_SLOTS:
         auto first = m->confirm(x, [this](RuleProposal) { return whenReleased(); });
         m->dropForgets();
         QVERIFY(!m->proposal(x));
-        m->registerProposal(reminder(x, QStringLiteral("Coffee")));
+        m->registerProposal(reminder(x, u"Coffee"_s));
         m_release.sink().push({});
         QVERIFY(awaited(std::move(first)).kind == Kind::created);
         QVERIFY(m->proposal(x)->status == Status::pending);
@@ -132,7 +125,7 @@ private Q_SLOTS:
         RuleStore rules { std::nullopt };
         m->registerProposal({ .proposalId = x,
             .kind = RuleProposal::Kind::rule,
-            .domainMatch = { QStringLiteral("tea.example") },
+            .domainMatch = { u"tea.example"_s },
             .thresholdMinutes = 20,
             .cooldownMinutes = 60 });
         const auto result = awaited(m->confirm(x, rules, now));
@@ -140,7 +133,7 @@ private Q_SLOTS:
         const auto& rule = rules.rules().front();
         QCOMPARE(rule.id, result.ruleID);
         QVERIFY(rule.enabled && rule.createdAt == now);
-        QCOMPARE(rule.trigger.domains, std::vector { QStringLiteral("tea.example") });
+        QCOMPARE(rule.trigger.domains, std::vector { u"tea.example"_s });
         QCOMPARE(rule.trigger.thresholdMinutes, 20);
         QCOMPARE(rule.cooldownMinutes, 60);
     }
@@ -155,14 +148,36 @@ private Q_SLOTS:
             awaited(m->confirm(id, succeed));
         }
         QCOMPARE(m->pendingProposals().size(), 1u);
-        QVERIFY(m->proposal(QStringLiteral("99")));
-        QVERIFY(!m->proposal(QStringLiteral("100")));
+        QVERIFY(m->proposal(u"99"_s));
+        QVERIFY(!m->proposal(u"100"_s));
         // Its entry in the ledger is gone too.
-        QVERIFY(awaited(m->confirm(QStringLiteral("100"), succeed)).kind == Kind::notFound);
+        QVERIFY(awaited(m->confirm(u"100"_s, succeed)).kind == Kind::notFound);
+    }
+
+    void whatIsAllowedReachesTheCalendarsWhole()
+    {
+        ScriptedCalendar calendar;
+        FakeKeychain keychain;
+        SettingsStore settings(std::nullopt, keychain);
+        MemoryTiers memory(std::nullopt, [] { return Calendar(); });
+        ProposalWriter writer(
+            { settings, memory, calendar, [] { return Calendar(); }, [] { return now; } });
+        const auto later = now + std::chrono::hours(1);
+        RuleProposal proposal { .kind = RuleProposal::Kind::calendarEvent,
+            .event = ProposedCalendarEvent { tea, now, later, u"hot"_s, u"Home"_s } };
+        QVERIFY(awaited(writer.performWrite(proposal)).has_value());
+        QVERIFY(calendar.events.at(0)
+            == (CalendarEventDTO { {}, tea, now, later, u"Home"_s, u"hot"_s }));
+        proposal = reminder(x, tea);
+        proposal.reminder = ProposedReminder { tea, later, u"hot"_s };
+        QVERIFY(awaited(writer.performWrite(proposal)).has_value());
+        QVERIFY(calendar.reminders.at(0) == (ReminderDTO { {}, tea, later, {}, u"hot"_s }));
+        calendar.refusal = WriteError::unsupported(u"no"_s);
+        QVERIFY(awaited(writer.performWrite(proposal)).error() == calendar.refusal);
     }
 
 private:
-    void restart() { m = std::make_unique<ProposalManager>(DataDirectory(m_scratch->path())); }
+    void restart() { m = std::make_unique<ProposalManager>(*m_scratch); }
 
     Task<ProposalManager::Execution> whenReleased()
     {
@@ -170,7 +185,7 @@ private:
         co_return made;
     }
 
-    std::unique_ptr<QTemporaryDir> m_scratch;
+    std::optional<ScratchDirectory> m_scratch;
     std::unique_ptr<ProposalManager> m;
     Stream<std::monostate, std::monostate> m_release;
 };
