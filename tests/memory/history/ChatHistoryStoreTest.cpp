@@ -2,12 +2,9 @@
 
 #include "memory/SessionBoundary.h"
 #include "memory/history/ChatArchive.h"
-#include "support/FaultyFileOperations.h"
-#include "support/LogLines.h"
-
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
+#include "memory/history/UsageCounter.h"
+#include "support/ScratchDirectory.h"
+#include "support/TableRow.h"
 
 namespace pobblewig {
 
@@ -29,55 +26,40 @@ class ChatHistoryStoreTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_scratch = std::make_unique<QTemporaryDir>(); }
+    void init() { m_scratch.emplace(); }
 
     void theLatestThirtyMessagesComeBackAfterARestart()
     {
         std::vector<ChatMessage> earlier;
         for (int number = 0; number < 34; ++number)
             earlier.push_back(message(number));
-        QVERIFY(JSONFileStore(directory(), QStringLiteral("chat.json")).save(earlier));
-        ChatHistoryStore store(directory());
+        QVERIFY(JSONFileStore(*m_scratch, u"chat.json"_s).save(earlier));
+        ChatHistoryStore store(*m_scratch);
         const std::vector<ChatMessage> latest(earlier.end() - 30, earlier.end());
         QVERIFY(store.messages() == latest);
         store.append(message(34));
         QCOMPARE(store.messages().size(), 30u);
-        QVERIFY(ChatHistoryStore(directory()).messages() == store.messages());
+        QVERIFY(ChatHistoryStore(*m_scratch).messages() == store.messages());
     }
 
     void anEarlierMessageNeedsOnlyItsFirstFields()
     {
-        QFile file(m_scratch->filePath(QStringLiteral("chat.json")));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("[{\"id\": \"5f0c7a2e-95b4-4b6e-9a55-0d9d3c6f1f10\", \"role\": \"system\","
-                   "\"text\": \"t\", \"timestamp\": \"2026-03-01T08:15:00Z\"}]");
-        file.close();
-        QCOMPARE(ChatHistoryStore(directory()).messages().size(), 1u);
+        m_scratch->write(u"chat.json"_s,
+            "[{\"id\": \"5f0c7a2e-95b4-4b6e-9a55-0d9d3c6f1f10\", \"role\": \"system\","
+            "\"text\": \"t\", \"timestamp\": \"2026-03-01T08:15:00Z\"}]");
+        QCOMPARE(ChatHistoryStore(*m_scratch).messages().size(), 1u);
     }
 
     void aTextIsReplacedByItsId()
     {
-        ChatHistoryStore store(directory());
+        ChatHistoryStore store(*m_scratch);
         store.append(message(1));
-        store.update(QUuid::createUuid(), QStringLiteral("nobody's"));
-        QCOMPARE(store.messages().front().text, QStringLiteral("1"));
-        store.update(store.messages().front().id, QStringLiteral("mended"));
-        QCOMPARE(ChatHistoryStore(directory()).messages().front().text, QStringLiteral("mended"));
+        store.update(QUuid::createUuid(), u"nobody's"_s);
+        QCOMPARE(store.messages().front().text, u"1");
+        store.update(store.messages().front().id, u"mended"_s);
+        QCOMPARE(ChatHistoryStore(*m_scratch).messages().front().text, u"mended");
         store.clear();
-        QVERIFY(ChatHistoryStore(directory()).messages().empty());
-    }
-
-    void aFailedSaveIsLoggedAndRepairedByTheNext()
-    {
-        const LogLines log;
-        auto failing = directory();
-        failing.operations = std::make_shared<FaultyFileOperations>(1);
-        ChatHistoryStore store(failing);
-        store.append(message(1));
-        QCOMPARE(log.lines(),
-            QStringList(QStringLiteral("buddy: failed to persist chat: No space left on device")));
-        store.append(message(2));
-        QCOMPARE(ChatHistoryStore(directory()).messages().size(), 2u);
+        QVERIFY(ChatHistoryStore(*m_scratch).messages().empty());
     }
 
     void aFinishedConversationIsArchivedUnderItsDay()
@@ -86,15 +68,25 @@ private Q_SLOTS:
         const TimePoint lateInLondon(std::chrono::seconds(1772400000));
         const auto dayKey = SessionBoundary::dayKey(lateInLondon, tokyo);
         const auto session = QUuid::fromString(u"5f0c7a2e-95b4-4b6e-9a55-0d9d3c6f1f10");
-        QVERIFY(ChatArchive::write(directory(), { message(1) }, dayKey, session));
-        QVERIFY(
-            QFile::exists(m_scratch->filePath(QStringLiteral("chat-2026-03-02-5F0C7A2E.json"))));
+        QVERIFY(ChatArchive::write(*m_scratch, { message(1) }, dayKey, session));
+        QCOMPARE(m_scratch->names(), QStringList(u"chat-2026-03-02-5F0C7A2E.json"_s));
+    }
+
+    void usageGrowsPerLaneFromWhatTheFileHas()
+    {
+        m_scratch->write(u"usage.json"_s, "{\"chatCalls\": 7}");
+        UsageCounter counter(*m_scratch);
+        counter.addMainUsage(10, 1);
+        counter.addMainUsage(20, 2);
+        counter.addLibrarianUsage(31, 3);
+        counter.addVisionUsage(40, 4);
+        counter.addIntervention();
+        const UsageCounter::Snapshot expected { 30, 3, 31, 3, 40, 4, 9, 1, 1, 1 };
+        QVERIFY(UsageCounter(*m_scratch).snapshot() == expected);
     }
 
 private:
-    DataDirectory directory() const { return QDir(m_scratch->path()); }
-
-    std::unique_ptr<QTemporaryDir> m_scratch;
+    std::optional<ScratchDirectory> m_scratch;
 };
 
 } // namespace pobblewig

@@ -3,12 +3,9 @@
 #include "memory/DailySessionStore.h"
 #include "memory/MemoryStore.h"
 #include "memory/history/ChatHistoryStore.h"
-#include "support/FaultyFileOperations.h"
 #include "support/LogLines.h"
-
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
+#include "support/ScratchDirectory.h"
+#include "support/TableRow.h"
 
 namespace pobblewig {
 
@@ -28,28 +25,26 @@ class MemoryMigrationTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_scratch = std::make_unique<QTemporaryDir>(); }
+    void init() { m_scratch.emplace(); }
 
     void anEarlyFileIsBackedUpOnce()
     {
         const LogLines log;
         put("memory.json", early);
-        const auto report = MemoryMigration::run(directory(), now);
-        const auto backup = QStringLiteral("memory.v1-backup-2026-03-01T08-15-00Z.json");
-        QCOMPARE(report.memoryBackupPath, m_scratch->filePath(backup));
-        QFile copy(*report.memoryBackupPath);
-        QVERIFY(copy.open(QIODevice::ReadOnly));
-        QCOMPARE(copy.readAll(), early);
-        QCOMPARE(log.lines(), QStringList(QStringLiteral("buddy: migrating memory.json v1...")));
+        const auto report = MemoryMigration::run(*m_scratch, now);
+        const auto backup = u"memory.v1-backup-2026-03-01T08-15-00Z.json"_s;
+        QCOMPARE(report.memoryBackupPath, m_scratch->path(backup));
+        QCOMPARE(m_scratch->read(backup), early);
+        QCOMPARE(log.lines(), QStringList(u"buddy: migrating memory.json v1..."_s));
         QCOMPARE(report.migrationSummary(),
-            QStringLiteral("memory.json v1 → v2: 1 notes, 0 patterns preserved, backup created"));
+            u"memory.json v1 → v2: 1 notes, 0 patterns preserved, backup created"_s);
 
-        QVERIFY(MemoryMigration::run(directory(), now + 1h).memoryBackedUp);
-        MemoryStore store(directory(), [] { return Calendar(); });
-        store.correctNote(store.notes().at(0).id, QStringLiteral("mended"), now);
-        QCOMPARE(MemoryMigration::run(directory(), now + 2h).migrationSummary(),
-            QStringLiteral("no migration needed"));
-        QCOMPARE(names(), QStringList({ QStringLiteral("memory.json"), backup }));
+        QVERIFY(MemoryMigration::run(*m_scratch, now + 1h).memoryBackedUp);
+        MemoryStore store(*m_scratch, [] { return Calendar(); });
+        store.correctNote(store.notes().at(0).id, u"mended"_s, now);
+        QCOMPARE(MemoryMigration::run(*m_scratch, now + 2h).migrationSummary(),
+            u"no migration needed"_s);
+        QCOMPARE(m_scratch->names(), QStringList({ u"memory.json"_s, backup }));
     }
 
     void otherFilesAreLeftToTheStore()
@@ -58,27 +53,25 @@ private Q_SLOTS:
         for (const auto* text : { R"({"version": 2})", R"({"version": 3})", "{}", "[1]",
                  R"({"version": "1", "notes": 5})", R"({"version": -1e300})" }) {
             put("memory.json", text);
-            QVERIFY(!MemoryMigration::run(directory(), now).memoryMigratedFromVersion);
-            QCOMPARE(names(), QStringList(QStringLiteral("memory.json")));
+            QVERIFY(!MemoryMigration::run(*m_scratch, now).memoryMigratedFromVersion);
+            QCOMPARE(m_scratch->names(), QStringList(u"memory.json"_s));
         }
         put("memory.json", R"({"version": 1, )");
-        QVERIFY(!MemoryMigration::run(directory(), now).memoryMigratedFromVersion);
-        QVERIFY(names().value(0).contains(u".corrupt-"));
+        QVERIFY(!MemoryMigration::run(*m_scratch, now).memoryMigratedFromVersion);
+        QVERIFY(m_scratch->names().value(0).contains(u".corrupt-"));
     }
 
     void aBackupThatFailsStopsNothing()
     {
         const LogLines log;
         put("memory.json", early);
-        auto failing = directory();
-        failing.operations = std::make_shared<FaultyFileOperations>(3);
-        const auto report = MemoryMigration::run(failing, now);
+        const auto report = MemoryMigration::run(m_scratch->failing(3), now);
         QCOMPARE(log.lines().value(0),
-            QStringLiteral("buddy: migration backup failed (continuing with lenient decode): "
-                           "No space left on device"));
+            u"buddy: migration backup failed (continuing with lenient decode): "
+            "No space left on device"_s);
         QVERIFY(!report.memoryBackedUp);
         QCOMPARE(report.notesPreserved, 1);
-        QCOMPARE(names(), QStringList(QStringLiteral("memory.json")));
+        QCOMPARE(m_scratch->names(), QStringList(u"memory.json"_s));
     }
 
     void backupsGoAfterThirtyDays()
@@ -91,11 +84,11 @@ private Q_SLOTS:
         put(".sync-backup-x", {}, 29);
         put("memory.json", {}, 99);
         put("my-memory.v1-backup-2026-01-01T00-00-00Z.json", {}, 99);
-        MemoryMigration::sweepBackupLitter(directory(), now);
-        QCOMPARE(names().join(u' '),
-            QStringLiteral(".sync-backup-x memory.json "
-                           "memory.v1-backup-2026-01-30T08-15-00Z.json "
-                           "my-memory.v1-backup-2026-01-01T00-00-00Z.json"));
+        MemoryMigration::sweepBackupLitter(*m_scratch, now);
+        QCOMPARE(m_scratch->names().join(u' '),
+            u".sync-backup-x memory.json "
+            "memory.v1-backup-2026-01-30T08-15-00Z.json "
+            "my-memory.v1-backup-2026-01-01T00-00-00Z.json"_s);
     }
 
     void aConversationBeforeSessionsIsAdoptedOnce()
@@ -116,7 +109,7 @@ private Q_SLOTS:
         QCOMPARE(sessions.sessions().size(), 2u);
         QCOMPARE(sessions.activeSession()->startedAt, now);
         const auto& imported = sessions.sessions().back();
-        QCOMPARE(imported.dayKey, QStringLiteral("2026-02-28"));
+        QCOMPARE(imported.dayKey, u"2026-02-28"_s);
         QCOMPARE(imported.startedAt, first);
         QCOMPARE(imported.lastActivityAt, last);
         QVERIFY(imported.endedAt == last && imported.isImported);
@@ -124,20 +117,16 @@ private Q_SLOTS:
     }
 
 private:
-    DataDirectory directory() const { return QDir(m_scratch->path()); }
-    QStringList names() const
-    {
-        return QDir(m_scratch->path()).entryList(QDir::Files | QDir::Hidden);
-    }
     void put(const char* name, const QByteArray& text, int daysSinceChange = 0) const
     {
-        QFile file(m_scratch->filePath(QString::fromLatin1(name)));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush());
+        m_scratch->write(QString::fromLatin1(name), text);
+        QFile file(m_scratch->path(QString::fromLatin1(name)));
+        QVERIFY(file.open(QIODevice::ReadWrite));
         const auto changed = Calendar().dateTime(now - days(daysSinceChange));
         QVERIFY(file.setFileTime(changed, QFileDevice::FileModificationTime));
     }
 
-    std::unique_ptr<QTemporaryDir> m_scratch;
+    std::optional<ScratchDirectory> m_scratch;
 };
 
 } // namespace pobblewig
