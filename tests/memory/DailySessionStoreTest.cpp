@@ -1,8 +1,7 @@
 #include "memory/DailySessionStore.h"
 
+#include "support/ScratchDirectory.h"
 #include "support/TableRow.h"
-
-#include <QTemporaryDir>
 
 namespace pobblewig {
 
@@ -14,9 +13,7 @@ class DailySessionStoreTest : public QObject {
 private Q_SLOTS:
     void aSilenceIntoAnotherDayEndsASession_data()
     {
-        QTest::addColumn<QString>("lastActivity");
-        QTest::addColumn<QString>("now");
-        QTest::addColumn<bool>("ends");
+        columns<QString, QString, bool>("lastActivity", "now", "ends");
         row("past midnight", "Tokyo 2026-03-03T23:50", "Tokyo 2026-03-04T02:00", false);
         row("a moment before", "Tokyo 2026-03-03T23:50:01", "Tokyo 2026-03-04T04:50", false);
         row("five hours", "Tokyo 2026-03-03T23:50", "Tokyo 2026-03-04T04:50", true);
@@ -44,13 +41,11 @@ private Q_SLOTS:
 
     void onlyAnActiveSessionChanges()
     {
-        const QTemporaryDir scratch;
-        const DataDirectory directory { QDir(scratch.path()) };
+        const ScratchDirectory directory;
         DailySessionStore store(directory);
         auto expected = store.ensureActiveSession(morning, Calendar());
         QVERIFY(store.ensureActiveSession(morning + 24h, Calendar()) == expected);
-        const DailySessionStore::Closing closing { QStringLiteral("Studied"),
-            QStringLiteral("Editor"), QUuid::createUuid() };
+        const DailySessionStore::Closing closing { u"Studied"_s, u"Editor"_s, QUuid::createUuid() };
         expected.turnCount = 1;
         expected.endedAt = morning + 3h;
         expected.lastActivityAt = morning + 2h;
@@ -101,7 +96,7 @@ private:
         return TimePoint(std::chrono::milliseconds(local.toMSecsSinceEpoch()));
     }
 
-    const TimePoint morning = time(QStringLiteral("Tokyo 2026-03-03T07:00"));
+    const TimePoint morning = time(u"Tokyo 2026-03-03T07:00"_s);
 };
 
 } // namespace pobblewig

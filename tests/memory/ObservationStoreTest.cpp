@@ -1,8 +1,7 @@
 #include "memory/ObservationStore.h"
 
+#include "support/ScratchDirectory.h"
 #include "support/TableRow.h"
-
-#include <QTemporaryDir>
 
 namespace pobblewig {
 
@@ -35,7 +34,7 @@ DatedObservation observation(int hour, const char* summary, const char* tags = "
         .occurredAt = at(hour),
         .recordedAt = at(hour),
         .summary = text,
-        .observedFacts = { QStringLiteral("seen at %1").arg(hour) },
+        .observedFacts = { u"seen at %1"_s.arg(hour) },
         .tags = split(tags) };
 }
 
@@ -50,8 +49,8 @@ QString labels(const std::vector<DatedObservation>& observations)
 void fill(ObservationStore& store)
 {
     auto worried = observation(1, "a: essays on Canvases");
-    worried.inference = QStringLiteral("Worried");
-    worried.uncertainty = QStringLiteral("a zebra?");
+    worried.inference = u"Worried"_s;
+    worried.uncertainty = u"a zebra?"_s;
     store.add(worried);
     store.add(observation(3, "b: essay\non \t ÄRGER İ", "Exam"));
     store.add(observation(3, "c: ESSAY", "Physics Exam"));
@@ -76,8 +75,7 @@ class ObservationStoreTest : public QObject {
 private Q_SLOTS:
     void aSearchFindsWhatHoldsAllWordsAndAnyTag_data()
     {
-        QTest::addColumn<Query>("query");
-        QTest::addColumn<QString>("found");
+        columns<Query, QString>("query", "found");
         row("nothing asked", Query(), "bcda");
         row("limit between equals", Query { .limit = 1 }, "b");
         row("no limit", Query { .limit = 0 }, "b");
@@ -103,27 +101,25 @@ private Q_SLOTS:
 
     void aSearchFollowsEveryChange()
     {
-        const QTemporaryDir scratch;
-        const DataDirectory directory { QDir(scratch.path()) };
+        const ScratchDirectory directory;
         ObservationStore store(directory);
         fill(store);
         const auto found = [&](const char* text) { return labels(store.search(words(text))); };
-        QCOMPARE(found("essay"), QStringLiteral("bca"));
+        QCOMPARE(found("essay"), u"bca"_s);
         store.remove(idOf(u'a'));
-        QCOMPARE(found("essay"), QStringLiteral("bc"));
-        QCOMPARE(found("lunch"), QStringLiteral("d"));
+        QCOMPARE(found("essay"), u"bc"_s);
+        QCOMPARE(found("lunch"), u"d"_s);
         store.add(observation(9, "e: essay"));
-        QCOMPARE(found("essay"), QStringLiteral("ebc"));
-        QCOMPARE(labels(store.observations(at(2), at(3))), QStringLiteral("dbc"));
-        QCOMPARE(
-            labels(store.withIDs({ idOf(u'c'), idOf(u'x'), idOf(u'd') })), QStringLiteral("dc"));
+        QCOMPARE(found("essay"), u"ebc"_s);
+        QCOMPARE(labels(store.observations(at(2), at(3))), u"dbc"_s);
+        QCOMPARE(labels(store.withIDs({ idOf(u'c'), idOf(u'x'), idOf(u'd') })), u"dc"_s);
 
         store.markArchived({ idOf(u'b'), idOf(u'x'), idOf(u'e') }, idOf(u'p'));
         QCOMPARE(store.pruneArchived(30, at(3) + 30 * 24h), 0);
         QCOMPARE(store.pruneArchived(30, at(3) + 30 * 24h + 1ms), 1);
-        QCOMPARE(found("essay"), QStringLiteral("ec"));
+        QCOMPARE(found("essay"), u"ec"_s);
         const auto left = store.observations(std::nullopt, std::nullopt);
-        QCOMPARE(labels(left), QStringLiteral("dce"));
+        QCOMPARE(labels(left), u"dce"_s);
         QCOMPARE(left.back().archivedIntoPeriodID, idOf(u'p'));
         QVERIFY(ObservationStore(directory).observations(std::nullopt, std::nullopt) == left);
         store.deleteAll();

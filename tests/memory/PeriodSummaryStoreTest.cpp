@@ -1,12 +1,8 @@
 #include "memory/PeriodSummaryStore.h"
 
-#include "memory/DailySessionStore.h"
-#include "memory/ObservationStore.h"
-#include "support/FaultyFileOperations.h"
-#include "support/LogLines.h"
+#include "memory/MemorySituation.h"
+#include "support/ScratchDirectory.h"
 #include "support/TableRow.h"
-
-#include <QTemporaryDir>
 
 namespace pobblewig {
 
@@ -14,7 +10,9 @@ namespace {
 
 using std::chrono::days;
 
-const TimePoint firstDay(std::chrono::seconds(1772352000));
+// 19:00 of the day before in New York.
+const TimePoint firstDay(std::chrono::seconds(1772409600));
+const Calendar newYork { QTimeZone("America/New_York"), QLocale(u"en_US"_s) };
 
 PeriodSummary period(PeriodType type, int from, int length, const QString& summary)
 {
@@ -41,20 +39,19 @@ class PeriodSummaryStoreTest : public QObject {
 private Q_SLOTS:
     void aListHoldsWhatOverlapsItsWindow()
     {
-        const QTemporaryDir scratch;
-        const DataDirectory directory { QDir(scratch.path()) };
+        const ScratchDirectory directory;
         PeriodSummaryStore store(directory);
-        const auto third = store.add(period(PeriodType::day, 3, 1, QStringLiteral("3")));
-        store.add(period(PeriodType::day, 3, 1, QStringLiteral("4")));
+        const auto third = store.add(period(PeriodType::day, 3, 1, u"3"_s));
+        store.add(period(PeriodType::day, 3, 1, u"4"_s));
         QVERIFY(!store.latestWeekly());
-        store.add(period(PeriodType::week, 0, 7, QStringLiteral("w")));
-        store.add(period(PeriodType::day, 1, 1, QStringLiteral("1")));
+        store.add(period(PeriodType::week, 0, 7, u"w"_s));
+        store.add(period(PeriodType::day, 1, 1, u"1"_s));
         const auto list = [&](std::optional<PeriodType> type, int from, int to) {
             return texts(store.list(type, firstDay + days(from), firstDay + days(to)));
         };
-        QCOMPARE(list(std::nullopt, 2, 3), QStringLiteral("w134"));
-        QCOMPARE(list(PeriodType::day, 4, 9), QStringLiteral("34"));
-        QCOMPARE(list(std::nullopt, -2, 0), QStringLiteral("w"));
+        QCOMPARE(list(std::nullopt, 2, 3), u"w134"_s);
+        QCOMPARE(list(PeriodType::day, 4, 9), u"34"_s);
+        QCOMPARE(list(std::nullopt, -2, 0), u"w"_s);
         QCOMPARE(list(std::nullopt, 8, 9), QString());
         QVERIFY(store.latestDaily() == third);
         QVERIFY(store.withID(third.id) == third);
@@ -65,36 +62,55 @@ private Q_SLOTS:
     void sevenDaysThatNoWeekHoldsMakeAWeek()
     {
         PeriodSummaryStore store(std::nullopt);
-        auto week = period(PeriodType::week, 1, 7, QStringLiteral("w"));
+        auto week = period(PeriodType::week, 1, 7, u"w"_s);
         for (int day = 7; day > 0; --day) {
             QVERIFY(!store.needsWeeklyRollup());
             const auto daily = period(PeriodType::day, day, 1, QString::number(day));
             week.sourceDailySummaryIDs.push_back(store.add(daily).id);
         }
         QVERIFY(store.needsWeeklyRollup());
-        QCOMPARE(texts(store.unsummarizedDailies()), QStringLiteral("1234567"));
+        QCOMPARE(texts(store.unsummarizedDailies()), u"1234567"_s);
         week.sourceDailySummaryIDs.pop_back();
         store.add(week);
-        QCOMPARE(texts(store.unsummarizedDailies()), QStringLiteral("1"));
+        QCOMPARE(texts(store.unsummarizedDailies()), u"1"_s);
         QVERIFY(!store.needsWeeklyRollup());
     }
 
-    void aFailedSaveNamesItsTier()
+    void theSessionIsToldInTheUsersTime()
     {
-        const LogLines log;
-        const QTemporaryDir scratch;
-        DataDirectory directory { QDir(scratch.path()) };
-        const auto failing = [&] {
-            directory.operations = std::make_shared<FaultyFileOperations>(1);
-            return directory;
-        };
-        DailySessionStore(failing()).deleteAll();
-        ObservationStore(failing()).deleteAll();
-        PeriodSummaryStore(failing()).deleteAll();
-        const auto line = QStringLiteral("buddy: failed to persist %1: No space left on device");
-        const QStringList lines { line.arg(u"sessions"), line.arg(u"observations"),
-            line.arg(u"summaries") };
-        QCOMPARE(log.lines(), lines);
+        DailySession session { .dayKey = u"2026-03-01"_s, .startedAt = firstDay, .turnCount = 1 };
+        QCOMPARE(MemorySituation::sessionInfo(session, newYork),
+            u"Day 2026-03-01, session started 7:00 PM, 1 turns today.");
+        QCOMPARE(MemorySituation::sessionInfo(std::nullopt, newYork), QString());
+    }
+
+    void theIndexHoldsTheLatestOfEach()
+    {
+        std::vector<PeriodSummary> weeklies;
+        std::vector<PeriodSummary> dailies;
+        for (int day = 0; day < 6; ++day) {
+            weeklies.push_back(period(PeriodType::week, day, 6, u"w\nw"_s));
+            dailies.push_back(period(PeriodType::day, day, 6, QString(161, u'd')));
+            weeklies.back().id = dailies.back().id =
+                QUuid(u"a0000000-0000-4000-8000-000000000000"_s);
+        }
+        const auto lines =
+            MemorySituation::chronologicalIndex(weeklies, dailies, newYork).split(u'\n');
+        QCOMPARE(lines.size(), 8);
+        QCOMPARE(lines[0], u"- [id:a0000000] week 2026-03-04 – 2026-03-10: w w");
+        QCOMPARE(lines[3], u"- [id:a0000000] day 2026-03-02: "_s + QString(160, u'd'));
+    }
+
+    void theLatestIntentsAreStillOpen()
+    {
+        std::vector<PeriodSummary> dailies(4);
+        dailies[0].unresolvedIntent = { u"too old"_s };
+        dailies[1].unresolvedIntent = { u"call"_s, u" \n"_s };
+        dailies[3].unresolvedIntent = std::vector(11, u"write"_s);
+        const auto lines = MemorySituation::unfinishedIntent(dailies).split(u'\n');
+        QCOMPARE(lines.size(), 10);
+        QCOMPARE(lines.front(), u"- call");
+        QCOMPARE(lines.back(), u"- write");
     }
 };
 
