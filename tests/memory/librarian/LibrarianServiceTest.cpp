@@ -26,9 +26,7 @@ QString quoted(const char* text)
 
 std::vector<ChatMessage> window()
 {
-    return { { .text = QStringLiteral("I study law"),
-        .timestamp = now,
-        .sessionID = QUuid::createUuid() } };
+    return { { .text = u"I study law"_s, .timestamp = now, .sessionID = QUuid::createUuid() } };
 }
 
 /// What each job but the cleanup came to.
@@ -42,9 +40,9 @@ struct Runs {
 /// What a server sends of a stream that says this.
 QByteArray stream(const QString& text)
 {
-    const QJsonObject delta { { QStringLiteral("content"), text } };
-    const QJsonObject choice { { QStringLiteral("delta"), delta } };
-    const QJsonObject chunk { { QStringLiteral("choices"), QJsonArray { choice } } };
+    const QJsonObject delta { { u"content"_s, text } };
+    const QJsonObject choice { { u"delta"_s, delta } };
+    const QJsonObject chunk { { u"choices"_s, QJsonArray { choice } } };
     return "data: " + QJsonDocument(chunk).toJson(QJsonDocument::Compact) + "\n\ndata: [DONE]\n\n";
 }
 
@@ -54,7 +52,7 @@ struct Endpoint {
 
 Endpoint broken(TransportError::Kind kind)
 {
-    return { tl::unexpected(TransportError { kind, QStringLiteral("127.0.0.1 broke off.") }) };
+    return { tl::unexpected(TransportError { kind, u"127.0.0.1 broke off."_s }) };
 }
 
 Endpoint answered(int status, const QByteArray& body)
@@ -89,7 +87,7 @@ private Q_SLOTS:
 
     void whatTheModelFoundIsStored()
     {
-        m_memory->notes.addNote({ QStringLiteral("Likes tea") }, now - days(1));
+        m_memory->notes.addNote({ u"Likes tea"_s }, now - days(1));
         const auto answer = quoted("```json\n{'notes': [{'text': 'Studies law'},"
                                    "{'text': 'likes tea'}, {'text': 'studies LAW'}],"
                                    "'observations': [{'summary': 'Slept badly'}],"
@@ -99,12 +97,12 @@ private Q_SLOTS:
                                    "{'path': 'misc', 'title': 't'}]}\n```");
         m_model->enqueue({ { LLMToken { answer }, LLMUsage { 700, 90 } } });
         QVERIFY(extract() == Result({ 1, 1, 1, 1 }));
-        QCOMPARE(activeTexts(), QStringLiteral("Studies law|Likes tea"));
+        QCOMPARE(activeTexts(), u"Studies law|Likes tea"_s);
         QCOMPARE(m_memory->notes.notes()[0].observationCount, 2);
         const auto observed = m_memory->observations.observations({}, {}).at(0);
         QCOMPARE(observed.occurredAt, now);
         QVERIFY(m_linked == std::vector { observed.id });
-        QCOMPARE(m_memory->reference.allItems().at(0).source, QStringLiteral("librarian"));
+        QCOMPARE(m_memory->reference.allItems().at(0).source, u"librarian"_s);
         QCOMPARE(m_service->lastRunAt(), now);
         QCOMPARE(m_usage->snapshot().librarianPromptTokens, 700);
     }
@@ -113,11 +111,11 @@ private Q_SLOTS:
     {
         const auto answer = quoted("{'notes': [{'text': '%1 tea', 'source': 'explicitUser'}]}");
         for (int time = 0; time < 10; ++time) {
-            m_model->enqueue(answer.arg(QString(time, u' ')
-                + (time % 2 ? QStringLiteral("LIKES\\n") : QStringLiteral("Likes"))));
+            m_model->enqueue(
+                answer.arg(QString(time, u' ') + (time % 2 ? u"LIKES\\n"_s : u"Likes"_s)));
             QVERIFY(extract() == Result({ time == 0, 0, 0, 0 }));
         }
-        QCOMPARE(activeTexts(), QStringLiteral("Likes tea"));
+        QCOMPARE(activeTexts(), u"Likes tea"_s);
         QCOMPARE(m_memory->notes.notes()[0].observationCount, 10);
     }
 
@@ -130,13 +128,13 @@ private Q_SLOTS:
         m_model->enqueue(quoted("{'notes': []}"));
         const auto day = awaited(m_service->closeDailySession({ .window = said }));
         QVERIFY(!m_model->requests()[0].messages[0].content.contains(u"I study law"));
-        QCOMPARE(day.summary, QStringLiteral("1 chat turn, 0 observations recorded."));
+        QCOMPARE(day.summary, u"1 chat turn, 0 observations recorded."_s);
     }
 
     void nothingFoundIsASuccess()
     {
         const LogLines log;
-        m_model->enqueue(QStringLiteral("no"));
+        m_model->enqueue(u"no"_s);
         m_model->enqueue(quoted("{'notes':[]}"));
         QVERIFY(extract() == Result());
         QVERIFY(m_service->lastError() && !m_service->lastRunAt());
@@ -153,21 +151,20 @@ private Q_SLOTS:
         for (const auto& request : m_model->requests()) {
             QCOMPARE(request.messages.size(), 1u);
             QCOMPARE(request.temperature, 0.3);
-            QVERIFY(request.responseFormat.schema.contains(QStringLiteral("properties")));
-            asked.append(
-                request.responseFormat.name + QStringLiteral(" %1").arg(request.maxTokens));
+            QVERIFY(request.longest == 10min);
+            QVERIFY(request.responseFormat.schema.contains(u"properties"_s));
+            asked.append(request.responseFormat.name + u" %1"_s.arg(request.maxTokens));
         }
         QCOMPARE(asked.join(u'|'),
-            QStringLiteral("librarian_extraction 1000|meeting_notes_extraction 1000|"
-                           "daily_closeout 2000|weekly_rollup 2000|memory_cleanup 3000"));
+            u"librarian_extraction 1000|meeting_notes_extraction 1000|"
+            "daily_closeout 2000|weekly_rollup 2000|memory_cleanup 3000"_s);
         QVERIFY(m_model->requests()[0].messages[0].content.contains(
             u"[2026-03-01T08:15:00Z] user: I study law"));
     }
 
     void onlyARejectedFormIsTriedAgain_data()
     {
-        QTest::addColumn<int>("status");
-        QTest::addColumn<int>("calls");
+        columns<int, int>("status", "calls");
         row("399", 399, 1);
         row("400", 400, 2);
         row("499", 499, 2);
@@ -178,36 +175,34 @@ private Q_SLOTS:
         QFETCH(int, status);
         QFETCH(int, calls);
         const LogLines log;
-        const auto refusal = LLMError::http(status, QStringLiteral("{\"echo\": \"I study law\"}"));
+        const auto refusal = LLMError::http(status, u"{\"echo\": \"I study law\"}"_s);
         m_model->enqueue(refusal);
         m_model->enqueue(refusal);
         QVERIFY(extract() == Result());
         QCOMPARE(m_service->lastError(), refusal.description());
-        QStringList lines { QStringLiteral("buddy: librarian: json_schema rejected (HTTP %1); "
-                                           "retrying with json_object"),
-            QStringLiteral("buddy: librarian extraction failed: API error %1: ") };
+        QStringList lines { u"buddy: librarian: json_schema rejected (HTTP %1); "
+                            "retrying with json_object"_s,
+            u"buddy: librarian extraction failed: API error %1: "_s };
         QCOMPARE(log.lines().join(u'|'),
-            QStringList(lines.last(calls))
-                .join(u'|')
-                .replace(QStringLiteral("%1"), QString::number(status)));
+            QStringList(lines.last(calls)).join(u'|').replace(u"%1"_s, QString::number(status)));
         QCOMPARE(m_model->requests().size(), size_t(calls));
         QCOMPARE(m_model->requests().back().responseFormat.name.isEmpty(), calls == 2);
     }
 
     void noEndpointCanDoHarm_data()
     {
-        QTest::addColumn<Endpoint>("endpoint");
+        columns<Endpoint>("endpoint");
         using enum TransportError::Kind;
         const auto flood = quoted("{'notes': '%1'}").arg(QString(10'000'000, u'x'));
-        QTest::newRow("hanging") << broken(timedOut);
-        QTest::newRow("cutting") << broken(truncated);
-        QTest::newRow("silent") << answered(200, {});
-        QTest::newRow("nonsense") << answered(200, "<html>secret</html>");
-        QTest::newRow("half") << answered(200, stream(quoted("{'notes': [{'text': 'secret")));
-        QTest::newRow("400") << answered(400, "secret");
-        QTest::newRow("429") << answered(429, "secret");
-        QTest::newRow("500") << answered(500, "secret");
-        QTest::newRow("ten megabytes") << answered(200, stream(flood));
+        row("hanging", broken(timedOut));
+        row("cutting", broken(truncated));
+        row("silent", answered(200, {}));
+        row("nonsense", answered(200, "<html>secret</html>"));
+        row("half", answered(200, stream(quoted("{'notes': [{'text': 'secret"))));
+        row("400", answered(400, "secret"));
+        row("429", answered(429, "secret"));
+        row("500", answered(500, "secret"));
+        row("ten megabytes", answered(200, stream(flood)));
     }
     void noEndpointCanDoHarm()
     {
@@ -217,22 +212,22 @@ private Q_SLOTS:
         ScriptedHTTPClient http;
         for (int call = 0; call < 10; ++call)
             http.enqueue(endpoint.reply);
-        OpenAICompatibleProvider provider(
-            { .modelID = QStringLiteral("m"), .apiKey = QStringLiteral("k") }, http, 1s);
+        OpenAICompatibleProvider provider({ .modelID = u"m"_s, .apiKey = u"k"_s }, http, 1s);
         m_provider = &provider;
         const LogLines log;
         const auto [extraction, meeting, day, week] = runAll();
         QVERIFY(extraction == Result() && meeting == Result());
-        QCOMPARE(day.unfinishedIntent.at(0).text, QStringLiteral("open"));
-        QCOMPARE(week.summary, QStringLiteral("[2026-03-01] Rested."));
+        QCOMPARE(day.unfinishedIntent.at(0).text, u"open"_s);
+        QCOMPARE(week.summary, u"[2026-03-01] Rested."_s);
         QCOMPARE(m_memory->revision(), revision);
         QVERIFY(m_service->lastError() && !m_service->lastRunAt() && !m_service->lastCleanupAt());
+        for (const auto& request : http.requests())
+            QVERIFY(request.longest == 10min);
         const auto lines = log.lines().join(u'\n');
         for (const auto* job :
             { "extraction", "meeting-notes ingestion", "closeout", "weekly rollup", "cleanup" })
-            QVERIFY2(lines.contains(
-                         QStringLiteral("buddy: librarian %1 failed: ").arg(QLatin1String(job))),
-                job);
+            QVERIFY2(
+                lines.contains(u"buddy: librarian %1 failed: "_s.arg(QLatin1String(job))), job);
         QVERIFY(!lines.contains(u"secret"));
     }
 
@@ -241,7 +236,7 @@ private Q_SLOTS:
         const LogLines log;
         const std::vector<std::vector<LLMStreamEvent>> floods {
             std::vector<LLMStreamEvent>(2, LLMToken { QString(100'001, u'x') }),
-            std::vector<LLMStreamEvent>(20'001, LLMToken { QStringLiteral("x") }),
+            std::vector<LLMStreamEvent>(20'001, LLMToken { u"x"_s }),
         };
         for (int given = 0; const auto& flood : floods) {
             m_model->enqueue({ flood, std::nullopt, true });
@@ -258,26 +253,25 @@ private Q_SLOTS:
         const LogLines log;
         const auto runs = runAll();
         QVERIFY(runs.extraction == Result());
-        QCOMPARE(runs.day.summary, QStringLiteral("1 chat turn, 0 observations recorded."));
+        QCOMPARE(runs.day.summary, u"1 chat turn, 0 observations recorded."_s);
         QVERIFY(!m_service->lastError() && !m_service->lastRunAt() && log.lines().isEmpty());
     }
 
     void whatAMeetingBringsIsItsOwn()
     {
-        QVERIFY(
-            awaited(m_service->ingestMeetingNotes({ .text = QStringLiteral(" \n") })) == Result());
+        QVERIFY(awaited(m_service->ingestMeetingNotes({ .text = u" \n"_s })) == Result());
         QVERIFY(m_model->requests().empty());
         m_model->enqueue(
             quoted("{'notes': [{'text': 'a'}, {'text': 'b', 'source': 'explicitUser'}],"
                    "'observations': [{'summary': 'c'}],"
                    "'referenceItems': [{'path': 'misc', 'title': 'd'}]}"));
-        const auto result = awaited(m_service->ingestMeetingNotes(
-            { QStringLiteral("Zoom"), 45, now - 2h, QStringLiteral("notes") }));
+        const auto result =
+            awaited(m_service->ingestMeetingNotes({ u"Zoom"_s, 45, now - 2h, u"notes"_s }));
         QVERIFY(result == Result({ 2, 1, 1, 0 }));
         QVERIFY(m_memory->notes.notes()[1].source == MemorySource::meetingNotes);
         QVERIFY(m_memory->notes.notes()[0].source == MemorySource::explicitUser);
         QCOMPARE(m_memory->observations.observations({}, {}).at(0).occurredAt, now - 2h);
-        QCOMPARE(m_memory->reference.allItems().at(0).source, QStringLiteral("meetingNotes"));
+        QCOMPARE(m_memory->reference.allItems().at(0).source, u"meetingNotes"_s);
     }
 
     void whatHappensDuringACleanupIsNotLost()
@@ -285,20 +279,19 @@ private Q_SLOTS:
         awaited(m_service->cleanupIfNeeded());
         QVERIFY(m_model->requests().empty());
         fillNotes();
-        m_memory->notes.addNote(
-            { QStringLiteral("said"), {}, {}, MemorySource::explicitUser }, now);
-        m_memory->notes.addNote({ QStringLiteral("old") }, now - days(2));
-        enqueueHeld(quoted("{'notes': [{'text': 'OLD', 'source': 'explicitUser'},"
-                           "{'text': 'Merged'}]}"));
+        m_memory->notes.addNote({ u"said"_s, {}, {}, MemorySource::explicitUser }, now);
+        m_memory->notes.addNote({ u"old"_s }, now - days(2));
+        m_model->enqueueHeld(quoted("{'notes': [{'text': 'OLD', 'source': 'explicitUser'},"
+                                    "{'text': 'Merged'}]}"));
         auto first = m_service->cleanupIfNeeded();
         auto second = m_service->cleanupIfNeeded();
-        m_memory->notes.addNote({ QStringLiteral("new") }, now);
-        m_memory->notes.addNote({ QStringLiteral("old") }, now);
+        m_memory->notes.addNote({ u"new"_s }, now);
+        m_memory->notes.addNote({ u"old"_s }, now);
         m_model->release();
         awaited(std::move(first));
         awaited(std::move(second));
         QCOMPARE(m_model->requests().size(), 1u);
-        QCOMPARE(activeTexts(), QStringLiteral("new|old|Merged|said"));
+        QCOMPARE(activeTexts(), u"new|old|Merged|said"_s);
         QCOMPARE(m_memory->notes.notes()[1].observationCount, 2);
         QVERIFY(m_memory->notes.notes()[1].source != MemorySource::explicitUser);
         QCOMPARE(m_memory->notes.notes().size(), 34u);
@@ -308,10 +301,10 @@ private Q_SLOTS:
     void theUsersChangesOvertakeACleanup()
     {
         fillNotes();
-        m_memory->notes.addNote({ QStringLiteral("wrong") }, now);
-        enqueueHeld(quoted("{'notes': [{'text': 'This is wrong'}]}"));
+        m_memory->notes.addNote({ u"wrong"_s }, now);
+        m_model->enqueueHeld(quoted("{'notes': [{'text': 'This is wrong'}]}"));
         auto cleanup = m_service->cleanupIfNeeded();
-        m_memory->notes.correctNote(m_memory->notes.notes()[0].id, QStringLiteral("right"), now);
+        m_memory->notes.correctNote(m_memory->notes.notes()[0].id, u"right"_s, now);
         const auto revision = m_memory->revision();
         m_model->release();
         awaited(std::move(cleanup));
@@ -322,25 +315,15 @@ private Q_SLOTS:
         QCOMPARE(m_service->lastCleanupAt(), now);
     }
 
-    void aCleanupThatKeepsNothingChangesNothing()
-    {
-        fillNotes();
-        const auto revision = m_memory->revision();
-        m_model->enqueue(quoted("{'notes': []}"));
-        awaited(m_service->cleanupIfNeeded());
-        QCOMPARE(m_memory->revision(), revision);
-        QVERIFY(m_service->lastError() && !m_service->lastCleanupAt());
-    }
-
     void nothingForgottenComesBack()
     {
         fillNotes();
         for (int job = 0; job < 4; ++job)
-            enqueueHeld(quoted("{'notes': [{'text': 'secret'}], 'dailySummary': 'secret',"
-                               "'summary': 'secret'}"));
+            m_model->enqueueHeld(quoted("{'notes': [{'text': 'secret'}], 'dailySummary': 'secret',"
+                                        "'summary': 'secret'}"));
         auto extraction = extracting();
         auto day = m_service->closeDailySession({});
-        auto week = m_service->weeklyRollup({ { .summary = QStringLiteral("secret") } });
+        auto week = m_service->weeklyRollup({ { .summary = u"secret"_s } });
         auto cleanup = m_service->cleanupIfNeeded();
         m_memory->notes.deleteAll(now);
         m_service->forget();
@@ -356,8 +339,9 @@ private Q_SLOTS:
     {
         fillNotes();
         const auto revision = m_memory->revision();
-        enqueueHeld(quoted("{'notes': [{'text': 'secret'}], 'observations': [{'summary': 's'}]}"));
-        enqueueHeld(quoted("{'notes': [{'text': 'secret'}]}"));
+        m_model->enqueueHeld(
+            quoted("{'notes': [{'text': 'secret'}], 'observations': [{'summary': 's'}]}"));
+        m_model->enqueueHeld(quoted("{'notes': [{'text': 'secret'}]}"));
         auto extraction = extracting();
         auto cleanup = m_service->cleanupIfNeeded();
         m_mayRemember = false;
@@ -369,7 +353,7 @@ private Q_SLOTS:
 
     void nothingForgottenIsSentAgain()
     {
-        m_model->enqueue({ {}, LLMError::http(400, QStringLiteral("I study law")), true });
+        m_model->enqueue({ {}, LLMError::http(400, u"I study law"_s), true });
         auto extraction = extracting();
         m_service->forget();
         m_model->release();
@@ -392,17 +376,13 @@ private:
     {
         Runs runs;
         runs.extraction = extract();
-        runs.meeting = awaited(m_service->ingestMeetingNotes({ .text = QStringLiteral("n") }));
-        runs.day = awaited(m_service->closeDailySession(
-            { .window = window(), .previousIntent = { QStringLiteral("open") } }));
-        runs.week = awaited(m_service->weeklyRollup(
-            { { .startDate = now, .summary = QStringLiteral("Rested.") } }));
+        runs.meeting = awaited(m_service->ingestMeetingNotes({ .text = u"n"_s }));
+        runs.day = awaited(
+            m_service->closeDailySession({ .window = window(), .previousIntent = { u"open"_s } }));
+        runs.week =
+            awaited(m_service->weeklyRollup({ { .startDate = now, .summary = u"Rested."_s } }));
         awaited(m_service->cleanupIfNeeded());
         return runs;
-    }
-    void enqueueHeld(const QString& text)
-    {
-        m_model->enqueue({ { LLMToken { text } }, std::nullopt, true });
     }
     /// More than the soft target.
     void fillNotes()
