@@ -1,12 +1,10 @@
 #include "memory/librarian/SessionRolloverService.h"
 
-#include "foundation/JSONFileStore.h"
 #include "support/Awaited.h"
 #include "support/BorrowedProvider.h"
+#include "support/ScratchDirectory.h"
 #include "support/ScriptedProvider.h"
-
-#include <QTemporaryDir>
-#include <QTest>
+#include "support/TableRow.h"
 
 namespace pobblewig {
 
@@ -66,6 +64,18 @@ struct Launch {
     {
         history.append({ .id = QUuid::createUuid(), .text = text, .timestamp = now });
     }
+    RolloverOutcome roll(TimePoint at = now)
+    {
+        return awaited(rollover.forceRollover(at, Calendar()));
+    }
+    /// Begins, and returns once the model has been asked that often.
+    void beginToRoll(const ScriptedProvider& asked, size_t times)
+    {
+        spawn([](Launch* launch) -> Task<> {
+            co_await launch->rollover.forceRollover(now, Calendar());
+        }(this));
+        QTRY_COMPARE(asked.requests().size(), times);
+    }
 
     DataDirectory directory;
     LLMProvider* model;
@@ -77,15 +87,15 @@ struct Launch {
             .configProvider = config,
             .clock = [] { return now; } } };
     SessionRolloverService rollover { { memory, history, librarian, directory,
-        [](TimePoint, TimePoint) { return QStringLiteral("Writer 9 min"); } } };
+        [](TimePoint, TimePoint) { return u"Writer 9 min"_s; } } };
 };
 
 /// The texts of all archives, and then of the conversation that goes on.
 QStringList everythingSaid(const QDir& directory)
 {
     QStringList texts;
-    auto files = directory.entryList({ QStringLiteral("chat-*.json") });
-    files.append(QStringLiteral("chat.json"));
+    auto files = directory.entryList({ u"chat-*.json"_s });
+    files.append(u"chat.json"_s);
     for (const auto& file : files) {
         const auto messages = JSONFileStore(directory, file).load<std::vector<ChatMessage>>();
         for (const auto& message : messages.value_or(std::vector<ChatMessage>()))
@@ -102,14 +112,14 @@ class SessionRolloverServiceTest : public QObject {
 private Q_SLOTS:
     void aDayIsClosedAndTheNextBegins()
     {
-        const QTemporaryDir scratch;
-        Launch launch { DataDirectory(QDir(scratch.path())) };
+        const ScratchDirectory scratch;
+        Launch launch(scratch);
         const auto session = *launch.memory.sessions.activeSession();
-        launch.say(QStringLiteral("good morning"));
+        launch.say(u"good morning"_s);
         launch.memory.observations.add({ .id = QUuid::createUuid(),
             .occurredAt = now - 1h,
             .recordedAt = now - 1h,
-            .summary = QStringLiteral("slept well") });
+            .summary = u"slept well"_s });
 
         const auto outcome = awaited(launch.rollover.rolloverIfNeeded(now, Calendar()));
         QVERIFY(outcome == (RolloverOutcome { true, true }));
@@ -118,69 +128,94 @@ private Q_SLOTS:
         const auto closed = *launch.memory.sessions.previousSession();
         QCOMPARE(closed.id, session.id);
         QVERIFY(closed.dailySummaryID == summary.id);
-        QCOMPARE(closed.activitySummary, QStringLiteral("Writer 9 min"));
+        QCOMPARE(closed.activitySummary, u"Writer 9 min"_s);
         QVERIFY(launch.memory.sessions.activeSession()->previousSessionID == session.id);
         QVERIFY(launch.history.messages().empty());
-        QCOMPARE(everythingSaid(QDir(scratch.path())), QStringList(QStringLiteral("good morning")));
+        QCOMPARE(everythingSaid(scratch.path()), QStringList(u"good morning"_s));
 
         QVERIFY(awaited(launch.rollover.rolloverIfNeeded(now, Calendar())) == RolloverOutcome());
-        QVERIFY(awaited(launch.rollover.forceRollover(now, Calendar())).rolledOver);
+        QVERIFY(launch.roll().rolledOver);
         QCOMPARE(launch.memory.sessions.activeSession()->dayKey,
             launch.memory.sessions.previousSession()->dayKey);
     }
 
     void theSeventhDayMakesAWeek()
     {
-        Launch launch { DataDirectory(QDir(QTemporaryDir().path())) };
+        Launch launch { ScratchDirectory() };
         for (int day = 1; day <= 8; ++day) {
-            awaited(launch.rollover.forceRollover(now + days(day), Calendar()));
+            launch.roll(now + days(day));
             QCOMPARE(launch.memory.summaries.latestWeekly().has_value(), day >= 7);
         }
         QCOMPARE(launch.memory.summaries.latestWeekly()->sourceDailySummaryIDs.size(), 7u);
         QCOMPARE(launch.memory.summaries.unsummarizedDailies().size(), 1u);
     }
 
+    void aWeekIsNotToldOnceItsDaysAreDeleted()
+    {
+        const ScratchDirectory scratch;
+        Launch launch(scratch);
+        for (int day = -6; day < 0; ++day)
+            launch.roll(now + days(day));
+        ScriptedProvider model;
+        model.enqueue(u"{\"dailySummary\": \"Rested.\"}"_s);
+        model.enqueueHeld(u"{\"summary\": \"secret\"}"_s);
+        launch.model = &model;
+        launch.beginToRoll(model, 2);
+        launch.memory.summaries.deleteAll();
+        model.release();
+        QTRY_VERIFY(!launch.rollover.isUnderWay());
+        QVERIFY(launch.memory.summaries.all().empty());
+    }
+
+    void whatIsOpenIsStillOpenTheNextDay()
+    {
+        const ScratchDirectory scratch;
+        ScriptedProvider model;
+        model.enqueue(
+            u"{\"dailySummary\": \"Read.\", \"unfinishedIntent\": [{\"text\": \"Call Ana\"}]}"_s);
+        Launch launch(scratch, &model);
+        launch.roll();
+        model.enqueue(LLMError::http(500, {}));
+        launch.roll(now + days(1));
+        QVERIFY(model.requests().back().messages[0].content.contains(u"Call Ana"));
+        const auto open = std::vector { u"Call Ana"_s };
+        QCOMPARE(launch.memory.summaries.latestDaily()->unresolvedIntent, open);
+    }
+
     void whatIsSaidWhileTheModelThinksBelongsToTheNextSession()
     {
-        const QTemporaryDir scratch;
+        const ScratchDirectory scratch;
         ScriptedProvider model;
         model.enqueue({ {}, LLMError::http(500, {}), true });
-        Launch launch { DataDirectory(QDir(scratch.path())), &model };
-        launch.say(QStringLiteral("yesterday"));
-        spawn([](Launch* launch) -> Task<> {
-            co_await launch->rollover.forceRollover(now, Calendar());
-        }(&launch));
-        QTRY_COMPARE(model.requests().size(), 1u);
-        QVERIFY(awaited(launch.rollover.forceRollover(now, Calendar())) == RolloverOutcome());
-        launch.say(QStringLiteral("today"));
+        Launch launch(scratch, &model);
+        launch.say(u"yesterday"_s);
+        launch.beginToRoll(model, 1);
+        QVERIFY(launch.roll() == RolloverOutcome());
+        launch.say(u"today"_s);
         model.release();
         QTRY_VERIFY(!launch.rollover.isUnderWay());
         QCOMPARE(launch.history.messages().size(), 1u);
-        QCOMPARE(launch.history.messages().front().text, QStringLiteral("today"));
+        QCOMPARE(launch.history.messages().front().text, u"today");
     }
 
     void aCrashAtAnyWriteLosesAndRepeatsNothing()
     {
         for (int lastWrite = 0;; ++lastWrite) {
-            const QTemporaryDir scratch;
-            const QDir path(scratch.path());
-            {
-                Launch launch { DataDirectory(path) };
-                launch.say(QStringLiteral("kept"));
-            }
-            DataDirectory dying(path);
+            const ScratchDirectory scratch;
+            Launch(scratch).say(u"kept"_s);
+            DataDirectory dying = scratch;
             const auto operations = std::make_shared<DyingFileOperations>(lastWrite);
             dying.operations = operations;
             {
                 Launch launch(dying);
                 awaited(launch.rollover.rolloverIfNeeded(now, Calendar()));
             }
-            Launch again { DataDirectory(path) };
+            Launch again(scratch);
             awaited(again.rollover.rolloverIfNeeded(now, Calendar()));
             QCOMPARE(again.memory.summaries.all().size(), 1u);
             QCOMPARE(again.memory.sessions.sessions().size(), 2u);
             QVERIFY(again.memory.sessions.activeSession()->previousSessionID.has_value());
-            QCOMPARE(everythingSaid(path), QStringList(QStringLiteral("kept")));
+            QCOMPARE(everythingSaid(scratch.path()), QStringList(u"kept"_s));
             QVERIFY(again.history.messages().empty());
             if (!operations->isDead())
                 return;
@@ -189,15 +224,14 @@ private Q_SLOTS:
 
     void whatCannotBeArchivedStays()
     {
-        const QTemporaryDir scratch;
-        const QDir path(scratch.path());
-        Launch launch { DataDirectory(path) };
-        launch.say(QStringLiteral("kept"));
+        const ScratchDirectory scratch;
+        Launch launch(scratch);
+        launch.say(u"kept"_s);
         const auto session = *launch.memory.sessions.activeSession();
-        const auto name = QStringLiteral("chat-%1-%2.json")
-                              .arg(session.dayKey, json::keyText(session.id).first(8));
-        QVERIFY(path.mkdir(name));
-        QVERIFY(awaited(launch.rollover.forceRollover(now, Calendar())).rolledOver);
+        const auto name =
+            u"chat-%1-%2.json"_s.arg(session.dayKey, json::keyText(session.id).first(8));
+        QVERIFY(scratch.path().mkdir(name));
+        QVERIFY(launch.roll().rolledOver);
         QCOMPARE(launch.history.messages().size(), 1u);
     }
 };
