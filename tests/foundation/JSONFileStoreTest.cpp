@@ -1,9 +1,8 @@
 #include "foundation/JSONFileStore.h"
 
 #include "support/LogLines.h"
+#include "support/ScratchDirectory.h"
 #include "support/TableRow.h"
-
-#include <QTemporaryDir>
 
 namespace pobblewig {
 
@@ -28,7 +27,7 @@ struct Exam {
 };
 
 const Exam exam { QUuid::fromString(u"5f0c7a2e-95b4-4b6e-9a55-0d9d3c6f1f10"),
-    QStringLiteral("Größe 👩‍👩‍👧 \"quoted\"\n"), now, 3 };
+    u"Größe 👩‍👩‍👧 \"quoted\"\n"_s, now, 3 };
 
 const QByteArray examText = "{\n"
                             "    \"credits\": 3,\n"
@@ -45,7 +44,7 @@ class JSONFileStoreTest : public QObject {
 private Q_SLOTS:
     void init()
     {
-        m_scratch = std::make_unique<QTemporaryDir>();
+        m_scratch.emplace();
         m_log.reset();
         m_log = std::make_unique<LogLines>();
     }
@@ -53,9 +52,7 @@ private Q_SLOTS:
     void aRecordComesBackAndReadsWell()
     {
         QVERIFY(store().save(exam));
-        QFile file(path());
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), examText);
+        QCOMPARE(m_scratch->read(m_name), examText);
         QVERIFY(store().load<Exam>() == exam);
     }
 
@@ -66,22 +63,9 @@ private Q_SLOTS:
         QVERIFY(m_log->lines().isEmpty());
     }
 
-    void anEveryWayTruncatedFileIsKeptAside()
-    {
-        for (qsizetype length = 0; length < examText.size() - 1; ++length) {
-            init();
-            put(examText.first(length));
-            QVERIFY(!store().load<Exam>());
-            QCOMPARE(names(), QStringList(m_backupName));
-            QVERIFY(store().save(exam));
-            QVERIFY(store().load<Exam>() == exam);
-        }
-    }
-
     void whatDoesNotDecodeIsNamedAndKeptAside_data()
     {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QString>("problem");
+        columns<QByteArray, QString>("text", "problem");
         const auto with = [](const char* before, const char* after) {
             return QByteArray(examText).replace(before, after);
         };
@@ -104,8 +88,8 @@ private Q_SLOTS:
         put(text);
         QVERIFY(!store().load<Exam>());
         QCOMPARE(m_log->lines(),
-            QStringList(QStringLiteral("buddy: corrupt store exams.json moved to %1: %2")
-                            .arg(m_backupName, problem)));
+            QStringList(
+                u"buddy: corrupt store exams.json moved to %1: %2"_s.arg(m_backupName, problem)));
     }
 
     void absentAndNullKeepDefaultsAndUnknownKeysAreIgnored()
@@ -125,7 +109,7 @@ private Q_SLOTS:
             QVERIFY(!store().load<Exam>());
             QCOMPARE(m_log->lines().size(), time);
         }
-        QCOMPARE(names(), QStringList({ QStringLiteral("exams.json"), m_backupName }));
+        QCOMPARE(names(), QStringList({ u"exams.json"_s, m_backupName }));
     }
 
     void aFileOfAHundredMegabytesIsNotRead()
@@ -133,7 +117,7 @@ private Q_SLOTS:
         put({});
         QVERIFY(QFile::resize(path(), 100 * 1024 * 1024));
         QVERIFY(!store().load<Exam>());
-        QVERIFY(m_log->lines().value(0).endsWith(QStringLiteral("larger than 64 MiB")));
+        QVERIFY(m_log->lines().value(0).endsWith(u"larger than 64 MiB"_s));
     }
 
     void aFailedSaveShowsInTheHealthUntilOneSucceeds()
@@ -148,11 +132,53 @@ private Q_SLOTS:
         QVERIFY(m_health->problems.empty());
     }
 
+    void aFailedFirstSaveLeavesNothingOrAll()
+    {
+        for (int failing = 1; failing <= 8; ++failing) {
+            const ScratchDirectory scratch;
+            const auto text = QByteArray(5000, 'n');
+            const auto isWritten = writeDurably(
+                scratch.path(u"deep/er/notes.json"_s), text, FaultyFileOperations(failing));
+            QCOMPARE(isWritten.has_value(), failing == 8);
+            const auto left =
+                QDir(scratch.path(u"deep/er"_s)).entryList(QDir::Files | QDir::Hidden);
+            QVERIFY(left.isEmpty() || scratch.read(u"deep/er/"_s + left[0]) == text);
+            QVERIFY(left == QStringList(u"notes.json"_s) || (left.isEmpty() && failing < 8));
+        }
+    }
+
+    void aShortWriteIsContinued()
+    {
+        QVERIFY(writesDurably(
+            examText, FaultyFileOperations(3, FaultyFileOperations::Fault::shortWrite)));
+        QCOMPARE(m_scratch->read(m_name), examText);
+    }
+
+    void aLinkAndPermissionsAreKept()
+    {
+        put("old");
+        const auto permissions = QFile::ReadOwner | QFile::WriteOwner;
+        QVERIFY(QFile::setPermissions(path(), permissions));
+        const auto link = m_scratch->path(u"link.json"_s);
+        QVERIFY(QFile::link(path(), link));
+        QVERIFY(writeDurably(link, examText, FileOperations()));
+        QVERIFY(QFileInfo(link).isSymLink());
+        QCOMPARE(m_scratch->read(m_name), examText);
+        const auto shared = QFile::ReadGroup | QFile::ReadOther;
+        QCOMPARE(QFile::permissions(path()) & (permissions | shared), permissions);
+    }
+
+    void whatACrashLeftBehindIsOverwritten()
+    {
+        m_scratch->write(u".exams.json.partial"_s, QByteArray(9000, 'x'));
+        QVERIFY(writesDurably(examText));
+        QCOMPARE(m_scratch->read(m_name), examText);
+        QCOMPARE(names(), QStringList(m_name));
+    }
+
     void anEarlyDirectoryIsRenamed_data()
     {
-        QTest::addColumn<QString>("directories");
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<QString>("after");
+        columns<QString, QString, QString>("directories", "file", "after");
         row("moved", "SkritBuddy", "", "Pobblewig");
         row("both stay", "Pobblewig SkritBuddy", "", "Pobblewig SkritBuddy");
         row("a file is left", "", "SkritBuddy", "SkritBuddy");
@@ -161,11 +187,11 @@ private Q_SLOTS:
     {
         QFETCH(QString, directories);
         QFETCH(QString, file);
-        const QDir base(m_scratch->path());
+        const auto base = m_scratch->path();
         for (const auto& name : directories.split(u' ', Qt::SkipEmptyParts))
             QVERIFY(base.mkpath(name));
         if (!file.isEmpty())
-            put({}, file);
+            m_scratch->write(file, {});
         JSONFileStore::migrateLegacyDirectory(base);
         QTEST(names().join(u' '), "after");
     }
@@ -173,27 +199,25 @@ private Q_SLOTS:
 private:
     JSONFileStore store()
     {
-        DataDirectory directory { QDir(m_scratch->path()) };
-        directory.clock = [] { return now; };
+        const DataDirectory directory = *m_scratch;
         m_health = directory.health;
         return { directory, m_name };
     }
-    QString path() const { return m_scratch->filePath(m_name); }
+    QString path() const { return m_scratch->path(m_name); }
     QStringList names() const
     {
-        return QDir(m_scratch->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+        return m_scratch->path().entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden);
     }
-    void put(const QByteArray& text) const { put(text, m_name); }
-    void put(const QByteArray& text, const QString& name) const
+    void put(const QByteArray& text) const { m_scratch->write(m_name, text); }
+
+    bool writesDurably(const QByteArray& text, const FileOperations& operations = {}) const
     {
-        QFile file(m_scratch->filePath(name));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QCOMPARE(file.write(text), text.size());
+        return writeDurably(path(), text, operations).has_value();
     }
 
-    const QString m_name = QStringLiteral("exams.json");
-    const QString m_backupName = QStringLiteral("exams.json.corrupt-2026-03-01T08-15-00Z");
-    std::unique_ptr<QTemporaryDir> m_scratch;
+    const QString m_name = u"exams.json"_s;
+    const QString m_backupName = u"exams.json.corrupt-2026-03-01T08-15-00Z"_s;
+    std::optional<ScratchDirectory> m_scratch;
     std::unique_ptr<LogLines> m_log;
     decltype(DataDirectory::health) m_health;
 };

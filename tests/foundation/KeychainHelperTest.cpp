@@ -1,8 +1,7 @@
 #include "foundation/QtKeychainHelper.h"
 
 #include "support/Awaited.h"
-
-#include <QTest>
+#include "support/TableRow.h"
 
 #include <qt6keychain/keychain.h>
 
@@ -18,14 +17,14 @@ private Q_SLOTS:
     void unlockedKeepsValues()
     {
         QtKeychainHelper keychain;
-        const auto account = QStringLiteral("account");
+        const auto account = u"account"_s;
         QVERIFY(!awaited(keychain.read(account)));
         QCOMPARE(keychain.state(), State::available);
-        const auto value = QStringLiteral("sécret 🔑");
-        awaited(keychain.write(account, QStringLiteral("first")));
+        const auto value = u"sécret 🔑"_s;
+        awaited(keychain.write(account, u"first"_s));
         awaited(keychain.write(account, value));
         QCOMPARE(awaited(QtKeychainHelper().read(account)), value);
-        QVERIFY(!awaited(keychain.read(QStringLiteral("another"))));
+        QVERIFY(!awaited(keychain.read(u"another"_s)));
         awaited(keychain.remove(account));
         QVERIFY(!awaited(keychain.read(account)));
     }
@@ -34,30 +33,30 @@ private Q_SLOTS:
     {
         const auto account = QString::fromUtf16(KeychainHelper::canvasAPITokenAccount);
         QtKeychainHelper keychain;
-        writeLegacy(account, QStringLiteral("old"));
+        writeLegacy(account, u"old"_s);
         awaited(keychain.migrateFromLegacyService());
-        QCOMPARE(awaited(keychain.read(account)), QStringLiteral("old"));
+        QCOMPARE(awaited(keychain.read(account)), u"old"_s);
         awaited(keychain.remove(account));
         awaited(keychain.migrateFromLegacyService());
         QVERIFY(!awaited(keychain.read(account)));
 
-        writeLegacy(account, QStringLiteral("older"));
-        awaited(keychain.write(account, QStringLiteral("current")));
+        writeLegacy(account, u"older"_s);
+        awaited(keychain.write(account, u"current"_s));
         awaited(keychain.migrateFromLegacyService());
-        QCOMPARE(awaited(keychain.read(account)), QStringLiteral("current"));
+        QCOMPARE(awaited(keychain.read(account)), u"current"_s);
     }
 
     void unlockedIsLeftAloneWhileDisabled()
     {
         QtKeychainHelper keychain;
-        const auto account = QStringLiteral("left alone");
-        awaited(keychain.write(account, QStringLiteral("kept")));
+        const auto account = u"left alone"_s;
+        awaited(keychain.write(account, u"kept"_s));
         keychain.isDisabled = true;
         QVERIFY(!awaited(keychain.read(account)));
-        awaited(keychain.write(account, QStringLiteral("changed")));
+        awaited(keychain.write(account, u"changed"_s));
         awaited(keychain.remove(account));
         keychain.isDisabled = false;
-        QCOMPARE(awaited(keychain.read(account)), QStringLiteral("kept"));
+        QCOMPARE(awaited(keychain.read(account)), u"kept"_s);
     }
 
     void lockedRefuses() { refuses(State::locked); }
@@ -67,8 +66,8 @@ private:
     static void refuses(State state)
     {
         QtKeychainHelper keychain;
-        const auto account = QStringLiteral("account");
-        awaited(keychain.write(account, QStringLiteral("value")));
+        const auto account = u"account"_s;
+        awaited(keychain.write(account, u"value"_s));
         QCOMPARE(keychain.state(), state);
         QVERIFY(!awaited(keychain.read(account)));
         awaited(keychain.remove(account));
@@ -77,7 +76,7 @@ private:
 
     static void writeLegacy(const QString& account, const QString& value)
     {
-        QKeychain::WritePasswordJob job(QStringLiteral("app.skritbuddy"));
+        QKeychain::WritePasswordJob job(u"app.skritbuddy"_s);
         job.setAutoDelete(false);
         job.setKey(account);
         job.setTextData(value);

@@ -1,14 +1,19 @@
 #include "foundation/NetworkHTTPClient.h"
 
+#include "foundation/EnvironmentProxies.h"
+#include "foundation/LineSplitter.h"
+#include "foundation/TransportErrorLogic.h"
 #include "support/Awaited.h"
 #include "support/LoopbackServer.h"
 #include "support/TableRow.h"
+#include "support/Variables.h"
 
 namespace pobblewig {
 
 using namespace std::chrono_literals;
 
 using Kind = TransportError::Kind;
+using Ending = TransportErrorLogic::ReplyEnding;
 using Server = LoopbackServer;
 
 namespace {
@@ -35,10 +40,7 @@ class NetworkHTTPClientTest : public QObject {
 private Q_SLOTS:
     void anAnswerIsWholeOrAnError_data()
     {
-        QTest::addColumn<Server::Script>("script");
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QByteArray>("body");
-        QTest::addColumn<Kind>("kind");
+        columns<Server::Script, int, QByteArray, Kind>("script", "status", "body", "kind");
         const auto whole = [](const char* name, const Server::Script& script, int status,
                                const QByteArray& body) {
             QTest::newRow(name) << script << status << body << Kind::notHTTP;
@@ -95,13 +97,12 @@ private Q_SLOTS:
 
     void whatCannotBeReachedIsSaid_data()
     {
-        QTest::addColumn<QUrl>("url");
-        QTest::addColumn<QString>("begin");
-        auto closed = Server().url(QStringLiteral("/path?key=hush"));
-        closed.setUserInfo(QStringLiteral("me:hush"));
+        columns<QUrl, QString>("url", "begin");
+        auto closed = Server().url(u"/path?key=hush"_s);
+        closed.setUserInfo(u"me:hush"_s);
         row("a closed port", closed, "Nothing answers at 127.0.0.1:");
-        row("no such name", QUrl(QStringLiteral("http://h.invalid")), "No server named h.invalid ");
-        row("not the web", QUrl(QStringLiteral("file:///etc/hostname?hush")),
+        row("no such name", QUrl(u"http://h.invalid"_s), "No server named h.invalid ");
+        row("not the web", QUrl(u"file:///etc/hostname?hush"_s),
             "“file:///etc/hostname” is not the address of a web server.");
     }
     void whatCannotBeReachedIsSaid()
@@ -165,6 +166,98 @@ private Q_SLOTS:
         QCOMPARE(awaited(read(stream)), QByteArrayList { "200" });
         QCOMPARE(stream->error()->kind, Kind::tooLarge);
         QTRY_COMPARE(server.openConnections(), 0);
+    }
+
+    // Which of these a server causes depends on how its bytes and its goodbye meet.
+    void aClosedConnectionEndsOnlyWhatHasNoOtherEnd_data()
+    {
+        columns<Ending, std::optional<Kind>>("ending", "kind");
+        const auto again = QNetworkReply::ContentReSendError;
+        const std::optional<Kind> whole;
+        const std::optional cut(Kind::truncated);
+        row("open ended", Ending { again, true, false, false }, whole);
+        row("in chunks", Ending { again, true, false, true }, cut);
+        row("of a known length", Ending { again, true, true, false }, cut);
+        row("before the head", Ending { again }, std::optional(Kind::unreachable));
+        row("chunks, noticed early", Ending { QNetworkReply::RemoteHostClosedError, true }, cut);
+        row("a status of 409", Ending { QNetworkReply::ContentConflictError, true, false, true },
+            whole);
+    }
+    void aClosedConnectionEndsOnlyWhatHasNoOtherEnd()
+    {
+        QFETCH(Ending, ending);
+        QFETCH(std::optional<Kind>, kind);
+        const auto failure = TransportErrorLogic::failure(ending, {});
+        QCOMPARE(failure.has_value(), kind.has_value());
+        QVERIFY(!failure || failure->kind == kind);
+    }
+
+    void linesAreTheSameWhereverTheBytesAreCut_data()
+    {
+        using Bytes = QByteArray;
+        using Lines = QByteArrayList;
+        columns<Bytes, Lines>("bytes", "lines");
+        row("nothing", Bytes(), Lines());
+        row("both ends", Bytes("a\r\nb\nc\r\n"), Lines { "a", "b", "c" });
+        row("blank lines", Bytes("\n\r\na\n\n"), Lines { "", "", "a", "" });
+        row("no end at the last", Bytes("a\nlast"), Lines { "a", "last" });
+        row("a return inside", Bytes("a\rb\r\r\nc\r"), Lines { "a\rb\r", "c\r" });
+        row("half a character", Bytes("\xF0\x9F\xA6\x98\n\xF0"),
+            Lines { "\xF0\x9F\xA6\x98", "\xF0" });
+    }
+    void linesAreTheSameWhereverTheBytesAreCut()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QByteArrayList, lines);
+        for (qsizetype cut = 0; cut <= bytes.size(); ++cut) {
+            LineSplitter splitter(100);
+            auto found = splitter.add(bytes.first(cut)) + splitter.add(bytes.sliced(cut));
+            if (const auto last = splitter.finish())
+                found.append(*last);
+            QCOMPARE(found, lines);
+        }
+    }
+
+    void aLineMayBeAsLongAsTheMaximumAndNoLonger()
+    {
+        LineSplitter splitter(3);
+        QCOMPARE(splitter.add("abc\nab"), QByteArrayList { "abc" });
+        QCOMPARE(splitter.add("c\n"), QByteArrayList { "abc" });
+        QVERIFY(!splitter.isTooLong());
+        QCOMPARE(splitter.add("x\nabcd\ny\n"), QByteArrayList { "x" });
+        QVERIFY(splitter.isTooLong());
+        QVERIFY(splitter.add("z\n").isEmpty());
+        QVERIFY(!splitter.finish());
+    }
+
+    void theEnvironmentNamesTheProxy_data()
+    {
+        columns<QString, QString, QString>("environment", "url", "proxy");
+        const auto http = u"http_proxy=http://p.test:3128 "_s;
+        const auto exceptions = http + u"no_proxy=a.test,.b.test"_s;
+        const auto both = http + u"ALL_PROXY=socks5://s.test"_s;
+        row("none", "", "http://h.test", ":0");
+        row("of the scheme", both, "http://h.test", "p.test:3128");
+        row("of another scheme", http, "https://h.test", ":0");
+        row("for all, in capitals", both, "https://h.test", "s.test:1080");
+        row("without a scheme", "https_proxy=p.test", "https://h.test", "p.test:8080");
+        row("an exception", exceptions, "http://a.test", ":0");
+        row("below an exception", exceptions, "http://x.B.test", ":0");
+        row("only ends like one", exceptions, "http://aa.test", "p.test:3128");
+        row("no proxy at all", http + u"no_proxy=*"_s, "http://h.test", ":0");
+        row("this machine", http, "http://127.0.0.1:11434", ":0");
+        row("this machine by name", http, "http://localhost", ":0");
+    }
+    void theEnvironmentNamesTheProxy()
+    {
+        QFETCH(QString, environment);
+        QFETCH(QString, url);
+        QFETCH(QString, proxy);
+        QProcessEnvironment process;
+        for (const auto& [name, value] : variables(environment))
+            process.insert(name, value);
+        const auto found = EnvironmentProxies(process).proxyFor(QUrl(url));
+        QCOMPARE(u"%1:%2"_s.arg(found.hostName()).arg(found.port()), proxy);
     }
 
 private:

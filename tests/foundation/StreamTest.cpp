@@ -1,6 +1,7 @@
 #include "foundation/Stream.h"
 
 #include "support/Awaited.h"
+#include "support/TableRow.h"
 
 namespace pobblewig {
 
@@ -37,11 +38,11 @@ private Q_SLOTS:
     void anErrorComesAfterTheBufferedValues()
     {
         m_numbers->sink().push(7);
-        m_numbers->sink().finish(QStringLiteral("broken"));
+        m_numbers->sink().finish(u"broken"_s);
         m_numbers->sink().push(8);
         awaited(read(m_numbers, m_found));
         QCOMPARE(*m_found, QList({ 7, -1 }));
-        QCOMPARE(m_numbers->error(), QStringLiteral("broken"));
+        QCOMPARE(m_numbers->error(), u"broken"_s);
     }
 
     void theConsumerIsResumedFromTheEventLoop()
@@ -58,13 +59,12 @@ private Q_SLOTS:
 
     void aDropIsToldOnceAndOnlyBeforeTheEnd_data()
     {
-        QTest::addColumn<std::function<void(Numbers&)>>("end");
-        QTest::addColumn<int>("drops");
         using End = std::function<void(Numbers&)>;
-        QTest::newRow("dropped") << End([](Numbers&) {}) << 1;
-        QTest::newRow("closed") << End([](Numbers& numbers) { numbers.close(); }) << 1;
-        QTest::newRow("moved") << End([](Numbers& numbers) { Numbers(std::move(numbers)); }) << 1;
-        QTest::newRow("finished") << End([](Numbers& numbers) { numbers.sink().finish(); }) << 0;
+        columns<End, int>("end", "drops");
+        row("dropped", End([](Numbers&) {}), 1);
+        row("closed", End([](Numbers& numbers) { numbers.close(); }), 1);
+        row("moved", End([](Numbers& numbers) { Numbers(std::move(numbers)); }), 1);
+        row("finished", End([](Numbers& numbers) { numbers.sink().finish(); }), 0);
     }
     void aDropIsToldOnceAndOnlyBeforeTheEnd()
     {

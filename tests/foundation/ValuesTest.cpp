@@ -17,7 +17,7 @@ class ValuesTest : public QObject {
 private Q_SLOTS:
     void anInstantIsReadOnlyInTheFormItIsWritten_data()
     {
-        QTest::addColumn<bool>("isValid");
+        columns<bool>("isValid");
         row("9999-12-31T23:59:59Z", true);
         row("2024-02-29T23:59:59Z", true);
         row("2026-02-29T00:00:00Z", false);
@@ -40,9 +40,9 @@ private Q_SLOTS:
 
     void anInstantIsCutToItsSecond()
     {
-        QCOMPARE(ISO8601::format(TimePoint(-1ms)), QStringLiteral("1969-12-31T23:59:59Z"));
-        QCOMPARE(ISO8601::format(TimePoint(1999ms)), QStringLiteral("1970-01-01T00:00:01Z"));
-        QCOMPARE(ISO8601::format(TimePoint::max()), QStringLiteral("9999-12-31T23:59:59Z"));
+        QCOMPARE(ISO8601::format(TimePoint(-1ms)), u"1969-12-31T23:59:59Z"_s);
+        QCOMPARE(ISO8601::format(TimePoint(1999ms)), u"1970-01-01T00:00:01Z"_s);
+        QCOMPARE(ISO8601::format(TimePoint::max()), u"9999-12-31T23:59:59Z"_s);
     }
 
     void aValueIsShownForPeople()
@@ -51,15 +51,13 @@ private Q_SLOTS:
             R"({"z": [0.1, -2.50, 9007199254740992], "a": ["a b", true, null, [], {"k": 1e300}]})");
         const auto value = JSONValue::fromJson(document.object());
         QCOMPARE(value.displayString(),
-            QStringLiteral(
-                "{a: [a b, true, null, [], {k: 1e+300}], z: [0.1, -2.5, 9007199254740992]}"));
+            u"{a: [a b, true, null, [], {k: 1e+300}], z: [0.1, -2.5, 9007199254740992]}"_s);
         QVERIFY(JSONValue::fromJson(value.toJson()) == value);
     }
 
     void aNumberIsClampedAndRoundedHalfAwayFromZero_data()
     {
-        QTest::addColumn<double>("number");
-        QTest::addColumn<int>("clamped");
+        columns<double, int>("number", "clamped");
         row("half", 59.5, 60);
         row("negative half", -2.5, -3);
         row("below", -1e30, -10);
@@ -74,9 +72,7 @@ private Q_SLOTS:
 
     void charactersAreWhatPeopleCount_data()
     {
-        QTest::addColumn<QString>("firstTwo");
-        QTest::addColumn<QString>("more");
-        QTest::addColumn<int>("count");
+        columns<QString, QString, int>("firstTwo", "more", "count");
         row("empty", "", "", 0);
         row("family", "👩‍👩‍👧x", "!", 3);
         row("flag", "🇩🇪🇫🇷", "🇯🇵", 3);
@@ -93,8 +89,7 @@ private Q_SLOTS:
 
     void nothingHidesInAPlainLine_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("line");
+        columns<QString, QString>("text", "line");
         row("blanks and controls", " a\u2028\t\u00a0b\x1b[0m\u0000\n", "a b [0m");
         row("turned around", "\u202eabc\u2067d\u200f\u061ce", "abcde");
         row("invisible", "\u200b\ufeffa\u00ad\u2060b\U000E0061", "ab");
@@ -104,8 +99,8 @@ private Q_SLOTS:
             "👩‍👩‍👧‍👦234567890");
         row("one too long", "👩‍👩‍👧‍👦2345678901",
             "👩‍👩‍👧‍👦234567890…");
-        QTest::newRow("half a pair") << QString(QChar(0xD83D)) + u'a' << QStringLiteral("\ufffda");
-        QTest::newRow("late") << QString(1 << 20, QChar(0x200B)) + u'a' << QStringLiteral("a");
+        QTest::newRow("half a pair") << QString(QChar(0xD83D)) + u'a' << u"\ufffda"_s;
+        QTest::newRow("late") << QString(1 << 20, QChar(0x200B)) + u'a' << u"a"_s;
         QTest::newRow("long") << QString(1 << 20, u'a') << QString(10, u'a') + u'…';
     }
     void nothingHidesInAPlainLine()
@@ -116,8 +111,7 @@ private Q_SLOTS:
 
     void aStatementIsTheSameInAnyCaseAndSpacing_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("normalized");
+        columns<QString, QString>("text", "normalized");
         row("blank", " \n\u00a0", "");
         row("ASCII", "\tAZ @[`{\r\n az ", "az @[`{ az");
         row("other letters", "ÄÖ Große ΣΑΣ", "äö große σασ");
@@ -137,7 +131,7 @@ private Q_SLOTS:
         };
         const Record first { QUuid::fromString(u"ABCDEF12-0000-4000-8000-000000000001") };
         const Record second { QUuid::fromString(u"abcdef12-0000-4000-8000-000000000002") };
-        QCOMPARE(IDPrefix::shortID(first.id), QStringLiteral("abcdef12"));
+        QCOMPARE(IDPrefix::shortID(first.id), u"abcdef12"_s);
         const auto resolve = [&](const char* prefix) {
             return IDPrefix::resolve(QString::fromLatin1(prefix), std::vector { first, second });
         };
