@@ -25,13 +25,12 @@ class ChatCompletionsLogicTest : public QObject {
 private Q_SLOTS:
     void messagesAreEncoded_data()
     {
-        QTest::addColumn<LLMMessage>("message");
-        QTest::addColumn<QString>("json");
-        const auto hi = QStringLiteral("hi");
-        const auto f = QStringLiteral("f");
+        columns<LLMMessage, QString>("message", "json");
+        const auto hi = u"hi"_s;
+        const auto f = u"f"_s;
         const QByteArray image("\xFF\xD8\x00", 3);
-        const LLMToolCall call(hi, f, QStringLiteral("{ bad"));
-        const LLMToolCall signedCall(hi, f, {}, std::nullopt, QStringLiteral("S"));
+        const LLMToolCall call(hi, f, u"{ bad"_s);
+        const LLMToolCall signedCall(hi, f, {}, std::nullopt, u"S"_s);
         row("empty, no calls", LLMMessage { Role::assistant, {}, {}, { {} }, {} },
             "{'content':'','role':'assistant'}");
         row("tool result", LLMMessage { Role::tool, hi, image, { { call } }, hi },
@@ -57,12 +56,11 @@ private Q_SLOTS:
 
     void payloadsCarryWhatIsAskedFor_data()
     {
-        QTest::addColumn<LLMResponseFormat>("format");
-        QTest::addColumn<std::vector<LLMToolDefinition>>("tools");
-        QTest::addColumn<QString>("json");
+        columns<LLMResponseFormat, std::vector<LLMToolDefinition>, QString>(
+            "format", "tools", "json");
         using Format = LLMResponseFormat;
         using Tools = std::vector<LLMToolDefinition>;
-        const auto n = QStringLiteral("n");
+        const auto n = u"n"_s;
         const JSONValue::Object schema { { n, true } };
         row("text", Format(), Tools(), "%1'stream':true,'temperature':0.5}");
         row("object", Format { Format::Kind::jsonObject }, Tools(),
@@ -70,7 +68,7 @@ private Q_SLOTS:
         row("schema", Format { Format::Kind::jsonSchema, n, schema }, Tools(),
             "%1'response_format':{'json_schema':{'name':'n','schema':{'n':true},"
             "'strict':true},'type':'json_schema'},'stream':true,'temperature':0.5}");
-        row("tools and usage", Format(), Tools { { n, QStringLiteral("d"), schema } },
+        row("tools and usage", Format(), Tools { { n, u"d"_s, schema } },
             "%1'stream':true,'stream_options':{'include_usage':true},'temperature':0.5,"
             "'tool_choice':'auto','tools':[{'function':{'description':'d','name':'n',"
             "'parameters':{'n':true}},'type':'function'}]}");
@@ -81,17 +79,13 @@ private Q_SLOTS:
         QFETCH(std::vector<LLMToolDefinition>, tools);
         QFETCH(QString, json);
         const auto payload = ChatCompletionsLogic::buildPayload(
-            QStringLiteral("m"), { {}, 5, 0.5, format, tools }, !tools.empty());
-        QCOMPARE(compact(payload),
-            json.arg(QStringLiteral("{'max_tokens':5,'messages':[],'model':'m',")));
+            u"m"_s, { {}, 5, 0.5, format, tools }, !tools.empty());
+        QCOMPARE(compact(payload), json.arg(u"{'max_tokens':5,'messages':[],'model':'m',"_s));
     }
 
     void theRightCredentialTravelsToThePathBelowTheBase_data()
     {
-        QTest::addColumn<QString>("base");
-        QTest::addColumn<bool>("usesCloudAuth");
-        QTest::addColumn<QString>("session");
-        QTest::addColumn<QString>("sent");
+        columns<QString, bool, QString, QString>("base", "usesCloudAuth", "session", "sent");
         row("vendor", "http://h", false, "session", "http://h/chat application/json Bearer key");
         row("cloud", "https://h:1/v1/", true, "",
             "https://h:1/v1/chat application/json Bearer key main");
@@ -105,11 +99,11 @@ private Q_SLOTS:
         QFETCH(QString, session);
         LLMConfiguration configuration;
         configuration.baseURL = QUrl(base);
-        configuration.completionsPath = QStringLiteral("chat");
-        configuration.apiKey = QStringLiteral("key");
+        configuration.completionsPath = u"chat"_s;
+        configuration.apiKey = u"key"_s;
         configuration.usesCloudAuth = usesCloudAuth;
         configuration.sessionToken = session;
-        configuration.lane = QStringLiteral("main");
+        configuration.lane = u"main"_s;
         const auto request = ChatCompletionsLogic::httpRequest(configuration);
         auto sent = request.url.toString();
         for (const auto& [name, value] : request.headers)

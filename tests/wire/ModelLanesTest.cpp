@@ -2,6 +2,8 @@
 
 #include "support/Awaited.h"
 #include "support/FakeKeychain.h"
+#include "support/LogLines.h"
+#include "support/ScratchDirectory.h"
 #include "support/TableRow.h"
 #include "support/Variables.h"
 
@@ -13,21 +15,20 @@ namespace {
 QString shown(const std::optional<LLMConfiguration>& configuration)
 {
     if (!configuration)
-        return QStringLiteral("none");
-    return QStringLiteral("%1 %2 %3@%4")
-        .arg(configuration->apiKey, configuration->providerName, configuration->modelID,
-            configuration->baseURL.toString());
+        return u"none"_s;
+    return u"%1 %2 %3@%4"_s.arg(configuration->apiKey, configuration->providerName,
+        configuration->modelID, configuration->baseURL.toString());
 }
 
 MarketConfig market(const QString& backend, const QString& mainModel)
 {
     MarketConfig market;
-    market.defaultVendorBaseUrl = QStringLiteral("https://vendor");
-    market.defaultVendorLabel = QStringLiteral("vendor");
+    market.defaultVendorBaseUrl = u"https://vendor"_s;
+    market.defaultVendorLabel = u"vendor"_s;
     market.backendBaseUrl = backend;
     market.managedMainModelID = mainModel;
-    market.managedLibrarianModelID = QStringLiteral("ml");
-    market.managedVisionModelID = QStringLiteral("mv");
+    market.managedLibrarianModelID = u"ml"_s;
+    market.managedVisionModelID = u"mv"_s;
     return market;
 }
 
@@ -39,10 +40,7 @@ class ModelLanesTest : public QObject {
 private Q_SLOTS:
     void aDirectLaneNeedsAKeyAModelAndAServer_data()
     {
-        QTest::addColumn<ModelUse>("use");
-        QTest::addColumn<QString>("environment");
-        QTest::addColumn<QString>("keyring");
-        QTest::addColumn<QString>("lane");
+        columns<ModelUse, QString, QString, QString>("use", "environment", "keyring", "lane");
         using enum ModelUse;
         row("key without model", main, "MAIN_MODEL_API_KEY=k MAIN_MODEL_ID=", "", "none");
         row("model without key", main, "MAIN_MODEL_API_KEY= MAIN_MODEL_ID=m", "", "none");
@@ -54,8 +52,8 @@ private Q_SLOTS:
             "main-model-api-key=k", "k vendor m@https://vendor");
         for (const auto* url : { "not-a-url", "file:///x", "http://", "ftp://s", "http://s:99999" })
             row(url, main,
-                QStringLiteral("MAIN_MODEL_API_KEY=k MAIN_MODEL_ID=m MAIN_MODEL_BASE_URL=%1")
-                    .arg(QLatin1String(url)),
+                u"MAIN_MODEL_API_KEY=k MAIN_MODEL_ID=m MAIN_MODEL_BASE_URL=%1"_s.arg(
+                    QLatin1String(url)),
                 "", "none");
         row("vision without model", vision, "MAIN_MODEL_API_KEY=k MAIN_MODEL_ID=m", "", "none");
         row("vision with the main key", vision, "MAIN_MODEL_API_KEY=k VISION_MODEL_ID=v", "",
@@ -85,17 +83,14 @@ private Q_SLOTS:
         const auto lane = awaited(lanes.configuration(use, variables(environment)));
         QTEST(shown(lane), "lane");
         if (lane) {
-            QCOMPARE(lane->completionsPath, QStringLiteral("chat/completions"));
+            QCOMPARE(lane->completionsPath, u"chat/completions"_s);
             QVERIFY(!lane->usesCloudAuth && !lane->sessionToken && !lane->lane);
         }
     }
 
     void aKeyTravelsOnlyToTheServerThatItBelongsTo_data()
     {
-        QTest::addColumn<QString>("ownKey");
-        QTest::addColumn<QString>("mainURL");
-        QTest::addColumn<QString>("ownURL");
-        QTest::addColumn<QString>("used");
+        columns<QString, QString, QString, QString>("ownKey", "mainURL", "ownURL", "used");
         row("own key, own server", "o", "https://m/v1", "https://o/v1", "https://o/v1");
         row("own key, vendor", "o", "", "", "https://vendor");
         row("main key, main server", "", "https://m/v1", "", "https://m/v1");
@@ -116,23 +111,19 @@ private Q_SLOTS:
         FakeKeychain keychain;
         ModelLanes lanes(keychain, market({}, {}));
         for (const auto use : { ModelUse::vision, ModelUse::librarian, ModelUse::meme }) {
-            const auto given =
-                QStringLiteral("MAIN_MODEL_API_KEY=k MAIN_MODEL_BASE_URL=%1 VISION_MODEL_ID=v "
-                               "%2_MODEL_API_KEY=%3 %2_MODEL_BASE_URL=%4")
-                    .arg(mainURL, EnumNames::text(use).toUpper(), ownKey, ownURL);
+            const auto given = u"MAIN_MODEL_API_KEY=k MAIN_MODEL_BASE_URL=%1 VISION_MODEL_ID=v "
+                               "%2_MODEL_API_KEY=%3 %2_MODEL_BASE_URL=%4"_s.arg(
+                                   mainURL, EnumNames::text(use).toUpper(), ownKey, ownURL);
             const auto lane = awaited(lanes.configuration(use, variables(given)));
             QVERIFY(lane);
             QTEST(lane->baseURL.toString(), "used");
-            QCOMPARE(lane->apiKey, ownKey.isEmpty() ? QStringLiteral("k") : ownKey);
+            QCOMPARE(lane->apiKey, ownKey.isEmpty() ? u"k"_s : ownKey);
         }
     }
 
     void aManagedLaneWinsAndCarriesTheAccount_data()
     {
-        QTest::addColumn<ModelUse>("use");
-        QTest::addColumn<QString>("environment");
-        QTest::addColumn<QString>("keyring");
-        QTest::addColumn<QString>("lane");
+        columns<ModelUse, QString, QString, QString>("use", "environment", "keyring", "lane");
         using enum ModelUse;
         const auto both = "cloud-credential=c session-token=s";
         row("main", main, "", both, "c pobblewig-cloud mm@https://b/v1/chat/completions main s");
@@ -153,8 +144,8 @@ private Q_SLOTS:
         QFETCH(QString, environment);
         QFETCH(QString, keyring);
         FakeKeychain keychain(variables(keyring));
-        ModelLanes lanes(keychain, market(QStringLiteral("https://b/v1"), QStringLiteral("mm")));
-        environment += QStringLiteral(" MAIN_MODEL_API_KEY=k MAIN_MODEL_ID=m");
+        ModelLanes lanes(keychain, market(u"https://b/v1"_s, u"mm"_s));
+        environment += u" MAIN_MODEL_API_KEY=k MAIN_MODEL_ID=m"_s;
         const auto lane = awaited(lanes.configuration(use, variables(environment)));
         QVERIFY(lane);
         auto text = shown(lane) + u'/' + lane->completionsPath;
@@ -167,12 +158,11 @@ private Q_SLOTS:
 
     void withoutAUsableBackendTheDirectLaneServes()
     {
-        const auto model = QStringLiteral("mm");
-        const auto environment = variables(QStringLiteral("MAIN_MODEL_API_KEY=k MAIN_MODEL_ID=m"));
-        for (const auto& given :
-            { market(QStringLiteral("https://b"), {}), market(QStringLiteral("file:///x"), model),
-                market(QStringLiteral("https:///x"), model), market({}, model) }) {
-            FakeKeychain keychain(variables(QStringLiteral("cloud-credential=c")));
+        const auto model = u"mm"_s;
+        const auto environment = variables(u"MAIN_MODEL_API_KEY=k MAIN_MODEL_ID=m"_s);
+        for (const auto& given : { market(u"https://b"_s, {}), market(u"file:///x"_s, model),
+                 market(u"https:///x"_s, model), market({}, model) }) {
+            FakeKeychain keychain(variables(u"cloud-credential=c"_s));
             ModelLanes lanes(keychain, given);
             const auto lane = awaited(lanes.configuration(ModelUse::main, environment));
             QCOMPARE(shown(lane), u"k vendor m@https://vendor");
@@ -182,17 +172,58 @@ private Q_SLOTS:
 
     void theResolvedModelsTellWhatADirectLaneWouldUse()
     {
-        FakeKeychain keychain(variables(QStringLiteral("meme-model-api-key=o")));
+        FakeKeychain keychain(variables(u"meme-model-api-key=o"_s));
         ModelLanes lanes(keychain, market({}, {}));
-        const auto environment = variables(
-            QStringLiteral("MAIN_MODEL_API_KEY=k VISION_MODEL_ID=v LIBRARIAN_MODEL_ID=l "
-                           "VISION_MODEL_BASE_URL=https://e MEME_MODEL_BASE_URL=https://e"));
+        const auto environment =
+            variables(u"MAIN_MODEL_API_KEY=k VISION_MODEL_ID=v LIBRARIAN_MODEL_ID=l "
+                      "VISION_MODEL_BASE_URL=https://e MEME_MODEL_BASE_URL=https://e"_s);
         const auto vision = awaited(lanes.resolvedVisionModel(environment));
         QCOMPARE(vision.provider + vision.baseURL + vision.modelID, u"vendorhttps://vendorv");
         const auto meme = awaited(lanes.resolvedMemeModel(environment));
         QCOMPARE(meme.baseURL + meme.modelID, u"https://el");
-        QCOMPARE(awaited(lanes.visionAPIKey(environment)), QStringLiteral("k"));
-        QCOMPARE(awaited(lanes.memeAPIKey(environment)), QStringLiteral("o"));
+        QCOMPARE(awaited(lanes.visionAPIKey(environment)), u"k"_s);
+        QCOMPARE(awaited(lanes.memeAPIKey(environment)), u"o"_s);
+    }
+
+    /// A file is null for none, else its contents.
+    void theFirstFileThatDecodesWins_data()
+    {
+        columns<QByteArray, QByteArray, QString, QString>("named", "working", "label", "complaint");
+        const QByteArray n = R"({"defaultVendorLabel": "named"})";
+        const QByteArray w = R"({"defaultVendorLabel": "working"})";
+        row("both", n, w, "named", "");
+        row("none named", QByteArray(), w, "working", "");
+        row("none", QByteArray(), QByteArray(), "local", "");
+        row("broken", QByteArray("{"), w, "working", "unterminated object");
+        row("empty", QByteArray(""), QByteArray(), "local", "illegal value");
+        row("an array", QByteArray("[]"), w, "working", "$: expected an object, found an array");
+        row("wrong type", QByteArray(R"({"downloadUrl": 1})"), w, "working",
+            "$.downloadUrl: expected a string, found a number");
+        row("too large", n + QByteArray(1024 * 1024, ' '), w, "working", "larger than 1 MiB");
+    }
+    void theFirstFileThatDecodesWins()
+    {
+        QFETCH(QByteArray, named);
+        QFETCH(QByteArray, working);
+        QFETCH(QString, complaint);
+        const ScratchDirectory scratch;
+        const auto file = [&](const QString& name, const QByteArray& text) {
+            if (!text.isNull())
+                scratch.write(name, text);
+            return scratch.path(name);
+        };
+        const auto path = file(u"named"_s, named);
+        const LogLines log;
+        const auto config = MarketConfig::load({ { u"MARKET_CONFIG_PATH"_s, path } },
+            { scratch.path().path(), file(u"working"_s, working) });
+        auto expected = MarketConfig::placeholder();
+        expected.defaultVendorLabel = config.defaultVendorLabel;
+        QTEST(config.defaultVendorLabel, "label");
+        QVERIFY(config == expected);
+        QCOMPARE(log.lines().size(), complaint.isEmpty() ? 0 : 1);
+        if (!complaint.isEmpty())
+            QCOMPARE(log.lines()[0],
+                u"buddy: market config %1 didn't decode, ignoring it: %2"_s.arg(path, complaint));
     }
 };
 
