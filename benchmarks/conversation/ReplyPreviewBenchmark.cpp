@@ -12,8 +12,12 @@ const char* const pieces[] = {
     "```buddy-actions\n{\"actions\":[]}\n``` and ",
     "```json\n{\"a\":[1,\"two\"]}\n```\nis a sample. ",
     "`a` and ``b``, ```c``` ",
+    "```json\n ",
+    "a```json\n{\" ",
+    "```\n[]\n``` \n ",
 };
-const char* const kinds[] = { "text", "blocks", "samples", "backticks" };
+const char* const kinds[] = { "text", "blocks", "samples", "backticks", "tags", "strings",
+    "last blocks" };
 
 /// Each word with the blank behind it.
 QStringList words(const benchmark::State& state)
@@ -48,7 +52,7 @@ void previewAReply(benchmark::State& state)
     named(state);
 }
 BENCHMARK(previewAReply)
-    ->ArgsProduct({ { 0, 1, 2, 3 }, { 50'000, 100'000 } })
+    ->ArgsProduct({ { 0, 1, 2, 3, 4, 5, 6 }, { 50'000, 100'000 } })
     ->Unit(benchmark::kMicrosecond);
 
 /// The peer: no preview at all.
@@ -65,7 +69,7 @@ void appendAReply(benchmark::State& state)
     named(state);
 }
 BENCHMARK(appendAReply)
-    ->ArgsProduct({ { 0, 1, 2, 3 }, { 50'000, 100'000 } })
+    ->ArgsProduct({ { 0, 1, 2, 3, 4, 5, 6 }, { 50'000, 100'000 } })
     ->Unit(benchmark::kMicrosecond);
 
 /// What it would cost to look at the whole for each token; a tenth as long already shows it.

@@ -6,7 +6,6 @@
 #include <QDirIterator>
 #include <QRegularExpression>
 
-#include <ctime>
 #include <set>
 
 extern "C" int LLVMFuzzerTestOneInput(const uchar* data, size_t size);
@@ -22,7 +21,7 @@ QString withoutUnfinishedFence(QString text)
     while (text.endsWith(u'`'))
         text.chop(1);
     static const QRegularExpression unfinished(
-        u"```\\s*$|```[ \\t]*(b|bu|bud|budd|buddy|buddy-[a-z]*|j|js|jso|json)[ \\t\\r]*$"_qs);
+        u"```\\s*$|```[ \\t]*(b|bu|bud|budd|buddy|buddy-[a-z]*|j|js|jso|json)[ \\t\\r]*$"_s);
     return text.remove(unfinished);
 }
 
@@ -43,7 +42,7 @@ private Q_SLOTS:
     /// has a block that is not, but is to be recognised, and "odd" may show what it likes.
     void noPieceOfAControlBlockIsSeen_data()
     {
-        QTest::addColumn<QByteArray>("reply");
+        columns<QByteArray>("reply");
         // By a file of ours, since a fuzzing build has a directory of the same name.
         const QFileInfo seed(QFINDTESTDATA("../../fuzz/corpus/ActionParserFuzz/ok-plain"));
         QDirIterator files(seed.path(), QDir::Files);
@@ -60,7 +59,7 @@ private Q_SLOTS:
         const auto kind = QByteArray(QTest::currentDataTag()).split('-').first();
         const auto text = QString::fromUtf8(reply);
         const auto display = ActionParser::parse(text, {}).displayText;
-        static const QRegularExpression piece(u"buddy-|\"(type|actions|tools)\""_qs);
+        static const QRegularExpression piece(u"buddy-|\"(type|actions|tools)\""_s);
         ReplyPreview preview;
         for (qsizetype size = 1; size <= text.size(); ++size) {
             const auto soFar = text.first(size);
@@ -79,8 +78,7 @@ private Q_SLOTS:
 
     void whatIsNoBlockAfterAllIsSeenInTheEnd_data()
     {
-        QTest::addColumn<QString>("reply");
-        QTest::addColumn<QString>("seen");
+        columns<QString, QString>("reply", "seen");
         row("on one line", "A ```buddy-actions {} ``` \nB", "A \nB");
         row("begun on the line", "A\n```buddy-tools {\n}\n```\nB", "A\n\nB");
         row("not the last", "A\n```\n[]\n```\nB", "A\n```\n[]\n```\nB");
@@ -96,41 +94,25 @@ private Q_SLOTS:
         QTEST(ActionParser::sanitizeForPreview(reply), "seen");
     }
 
-    void everyCharacterCostsTheSame_data()
+    /// Whatever it begins with: with text, in a block or in one that may be none.
+    void aReplyThatGrowsIsNotCopied()
     {
-        QTest::addColumn<QString>("piece");
-        row("words", "word by word ");
-        row("backticks", "`");
-        row("spans", "`a` ");
-        row("blocks", "```buddy-actions\n[]\n```\n.");
-        row("samples", "```json\n{\"a\":[1]}\n```\n");
-        row("tags", "```json\n");
-        row("tags on a line", "```json ");
-        row("tags in strings", "a```json\n{\"");
-        row("untagged", "```\n[{\"");
-        row("last blocks", "```\n[]\n``` \n");
-        row("line ends", "\n");
-        row("blanks", " ");
-    }
-    /// Whatever the reply begins with: with text, in a block or in one that may be none.
-    void everyCharacterCostsTheSame()
-    {
-        QFETCH(QString, piece);
-        const auto before = std::clock();
-        for (const auto& beginning : { u"a\n"_qs, u"```buddy-tools\n"_qs, u"```json \n{\"a"_qs,
-                 u"```json5"_qs, u"``` "_qs }) {
-            ReplyPreview preview;
-            std::set<const QChar*> buffers;
-            preview.append(beginning);
-            const auto reply = piece.repeated(100'000 / piece.size());
-            for (qsizetype at = 0; at < reply.size(); ++at) {
-                preview.append(reply.sliced(at, 1));
-                buffers.insert(preview.text().constData());
+        const QStringList pieces { u"word "_s, u"`"_s, u"`a` "_s, u"```buddy-actions\n[]\n```\n."_s,
+            u"```json\n{\"a\":[1]}\n```\n"_s, u"```json\n"_s, u"```json "_s, u"a```json\n{\""_s,
+            u"```\n[{\""_s, u"```\n[]\n``` \n"_s, u"\n"_s, u" "_s };
+        for (const auto& beginning :
+            { u"a\n"_s, u"```buddy-tools\n"_s, u"```json \n{\"a"_s, u"```json5"_s, u"``` "_s }) {
+            for (const auto& piece : pieces) {
+                ReplyPreview preview;
+                std::set<const QChar*> buffers;
+                preview.append(beginning);
+                for (const auto character : piece.repeated(30'000 / piece.size())) {
+                    preview.append(QString(character));
+                    buffers.insert(preview.text().constData());
+                }
+                QVERIFY2(buffers.size() < 100, qPrintable(piece));
             }
-            QVERIFY2(buffers.size() < 100, "the text is copied");
         }
-        const auto milliseconds = double(std::clock() - before) / CLOCKS_PER_SEC * 1e3;
-        QVERIFY2(milliseconds < 3000, qPrintable(QString::number(milliseconds)));
     }
 };
 

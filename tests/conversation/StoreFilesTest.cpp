@@ -11,11 +11,13 @@
 #include "memory/history/UsageCounter.h"
 #include "settings/SettingsStore.h"
 #include "support/FakeKeychain.h"
-#include "support/FaultyFileOperations.h"
 #include "support/LogLines.h"
+#include "support/ScratchDirectory.h"
 #include "support/TableRow.h"
 
-#include <QTemporaryDir>
+#include <QRegularExpression>
+
+extern "C" int LLVMFuzzerTestOneInput(const uchar* data, size_t size);
 
 namespace pobblewig {
 
@@ -57,7 +59,7 @@ Change openMemory(const DataDirectory& directory)
 {
     const auto calendar = [] { return Calendar(); };
     return changing<MemoryStore>(std::make_shared<MemoryStore>(directory, calendar),
-        [](auto& store) { store.addNote({ .text = QStringLiteral("likes cake") }, now); });
+        [](auto& store) { store.addNote({ .text = u"likes cake"_s }, now); });
 }
 
 Change openSettings(const DataDirectory& directory)
@@ -68,26 +70,23 @@ Change openSettings(const DataDirectory& directory)
 }
 
 const std::map<QString, Open> stores {
-    { QStringLiteral("activity"), openActivity },
-    { QStringLiteral("chat"), opening<ChatHistoryStore>([](auto& store) { store.append({}); }) },
-    { QStringLiteral("memory"), openMemory },
-    { QStringLiteral("observations"),
-        opening<ObservationStore>([](auto& store) { store.add({}); }) },
-    { QStringLiteral("proposals"), opening<ProposalManager>([](auto& store) {
+    { u"activity"_s, openActivity },
+    { u"chat"_s, opening<ChatHistoryStore>([](auto& store) { store.append({}); }) },
+    { u"memory"_s, openMemory },
+    { u"observations"_s, opening<ObservationStore>([](auto& store) { store.add({}); }) },
+    { u"proposals"_s, opening<ProposalManager>([](auto& store) {
          store.registerProposal({ .proposalId = QUuid::createUuid().toString() });
      }) },
-    { QStringLiteral("reference"), opening<ReferenceMemoryStore>([](auto& store) {
-         store.upsertItem({ .path = QStringLiteral("misc"), .title = QStringLiteral("t") });
+    { u"reference"_s, opening<ReferenceMemoryStore>([](auto& store) {
+         store.upsertItem({ .path = u"misc"_s, .title = u"t"_s });
      }) },
-    { QStringLiteral("rules"), opening<RuleStore>([](auto& store) { store.add({}); }) },
-    { QStringLiteral("sessions"), opening<DailySessionStore>([](auto& store) {
+    { u"rules"_s, opening<RuleStore>([](auto& store) { store.add({}); }) },
+    { u"sessions"_s, opening<DailySessionStore>([](auto& store) {
          store.startNewSession(now, std::nullopt, {});
      }) },
-    { QStringLiteral("settings"), openSettings },
-    { QStringLiteral("summaries"),
-        opening<PeriodSummaryStore>([](auto& store) { store.add({}); }) },
-    { QStringLiteral("usage"),
-        opening<UsageCounter>([](auto& store) { store.addIntervention(); }) },
+    { u"settings"_s, openSettings },
+    { u"summaries"_s, opening<PeriodSummaryStore>([](auto& store) { store.add({}); }) },
+    { u"usage"_s, opening<UsageCounter>([](auto& store) { store.addIntervention(); }) },
 };
 
 /// Leaves out the waiting for the disk.
@@ -98,50 +97,25 @@ public:
 };
 
 /// The directory of one store.
-class StoreDirectory {
-public:
-    explicit StoreDirectory(const QString& name)
-        : m_fileName(name + QStringLiteral(".json"))
-        , m_open(stores.at(name))
-    {
-    }
+struct StoreDirectory {
+    QString name;
+    QString file = name + u".json"_s;
+    ScratchDirectory scratch = {};
 
     /// Leaves one file, that of the store.
     void put(const QByteArray& contents) const
     {
-        for (const auto& [name, old] : files())
-            QFile::remove(m_scratch.filePath(name));
-        QFile file(m_scratch.filePath(m_fileName));
-        if (file.open(QIODevice::WriteOnly))
-            file.write(contents);
+        for (const auto& old : scratch.names())
+            QFile::remove(scratch.path(old));
+        scratch.write(file, contents);
     }
 
     Change open(std::shared_ptr<const FileOperations> operations) const
     {
-        DataDirectory directory { QDir(m_scratch.path()) };
-        directory.clock = [] { return now; };
+        DataDirectory directory = scratch;
         directory.operations = std::move(operations);
-        return m_open(directory);
+        return stores.at(name)(directory);
     }
-
-    /// Names and contents.
-    std::map<QString, QByteArray> files() const
-    {
-        std::map<QString, QByteArray> result;
-        for (const auto& name : QDir(m_scratch.path()).entryList(QDir::Files | QDir::Hidden)) {
-            QFile file(m_scratch.filePath(name));
-            if (file.open(QIODevice::ReadOnly))
-                result.emplace(name, file.readAll());
-        }
-        return result;
-    }
-
-    const QString& fileName() const { return m_fileName; }
-
-private:
-    QTemporaryDir m_scratch;
-    QString m_fileName;
-    Open m_open;
 };
 
 enum class Outcome { lost, reads, isKeptAside };
@@ -153,20 +127,30 @@ Outcome outcome(const StoreDirectory& directory, const QByteArray& contents)
     directory.put(contents);
     const auto operations = std::make_shared<UnsyncedFileOperations>();
     const auto change = directory.open(operations);
-    const auto file = directory.fileName();
-    const auto aside = file + QStringLiteral(".corrupt-2026-03-01T08-15-00Z");
-    const auto files = directory.files();
+    const auto file = directory.file;
+    const auto aside = file + u".corrupt-2026-03-01T08-15-00Z"_s;
+    const auto names = directory.scratch.names();
+    const auto isWhole = names.size() == 1 && directory.scratch.read(names[0]) == contents;
     const auto logged = log.lines();
     change();
     directory.open(operations);
-    if (log.lines() != logged || !directory.files().contains(file))
+    if (!isWhole || log.lines() != logged || !directory.scratch.names().contains(file))
         return Outcome::lost;
-    if (logged.isEmpty() && files == std::map { std::pair(file, contents) })
+    if (logged.isEmpty() && names[0] == file)
         return Outcome::reads;
-    const auto start = QStringLiteral("buddy: corrupt store %1 moved to %2: ").arg(file, aside);
-    const auto isKept = logged.size() == 1 && logged.front().startsWith(start)
-        && files == std::map { std::pair(aside, contents) };
+    const auto start = u"buddy: corrupt store %1 moved to %2: "_s.arg(file, aside);
+    const auto isKept = names[0] == aside && logged.size() == 1 && logged[0].startsWith(start);
     return isKept ? Outcome::isKeptAside : Outcome::lost;
+}
+
+constexpr std::array strangeValues { "null", "true", "0", "-0.0", "0.1", "1e308", "1e999",
+    "2147483648", "9007199254740993", "9223372036854775808", "[]", "{}", "[[]]", "\"\"",
+    "{\"\":{\"a\":[null]}}", "{\"\\ud800\":true,\"\\udc00\":true}", "\"\\ud800\\u0000\"",
+    "\"9999-12-31T23:59:59Z\"", "\"00000000-0000-0000-0000-000000000000\"" };
+
+void fuzz(const QByteArray& input)
+{
+    LLVMFuzzerTestOneInput(reinterpret_cast<const uchar*>(input.data()), size_t(input.size()));
 }
 
 } // namespace
@@ -181,15 +165,14 @@ private Q_SLOTS:
     {
         QFETCH(QString, name);
         QFETCH(QByteArray, good);
-        const StoreDirectory directory(name);
+        const StoreDirectory directory { name };
         QCOMPARE(outcome(directory, good), Outcome::reads);
         for (qsizetype length = 0; length < good.size(); ++length)
             QVERIFY2(
                 outcome(directory, good.first(length)) == Outcome::isKeptAside, good.first(length));
         // An odd step comes by every bit of a byte.
         for (qsizetype bit = 0; bit < 8 * good.size(); bit += 19) {
-            auto flipped = good;
-            flipped[bit / 8] = char(flipped[bit / 8] ^ (1 << bit % 8));
+            const auto flipped = withFlipped(good, bit);
             QVERIFY2(outcome(directory, flipped) != Outcome::lost, flipped);
         }
     }
@@ -200,7 +183,8 @@ private Q_SLOTS:
         QFETCH(QString, name);
         QFETCH(QByteArray, good);
         const auto counting = std::make_shared<FaultyFileOperations>();
-        const StoreDirectory directory(name);
+        const StoreDirectory directory { name };
+        const auto isOld = [&] { return directory.scratch.read(directory.file) == good; };
         directory.put(good);
         directory.open(counting)();
         QVERIFY(counting->calls() > 5);
@@ -211,25 +195,58 @@ private Q_SLOTS:
             const auto change = directory.open(operations);
             change();
             // Only the last call comes after the new file has taken the old one's place.
-            QCOMPARE(directory.files().size(), 1u);
-            QCOMPARE(directory.files().begin()->second == good, failing < counting->calls());
+            QCOMPARE(isOld(), failing < counting->calls());
             // The counter of tokens is a convenience, and silent.
             const auto logged = log.lines();
             QCOMPARE(logged.size(), name == u"usage" ? 0 : 1);
-            QVERIFY(logged.isEmpty() || logged.front().contains(u"No space left on device"));
+            QVERIFY(
+                logged.isEmpty() || logged[0].startsWith(u"buddy: failed to persist "_s + name));
+            QVERIFY(logged.isEmpty() || logged[0].endsWith(u": No space left on device"));
             change();
             directory.open(operations);
             QCOMPARE(log.lines(), logged);
-            QVERIFY(directory.files().begin()->second != good);
-            QCOMPARE(directory.files().size(), 1u);
+            QVERIFY(!isOld());
+            QCOMPARE(directory.scratch.names().size(), 1);
         }
     }
 
+    /// What the fuzzing program demands of the codec, for the seeds and all that lies next to them.
+    void whatIsReadIsWhatIsWritten_data()
+    {
+        columns<QByteArray>("seed");
+        const QDir seeds(QFINDTESTDATA("../../fuzz/corpus/CodecFuzz"));
+        for (const auto& name : seeds.entryList(QDir::Files)) {
+            QFile file(seeds.filePath(name));
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            row(qPrintable(name), file.readAll());
+        }
+    }
+    void whatIsReadIsWhatIsWritten()
+    {
+        QFETCH(QByteArray, seed);
+        fuzz(seed);
+        static const QRegularExpression value(u"(?<=[:,[])(\"[^\"]*\"|[\\w.+-]+)"_s);
+        auto values = value.globalMatch(QString::fromLatin1(seed));
+        while (values.hasNext()) {
+            const auto found = values.next();
+            for (const auto* strange : strangeValues)
+                fuzz(QByteArray(seed).replace(
+                    found.capturedStart(), found.capturedLength(), strange));
+        }
+        for (qsizetype bit = 0; bit < 8 * seed.size(); ++bit)
+            fuzz(withFlipped(seed, bit));
+    }
+
 private:
+    static QByteArray withFlipped(QByteArray bytes, qsizetype bit)
+    {
+        bytes[bit / 8] = char(bytes[bit / 8] ^ (1 << bit % 8));
+        return bytes;
+    }
+
     static void addStores()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("good");
+        columns<QString, QByteArray>("name", "good");
         for (const auto& [name, open] : stores) {
             // The fuzzing program's seeds: a letter, then the file.
             QFile seed(QFINDTESTDATA("../../fuzz/corpus/CodecFuzz/") + name);
