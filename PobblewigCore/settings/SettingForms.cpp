@@ -1,6 +1,11 @@
 #include "settings/SettingForms.h"
 
-#include <QStringList>
+#include "mascots/MascotColorScheme.h"
+#include "settings/AccentChoice.h"
+#include "settings/ActionAutonomy.h"
+#include "settings/ThemePreference.h"
+
+#include <QCoreApplication>
 
 #include <algorithm>
 
@@ -8,46 +13,19 @@ namespace pobblewig {
 
 namespace {
 
-template <typename Value>
-std::optional<Value> decoded(const JSONValue& value)
-{
-    auto outcome = json::decode<Value>(value.toJson());
-    if (!outcome)
-        return std::nullopt;
-    return *std::move(outcome);
-}
+struct Question {
+    QStringView actionClass;
+    const char* label;
+};
 
-QString text(const JSONValue& value)
-{
-    return value.string() ? *value.string() : QString();
-}
-
-template <typename Enum>
-QStringList namesOf()
-{
-    QStringList names;
-    for (const auto name : EnumNames::names<Enum>) {
-        if (!name.empty())
-            names.append(QString::fromLatin1(name.data(), qsizetype(name.size())));
-    }
-    return names;
-}
-
-template <typename Enum>
-QString allNames()
-{
-    return namesOf<Enum>().join(QStringLiteral(", "));
-}
-
-bool isBlank(const QString& given)
-{
-    return given.trimmed().isEmpty();
-}
-
-const std::vector<MascotColorScheme>& currentSchemes(const AppSettings& settings)
-{
-    return MascotColorScheme::schemes(userFacingMascot(settings.mascot));
-}
+constexpr std::array switchableQuestions {
+    Question { ActionAutonomy::calendarWrite,
+        QT_TRANSLATE_NOOP("SettingForms", "Adding to the calendar") },
+    Question {
+        ActionAutonomy::reminderWrite, QT_TRANSLATE_NOOP("SettingForms", "Adding a reminder") },
+    Question {
+        ActionAutonomy::settingsChange, QT_TRANSLATE_NOOP("SettingForms", "Changing a setting") },
+};
 
 struct NamedFolder {
     QString name;
@@ -62,199 +40,231 @@ struct NamedFolder {
     }
 };
 
+bool isBlank(const QString& given)
+{
+    return given.trimmed().isEmpty();
+}
+
+const MascotColorScheme& currentScheme(const AppSettings& settings)
+{
+    return MascotColorScheme::forID(settings.mascotColorScheme, userFacingMascot(settings.mascot));
+}
+
 } // namespace
 
-std::optional<CoachMode> SettingForms::Mode::read(const JSONValue& value, const AppSettings&)
+auto SettingForms::personas(const S&) -> Options
 {
-    return decoded<CoachMode>(value);
+    auto options = named<CompanionPersona>();
+    for (size_t index = 0; index < options.size(); ++index)
+        options[index].note = tagline(CompanionPersona(index));
+    return options;
 }
 
-QString SettingForms::Mode::refusal(const AppSettings&)
+QString SettingForms::meantPersona(const QString& given)
 {
-    return QStringLiteral("mode must be one of: ") + allNames<CoachMode>();
+    return given.trimmed();
 }
 
-QString SettingForms::Mode::write(CoachMode mode, AppSettings& settings)
+auto SettingForms::mascots(const S&) -> Options
 {
-    settings.mode = mode;
-    settings.modeRevertAt.reset();
-    return QStringLiteral("mode → ") + displayName(mode);
+    auto options = named<Mascot>();
+    std::erase_if(
+        options, [](const auto& option) { return option.id == EnumNames::text(Mascot::skrit); });
+    return options;
 }
 
-auto SettingForms::Roles::read(const JSONValue& value, const AppSettings&) -> std::optional<Value>
+QString SettingForms::mascot(const S& settings)
 {
-    return decoded<Value>(value);
+    return EnumNames::text(userFacingMascot(settings.mascot));
 }
 
-QString SettingForms::Roles::refusal(const AppSettings&)
+void SettingForms::setMascot(S& settings, const QString& id)
 {
-    return QStringLiteral("roles must be an array of: ") + allNames<AssistantRole>();
+    settings.mascot = id;
 }
 
-QString SettingForms::Roles::write(const Value& roles, AppSettings& settings)
+QString SettingForms::meantMascot(const QString& given)
 {
-    settings.roles = roles;
-    QStringList names;
-    for (const auto role : roles)
-        names.append(displayName(role));
-    return QStringLiteral("roles → ")
-        + (names.isEmpty() ? QStringLiteral("none") : names.join(QStringLiteral(" + ")));
-}
-
-std::optional<CompanionPersona> SettingForms::Persona::read(
-    const JSONValue& value, const AppSettings&)
-{
-    const auto given = text(value).trimmed();
-    for (const auto& name : namesOf<CompanionPersona>()) {
-        if (name.compare(given, Qt::CaseInsensitive) == 0)
-            return decoded<CompanionPersona>(name);
+    auto name = given.trimmed().toLower();
+    for (const auto& article : { QStringLiteral("a "), QStringLiteral("an ") }) {
+        if (name.startsWith(article))
+            name.remove(0, article.size());
     }
-    return std::nullopt;
+    return name;
 }
 
-QString SettingForms::Persona::refusal(const AppSettings&)
+QString SettingForms::mascotAndColors(const S& settings)
 {
-    return QStringLiteral("companionPersona must be one of: ") + allNames<CompanionPersona>();
+    return QStringLiteral("%1 (%2)").arg(
+        displayName(userFacingMascot(settings.mascot)), currentScheme(settings).displayName);
 }
 
-QString SettingForms::Persona::write(CompanionPersona persona, AppSettings& settings)
+void SettingForms::fitColors(S& settings)
 {
-    settings.companionPersona = persona;
-    return QStringLiteral("persona → ") + displayName(persona);
+    settings.mascotColorScheme = currentScheme(settings).id;
 }
 
-std::optional<Mascot> SettingForms::Form::read(const JSONValue& value, const AppSettings&)
+auto SettingForms::colorSchemes(const S& settings) -> Options
 {
-    auto name = text(value).trimmed().toLower();
-    for (const auto article : { u"a ", u"an " }) {
-        if (name.startsWith(QStringView(article)))
-            name.remove(0, QStringView(article).size());
-    }
-    const auto mascot = decoded<Mascot>(name);
-    return mascot == Mascot::skrit ? std::nullopt : mascot;
+    Options options;
+    for (const auto& scheme : MascotColorScheme::schemes(userFacingMascot(settings.mascot)))
+        options.push_back({ scheme.id, scheme.displayName });
+    return options;
 }
 
-QString SettingForms::Form::refusal(const AppSettings&)
+QString SettingForms::colorScheme(const S& settings)
 {
-    return QStringLiteral("mascot must be one of: mouse, axolotl, meme");
+    return currentScheme(settings).id;
 }
 
-QString SettingForms::Form::write(Mascot mascot, AppSettings& settings)
+void SettingForms::setColorScheme(S& settings, const QString& id)
 {
-    const auto& scheme = MascotColorScheme::forID(settings.mascotColorScheme, mascot);
-    settings.mascot = EnumNames::text(mascot);
-    settings.mascotColorScheme = scheme.id;
-    return QStringLiteral("form → %1 (%2)").arg(displayName(mascot), scheme.displayName);
+    settings.mascotColorScheme = id;
 }
 
-std::optional<MascotColorScheme> SettingForms::ColorScheme::read(
-    const JSONValue& value, const AppSettings& current)
+auto SettingForms::themes(const S&) -> Options
 {
-    const auto& schemes = currentSchemes(current);
-    const auto found = std::ranges::find(schemes, text(value), &MascotColorScheme::id);
-    return found == schemes.end() ? std::nullopt : std::optional(*found);
+    return named<ThemePreference>();
 }
 
-QString SettingForms::ColorScheme::refusal(const AppSettings& current)
+QString SettingForms::theme(const S& settings)
+{
+    return EnumNames::text(themePreference(settings.themePreference));
+}
+
+void SettingForms::setTheme(S& settings, const QString& id)
+{
+    settings.themePreference = id;
+}
+
+auto SettingForms::accents(const S&) -> Options
+{
+    return named<AccentChoice>();
+}
+
+QString SettingForms::accent(const S& settings)
+{
+    const auto known = EnumNames::fromName<AccentChoice>(settings.accentChoice.toStdString());
+    return EnumNames::text(known.value_or(AccentChoice::coral));
+}
+
+void SettingForms::setAccent(S& settings, const QString& id)
+{
+    settings.accentChoice = id;
+}
+
+auto SettingForms::roles(const S&) -> Options
+{
+    return named<AssistantRole>();
+}
+
+QStringList SettingForms::chosenRoles(const S& settings)
 {
     QStringList ids;
-    for (const auto& scheme : currentSchemes(current))
-        ids.append(scheme.id);
-    return QStringLiteral("mascotColorScheme must be one of: %1 (for the current mascot)")
-        .arg(ids.join(QStringLiteral(", ")));
+    for (const auto role : settings.roles)
+        ids.append(EnumNames::text(role));
+    return ids;
 }
 
-QString SettingForms::ColorScheme::write(const MascotColorScheme& scheme, AppSettings& settings)
+void SettingForms::setRoles(S& settings, const QStringList& ids)
 {
-    settings.mascotColorScheme = scheme.id;
-    return QStringLiteral("color scheme → ") + scheme.displayName;
+    settings.roles.clear();
+    for (const auto& id : ids)
+        settings.roles.insert(EnumNames::fromName<AssistantRole>(id.toStdString()).value());
 }
 
-std::optional<bool> SettingForms::ObservationPause::read(const JSONValue& value, const AppSettings&)
+QString SettingForms::rolesInWords(const S& settings)
 {
-    return decoded<bool>(value);
+    QStringList names;
+    for (const auto role : settings.roles)
+        names.append(displayName(role));
+    return names.isEmpty() ? QStringLiteral("none") : names.join(QStringLiteral(" + "));
 }
 
-QString SettingForms::ObservationPause::refusal(const AppSettings&)
+auto SettingForms::questions(const S&) -> Options
 {
-    return QStringLiteral("pausedIndefinitely must be a boolean");
+    Options options;
+    for (const auto& [actionClass, label] : switchableQuestions)
+        options.push_back(
+            { actionClass.toString(), QCoreApplication::translate("SettingForms", label) });
+    return options;
 }
 
-QString SettingForms::ObservationPause::write(bool paused, AppSettings& settings)
+QStringList SettingForms::askedQuestions(const S& settings)
 {
-    settings.pausedIndefinitely = paused;
-    if (!paused)
-        settings.pausedUntil.reset();
-    return QStringLiteral("observation pause → ")
-        + (paused ? QStringLiteral("on") : QStringLiteral("off"));
+    QStringList ids;
+    for (const auto& question : switchableQuestions) {
+        if (ActionAutonomy::requiresConfirmation(question.actionClass, settings))
+            ids.append(question.actionClass.toString());
+    }
+    return ids;
 }
 
-auto SettingForms::ExcludedApps::read(const JSONValue& value, const AppSettings&)
-    -> std::optional<Value>
+void SettingForms::setQuestions(S& settings, const QStringList& ids)
 {
-    auto ids = decoded<Value>(value);
-    return ids && std::ranges::none_of(*ids, isBlank) ? ids : std::nullopt;
+    for (const auto& question : switchableQuestions) {
+        const auto id = question.actionClass.toString();
+        settings.actionConfirmations[id] = ids.contains(id);
+    }
 }
 
-QString SettingForms::ExcludedApps::refusal(const AppSettings&)
-{
-    return QStringLiteral("excludedBundleIDs must be an array of bundle-ID strings");
-}
-
-QString SettingForms::ExcludedApps::write(Value ids, AppSettings& settings)
-{
-    settings.excludedBundleIDs = std::move(ids);
-    settings.restoreDefaultExclusions();
-    return QStringLiteral("excluded apps → %1 bundle IDs").arg(settings.excludedBundleIDs.size());
-}
-
-std::optional<QString> SettingForms::CanvasURL::read(const JSONValue& value, const AppSettings&)
+bool SettingForms::isSecureURL(const QString& text)
 {
     constexpr QStringView scheme = u"https://";
-    const auto url = text(value);
-    return url.startsWith(scheme) && url.size() > scheme.size() ? std::optional(url) : std::nullopt;
+    return text.startsWith(scheme) && text.size() > scheme.size();
 }
 
-QString SettingForms::CanvasURL::refusal(const AppSettings&)
+QStringList SettingForms::excludedApps(const S& settings)
 {
-    return QStringLiteral("canvasBaseURL must be an https:// URL");
+    return { settings.excludedBundleIDs.begin(), settings.excludedBundleIDs.end() };
 }
 
-QString SettingForms::CanvasURL::write(const QString& url, AppSettings& settings)
+bool SettingForms::setExcludedApps(S& settings, const JSONValue& value)
 {
-    settings.canvasBaseURL = url;
-    return QStringLiteral("Canvas URL → ") + url;
+    auto ids = json::decode<std::vector<QString>>(value.toJson());
+    if (!ids || std::ranges::any_of(*ids, isBlank))
+        return false;
+    settings.excludedBundleIDs = *std::move(ids);
+    settings.restoreDefaultExclusions();
+    return true;
 }
 
-auto SettingForms::DataSources::read(const JSONValue& value, const AppSettings&)
-    -> std::optional<Value>
+QString SettingForms::excludedAppsInNumbers(const S& settings)
 {
-    const auto folders = decoded<std::vector<NamedFolder>>(value);
-    if (!folders)
-        return std::nullopt;
-    Value sources;
-    for (const auto& folder : *folders) {
-        if (isBlank(folder.name) || isBlank(folder.path))
-            return std::nullopt;
-        sources.push_back({
-            .id = QUuid::createUuid(),
-            .name = folder.name.trimmed(),
-            .rootPath = folder.path.trimmed(),
-        });
+    return QStringLiteral("%1 bundle IDs").arg(settings.excludedBundleIDs.size());
+}
+
+QStringList SettingForms::dataSources(const S& settings)
+{
+    QStringList sources;
+    for (const auto& source : settings.appDataSources) {
+        const auto form =
+            source.enabled ? QStringLiteral("%1 (%2)") : QStringLiteral("%1 (%2, off)");
+        sources.append(form.arg(source.name, source.rootPath));
     }
     return sources;
 }
 
-QString SettingForms::DataSources::refusal(const AppSettings&)
+bool SettingForms::setDataSources(S& settings, const JSONValue& value)
 {
-    return QStringLiteral(
-        R"(appDataSources must be an array of {"name":"...","path":"..."} entries)");
+    const auto folders = json::decode<std::vector<NamedFolder>>(value.toJson());
+    const auto isNameless = [](const NamedFolder& folder) {
+        return isBlank(folder.name) || isBlank(folder.path);
+    };
+    if (!folders || std::ranges::any_of(*folders, isNameless))
+        return false;
+    settings.appDataSources.clear();
+    for (const auto& folder : *folders) {
+        settings.appDataSources.push_back({ .id = QUuid::createUuid(),
+            .name = folder.name.trimmed(),
+            .rootPath = folder.path.trimmed() });
+    }
+    return true;
 }
 
-QString SettingForms::DataSources::write(Value sources, AppSettings& settings)
+QString SettingForms::dataSourcesInNumbers(const S& settings)
 {
-    settings.appDataSources = std::move(sources);
-    return QStringLiteral("app data sources → %1").arg(settings.appDataSources.size());
+    return QString::number(settings.appDataSources.size());
 }
 
 } // namespace pobblewig

@@ -1,74 +1,84 @@
 #pragma once
 
-#include "foundation/JSONValue.h"
-#include "mascots/MascotColorScheme.h"
-#include "settings/AppSettings.h"
+#include "settings/SettingCatalog.h"
 
-/// The settings whose values are more than a number or a switch. `read` gives nothing for a value
-/// that the assistant may not set, `refusal` says what it may, `write` says what now holds.
+/// How the rows of the catalog reach the settings that are more than a number or a switch.
 namespace pobblewig::SettingForms {
 
-struct Mode {
-    static std::optional<CoachMode> read(const JSONValue& value, const AppSettings& current);
-    static QString refusal(const AppSettings& current);
-    static QString write(CoachMode mode, AppSettings& settings);
-};
+using Options = std::vector<SettingOption>;
+using S = AppSettings;
 
-struct Roles {
-    using Value = std::set<AssistantRole>;
-    static std::optional<Value> read(const JSONValue& value, const AppSettings& current);
-    static QString refusal(const AppSettings& current);
-    static QString write(const Value& roles, AppSettings& settings);
-};
+/// The cases of an enum.
+template <typename Enum>
+Options named()
+{
+    Options options;
+    for (size_t index = 0; !EnumNames::names<Enum>[index].empty(); ++index)
+        options.push_back({ EnumNames::text(Enum(index)), displayName(Enum(index)) });
+    return options;
+}
 
-/// Case and surrounding space do not matter.
-struct Persona {
-    static std::optional<CompanionPersona> read(const JSONValue& value, const AppSettings& current);
-    static QString refusal(const AppSettings& current);
-    static QString write(CompanionPersona persona, AppSettings& settings);
-};
+/// A choice that is stored as the case of an enum.
+template <auto Field>
+constexpr ChoiceSetting caseOf()
+{
+    using Enum = std::remove_cvref_t<decltype(std::declval<S>().*Field)>;
+    return {
+        .options = [](const S&) { return named<Enum>(); },
+        .chosen = [](const S& settings) { return EnumNames::text(settings.*Field); },
+        .choose =
+            [](S& settings, const QString& id) {
+                settings.*Field = EnumNames::fromName<Enum>(id.toStdString()).value();
+            },
+    };
+}
 
-/// "An Axolotl" will do. Colours that the new mascot lacks become its first ones.
-struct Form {
-    static std::optional<Mascot> read(const JSONValue& value, const AppSettings& current);
-    static QString refusal(const AppSettings& current);
-    static QString write(Mascot mascot, AppSettings& settings);
-};
+Options personas(const S& settings);
+/// Space around the name does not matter.
+QString meantPersona(const QString& given);
+
+/// Without the one that is no choice of the user's.
+Options mascots(const S& settings);
+QString mascot(const S& settings);
+void setMascot(S& settings, const QString& id);
+/// "An Axolotl" will do.
+QString meantMascot(const QString& given);
+QString mascotAndColors(const S& settings);
+/// Colours that the mascot lacks become its first ones.
+void fitColors(S& settings);
 
 /// The colours of the current mascot only.
-struct ColorScheme {
-    static std::optional<MascotColorScheme> read(
-        const JSONValue& value, const AppSettings& current);
-    static QString refusal(const AppSettings& current);
-    static QString write(const MascotColorScheme& scheme, AppSettings& settings);
-};
+Options colorSchemes(const S& settings);
+QString colorScheme(const S& settings);
+void setColorScheme(S& settings, const QString& id);
 
-struct ObservationPause {
-    static std::optional<bool> read(const JSONValue& value, const AppSettings& current);
-    static QString refusal(const AppSettings& current);
-    static QString write(bool paused, AppSettings& settings);
-};
+Options themes(const S& settings);
+QString theme(const S& settings);
+void setTheme(S& settings, const QString& id);
 
-/// The password managers stay, whatever is asked.
-struct ExcludedApps {
-    using Value = std::vector<QString>;
-    static std::optional<Value> read(const JSONValue& value, const AppSettings& current);
-    static QString refusal(const AppSettings& current);
-    static QString write(Value ids, AppSettings& settings);
-};
+Options accents(const S& settings);
+QString accent(const S& settings);
+void setAccent(S& settings, const QString& id);
 
-struct CanvasURL {
-    static std::optional<QString> read(const JSONValue& value, const AppSettings& current);
-    static QString refusal(const AppSettings& current);
-    static QString write(const QString& url, AppSettings& settings);
-};
+Options roles(const S& settings);
+QStringList chosenRoles(const S& settings);
+void setRoles(S& settings, const QStringList& ids);
+QString rolesInWords(const S& settings);
 
-/// Replaces all folders; each gets a new id.
-struct DataSources {
-    using Value = std::vector<AppDataSource>;
-    static std::optional<Value> read(const JSONValue& value, const AppSettings& current);
-    static QString refusal(const AppSettings& current);
-    static QString write(Value sources, AppSettings& settings);
-};
+/// The classes of actions whose question the user can switch off; chosen are those that ask.
+Options questions(const S& settings);
+QStringList askedQuestions(const S& settings);
+void setQuestions(S& settings, const QStringList& ids);
+
+bool isSecureURL(const QString& text);
+
+QStringList excludedApps(const S& settings);
+bool setExcludedApps(S& settings, const JSONValue& value);
+QString excludedAppsInNumbers(const S& settings);
+
+QStringList dataSources(const S& settings);
+/// Each folder gets a new id.
+bool setDataSources(S& settings, const JSONValue& value);
+QString dataSourcesInNumbers(const S& settings);
 
 } // namespace pobblewig::SettingForms

@@ -1,159 +1,71 @@
 #include "settings/SettingTexts.h"
 
 #include "foundation/Overloaded.h"
-#include "foundation/Text.h"
-#include "mascots/MascotColorScheme.h"
+
+#include <QCoreApplication>
 
 #include <algorithm>
-#include <array>
 
 namespace pobblewig {
 
 namespace {
 
-using S = AppSettings;
-
-using Switch = bool S::*;
-
-struct Number {
-    int S::*field;
-    QStringView unit;
-};
-
-using Word = QString (*)(const S& settings);
-using List = QStringList (*)(const S& settings);
-
-struct Setting {
-    QStringView key;
-    QStringView label;
-    std::variant<Switch, Number, Word, List> value;
-};
-
-QString mode(const S& settings)
+QString translated(const char* text)
 {
-    return displayName(settings.mode);
+    return QCoreApplication::translate("SettingCatalog", text);
 }
 
-QString persona(const S& settings)
+QString counted(int count, const SettingUnit& unit)
 {
-    return displayName(settings.companionPersona);
+    return translated(count == 1 ? unit.one : unit.many).arg(count);
 }
 
-QString form(const S& settings)
+QString labelOf(const std::vector<SettingOption>& options, const QString& id)
 {
-    return displayName(userFacingMascot(settings.mascot));
-}
-
-QString colorScheme(const S& settings)
-{
-    const auto mascot = userFacingMascot(settings.mascot);
-    return MascotColorScheme::forID(settings.mascotColorScheme, mascot).displayName;
-}
-
-QString canvasURL(const S& settings)
-{
-    return settings.canvasBaseURL;
-}
-
-QStringList roles(const S& settings)
-{
-    QStringList names;
-    for (const auto role : settings.roles)
-        names.append(displayName(role));
-    return names;
-}
-
-QStringList excludedApps(const S& settings)
-{
-    return { settings.excludedBundleIDs.begin(), settings.excludedBundleIDs.end() };
-}
-
-QStringList dataSources(const S& settings)
-{
-    QStringList sources;
-    for (const auto& source : settings.appDataSources) {
-        const auto form =
-            source.enabled ? QStringLiteral("%1 (%2)") : QStringLiteral("%1 (%2, off)");
-        sources.append(form.arg(source.name, source.rootPath));
-    }
-    return sources;
-}
-
-constexpr auto settingsTable = std::to_array<Setting>({
-    { u"mode", u"Mode", Word(mode) },
-    { u"roles", u"Roles", List(roles) },
-    { u"companionPersona", u"Persona", Word(persona) },
-    { u"mascot", u"Form", Word(form) },
-    { u"mascotColorScheme", u"Color scheme", Word(colorScheme) },
-    { u"pausedIndefinitely", u"Observation pause", &S::pausedIndefinitely },
-    { u"excludedBundleIDs", u"Excluded apps", List(excludedApps) },
-    { u"maxActivitySessions", u"Activity history limit",
-        Number { &S::maxActivitySessions, u"session" } },
-    { u"activityRetentionDays", u"Activity history kept for",
-        Number { &S::activityRetentionDays, u"day" } },
-    { u"canvasBaseURL", u"Canvas address", Word(canvasURL) },
-    { u"canvasSyncEnabled", u"Canvas sync", &S::canvasSyncEnabled },
-    { u"canvasSyncIntervalMinutes", u"Canvas sync interval",
-        Number { &S::canvasSyncIntervalMinutes, u"minute" } },
-    { u"canvasDeadlineRemindersEnabled", u"Canvas deadline reminders",
-        &S::canvasDeadlineRemindersEnabled },
-    { u"canvasDeadlineReminderHours", u"Canvas reminder before a deadline",
-        Number { &S::canvasDeadlineReminderHours, u"hour" } },
-    { u"classroomSyncEnabled", u"Google Classroom sync", &S::classroomSyncEnabled },
-    { u"classroomSyncIntervalMinutes", u"Google Classroom sync interval",
-        Number { &S::classroomSyncIntervalMinutes, u"minute" } },
-    { u"classroomDeadlineRemindersEnabled", u"Google Classroom deadline reminders",
-        &S::classroomDeadlineRemindersEnabled },
-    { u"classroomDeadlineReminderHours", u"Google Classroom reminder before a deadline",
-        Number { &S::classroomDeadlineReminderHours, u"hour" } },
-    { u"calendarSyncEnabled", u"Calendar sync", &S::calendarSyncEnabled },
-    { u"calendarSyncIntervalMinutes", u"Calendar sync interval",
-        Number { &S::calendarSyncIntervalMinutes, u"minute" } },
-    { u"remindersSyncEnabled", u"Reminders sync", &S::remindersSyncEnabled },
-    { u"cloudSyncEnabled", u"Cloud sync", &S::cloudSyncEnabled },
-    { u"cloudSyncIntervalMinutes", u"Cloud sync interval",
-        Number { &S::cloudSyncIntervalMinutes, u"minute" } },
-    { u"appDataSources", u"Folders the assistant may read", List(dataSources) },
-});
-
-const Setting* settingOf(const QString& key)
-{
-    const auto* found = std::ranges::find(settingsTable, key, &Setting::key);
-    return found == settingsTable.end() ? nullptr : found;
-}
-
-QString listed(const QStringList& entries)
-{
-    return entries.isEmpty() ? QStringLiteral("none") : entries.join(QStringLiteral(", "));
+    const auto found = std::ranges::find(options, id, &SettingOption::id);
+    return found == options.end() ? id : found->label;
 }
 
 } // namespace
 
-QString SettingTexts::label(const QString& key)
+QString SettingTexts::label(const Setting& setting)
 {
-    const auto* setting = settingOf(key);
-    return setting ? setting->label.toString() : key;
+    return translated(setting.label);
 }
 
-QString SettingTexts::value(const QString& key, const AppSettings& settings)
+QString SettingTexts::value(const Setting& setting, const AppSettings& settings)
 {
     const Overloaded words {
-        [&](Switch field) {
-            return settings.*field ? QStringLiteral("on") : QStringLiteral("off");
+        [&](const SwitchSetting& flag) {
+            return translated(settings.*flag.field ? QT_TRANSLATE_NOOP("SettingCatalog", "on")
+                                                   : QT_TRANSLATE_NOOP("SettingCatalog", "off"));
         },
-        [&](const Number& number) { return Text::counted(settings.*number.field, number.unit); },
-        [&](Word word) { return word(settings); },
-        [&](List list) { return listed(list(settings)); },
+        [&](const NumberSetting& number) { return counted(settings.*number.field, *number.unit); },
+        [&](const PercentSetting& percent) {
+            return QStringLiteral("%1%").arg(qRound(settings.*percent.field * 100));
+        },
+        [&](const ChoiceSetting& choice) {
+            return labelOf(choice.options(settings), choice.chosen(settings));
+        },
+        [&](const TextSetting& text) { return settings.*text.field; },
+        [&](const auto&) {
+            const auto list = entries(setting, settings).join(QStringLiteral(", "));
+            return list.isEmpty() ? translated(QT_TRANSLATE_NOOP("SettingCatalog", "none")) : list;
+        },
     };
-    const auto* setting = settingOf(key);
-    return setting ? std::visit(words, setting->value) : QString();
+    return std::visit(words, setting.kind);
 }
 
-QStringList SettingTexts::entries(const QString& key, const AppSettings& settings)
+QStringList SettingTexts::entries(const Setting& setting, const AppSettings& settings)
 {
-    const auto* setting = settingOf(key);
-    const auto* list = setting ? std::get_if<List>(&setting->value) : nullptr;
-    return list ? (*list)(settings) : QStringList();
+    if (const auto* list = std::get_if<ListSetting>(&setting.kind))
+        return list->entries(settings);
+    QStringList labels;
+    if (const auto* choices = std::get_if<ChoicesSetting>(&setting.kind)) {
+        for (const auto& id : choices->chosen(settings))
+            labels.append(labelOf(choices->options(settings), id));
+    }
+    return labels;
 }
 
 } // namespace pobblewig

@@ -1,19 +1,17 @@
 #pragma once
 
-#include "settings/AppSettings.h"
+#include "settings/SettingCatalog.h"
 
-#include <QStringList>
-
-/// The settings that the assistant may change, in the user's words.
+/// The settings in the user's words.
 namespace pobblewig::SettingTexts {
 
-/// "Mode" for "mode". An unknown key is its own label.
-QString label(const QString& key);
+/// "Mode".
+QString label(const Setting& setting);
 
-/// What the setting is at present: "Focus", "on", "30 minutes". Empty for an unknown key.
-QString value(const QString& key, const AppSettings& settings);
+/// What the setting is at present: "Focus", "on", "30 minutes".
+QString value(const Setting& setting, const AppSettings& settings);
 
 /// The entries of a setting that is a list. No other setting has any.
-QStringList entries(const QString& key, const AppSettings& settings);
+QStringList entries(const Setting& setting, const AppSettings& settings);
 
 } // namespace pobblewig::SettingTexts

@@ -1,180 +1,195 @@
 #include "settings/SettingsWriteLogic.h"
 
 #include "foundation/Overloaded.h"
-#include "settings/SettingForms.h"
+#include "settings/SettingTexts.h"
 
 #include <algorithm>
-#include <array>
 
 namespace pobblewig {
 
 namespace {
 
-using Outcome = tl::expected<QString, SettingsWriteError>;
-
-struct Switch {
-    bool AppSettings::*field;
-};
-
-struct Number {
-    int AppSettings::*field;
-    int lowest;
-    int highest;
-    QStringView unit;
-};
-
-struct Special {
-    bool (*accepts)(const JSONValue& value, const AppSettings& current);
-    QString (*refusal)(const AppSettings& current);
-    /// The summary, or nothing for a value that cannot be read.
-    std::optional<QString> (*apply)(const JSONValue& value, AppSettings& settings);
-    QStringView expectedType;
-};
-
-struct Setting {
-    QStringView key;
-    std::variant<Switch, Number, Special> kind;
-};
-
-template <typename Form>
-constexpr Special special(QStringView expectedType)
+QStringList ids(const std::vector<SettingOption>& options)
 {
-    return {
-        .accepts =
-            [](const JSONValue& value, const AppSettings& current) {
-                return Form::read(value, current).has_value();
-            },
-        .refusal = Form::refusal,
-        .apply = [](const JSONValue& value, AppSettings& settings) -> std::optional<QString> {
-            auto accepted = Form::read(value, settings);
-            if (!accepted)
-                return std::nullopt;
-            return Form::write(*std::move(accepted), settings);
+    QStringList ids;
+    for (const auto& option : options)
+        ids.append(option.id);
+    return ids;
+}
+
+QString listed(const std::vector<SettingOption>& options)
+{
+    return ids(options).join(QStringLiteral(", "));
+}
+
+/// The id of the option that was given.
+std::optional<QString> chosenID(
+    const ChoiceSetting& choice, const QString& given, const AppSettings& settings)
+{
+    const auto sensitivity = choice.meant ? Qt::CaseInsensitive : Qt::CaseSensitive;
+    const auto meant = choice.meant ? choice.meant(given) : given;
+    for (const auto& id : ids(choice.options(settings))) {
+        if (id.compare(meant, sensitivity) == 0)
+            return id;
+    }
+    return std::nullopt;
+}
+
+/// False, and no change, for a value that the setting does not take.
+class Writer {
+public:
+    Writer(const JSONValue& value, AppSettings& settings)
+        : m_value(value)
+        , m_settings(settings)
+    {
+    }
+
+    bool operator()(const SwitchSetting& flag) const
+    {
+        if (m_value.boolean())
+            m_settings.*flag.field = *m_value.boolean();
+        return m_value.boolean();
+    }
+
+    bool operator()(const NumberSetting& number) const
+    {
+        if (m_value.number())
+            m_settings.*number.field =
+                JSONValue::clampedInt(*m_value.number(), number.lowest, number.highest);
+        return m_value.number();
+    }
+
+    bool operator()(const PercentSetting& percent) const
+    {
+        if (m_value.number())
+            m_settings.*percent.field =
+                JSONValue::clampedInt(*m_value.number() * 100, percent.lowest, percent.highest)
+                / 100.0;
+        return m_value.number();
+    }
+
+    bool operator()(const ChoiceSetting& choice) const
+    {
+        const auto id =
+            m_value.string() ? chosenID(choice, *m_value.string(), m_settings) : std::nullopt;
+        if (id)
+            choice.choose(m_settings, *id);
+        return id.has_value();
+    }
+
+    bool operator()(const ChoicesSetting& choices) const
+    {
+        const auto given = json::decode<std::vector<QString>>(m_value.toJson());
+        const auto known = ids(choices.options(m_settings));
+        const auto isKnown = [&](const QString& id) { return known.contains(id); };
+        if (!given || !std::ranges::all_of(*given, isKnown))
+            return false;
+        choices.choose(m_settings, { given->begin(), given->end() });
+        return true;
+    }
+
+    bool operator()(const TextSetting& text) const
+    {
+        if (!m_value.string() || !text.accepts(*m_value.string()))
+            return false;
+        m_settings.*text.field = *m_value.string();
+        return true;
+    }
+
+    bool operator()(const ListSetting& list) const { return list.replace(m_settings, m_value); }
+
+private:
+    const JSONValue& m_value;
+    AppSettings& m_settings;
+};
+
+QString refusal(const Setting& setting, const AppSettings& current)
+{
+    const Overloaded demanded {
+        [](const SwitchSetting&) { return QStringLiteral("a boolean"); },
+        [&](const ChoiceSetting& choice) {
+            return QStringLiteral("one of: %1 %2")
+                .arg(listed(choice.options(current)), choice.remark)
+                .trimmed();
         },
-        .expectedType = expectedType,
+        [&](const ChoicesSetting& choices) {
+            return QStringLiteral("an array of: ") + listed(choices.options(current));
+        },
+        [](const TextSetting& text) { return text.form.toString(); },
+        [](const ListSetting& list) { return list.form.toString(); },
+        [](const auto&) { return QStringLiteral("a number"); },
     };
+    return QStringLiteral("%1 must be %2").arg(setting.key, std::visit(demanded, setting.kind));
 }
 
-constexpr QStringView minutes = u" min";
-constexpr QStringView hours = u"h";
-
-using S = AppSettings;
-constexpr std::array settingsTable {
-    Setting { u"mode", special<SettingForms::Mode>(u"a string") },
-    Setting { u"roles", special<SettingForms::Roles>(u"an array") },
-    Setting { u"companionPersona", special<SettingForms::Persona>(u"a string") },
-    Setting { u"mascot", special<SettingForms::Form>(u"a string") },
-    Setting { u"mascotColorScheme", special<SettingForms::ColorScheme>(u"a string") },
-    Setting { u"pausedIndefinitely", special<SettingForms::ObservationPause>(u"a boolean") },
-    Setting { u"excludedBundleIDs", special<SettingForms::ExcludedApps>(u"an array") },
-    Setting { u"maxActivitySessions", Number { &S::maxActivitySessions, 100, 2000, u"" } },
-    Setting { u"activityRetentionDays", Number { &S::activityRetentionDays, 1, 90, u" days" } },
-    Setting { u"canvasBaseURL", special<SettingForms::CanvasURL>(u"a string") },
-    Setting { u"canvasSyncEnabled", Switch { &S::canvasSyncEnabled } },
-    Setting {
-        u"canvasSyncIntervalMinutes", Number { &S::canvasSyncIntervalMinutes, 15, 360, minutes } },
-    Setting { u"canvasDeadlineRemindersEnabled", Switch { &S::canvasDeadlineRemindersEnabled } },
-    Setting {
-        u"canvasDeadlineReminderHours", Number { &S::canvasDeadlineReminderHours, 6, 72, hours } },
-    Setting { u"classroomSyncEnabled", Switch { &S::classroomSyncEnabled } },
-    Setting { u"classroomSyncIntervalMinutes",
-        Number { &S::classroomSyncIntervalMinutes, 15, 360, minutes } },
-    Setting {
-        u"classroomDeadlineRemindersEnabled", Switch { &S::classroomDeadlineRemindersEnabled } },
-    Setting { u"classroomDeadlineReminderHours",
-        Number { &S::classroomDeadlineReminderHours, 6, 72, hours } },
-    Setting { u"calendarSyncEnabled", Switch { &S::calendarSyncEnabled } },
-    Setting { u"calendarSyncIntervalMinutes",
-        Number { &S::calendarSyncIntervalMinutes, 15, 360, minutes } },
-    Setting { u"remindersSyncEnabled", Switch { &S::remindersSyncEnabled } },
-    Setting { u"cloudSyncEnabled", Switch { &S::cloudSyncEnabled } },
-    Setting {
-        u"cloudSyncIntervalMinutes", Number { &S::cloudSyncIntervalMinutes, 15, 120, minutes } },
-    Setting { u"appDataSources", special<SettingForms::DataSources>(u"an array") },
-};
-
-const Setting* settingOf(const QString& key)
+QString shortValue(const Setting& setting, const AppSettings& settings)
 {
-    const auto* found = std::ranges::find(settingsTable, key, &Setting::key);
-    return found == settingsTable.end() ? nullptr : found;
-}
-
-QString mustBe(const QString& key, QStringView type)
-{
-    return QStringLiteral("%1 must be %2").arg(key, type);
-}
-
-std::optional<QString> refusal(
-    const Setting& setting, const JSONValue& value, const AppSettings& current)
-{
-    const auto key = setting.key.toString();
-    const auto check = Overloaded {
-        [&](const Switch&) { return value.boolean() ? QString() : mustBe(key, u"a boolean"); },
-        [&](const Number&) { return value.number() ? QString() : mustBe(key, u"a number"); },
-        [&](const Special& special) {
-            return special.accepts(value, current) ? QString() : special.refusal(current);
+    const Overloaded words {
+        [&](const SwitchSetting& flag) {
+            return settings.*flag.field ? QStringLiteral("on") : QStringLiteral("off");
         },
+        [&](const NumberSetting& number) {
+            return QStringLiteral("%1%2").arg(settings.*number.field).arg(number.unit->suffix);
+        },
+        [&](const auto&) { return SettingTexts::value(setting, settings); },
     };
-    const auto reason = std::visit(check, setting.kind);
-    return reason.isEmpty() ? std::nullopt : std::optional(reason);
+    return setting.summary ? setting.summary(settings) : std::visit(words, setting.kind);
 }
 
-/// Of a value that was not refused.
-Outcome written(const Setting& setting, const JSONValue& value, AppSettings& settings)
+QStringList keys(SettingCatalog::Rows rows, AssistantAccess least)
 {
-    const auto key = setting.key.toString();
-    const auto write = Overloaded {
-        [&](const Switch& flag) -> Outcome {
-            settings.*flag.field = *value.boolean();
-            return key + (*value.boolean() ? QStringLiteral(" → on") : QStringLiteral(" → off"));
-        },
-        [&](const Number& number) -> Outcome {
-            const auto n = JSONValue::clampedInt(*value.number(), number.lowest, number.highest);
-            settings.*number.field = n;
-            return QStringLiteral("%1 → %2%3").arg(key).arg(n).arg(number.unit);
-        },
-        [&](const Special& special) -> Outcome {
-            if (const auto summary = special.apply(value, settings))
-                return *summary;
-            return tl::unexpected(SettingsWriteError { mustBe(key, special.expectedType) });
-        },
-    };
-    return std::visit(write, setting.kind);
+    QStringList keys;
+    for (const auto& setting : rows) {
+        if (setting.assistant >= least)
+            keys.append(setting.key.toString());
+    }
+    return keys;
 }
 
 } // namespace
 
-QStringList SettingsWriteLogic::allowedKeys()
+QStringList SettingsWriteLogic::allowedKeys(Rows rows)
 {
-    QStringList keys;
-    for (const auto& setting : settingsTable)
-        keys.append(setting.key.toString());
-    return keys;
+    return keys(rows, AssistantAccess::accepted);
 }
 
-QStringList SettingsWriteLogic::alwaysConfirmKeys()
+QStringList SettingsWriteLogic::alwaysConfirmKeys(Rows rows)
 {
-    return {
-        QStringLiteral("cloudSyncEnabled"),
-        QStringLiteral("excludedBundleIDs"),
-        QStringLiteral("appDataSources"),
-    };
+    return keys(rows, AssistantAccess::alwaysAsked);
+}
+
+const Setting* SettingsWriteLogic::allowed(const QString& key, Rows rows)
+{
+    const auto* setting = SettingCatalog::find(key, rows);
+    return setting && setting->assistant != AssistantAccess::none ? setting : nullptr;
 }
 
 std::optional<QString> SettingsWriteLogic::validate(
-    const QString& key, const JSONValue& value, const AppSettings& current)
+    const QString& key, const JSONValue& value, const AppSettings& current, Rows rows)
 {
-    if (const auto* setting = settingOf(key))
-        return refusal(*setting, value, current);
-    return QStringLiteral("'%1' is not a setting the assistant may change").arg(key);
+    auto changed = current;
+    const auto outcome = apply(key, value, changed, rows);
+    return outcome ? std::nullopt : std::optional(outcome.error().reason);
 }
 
 tl::expected<QString, SettingsWriteError> SettingsWriteLogic::apply(
-    const QString& key, const JSONValue& value, AppSettings& settings)
+    const QString& key, const JSONValue& value, AppSettings& settings, Rows rows)
 {
-    if (const auto reason = validate(key, value, settings))
-        return tl::unexpected(SettingsWriteError { *reason });
-    return written(*settingOf(key), value, settings);
+    if (const auto* setting = allowed(key, rows))
+        return write(*setting, value, settings);
+    return tl::unexpected(SettingsWriteError {
+        QStringLiteral("'%1' is not a setting the assistant may change").arg(key) });
+}
+
+tl::expected<QString, SettingsWriteError> SettingsWriteLogic::write(
+    const Setting& setting, const JSONValue& value, AppSettings& settings)
+{
+    if (!std::visit(Writer(value, settings), setting.kind))
+        return tl::unexpected(SettingsWriteError { refusal(setting, settings) });
+    if (setting.followUp)
+        setting.followUp(settings);
+    const auto subject = setting.subject.isEmpty() ? setting.key : setting.subject;
+    return QStringLiteral("%1 → %2").arg(subject, shortValue(setting, settings));
 }
 
 } // namespace pobblewig

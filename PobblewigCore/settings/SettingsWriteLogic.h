@@ -1,9 +1,6 @@
 #pragma once
 
-#include "foundation/JSONValue.h"
-#include "settings/AppSettings.h"
-
-#include <QStringList>
+#include "settings/SettingCatalog.h"
 
 #include <tl/expected.hpp>
 
@@ -16,24 +13,32 @@ struct SettingsWriteError {
     bool operator==(const SettingsWriteError&) const = default;
 };
 
-/// The settings that the assistant may change, what each of them accepts, and the words of the
-/// result. Everything else is the user's alone.
+/// What the settings accept, which of them the assistant may change, and the words of the result.
 namespace SettingsWriteLogic {
 
+using Rows = SettingCatalog::Rows;
+
 /// Every key that the assistant may name.
-QStringList allowedKeys();
+QStringList allowedKeys(Rows rows = SettingCatalog::all());
 
 /// A change of one of these asks the user, whatever the user has switched off.
-QStringList alwaysConfirmKeys();
+QStringList alwaysConfirmKeys(Rows rows = SettingCatalog::all());
+
+/// Null for a key that the assistant may not name.
+const Setting* allowed(const QString& key, Rows rows = SettingCatalog::all());
 
 /// Why the change would be refused; nothing if it would be accepted.
-std::optional<QString> validate(
-    const QString& key, const JSONValue& value, const AppSettings& current);
+std::optional<QString> validate(const QString& key, const JSONValue& value,
+    const AppSettings& current, Rows rows = SettingCatalog::all());
 
 /// Checks, changes the settings and says in one line what they now are. Numbers out of range are
 /// moved to the nearest bound, never refused.
-tl::expected<QString, SettingsWriteError> apply(
-    const QString& key, const JSONValue& value, AppSettings& settings);
+tl::expected<QString, SettingsWriteError> apply(const QString& key, const JSONValue& value,
+    AppSettings& settings, Rows rows = SettingCatalog::all());
+
+/// Likewise for the user, who may change every setting.
+tl::expected<QString, SettingsWriteError> write(
+    const Setting& setting, const JSONValue& value, AppSettings& settings);
 
 } // namespace SettingsWriteLogic
 

@@ -104,14 +104,14 @@ QStringList without(QStringList entries, const QStringList& others)
 }
 
 /// From one value of a setting to another.
-Lines change(const QString& key, const AppSettings& before, const AppSettings& after)
+Lines change(const Setting& setting, const AppSettings& before, const AppSettings& after)
 {
-    const auto label = SettingTexts::label(key);
+    const auto label = SettingTexts::label(setting);
     const auto line = QStringLiteral("%1: %2 → %3")
-                          .arg(label, embedded(SettingTexts::value(key, before), valueLength),
-                              embedded(SettingTexts::value(key, after), valueLength));
-    const auto old = SettingTexts::entries(key, before);
-    const auto now = SettingTexts::entries(key, after);
+                          .arg(label, embedded(SettingTexts::value(setting, before), valueLength),
+                              embedded(SettingTexts::value(setting, after), valueLength));
+    const auto old = SettingTexts::entries(setting, before);
+    const auto now = SettingTexts::entries(setting, after);
     if (line.size() <= oneLineLength || (old.isEmpty() && now.isEmpty()))
         return { line };
     Lines lines { QStringLiteral("%1: %2 → %3").arg(label).arg(old.size()).arg(now.size()) };
@@ -122,17 +122,21 @@ Lines change(const QString& key, const AppSettings& before, const AppSettings& a
 
 Lines settingLines(const ProposedSettingsChange& proposed, const AppSettings& before)
 {
+    const auto* setting = SettingsWriteLogic::allowed(proposed.key);
     auto after = before;
-    if (!SettingsWriteLogic::apply(proposed.key, proposed.value, after))
+    if (!setting || !SettingsWriteLogic::write(*setting, proposed.value, after)) {
+        const auto label = setting ? SettingTexts::label(*setting) : proposed.key;
         return { QStringLiteral("%1 cannot be set to %2")
-                     .arg(embedded(SettingTexts::label(proposed.key), entryLength),
+                     .arg(embedded(label, entryLength),
                          embedded(proposed.value.displayString(), valueLength)) };
-    auto lines = change(proposed.key, before, after);
+    }
+    auto lines = change(*setting, before, after);
     // A new form, for example, can bring other colours.
-    for (const auto& key : SettingsWriteLogic::allowedKeys()) {
-        const auto changes = SettingTexts::value(key, before) != SettingTexts::value(key, after);
-        if (changes && key != proposed.key)
-            lines += change(key, before, after);
+    for (const auto& other : SettingCatalog::all()) {
+        const auto changes =
+            SettingTexts::value(other, before) != SettingTexts::value(other, after);
+        if (changes && &other != setting)
+            lines += change(other, before, after);
     }
     return lines;
 }

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+namespace pobblewig {
+
+/// The colours that the windows can have for what stands out.
+enum class AccentChoice { coral, amber, moss, teal, sky, violet, rose, graphite };
+
+/// For the user.
+QString displayName(AccentChoice accent);
+
+} // namespace pobblewig
