@@ -4,11 +4,7 @@
 
 namespace pobblewig {
 
-using namespace std::chrono_literals;
-
 namespace {
-
-constexpr auto pollInterval = 20s;
 
 AppCoordinator::Parts withDirectory(AppCoordinator::Parts parts)
 {
@@ -87,7 +83,7 @@ AppCoordinator::AppCoordinator(Parts parts)
     chat().onActions = [this](ChatService::Actions actions) {
         return proposalDesk().apply(std::move(actions));
     };
-    m_pollTimer.setInterval(pollInterval);
+    m_pollTimer.setInterval(m_parts.pollInterval);
     connect(&m_pollTimer, &QTimer::timeout, this, [this] { spawn(pollOnce()); });
     refresh();
 }

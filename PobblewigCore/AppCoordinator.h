@@ -57,6 +57,7 @@ public:
         std::unique_ptr<CalendarDataProviding> calendarProvider = {};
         ActivityFeature::Observation observation = {};
         ScreenAccess screen = {};
+        std::chrono::milliseconds pollInterval = std::chrono::seconds(20);
     };
 
     explicit AppCoordinator(Parts parts);
@@ -74,7 +75,7 @@ public:
     /// How the program is doing at this moment.
     DiagnosticsInfo diagnostics() const;
 
-    /// Arms the 20-second timer and begins the start-up. Called once.
+    /// Arms the timer and begins the start-up. Called once.
     void start();
 
     Task<> pollOnce();

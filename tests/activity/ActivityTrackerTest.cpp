@@ -2,6 +2,7 @@
 
 #include "ScriptedFrontmostApp.h"
 #include "activity/DiscreetFrontmostAppProvider.h"
+#include "support/FakeKeychain.h"
 #include "support/FaultyFileOperations.h"
 
 #include <QFile>
@@ -133,12 +134,14 @@ private Q_SLOTS:
 
     void whatIsNeverWatchedReachesNoFile()
     {
-        bool isPaused = false;
-        std::vector<QString> excluded;
-        DiscreetFrontmostAppProvider discreet(&m_desktop,
-            { .alwaysExcluded = { QStringLiteral("org.keepassxc.KeePassXC") },
-                .excluded = [&] { return excluded; },
-                .isPaused = [&] { return isPaused; } });
+        FakeKeychain keychain;
+        SettingsStore settings(std::nullopt, keychain);
+        const Moment moment { [] { return start; } };
+        DiscreetFrontmostAppProvider discreet(
+            &m_desktop, { settings, moment, { QStringLiteral("org.keepassxc.KeePassXC") } });
+        const auto pause = [&](bool isPaused) {
+            settings.update([&](auto& changed) { changed.pausedIndefinitely = isPaused; });
+        };
         ActivityTracker tracker(discreet, directory());
         auto at = start;
         const auto poll = [&](const QString& name, const QString& id) {
@@ -148,14 +151,15 @@ private Q_SLOTS:
         };
         QVERIFY(poll(QStringLiteral("Writer"), QStringLiteral("writer")));
         QVERIFY(!poll(QStringLiteral("Secret 1"), QStringLiteral("org.KeePassXC.keepassxc")));
-        excluded = { QStringLiteral("COM.vault.app") };
+        settings.update(
+            [](auto& changed) { changed.excludedBundleIDs = { QStringLiteral("COM.vault.app") }; });
         QVERIFY(!poll(QStringLiteral("Secret 2"), QStringLiteral("com.Vault.app")));
         QVERIFY(poll(QStringLiteral("Writer"), QStringLiteral("com.vault.app.help")));
-        isPaused = true;
+        pause(true);
         const auto timesAsked = m_desktop.timesAsked;
         QVERIFY(!poll(QStringLiteral("Secret 3"), QStringLiteral("another")));
         QCOMPARE(m_desktop.timesAsked, timesAsked);
-        isPaused = false;
+        pause(false);
         QVERIFY(poll(QStringLiteral("Browser"), QStringLiteral("browser")));
         QCOMPARE(tracker.history().size(), 2u);
         const auto files = QDir(m_scratch->path()).entryList(QDir::Files | QDir::Hidden);

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "conversation/ChatService.h"
-#include "support/BorrowedProvider.h"
+#include "support/GrantedPermissions.h"
 #include "support/ScriptedCapturer.h"
+#include "support/ScriptedModels.h"
 #include "support/ScriptedProvider.h"
 #include "support/ToolWorld.h"
 
@@ -11,37 +12,27 @@
 
 namespace pobblewig {
 
-inline ChatService::Dependencies dependencies(LLMProvider*& main, LLMProvider*& vision)
-{
-    return {
-        .mainProvider = [&main] { return BorrowedProvider::lent(main); },
-        .visionProvider = [&vision] { return BorrowedProvider::lent(vision); },
-        .mainConfig = []() -> Task<MainModelConfig> { co_return MainModelConfig(); },
-        .situationProvider = []() -> Task<SituationSnapshot> {
-            co_return SituationSnapshot { .mode = CoachMode::studying,
-                .summary = QStringLiteral("All is quiet.") };
-        },
-        .calendar = [] { return Calendar(); },
-        .clock = [] { return TimePoint(std::chrono::seconds(1772352900)); },
-    };
-}
-
 /// A chat with scripted models, a scripted screen and a memory.
 struct ChatFixture : ToolWorld {
     ScriptedProvider model;
     ScriptedProvider visionModel;
-    LLMProvider* main = &model;
-    LLMProvider* vision = nullptr;
-    ChatHistoryStore history { std::nullopt };
-    UsageCounter usage { std::nullopt };
+    ScriptedModels models;
     ScriptedCapturer screen;
-    int permissionRequests = 0;
+    GrantedPermissions permissions;
     MemoryToolExecutor executor { everyTool() };
-    bool isMemoryEnabled = true;
-    std::map<QString, bool> confirmations;
-    std::optional<QUuid> session;
-    ChatService chat { history, usage, withTools(dependencies(main, vision)) };
+    ChatService chat { all, moment,
+        { .models = models,
+            .situation = situation,
+            .toolExecutor = &executor,
+            .screen = { &screen, &permissions },
+            .wording = PlatformWording::linuxDesktop } };
     QSignalSpy activity { &chat, &ChatService::activityChanged };
+
+    ChatFixture()
+    {
+        models.main = &model;
+        settings.update([](auto& changed) { changed.excludedBundleIDs = { u"org.vault"_s }; });
+    }
 
     void finishTurn() { QTRY_VERIFY(!chat.isStreaming() && !activity.last().at(0).toBool()); }
 
@@ -57,23 +48,17 @@ struct ChatFixture : ToolWorld {
     /// Without waiting for the end.
     bool look() { return chat.submit(QStringLiteral("look"), ChatService::Screenshot::with); }
 
-    ChatService::Dependencies withTools(ChatService::Dependencies dependencies)
+    void setConfirmations(std::map<QString, bool> confirmations)
     {
-        dependencies.memoryEnabledProvider = [this] { return isMemoryEnabled; };
-        dependencies.sessionIDProvider = [this] { return session; };
-        dependencies.toolExecutor = [this] { return &executor; };
-        dependencies.actionConfirmations = [this] { return confirmations; };
-        dependencies.screenshots = { &screen,
-            []() -> Task<std::set<QString>> { co_return { QStringLiteral("org.vault") }; },
-            [this] { return requestPermission(); } };
-        return dependencies;
+        settings.update([&](auto& changed) { changed.actionConfirmations = confirmations; });
     }
 
-    Task<> requestPermission()
+    static Task<SituationSnapshot> situation()
     {
-        ++permissionRequests;
-        co_return;
+        co_return SituationSnapshot { .mode = CoachMode::studying, .summary = u"All is quiet."_s };
     }
+
+    static Task<> done() { co_return; }
 
     bool succeeded() const { return activity.last().at(1).toBool(); }
     QString error() const { return chat.lastError().value_or(QString()); }

@@ -31,11 +31,11 @@ private Q_SLOTS:
         m->model.enqueue(
             { { LLMToken { u"  Hello "_s }, LLMToken { u"you\n"_s }, LLMUsage { 12, 3 } },
                 std::nullopt, true });
-        const auto asked = m->session = QUuid::createUuid();
+        const auto asked = m->memory.sessions.ensureActiveSession(m->time, Calendar()).id;
         int completed = 0;
         m->chat.onTurnComplete = [&]() -> Task<> {
             ++completed;
-            return m->requestPermission();
+            return ChatFixture::done();
         };
         QVERIFY(m->chat.submit(u"  hi\n"_s));
         QVERIFY(!m->chat.submit(u"two"_s));
@@ -45,7 +45,7 @@ private Q_SLOTS:
         QCOMPARE(m->texts(), u"hi");
         QCOMPARE(completed, 0);
 
-        m->session = QUuid::createUuid();
+        m->memory.sessions.startNewSession(m->time, asked, Calendar());
         m->model.release();
         m->finishTurn();
         QVERIFY(m->succeeded());
@@ -111,13 +111,13 @@ private Q_SLOTS:
 
     void withoutAModelTheTextIsKeptForARetry()
     {
-        m->main = nullptr;
+        m->models.main = nullptr;
         m->ask(u"hi"_s);
         QCOMPARE(m->error(), u"Model not configured: main model not configured");
         QCOMPARE(m->texts(), u"");
         QCOMPARE(m->chat.unsentText(), u"hi"_s);
 
-        m->main = &m->model;
+        m->models.main = &m->model;
         retry(u"hello"_s);
         QCOMPARE(m->texts(), u"hi|hello");
     }
@@ -142,7 +142,8 @@ private Q_SLOTS:
     {
         m->ask(u" \n\t"_s);
         QVERIFY(m->succeeded());
-        ChatService blind(m->history, m->usage, dependencies(m->main, m->vision));
+        ChatService blind(
+            m->all, m->moment, { .models = m->models, .situation = ChatFixture::situation });
         blind.submit(u"look"_s, ChatService::Screenshot::with);
         QTRY_COMPARE(blind.lastError(), u"Screen capture is not available."_s);
         QTRY_VERIFY(blind.canRetry());
@@ -159,7 +160,7 @@ private Q_SLOTS:
     {
         const LogLines log;
         for (const bool hasVisionModel : { false, true }) {
-            m->vision = hasVisionModel ? &m->visionModel : nullptr;
+            m->models.vision = hasVisionModel ? &m->visionModel : nullptr;
             auto& asked = hasVisionModel ? m->visionModel : m->model;
             asked.enqueue({ { LLMToken { u"a cat"_s }, LLMUsage { 5, 1 } } });
             QVERIFY(awaited(
@@ -209,7 +210,7 @@ private Q_SLOTS:
         m->finishTurn();
         QVERIFY(!m->succeeded());
         QTEST(m->error(), "explanation");
-        QTEST(m->permissionRequests, "permissionRequests");
+        QTEST(m->permissions.requests, "permissionRequests");
 
         m->screen.enqueue(CapturedScreenshot { "JPEG", {} });
         retry(u"a cat"_s);

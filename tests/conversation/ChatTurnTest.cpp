@@ -128,7 +128,7 @@ private Q_SLOTS:
 
     void withTheMemoryOffNothingOfItIsOffered()
     {
-        m->isMemoryEnabled = false;
+        m->setMemoryEnabled(false);
         m->ask(u"hi"_s, u"hi"_s);
         const auto names = toolNames(m->model.requests().front());
         QVERIFY(names.filter(QRegularExpression(u"^memory_"_s)).isEmpty());
@@ -141,7 +141,7 @@ private Q_SLOTS:
     void theScreenIsLookedAtOncePerTurn()
     {
         const auto look = call(u"screen_capture"_s);
-        m->vision = &m->visionModel;
+        m->models.vision = &m->visionModel;
         m->model.enqueue(calling({ look, look }));
         m->visionModel.enqueue(calling({ look }));
         m->visionModel.enqueue(u"A cat."_s);
@@ -168,7 +168,7 @@ private Q_SLOTS:
         m->screen.enqueue(
             tl::unexpected(ScreenCaptureError { ScreenCaptureError::Kind::permissionDenied }));
         m->ask(u"what's on my screen?"_s);
-        QCOMPARE(m->permissionRequests, 1);
+        QCOMPARE(m->permissions.requests, 1);
         QVERIFY(tail(m->model.requests().back(), 1).front().startsWith(u"error: Permission"));
         QVERIFY(m->succeeded());
     }
@@ -235,7 +235,7 @@ private Q_SLOTS:
         QFETCH(QString, allowedClass);
         QFETCH(LLMToolCall, action);
         QFETCH(QString, beginning);
-        m->confirmations[allowedClass] = false;
+        m->setConfirmations({ { allowedClass, false } });
         m->ask(u"please"_s, calling({ action }), u"Done that."_s);
         QVERIFY(tail(m->model.requests().back(), 1).front().startsWith(beginning));
         QCOMPARE(m_actions.size(), beginning.startsWith(u"error") ? 0u : 1u);

@@ -185,7 +185,7 @@ private:
         configuration.completionsPath = u"chat/completions"_s;
         m_provider = std::make_unique<OpenAICompatibleProvider>(configuration, m_http);
         m_chat = std::make_unique<ChatFixture>();
-        m_chat->main = m_provider.get();
+        m_chat->models.main = m_provider.get();
         m_actions.clear();
         m_chat->chat.onActions = [this](std::vector<BuddyAction> actions) {
             return take(std::move(actions));

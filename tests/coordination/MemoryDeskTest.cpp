@@ -1,18 +1,10 @@
-#include "AppCoordinator.h"
-#include "support/Awaited.h"
-#include "support/BorrowedProvider.h"
-#include "support/FakeKeychain.h"
-#include "support/ScriptedHTTPClient.h"
-#include "support/ScriptedProvider.h"
-
-#include <QDirIterator>
-#include <QTemporaryDir>
+#include "coordination/World.h"
 
 namespace pobblewig {
 
 namespace {
 
-constexpr TimePoint now { std::chrono::seconds(1772352900) };
+constexpr auto now = World::morning;
 const auto secret = QStringLiteral("zanzibar");
 
 MemoryToolCall findNotes(const QString& query)
@@ -49,51 +41,33 @@ void write(const QString& path)
     file.write(secret.toUtf8());
 }
 
-/// Their names, sorted.
-QStringList filesThatHold(const QString& text, const QString& directory)
-{
-    QStringList found;
-    QDirIterator files(
-        directory, QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
-    while (files.hasNext()) {
-        QFile file(files.next());
-        if (file.open(QIODevice::ReadOnly) && file.readAll().contains(text.toUtf8()))
-            found.append(files.fileName());
-    }
-    found.sort();
-    return found;
-}
-
 } // namespace
 
 class MemoryDeskTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        m_scratch = std::make_unique<QTemporaryDir>();
-        m_model = std::make_unique<ScriptedProvider>();
-        restart();
-    }
+    void init() { m_world = std::make_unique<World>(); }
 
     void aNoteIsFoundAgainAfterARestart()
     {
-        m->memory().notes.addNote({ .text = QStringLiteral("Likes oolong tea") }, now);
-        restart();
-        const auto result = awaited(m->toolExecutor().execute(findNotes(QStringLiteral("OOLONG"))));
+        (*m_world)->memory().notes.addNote({ .text = QStringLiteral("Likes oolong tea") }, now);
+        m_world->restart();
+        const auto result =
+            awaited((*m_world)->toolExecutor().execute(findNotes(QStringLiteral("OOLONG"))));
         QVERIFY(result.ok);
         QVERIFY2(result.text.endsWith(u"(misc) Likes oolong tea"), qPrintable(result.text));
-        QCOMPARE(m->state().memory.notes.size(), 1u);
+        QCOMPARE(m_world->state<MemorySnapshot>().notes.size(), 1u);
     }
 
     void theExportHoldsWhatThePromptHolds()
     {
-        fill(m->memory());
-        ask(QStringLiteral("hello"));
-        const auto prompt = m_model->requests().front().messages.front().content;
-        const auto notes = m->memory().notes.residentMemory(MemoryStore::hardCapTokens, now);
-        const auto exported = m->memoryDesk().exportMemoryText();
+        fill((*m_world)->memory());
+        m_world->ask(QStringLiteral("hello"));
+        const auto prompt = m_world->model.requests().front().messages.front().content;
+        const auto notes =
+            (*m_world)->memory().notes.residentMemory(MemoryStore::hardCapTokens, now);
+        const auto exported = (*m_world)->memoryDesk().exportMemoryText();
         QVERIFY(notes.contains(secret) && prompt.contains(notes) && exported.contains(notes));
         QVERIFY(prompt.contains(u"- people — People (1 items)"));
         QVERIFY(exported.contains(u"- people — People (1 items, updated 2026-03-01T08:15:00Z)"));
@@ -103,10 +77,10 @@ private Q_SLOTS:
 
     void aMemoryThatIsOffStaysOutOfThePrompt()
     {
-        fill(m->memory());
-        m->updateSettings([](auto& settings) { settings.memoryEnabled = false; });
-        ask(QStringLiteral("hello"));
-        const auto prompt = m_model->requests().front().messages.front().content;
+        fill((*m_world)->memory());
+        (*m_world)->updateSettings([](auto& settings) { settings.memoryEnabled = false; });
+        m_world->ask(QStringLiteral("hello"));
+        const auto prompt = m_world->model.requests().front().messages.front().content;
         QVERIFY(prompt.contains(u"Remembered user context: none yet."));
         QVERIFY(prompt.contains(u"turned your memory off"));
         QVERIFY(!prompt.contains(secret + QStringLiteral(" is the word")));
@@ -114,9 +88,9 @@ private Q_SLOTS:
 
     void nothingDeletedIsLeftInAnyFile()
     {
-        fill(m->memory());
-        ask(secret);
-        const QDir directory(m_scratch->path());
+        fill((*m_world)->memory());
+        m_world->ask(secret);
+        const auto directory = m_world->scratch.path();
         for (const auto* name : { "chat-2026-02-28-5F0C7A2E.json", "intent.json",
                  ".chat-2026-02-28-5F0C7A2E.json.partial", ".reference.json.partial",
                  "memory.v1-backup-2026-02-01T08-00-00Z.json",
@@ -127,113 +101,88 @@ private Q_SLOTS:
             QStringLiteral("settings.json.corrupt-2026-02-01T08-00-00Z") };
         write(directory.filePath(QStringLiteral("memes/") + notMemory[0]));
         write(directory.filePath(notMemory[1]));
-        QCOMPARE(filesThatHold(secret, directory.path()).size(), 16);
+        QCOMPARE(m_world->filesThatHold(secret).size(), 16);
 
-        m->memoryDesk().deleteAllMemory();
-        QCOMPARE(filesThatHold(secret, directory.path()), notMemory);
-        QCOMPARE(m->state().memory.tocEntries.size(), 25u);
-        QCOMPARE(m->state().memory.activeDailySession->turnCount, 0);
-        QVERIFY(m->chat().messages().empty());
-        restart();
-        QVERIFY(m->state().memory.notes.empty());
+        (*m_world)->memoryDesk().deleteAllMemory();
+        QCOMPARE(m_world->filesThatHold(secret), notMemory);
+        QCOMPARE(m_world->state<MemorySnapshot>().tocEntries.size(), 25u);
+        QCOMPARE(m_world->state<MemorySnapshot>().activeDailySession->turnCount, 0);
+        QVERIFY((*m_world)->chat().messages().empty());
+        m_world->restart();
+        QVERIFY(m_world->state<MemorySnapshot>().notes.empty());
     }
 
     void noProposalQuotesWhatIsDeleted()
     {
-        fill(m->memory());
-        const auto note = json::keyText(m->memory().notes.notes().front().id);
+        fill((*m_world)->memory());
+        const auto note = json::keyText((*m_world)->memory().notes.notes().front().id);
         const auto forgetNote = [&](const char* proposalId) {
             return RuleProposal { .proposalId = QString::fromLatin1(proposalId),
                 .kind = RuleProposal::Kind::forgetMemory,
                 .forget = ProposedForget { .target = ProposedForget::Target::note, .id = note } };
         };
-        awaited(m->proposalDesk().apply({ forgetNote("answered"), forgetNote("waiting"),
+        awaited((*m_world)->proposalDesk().apply({ forgetNote("answered"), forgetNote("waiting"),
             RuleProposal { .proposalId = QStringLiteral("another") } }));
-        m->proposalDesk().rejectProposal(QStringLiteral("answered"));
-        QCOMPARE(m->state().pendingProposals.size(), 2u);
-        const QDir directory(m_scratch->path());
-        QVERIFY(filesThatHold(secret, directory.path()).contains(QStringLiteral("proposals.json")));
+        (*m_world)->proposalDesk().rejectProposal(QStringLiteral("answered"));
+        QCOMPARE(m_world->state<ProposalState>().pendingProposals.size(), 2u);
+        const auto directory = m_world->scratch.path();
+        QVERIFY(m_world->filesThatHold(secret).contains(QStringLiteral("proposals.json")));
         write(directory.filePath(QStringLiteral("proposals.json.corrupt-2026-02-01T08-00-00Z")));
 
-        m->memoryDesk().deleteAllMemory();
-        QCOMPARE(filesThatHold(secret, directory.path()), QStringList());
-        restart();
-        QCOMPARE(m->state().pendingProposals.size(), 1u);
-        QCOMPARE(m->state().pendingProposals.front().proposalId, QStringLiteral("another"));
+        (*m_world)->memoryDesk().deleteAllMemory();
+        QCOMPARE(m_world->filesThatHold(secret), QStringList());
+        m_world->restart();
+        QCOMPARE(m_world->state<ProposalState>().pendingProposals.size(), 1u);
+        QCOMPARE(m_world->state<ProposalState>().pendingProposals.front().proposalId,
+            QStringLiteral("another"));
     }
 
     void aTurnDeletedWhileItRunsLeavesNothing()
     {
-        m_model->enqueue({ .events = { LLMToken { secret } }, .isHeld = true });
-        m->chat().submit(secret);
-        QTRY_COMPARE(m_model->requests().size(), 1u);
-        m->memoryDesk().deleteAllMemory();
-        m_model->release();
-        QTRY_COMPARE(m_model->droppedStreams(), 1);
-        QCOMPARE(filesThatHold(secret, m_scratch->path()), QStringList());
+        m_world->model.enqueue({ .events = { LLMToken { secret } }, .isHeld = true });
+        (*m_world)->chat().submit(secret);
+        QTRY_COMPARE(m_world->model.requests().size(), 1u);
+        (*m_world)->memoryDesk().deleteAllMemory();
+        m_world->model.release();
+        QTRY_COMPARE(m_world->model.droppedStreams(), 1);
+        QCOMPARE(m_world->filesThatHold(secret), QStringList());
     }
 
     void aTurnCountsOnItsSession()
     {
-        ask(QStringLiteral("hello"));
-        QCOMPARE(m->state().memory.activeDailySession->turnCount, 1);
-        m->startNewSession();
-        const auto& state = m->state().memory;
+        m_world->ask(QStringLiteral("hello"));
+        QCOMPARE(m_world->state<MemorySnapshot>().activeDailySession->turnCount, 1);
+        (*m_world)->startNewSession();
+        const auto& state = m_world->state<MemorySnapshot>();
         QCOMPARE(state.activeDailySession->turnCount, 0);
         QCOMPARE(*state.activeDailySession->previousSessionID, state.previousDailySession->id);
-        QCOMPARE(filesThatHold(QStringLiteral("hello"), m_scratch->path()).size(), 1);
+        QCOMPARE(m_world->filesThatHold(QStringLiteral("hello")).size(), 1);
     }
 
     void aConversationFromBeforeSessionsIsAdopted()
     {
-        ask(QStringLiteral("from long ago"));
-        QVERIFY(QFile::remove(m_scratch->filePath(QStringLiteral("sessions.json"))));
-        restart();
-        QVERIFY(m->state().memory.previousDailySession->isImported);
-        QCOMPARE(m->chat().messages().size(), 2u);
+        m_world->ask(QStringLiteral("from long ago"));
+        QVERIFY(QFile::remove(m_world->scratch.path(QStringLiteral("sessions.json"))));
+        m_world->restart();
+        QVERIFY(m_world->state<MemorySnapshot>().previousDailySession->isImported);
+        QCOMPARE((*m_world)->chat().messages().size(), 2u);
     }
 
     void thePollForgetsWhatExpired()
     {
         const auto later = now + std::chrono::hours(1);
-        m->memory().notes.addNote({ .text = secret, .isTemporary = true, .expiresAt = later }, now);
-        awaited(m->pollOnce(now));
-        QCOMPARE(m->state().memory.notes.size(), 1u);
-        awaited(m->pollOnce(later));
-        QVERIFY(m->state().memory.notes.empty());
-        QCOMPARE(filesThatHold(secret, m_scratch->path()), QStringList());
+        (*m_world)->memory().notes.addNote(
+            { .text = secret, .isTemporary = true, .expiresAt = later }, now);
+        m_world->poll();
+        QCOMPARE(m_world->state<MemorySnapshot>().notes.size(), 1u);
+        m_world->time = later;
+        m_world->poll();
+        QVERIFY(m_world->state<MemorySnapshot>().notes.empty());
+        QCOMPARE(m_world->filesThatHold(secret), QStringList());
     }
 
 private:
-    /// The program, started anew over the same directory.
-    void restart()
-    {
-        m.reset();
-        m = std::make_unique<AppCoordinator>(AppCoordinator::Parts {
-            .directory = DataDirectory(QDir(m_scratch->path())),
-            .http = std::make_unique<ScriptedHTTPClient>(),
-            .keychain = std::make_unique<FakeKeychain>(),
-            .environment = [] { return Environment(); },
-            .calendar = [] { return Calendar(); },
-            .clock = [] { return now; },
-            .mainProviderOverride = [this]() { return BorrowedProvider::lent(m_model.get()); },
-        });
-        m->start();
-        QTRY_VERIFY(m->state().memory.activeDailySession);
-    }
-
-    void ask(const QString& text)
-    {
-        m_model->enqueue(QStringLiteral("a reply"));
-        const auto count = m->chat().messages().size();
-        m->chat().submit(text);
-        QTRY_COMPARE(m->chat().messages().size(), count + 2);
-        QTRY_VERIFY(m->state().memory.activeDailySession->turnCount > 0);
-    }
-
-    std::unique_ptr<QTemporaryDir> m_scratch;
-    std::unique_ptr<ScriptedProvider> m_model;
-    std::unique_ptr<AppCoordinator> m;
+    std::unique_ptr<World> m_world;
 };
 
 } // namespace pobblewig

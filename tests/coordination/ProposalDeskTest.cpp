@@ -2,8 +2,9 @@
 
 #include "conversation/proposals/SelfChangeNote.h"
 #include "support/Awaited.h"
-#include "support/FakeKeychain.h"
 #include "support/ScriptedCalendar.h"
+#include "support/ScriptedModels.h"
+#include "support/ScriptedStores.h"
 
 namespace pobblewig {
 
@@ -49,33 +50,21 @@ RuleProposal forgetNote(const QString& id)
         .forget = ProposedForget { .target = ProposedForget::Target::note, .id = id } };
 }
 
-/// Stores in memory, and the desk over them.
-struct Office {
-    FakeKeychain keychain;
-    SettingsStore settings { std::nullopt, keychain };
-    RuleStore rules { std::nullopt };
-    MemoryTiers memory { std::nullopt, [] { return Calendar(); } };
-    ChatHistoryStore history { std::nullopt };
-    UsageCounter usage { std::nullopt };
-    ChatService chat { history, usage, {} };
-    ModeSwitch modes { settings, [] { return now; }, [] {} };
-    ProposalManager proposals { std::nullopt };
-    ScriptedCalendar calendar;
+/// The desk over stores in memory.
+struct Office : ScriptedStores {
+    Office()
+    {
+        moment.calendar = [] {
+            return Calendar { QTimeZone("Europe/Helsinki"), QLocale(QStringLiteral("en_GB")) };
+        };
+    }
+
+    ScriptedModels models;
+    ChatService chat { all, moment, { .models = models, .situation = nullptr } };
     int changes = 0;
-    ProposalDesk desk { { .proposals = proposals,
-        .settings = settings,
-        .rules = rules,
-        .memory = memory,
-        .history = history,
-        .chat = chat,
-        .modes = modes,
-        .calendarProvider = calendar,
-        .calendar =
-            [] {
-                return Calendar { QTimeZone("Europe/Helsinki"), QLocale(QStringLiteral("en_GB")) };
-            },
-        .clock = [] { return now; },
-        .changed = [this] { ++changes; } } };
+    ModeSwitch modes { settings, moment.clock, [] {} };
+    ScriptedCalendar calendar;
+    ProposalDesk desk { all, moment, { chat, modes, calendar }, [this] { ++changes; } };
 };
 
 } // namespace

@@ -20,6 +20,7 @@ struct Conversation {
     explicit Conversation(const QString& path)
         : directory(QDir(path))
     {
+        read.models.main = &model;
         chat.onTurnComplete = [this] { return afterChatTurn(); };
         read.memory.sessions.ensureActiveSession(read.time, Calendar());
     }
@@ -31,14 +32,14 @@ struct Conversation {
         QCoreApplication::processEvents();
     }
 
+    static Task<SituationSnapshot> situation() { co_return SituationSnapshot(); }
+
     Task<> afterChatTurn()
     {
         read.memory.sessions.recordTurn(read.time);
         spawn(read.readingAlong.afterChatTurn());
         co_return;
     }
-    std::optional<QUuid> sessionID() { return read.memory.sessions.activeSession()->id; }
-
     void ask(const QString& text)
     {
         model.enqueue(QStringLiteral("Fine."));
@@ -59,25 +60,16 @@ struct Conversation {
     DataDirectory directory;
     ScriptedLibrarian read { directory };
     ScriptedProvider model;
-    ChatService chat { read.history, read.usage,
-        {
-            .mainProvider = [this] { return BorrowedProvider::lent(&model); },
-            .visionProvider = [] { return BorrowedProvider::lent(nullptr); },
-            .mainConfig = []() -> Task<MainModelConfig> { co_return MainModelConfig(); },
-            .situationProvider = []() -> Task<SituationSnapshot> { co_return SituationSnapshot(); },
-            .sessionIDProvider = [this] { return sessionID(); },
-            .clock = [this] { return read.time; },
-        } };
+    ChatService chat { read.all, read.moment, { .models = read.models, .situation = situation } };
     SessionRolloverService rollover { { read.memory, read.history, read.librarian, directory,
         [](TimePoint, TimePoint) { return QString(); } } };
     /// Whether a session was being closed, each time that there was something new.
     std::vector<bool> published;
     SessionEnd end { { .memory = read.memory,
+        .moment = read.moment,
         .chat = chat,
         .readingAlong = read.readingAlong,
         .rollover = rollover,
-        .calendar = [] { return Calendar(); },
-        .clock = [this] { return read.time; },
         .changed = [this] { published.push_back(end.isUnderWay()); } } };
 };
 
@@ -103,13 +95,13 @@ private Q_SLOTS:
 
     void aDayThatIsOverIsReadAndClosed()
     {
-        awaited(m->end.endIfDue(m->read.time));
+        awaited(m->end.endIfDue());
         QCOMPARE(m->closedSessions(), 0u);
         m->ask(QStringLiteral("I am tired"));
         m->read.time += days(1);
         m->read.model.enqueue(QStringLiteral("{}"));
         m->read.model.enqueue(rested);
-        awaited(m->end.endIfDue(m->read.time));
+        awaited(m->end.endIfDue());
         QCOMPARE(m->asked(), QStringLiteral("librarian_extraction daily_closeout"));
         QCOMPARE(m->read.memory.summaries.latestDaily()->summary, QStringLiteral("Rested."));
         QCOMPARE(
@@ -141,7 +133,7 @@ private Q_SLOTS:
         m->ask(QStringLiteral("Good night"));
         m->read.time += days(1);
         m->read.enqueueHeld();
-        auto ending = m->end.endIfDue(m->read.time);
+        auto ending = m->end.endIfDue();
         QCOMPARE(m->asked(), QStringLiteral("librarian_extraction"));
         if (isFailure) {
             m->model.enqueue(LLMError::http(500, {}));
@@ -165,7 +157,7 @@ private Q_SLOTS:
         m->chat.submit(QStringLiteral("Good night"));
         QTRY_COMPARE(m->model.requests().size(), 1u);
         m->read.time += days(1);
-        awaited(m->end.endIfDue(m->read.time));
+        awaited(m->end.endIfDue());
         awaited(m->end.startNewSession());
         QCOMPARE(m->closedSessions(), 0u);
         QVERIFY(m->published.empty());
@@ -181,7 +173,7 @@ private Q_SLOTS:
         m->read.model.enqueue(rested);
         auto first = m->end.startNewSession();
         awaited(m->end.startNewSession());
-        awaited(m->end.endIfDue(m->read.time));
+        awaited(m->end.endIfDue());
         QVERIFY(m->end.isUnderWay());
         m->read.model.release();
         awaited(std::move(first));
@@ -278,7 +270,7 @@ private Q_SLOTS:
         m->read.model.enqueue({ { LLMToken { rested } }, std::nullopt, true });
         auto ending = m->end.startNewSession();
         QTRY_COMPARE(m->read.model.requests().size(), size_t(answersBefore + 1));
-        m->read.librarian.forget();
+        m->read.librarian.abandonRuns();
         m->read.history.clear();
         if (areSessionsGone) {
             m->read.memory.sessions.deleteAll();

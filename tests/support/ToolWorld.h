@@ -4,15 +4,13 @@
 #include "folders/FolderTools.h"
 #include "memory/recall/MemoryTools.h"
 #include "memory/recall/NativeMemoryRetrieval.h"
+#include "support/ScriptedStores.h"
 
 namespace pobblewig {
 
 /// The features' tools over empty stores. No folder is shared.
-struct ToolWorld {
-    MemoryTiers memory { std::nullopt, [] { return Calendar(); } };
-    RuleStore rules { std::nullopt };
-    NativeMemoryRetrieval retrieval { { memory.reference, memory.observations, memory.summaries,
-                                          memory.sessions, memory.notes },
+struct ToolWorld : ScriptedStores {
+    NativeMemoryRetrieval retrieval { memory,
         []() -> Task<QString> { co_return QStringLiteral("Current app: Kate"); } };
 
     std::vector<Tool> everyTool(Clock clock = systemNow)

@@ -3,10 +3,10 @@
 #include "conversation/proposals/ProposalWriter.h"
 #include "foundation/Stream.h"
 #include "support/Awaited.h"
-#include "support/FakeKeychain.h"
 #include "support/LogLines.h"
 #include "support/ScratchDirectory.h"
 #include "support/ScriptedCalendar.h"
+#include "support/ScriptedStores.h"
 #include "support/TableRow.h"
 
 namespace pobblewig {
@@ -157,11 +157,8 @@ private Q_SLOTS:
     void whatIsAllowedReachesTheCalendarsWhole()
     {
         ScriptedCalendar calendar;
-        FakeKeychain keychain;
-        SettingsStore settings(std::nullopt, keychain);
-        MemoryTiers memory(std::nullopt, [] { return Calendar(); });
-        ProposalWriter writer(
-            { settings, memory, calendar, [] { return Calendar(); }, [] { return now; } });
+        ScriptedStores stores;
+        ProposalWriter writer(stores.all, stores.moment, calendar);
         const auto later = now + std::chrono::hours(1);
         RuleProposal proposal { .kind = RuleProposal::Kind::calendarEvent,
             .event = ProposedCalendarEvent { tea, now, later, u"hot"_s, u"Home"_s } };

@@ -107,7 +107,7 @@ private Q_SLOTS:
 
     void whatCouldNotBeSentIsGivenBack()
     {
-        m_talk->main = nullptr;
+        m_talk->models.main = nullptr;
         input().setPlainText(QStringLiteral("Precious words"));
         button("Send").click();
         QTRY_VERIFY(label("Error").isVisible());

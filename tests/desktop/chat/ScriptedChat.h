@@ -1,8 +1,9 @@
 #pragma once
 
 #include "conversation/ChatService.h"
-#include "support/BorrowedProvider.h"
 #include "support/ScriptedCapturer.h"
+#include "support/ScriptedModels.h"
+#include "support/ScriptedStores.h"
 
 #include <QCoreApplication>
 
@@ -33,10 +34,10 @@ private:
 };
 
 /// A whole conversation in memory, at a fixed moment.
-struct ScriptedChat {
-    static constexpr TimePoint now { std::chrono::seconds(1772352900) };
+struct ScriptedChat : ScriptedStores {
+    static constexpr TimePoint now = morning;
 
-    ScriptedChat() = default;
+    ScriptedChat() { models.main = &model; }
     Q_DISABLE_COPY_MOVE(ScriptedChat)
     ~ScriptedChat()
     {
@@ -58,21 +59,13 @@ struct ScriptedChat {
         add(ChatMessage::Role::assistant, answer, timestamp);
     }
 
+    static Task<SituationSnapshot> situation() { co_return SituationSnapshot(); }
+
     PromptedProvider model;
-    LLMProvider* main = &model;
-    ChatHistoryStore history { std::nullopt };
-    UsageCounter usage { std::nullopt };
+    ScriptedModels models;
     ScriptedCapturer screen;
-    ChatService chat { history, usage,
-        {
-            .mainProvider = [this]() { return BorrowedProvider::lent(main); },
-            .visionProvider = []() { return BorrowedProvider::lent(nullptr); },
-            .mainConfig = []() -> Task<MainModelConfig> { co_return MainModelConfig(); },
-            .situationProvider = []() -> Task<SituationSnapshot> { co_return SituationSnapshot(); },
-            .screenshots = { &screen,
-                []() -> Task<std::set<QString>> { co_return std::set<QString>(); } },
-            .clock = [] { return now; },
-        } };
+    ChatService chat { all, moment,
+        { .models = models, .situation = situation, .screen = { &screen, nullptr } } };
 };
 
 } // namespace pobblewig

@@ -1,10 +1,11 @@
 #include "memory/librarian/LibrarianService.h"
 
 #include "support/Awaited.h"
-#include "support/BorrowedProvider.h"
 #include "support/LogLines.h"
 #include "support/ScriptedHTTPClient.h"
+#include "support/ScriptedModels.h"
 #include "support/ScriptedProvider.h"
+#include "support/ScriptedStores.h"
 #include "support/TableRow.h"
 #include "wire/OpenAICompatibleProvider.h"
 
@@ -69,20 +70,11 @@ private Q_SLOTS:
     void init()
     {
         m_model = std::make_unique<ScriptedProvider>();
-        m_provider = m_model.get();
-        m_memory = std::make_unique<MemoryTiers>(std::nullopt, [] { return Calendar(); });
-        m_usage = std::make_unique<UsageCounter>(std::nullopt);
-        m_linked.clear();
-        m_mayRemember = true;
-        m_service = std::make_unique<LibrarianService>(*m_memory, *m_usage,
-            LibrarianService::Dependencies {
-                .providerProvider = [this] { return BorrowedProvider::lent(m_provider); },
-                .configProvider = [] { return config(); },
-                .observationLinkHook = [this](const QUuid& id) { m_linked.push_back(id); },
-                .mayRemember = [this] { return m_mayRemember; },
-                .calendar = [] { return Calendar(); },
-                .clock = [] { return now; },
-            });
+        m_models.librarian = m_model.get();
+        m_stores = std::make_unique<ScriptedStores>();
+        m_stores->memory.sessions.ensureActiveSession(now, Calendar());
+        m_memory = &m_stores->memory;
+        m_service = std::make_unique<LibrarianService>(m_stores->all, m_stores->moment, m_models);
     }
 
     void whatTheModelFoundIsStored()
@@ -101,10 +93,10 @@ private Q_SLOTS:
         QCOMPARE(m_memory->notes.notes()[0].observationCount, 2);
         const auto observed = m_memory->observations.observations({}, {}).at(0);
         QCOMPARE(observed.occurredAt, now);
-        QVERIFY(m_linked == std::vector { observed.id });
+        QVERIFY(m_memory->sessions.activeSession()->observationIDs == std::vector { observed.id });
         QCOMPARE(m_memory->reference.allItems().at(0).source, u"librarian"_s);
         QCOMPARE(m_service->lastRunAt(), now);
-        QCOMPARE(m_usage->snapshot().librarianPromptTokens, 700);
+        QCOMPARE(m_stores->usage.snapshot().librarianPromptTokens, 700);
     }
 
     void theSameFactIsOneNote()
@@ -213,7 +205,7 @@ private Q_SLOTS:
         for (int call = 0; call < 10; ++call)
             http.enqueue(endpoint.reply);
         OpenAICompatibleProvider provider({ .modelID = u"m"_s, .apiKey = u"k"_s }, http, 1s);
-        m_provider = &provider;
+        m_models.librarian = &provider;
         const LogLines log;
         const auto [extraction, meeting, day, week] = runAll();
         QVERIFY(extraction == Result() && meeting == Result());
@@ -248,7 +240,7 @@ private Q_SLOTS:
 
     void withoutAModelNothingIsRecorded()
     {
-        m_provider = nullptr;
+        m_models.librarian = nullptr;
         fillNotes();
         const LogLines log;
         const auto runs = runAll();
@@ -326,7 +318,7 @@ private Q_SLOTS:
         auto week = m_service->weeklyRollup({ { .summary = u"secret"_s } });
         auto cleanup = m_service->cleanupIfNeeded();
         m_memory->notes.deleteAll(now);
-        m_service->forget();
+        m_service->abandonRuns();
         m_model->release();
         QVERIFY(awaited(std::move(extraction)) == Result());
         QVERIFY(awaited(std::move(day)) == DailyCloseout());
@@ -344,7 +336,7 @@ private Q_SLOTS:
         m_model->enqueueHeld(quoted("{'notes': [{'text': 'secret'}]}"));
         auto extraction = extracting();
         auto cleanup = m_service->cleanupIfNeeded();
-        m_mayRemember = false;
+        m_stores->setMemoryEnabled(false);
         m_model->release();
         QVERIFY(awaited(std::move(extraction)) == Result());
         awaited(std::move(cleanup));
@@ -355,7 +347,7 @@ private Q_SLOTS:
     {
         m_model->enqueue({ {}, LLMError::http(400, u"I study law"_s), true });
         auto extraction = extracting();
-        m_service->forget();
+        m_service->abandonRuns();
         m_model->release();
         QVERIFY(awaited(std::move(extraction)) == Result());
         QCOMPARE(m_model->requests().size(), 1u);
@@ -399,7 +391,7 @@ private:
     }
 
     std::unique_ptr<ScriptedProvider> m_model;
-    LLMProvider* m_provider = nullptr;
+    LLMProvider* m_models.librarian = nullptr;
     std::unique_ptr<MemoryTiers> m_memory;
     std::unique_ptr<UsageCounter> m_usage;
     std::vector<QUuid> m_linked;

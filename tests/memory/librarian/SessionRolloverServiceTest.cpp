@@ -1,9 +1,10 @@
 #include "memory/librarian/SessionRolloverService.h"
 
 #include "support/Awaited.h"
-#include "support/BorrowedProvider.h"
 #include "support/ScratchDirectory.h"
+#include "support/ScriptedModels.h"
 #include "support/ScriptedProvider.h"
+#include "support/ScriptedStores.h"
 #include "support/TableRow.h"
 
 namespace pobblewig {
@@ -49,16 +50,15 @@ private:
 };
 
 /// A launch of the program, as far as sessions go.
-struct Launch {
-    explicit Launch(DataDirectory directory, LLMProvider* model = nullptr)
-        : directory(std::move(directory))
-        , model(model)
+struct Launch : ScriptedStores {
+    explicit Launch(const DataDirectory& place, LLMProvider* model = nullptr)
+        : ScriptedStores(place)
+        , directory(place)
     {
+        models.librarian = model;
         rollover.finishInterrupted(now, Calendar());
         memory.sessions.ensureActiveSession(now - days(1), Calendar());
     }
-
-    static Task<LibrarianModelConfig> config() { co_return LibrarianModelConfig(); }
 
     void say(const QString& text)
     {
@@ -78,14 +78,8 @@ struct Launch {
     }
 
     DataDirectory directory;
-    LLMProvider* model;
-    MemoryTiers memory { directory, [] { return Calendar(); } };
-    ChatHistoryStore history { directory };
-    UsageCounter usage { directory };
-    LibrarianService librarian { memory, usage,
-        { .providerProvider = [this] { return BorrowedProvider::lent(model); },
-            .configProvider = config,
-            .clock = [] { return now; } } };
+    ScriptedModels models;
+    LibrarianService librarian { all, moment, models };
     SessionRolloverService rollover { { memory, history, librarian, directory,
         [](TimePoint, TimePoint) { return u"Writer 9 min"_s; } } };
 };

@@ -1,0 +1,223 @@
+#include "coordination/World.h"
+#include "support/TableRow.h"
+
+#include "foundation/ISO8601.h"
+
+namespace pobblewig {
+
+namespace {
+
+using namespace std::chrono_literals;
+using std::chrono::days;
+
+const auto nothing = u"{}"_s;
+
+void add(AppCoordinator& program, const QString& path, const QString& title, const QString& key,
+    TimePoint date)
+{
+    program.memory().reference.upsertItem({ .id = QUuid::createUuid(),
+        .path = path,
+        .title = title,
+        .details = { { key, JSONValue(ISO8601::format(date)) } } });
+}
+
+QString front(const World& world)
+{
+    const auto& session = world.state<ActivityState>().currentSession;
+    return session ? session->applicationName : QString();
+}
+
+} // namespace
+
+/// What the features do together, on a clock that moves whenever it is looked at.
+class AppCoordinatorTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m = std::make_unique<World>();
+        m->step = 3s;
+    }
+
+    void thePollGoesOnByItself()
+    {
+        m->pollInterval = 1ms;
+        m->restart();
+        m->desktop.show(u"Writer"_s, u"org.writer"_s);
+        QTRY_COMPARE(front(*m), u"Writer");
+        m->desktop.show(u"Browser"_s, u"org.browser"_s);
+        QTRY_COMPARE(front(*m), u"Browser");
+    }
+
+    void whatIsPausedOrExcludedIsNotSeen()
+    {
+        m->desktop.show(u"Writer"_s, u"org.writer"_s);
+        m->poll();
+        QCOMPARE(front(*m), u"Writer");
+        (*m)->modes().pauseObservation(m->time + 1h);
+        QVERIFY(m->state<SettingsState>().isPaused);
+        m->desktop.show(u"Secret 1"_s, u"org.browser"_s);
+        m->poll();
+        QCOMPARE(front(*m), u"");
+        m->time += 1h;
+        m->poll();
+        QVERIFY(!m->state<SettingsState>().isPaused);
+        (*m)->updateSettings(
+            [](auto& settings) { settings.excludedBundleIDs = { u"org.vault"_s }; });
+        m->desktop.show(u"Secret 2"_s, u"org.vault"_s);
+        m->poll();
+        QCOMPARE(front(*m), u"");
+        QCOMPARE(m->filesThatHold(u"Secret"_s), QStringList());
+    }
+
+    void everyFeatureSaysItsLinesOfTheMomentInOrder()
+    {
+        const auto later = m->time + 24h;
+        for (const auto& title : { u"a"_s, u"b"_s, u"c"_s, u"d"_s })
+            add(**m, u"academics.deadlines"_s, title, u"dueAt"_s, later);
+        add(**m, u"calendar.events"_s, u"Class"_s, u"startAt"_s, m->time + 2h);
+        add(**m, u"calendar.reminders"_s, QString(200, u'x'), u"dueAt"_s, later);
+        m->desktop.show(u"Writer"_s, u"org.writer"_s);
+        m->poll();
+        (*m)->updateSettings([](AppSettings& settings) {
+            settings.mascot = u"axolotl"_s;
+            settings.mascotColorScheme = u"pink"_s;
+            settings.roles = { AssistantRole::tutor, AssistantRole::accountabilityPartner };
+            settings.appDataSources = { { .name = u"Notes"_s }, { .name = u"Code"_s } };
+            settings.memoryEnabled = false;
+        });
+        (*m)->modes().pauseObservation(std::nullopt);
+        m->ask(u"hello"_s);
+        const QStringList expected {
+            u"Your current desktop form: axolotl (pink color scheme) — "_s,
+            u"Your settings (yours to change with update_settings when the user asks; the user "
+            u"confirms each change): mode openEnded; roles [accountabilityPartner, tutor] — "_s,
+            u"Current app: Writer (org.writer), active for 0 min"_s,
+            u"Observation is currently paused by the user."_s,
+            u"The user has turned your memory off (Settings → Memory & Privacy): "_s,
+            u"Upcoming deadlines (Canvas): a | b | c"_s,
+            u"Today's events: Class"_s,
+            u"Upcoming events (Calendar): Class"_s,
+            u"Due reminders: "_s + QString(160, u'x'),
+            u"App data sources (read-only, via apps_list_files/apps_read_file): Notes | Code"_s,
+        };
+        const auto lines = m->prompt().split(u'\n');
+        auto at = lines.begin();
+        for (const auto& beginning : expected) {
+            at = std::find_if(
+                at, lines.end(), [&](const auto& line) { return line.startsWith(beginning); });
+            QVERIFY2(at != lines.end(), qPrintable(beginning));
+        }
+    }
+
+    void everyFeaturesToolsCanBeCalled()
+    {
+        for (const auto& name : { u"memory_find_notes"_s, u"memory_get_active_context"_s,
+                 u"rules_list"_s, u"interventions_recent"_s, u"apps_list_sources"_s }) {
+            const auto result = awaited((*m)->toolExecutor().execute({ name, {} }));
+            QVERIFY2(result.ok, qPrintable(name + u": " + result.text));
+        }
+        QCOMPARE((*m)->diagnostics().totalToolCalls, 5);
+    }
+
+    void aTermGoesFromDayToDay()
+    {
+        m->librarian.enqueue(nothing);
+        m->librarian.enqueue(
+            u"{\"dailySummary\": \"Wrote.\", \"unfinishedIntent\": [{\"text\": \"the essay\"}]}"_s);
+        m->ask(u"I have to hand in the essay"_s);
+        QVERIFY(!m->prompt().contains(u"the essay"));
+        m->time += days(1);
+        m->poll();
+        QCOMPARE(m->state<MemorySnapshot>().dailySummaries.size(), 1u);
+        QVERIFY((*m)->chat().messages().empty());
+        const auto before = m->state<MemorySnapshot>().previousDailySession;
+        QVERIFY(before->endedAt > before->startedAt);
+        m->restart();
+        m->ask(u"Good morning"_s);
+        QVERIFY(m->prompt().contains(u"the essay"));
+        QCOMPARE(m->state<MemorySnapshot>().activeDailySession->turnCount, 1);
+    }
+
+    void whatIsForgottenComesBackByNobody()
+    {
+        m->librarian.enqueue(
+            { { LLMToken { u"{\"notes\": [{\"text\": \"zanzibar\"}]}"_s } }, std::nullopt, true });
+        m->ask(u"zanzibar"_s);
+        (*m)->startNewSession();
+        QTRY_COMPARE(m->librarian.requests().size(), 1u);
+        QVERIFY(m->state<ConversationState>().isClosingSession);
+        (*m)->memoryDesk().deleteAllMemory();
+        m->librarian.release();
+        QTRY_VERIFY(!m->state<ConversationState>().isClosingSession);
+        QCOMPARE(m->filesThatHold(u"zanzibar"_s), QStringList());
+    }
+
+    void whatWasSaidWithTheMemoryOffReachesNoLibrarian()
+    {
+        const auto remember = [&](bool isEnabled) {
+            (*m)->updateSettings([&](auto& settings) { settings.memoryEnabled = isEnabled; });
+        };
+        m->ask(u"Good morning"_s);
+        remember(false);
+        m->ask(u"I am ill"_s);
+        m->restart();
+        remember(true);
+        m->ask(u"Good night"_s);
+        m->librarian.enqueue(nothing);
+        m->librarian.enqueue(u"{\"dailySummary\": \"A day.\"}"_s);
+        (*m)->startNewSession();
+        QTRY_COMPARE(m->state<MemorySnapshot>().dailySummaries.size(), 1u);
+        QCOMPARE(m->librarian.requests().size(), 2u);
+        for (const auto& request : m->librarian.requests()) {
+            QVERIFY(request.messages[0].content.contains(u"Good night"));
+            QVERIFY(!request.messages[0].content.contains(u"I am ill"));
+        }
+        QCOMPARE(m->filesThatHold(u"I am ill"_s).size(), 1);
+    }
+
+    void aLibrarianThatFailsIsToldOfInTheDiagnosticsOnly()
+    {
+        for (int turn = 0; turn < 14; ++turn) {
+            m->librarian.enqueue(LLMError::http(500, u"oops"_s));
+            m->ask(u"Question"_s);
+        }
+        QTRY_VERIFY((*m)->diagnostics().librarianLastError);
+        QVERIFY((*m)->diagnostics().text().contains(u"oops"));
+        QVERIFY(!(*m)->chat().lastError());
+    }
+
+    void aMessageThatNobodyAskedForIsToldOfOnce()
+    {
+        QStringList told;
+        (*m)->onInterventionFired = [&](const QString& message) { told.append(message); };
+        const auto id = QUuid::createUuid();
+        (*m)->deliverProactiveMessage(u"The essay is due."_s, id);
+        QCOMPARE(told, QStringList(u"The essay is due."_s));
+        const auto& message = (*m)->chat().messages().back();
+        QVERIFY(message.relatedInterventionID == id);
+        QVERIFY(message.sessionID == m->state<MemorySnapshot>().activeDailySession->id);
+        m->restart();
+        QCOMPARE((*m)->chat().messages().size(), 1u);
+    }
+
+    void aChangeOfOneFeatureIsPublishedOnce()
+    {
+        QSignalSpy changes(m->operator->(), &AppCoordinator::stateChanged);
+        (*m)->modes().setMode(CoachMode::focus);
+        QCOMPARE(changes.size(), 1);
+        (*m)->refresh();
+        QCOMPARE(changes.size(), 1);
+        const auto& noLonger = (*m)->state().of<SettingsState>();
+        QVERIFY(noLonger.settings.mode == CoachMode::focus);
+    }
+
+private:
+    std::unique_ptr<World> m;
+};
+
+} // namespace pobblewig
+
+QTEST_GUILESS_MAIN(pobblewig::AppCoordinatorTest)
+#include "AppCoordinatorTest.moc"
