@@ -1,5 +1,7 @@
 #include "settings/AccentChoice.h"
 
+#include "foundation/EnumNames.h"
+
 #include <QCoreApplication>
 
 #include <array>
@@ -20,6 +22,11 @@ constexpr std::array names {
 };
 
 } // namespace
+
+AccentChoice accentChoice(const QString& name)
+{
+    return EnumNames::fromName<AccentChoice>(name.toStdString()).value_or(AccentChoice::coral);
+}
 
 QString displayName(AccentChoice accent)
 {

@@ -1,5 +1,8 @@
 #include "PobblewigDesktop/controls/Theme.h"
 
+#include "foundation/EnumNames.h"
+#include "settings/AccentChoice.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -9,21 +12,22 @@ namespace pobblewig {
 namespace {
 
 struct Accent {
-    QLatin1String id;
+    AccentChoice choice;
     QRgb light;
     QRgb dark;
 };
 
 constexpr auto accents = std::to_array<Accent>({
-    { QLatin1String("coral"), 0xD9593D, 0xF08A6F },
-    { QLatin1String("amber"), 0x9A6100, 0xE5A83B },
-    { QLatin1String("moss"), 0x5E7A2E, 0xA3BF6B },
-    { QLatin1String("teal"), 0x1F7F7A, 0x5CBFB8 },
-    { QLatin1String("sky"), 0x2F75B5, 0x74B3E8 },
-    { QLatin1String("violet"), 0x7A5CC0, 0xB09AEA },
-    { QLatin1String("rose"), 0xC2447A, 0xEE8FB4 },
-    { QLatin1String("graphite"), 0x5F5854, 0xBDB3AC },
+    { AccentChoice::coral, 0xD9593D, 0xF08A6F },
+    { AccentChoice::amber, 0x9A6100, 0xE5A83B },
+    { AccentChoice::moss, 0x5E7A2E, 0xA3BF6B },
+    { AccentChoice::teal, 0x1F7F7A, 0x5CBFB8 },
+    { AccentChoice::sky, 0x2F75B5, 0x74B3E8 },
+    { AccentChoice::violet, 0x7A5CC0, 0xB09AEA },
+    { AccentChoice::rose, 0xC2447A, 0xEE8FB4 },
+    { AccentChoice::graphite, 0x5F5854, 0xBDB3AC },
 });
+static_assert(EnumNames::name(AccentChoice(accents.size())).empty());
 
 Palette neutral(ColorScheme scheme)
 {
@@ -79,15 +83,14 @@ QStringList Theme::accentIDs()
 {
     QStringList ids;
     for (const auto& accent : accents)
-        ids.append(accent.id);
+        ids.append(EnumNames::text(accent.choice));
     return ids;
 }
 
 Palette Theme::palette(ColorScheme scheme, const QString& accentID)
 {
     auto palette = neutral(scheme);
-    const auto found = std::ranges::find(accents, accentID, &Accent::id);
-    const auto& accent = found == accents.end() ? accents.front() : *found;
+    const auto& accent = *std::ranges::find(accents, accentChoice(accentID), &Accent::choice);
     palette.accent = scheme == ColorScheme::light ? accent.light : accent.dark;
     palette.onAccent = moreReadable(palette.accent, QColor(0xFFFFFF), QColor(0x17110F));
     palette.bubble = mixed(palette.accent, 0.14, palette.window);
