@@ -29,7 +29,7 @@ const auto panelSizeKey = QStringLiteral("chat/size");
 
 MascotSprite spriteFor(const QString& mascotID, const QString& schemeID)
 {
-    const auto mascot = userFacingMascot(mascotID);
+    const auto& mascot = Mascot::userFacing(mascotID);
     return MascotSprite::sprite(mascot).recolored(MascotColorScheme::forID(schemeID, mascot));
 }
 

@@ -1,29 +1,50 @@
 #include "mascots/Mascot.h"
 
+#include "mascots/Axolotl.h"
+#include "mascots/Crab.h"
+#include "mascots/Mouse.h"
+
+#include <algorithm>
+
 namespace pobblewig {
 
-QString displayName(Mascot mascot)
+namespace {
+
+using Offer = Mascot::Offer;
+
+constexpr std::array table {
+    Mascot { Crab::shape.id, QLatin1String("Skrit (crab)"), Offer::nobody, &Crab::shape,
+        &Crab::colors, Mouse::schemes },
+    Mascot { Mouse::shape.id, QLatin1String("Mouse"), Offer::userAndAssistant, &Mouse::shape,
+        &Mouse::schemes.front(), Mouse::schemes },
+    Mascot { Axolotl::shape.id, QLatin1String("Axolotl"), Offer::userAndAssistant, &Axolotl::shape,
+        &Axolotl::schemes.front(), Axolotl::schemes },
+    // Wears a picture of the user's own, and looks like the mouse until there is one.
+    Mascot { QLatin1String("meme"), QLatin1String("Meme"), Offer::user, &Mouse::shape,
+        &Mouse::schemes.front(), Mouse::schemes },
+};
+
+} // namespace
+
+auto Mascot::all() -> All
 {
-    switch (mascot) {
-    case Mascot::skrit:
-        return QStringLiteral("Skrit (crab)");
-    case Mascot::mouse:
-        return QStringLiteral("Mouse");
-    case Mascot::axolotl:
-        return QStringLiteral("Axolotl");
-    case Mascot::meme:
-        return QStringLiteral("Meme");
-    }
-    Q_UNREACHABLE();
+    return table;
 }
 
-Mascot userFacingMascot(const QString& id)
+const Mascot* Mascot::find(QStringView id, All mascots)
 {
-    if (id == u"axolotl")
-        return Mascot::axolotl;
-    if (id == u"meme")
-        return Mascot::meme;
-    return Mascot::mouse;
+    const auto found =
+        std::ranges::find_if(mascots, [&](const auto& mascot) { return mascot.id == id; });
+    return found == mascots.end() ? nullptr : &*found;
+}
+
+const Mascot& Mascot::userFacing(QStringView id, All mascots)
+{
+    const auto* mascot = find(id, mascots);
+    if (mascot && mascot->offer != Offer::nobody)
+        return *mascot;
+    return *std::ranges::find_if(
+        mascots, [](const auto& first) { return first.offer != Offer::nobody; });
 }
 
 } // namespace pobblewig

@@ -1,36 +1,32 @@
 #pragma once
 
-#include "mascots/Mascot.h"
 #include "mascots/RGB.h"
 
-#include <QString>
+#include <QLatin1String>
+#include <QStringView>
 
-#include <map>
-#include <vector>
+#include <span>
 
 namespace pobblewig {
 
-/// What each letter of a bitmap looks like.
-using MascotPalette = std::map<char, RGB>;
+struct Mascot;
 
-/// Colours for a mascot, for the same letters as its sprite has.
+struct LetterColor {
+    char letter;
+    RGB color;
+};
+
+/// Colours for a mascot, for the same letters as its shape has.
 struct MascotColorScheme {
-    QString id;
-    QString displayName;
-    MascotPalette palette;
+    QLatin1String id;
+    QLatin1String displayName;
+    std::span<const LetterColor> letters;
     RGB eyeColor;
+    /// Of the petting paw and the claws.
     RGB pawColor;
 
-    static const std::vector<MascotColorScheme>& mouseSchemes();
-    static const std::vector<MascotColorScheme>& axolotlSchemes();
-
-    /// The axolotl has its own; every other mascot has the mouse's.
-    static const std::vector<MascotColorScheme>& schemes(Mascot mascot);
-
     /// The mascot's first scheme if it has none of that id.
-    static const MascotColorScheme& forID(const QString& id, Mascot mascot);
-
-    bool operator==(const MascotColorScheme&) const = default;
+    static const MascotColorScheme& forID(QStringView id, const Mascot& mascot);
 };
 
 } // namespace pobblewig

@@ -21,92 +21,48 @@ std::map<MascotGait, MascotSprite::Rows> legsOf(char letter)
     return legs;
 }
 
-MascotSprite skritSprite()
+MascotPalette paletteOf(const MascotColorScheme& scheme)
 {
-    return {
-        .id = QStringLiteral("skrit"),
-        .palette = { { 'B', { 217, 119, 87 } } },
-        .body = MascotSprite::Rows(6, "..BBBBBBBBBBBB.."),
-        .legs = legsOf('B'),
-        .claws = { { 2, 1 }, { 3, 0 }, { 3, 1 }, { 2, 14 }, { 3, 14 }, { 3, 15 } },
-        .eyeRow = 1,
-        .eyeCols = { 4, 10 },
-        .eyeColor = { 64, 33, 23 },
-        .pawColor = { 217, 119, 87 },
-        .hiddenWithGlasses = {},
-    };
+    MascotPalette palette;
+    for (const auto& [letter, color] : scheme.letters)
+        palette.emplace(letter, color);
+    return palette;
 }
 
-MascotSprite mouseSprite()
+MascotSprite colored(const MascotShape& shape, const MascotColorScheme& scheme)
 {
-    const auto& colors = MascotColorScheme::mouseSchemes().front();
     return {
-        .id = QStringLiteral("mouse"),
-        .palette = colors.palette,
-        .body = {
-            "..EE........EE..",
-            ".EeeEBBBBBBEeeE.",
-            ".BBBBBBBBBBBBBB.",
-            ".BBBBBBBBBBBBBB.",
-            ".BBBBBBNNBBBBBB.",
-            ".BBBBLLLLLLBBBB.",
-        },
-        .legs = legsOf('F'),
-        .claws = {},
-        .eyeRow = 2,
-        .eyeCols = { 4, 10 },
-        .eyeColor = colors.eyeColor,
-        .pawColor = colors.pawColor,
-        .hiddenWithGlasses = { 'N' },
-    };
-}
-
-MascotSprite axolotlSprite()
-{
-    const auto& colors = MascotColorScheme::axolotlSchemes().front();
-    return {
-        .id = QStringLiteral("axolotl"),
-        .palette = colors.palette,
-        .body = {
-            "GG............GG",
-            ".GGBBBBBBBBBBGG.",
-            "GGGBBBBBBBBBBGGG",
-            ".GBBBBBBBBBBBBG.",
-            ".BBBBBSSSSBBBBB.",
-            ".BBBBLLLLLLBBBB.",
-        },
-        .legs = legsOf('G'),
-        .claws = {},
-        .eyeRow = 2,
-        .eyeCols = { 4, 10 },
-        .eyeColor = colors.eyeColor,
-        .pawColor = colors.pawColor,
-        .hiddenWithGlasses = { 'S' },
+        .id = shape.id,
+        .palette = paletteOf(scheme),
+        .body = { shape.body.begin(), shape.body.end() },
+        .legs = legsOf(shape.legLetter),
+        .claws = { shape.claws.begin(), shape.claws.end() },
+        .eyeRow = shape.eyeRow,
+        .eyeCols = { shape.eyeCols.begin(), shape.eyeCols.end() },
+        .eyeColor = scheme.eyeColor,
+        .pawColor = scheme.pawColor,
+        .hiddenWithGlasses = { shape.hiddenWithGlasses.begin(), shape.hiddenWithGlasses.end() },
     };
 }
 
 } // namespace
 
-const MascotSprite& MascotSprite::sprite(Mascot mascot)
+MascotSprite MascotSprite::sprite(const Mascot& mascot)
 {
-    static const auto skrit = skritSprite();
-    static const auto mouse = mouseSprite();
-    static const auto axolotl = axolotlSprite();
-    if (mascot == Mascot::skrit)
-        return skrit;
-    return mascot == Mascot::axolotl ? axolotl : mouse;
+    return colored(*mascot.shape, *mascot.colors);
 }
 
-const MascotSprite& MascotSprite::forID(const QString& mascotID)
+MascotSprite MascotSprite::forID(QStringView mascotID)
 {
-    return sprite(mascotID == u"skrit" ? Mascot::skrit : userFacingMascot(mascotID));
+    const auto* mascot = Mascot::find(mascotID);
+    return sprite(mascot ? *mascot : Mascot::userFacing(mascotID));
 }
 
 MascotSprite MascotSprite::recolored(const MascotColorScheme& scheme) const
 {
     auto copy = *this;
     copy.id = id + u'.' + scheme.id;
-    copy.palette = scheme.palette;
+    copy.palette = paletteOf(scheme);
     copy.eyeColor = scheme.eyeColor;
     copy.pawColor = scheme.pawColor;
     return copy;

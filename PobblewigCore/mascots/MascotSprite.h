@@ -1,10 +1,12 @@
 #pragma once
 
-#include "mascots/MascotColorScheme.h"
+#include "mascots/Mascot.h"
 
 #include <compare>
+#include <map>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace pobblewig {
 
@@ -13,17 +15,13 @@ enum class MascotGait { idle, walkA, walkB, walkC };
 
 enum class EyeStyle { normal, closed, wide, happy };
 
-/// A mascot as rows of letters. Each row has 16 columns, "." is an empty cell, and every other
-/// letter names a colour of the palette.
+/// What each letter of a shape looks like.
+using MascotPalette = std::map<char, RGB>;
+
+/// A shape in its colours.
 struct MascotSprite {
     using Rows = std::vector<std::string>;
-
-    struct Position {
-        int row = 0;
-        int col = 0;
-
-        bool operator==(const Position&) const = default;
-    };
+    using Position = MascotShape::Position;
 
     struct Cell {
         int row = 0;
@@ -50,10 +48,11 @@ struct MascotSprite {
     /// Letters that are left out while the glasses are worn.
     std::set<char> hiddenWithGlasses;
 
-    static const MascotSprite& sprite(Mascot mascot);
+    /// In the mascot's own colours.
+    static MascotSprite sprite(const Mascot& mascot);
 
     /// By the id of a mascot, the crab's too; an unknown id is the mouse.
-    static const MascotSprite& forID(const QString& mascotID);
+    static MascotSprite forID(QStringView mascotID);
 
     MascotSprite recolored(const MascotColorScheme& scheme) const;
 

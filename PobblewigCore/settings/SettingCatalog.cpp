@@ -78,7 +78,7 @@ constexpr std::array table {
         .page = Page::companion,
         .assistant = Access::proposed,
         .kind = ChoiceSetting { SettingForms::mascots, SettingForms::mascot,
-            SettingForms::setMascot, SettingForms::meantMascot },
+            SettingForms::store<&S::mascot>, SettingForms::meantMascot },
         .subject = u"form",
         .summary = SettingForms::mascotAndColors,
         .followUp = SettingForms::fitColors,
@@ -90,7 +90,7 @@ constexpr std::array table {
         .assistant = Access::proposed,
         .kind = ChoiceSetting { .options = SettingForms::colorSchemes,
             .chosen = SettingForms::colorScheme,
-            .choose = SettingForms::setColorScheme,
+            .choose = SettingForms::store<&S::mascotColorScheme>,
             .remark = u"(for the current mascot)" },
         .subject = u"color scheme",
     },
@@ -283,15 +283,16 @@ constexpr std::array table {
         .label = QT_TRANSLATE_NOOP("SettingCatalog", "Theme"),
         .page = Page::general,
         .assistant = Access::none,
-        .kind = ChoiceSetting { SettingForms::themes, SettingForms::theme, SettingForms::setTheme },
+        .kind = ChoiceSetting { SettingForms::themes, SettingForms::theme,
+            SettingForms::store<&S::themePreference> },
     },
     Setting {
         .key = u"accentChoice",
         .label = QT_TRANSLATE_NOOP("SettingCatalog", "Accent color"),
         .page = Page::general,
         .assistant = Access::none,
-        .kind =
-            ChoiceSetting { SettingForms::accents, SettingForms::accent, SettingForms::setAccent },
+        .kind = ChoiceSetting { SettingForms::accents, SettingForms::accent,
+            SettingForms::store<&S::accentChoice> },
     },
 };
 

@@ -1,6 +1,5 @@
 #include "settings/SettingForms.h"
 
-#include "mascots/MascotColorScheme.h"
 #include "settings/AccentChoice.h"
 #include "settings/ActionAutonomy.h"
 #include "settings/ThemePreference.h"
@@ -47,17 +46,18 @@ bool isBlank(const QString& given)
 
 const MascotColorScheme& currentScheme(const AppSettings& settings)
 {
-    return MascotColorScheme::forID(settings.mascotColorScheme, userFacingMascot(settings.mascot));
+    return MascotColorScheme::forID(
+        settings.mascotColorScheme, Mascot::userFacing(settings.mascot));
 }
 
 } // namespace
 
 auto SettingForms::personas(const S&) -> Options
 {
-    auto options = named<CompanionPersona>();
-    for (size_t index = 0; index < options.size(); ++index)
-        options[index].note = tagline(CompanionPersona(index));
-    return options;
+    auto personas = named<CompanionPersona>();
+    for (size_t index = 0; index < personas.size(); ++index)
+        personas[index].note = tagline(CompanionPersona(index));
+    return personas;
 }
 
 QString SettingForms::meantPersona(const QString& given)
@@ -65,22 +65,32 @@ QString SettingForms::meantPersona(const QString& given)
     return given.trimmed();
 }
 
+auto SettingForms::options(Mascot::All mascots) -> Options
+{
+    Options offered;
+    for (const auto& mascot : mascots) {
+        if (mascot.offer != Mascot::Offer::nobody)
+            offered.push_back({ mascot.id, mascot.displayName });
+    }
+    return offered;
+}
+
+auto SettingForms::options(std::span<const MascotColorScheme> schemes) -> Options
+{
+    Options offered;
+    for (const auto& scheme : schemes)
+        offered.push_back({ scheme.id, scheme.displayName });
+    return offered;
+}
+
 auto SettingForms::mascots(const S&) -> Options
 {
-    auto options = named<Mascot>();
-    std::erase_if(
-        options, [](const auto& option) { return option.id == EnumNames::text(Mascot::skrit); });
-    return options;
+    return options(Mascot::all());
 }
 
 QString SettingForms::mascot(const S& settings)
 {
-    return EnumNames::text(userFacingMascot(settings.mascot));
-}
-
-void SettingForms::setMascot(S& settings, const QString& id)
-{
-    settings.mascot = id;
+    return Mascot::userFacing(settings.mascot).id;
 }
 
 QString SettingForms::meantMascot(const QString& given)
@@ -96,7 +106,7 @@ QString SettingForms::meantMascot(const QString& given)
 QString SettingForms::mascotAndColors(const S& settings)
 {
     return QStringLiteral("%1 (%2)").arg(
-        displayName(userFacingMascot(settings.mascot)), currentScheme(settings).displayName);
+        Mascot::userFacing(settings.mascot).displayName, currentScheme(settings).displayName);
 }
 
 void SettingForms::fitColors(S& settings)
@@ -106,20 +116,12 @@ void SettingForms::fitColors(S& settings)
 
 auto SettingForms::colorSchemes(const S& settings) -> Options
 {
-    Options options;
-    for (const auto& scheme : MascotColorScheme::schemes(userFacingMascot(settings.mascot)))
-        options.push_back({ scheme.id, scheme.displayName });
-    return options;
+    return options(Mascot::userFacing(settings.mascot).schemes);
 }
 
 QString SettingForms::colorScheme(const S& settings)
 {
     return currentScheme(settings).id;
-}
-
-void SettingForms::setColorScheme(S& settings, const QString& id)
-{
-    settings.mascotColorScheme = id;
 }
 
 auto SettingForms::themes(const S&) -> Options
@@ -132,11 +134,6 @@ QString SettingForms::theme(const S& settings)
     return EnumNames::text(themePreference(settings.themePreference));
 }
 
-void SettingForms::setTheme(S& settings, const QString& id)
-{
-    settings.themePreference = id;
-}
-
 auto SettingForms::accents(const S&) -> Options
 {
     return named<AccentChoice>();
@@ -144,13 +141,7 @@ auto SettingForms::accents(const S&) -> Options
 
 QString SettingForms::accent(const S& settings)
 {
-    const auto known = EnumNames::fromName<AccentChoice>(settings.accentChoice.toStdString());
-    return EnumNames::text(known.value_or(AccentChoice::coral));
-}
-
-void SettingForms::setAccent(S& settings, const QString& id)
-{
-    settings.accentChoice = id;
+    return EnumNames::text(accentChoice(settings.accentChoice));
 }
 
 auto SettingForms::roles(const S&) -> Options
@@ -183,11 +174,11 @@ QString SettingForms::rolesInWords(const S& settings)
 
 auto SettingForms::questions(const S&) -> Options
 {
-    Options options;
+    Options classes;
     for (const auto& [actionClass, label] : switchableQuestions)
-        options.push_back(
+        classes.push_back(
             { actionClass.toString(), QCoreApplication::translate("SettingForms", label) });
-    return options;
+    return classes;
 }
 
 QStringList SettingForms::askedQuestions(const S& settings)

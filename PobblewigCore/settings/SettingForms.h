@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mascots/Mascot.h"
 #include "settings/SettingCatalog.h"
 
 /// How the rows of the catalog reach the settings that are more than a number or a switch.
@@ -33,14 +34,23 @@ constexpr ChoiceSetting caseOf()
     };
 }
 
+/// For a choice that is stored as a text.
+template <QString S::*Field>
+void store(S& settings, const QString& id)
+{
+    settings.*Field = id;
+}
+
 Options personas(const S& settings);
 /// Space around the name does not matter.
 QString meantPersona(const QString& given);
 
-/// Without the one that is no choice of the user's.
+/// Without those that nobody can choose.
+Options options(Mascot::All mascots);
+Options options(std::span<const MascotColorScheme> schemes);
+
 Options mascots(const S& settings);
 QString mascot(const S& settings);
-void setMascot(S& settings, const QString& id);
 /// "An Axolotl" will do.
 QString meantMascot(const QString& given);
 QString mascotAndColors(const S& settings);
@@ -50,15 +60,12 @@ void fitColors(S& settings);
 /// The colours of the current mascot only.
 Options colorSchemes(const S& settings);
 QString colorScheme(const S& settings);
-void setColorScheme(S& settings, const QString& id);
 
 Options themes(const S& settings);
 QString theme(const S& settings);
-void setTheme(S& settings, const QString& id);
 
 Options accents(const S& settings);
 QString accent(const S& settings);
-void setAccent(S& settings, const QString& id);
 
 Options roles(const S& settings);
 QStringList chosenRoles(const S& settings);

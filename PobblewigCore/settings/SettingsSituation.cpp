@@ -1,7 +1,7 @@
 #include "settings/SettingsSituation.h"
 
 #include "foundation/EnumNames.h"
-#include "mascots/MascotColorScheme.h"
+#include "mascots/Mascot.h"
 
 #include <QStringList>
 
@@ -21,7 +21,7 @@ QString formLine(const AppSettings& settings)
         "or species, say %2 and no other animal. If the user asks you to become a different "
         "animal, change the mascot setting with update_settings (key mascot) — once the user "
         "confirms, this line updates.")
-        .arg(form, EnumNames::text(userFacingMascot(settings.mascot)));
+        .arg(form, Mascot::userFacing(settings.mascot).id);
 }
 
 QString settingsLine(const AppSettings& settings)
@@ -40,12 +40,13 @@ QString settingsLine(const AppSettings& settings)
 
 QString SettingsSituation::currentForm(const AppSettings& settings)
 {
-    if (settings.mascot == EnumNames::text(Mascot::skrit))
+    const auto* stored = Mascot::find(settings.mascot);
+    if (stored && stored->offer == Mascot::Offer::nobody)
         return {};
-    const auto mascot = userFacingMascot(settings.mascot);
+    const auto& mascot = Mascot::userFacing(settings.mascot);
     const auto& scheme = MascotColorScheme::forID(settings.mascotColorScheme, mascot);
     return QStringLiteral("%1 (%2 color scheme)")
-        .arg(EnumNames::text(mascot), scheme.displayName.toLower());
+        .arg(mascot.id, QString(scheme.displayName).toLower());
 }
 
 std::vector<QString> SettingsSituation::lines(const AppSettings& settings)

@@ -23,7 +23,7 @@ BuddyView::BuddyView(QWidget* parent, Clock clock)
     : QAbstractButton(parent)
     , m_clock(clock ? std::move(clock) : steadySeconds)
     , m_animation(now())
-    , m_artist(MascotSprite::sprite(Mascot::mouse))
+    , m_artist(MascotSprite::forID({}))
 {
     setFocusPolicy(Qt::NoFocus);
     setAttribute(Qt::WA_TransparentForMouseEvents);

@@ -8,8 +8,10 @@
 
 #include <QPainter>
 
+#include <algorithm>
 #include <deque>
 #include <numeric>
+#include <set>
 
 namespace pobblewig {
 
@@ -73,16 +75,30 @@ private:
     double m_ratio;
 };
 
-/// Every sprite in all its colours, the crab's too.
+/// In all the colours that it can have.
+std::vector<MascotSprite> sprites(const Mascot& mascot)
+{
+    const auto sprite = MascotSprite::sprite(mascot);
+    if (mascot.offer == Mascot::Offer::nobody)
+        return { sprite };
+    std::vector<MascotSprite> sprites;
+    for (const auto& scheme : mascot.schemes)
+        sprites.push_back(sprite.recolored(scheme));
+    return sprites;
+}
+
+/// Every mascot with a shape of its own; those that nobody can choose come last.
 std::vector<MascotSprite> sprites()
 {
-    std::vector<MascotSprite> sprites;
-    for (const auto mascot : { Mascot::mouse, Mascot::axolotl }) {
-        for (const auto& scheme : MascotColorScheme::schemes(mascot))
-            sprites.push_back(MascotSprite::sprite(mascot).recolored(scheme));
-    }
-    sprites.push_back(MascotSprite::sprite(Mascot::skrit));
-    return sprites;
+    std::vector<Mascot> mascots(Mascot::all().begin(), Mascot::all().end());
+    std::set<const MascotShape*> known;
+    std::erase_if(mascots, [&](const auto& mascot) { return !known.insert(mascot.shape).second; });
+    std::ranges::stable_partition(
+        mascots, [](const auto& mascot) { return mascot.offer != Mascot::Offer::nobody; });
+    std::vector<MascotSprite> all;
+    for (const auto& mascot : mascots)
+        std::ranges::move(sprites(mascot), std::back_inserter(all));
+    return all;
 }
 
 /// Of all studios one after the other, on bright and on dark in turn.
@@ -102,7 +118,7 @@ struct Row {
 
 std::vector<Row> rowsOfAllScenes()
 {
-    Studio studio(MascotSprite::sprite(Mascot::mouse), paper, 1);
+    Studio studio(MascotSprite::forID(u"mouse"), paper, 1);
     std::vector<Row> rows;
     for (const auto& scene : BuddyScenes::all()) {
         for (const auto& frame : BuddyScenes::frames(scene))
@@ -213,8 +229,9 @@ QImage ContactSheet::poster(double ratio)
 QByteArray ContactSheet::film(double ratio)
 {
     constexpr int framesASecond = 20;
-    const auto& scheme = MascotColorScheme::axolotlSchemes()[1];
-    Studio studio(MascotSprite::sprite(Mascot::axolotl).recolored(scheme), bright, ratio);
+    const auto& axolotl = Mascot::userFacing(u"axolotl");
+    const auto& scheme = MascotColorScheme::forID(u"pink", axolotl);
+    Studio studio(MascotSprite::sprite(axolotl).recolored(scheme), bright, ratio);
     AnimatedPNG film;
     for (const auto& frame : BuddyScenes::film(framesASecond))
         film.append(studio.picture(frame, { 240, 216 }), 1000 / framesASecond);

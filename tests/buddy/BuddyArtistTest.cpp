@@ -39,7 +39,7 @@ struct Studio {
     double now = 0;
     BuddyPill pill { pillSize };
     BuddyAnimation buddy { 0 };
-    BuddyArtist artist { MascotSprite::sprite(Mascot::axolotl) };
+    BuddyArtist artist { MascotSprite::forID(u"axolotl") };
     BuddyCanvas canvas;
     BuddyDrawing drawing;
 };

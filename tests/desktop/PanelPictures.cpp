@@ -100,7 +100,7 @@ struct Scene {
         panel.setTheme(Theme::palette(scheme, QStringLiteral("coral")));
         panel.setModelLabel(QStringLiteral("demo model"));
         panel.setStateText(QStringLiteral("focus until 15:30"));
-        panel.setFace(BuddyFace::icon(MascotSprite::sprite(Mascot::axolotl)));
+        panel.setFace(BuddyFace::icon(MascotSprite::forID(u"axolotl")));
         panel.show();
     }
 

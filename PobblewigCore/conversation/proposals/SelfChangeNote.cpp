@@ -1,6 +1,6 @@
 #include "conversation/proposals/SelfChangeNote.h"
 
-#include "mascots/MascotColorScheme.h"
+#include "mascots/Mascot.h"
 
 namespace pobblewig {
 
@@ -13,12 +13,12 @@ QString persona(const AppSettings& settings)
 
 QString form(const AppSettings& settings)
 {
-    return EnumNames::text(userFacingMascot(settings.mascot));
+    return Mascot::userFacing(settings.mascot).id;
 }
 
 QString colorScheme(const AppSettings& settings)
 {
-    const auto mascot = userFacingMascot(settings.mascot);
+    const auto& mascot = Mascot::userFacing(settings.mascot);
     return MascotColorScheme::forID(settings.mascotColorScheme, mascot).displayName;
 }
 

@@ -46,7 +46,7 @@ private Q_SLOTS:
     {
         QFETCH(Act, act);
         QFETCH(double, seconds);
-        BuddyArtist artist(MascotSprite::sprite(Mascot::mouse));
+        BuddyArtist artist(MascotSprite::forID(u"mouse"));
         BuddyPainter buddyPainter;
         BuddyDrawing drawing;
         BuddyShape shape;

@@ -200,7 +200,7 @@ private:
         m_presence.emplace(
             *m_settings, [] { return ScriptedChat::now; }, [] { return Calendar(); });
         m_noticed.emplace(&*m_presence, &DesktopPresence::noticed);
-        m_presence->setSprite(MascotSprite::sprite(Mascot::mouse));
+        m_presence->setSprite(MascotSprite::forID(u"mouse"));
         m_presence->follow(*m_coordinator);
         m_presence->useServices(
             { *m_hotKeys, *m_notifications, m_sounds, *m_autostart, m_windows });
