@@ -1,5 +1,7 @@
 #include "mascots/MascotSprite.h"
 
+#include "prompts/SettingInstructions.h"
+#include "settings/SettingForms.h"
 #include "support/TableRow.h"
 
 namespace pobblewig {
@@ -15,8 +17,8 @@ constexpr MascotColorScheme frogColors[] {
 constexpr MascotShape frogShape {
     .id = QLatin1String("frog"), .legLetter = 'G', .eyeCols = {}, .hiddenWithGlasses = "S"
 };
-constexpr Mascot frog { frogShape.id, QLatin1String("Frog"), Mascot::Offer::user, &frogShape,
-    frogColors, frogColors };
+constexpr Mascot frog { frogShape.id, QLatin1String("Frog"), Mascot::Offer::userAndAssistant,
+    &frogShape, frogColors, frogColors };
 
 } // namespace
 
@@ -41,6 +43,9 @@ private Q_SLOTS:
         const Mascot mascots[] { Mascot::all().front(), frog };
         QCOMPARE(&Mascot::userFacing(u"frog", mascots), &mascots[1]);
         QCOMPARE(&Mascot::userFacing(u"skrit", mascots), &mascots[1]);
+        QCOMPARE(SettingForms::options(mascots).at(0).label, QStringLiteral("Frog"));
+        QCOMPARE(Prompts::mascotIDs(mascots), QStringList(frog.id));
+        QCOMPARE(Prompts::mascotColors(u"/", mascots), QStringLiteral("frog: leaf/pond"));
         const auto& colors = MascotColorScheme::forID(u"pond", frog);
         const auto sprite = MascotSprite::sprite(frog).recolored(colors);
         QCOMPARE(sprite.id, QStringLiteral("frog.pond"));

@@ -15,7 +15,6 @@ class ModeSwitchTest : public QObject {
 private Q_SLOTS:
     void init()
     {
-        m_now = TimePoint(1772352900s);
         m_clockReads = 0;
         m_changes = 0;
         m_store.update([](AppSettings& settings) { settings = {}; });
@@ -39,8 +38,7 @@ private Q_SLOTS:
 
     void itsEndIsWaitedForByTheClock()
     {
-        enter(CoachMode::studying, m_now + 2ms);
-        m_switch->armModeRevert(m_now + 2ms);
+        arm(2ms);
         QTRY_VERIFY(m_clockReads > 3);
         QVERIFY(settings().mode == CoachMode::studying);
         QCOMPARE(m_changes, 0);
@@ -51,12 +49,10 @@ private Q_SLOTS:
 
     void aModeThatIsSetMeanwhileStays()
     {
-        enter(CoachMode::studying, m_now + 1ms);
-        m_switch->armModeRevert(m_now + 1ms);
+        arm(1ms);
         m_switch->setMode(CoachMode::relaxing);
         QVERIFY(settings().mode == CoachMode::relaxing && !settings().modeRevertAt);
-        enter(CoachMode::studying, m_now + 1ms);
-        m_switch->armModeRevert(m_now + 1ms);
+        arm(1ms);
         enter(CoachMode::exercising, std::nullopt);
         const auto reads = m_clockReads;
         QTRY_VERIFY(m_clockReads > reads);
@@ -82,9 +78,9 @@ private Q_SLOTS:
     void aPauseHasATimeOrLasts()
     {
         m_switch->pauseObservation(m_now + 1h);
-        QVERIFY(m_store.isPaused(m_now) && !m_store.isPaused(m_now + 1h));
+        QVERIFY(m_store.isPaused(m_now + 1h - 1ms) && !m_store.isPaused(m_now + 1h));
         m_switch->pauseObservation(std::nullopt);
-        QVERIFY(settings().pausedIndefinitely && !settings().pausedUntil);
+        QVERIFY(m_store.isPaused(m_now + 1h) && !settings().pausedUntil);
         m_switch->pauseObservation(m_now + 1h);
         QVERIFY(!m_store.isPaused(m_now + 1h));
         m_switch->resumeObservation();
@@ -103,9 +99,15 @@ private:
         });
     }
 
+    void arm(std::chrono::milliseconds lasts)
+    {
+        enter(CoachMode::studying, m_now + lasts);
+        m_switch->armModeRevert(m_now + lasts);
+    }
+
     FakeKeychain m_keychain;
     SettingsStore m_store { std::nullopt, m_keychain };
-    TimePoint m_now;
+    TimePoint m_now { 1772352900s };
     int m_clockReads = 0;
     int m_changes = 0;
     std::unique_ptr<ModeSwitch> m_switch;

@@ -2,6 +2,7 @@
 
 #include "support/Awaited.h"
 #include "support/FakeKeychain.h"
+#include "support/JSONObject.h"
 #include "support/LogLines.h"
 #include "support/TableRow.h"
 #include "support/Variables.h"
@@ -21,76 +22,74 @@ class SettingsStoreTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void init() { m_scratch = std::make_unique<QTemporaryDir>(); }
+
     void passwordManagersComeBackAtEachStartInMemoryOnly()
     {
-        const QTemporaryDir scratch;
         const QByteArray text = R"({"excludedBundleIDs": ["com.lastpass.LastPass", "own"]})";
-        write(scratch, text);
-        const auto ids = store(scratch).settings().excludedBundleIDs;
+        write(text);
+        const auto ids = store().settings().excludedBundleIDs;
         QCOMPARE(ids.size(), 8u);
         QCOMPARE(ids[0], QStringLiteral("com.lastpass.LastPass"));
         QCOMPARE(ids[1], QStringLiteral("own"));
         QCOMPARE(ids[2], QStringLiteral("com.1password.1password"));
-        QCOMPARE(contents(path(scratch)), text);
+        QFile file(path());
+        QVERIFY(file.open(QIODevice::ReadOnly) && file.readAll() == text);
     }
 
-    void aDamagedFileIsKeptAsideAndTheProgramStartsAfresh()
+    void whatCannotBeReadOrSavedCostsNoMoreThanThis()
     {
-        const QTemporaryDir scratch;
-        store(scratch).update([](AppSettings& settings) { settings.mode = CoachMode::focus; });
-        QByteArrayList texts { QByteArray(512, '\0'), "mode = focus", "[]",
-            R"({"mode": "focus", "memoryEnabled": 1})", R"({"mode": "napping"})",
-            R"({"roles": ["boss"]})", R"({"maxActivitySessions": 1.5})",
-            R"({"x":)" + QByteArray(500, '[') + QByteArray(500, ']') + '}' };
-        // The last two bytes are the closing brace and a newline that nothing needs.
-        const auto whole = contents(path(scratch));
-        QCOMPARE(store(scratch).settings().mode, CoachMode::focus);
-        for (qsizetype length = 0; length < whole.size() - 1; ++length)
-            texts.append(whole.first(length));
-        const auto aside = path(scratch) + QStringLiteral(".corrupt-2026-03-01T08-15-00Z");
-        for (const auto& text : texts) {
-            write(scratch, text);
-            const LogLines log;
-            QVERIFY2(store(scratch).settings() == AppSettings(), text);
-            QCOMPARE(log.lines().size(), 1);
-            QVERIFY(log.lines()[0].startsWith(u"buddy: corrupt store settings.json moved to "));
-            QCOMPARE(contents(aside), text);
-            QVERIFY(QFile::remove(aside) && !QFile::exists(path(scratch)));
-        }
-    }
-
-    void aChangeThatCannotBeSavedHoldsUntilTheEnd()
-    {
-        const QTemporaryDir scratch;
-        QVERIFY(QDir().mkdir(path(scratch)));
         const LogLines log;
-        auto settings = store(scratch);
+        write(R"({"memoryEnabled": false, "mode": "napping"})");
+        QVERIFY(store().settings() == AppSettings());
+        QVERIFY(QDir().mkdir(path()));
+        auto settings = store();
         settings.update([](AppSettings& changed) { changed.memoryEnabled = false; });
         QVERIFY(!settings.settings().memoryEnabled);
-        QCOMPARE(log.lines().size(), 1);
-        QVERIFY(log.lines()[0].startsWith(u"buddy: failed to persist settings: "));
+        QCOMPARE(log.lines().size(), 2);
+        QVERIFY(log.lines()[1].startsWith(u"buddy: failed to persist settings: "));
     }
 
-    void aPauseLastsUntilItsTime()
+    void eachKeyCanBeAbsentOrNullButNotOfAnotherType()
     {
-        const auto isPaused = [this](bool indefinitely, std::optional<TimePoint> until) {
-            SettingsStore settings(std::nullopt, m_keychain);
-            settings.update([&](AppSettings& changed) {
-                changed.pausedIndefinitely = indefinitely;
-                changed.pausedUntil = until;
-            });
-            return settings.isPaused(now);
+        AppSettings filled;
+        filled.modeRevertAt = filled.pausedUntil = now;
+        filled.lastDailyBriefingDayKey = QStringLiteral("2026-03-01");
+        const auto whole = jsonObject(filled);
+        QCOMPARE(whole.size(), 37);
+        QVERIFY(json::decode<AppSettings>(whole) == filled);
+        QVERIFY(json::decode<AppSettings>(QJsonObject()) == AppSettings());
+        QJsonObject empty;
+        for (const auto& key : whole.keys()) {
+            empty[key] = QJsonValue::Null;
+            const auto wrong =
+                json::decode<AppSettings>(QJsonObject { { key, QJsonArray { QJsonArray { 1 } } } });
+            QVERIFY(!wrong && wrong.error().path.startsWith(QStringLiteral("$.") + key));
+        }
+        QVERIFY(json::decode<AppSettings>(empty) == AppSettings());
+    }
+
+    void theRoleOfAnEarlyVersionIsUnderstood()
+    {
+        using Roles = std::set<AssistantRole>;
+        const std::map<QByteArray, Roles> files {
+            { R"({"persona": "codingTutor"})", { AssistantRole::tutor } },
+            { R"({"persona": "coach"})", { AssistantRole::accountabilityPartner } },
+            { R"({"persona": "codingTutor", "roles": null})", { AssistantRole::tutor } },
+            { R"({"persona": "codingTutor", "roles": []})", {} },
+            { R"({"persona": 3})", {} },
+            { R"({"someday": [1]})", {} },
         };
-        QVERIFY(!isPaused(false, now));
-        QVERIFY(isPaused(false, now + std::chrono::milliseconds(1)));
-        QVERIFY(isPaused(true, now - std::chrono::hours(1)));
+        for (const auto& [text, roles] : files) {
+            write(text);
+            QVERIFY2(store().settings().roles == roles, text);
+        }
     }
 
     void aTokenComesFromTheKeyringOrTheEnvironment_data()
     {
-        QTest::addColumn<QString>("keyring");
-        QTest::addColumn<QString>("environment");
-        QTest::addColumn<QString>("tokens");
+        for (const auto* column : { "keyring", "environment", "tokens" })
+            QTest::addColumn<QString>(column);
         const auto both =
             "CANVAS_API_TOKEN=c GOOGLE_CLASSROOM_ACCESS_TOKEN=g CLASSROOM_API_TOKEN=a";
         row("keyring first", "canvas-api-token=k google-classroom-access-token=l", both, "k l");
@@ -126,39 +125,33 @@ private Q_SLOTS:
     void theUsersCanvasSiteWinsOverTheEnvironmentsAndTheDeployments()
     {
         SettingsStore settings(std::nullopt, m_keychain, QStringLiteral("https://d"));
-        const auto given = variables(QStringLiteral("CANVAS_BASE_URL=https://e"));
-        const auto empty = variables(QStringLiteral("CANVAS_BASE_URL="));
-        QCOMPARE(settings.resolvedCanvasBaseURL(empty), QStringLiteral("https://d"));
-        QCOMPARE(settings.resolvedCanvasBaseURL(given), QStringLiteral("https://e"));
+        const auto resolved = [&](const QString& environment) {
+            return settings.resolvedCanvasBaseURL(variables(environment));
+        };
+        const auto given = QStringLiteral("CANVAS_BASE_URL=https://e");
+        QCOMPARE(resolved(QStringLiteral("CANVAS_BASE_URL=")), QStringLiteral("https://d"));
+        QCOMPARE(resolved(given), QStringLiteral("https://e"));
         settings.update([](auto& changed) { changed.canvasBaseURL = QStringLiteral("https://u"); });
-        QCOMPARE(settings.resolvedCanvasBaseURL(given), QStringLiteral("https://u"));
+        QCOMPARE(resolved(given), QStringLiteral("https://u"));
     }
 
 private:
-    SettingsStore store(const QTemporaryDir& scratch)
+    SettingsStore store()
     {
-        DataDirectory directory { QDir(scratch.path()) };
+        DataDirectory directory { QDir(m_scratch->path()) };
         directory.clock = [] { return now; };
         return SettingsStore(directory, m_keychain);
     }
 
-    static QString path(const QTemporaryDir& scratch)
-    {
-        return scratch.filePath(QStringLiteral("settings.json"));
-    }
+    QString path() const { return m_scratch->filePath(QStringLiteral("settings.json")); }
 
-    static void write(const QTemporaryDir& scratch, const QByteArray& bytes)
+    void write(const QByteArray& bytes) const
     {
-        QFile file(path(scratch));
+        QFile file(path());
         QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
     }
 
-    static QByteArray contents(const QString& path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
-    }
-
+    std::unique_ptr<QTemporaryDir> m_scratch;
     FakeKeychain m_keychain;
 };
 
