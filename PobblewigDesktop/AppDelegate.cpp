@@ -58,8 +58,9 @@ QString storageNotice(const std::optional<QString>& problem)
 {
     if (!problem)
         return {};
-    return QObject::tr("Pobblewig cannot save anything at the moment: %1. What you write now is "
-                       "kept only until you quit.")
+    return AppDelegate::tr(
+        "Pobblewig cannot save anything at the moment: %1. What you write now is kept only "
+        "until you quit.")
         .arg(*problem);
 }
 

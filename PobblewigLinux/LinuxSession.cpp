@@ -8,6 +8,8 @@
 #include "PobblewigLinux/x11/X11WindowActivation.h"
 #include "PobblewigLinux/x11/X11WindowIdentity.h"
 
+#include <QCoreApplication>
+
 namespace pobblewig {
 
 namespace {
@@ -67,7 +69,8 @@ std::unique_ptr<HotKeyProviding> LinuxSession::makeHotKeys(
 {
     // On Wayland an X server has the keyboard only while a window of its own has the focus.
     if (m_observation.isWayland())
-        return std::make_unique<PortalHotKeys>(bus, QStringLiteral("Open and hide the chat"));
+        return std::make_unique<PortalHotKeys>(
+            bus, QCoreApplication::translate("LinuxSession", "Show or hide the chat"));
     if (auto hotKeys = x11 ? X11HotKeys::create() : nullptr)
         return hotKeys;
     return std::make_unique<UnavailableHotKeys>();

@@ -1,10 +1,16 @@
 #include "foundation/TransportErrorLogic.h"
 
+#include <QCoreApplication>
+
 namespace pobblewig {
 
 using Kind = TransportError::Kind;
 
 namespace {
+
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(TransportErrorLogic)
+};
 
 QString serverName(const QUrl& url)
 {
@@ -37,8 +43,9 @@ bool cameToItsEnd(const TransportErrorLogic::ReplyEnding& ending)
 TransportError timedOut(const HTTPRequest& request)
 {
     const auto seconds = std::chrono::ceil<std::chrono::seconds>(request.timeout).count();
-    const auto text = QStringLiteral("%1 sent nothing for %2 seconds. Try again later.");
-    return { Kind::timedOut, text.arg(serverName(request.url), QString::number(seconds)) };
+    const auto text =
+        Texts::tr("%1 sent nothing for %n seconds. Try again later.", nullptr, int(seconds));
+    return { Kind::timedOut, text.arg(serverName(request.url)) };
 }
 
 TransportError noAnswer(QNetworkReply::NetworkError cause, const QUrl& url)
@@ -46,40 +53,39 @@ TransportError noAnswer(QNetworkReply::NetworkError cause, const QUrl& url)
     switch (cause) {
     case QNetworkReply::HostNotFoundError:
         return error(Kind::unreachable,
-            QStringLiteral("No server named %1 was found. Check its address and the internet "
-                           "connection."),
+            Texts::tr("No server named %1 was found. Check its address and the internet "
+                      "connection."),
             url);
     case QNetworkReply::ConnectionRefusedError:
         return error(Kind::unreachable,
-            QStringLiteral("Nothing answers at %1. Check that the server is running and that its "
-                           "address is right."),
+            Texts::tr("Nothing answers at %1. Check that the server is running and that its "
+                      "address is right."),
             url);
     case QNetworkReply::SslHandshakeFailedError:
         return error(Kind::unreachable,
-            QStringLiteral("No secure connection to %1: its identity could not be confirmed. Check "
-                           "its address and this computer's date."),
+            Texts::tr("No secure connection to %1: its identity could not be confirmed. Check "
+                      "its address and this computer's date."),
             url);
     case QNetworkReply::ProxyConnectionRefusedError:
     case QNetworkReply::ProxyConnectionClosedError:
     case QNetworkReply::ProxyNotFoundError:
     case QNetworkReply::ProxyTimeoutError:
         return error(Kind::unreachable,
-            QStringLiteral("The proxy on the way to %1 does not answer. Check the proxy settings."),
+            Texts::tr("The proxy on the way to %1 does not answer. Check the proxy settings."),
             url);
     // What is not HTTP also arrives here: the manager then closes and wants to begin again.
     case QNetworkReply::RemoteHostClosedError:
     case QNetworkReply::ContentReSendError:
         return error(Kind::unreachable,
-            QStringLiteral("%1 gave no proper answer. Check its address, or try again later."),
-            url);
+            Texts::tr("%1 did not answer properly. Check its address, or try again later."), url);
     case QNetworkReply::NoError:
     case QNetworkReply::ProtocolFailure:
         return error(Kind::notHTTP,
-            QStringLiteral("%1 does not answer as a web server does. Check its address."), url);
+            Texts::tr("%1 does not answer like a web server. Check its address."), url);
     default:
         return error(Kind::unreachable,
-            QStringLiteral("The connection to %1 failed. Check the internet connection and try "
-                           "again."),
+            Texts::tr("The connection to %1 failed. Check the internet connection and try "
+                      "again."),
             url);
     }
 }
@@ -96,21 +102,22 @@ std::optional<TransportError> TransportErrorLogic::failure(
     if (cameToItsEnd(ending))
         return std::nullopt;
     return error(Kind::truncated,
-        QStringLiteral("The connection to %1 broke in the middle of its answer. Try again."),
+        Texts::tr("The connection to %1 was lost in the middle of its answer. Try again."),
         request.url);
 }
 
 TransportError TransportErrorLogic::tookTooLong(const HTTPRequest& request)
 {
     const auto seconds = std::chrono::ceil<std::chrono::seconds>(*request.longest).count();
-    const auto text = QStringLiteral("%1 did not finish its answer within %2 seconds.");
-    return { Kind::timedOut, text.arg(serverName(request.url), QString::number(seconds)) };
+    const auto text =
+        Texts::tr("%1 did not finish its answer within %n seconds.", nullptr, int(seconds));
+    return { Kind::timedOut, text.arg(serverName(request.url)) };
 }
 
 TransportError TransportErrorLogic::notAWebAddress(const QUrl& url)
 {
-    const auto text = QStringLiteral("“%1” is not the address of a web server. It begins with "
-                                     "“https://” or “http://”.");
+    const auto text = Texts::tr("“%1” is not a web address. Web addresses begin with “https://” "
+                                "or “http://”.");
     const auto shown = url.toDisplayString(QUrl::RemoveUserInfo | QUrl::RemoveQuery);
     return { Kind::unreachable, text.arg(shown) };
 }
@@ -118,13 +125,13 @@ TransportError TransportErrorLogic::notAWebAddress(const QUrl& url)
 TransportError TransportErrorLogic::bodyTooLarge(const QUrl& url)
 {
     return error(Kind::tooLarge,
-        QStringLiteral("The answer of %1 is larger than 64 MiB and was given up."), url);
+        Texts::tr("The answer from %1 is larger than 64 MiB and was discarded."), url);
 }
 
 TransportError TransportErrorLogic::lineTooLong(const QUrl& url)
 {
     return error(Kind::tooLarge,
-        QStringLiteral("The answer of %1 holds a line of more than 8 MiB and was given up."), url);
+        Texts::tr("The answer from %1 has a line of more than 8 MiB and was discarded."), url);
 }
 
 } // namespace pobblewig

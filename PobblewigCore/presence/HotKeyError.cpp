@@ -1,20 +1,30 @@
 #include "presence/HotKeyError.h"
 
+#include <QCoreApplication>
+
 namespace pobblewig {
+
+namespace {
+
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(HotKeyError)
+};
+
+} // namespace
 
 QString HotKeyError::description() const
 {
     const auto name = keys.toString(QKeySequence::NativeText);
     switch (kind) {
     case Kind::taken:
-        return QStringLiteral("Another program already uses %1. Choose other keys.").arg(name);
+        return Texts::tr("Another program already uses %1. Choose another shortcut.").arg(name);
     case Kind::refused:
-        return QStringLiteral("The desktop did not hand over %1.").arg(name);
+        return Texts::tr("The desktop did not allow %1.").arg(name);
     case Kind::unavailable:
-        return QStringLiteral("This desktop lets no program listen for keys of its own.");
+        return Texts::tr("This desktop does not let programs have shortcuts of their own.");
     case Kind::unusable:
-        return QStringLiteral("%1 cannot be used. Choose one key of this keyboard together with "
-                              "Ctrl, Alt or Meta.")
+        return Texts::tr(
+            "%1 cannot be used. Choose one key of this keyboard together with Ctrl, Alt or Meta.")
             .arg(name);
     }
     Q_UNREACHABLE();

@@ -1,10 +1,16 @@
 #include "presence/PresenceLogic.h"
 
+#include <QCoreApplication>
+
 namespace pobblewig {
 
 namespace {
 
 using Activity = PresenceState::Activity;
+
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(PresenceLogic)
+};
 
 QString activityInWords(Activity activity)
 {
@@ -12,11 +18,11 @@ QString activityInWords(Activity activity)
     case Activity::resting:
         return {};
     case Activity::working:
-        return QStringLiteral("thinking…");
+        return Texts::tr("thinking…");
     case Activity::reminding:
-        return QStringLiteral("has a reminder for you");
+        return Texts::tr("has a reminder for you");
     case Activity::asleep:
-        return QStringLiteral("asleep");
+        return Texts::tr("asleep");
     }
     Q_UNREACHABLE();
 }
@@ -26,8 +32,8 @@ QString pauseInWords(const PresenceState& state, TimePoint now, const Calendar& 
     if (!state.isPaused)
         return {};
     if (!state.pausedUntil)
-        return QStringLiteral("observation paused");
-    return QStringLiteral("observation paused until %1")
+        return Texts::tr("observation paused");
+    return Texts::tr("observation paused until %1")
         .arg(PresenceLogic::timeInWords(*state.pausedUntil, now, calendar));
 }
 
@@ -52,11 +58,11 @@ QString PresenceLogic::timeInWords(TimePoint time, TimePoint now, const Calendar
     if (days == 0)
         return clock;
     if (time == startOfTomorrow(now, calendar))
-        return QStringLiteral("tomorrow");
-    const auto day = days == 1 ? QStringLiteral("tomorrow")
+        return Texts::tr("tomorrow");
+    const auto day = days == 1 ? Texts::tr("tomorrow")
         : days > 1 && days < 7 ? calendar.locale.standaloneDayName(moment.date().dayOfWeek())
                                : calendar.locale.toString(moment.date(), QLocale::LongFormat);
-    return QStringLiteral("%1, %2").arg(day, clock);
+    return Texts::tr("%1, %2").arg(day, clock);
 }
 
 QString PresenceLogic::modeInWords(
@@ -65,7 +71,7 @@ QString PresenceLogic::modeInWords(
     auto name = displayName(state.mode);
     if (!state.modeRevertAt)
         return name;
-    return QStringLiteral("%1 until %2").arg(name, timeInWords(*state.modeRevertAt, now, calendar));
+    return Texts::tr("%1 until %2").arg(name, timeInWords(*state.modeRevertAt, now, calendar));
 }
 
 QString PresenceLogic::inWords(const PresenceState& state, TimePoint now, const Calendar& calendar)

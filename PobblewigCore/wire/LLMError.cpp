@@ -3,7 +3,17 @@
 #include "foundation/Overloaded.h"
 #include "foundation/Text.h"
 
+#include <QCoreApplication>
+
 namespace pobblewig {
+
+namespace {
+
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(LLMError)
+};
+
+} // namespace
 
 LLMError LLMError::notConfigured(QString reason)
 {
@@ -24,11 +34,12 @@ QString LLMError::description() const
 {
     switch (kind) {
     case Kind::notConfigured:
-        return QStringLiteral("Model not configured: ") + text;
+        return Texts::tr("Model not configured: %1").arg(text);
     case Kind::http:
-        return QStringLiteral("API error %1: ").arg(status) + Text::firstCharacters(text, 300);
+        return Texts::tr("API error %1: %2")
+            .arg(QString::number(status), Text::firstCharacters(text, 300));
     case Kind::invalidResponse:
-        return QStringLiteral("Invalid response: ") + text;
+        return Texts::tr("Invalid response: %1").arg(text);
     }
     Q_UNREACHABLE();
 }

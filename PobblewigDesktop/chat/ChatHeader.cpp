@@ -32,8 +32,8 @@ ChatHeader::ChatHeader(QWidget* parent)
     , m_face(new QLabel(this))
     , m_state(new QLabel(this))
     , m_model(new QLabel(this))
-    , m_newSession(headerButton(QStringLiteral("New session"), this))
-    , m_menu(headerButton(QStringLiteral("Menu"), this))
+    , m_newSession(headerButton(tr("New session"), this))
+    , m_menu(headerButton(tr("Menu"), this))
 {
     setObjectName(QStringLiteral("header"));
     auto* const name = new QLabel(QStringLiteral("Pobblewig"), this);
@@ -42,8 +42,8 @@ ChatHeader::ChatHeader(QWidget* parent)
     PanelStyle::setRole(*m_model, QStringLiteral("caption"));
     m_face->setFixedSize(faceSide, faceSide);
     m_face->hide();
-    m_state->setAccessibleName(QStringLiteral("State"));
-    m_model->setAccessibleName(QStringLiteral("Model"));
+    m_state->setAccessibleName(tr("State"));
+    m_model->setAccessibleName(tr("Model"));
     m_model->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_model->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 
@@ -61,12 +61,11 @@ ChatHeader::ChatHeader(QWidget* parent)
     row->addWidget(m_menu);
 
     auto* const menu = new QMenu(this);
-    m_find = menu->addAction(QStringLiteral("Find…"), this, &ChatHeader::findRequested);
+    m_find = menu->addAction(tr("Find…"), this, &ChatHeader::findRequested);
     m_find->setShortcut(QKeySequence::Find);
-    m_save = menu->addAction(QStringLiteral("Save as text…"), this, &ChatHeader::saveRequested);
+    m_save = menu->addAction(tr("Save as text…"), this, &ChatHeader::saveRequested);
     m_save->setShortcut(QKeySequence::Save);
-    m_restart =
-        menu->addAction(QStringLiteral("New session"), this, &ChatHeader::newSessionRequested);
+    m_restart = menu->addAction(tr("New session"), this, &ChatHeader::newSessionRequested);
     m_restart->setShortcut(QKeySequence::New);
     m_menu->setMenu(menu);
     m_menu->setPopupMode(QToolButton::InstantPopup);

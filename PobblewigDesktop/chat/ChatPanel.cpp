@@ -52,17 +52,16 @@ ChatPanel::ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget*
     , m_view(new ConversationView(*m_model, this))
     , m_find(new ConversationFind(*m_findBar, *m_model, *m_view, this))
     , m_saving(new ConversationSaving(chat, m_calendar, *this))
-    , m_notice(new Banner(Banner::Kind::notice, QStringLiteral("Notice"), {}, this))
-    , m_error(
-          new Banner(Banner::Kind::error, QStringLiteral("Error"), QStringLiteral("Retry"), this))
+    , m_notice(new Banner(Banner::Kind::notice, tr("Notice"), {}, this))
+    , m_error(new Banner(Banner::Kind::error, tr("Error"), tr("Retry"), this))
     , m_proposals(new ProposalBanners(*this))
     , m_capture(new QLabel(this))
     , m_input(new MessageInput(this))
-    , m_screen(inputButton(QStringLiteral("Look at my screen"), this))
-    , m_send(inputButton(QStringLiteral("Send"), this))
-    , m_stop(inputButton(QStringLiteral("Stop"), this))
+    , m_screen(inputButton(tr("Look at my screen"), this))
+    , m_send(inputButton(tr("Send"), this))
+    , m_stop(inputButton(tr("Stop"), this))
 {
-    setWindowTitle(QStringLiteral("Pobblewig Chat"));
+    setWindowTitle(tr("Pobblewig Chat"));
     setMinimumSize(leastSize);
     resize(panelSize);
     arrange();
@@ -166,7 +165,7 @@ void ChatPanel::arrange()
     PanelStyle::setRole(*m_capture, QStringLiteral("caption"));
     PanelStyle::setRole(*m_send, QStringLiteral("primary"));
     PanelStyle::setRole(*m_stop, QStringLiteral("primary"));
-    m_capture->setAccessibleName(QStringLiteral("Captured"));
+    m_capture->setAccessibleName(tr("Captured"));
     m_capture->setTextFormat(Qt::PlainText);
     m_capture->setWordWrap(true);
 
@@ -242,8 +241,8 @@ void ChatPanel::showTurn()
 QString ChatPanel::state() const
 {
     if (m_chat.isStreaming())
-        return QStringLiteral("thinking…");
-    return m_isClosingSession ? QStringLiteral("Writing down the day…") : m_stateText;
+        return tr("thinking…");
+    return m_isClosingSession ? tr("Summing up the day…") : m_stateText;
 }
 
 void ChatPanel::showError()

@@ -1,10 +1,15 @@
 #include "PobblewigDesktop/chat/ConversationLogic.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 
 namespace pobblewig {
 
 namespace {
+
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(ConversationLogic)
+};
 
 bool isAsked(const ChatMessage* previous)
 {
@@ -23,8 +28,7 @@ ConversationRow::Kind kindOf(const ChatMessage& message, const ChatMessage* prev
 
 QString speaker(ConversationRow::Kind kind)
 {
-    return kind == ConversationRow::Kind::user ? QStringLiteral("You")
-                                               : QStringLiteral("Pobblewig");
+    return kind == ConversationRow::Kind::user ? Texts::tr("You") : QStringLiteral("Pobblewig");
 }
 
 } // namespace
@@ -33,9 +37,9 @@ QString ConversationLogic::dayTitle(const QDate& day, const QDate& today, const 
 {
     const auto age = day.daysTo(today);
     if (age == 0)
-        return QStringLiteral("Today");
+        return Texts::tr("Today");
     if (age == 1)
-        return QStringLiteral("Yesterday");
+        return Texts::tr("Yesterday");
     if (age > 1 && age < 7)
         return locale.standaloneDayName(day.dayOfWeek());
     return locale.toString(day, QLocale::LongFormat);
@@ -72,17 +76,17 @@ QString ConversationLogic::spoken(const ConversationRow& row)
     case ConversationRow::Kind::day:
         return row.text;
     case ConversationRow::Kind::note:
-        return QStringLiteral("Note, %1: %2").arg(row.time, row.text);
+        return Texts::tr("Note, %1: %2").arg(row.time, row.text);
     case ConversationRow::Kind::preview:
-        return QStringLiteral("Pobblewig is writing: %1").arg(row.text);
+        return Texts::tr("Pobblewig is writing: %1").arg(row.text);
     case ConversationRow::Kind::partial:
-        return QStringLiteral("Pobblewig, unfinished: %1").arg(row.text);
+        return Texts::tr("Pobblewig, unfinished: %1").arg(row.text);
     default:
         break;
     }
-    const auto picture =
-        row.hadImage ? QStringLiteral(", with a picture of the screen") : QString();
-    return QStringLiteral("%1, %2%3: %4").arg(speaker(row.kind), row.time, picture, row.text);
+    const auto line = row.hadImage ? Texts::tr("%1, %2, with a picture of the screen: %3")
+                                   : Texts::tr("%1, %2: %3");
+    return line.arg(speaker(row.kind), row.time, row.text);
 }
 
 QString ConversationLogic::transcript(

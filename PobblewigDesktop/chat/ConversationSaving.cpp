@@ -17,12 +17,12 @@ ConversationSaving::ConversationSaving(ChatService& chat, Calendar calendar, QWi
 
 void ConversationSaving::ask()
 {
-    auto* const dialog = new QFileDialog(&m_window, QStringLiteral("Save the conversation"));
+    auto* const dialog = new QFileDialog(&m_window, tr("Save conversation"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(QStringLiteral("txt"));
-    dialog->setNameFilter(QStringLiteral("Text (*.txt)"));
-    dialog->selectFile(QStringLiteral("Pobblewig conversation.txt"));
+    dialog->setNameFilter(tr("Text files (*.txt)"));
+    dialog->selectFile(tr("Pobblewig conversation.txt"));
     connect(dialog, &QFileDialog::fileSelected, this, &ConversationSaving::saveTo);
     dialog->open();
 }
@@ -32,8 +32,7 @@ void ConversationSaving::saveTo(const QString& path)
     const auto text = ConversationLogic::transcript(m_chat.messages(), m_calendar);
     const auto saved = writeDurably(path, text.toUtf8(), FileOperations());
     if (!saved)
-        Q_EMIT failed(QStringLiteral("The conversation could not be saved: %1")
-                          .arg(saved.error().description()));
+        Q_EMIT failed(tr("Couldn't save the conversation: %1").arg(saved.error().description()));
 }
 
 } // namespace pobblewig

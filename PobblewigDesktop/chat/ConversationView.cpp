@@ -21,8 +21,6 @@ constexpr int lineStep = 20;
 constexpr int nearTheEnd = 8;
 constexpr int jumpSide = 32;
 constexpr int jumpMargin = 12;
-constexpr auto emptyText = "What you and Pobblewig say will appear here. "
-                           "Write something below to begin.";
 
 } // namespace
 
@@ -32,8 +30,9 @@ ConversationView::ConversationView(ConversationModel& model, QWidget* parent)
     , m_delegate(model, m_layouts, m_marks)
     , m_jump(new QToolButton(this))
 {
-    setAccessibleName(QStringLiteral("Conversation"));
-    setAccessibleDescription(QString::fromUtf8(emptyText));
+    setAccessibleName(tr("Conversation"));
+    setAccessibleDescription(
+        tr("Your conversation with Pobblewig appears here. Write something below to begin."));
     setModel(&model);
     setItemDelegate(&m_delegate);
     setVerticalScrollMode(ScrollPerPixel);
@@ -51,8 +50,8 @@ ConversationView::ConversationView(ConversationModel& model, QWidget* parent)
     connect(&m_nextSlice, &QTimer::timeout, this, [this] { scheduleDelayedItemsLayout(); });
 
     m_jump->setObjectName(QStringLiteral("jumpToLatest"));
-    m_jump->setAccessibleName(QStringLiteral("Jump to latest"));
-    m_jump->setToolTip(QStringLiteral("Jump to latest"));
+    m_jump->setAccessibleName(tr("Jump to latest"));
+    m_jump->setToolTip(tr("Jump to latest"));
     m_jump->setCursor(Qt::ArrowCursor);
     m_jump->setFixedSize(jumpSide, jumpSide);
     m_jump->hide();
@@ -132,7 +131,7 @@ void ConversationView::paintEvent(QPaintEvent* event)
     QPainter painter(viewport());
     painter.setPen(m_delegate.palette().muted);
     painter.drawText(viewport()->rect().adjusted(inset, 0, -inset, 0),
-        Qt::AlignCenter | Qt::TextWordWrap, QString::fromUtf8(emptyText));
+        Qt::AlignCenter | Qt::TextWordWrap, accessibleDescription());
 }
 
 void ConversationView::resizeEvent(QResizeEvent* event)
@@ -228,13 +227,13 @@ void ConversationView::contextMenuEvent(QContextMenuEvent* event)
     auto* const menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     if (m_marks.selection)
-        menu->addAction(QStringLiteral("Copy selection"), this, &ConversationView::copy);
+        menu->addAction(tr("Copy selection"), this, &ConversationView::copy);
     if (index.isValid()) {
         const auto text = m_model.row(index.row()).text;
-        menu->addAction(QStringLiteral("Copy message"), this,
-            [text] { QGuiApplication::clipboard()->setText(text); });
+        menu->addAction(
+            tr("Copy message"), this, [text] { QGuiApplication::clipboard()->setText(text); });
     }
-    menu->addAction(QStringLiteral("Find…"), this, &ConversationView::findRequested);
+    menu->addAction(tr("Find…"), this, &ConversationView::findRequested);
     menu->popup(
         isByKeyboard ? viewport()->mapToGlobal(visualRect(index).center()) : event->globalPos());
 }

@@ -28,14 +28,14 @@ FindBar::FindBar(QWidget* parent)
     : QFrame(parent)
     , m_field(new QLineEdit(this))
     , m_count(new QLabel(this))
-    , m_previous(findButton(QStringLiteral("Previous match"), this))
-    , m_next(findButton(QStringLiteral("Next match"), this))
-    , m_close(findButton(QStringLiteral("Close find"), this))
+    , m_previous(findButton(tr("Previous match"), this))
+    , m_next(findButton(tr("Next match"), this))
+    , m_close(findButton(tr("Close find bar"), this))
 {
     setObjectName(QStringLiteral("findBar"));
-    m_field->setAccessibleName(QStringLiteral("Find"));
+    m_field->setAccessibleName(tr("Find"));
     m_symbol = m_field->addAction(QIcon(), QLineEdit::LeadingPosition);
-    m_count->setAccessibleName(QStringLiteral("Matches"));
+    m_count->setAccessibleName(tr("Matches"));
     PanelStyle::setRole(*m_count, QStringLiteral("caption"));
 
     auto* const row = new QHBoxLayout(this);
@@ -81,8 +81,8 @@ void FindBar::open()
 void FindBar::showCount(std::optional<std::size_t> current, std::size_t count)
 {
     const auto text = wanted().isEmpty() ? QString()
-        : count == 0                     ? QStringLiteral("No matches")
-                     : QStringLiteral("%1 of %2").arg(current.value_or(0) + 1).arg(count);
+        : count == 0                     ? tr("No matches")
+                                         : tr("%1 of %2").arg(current.value_or(0) + 1).arg(count);
     PanelStyle::setText(*m_count, text);
     m_previous->setEnabled(count > 0);
     m_next->setEnabled(count > 0);

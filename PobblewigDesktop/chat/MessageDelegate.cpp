@@ -31,7 +31,8 @@ bool hasFooter(const ConversationRow& row)
 
 QString footerText(const ConversationRow& row)
 {
-    return row.kind == ConversationRow::Kind::partial ? QStringLiteral("Not finished") : row.time;
+    return row.kind == ConversationRow::Kind::partial ? MessageDelegate::tr("Unfinished")
+                                                      : row.time;
 }
 
 QRectF visiblePart(const QStyleOptionViewItem& option)

@@ -16,14 +16,13 @@ constexpr int mostLines = 6;
 /// Border and padding, above and below.
 constexpr int frame = 6;
 constexpr int leastHeight = 36;
-constexpr auto hint = "Write to Pobblewig";
 
 } // namespace
 
 MessageInput::MessageInput(QWidget* parent)
     : QPlainTextEdit(parent)
 {
-    setAccessibleName(QStringLiteral("Message"));
+    setAccessibleName(tr("Message"));
     setTabChangesFocus(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -61,7 +60,7 @@ void MessageInput::paintEvent(QPaintEvent* event)
     QPainter painter(viewport());
     painter.setPen(m_hintColor);
     painter.drawText(viewport()->rect().adjusted(margin, margin, 0, 0),
-        Qt::AlignLeft | Qt::AlignTop, QString::fromUtf8(hint));
+        Qt::AlignLeft | Qt::AlignTop, tr("Write to Pobblewig"));
 }
 
 void MessageInput::resizeEvent(QResizeEvent* event)

@@ -35,7 +35,7 @@ ProposalBanner::ProposalBanner(const RuleProposal& proposal, QWidget* parent)
     , m_answerRow(new QHBoxLayout)
 {
     setObjectName(QStringLiteral("proposal"));
-    setAccessibleName(QStringLiteral("Proposal: %1").arg(ProposalTexts::name(proposal)));
+    setAccessibleName(tr("Proposal: %1").arg(ProposalTexts::name(proposal)));
     m_title->setTextFormat(Qt::PlainText);
     PanelStyle::setRole(*m_title, QStringLiteral("caption"));
     m_expander->setObjectName(QStringLiteral("expander"));
@@ -122,16 +122,15 @@ void ProposalBanner::addAnswers(bool canAllowAlways)
 {
     auto* const usual = new QHBoxLayout;
     usual->setSpacing(gap);
-    usual->addWidget(
-        answer(QStringLiteral("Confirm"), QStringLiteral("primary"), ProposalAnswer::confirm));
-    usual->addWidget(answer(QStringLiteral("Dismiss"), QString(), ProposalAnswer::dismiss));
+    usual->addWidget(answer(tr("Confirm"), QStringLiteral("primary"), ProposalAnswer::confirm));
+    usual->addWidget(answer(tr("Dismiss"), QString(), ProposalAnswer::dismiss));
     usual->addStretch();
     m_answerRow->setSpacing(gap);
     m_answerRow->addLayout(usual, 1);
     if (canAllowAlways)
-        m_answerRow->addWidget(answer(QStringLiteral("Allow always"), QStringLiteral("quiet"),
-                                   ProposalAnswer::allowAlways),
-            0, Qt::AlignLeft);
+        m_answerRow->addWidget(
+            answer(tr("Allow always"), QStringLiteral("quiet"), ProposalAnswer::allowAlways), 0,
+            Qt::AlignLeft);
 }
 
 QPushButton* ProposalBanner::answer(const QString& name, const QString& role, ProposalAnswer answer)
@@ -184,7 +183,7 @@ void ProposalBanner::showLines()
         const auto most = line == m_lines.front() ? mostLinesOfTheFirst : mostLinesOfOthers;
         line->setMostLines(m_isExpanded ? WrappedLabel::unlimited : most);
     }
-    const auto name = m_isExpanded ? QStringLiteral("Show less") : QStringLiteral("Show all");
+    const auto name = m_isExpanded ? tr("Show less") : tr("Show all");
     m_expander->setAccessibleName(name);
     m_expander->setToolTip(name);
     m_expander->setIcon(m_isExpanded ? m_less : m_more);

@@ -32,7 +32,7 @@ ProposalBanners::ProposalBanners(QWidget& panel)
     , m_layout(new QVBoxLayout(m_column))
     , m_slide(this, "maximumHeight")
 {
-    setAccessibleName(QStringLiteral("Proposals"));
+    setAccessibleName(tr("Proposals"));
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::NoFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -33,8 +33,8 @@ Banner::Banner(Kind kind, const QString& name, const QString& action, QWidget* p
     m_label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_action->setAccessibleName(action);
     m_action->setVisible(!action.isEmpty());
-    m_close->setAccessibleName(QStringLiteral("Close"));
-    m_close->setToolTip(QStringLiteral("Close"));
+    m_close->setAccessibleName(tr("Close"));
+    m_close->setToolTip(tr("Close"));
 
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(12, 8, 8, 8);

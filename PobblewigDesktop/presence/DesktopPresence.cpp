@@ -169,7 +169,7 @@ void DesktopPresence::startWithDesktop(bool startWithDesktop)
     const auto outcome = m_services->autostart.setEnabled(startWithDesktop);
     if (outcome)
         return;
-    Q_EMIT noticed(tr("What starts with the desktop could not be changed: %1.")
+    Q_EMIT noticed(tr("Couldn't change whether Pobblewig starts at login: %1.")
                        .arg(outcome.error().description()));
     Q_EMIT chatRequested();
 }
@@ -178,7 +178,7 @@ void DesktopPresence::reportHotKey(const HotKeyError& error)
 {
     // Where no program gets keys there is nothing that the user could do about it.
     if (error.kind != HotKeyError::Kind::unavailable)
-        Q_EMIT noticed(tr("The chat has no hot key. %1").arg(error.description()));
+        Q_EMIT noticed(tr("The chat has no keyboard shortcut. %1").arg(error.description()));
 }
 
 void DesktopPresence::sendReplies()

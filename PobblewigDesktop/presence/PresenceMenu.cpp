@@ -22,7 +22,7 @@ PresenceMenu::PresenceMenu(QWidget* parent)
     addPauses();
     addAction(tr("Sleep now"), this, &PresenceMenu::sleepRequested);
     addSeparator();
-    m_startsWithDesktop = addAction(tr("Start with the desktop"));
+    m_startsWithDesktop = addAction(tr("Start at login"));
     m_startsWithDesktop->setCheckable(true);
     connect(
         m_startsWithDesktop, &QAction::triggered, this, &PresenceMenu::startWithDesktopRequested);

@@ -2,9 +2,15 @@
 
 #include "foundation/Text.h"
 
+#include <QCoreApplication>
+
 namespace pobblewig {
 
 namespace {
+
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(NotificationLogic)
+};
 
 constexpr qsizetype longestTitle = 80;
 constexpr qsizetype longestBody = 300;
@@ -37,8 +43,7 @@ QStringList NotificationLogic::actions(const QStringList& capabilities)
         return {};
     const auto reply =
         capabilities.contains(inlineReply) ? inlineReply : QStringLiteral("open-chat");
-    return { QStringLiteral("default"), QStringLiteral("Open chat"), reply,
-        QStringLiteral("Reply") };
+    return { QStringLiteral("default"), Texts::tr("Open chat"), reply, Texts::tr("Reply") };
 }
 
 QVariantMap NotificationLogic::hints()
@@ -48,7 +53,7 @@ QVariantMap NotificationLogic::hints()
         { QStringLiteral("category"), QStringLiteral("im.received") },
         // The program has a sound of its own.
         { QStringLiteral("suppress-sound"), true },
-        { QStringLiteral("x-kde-reply-placeholder-text"), QStringLiteral("Reply…") },
+        { QStringLiteral("x-kde-reply-placeholder-text"), Texts::tr("Reply…") },
     };
 }
 

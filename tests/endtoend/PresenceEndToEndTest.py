@@ -100,7 +100,7 @@ class TrayEndToEndTest(PresenceEndToEndTest):
         wait_for(lambda: item.picture() == picture, "the face without a mark")
 
         autostart = self.program.data.parent.parent / "config" / "autostart"
-        item.click("Start with the desktop")
+        item.click("Start at login")
         wait_for(lambda: list(autostart.glob("com.pobblewig.app.desktop")), "the autostart file")
         self.assertFalse(self.is_chat_shown())
         item.activate()

@@ -4,6 +4,7 @@
 #include "settings/SettingTexts.h"
 #include "settings/SettingsWriteLogic.h"
 
+#include <QCoreApplication>
 #include <QSet>
 
 #include <algorithm>
@@ -24,6 +25,10 @@ constexpr qsizetype oneLineLength = 100;
 
 using Lines = QStringList;
 
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(ProposalTexts)
+};
+
 bool isRightToLeft(QChar character)
 {
     return character.direction() == QChar::DirR || character.direction() == QChar::DirAL;
@@ -39,7 +44,7 @@ QString embedded(const QString& text, qsizetype length)
 QString titled(const QString& text)
 {
     const auto title = Text::plainLine(text, titleLength);
-    return title.isEmpty() ? QStringLiteral("Untitled") : title;
+    return title.isEmpty() ? Texts::tr("Untitled") : title;
 }
 
 QString listed(const QStringList& entries)
@@ -49,7 +54,7 @@ QString listed(const QStringList& entries)
         shown.append(embedded(entry, entryLength));
     const auto rest = entries.size() - shown.size();
     const auto list = shown.join(QStringLiteral(", "));
-    return rest > 0 ? QStringLiteral("%1 and %2 more").arg(list).arg(rest) : list;
+    return rest > 0 ? Texts::tr("%1 and %n more", nullptr, int(rest)).arg(list) : list;
 }
 
 /// A line that only says something where there is something to say.
@@ -80,19 +85,19 @@ QString notes(const std::optional<QString>& text)
 Lines eventLines(const ProposedCalendarEvent& event, const Calendar& calendar)
 {
     Lines lines { titled(event.title), span(event.start, event.end, calendar) };
-    add(lines, QStringLiteral("Calendar"),
+    add(lines, Texts::tr("Calendar"),
         embedded(event.calendarName.value_or(QString()), entryLength));
-    add(lines, QStringLiteral("Notes"), notes(event.notes));
+    add(lines, Texts::tr("Notes"), notes(event.notes));
     return lines;
 }
 
 Lines reminderLines(const ProposedReminder& reminder, const Calendar& calendar)
 {
     const auto due =
-        reminder.due ? calendar.moment(*reminder.due) : QStringLiteral("at no particular time");
+        reminder.due ? calendar.moment(*reminder.due) : Texts::tr("at no particular time");
     Lines lines { titled(reminder.title) };
-    add(lines, QStringLiteral("Due"), due);
-    add(lines, QStringLiteral("Notes"), notes(reminder.notes));
+    add(lines, Texts::tr("Due"), due);
+    add(lines, Texts::tr("Notes"), notes(reminder.notes));
     return lines;
 }
 
@@ -115,8 +120,8 @@ Lines change(const Setting& setting, const AppSettings& before, const AppSetting
     if (line.size() <= oneLineLength || (old.isEmpty() && now.isEmpty()))
         return { line };
     Lines lines { QStringLiteral("%1: %2 → %3").arg(label).arg(old.size()).arg(now.size()) };
-    add(lines, QStringLiteral("Added"), listed(without(now, old)));
-    add(lines, QStringLiteral("Removed"), listed(without(old, now)));
+    add(lines, Texts::tr("Added"), listed(without(now, old)));
+    add(lines, Texts::tr("Removed"), listed(without(old, now)));
     return lines;
 }
 
@@ -126,7 +131,7 @@ Lines settingLines(const ProposedSettingsChange& proposed, const AppSettings& be
     auto after = before;
     if (!setting || !SettingsWriteLogic::write(*setting, proposed.value, after)) {
         const auto label = setting ? SettingTexts::label(*setting) : proposed.key;
-        return { QStringLiteral("%1 cannot be set to %2")
+        return { Texts::tr("%1 cannot be set to %2")
                      .arg(embedded(label, entryLength),
                          embedded(proposed.value.displayString(), valueLength)) };
     }
@@ -141,6 +146,11 @@ Lines settingLines(const ProposedSettingsChange& proposed, const AppSettings& be
     return lines;
 }
 
+QString minutesInWords(int minutes)
+{
+    return minutes == 1 ? Texts::tr("1 minute") : Texts::tr("%n minutes", nullptr, minutes);
+}
+
 Lines ruleLines(const RuleProposal& rule)
 {
     QStringList watched;
@@ -148,19 +158,19 @@ Lines ruleLines(const RuleProposal& rule)
         { &rule.applicationMatch, &rule.domainMatch, &rule.bundleIDMatch })
         watched.append({ names->begin(), names->end() });
     // Every name contains the empty one.
-    std::ranges::replace(watched, QString(), QStringLiteral("any app"));
+    std::ranges::replace(watched, QString(), Texts::tr("any app"));
     QStringList silent;
     for (const auto mode : rule.excludedModes)
         silent.append(displayName(mode));
-    const auto minutes = Text::counted(rule.thresholdMinutes, u"minute");
     Lines lines { titled(rule.name) };
     lines.append(watched.isEmpty()
-            ? QStringLiteral("Watches nothing")
-            : QStringLiteral("Checks in after %1 of %2").arg(minutes, listed(watched)));
-    lines.append(QStringLiteral("At most every %1, in a %2 tone")
-                     .arg(Text::counted(rule.cooldownMinutes, u"minute"),
-                         EnumNames::text(rule.responseStyle)));
-    add(lines, QStringLiteral("Silent in the modes"), silent.join(QStringLiteral(", ")));
+            ? Texts::tr("Watches nothing")
+            : Texts::tr("Checks in after %1 of %2")
+                  .arg(minutesInWords(rule.thresholdMinutes), listed(watched)));
+    lines.append(
+        Texts::tr("At most every %1, in a %2 tone")
+            .arg(minutesInWords(rule.cooldownMinutes), EnumNames::text(rule.responseStyle)));
+    add(lines, Texts::tr("Silent in the modes"), silent.join(QStringLiteral(", ")));
     return lines;
 }
 
@@ -168,15 +178,15 @@ QString title(RuleProposal::Kind kind)
 {
     switch (kind) {
     case RuleProposal::Kind::rule:
-        return QStringLiteral("New check-in rule");
+        return Texts::tr("New check-in rule");
     case RuleProposal::Kind::calendarEvent:
-        return QStringLiteral("New calendar event");
+        return Texts::tr("New calendar event");
     case RuleProposal::Kind::reminder:
-        return QStringLiteral("New reminder");
+        return Texts::tr("New reminder");
     case RuleProposal::Kind::settingsChange:
-        return QStringLiteral("Change a setting");
+        return Texts::tr("Change a setting");
     case RuleProposal::Kind::forgetMemory:
-        return QStringLiteral("Forget from memory");
+        return Texts::tr("Forget from memory");
     }
     Q_UNREACHABLE();
 }
@@ -195,7 +205,7 @@ Lines lines(const RuleProposal& proposal, const AppSettings& settings, const Cal
         return proposal.settingsChange ? settingLines(*proposal.settingsChange, settings) : Lines();
     case RuleProposal::Kind::forgetMemory:
         return { Text::plainLine(proposal.name, forgetLength),
-            QStringLiteral("This cannot be undone.") };
+            Texts::tr("This cannot be undone.") };
     }
     Q_UNREACHABLE();
 }

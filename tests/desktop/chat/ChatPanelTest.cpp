@@ -160,7 +160,7 @@ private Q_SLOTS:
     {
         m_panel->setStateText(QStringLiteral("studying"));
         m_panel->setClosingSession(true);
-        QCOMPARE(label("State").text(), QStringLiteral("Writing down the day…"));
+        QCOMPARE(label("State").text(), QStringLiteral("Summing up the day…"));
         QVERIFY(!button("New session").isEnabled());
         QSignalSpy requests(m_panel.get(), &ChatPanel::newSessionRequested);
         QTest::keyClick(m_panel.get(), Qt::Key_N, Qt::ControlModifier);

@@ -180,7 +180,7 @@ private Q_SLOTS:
     void aStartWithTheDesktopThatCannotBeSetIsSaid()
     {
         const auto menu = m_presence->makeMenu();
-        auto* const start = action(*menu, QStringLiteral("Start with the desktop"));
+        auto* const start = action(*menu, QStringLiteral("Start at login"));
         start->trigger();
         QVERIFY(m_autostart->isOn && start->isChecked());
         m_autostart->isOn = false;
