@@ -5,7 +5,7 @@ import pathlib
 import subprocess
 import unittest
 
-from program import BIN, Atspi, Program, wait_for, xdotool
+from program import BIN, Atspi, DemoModel, Program, wait_for, xdotool
 from tray import Item, Tray
 
 REGISTER = pathlib.Path(__file__).parents[2] / "scripts" / "register-url-scheme"
@@ -74,16 +74,18 @@ class HotKeyEndToEndTest(PresenceEndToEndTest):
 
 
 class TrayEndToEndTest(PresenceEndToEndTest):
-    def test_a_tray_on_the_bus_shows_the_state_and_changes_it(self):
+    def start_in_a_tray(self):
         tray = Tray()
         self.addCleanup(tray.close)
         self.start()
         wait_for(lambda: tray.items, "the program in the tray")
-        item = Item(tray.items[0][0])
+        return Item(tray.items[0][0])
+
+    def test_a_tray_on_the_bus_shows_the_settings_and_changes_them(self):
+        item = self.start_in_a_tray()
         self.assertEqual(item.tool_tip(), "Pobblewig · Open-ended")
         self.assertEqual(item.entries()["Mode/Open-ended"]["toggle-state"], 1)
         self.assertFalse(item.entries()["Pause observation/Resume observation"]["enabled"])
-        picture = item.picture()
 
         item.click("Mode/Focus")
         wait_for(lambda: self.settings().get("mode") == "focus", "the mode")
@@ -91,13 +93,6 @@ class TrayEndToEndTest(PresenceEndToEndTest):
         wait_for(lambda: item.entries()["Mode/Focus"]["toggle-state"] == 1, "the check")
         item.click("Mode/For 1 hour/Studying")
         wait_for(lambda: self.settings().get("modeRevertAt"), "the end of the mode")
-        self.assertEqual(item.picture(), picture)
-
-        item.click("Pause observation/Until resumed")
-        wait_for(lambda: "observation paused" in item.tool_tip(), "the pause in words")
-        self.assertNotEqual(item.picture(), picture)
-        item.click("Pause observation/Resume observation")
-        wait_for(lambda: item.picture() == picture, "the face without a mark")
 
         autostart = self.program.data.parent.parent / "config" / "autostart"
         item.click("Start at login")
@@ -107,6 +102,27 @@ class TrayEndToEndTest(PresenceEndToEndTest):
         wait_for(self.is_chat_shown, "the chat panel")
         item.click("Quit Pobblewig")
         self.assertEqual(self.program.process.wait(timeout=30), 0)
+
+    def test_its_look_follows_the_state(self):
+        model = DemoModel(delay_ms=60)
+        self.addCleanup(model.stop)
+        self.program.environment |= model.variables
+        item = self.start_in_a_tray()
+        self.program.open_chat()
+        pictures = [item.picture()]
+        for state, enter in (("asleep", lambda: item.click("Sleep now")),
+                             ("thinking…", lambda: self.program.send("tell me a long story")),
+                             ("observation paused",
+                              lambda: item.click("Pause observation/Until resumed"))):
+            enter()
+            wait_for(lambda: item.tool_tip().endswith(state), f'"{state}"')
+            wait_for(lambda: item.picture() not in pictures, f'a mark for "{state}"')
+            pictures.append(item.picture())
+            if self.program.is_usable("Stop"):
+                self.program.press("Stop")
+        item.click("Pause observation/Resume observation")
+        wait_for(lambda: item.picture() == pictures[0], "the face without a mark")
+        self.assertEqual(item.tool_tip(), "Pobblewig · Open-ended")
 
     def test_a_tray_that_embeds_takes_clicks(self):
         self.start(["trayer", "--edge", "top", "--widthtype", "request"])

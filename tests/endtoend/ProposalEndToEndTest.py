@@ -40,6 +40,8 @@ class ProposalEndToEndTest(unittest.TestCase):
                     # A server without tools is known as one from the first turn on.
                     program.send("hello")
                     wait_for(lambda: len(program.chat_file()) == 2, "the greeting")
+                    self.assertEqual("native tools rejected" in program.log_text(),
+                                     "--no-native-tools" in arguments)
                     yield program
                 model.stop()
 
