@@ -3,6 +3,7 @@
 #include "PobblewigDesktop/buddy/BuddyPainter.h"
 #include "PobblewigDesktop/contactsheet/AnimatedPNG.h"
 #include "PobblewigDesktop/contactsheet/BuddyScenes.h"
+#include "PobblewigDesktop/contactsheet/PanelScenes.h"
 
 #include "buddy/BuddyArtist.h"
 
@@ -21,6 +22,7 @@ constexpr int margin = 8;
 constexpr int captionWidth = 130;
 constexpr int captionHeight = 22;
 constexpr int posterColumns = 4;
+constexpr int panelColumns = 6;
 const QColor paper(251, 248, 244);
 const QColor bright(226, 232, 238);
 const QColor dark(38, 42, 50);
@@ -222,6 +224,33 @@ QImage ContactSheet::poster(double ratio)
         const auto isLast = i % posterColumns == posterColumns - 1;
         corner = isLast ? QPoint(margin, caption.bottom() + 1 + margin)
                         : corner + QPoint(width + margin, 0);
+    }
+    return image;
+}
+
+QImage ContactSheet::panels()
+{
+    struct Tile {
+        QString caption;
+        QImage picture;
+    };
+    std::vector<Tile> tiles;
+    QSize largest;
+    for (const auto& scene : PanelScenes::all()) {
+        for (const auto scheme : { ColorScheme::light, ColorScheme::dark }) {
+            tiles.push_back({ scene.name, scene.picture(scheme) });
+            largest = largest.expandedTo(tiles.back().picture.size());
+        }
+    }
+    const auto step = largest + QSize(margin, margin + captionHeight);
+    const auto rows = (int(tiles.size()) + panelColumns - 1) / panelColumns;
+    auto image = blank({ panelColumns * step.width(), rows * step.height() }, 1);
+    QPainter painter(&image);
+    for (int i = 0; i < int(tiles.size()); ++i) {
+        const QPoint corner(i % panelColumns * step.width(), i / panelColumns * step.height());
+        const QRect caption(corner, QSize(largest.width(), captionHeight));
+        painter.drawText(caption, Qt::AlignCenter, tiles[size_t(i)].caption);
+        painter.drawImage(caption.bottomLeft() + QPoint(0, 1), tiles[size_t(i)].picture);
     }
     return image;
 }

@@ -3,7 +3,7 @@
 #include <QByteArray>
 #include <QImage>
 
-/// Pictures of everything that the buddy does. `ratio` is that of device pixels.
+/// Pictures of everything that there is to see. `ratio` is that of device pixels.
 namespace pobblewig::ContactSheet {
 
 /// Every moment of every scene, with a column for each sprite, on bright and on dark.
@@ -11,6 +11,9 @@ QImage sheet(double ratio);
 
 /// One moment of each scene, each by another sprite.
 QImage poster(double ratio);
+
+/// The chat panel in each of its states, on bright and on dark.
+QImage panels();
 
 /// A day in the life of the buddy, as an animated PNG.
 QByteArray film(double ratio);

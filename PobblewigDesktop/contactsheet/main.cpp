@@ -1,6 +1,6 @@
-// Draws everything that the buddy does into pictures.
-// Usage: contact-sheet sheet|poster|film FILE.png [RATIO], where the ratio is that of device
-// pixels.
+// Draws everything that the buddy does, and the chat panel in all its states, into pictures.
+// Usage: contact-sheet sheet|poster|film|panels FILE.png [RATIO], where the ratio is that of device
+// pixels; panels have that of the screen.
 
 #include "PobblewigDesktop/contactsheet/ContactSheet.h"
 
@@ -21,6 +21,7 @@ int main(int argc, char** argv)
 {
     using namespace pobblewig;
     QApplication application(argc, argv);
+    QApplication::setStyle(QStringLiteral("fusion"));
     const auto arguments = QApplication::arguments();
     if (arguments.size() < 3)
         return 2;
@@ -29,6 +30,8 @@ int main(int argc, char** argv)
     const auto ratio = arguments.value(3, QStringLiteral("1")).toDouble();
     if (kind == u"film")
         return write(ContactSheet::film(ratio), name) ? 0 : 1;
-    const auto image = kind == u"poster" ? ContactSheet::poster(ratio) : ContactSheet::sheet(ratio);
+    const auto image = kind == u"panels" ? ContactSheet::panels()
+        : kind == u"poster"              ? ContactSheet::poster(ratio)
+                                         : ContactSheet::sheet(ratio);
     return image.save(name) ? 0 : 1;
 }

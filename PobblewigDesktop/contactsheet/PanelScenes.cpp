@@ -1,0 +1,218 @@
+#include "PobblewigDesktop/contactsheet/PanelScenes.h"
+
+#include "PobblewigDesktop/chat/FindBar.h"
+#include "PobblewigDesktop/presence/BuddyFace.h"
+
+#include <QEventLoop>
+#include <QLineEdit>
+#include <QListView>
+#include <QPlainTextEdit>
+#include <QScrollBar>
+#include <QTimer>
+
+namespace pobblewig {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Until everything has slid in.
+constexpr auto settlingTime = 400ms;
+
+void converse(StagedChat& talk)
+{
+    const auto now = StagedChat::now;
+    talk.exchange(QStringLiteral("I keep putting off the statistics problem set."),
+        QStringLiteral("Then let us make it small. Which exercise looks least unpleasant?\n\nPick "
+                       "that one, set a timer for fifteen minutes, and stop when it rings."),
+        now - 26h);
+    talk.add({ .id = QUuid::createUuid(),
+        .role = ChatMessage::Role::assistant,
+        .text = QStringLiteral("The lab report is due tomorrow at 12:00. Shall we look at it now?"),
+        .timestamp = now - 50min,
+        .relatedInterventionID = QUuid::createUuid() });
+    talk.exchange(QStringLiteral("Remind me at six 🙂👩‍👩‍👧‍👦"),
+        QStringLiteral("Done. I will nudge you at six."), now - 40min);
+    talk.add({ .id = QUuid::createUuid(),
+        .role = ChatMessage::Role::assistant,
+        .text = QStringLiteral("Added reminder 'Lab report' due 18:00"),
+        .timestamp = now - 39min });
+    talk.exchange(QStringLiteral("مرحبا، كيف حالك اليوم؟"),
+        QStringLiteral("أنا بخير، شكرا! هل نبدأ بمراجعة الفصل الثالث من كتاب Statistics معا؟"),
+        now - 10min);
+    talk.exchange(QStringLiteral("Donaudampfschiff").repeated(6),
+        QStringLiteral("That is quite a word."), now - 2min);
+}
+
+RuleProposal changed(const QString& key, JSONValue value)
+{
+    return { .proposalId = key,
+        .kind = RuleProposal::Kind::settingsChange,
+        .name = key,
+        .settingsChange = ProposedSettingsChange { key, std::move(value) } };
+}
+
+RuleProposal planned(const QString& title, const QString& notes)
+{
+    const ProposedCalendarEvent event {
+        .title = title, .start = StagedChat::now + 30h, .end = StagedChat::now + 31h, .notes = notes
+    };
+    return { .proposalId = title,
+        .kind = RuleProposal::Kind::calendarEvent,
+        .name = title,
+        .event = event };
+}
+
+RuleProposal forgotten(const QString& note)
+{
+    return { .proposalId = note,
+        .kind = RuleProposal::Kind::forgetMemory,
+        .name = QStringLiteral("Delete the memory note \"%1\"").arg(note) };
+}
+
+std::vector<RuleProposal> proposals()
+{
+    return {
+        changed(QStringLiteral("mode"), QStringLiteral("focus")),
+        planned(QStringLiteral("Dentist 🦷"),
+            QStringLiteral(
+                "Bring the insurance card. The practice moved: second floor, left of "
+                "the pharmacy, ring twice. Call if you are more than ten minutes late.")),
+        forgotten(
+            QStringLiteral("Finds statistics hard and is ashamed of it. ").repeated(12).trimmed()),
+        planned(QStringLiteral("موعد مع الأستاذ حول كتاب Statistics في الساعة التاسعة صباحا"),
+            QStringLiteral("إحضار الفصل الثالث")),
+        changed(QStringLiteral("excludedBundleIDs"),
+            JSONValue::Array {
+                QStringLiteral("com.example.") + QStringLiteral("verylong").repeated(8),
+                QStringLiteral("org.mozilla.firefox") }),
+        { .proposalId = QStringLiteral("rule"),
+            .name = QStringLiteral("Donaudampfschiff").repeated(4),
+            .applicationMatch = { QStringLiteral("YouTube"), QStringLiteral("Netflix") },
+            .thresholdMinutes = 30,
+            .excludedModes = { CoachMode::relaxing },
+            .cooldownMinutes = 120 },
+    };
+}
+
+void propose(PanelStage& stage, size_t from, size_t count)
+{
+    const auto all = proposals();
+    converse(stage.talk);
+    stage.panel.setProposals({ all.begin() + from, all.begin() + from + count }, {});
+}
+
+} // namespace
+
+PanelStage::PanelStage(ColorScheme scheme)
+    : panel(talk.chat(), Calendar { QTimeZone::utc(), QLocale(QStringLiteral("en_GB")) },
+        [] { return StagedChat::now; })
+{
+    panel.setTheme(Theme::palette(scheme, QStringLiteral("coral")));
+    panel.setModelLabel(QStringLiteral("demo model"));
+    panel.setStateText(QStringLiteral("Focus until 15:30"));
+    panel.setFace(BuddyFace::icon(MascotSprite::sprite(Mascot::axolotl)));
+    panel.show();
+}
+
+QAbstractButton& PanelStage::button(const char* name)
+{
+    for (auto* const candidate : panel.findChildren<QAbstractButton*>()) {
+        if (candidate->isVisible() && candidate->accessibleName() == QLatin1String(name))
+            return *candidate;
+    }
+    qFatal("There is no button of the name %s.", name);
+}
+
+void PanelStage::watch(std::chrono::milliseconds time)
+{
+    QEventLoop loop;
+    QTimer::singleShot(time, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+QImage PanelScene::picture(ColorScheme scheme) const
+{
+    PanelStage stage(scheme);
+    play(stage);
+    PanelStage::watch(settlingTime);
+    return stage.panel.grab().toImage();
+}
+
+std::vector<PanelScene> PanelScenes::all()
+{
+    return {
+        { QStringLiteral("empty"), [](PanelStage&) {} },
+        { QStringLiteral("conversation"), [](PanelStage& stage) { converse(stage.talk); } },
+        { QStringLiteral("streaming"),
+            [](PanelStage& stage) {
+                converse(stage.talk);
+                stage.talk.ask(QStringLiteral("Explain the central limit theorem."));
+                stage.talk.say(QStringLiteral("Take many samples, average each one, and the "
+                                              "averages gather around the true mean "
+                                              "in a bell shape, whatever the"));
+            } },
+        { QStringLiteral("error"),
+            [](PanelStage& stage) {
+                converse(stage.talk);
+                stage.talk.ask(QStringLiteral("Are you there?"));
+                stage.talk.fail(TransportError { TransportError::Kind::unreachable,
+                    QStringLiteral("The server does not answer. Check the network, then retry.") });
+            } },
+        { QStringLiteral("looking"),
+            [](PanelStage& stage) {
+                converse(stage.talk);
+                stage.talk.ask(
+                    QStringLiteral("What am I missing here?"), ChatService::Screenshot::with);
+                stage.talk.say(QStringLiteral("The second line divides by"));
+            } },
+        { QStringLiteral("find"),
+            [](PanelStage& stage) {
+                converse(stage.talk);
+                stage.panel.findChild<FindBar*>()->open();
+                stage.panel.findChild<QLineEdit*>()->setText(QStringLiteral("re"));
+            } },
+        { QStringLiteral("proposal"), [](PanelStage& stage) { propose(stage, 0, 1); } },
+        { QStringLiteral("proposal, focused"),
+            [](PanelStage& stage) {
+                propose(stage, 0, 1);
+                stage.button("Confirm").setFocus(Qt::TabFocusReason);
+            } },
+        { QStringLiteral("proposal, answered"),
+            [](PanelStage& stage) {
+                propose(stage, 1, 1);
+                stage.button("Confirm").click();
+            } },
+        { QStringLiteral("proposal, long"), [](PanelStage& stage) { propose(stage, 2, 1); } },
+        { QStringLiteral("proposal, expanded"),
+            [](PanelStage& stage) {
+                propose(stage, 2, 1);
+                PanelStage::watch(700ms);
+                stage.button("Show all").click();
+            } },
+        { QStringLiteral("proposals, right to left"),
+            [](PanelStage& stage) { propose(stage, 3, 1); } },
+        { QStringLiteral("proposals, list"), [](PanelStage& stage) { propose(stage, 4, 1); } },
+        { QStringLiteral("proposals, three"), [](PanelStage& stage) { propose(stage, 0, 3); } },
+        { QStringLiteral("proposals, six"), [](PanelStage& stage) { propose(stage, 0, 6); } },
+        { QStringLiteral("proposals, narrow"),
+            [](PanelStage& stage) {
+                stage.panel.resize(300, 420);
+                propose(stage, 0, 2);
+            } },
+        { QStringLiteral("scrolled"),
+            [](PanelStage& stage) {
+                for (auto count = 0; count < 5; ++count)
+                    converse(stage.talk);
+                PanelStage::watch(100ms);
+                stage.panel.findChild<QListView*>()->verticalScrollBar()->setValue(0);
+                stage.panel.findChild<QPlainTextEdit*>()->setPlainText(
+                    QStringLiteral("One\nTwo\nThree\nFour\nFive\nSix\nSeven"));
+                stage.panel.setNotice(
+                    QStringLiteral("Pobblewig cannot save anything at the moment: No space left on "
+                                   "device. What you write now is kept only until you quit."));
+            } },
+    };
+}
+
+} // namespace pobblewig

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "conversation/ChatService.h"
+
+namespace pobblewig {
+
+/// Speaks when it is prompted.
+class StagedModel : public LLMProvider {
+public:
+    using Prompter = std::optional<LLMStream::Sink>;
+
+    /// The prompter can speak once the model is asked.
+    explicit StagedModel(Prompter& prompter)
+        : m_prompter(prompter)
+    {
+    }
+
+    const LLMConfiguration& configuration() const override { return m_configuration; }
+    LLMStream streamChat(LLMRequest) override
+    {
+        LLMStream stream;
+        m_prompter = stream.sink();
+        return stream;
+    }
+
+private:
+    LLMConfiguration m_configuration;
+    Prompter& m_prompter;
+};
+
+/// A screen with a textbook on it.
+class StagedScreen : public ScreenCapturing {
+public:
+    Task<tl::expected<CapturedScreenshot, ScreenCaptureError>> captureForCurrentContext(
+        std::set<QString>) override
+    {
+        co_return CapturedScreenshot { "JPEG",
+            QStringLiteral(
+                "Captured \"Problem set 7, exercise 3 - Statistics.pdf\" of Document Viewer") };
+    }
+};
+
+/// A conversation to be looked at: in memory only, at a fixed moment, with a staged model.
+class StagedChat {
+public:
+    static constexpr TimePoint now { std::chrono::seconds(1772352900) };
+
+    StagedChat();
+    Q_DISABLE_COPY_MOVE(StagedChat)
+    ~StagedChat();
+
+    ChatService& chat() { return m_chat; }
+
+    void add(const ChatMessage& message);
+
+    /// A question and its answer.
+    void exchange(const QString& question, const QString& answer, TimePoint time);
+
+    /// Returns once the model is asked.
+    void ask(
+        const QString& text, ChatService::Screenshot screenshot = ChatService::Screenshot::without);
+
+    void say(const QString& text) { m_prompter->push(LLMToken { text }); }
+    void fail(const TransportError& error) { m_prompter->finish(error); }
+
+private:
+    StagedModel::Prompter m_prompter;
+    StagedScreen m_screen;
+    ChatHistoryStore m_history { std::nullopt };
+    UsageCounter m_usage { std::nullopt };
+    ChatService m_chat;
+};
+
+} // namespace pobblewig

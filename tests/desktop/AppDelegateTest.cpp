@@ -1,0 +1,103 @@
+#include "PobblewigDesktop/AppDelegate.h"
+
+#include "PobblewigDesktop/chat/ChatPanel.h"
+#include "desktop/chat/ScriptedChat.h"
+#include "support/FakeKeychain.h"
+#include "support/ScriptedHTTPClient.h"
+#include "support/TableRow.h"
+
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+namespace pobblewig {
+
+using OpenChat = std::function<void(AppDelegate&)>;
+
+class AppDelegateTest : public QObject {
+    Q_OBJECT
+
+    template <typename Window>
+    static Window& shown()
+    {
+        for (auto* const widget : QApplication::topLevelWidgets()) {
+            if (auto* const window = qobject_cast<Window*>(widget); window && window->isVisible())
+                return *window;
+        }
+        qFatal("There is no %s.", Window::staticMetaObject.className());
+    }
+
+    static BuddyState::Kind buddyState() { return shown<BuddyWindow>().view().state().kind; }
+
+    void launch()
+    {
+        m_delegate.reset();
+        m_delegate.emplace(m_windowSystem, *m_settings);
+        QSignalSpy launched(&*m_delegate, &AppDelegate::launched);
+        m_delegate->launch([this] {
+            return AppCoordinator::Parts {
+                .directory = DataDirectory(QDir(m_scratch->path())),
+                .http = std::make_unique<ScriptedHTTPClient>(),
+                .keychain = std::make_unique<FakeKeychain>(),
+                .environment = [] { return Environment(); },
+                .calendar = [] { return Calendar(); },
+                .clock = [] { return ScriptedChat::now; },
+            };
+        });
+        QVERIFY(launched.wait());
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_scratch.emplace();
+        m_settings.emplace(
+            m_scratch->filePath(QStringLiteral("desktop.conf")), QSettings::IniFormat);
+        launch();
+    }
+    void cleanup() { m_delegate.reset(); }
+
+    void theReminderSignGoesOnceTheChatIsOpened_data()
+    {
+        QTest::addColumn<OpenChat>("open");
+        row("from the tray",
+            OpenChat([](AppDelegate& delegate) { Q_EMIT delegate.presence().chatRequested(); }));
+        row("by the hot key",
+            OpenChat([](AppDelegate& delegate) { Q_EMIT delegate.presence().chatToggled(); }));
+        row("by a click on it",
+            OpenChat([](AppDelegate&) { Q_EMIT shown<BuddyWindow>().clicked(); }));
+    }
+    void theReminderSignGoesOnceTheChatIsOpened()
+    {
+        QFETCH(OpenChat, open);
+        const QSignalSpy looks(&m_delegate->presence(), &DesktopPresence::stateChanged);
+        Q_EMIT m_delegate->presence().reminded();
+        QCOMPARE(buddyState(), BuddyState::Kind::notify);
+        QCOMPARE(looks.count(), 1);
+        open(*m_delegate);
+        QVERIFY(shown<ChatPanel>().isVisible());
+        QCOMPARE(buddyState(), BuddyState::Kind::idle);
+        QCOMPARE(looks.count(), 2);
+    }
+
+    void thePanelIsAsLargeAsItWasLeft()
+    {
+        const QSize size(512, 480);
+        m_delegate->openChat();
+        shown<ChatPanel>().resize(size);
+        shown<ChatPanel>().hide();
+        launch();
+        m_delegate->openChat();
+        QCOMPARE(shown<ChatPanel>().size(), size);
+    }
+
+private:
+    UnavailableBuddyWindowSystem m_windowSystem;
+    std::optional<QTemporaryDir> m_scratch;
+    std::optional<QSettings> m_settings;
+    std::optional<AppDelegate> m_delegate;
+};
+
+} // namespace pobblewig
+
+QTEST_MAIN(pobblewig::AppDelegateTest)
+#include "AppDelegateTest.moc"
