@@ -4,6 +4,7 @@
 #include "connections/CanvasSyncLogic.h"
 #include "foundation/ISO8601.h"
 #include "support/Awaited.h"
+#include "support/Joined.h"
 #include "support/TableRow.h"
 
 namespace pobblewig {
@@ -22,16 +23,12 @@ ReferenceItem item(QStringView path, const QString& title, const QString& key, c
 
 ReferenceItem starting(const QString& title, TimePoint start)
 {
-    return item(
-        CalendarSyncLogic::eventsPath, title, QStringLiteral("startAt"), ISO8601::format(start));
+    return item(CalendarSyncLogic::eventsPath, title, u"startAt"_s, ISO8601::format(start));
 }
 
 QString titles(const std::vector<ReferenceItem>& items)
 {
-    QStringList result;
-    for (const auto& found : items)
-        result += found.title;
-    return result.join(u' ');
+    return joined(items, &ReferenceItem::title);
 }
 
 } // namespace
@@ -43,44 +40,42 @@ class CalendarSyncLogicTest : public QObject {
 private Q_SLOTS:
     void aDateIsReadAsServersWriteIt_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<std::optional<TimePoint>>("time");
+        columns<QString, std::optional<TimePoint>>("text", "time");
         const std::optional<TimePoint> none;
-        row("whole seconds", QStringLiteral("2026-03-01T08:15:00Z"), std::optional(now));
-        row("fractions", QStringLiteral("2026-03-01T08:15:00.250Z"), std::optional(now + 250ms));
-        row("another zone", QStringLiteral("2026-02-28T22:15:00-10:00"), std::optional(now));
-        row("no zone", QStringLiteral("2026-03-01T08:15:00"), none);
-        row("words", QStringLiteral("tomorrow"), none);
+        row("whole seconds", u"2026-03-01T08:15:00Z"_s, std::optional(now));
+        row("fractions", u"2026-03-01T08:15:00.250Z"_s, std::optional(now + 250ms));
+        row("another zone", u"2026-02-28T22:15:00-10:00"_s, std::optional(now));
+        row("no zone", u"2026-03-01T08:15:00"_s, none);
+        row("words", u"tomorrow"_s, none);
         row("empty", QString(), none);
     }
     void aDateIsReadAsServersWriteIt()
     {
         QFETCH(QString, text);
         QFETCH(std::optional<TimePoint>, time);
-        const auto due = item(u"x", {}, QStringLiteral("dueAt"), text);
+        const auto due = item(u"x", {}, u"dueAt"_s, text);
         QVERIFY(CanvasSyncLogic::dueDate(due) == time);
         QVERIFY(CalendarSyncLogic::dueDate(due) == time);
         QVERIFY(!CalendarSyncLogic::startDate(due));
-        const auto start = item(u"x", {}, QStringLiteral("startAt"), text);
+        const auto start = item(u"x", {}, u"startAt"_s, text);
         QVERIFY(CalendarSyncLogic::startDate(start) == time);
         auto number = due;
-        number.details[QStringLiteral("dueAt")] = JSONValue(5);
+        number.details[u"dueAt"_s] = JSONValue(5);
         QVERIFY(!CanvasSyncLogic::dueDate(number));
     }
 
     void theWindowBeginsAfterNowAndHasALimit()
     {
         const auto inSevenDays = now + 24h * 7;
-        const std::vector items { starting(QStringLiteral("late"), inSevenDays + 1s),
-            starting(QStringLiteral("last"), inSevenDays), starting(QStringLiteral("now"), now),
-            starting(QStringLiteral("first"), now + 1s), starting(QStringLiteral("same"), now + 1s),
-            item(u"misc", QStringLiteral("elsewhere"), QStringLiteral("startAt"),
-                ISO8601::format(now + 2s)) };
+        const std::vector items { starting(u"late"_s, inSevenDays + 1s),
+            starting(u"last"_s, inSevenDays), starting(u"now"_s, now),
+            starting(u"first"_s, now + 1s), starting(u"same"_s, now + 1s),
+            item(u"misc", u"elsewhere"_s, u"startAt"_s, ISO8601::format(now + 2s)) };
         const auto upcoming = [&](int limit) {
             return titles(CalendarSyncLogic::upcomingEvents(items, now, 7, limit));
         };
-        QCOMPARE(upcoming(5), QStringLiteral("first same last"));
-        QCOMPARE(upcoming(2), QStringLiteral("first same"));
+        QCOMPARE(upcoming(5), u"first|same|last"_s);
+        QCOMPARE(upcoming(2), u"first|same"_s);
         QCOMPARE(upcoming(0) + upcoming(-1), QString());
     }
 
@@ -89,29 +84,26 @@ private Q_SLOTS:
         const auto soon = ISO8601::format(now + 47h);
         std::vector<ReferenceItem> items;
         for (const auto path : { CanvasSyncLogic::deadlinesPath, CalendarSyncLogic::remindersPath })
-            items.push_back(item(path, path.toString(), QStringLiteral("dueAt"), soon));
-        items.push_back(starting(QStringLiteral("event"), now + 47h));
-        QCOMPARE(titles(CanvasSyncLogic::upcomingDeadlines(items, now, 2, 9)),
-            QStringLiteral("academics.deadlines"));
-        QCOMPARE(titles(CalendarSyncLogic::dueReminders(items, now, 47, 9)),
-            QStringLiteral("calendar.reminders"));
-        QCOMPARE(titles(CalendarSyncLogic::dueReminders(items, now, 46, 9)), QString());
+            items.push_back(item(path, path.toString(), u"dueAt"_s, soon));
+        items.push_back(starting(u"event"_s, now + 47h));
         QCOMPARE(
-            titles(CalendarSyncLogic::upcomingEvents(items, now, 2, 9)), QStringLiteral("event"));
+            titles(CanvasSyncLogic::upcomingDeadlines(items, now, 2, 9)), u"academics.deadlines"_s);
+        QCOMPARE(
+            titles(CalendarSyncLogic::dueReminders(items, now, 47, 9)), u"calendar.reminders"_s);
+        QCOMPARE(titles(CalendarSyncLogic::dueReminders(items, now, 46, 9)), QString());
+        QCOMPARE(titles(CalendarSyncLogic::upcomingEvents(items, now, 2, 9)), u"event"_s);
     }
 
     void todayIsTheUsersDay()
     {
-        const std::vector items { starting(QStringLiteral("tomorrow"), now + 16h),
-            starting(QStringLiteral("evening"), now + 15h),
-            starting(QStringLiteral("night"), now - 8h),
-            starting(QStringLiteral("yesterday"), now - 9h) };
-        QCOMPARE(titles(CalendarSyncLogic::todaysEvents(items, now, {})),
-            QStringLiteral("night evening"));
+        const std::vector items { starting(u"tomorrow"_s, now + 16h),
+            starting(u"evening"_s, now + 15h), starting(u"night"_s, now - 8h),
+            starting(u"yesterday"_s, now - 9h) };
+        QCOMPARE(titles(CalendarSyncLogic::todaysEvents(items, now, {})), u"night|evening"_s);
         // In Honolulu it is still the day before.
         const Calendar calendar { QTimeZone("Pacific/Honolulu"), QLocale::c() };
-        QCOMPARE(titles(CalendarSyncLogic::todaysEvents(items, now, calendar)),
-            QStringLiteral("yesterday night"));
+        QCOMPARE(
+            titles(CalendarSyncLogic::todaysEvents(items, now, calendar)), u"yesterday|night"_s);
     }
 
     void whereThereIsNoCalendarNothingIsGranted()
@@ -119,9 +111,9 @@ private Q_SLOTS:
         UnavailableCalendarProvider provider;
         QVERIFY(provider.authorizationStatus(CalendarEntity::events) != PermissionState::granted);
         QCOMPARE(awaited(provider.saveEvent({})).error().description,
-            QStringLiteral("Calendar access is not granted"));
+            u"Calendar access is not granted"_s);
         QCOMPARE(awaited(provider.saveReminder({})).error().description,
-            QStringLiteral("Reminders access is not granted"));
+            u"Reminders access is not granted"_s);
         QVERIFY(!awaited(provider.fetchEvents(now, now)));
     }
 };

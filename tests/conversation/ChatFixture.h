@@ -2,6 +2,7 @@
 
 #include "conversation/ChatService.h"
 #include "support/GrantedPermissions.h"
+#include "support/Joined.h"
 #include "support/ScriptedCapturer.h"
 #include "support/ScriptedModels.h"
 #include "support/ScriptedProvider.h"
@@ -63,13 +64,7 @@ struct ChatFixture : ToolWorld {
     bool succeeded() const { return activity.last().at(1).toBool(); }
     QString error() const { return chat.lastError().value_or(QString()); }
 
-    QString texts() const
-    {
-        QStringList result;
-        for (const auto& message : chat.messages())
-            result.append(message.text);
-        return result.join(u'|');
-    }
+    QString texts() const { return joined(chat.messages(), &ChatMessage::text); }
 };
 
 } // namespace pobblewig

@@ -6,16 +6,16 @@
 #include "support/LogLines.h"
 #include "support/TableRow.h"
 
+#include <span>
+
 namespace pobblewig {
 
 namespace {
 
+/// All but the prompt.
 QString contents(const LLMRequest& request)
 {
-    QStringList result;
-    for (const auto& message : request.messages)
-        result.append(message.content);
-    return result.sliced(1).join(u'|');
+    return joined(std::span(request.messages).subspan(1), &LLMMessage::content);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "memory/CleanupGuard.h"
 #include "memory/PatternLogic.h"
 #include "memory/ResidentMemoryLogic.h"
+#include "support/Joined.h"
 #include "support/LogLines.h"
 #include "support/ScratchDirectory.h"
 #include "support/TableRow.h"
@@ -34,14 +35,6 @@ MemoryNote temporary(const char* text, MemoryCategory category, std::optional<Ti
     return temporary;
 }
 
-QString texts(const std::vector<MemoryNote>& notes)
-{
-    QStringList texts;
-    for (const auto& note : notes)
-        texts.append(note.text);
-    return texts.join(u'|');
-}
-
 } // namespace
 
 class MemoryStoreTest : public QObject {
@@ -60,7 +53,8 @@ private Q_SLOTS:
         QVERIFY(store.notes().back() == tea);
         QVERIFY(!store.addNote({ u" \n "_s }, now));
         QCOMPARE(add(store, " Likes tea. ").kind, added);
-        QCOMPARE(texts(store.allNotes(MemoryStore::IncludeArchived::no)), u"Likes tea.|first"_s);
+        QCOMPARE(joined(store.allNotes(MemoryStore::IncludeArchived::no), &MemoryNote::text),
+            u"Likes tea.|first"_s);
     }
 
     void statementsFollowEveryChangeOfTheNotes()
@@ -182,7 +176,7 @@ private Q_SLOTS:
         auto store = storeWith({ .notes = { old, note("Kept"), overdue, archived, said } });
         store.applyCleanup({ note("new"), note(" kept ") }, {}, now);
         old.status = MemoryStatus::archived;
-        QCOMPARE(texts(store.notes()), u"new| kept |said|old|archived"_s);
+        QCOMPARE(joined(store.notes(), &MemoryNote::text), u"new| kept |said|old|archived"_s);
         QVERIFY(store.notes()[2] == said);
         QVERIFY(store.notes()[3] == old);
         QCOMPARE(saved().lastCleanupAt, now);

@@ -1,5 +1,6 @@
 #include "memory/ObservationStore.h"
 
+#include "support/Joined.h"
 #include "support/ScratchDirectory.h"
 #include "support/TableRow.h"
 
@@ -40,10 +41,9 @@ DatedObservation observation(int hour, const char* summary, const char* tags = "
 
 QString labels(const std::vector<DatedObservation>& observations)
 {
-    QString labels;
-    for (const auto& found : observations)
-        labels.append(found.summary.front());
-    return labels;
+    return joined(observations, [](const auto& found) {
+        return found.summary.first(1);
+    }).remove(u'|');
 }
 
 void fill(ObservationStore& store)

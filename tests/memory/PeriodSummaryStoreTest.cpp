@@ -1,6 +1,7 @@
 #include "memory/PeriodSummaryStore.h"
 
 #include "memory/MemorySituation.h"
+#include "support/Joined.h"
 #include "support/ScratchDirectory.h"
 #include "support/TableRow.h"
 
@@ -23,14 +24,6 @@ PeriodSummary period(PeriodType type, int from, int length, const QString& summa
         .summary = summary };
 }
 
-QString texts(const std::vector<PeriodSummary>& summaries)
-{
-    QString texts;
-    for (const auto& summary : summaries)
-        texts += summary.summary;
-    return texts;
-}
-
 } // namespace
 
 class PeriodSummaryStoreTest : public QObject {
@@ -47,10 +40,11 @@ private Q_SLOTS:
         store.add(period(PeriodType::week, 0, 7, u"w"_s));
         store.add(period(PeriodType::day, 1, 1, u"1"_s));
         const auto list = [&](std::optional<PeriodType> type, int from, int to) {
-            return texts(store.list(type, firstDay + days(from), firstDay + days(to)));
+            return joined(store.list(type, firstDay + days(from), firstDay + days(to)),
+                &PeriodSummary::summary);
         };
-        QCOMPARE(list(std::nullopt, 2, 3), u"w134"_s);
-        QCOMPARE(list(PeriodType::day, 4, 9), u"34"_s);
+        QCOMPARE(list(std::nullopt, 2, 3), u"w|1|3|4"_s);
+        QCOMPARE(list(PeriodType::day, 4, 9), u"3|4"_s);
         QCOMPARE(list(std::nullopt, -2, 0), u"w"_s);
         QCOMPARE(list(std::nullopt, 8, 9), QString());
         QVERIFY(store.latestDaily() == third);
@@ -69,10 +63,10 @@ private Q_SLOTS:
             week.sourceDailySummaryIDs.push_back(store.add(daily).id);
         }
         QVERIFY(store.needsWeeklyRollup());
-        QCOMPARE(texts(store.unsummarizedDailies()), u"1234567"_s);
+        QCOMPARE(joined(store.unsummarizedDailies(), &PeriodSummary::summary), u"1|2|3|4|5|6|7"_s);
         week.sourceDailySummaryIDs.pop_back();
         store.add(week);
-        QCOMPARE(texts(store.unsummarizedDailies()), u"1"_s);
+        QCOMPARE(joined(store.unsummarizedDailies(), &PeriodSummary::summary), u"1"_s);
         QVERIFY(!store.needsWeeklyRollup());
     }
 

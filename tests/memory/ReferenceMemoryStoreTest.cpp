@@ -1,5 +1,6 @@
 #include "memory/ReferenceMemoryStore.h"
 
+#include "support/Joined.h"
 #include "support/ScratchDirectory.h"
 #include "support/TableRow.h"
 
@@ -52,14 +53,12 @@ ReferenceMemoryStore furnished(const std::optional<DataDirectory>& directory = s
 
 QString titles(const auto& items)
 {
-    QStringList texts;
-    for (const auto& each : items) {
+    return joined(items, [](const auto& each) {
         if constexpr (requires { each.item; })
-            texts.append(each.item.title);
+            return each.item.title;
         else
-            texts.append(each.title);
-    }
-    return texts.join(u'|');
+            return each.title;
+    });
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "memory/librarian/LibrarianAnswers.h"
 
+#include "foundation/EnumNames.h"
+#include "support/Joined.h"
 #include "support/TableRow.h"
 
 namespace pobblewig {
@@ -20,7 +22,7 @@ QString quoted(const char* text)
 LibrarianAnswers::Parsed<ExtractionResult> extraction(const QString& text)
 {
     return LibrarianAnswers::parseExtraction(
-        text, MemorySource::librarianSynthesis, QStringLiteral("librarian"), now);
+        text, MemorySource::librarianSynthesis, u"librarian"_s, now);
 }
 
 MemoryNote existing(const QString& text, TimePoint seen = now - days(3))
@@ -42,8 +44,7 @@ class LibrarianAnswersTest : public QObject {
 private Q_SLOTS:
     void theFirstBalancedObjectIsTheAnswer_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("object");
+        columns<QString, QString>("text", "object");
         row("in a fence", "Sure!\n```json\n{\"a\": {}}\n```\n{\"b\": 2}", "{\"a\": {}}");
         row("an end before it", "} {}", "{}");
         row("a brace in a string counts", "{\"a\": \"}\", \"b\": 1}", "{\"a\": \"}");
@@ -54,67 +55,53 @@ private Q_SLOTS:
     void theFirstBalancedObjectIsTheAnswer()
     {
         QFETCH(QString, text);
-        QTEST(LibrarianAnswers::extractJSONObject(text).value_or(QStringLiteral("none")), "object");
+        QTEST(LibrarianAnswers::extractJSONObject(text).value_or(u"none"_s), "object");
     }
 
-    void whatIsNoAnswerIsASentenceThatQuotesNothing_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("problem");
-        row("prose", "My secret", "The model's answer holds no JSON object.");
-        row("no JSON", "{secret}", "The model's answer is not valid JSON: ");
-        row("too long", QStringLiteral("{\"secret\": \"%1\"}").arg(QString(1'000'000, u'x')),
-            "The model's answer is too long.");
-    }
     void whatIsNoAnswerIsASentenceThatQuotesNothing()
     {
-        QFETCH(QString, problem);
-        QFETCH(QString, text);
-        const auto error = extraction(text).error();
-        QVERIFY2(error.startsWith(problem) && !error.contains(u"secret"), qPrintable(error));
+        QCOMPARE(extraction(u"My secret"_s).error(), u"The model's answer holds no JSON object.");
+        const auto error = extraction(u"{secret}"_s).error();
+        QVERIFY(error.startsWith(u"The model's answer is not valid JSON: "));
+        QVERIFY(!error.contains(u"secret"));
+        QCOMPARE(extraction(u"{\"secret\": \"%1\"}"_s.arg(QString(1'000'000, u'x'))).error(),
+            u"The model's answer is too long.");
     }
 
     void aNoteIsReadWithIndulgence_data()
     {
-        QTest::addColumn<QString>("fields");
-        QTest::addColumn<MemoryCategory>("category");
-        QTest::addColumn<MemorySource>("source");
-        QTest::addColumn<double>("confidence");
-        QTest::addColumn<bool>("isTemporary");
-        QTest::addColumn<double>("hours");
-        using enum MemoryCategory;
-        using enum MemorySource;
+        columns<QString, QString>("fields", "read");
         row("all of it",
             "'category': 'goals', 'source': 'explicitUser', 'confidence': 0.9, "
             "'isTemporary': true, 'expiresInHours': 1.5",
-            goals, explicitUser, 0.9, true, 1.5);
-        row("unknown names", "'category': 'hobbies', 'source': 'me', 'kind': ''", misc,
-            librarianSynthesis, -1.0, false, 0.0);
+            "goals explicitUser 0.9 temporary 1.5");
+        row("unknown names", "'category': 'hobbies', 'source': 'me', 'kind': ''",
+            "misc librarianSynthesis -1 lasting 0");
         row("wrong types",
             "'category': 3, 'source': [], 'confidence': '1', 'isTemporary': 1, "
             "'expiresInHours': '2'",
-            misc, librarianSynthesis, -1.0, false, 0.0);
-        row("no end", "'isTemporary': true, 'expiresInHours': 0", misc, librarianSynthesis, -1.0,
-            true, 0.0);
-        row("too sure, and long gone", "'confidence': 9, 'expiresInHours': -5", misc,
-            librarianSynthesis, 1.0, false, 0.0);
-        row("for ever", "'confidence': -1, 'expiresInHours': 1e300", misc, librarianSynthesis, 0.0,
-            false, 8760.0);
+            "misc librarianSynthesis -1 lasting 0");
+        row("no end", "'isTemporary': true, 'expiresInHours': 0",
+            "misc librarianSynthesis -1 temporary 0");
+        row("too sure, and long gone", "'confidence': 9, 'expiresInHours': -5",
+            "misc librarianSynthesis 1 lasting 0");
+        row("for ever", "'confidence': -1, 'expiresInHours': 1e300",
+            "misc librarianSynthesis 0 lasting 8760");
     }
     void aNoteIsReadWithIndulgence()
     {
         QFETCH(QString, fields);
-        QFETCH(double, hours);
         const auto text =
             quoted("{'notes': [{'text': ' a\\n b ', %1}]}").arg(fields.replace(u'\'', u'"'));
         const auto note = extraction(text)->notes.at(0);
-        QCOMPARE(note.text, QStringLiteral("a  b"));
-        QTEST(note.category, "category");
-        QTEST(note.source, "source");
-        QTEST(note.confidence.value_or(-1), "confidence");
-        QTEST(note.isTemporary, "isTemporary");
         const auto life = note.expiresAt ? *note.expiresAt - now : 0ms;
-        QCOMPARE(life.count(), qint64(hours * 3'600'000));
+        QCOMPARE(note.text, u"a  b");
+        const auto read =
+            u"%1 %2 %3 %4 %5"_s.arg(EnumNames::text(note.category), EnumNames::text(note.source))
+                .arg(note.confidence.value_or(-1))
+                .arg(note.isTemporary ? u"temporary"_s : u"lasting"_s)
+                .arg(double(life.count()) / 3'600'000);
+        QTEST(read, "read");
     }
 
     void entriesThatSayNothingAreDropped()
@@ -127,8 +114,8 @@ private Q_SLOTS:
                               " {'path': 'misc', 'title': 't', 'details': [1]}],"
                               "'proposedSections': {'path': 'a.b', 'title': 't'}}"));
         QVERIFY(found->notes.empty() && found->proposedSections.empty());
-        const DatedObservation observation { .summary = QStringLiteral("s"),
-            .observedFacts = { QStringLiteral("f") },
+        const DatedObservation observation { .summary = u"s"_s,
+            .observedFacts = { u"f"_s },
             .source = ObservationSource::librarianSynthesis };
         QVERIFY(found->observations == std::vector { observation });
         QCOMPARE(found->referenceItems.size(), 1u);
@@ -149,7 +136,7 @@ private Q_SLOTS:
         const auto item = found->referenceItems.at(0);
         QCOMPARE(item.title.size(), 1000);
         QCOMPARE(item.details.size(), 1u);
-        QVERIFY(item.details.contains(QStringLiteral("kept")));
+        QVERIFY(item.details.contains(u"kept"_s));
     }
 
     void aDayNeedsASummary()
@@ -161,15 +148,14 @@ private Q_SLOTS:
                    "'unfinishedIntent': [{'text': 'b', 'kind': 'chore'}, {'text': ' '},"
                    "{'text': 'c', 'kind': 'waitingState'}]}"));
         QVERIFY(day
-            == DailyCloseout({ QStringLiteral("Rested.\n\nRead."), { QStringLiteral("a") },
-                { { QStringLiteral("b"), IntentKind::task },
-                    { QStringLiteral("c"), IntentKind::waitingState } } }));
+            == DailyCloseout({ u"Rested.\n\nRead."_s, { u"a"_s },
+                { { u"b"_s, IntentKind::task }, { u"c"_s, IntentKind::waitingState } } }));
         QVERIFY(!LibrarianAnswers::parseWeekly(quoted("{'unresolvedIntent': ['a']}")));
     }
 
     void aRewrittenNoteKeepsItsHistory()
     {
-        auto said = existing(QStringLiteral("Likes\n tea"));
+        auto said = existing(u"Likes\n tea"_s);
         said.source = MemorySource::explicitUser;
         said.kind = MemoryKind::correction;
         said.observationCount = 4;
@@ -193,13 +179,12 @@ private Q_SLOTS:
         QVERIFY(!cleanup(quoted("{'patterns': []}"), {}));
         QVERIFY(!cleanup(quoted("{'notes': 'all fine'}"), {}));
         QVERIFY(!cleanup(quoted("{'notes': ['a', {'note': 'b'}]}"), {}));
-        auto archived = existing(QStringLiteral("b"));
+        auto archived = existing(u"b"_s);
         archived.status = MemoryStatus::archived;
         QVERIFY(cleanup(quoted("{'notes': []}"), { archived }));
-        QCOMPARE(
-            cleanup(quoted("{'notes': []}"), { archived, existing(QStringLiteral("a")) }).error(),
-            QStringLiteral("The model's answer keeps no note."));
-        const std::vector many(300, existing(QStringLiteral("a")));
+        QCOMPARE(cleanup(quoted("{'notes': []}"), { archived, existing(u"a"_s) }).error(),
+            u"The model's answer keeps no note."_s);
+        const std::vector many(300, existing(u"a"_s));
         QStringList entries;
         for (size_t number = 0; number < many.size(); ++number)
             entries.append(quoted("{'text': '%1'}").arg(number));
@@ -209,8 +194,7 @@ private Q_SLOTS:
 
     void aPatternNeedsEvidenceOfTwoDays_data()
     {
-        QTest::addColumn<QString>("patterns");
-        QTest::addColumn<QString>("kept");
+        columns<QString, QString>("patterns", "kept");
         row("none named", "null", "Known|Other");
         row("an empty list", "[]", "Known|Other");
         row("two days", "[{'text': 'New', 'evidenceNoteTexts': ['A', 'old']}]", "New");
@@ -222,17 +206,12 @@ private Q_SLOTS:
     void aPatternNeedsEvidenceOfTwoDays()
     {
         QFETCH(QString, patterns);
-        const std::vector notes { existing(QStringLiteral("a")), existing(QStringLiteral("b")),
-            existing(QStringLiteral("old"), now - days(20)) };
-        const std::vector<PatternNote> known { { .text = QStringLiteral("Known") },
-            { .text = QStringLiteral("Other") } };
+        const std::vector notes { existing(u"a"_s), existing(u"b"_s),
+            existing(u"old"_s, now - days(20)) };
+        const std::vector<PatternNote> known { { .text = u"Known"_s }, { .text = u"Other"_s } };
         const auto answer = quoted("{'notes': [{'text': 'fresh'}], 'patterns': %1}")
                                 .arg(patterns.replace(u'\'', u'"'));
-        QStringList kept;
-        const auto result = cleanup(answer, notes, known);
-        for (const auto& entry : result->patterns)
-            kept.append(entry.text);
-        QTEST(kept.join(u'|'), "kept");
+        QTEST(joined(cleanup(answer, notes, known)->patterns, &PatternNote::text), "kept");
     }
 };
 

@@ -1,5 +1,7 @@
 #include "memory/librarian/LibrarianLogic.h"
 
+#include "memory/librarian/CleanupLogic.h"
+#include "support/Joined.h"
 #include "support/TableRow.h"
 
 namespace pobblewig {
@@ -20,11 +22,6 @@ ChatMessage message(ChatMessage::Role role, const QString& text)
         .sessionID = QUuid::createUuid() };
 }
 
-DatedObservation observation(const QString& summary)
-{
-    return { .occurredAt = now, .summary = summary };
-}
-
 PeriodSummary daily(TimePoint start, const QString& summary, std::vector<QString> highlights,
     std::vector<QString> open)
 {
@@ -34,9 +31,27 @@ PeriodSummary daily(TimePoint start, const QString& summary, std::vector<QString
         .unresolvedIntent = std::move(open) };
 }
 
-QString joined(const std::vector<QString>& texts)
+/// "a b*": of each word a note with an id of its own; a star marks an archived one.
+std::vector<MemoryNote> notes(const QString& words)
 {
-    return QStringList(texts.begin(), texts.end()).join(u'|');
+    std::vector<MemoryNote> notes;
+    for (const auto& word : words.split(u' ', Qt::SkipEmptyParts)) {
+        const auto text = QString(word).remove(u'*');
+        notes.push_back({
+            .id = QUuid::createUuidV5(QUuid(), text.section(u'=', 0, 0)),
+            .text = text.section(u'=', -1),
+            .status = word.endsWith(u'*') ? MemoryStatus::archived : MemoryStatus::active,
+        });
+    }
+    return notes;
+}
+
+std::vector<PatternNote> patterns(const QString& words)
+{
+    std::vector<PatternNote> patterns;
+    for (const auto& note : notes(words))
+        patterns.push_back({ .id = note.id, .text = note.text });
+    return patterns;
 }
 
 } // namespace
@@ -48,14 +63,13 @@ private Q_SLOTS:
     void theWindowHasALineForWhatWasSaid()
     {
         using enum ChatMessage::Role;
-        auto offTheRecord = message(user, QStringLiteral("hidden"));
+        auto offTheRecord = message(user, u"hidden"_s);
         offTheRecord.sessionID.reset();
-        const auto text = LibrarianLogic::windowText({ message(user, QStringLiteral("Hi %1\n[x]")),
-            message(system, QStringLiteral("hidden")), offTheRecord,
-            message(assistant, QString(5000, u'a')) });
+        const auto text = LibrarianLogic::windowText({ message(user, u"Hi %1\n[x]"_s),
+            message(system, u"hidden"_s), offTheRecord, message(assistant, QString(5000, u'a')) });
         QCOMPARE(text,
-            QStringLiteral("[2026-03-01T08:15:00Z] user: Hi %1 [x]\n"
-                           "[2026-03-01T08:15:00Z] assistant: ")
+            u"[2026-03-01T08:15:00Z] user: Hi %1 [x]\n"
+            "[2026-03-01T08:15:00Z] assistant: "_s
                 + QString(4000, u'a'));
         QCOMPARE(LibrarianLogic::windowText({}), QString());
     }
@@ -72,47 +86,70 @@ private Q_SLOTS:
         QCOMPARE(countAfter(std::nullopt), 3u);
     }
 
-    void aDayWithoutAModelIsToldInNumbers_data()
-    {
-        QTest::addColumn<int>("turns");
-        QTest::addColumn<int>("observations");
-        QTest::addColumn<QString>("summary");
-        row("nothing", 0, 0, "0 chat turns, 0 observations recorded.");
-        row("one each", 1, 1, "1 chat turn, 1 observation recorded. First noted: event 1");
-        row("several", 3, 2, "3 chat turns, 2 observations recorded. First noted: event 1");
-    }
     void aDayWithoutAModelIsToldInNumbers()
     {
-        QFETCH(int, turns);
-        QFETCH(int, observations);
-        std::vector window { message(ChatMessage::Role::system, QStringLiteral("hidden")) };
-        window.resize(size_t(turns) + 1, message(ChatMessage::Role::user, {}));
-        std::vector<DatedObservation> seen;
-        for (int number = 1; number <= observations; ++number)
-            seen.push_back(observation(QStringLiteral("event %1").arg(number)));
-        const auto closeout =
-            LibrarianLogic::deterministicCloseout(window, seen, { QStringLiteral("open") });
-        QTEST(closeout.summary, "summary");
-        QCOMPARE(closeout.highlights.size(), size_t(observations));
-        QVERIFY(closeout.unfinishedIntent
-            == std::vector<CloseoutIntentItem>({ { QStringLiteral("open") } }));
+        const auto day = [](size_t turns, int observations) {
+            std::vector window { message(ChatMessage::Role::system, u"hidden"_s) };
+            window.resize(turns + 1, message(ChatMessage::Role::user, {}));
+            std::vector<DatedObservation> seen;
+            for (int number = 1; number <= observations; ++number)
+                seen.push_back({ .occurredAt = now, .summary = u"event %1"_s.arg(number) });
+            return LibrarianLogic::deterministicCloseout(window, seen, { u"open"_s });
+        };
+        QCOMPARE(day(0, 0).summary, u"0 chat turns, 0 observations recorded.");
+        QCOMPARE(day(1, 1).summary, u"1 chat turn, 1 observation recorded. First noted: event 1");
+        QCOMPARE(day(3, 2).summary, u"3 chat turns, 2 observations recorded. First noted: event 1");
+        QCOMPARE(day(3, 2).highlights.size(), 2u);
+        QVERIFY(day(0, 0).unfinishedIntent == std::vector<CloseoutIntentItem>({ { u"open"_s } }));
     }
 
     void aWeekIsGatheredFromItsDays()
     {
         const Calendar tokyo { QTimeZone("Asia/Tokyo"), QLocale::c() };
-        const auto a = QStringLiteral("a"), b = QStringLiteral("b"), c = QStringLiteral("c");
+        const auto a = u"a"_s, b = u"b"_s, c = u"c"_s;
         const std::vector dailies {
-            daily(now, QStringLiteral("Wrote %1."), { a, b }, { c, a }),
-            daily(now + 7h, QStringLiteral("Rested."), {}, { QStringLiteral("C"), b }),
+            daily(now, u"Wrote %1."_s, { a, b }, { c, a }),
+            daily(now + 7h, u"Rested."_s, {}, { u"C"_s, b }),
         };
         QCOMPARE(LibrarianLogic::dailiesText(dailies, tokyo),
-            QStringLiteral("2026-03-01\nWrote %1.\nhighlights: a; b\nunresolved: c; a\n\n"
-                           "2026-03-02\nRested.\nunresolved: C; b"));
+            u"2026-03-01\nWrote %1.\nhighlights: a; b\nunresolved: c; a\n\n"
+            "2026-03-02\nRested.\nunresolved: C; b"_s);
         const auto week = LibrarianLogic::deterministicWeekly(dailies, tokyo);
-        QCOMPARE(week.summary, QStringLiteral("[2026-03-01] Wrote %1.\n[2026-03-02] Rested."));
-        QCOMPARE(joined(week.highlights), QStringLiteral("a|b"));
-        QCOMPARE(joined(week.unresolvedIntent), QStringLiteral("c|a|b"));
+        QCOMPARE(week.summary, u"[2026-03-01] Wrote %1.\n[2026-03-02] Rested."_s);
+        QCOMPARE(joined(week.highlights), u"a|b"_s);
+        QCOMPARE(joined(week.unresolvedIntent), u"c|a|b"_s);
+    }
+
+    /// "a=x" is the note a after it was reworded to x.
+    void whatTheUserChangedOvertakesTheModel()
+    {
+        const auto isOvertaken = [](const QString& seen, const QString& current) {
+            const auto byNotes = CleanupLogic::isOvertaken({ notes(seen), {} }, notes(current), {});
+            const auto byPatterns =
+                CleanupLogic::isOvertaken({ {}, patterns(seen) }, {}, patterns(current));
+            return byNotes == byPatterns ? std::optional(byNotes) : std::nullopt;
+        };
+        QVERIFY(isOvertaken(u"a b"_s, u"a b"_s) == false);
+        QVERIFY2(isOvertaken(u"a b"_s, u"c a b d*"_s) == false, "something was added");
+        QVERIFY2(isOvertaken(u"a b"_s, u"b"_s) == true, "a was deleted");
+        QVERIFY2(isOvertaken(u"a b"_s, u"a b=x"_s) == true, "b was corrected");
+    }
+
+    void whatTheModelDidNotSeeStays()
+    {
+        const auto kept = [](const QString& seen, const QString& current,
+                              const QString& rewritten) {
+            const auto result = CleanupLogic::withUnseen({ notes(rewritten), patterns(rewritten) },
+                { notes(seen), patterns(seen) }, notes(current), patterns(current));
+            return joined(result.notes, &MemoryNote::text) + u" & "_s
+                + joined(result.patterns, &PatternNote::text);
+        };
+        QCOMPARE(kept(u"a b"_s, u"a b"_s, u"ab"_s), u"ab & ab");
+        QCOMPARE(kept(u"a b"_s, u"d c a b"_s, u"ab"_s), u"d|c|ab & ab|d|c");
+        // The model says it as well.
+        QCOMPARE(kept(u"a"_s, u"c b a"_s, u"x=B"_s), u"c|B & B|c");
+        // An archived one is kept elsewhere.
+        QCOMPARE(kept(u"a"_s, u"a c*"_s, u"a"_s), u"a & a|c");
     }
 };
 
