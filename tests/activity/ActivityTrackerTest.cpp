@@ -1,13 +1,12 @@
 #include "activity/ActivityTracker.h"
 
 #include "ScriptedFrontmostApp.h"
+#include "activity/ActivitySummaryLogic.h"
 #include "activity/DiscreetFrontmostAppProvider.h"
+#include "foundation/EnumNames.h"
 #include "support/FakeKeychain.h"
-#include "support/FaultyFileOperations.h"
-
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
+#include "support/ScratchDirectory.h"
+#include "support/TableRow.h"
 
 namespace pobblewig {
 
@@ -37,21 +36,18 @@ class ActivityTrackerTest : public QObject {
 private Q_SLOTS:
     void init()
     {
-        m_scratch = std::make_unique<QTemporaryDir>();
+        m_scratch.emplace();
         m_desktop = ScriptedFrontmostApp();
-        m_desktop.show(QStringLiteral("Writer"), QStringLiteral("writer"));
+        m_desktop.show(u"Writer"_s, u"writer"_s);
     }
 
     void pollsOnTheSameApplicationExtendOneSessionAndWriteNothing()
     {
-        auto counted = directory();
-        const auto operations = std::make_shared<FaultyFileOperations>();
-        counted.operations = operations;
-        ActivityTracker tracker(m_desktop, counted);
+        ActivityTracker tracker(m_desktop, *m_scratch);
         tracker.poll(start);
         const auto opened = *tracker.currentSession();
         QVERIFY(opened.isActive && opened.durationSeconds == 0 && !opened.endedAt);
-        m_desktop.show(QStringLiteral("Writer, another window"), QStringLiteral("writer"));
+        m_desktop.show(u"Writer, another window"_s, u"writer"_s);
         m_desktop.idle = 120;
         tracker.poll(start + 20500ms);
         auto expected = opened;
@@ -62,50 +58,48 @@ private Q_SLOTS:
         tracker.poll(start - 1h);
         QVERIFY(tracker.currentSession()->isActive);
         QCOMPARE(tracker.currentSession()->durationSeconds, 0.0);
-        QCOMPARE(operations->calls(), 0);
-        QVERIFY(tracker.history().empty());
+        QVERIFY(m_scratch->names().isEmpty() && tracker.history().empty());
     }
 
     void aChangeClosesTheSessionAndKeepsItForTheNextStart()
     {
-        ActivityTracker tracker(m_desktop, directory());
+        ActivityTracker tracker(m_desktop, *m_scratch);
         tracker.poll(start);
         auto expected = *tracker.currentSession();
-        m_desktop.show(QStringLiteral("Browser"), QStringLiteral("browser"));
+        m_desktop.show(u"Browser"_s, u"browser"_s);
         tracker.poll(start + 40s);
         expected.endedAt = start + 40s;
         expected.durationSeconds = 40;
         expected.isActive = false;
-        QCOMPARE(tracker.currentSession()->applicationName, QStringLiteral("Browser"));
+        QCOMPARE(tracker.currentSession()->applicationName, u"Browser"_s);
         QVERIFY(tracker.history() == std::vector { expected });
         m_desktop.front.reset();
         tracker.poll(start + 60s);
         tracker.poll(start + 80s);
         QVERIFY(!tracker.currentSession());
-        const ActivityTracker restarted(m_desktop, directory());
+        const ActivityTracker restarted(m_desktop, *m_scratch);
         QVERIFY(!restarted.currentSession());
         QVERIFY(restarted.history() == tracker.history());
         QCOMPARE(restarted.history().size(), 2u);
         QCOMPARE(restarted.history()[0].durationSeconds, 20.0);
         tracker.poll(start + 100s);
-        m_desktop.show(QStringLiteral("Writer"), QStringLiteral("writer"));
+        m_desktop.show(u"Writer"_s, u"writer"_s);
         tracker.poll(start + 120s);
         tracker.deleteHistory();
         QVERIFY(!tracker.currentSession() && tracker.history().empty());
-        QVERIFY(ActivityTracker(m_desktop, directory()).history().empty());
+        QVERIFY(ActivityTracker(m_desktop, *m_scratch).history().empty());
     }
 
     void theOldestSessionsGoByNumberAndByAge()
     {
         const auto oldest = start - days(14);
-        std::vector<ActivitySession> sessions { closed(QStringLiteral("new"), start - 1h, 60),
-            closed(QStringLiteral("ends just in time"), oldest - 1h, 3600),
-            closed(QStringLiteral("a second too old"), oldest - 1h, 3599),
-            closed(QStringLiteral("never ended"), oldest, 0),
-            closed(QStringLiteral("one too many"), start, 0) };
+        std::vector<ActivitySession> sessions { closed(u"new"_s, start - 1h, 60),
+            closed(u"ends just in time"_s, oldest - 1h, 3600),
+            closed(u"a second too old"_s, oldest - 1h, 3599), closed(u"never ended"_s, oldest, 0),
+            closed(u"one too many"_s, start, 0) };
         sessions[3].endedAt.reset();
-        QVERIFY(JSONFileStore(directory(), QStringLiteral("activity.json")).save(sessions));
-        ActivityTracker tracker(m_desktop, directory(), { .maxSessions = 4 });
+        QVERIFY(JSONFileStore(*m_scratch, u"activity.json"_s).save(sessions));
+        ActivityTracker tracker(m_desktop, *m_scratch, { .maxSessions = 4 });
         tracker.prune(start);
         QVERIFY((tracker.history() == std::vector { sessions[0], sessions[1], sessions[3] }));
         tracker.poll(start);
@@ -119,12 +113,12 @@ private Q_SLOTS:
     {
         const Calendar kiritimati { QTimeZone("Pacific/Kiritimati"), QLocale::c() };
         const TimePoint midnight(1772359200s);
-        const auto browser = QStringLiteral("org.mozilla.firefox");
-        QVERIFY(JSONFileStore(directory(), QStringLiteral("activity.json"))
+        const auto browser = u"org.mozilla.firefox"_s;
+        QVERIFY(JSONFileStore(*m_scratch, u"activity.json"_s)
                     .save(std::vector { closed(browser, midnight + 24h, 1),
                         closed(browser, midnight + 24h - 1s, 2), closed(browser, midnight, 4),
                         closed(browser, midnight - 1s, 8) }));
-        ActivityTracker tracker(m_desktop, directory());
+        ActivityTracker tracker(m_desktop, *m_scratch);
         tracker.poll(midnight - 1h);
         tracker.poll(midnight + 1h);
         const std::map<AppCategory, double> expected { { AppCategory::browsing, 6 },
@@ -138,44 +132,90 @@ private Q_SLOTS:
         SettingsStore settings(std::nullopt, keychain);
         const Moment moment { [] { return start; } };
         DiscreetFrontmostAppProvider discreet(
-            &m_desktop, { settings, moment, { QStringLiteral("org.keepassxc.KeePassXC") } });
+            &m_desktop, { settings, moment, { u"org.keepassxc.KeePassXC"_s } });
         const auto pause = [&](bool isPaused) {
             settings.update([&](auto& changed) { changed.pausedIndefinitely = isPaused; });
         };
-        ActivityTracker tracker(discreet, directory());
+        ActivityTracker tracker(discreet, *m_scratch);
         auto at = start;
         const auto poll = [&](const QString& name, const QString& id) {
             m_desktop.show(name, id);
             tracker.poll(at += 20s);
             return tracker.currentSession().has_value();
         };
-        QVERIFY(poll(QStringLiteral("Writer"), QStringLiteral("writer")));
-        QVERIFY(!poll(QStringLiteral("Secret 1"), QStringLiteral("org.KeePassXC.keepassxc")));
-        settings.update(
-            [](auto& changed) { changed.excludedBundleIDs = { QStringLiteral("COM.vault.app") }; });
-        QVERIFY(!poll(QStringLiteral("Secret 2"), QStringLiteral("com.Vault.app")));
-        QVERIFY(poll(QStringLiteral("Writer"), QStringLiteral("com.vault.app.help")));
+        QVERIFY(poll(u"Writer"_s, u"writer"_s));
+        QVERIFY(!poll(u"Secret 1"_s, u"org.KeePassXC.keepassxc"_s));
+        settings.update([](auto& changed) { changed.excludedBundleIDs = { u"COM.vault.app"_s }; });
+        QVERIFY(!poll(u"Secret 2"_s, u"com.Vault.app"_s));
+        QVERIFY(poll(u"Writer"_s, u"com.vault.app.help"_s));
         pause(true);
         const auto timesAsked = m_desktop.timesAsked;
-        QVERIFY(!poll(QStringLiteral("Secret 3"), QStringLiteral("another")));
+        QVERIFY(!poll(u"Secret 3"_s, u"another"_s));
         QCOMPARE(m_desktop.timesAsked, timesAsked);
         pause(false);
-        QVERIFY(poll(QStringLiteral("Browser"), QStringLiteral("browser")));
+        QVERIFY(poll(u"Browser"_s, u"browser"_s));
         QCOMPARE(tracker.history().size(), 2u);
-        const auto files = QDir(m_scratch->path()).entryList(QDir::Files | QDir::Hidden);
-        QCOMPARE(files, QStringList(QStringLiteral("activity.json")));
-        QFile file(m_scratch->filePath(files[0]));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const auto text = file.readAll();
+        QCOMPARE(m_scratch->names(), QStringList(u"activity.json"_s));
+        const auto text = m_scratch->read(u"activity.json"_s);
         QVERIFY(text.contains("Writer") && !text.contains("Secret") && !text.contains("another"));
+    }
+
+    void theSixLongestOfTheRangeAreNamed()
+    {
+        const auto to = start + 24h;
+        std::vector<ActivitySession> sessions { closed(u"early"_s, start - 1ms, 9999),
+            closed(u"late"_s, to + 1ms, 9999) };
+        const auto summary = [&] {
+            return ActivitySummaryLogic::activitySummary(sessions, start, to);
+        };
+        QCOMPARE(summary(), QString());
+        sessions.push_back(closed(u"glimpse"_s, to, 59));
+        for (const auto at : { start, start + 1h })
+            sessions.push_back(closed(u"twice"_s, at, 90));
+        QCOMPARE(summary(), u"twice 3 min; glimpse 0 min");
+        for (const auto& name : { u"b"_s, u"c"_s, u"a"_s, u"d"_s })
+            sessions.push_back(closed(name, start, 119.9));
+        sessions.push_back(closed(u"e"_s, start, 60));
+        QCOMPARE(summary(), u"twice 3 min; a 1 min; b 1 min; c 1 min; d 1 min; e 1 min");
+    }
+
+    void anApplicationHasOneCategory_data()
+    {
+        columns<QString, QString, QString>("identifier", "title", "category");
+        row("any case", "com.microsoft.VSCode", "", "development");
+        row("an editor by its part", "dev.zed.Zed-Preview", "", "development");
+        row("Edge", "com.microsoft.edgemac", "", "browsing");
+        row("holds edge", "org.knowledge.base", "", "browsing");
+        row("a page", "org.mozilla.firefox", "Cats - YouTube", "entertainment");
+        row("another page", "org.chromium.Chromium", "Sources of YouGov", "browsing");
+        row("a title only counts in browsers", "org.gnome.Builder", "YouTube", "other");
+        row("the first row wins", "com.google.Chrome.youtube", "", "browsing");
+        row("music", "com.spotify.client", "", "entertainment");
+        row("chat", "com.tinyspeck.slackmacgap", "", "social");
+        row("notes", "com.apple.Notes", "", "productivity");
+        row("mail", "com.apple.mail", "", "other");
+        row("mail on Linux", "org.mozilla.Thunderbird", "", "other");
+        row("office on Linux", "libreoffice-writer", "", "productivity");
+        row("terminal on Linux", "org.gnome.Terminal", "", "development");
+        row("short name", "org.kde.kate", "", "development");
+        row("short name alone", "mpv", "", "entertainment");
+        row("short name within a list of words", "snap_mpv-player.desktop", "", "entertainment");
+        row("short name with a number", "mpv2", "", "other");
+        row("short name in another word", "org.skate.skater", "", "other");
+        row("short name after another word", "org.skate.kate", "", "development");
+        row("nothing", "", "YouTube", "other");
+    }
+    void anApplicationHasOneCategory()
+    {
+        QFETCH(QString, identifier);
+        QFETCH(QString, title);
+        QTEST(EnumNames::text(classify(identifier, title)), "category");
     }
 
 private:
     using days = std::chrono::days;
 
-    DataDirectory directory() const { return QDir(m_scratch->path()); }
-
-    std::unique_ptr<QTemporaryDir> m_scratch;
+    std::optional<ScratchDirectory> m_scratch;
     ScriptedFrontmostApp m_desktop;
 };
 

@@ -1,8 +1,9 @@
 #include "activity/RuleEngine.h"
 
+#include "activity/RuleStore.h"
 #include "activity/RuleTexts.h"
-
-#include <QTest>
+#include "support/ScratchDirectory.h"
+#include "support/TableRow.h"
 
 namespace pobblewig {
 
@@ -16,8 +17,8 @@ const TimePoint noon(1772366400s);
 struct Case {
     AccountabilityRule rule {
         .id = QUuid::createUuid(),
-        .name = QStringLiteral("Videos"),
-        .trigger = { .bundleIdentifiers = { QStringLiteral("App") }, .thresholdMinutes = 1 },
+        .name = u"Videos"_s,
+        .trigger = { .bundleIdentifiers = { u"App"_s }, .thresholdMinutes = 1 },
         .activeTimeWindow = TimeWindow { 12, 13 },
         .cooldownMinutes = 10,
     };
@@ -25,8 +26,8 @@ struct Case {
         .now = noon,
         .currentMode = CoachMode::focus,
         .currentSession = ActivitySession { .id = QUuid::createUuid(),
-            .applicationName = QStringLiteral("Name"),
-            .bundleIdentifier = QStringLiteral("the.app"),
+            .applicationName = u"Name"_s,
+            .bundleIdentifier = u"the.app"_s,
             .durationSeconds = 60 },
     };
 
@@ -51,7 +52,7 @@ const std::array conditions {
     Condition { SuppressionReason::outsideTimeWindow,
         [](Case& it) { it.context.calendar.timeZone = QTimeZone("Asia/Tokyo"); } },
     Condition { SuppressionReason::noMatch,
-        [](Case& it) { it.context.currentSession->bundleIdentifier = QStringLiteral("none"); } },
+        [](Case& it) { it.context.currentSession->bundleIdentifier = u"none"_s; } },
     Condition { SuppressionReason::belowThreshold,
         [](Case& it) { it.context.currentSession->durationSeconds = 59.9; } },
     Condition { SuppressionReason::withinCooldown,
@@ -103,9 +104,9 @@ private Q_SLOTS:
     void anApplicationMatchesByParts()
     {
         Case it;
-        it.rule.trigger = { .applicationNames = { QStringLiteral("You") },
-            .bundleIdentifiers = { QStringLiteral("com.google.Chrome") },
-            .domains = { QStringLiteral("tube.ORG") } };
+        it.rule.trigger = { .applicationNames = { u"You"_s },
+            .bundleIdentifiers = { u"com.google.Chrome"_s },
+            .domains = { u"tube.ORG"_s } };
         const auto matches = [&](const char* name, const char* identifier, const char* title) {
             it.context.currentSession->applicationName = QString::fromLatin1(name);
             it.context.currentSession->bundleIdentifier = QString::fromLatin1(identifier);
@@ -150,15 +151,42 @@ private Q_SLOTS:
     {
         Case it;
         it.context.lastFiredAt[it.rule.id] = noon - 10min;
-        QCOMPARE(it.verdict(), QStringLiteral("Videos: WOULD FIRE"));
+        QCOMPARE(it.verdict(), u"Videos: WOULD FIRE"_s);
         it.context.now -= 61s;
-        QCOMPARE(it.verdict(),
-            QStringLiteral("Videos: silent, outside its hours (cooldown: 2 min left)"));
+        QCOMPARE(it.verdict(), u"Videos: silent, outside its hours (cooldown: 2 min left)"_s);
         const auto key = RuleEngine::sessionKey(
             QUuid::fromString(u"5f0c7a2e-95b4-4b6e-9a55-0d9d3c6f1f10"), QUuid());
         QCOMPARE(key,
-            QStringLiteral("5F0C7A2E-95B4-4B6E-9A55-0D9D3C6F1F10:"
-                           "00000000-0000-0000-0000-000000000000"));
+            u"5F0C7A2E-95B4-4B6E-9A55-0D9D3C6F1F10:"
+            "00000000-0000-0000-0000-000000000000"_s);
+    }
+
+    void rulesComeBackAsTheyWereChanged()
+    {
+        const ScratchDirectory directory;
+        RuleStore store(directory);
+        QCOMPARE(RuleTexts::rulesText(store.rules()), u"no rules configured");
+        auto rule = AccountabilityRule::youtubeTemplate(noon);
+        rule.activeTimeWindow = TimeWindow { 22, 6 };
+        rule.trigger.category = AppCategory::entertainment;
+        store.add(rule);
+        store.add(AccountabilityRule::youtubeTemplate(noon));
+        rule.name = u"%1 games"_s;
+        store.update(rule, noon + 1s);
+        store.setEnabled(rule.id, true, noon + 2s);
+        store.update(AccountabilityRule::youtubeTemplate(noon), noon + 3s);
+        rule.enabled = true;
+        rule.updatedAt = noon + 2s;
+        QVERIFY(store.rules().front() == rule);
+        QVERIFY(RuleStore(directory).rules() == store.rules());
+        QCOMPARE(RuleTexts::rulesText(store.rules()),
+            u"- %1 games: enabled, threshold 90 min, cooldown 120 min\n- Extended YouTube check-in "
+            "(template): disabled, threshold 90 min, cooldown 120 min");
+        store.remove(rule.id);
+        QCOMPARE(RuleStore(directory).rules().size(), 1u);
+        const auto text = directory.read(u"rules.json"_s).simplified();
+        QVERIFY(text.contains("\"excludedModes\": [ \"exercising\", \"relaxing\" ]"));
+        QVERIFY(text.contains("\"kind\": \"application\""));
     }
 };
 
