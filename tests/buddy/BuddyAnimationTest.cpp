@@ -11,6 +11,7 @@ namespace pobblewig {
 namespace {
 
 using Kind = BuddyState::Kind;
+using Interval = BuddyFramePacing::Interval;
 
 MemeAnimation picture(int frames)
 {
@@ -31,10 +32,31 @@ struct Scene {
             buddy.tick(now);
         }
     }
-    void enter(Kind kind) { buddy.setState({ kind, QStringLiteral("Lab report") }, now); }
+    void enter(Kind kind) { buddy.setState({ kind, u"Lab report"_s }, now); }
     BuddyFrame frame() const { return buddy.frame(now); }
     auto interval() const { return buddy.interval(now); }
 };
+
+using Act = std::function<void(Scene&)>;
+const Act nothing = [](Scene&) {};
+const Act work = [](Scene& scene) { scene.enter(Kind::working); };
+const Act pet = [](Scene& scene) { scene.buddy.pet(scene.now); };
+const Act carry = [](Scene& scene) { scene.buddy.beginDragging(scene.now); };
+
+/// First one, then for so long nothing, then the other.
+Act after(const Act& first, double seconds, const Act& second)
+{
+    return [=](Scene& scene) {
+        first(scene);
+        scene.pass(seconds, 0.1);
+        second(scene);
+    };
+}
+
+Act entering(Kind kind)
+{
+    return [kind](Scene& scene) { scene.enter(kind); };
+}
 
 } // namespace
 
@@ -44,9 +66,7 @@ class BuddyAnimationTest : public QObject {
 private Q_SLOTS:
     void aStateHasItsPose_data()
     {
-        QTest::addColumn<Kind>("state");
-        QTest::addColumn<double>("seconds");
-        QTest::addColumn<BuddyPose>("expected");
+        columns<Kind, double, BuddyPose>("state", "seconds", "expected");
         constexpr auto quarter = std::numbers::pi / 2;
         row("deepest breath", Kind::idle, quarter / 1.45,
             BuddyPose { 0.008 * std::sin(1.1 * quarter / 1.45), 0.988, 1.016, 0,
@@ -74,26 +94,18 @@ private Q_SLOTS:
             QVERIFY(std::abs(pose.*part - expected.*part) < 1e-9);
     }
 
-    void aNewStateIsBlendedIn_data()
-    {
-        QTest::addColumn<double>("seconds");
-        QTest::addColumn<double>("height");
-        row("at once: as before", 0.0, 1.0);
-        row("a quarter of the way", 0.07, 1 + 0.05 * (0.0625 * 2.5));
-        row("half of it", 0.14, 1.025);
-        row("over", 0.28, 1.05);
-        row("long over", 9.0, 1.05);
-    }
     void aNewStateIsBlendedIn()
     {
-        QFETCH(double, seconds);
-        QFETCH(double, height);
-        Scene scene;
-        scene.enter(Kind::working);
-        scene.now += 1;
-        scene.enter(Kind::surprised);
-        scene.now += seconds;
-        QVERIFY(std::abs(scene.frame().pose.sy - height) < 1e-9);
+        // At once it is as before, then a quarter of the way, half of it, and over.
+        for (const auto& [seconds, height] : { std::pair(0.0, 1.0), { 0.07, 1 + 0.05 * 0.15625 },
+                 { 0.14, 1.025 }, { 0.28, 1.05 }, { 9.0, 1.05 } }) {
+            Scene scene;
+            scene.enter(Kind::working);
+            scene.now += 1;
+            scene.enter(Kind::surprised);
+            scene.now += seconds;
+            QVERIFY(std::abs(scene.frame().pose.sy - height) < 1e-9);
+        }
     }
 
     void aBlendStartsFromWhatIsShown()
@@ -111,7 +123,7 @@ private Q_SLOTS:
         Scene scene;
         scene.enter(Kind::done);
         scene.pass(2.9);
-        QCOMPARE(scene.frame().badge->label, QStringLiteral("Lab report"));
+        QCOMPARE(scene.frame().badge->label, u"Lab report"_s);
         scene.enter(Kind::done);
         scene.pass(2.9);
         QCOMPARE(scene.buddy.state().kind, Kind::done);
@@ -122,36 +134,18 @@ private Q_SLOTS:
 
     void itSleepsWhenNothingHappens_data()
     {
-        using Act = std::function<void(Scene&)>;
-        QTest::addColumn<Act>("act");
-        QTest::addColumn<double>("seconds");
-        QTest::addColumn<bool>("sleeps");
-        const Act nothing = [](Scene&) {};
+        columns<Act, double, bool>("act", "seconds", "sleeps");
+        const Act idle = [](Scene& scene) { scene.buddy.setState({}, scene.now); };
         row("not yet", nothing, 290.0, false);
         row("after five minutes", nothing, 302.0, true);
-        row("at work", Act([](Scene& scene) { scene.enter(Kind::working); }), 700.0, false);
-        row("carried", Act([](Scene& scene) { scene.buddy.beginDragging(scene.now); }), 700.0,
-            false);
-        row("petted a while ago", Act([](Scene& scene) {
-            scene.pass(200, 0.1);
-            scene.buddy.pet(scene.now);
-        }),
-            200.0, false);
-        row("idle as before", Act([](Scene& scene) {
-            scene.pass(200, 0.1);
-            scene.buddy.setState({}, scene.now);
-        }),
-            110.0, true);
-        row("told what lasts already", Act([](Scene& scene) {
-            scene.enter(Kind::notify);
-            scene.pass(200, 0.1);
-            scene.buddy.setState({}, scene.now);
-        }),
-            200.0, false);
+        row("at work", work, 700.0, false);
+        row("carried", carry, 700.0, false);
+        row("petted a while ago", after(nothing, 200, pet), 200.0, false);
+        row("idle as before", after(nothing, 200, idle), 110.0, true);
+        row("told what lasts already", after(entering(Kind::notify), 200, idle), 200.0, false);
     }
     void itSleepsWhenNothingHappens()
     {
-        using Act = std::function<void(Scene&)>;
         QFETCH(Act, act);
         QFETCH(double, seconds);
         Scene scene;
@@ -162,35 +156,21 @@ private Q_SLOTS:
 
     void itSleepsAtOnceWhenItIsToldTo_data()
     {
-        using Act = std::function<void(Scene&)>;
-        QTest::addColumn<Act>("before");
-        QTest::addColumn<Act>("after");
-        QTest::addColumn<bool>("sleeps");
-        const Act nothing = [](Scene&) {};
-        const auto entering = [](Kind kind) {
-            return Act([kind](Scene& scene) { scene.enter(kind); });
-        };
-        row("idle", nothing, nothing, true);
-        row("with a reminder", entering(Kind::notify), nothing, true);
-        row("petted", Act([](Scene& scene) { scene.buddy.pet(scene.now); }), nothing, true);
-        row("at work", entering(Kind::working), nothing, false);
-        row("touched again", nothing, Act([](Scene& scene) {
-            scene.pass(3);
-            scene.buddy.stir(scene.now);
-        }),
-            false);
-        row("asked something", nothing, entering(Kind::responding), false);
+        columns<Act, bool>("act", "sleeps");
+        const Act doze = [](Scene& scene) { scene.buddy.dozeOff(scene.now); };
+        const Act stir = [](Scene& scene) { scene.buddy.stir(scene.now); };
+        row("idle", doze, true);
+        row("with a reminder", after(entering(Kind::notify), 0.5, doze), true);
+        row("petted", after(pet, 0.5, doze), true);
+        row("at work", after(work, 0.5, doze), false);
+        row("touched again", after(doze, 3, stir), false);
+        row("asked something", after(doze, 0, entering(Kind::responding)), false);
     }
     void itSleepsAtOnceWhenItIsToldTo()
     {
-        using Act = std::function<void(Scene&)>;
-        QFETCH(Act, before);
-        QFETCH(Act, after);
+        QFETCH(Act, act);
         Scene scene;
-        before(scene);
-        scene.pass(0.5);
-        scene.buddy.dozeOff(scene.now);
-        after(scene);
+        act(scene);
         scene.pass(4);
         QTEST(scene.buddy.sleepAmount() > 0.9, "sleeps");
     }
@@ -238,59 +218,42 @@ private Q_SLOTS:
 
     void aFrameComesAsOftenAsThereIsMotion_data()
     {
-        using Act = std::function<void(Scene&)>;
-        using Interval = BuddyFramePacing::Interval;
-        QTest::addColumn<Act>("act");
-        QTest::addColumn<double>("seconds");
-        QTest::addColumn<Interval>("expected");
+        columns<Act, double, Interval>("act", "seconds", "expected");
         const auto full = BuddyFramePacing::full;
         const auto idle = BuddyFramePacing::idle;
-        const Act work = [](Scene& scene) { scene.enter(Kind::working); };
-        const Act finish = [](Scene& scene) {
-            scene.enter(Kind::working);
-            scene.pass(5);
-            scene.enter(Kind::idle);
+        const auto finish = after(work, 5, entering(Kind::idle));
+        const auto moved = [](double x, double y) {
+            return Act([=](Scene& scene) { scene.buddy.windowMoved({ x, y }, scene.now); });
         };
-        const Act carry = [](Scene& scene) { scene.buddy.beginDragging(scene.now); };
-        const Act move = [](Scene& scene) { scene.buddy.windowMoved({ 0.06, 0 }, scene.now); };
-        const Act tremble = [](Scene& scene) {
-            scene.buddy.windowMoved({ 0.03, 0.04 }, scene.now);
-        };
-        const Act pet = [](Scene& scene) { scene.buddy.pet(scene.now); };
-        const Act wearStill = [](Scene& scene) {
-            scene.buddy.setDefaultMeme(BuddyMeme { {}, picture(1) }, scene.now);
-        };
-        const Act wear = [](Scene& scene) {
-            scene.buddy.setDefaultMeme(BuddyMeme { {}, picture(2) }, scene.now);
+        const auto wear = [](int frames) {
+            return Act([=](Scene& scene) {
+                scene.buddy.setDefaultMeme(BuddyMeme { {}, picture(frames) }, scene.now);
+            });
         };
         const Act wearAsleep = [](Scene& scene) {
             scene.buddy.setSleepingMeme(BuddyMeme { {}, picture(2) }, scene.now);
         };
         const Act dock = [](Scene& scene) { scene.buddy.setDock({ .lift = 3 }); };
-        const Act hide = [](Scene& scene) {
-            scene.enter(Kind::working);
-            scene.buddy.setOccluded(true);
-        };
-        row("at rest", Act([](Scene&) {}), 0.1, idle);
+        const Act hide = [](Scene& scene) { scene.buddy.setOccluded(true); };
+        row("at rest", nothing, 0.1, idle);
         row("at work", work, 60.0, full);
         row("the rain dries up", finish, 0.5, full);
         row("dry", finish, 1.5, idle);
         row("held still", carry, 60.0, full);
-        row("on the way", move, 0.15, full);
-        row("arrived", move, 1.0, idle);
-        row("trembling", tremble, 0.1, idle);
+        row("on the way", moved(0.06, 0), 0.15, full);
+        row("arrived", moved(0.06, 0), 1.0, idle);
+        row("trembling", moved(0.03, 0.04), 0.1, idle);
         row("hearts", pet, 1.9, full);
         row("after the hearts", pet, 2.5, idle);
-        row("a picture", wearStill, 1.0, idle);
-        row("a moving picture", wear, 60.0, full);
+        row("a picture", wear(1), 1.0, idle);
+        row("a moving picture", wear(2), 60.0, full);
         row("a picture for the night, by day", wearAsleep, 60.0, idle);
         row("by night", wearAsleep, 310.0, full);
         row("pressed", dock, 0.1, full);
-        row("out of sight, even at work", hide, 5.0, BuddyFramePacing::occluded);
+        row("out of sight, even at work", after(work, 0, hide), 5.0, BuddyFramePacing::occluded);
     }
     void aFrameComesAsOftenAsThereIsMotion()
     {
-        using Act = std::function<void(Scene&)>;
         QFETCH(Act, act);
         QFETCH(double, seconds);
         Scene scene;
@@ -299,44 +262,31 @@ private Q_SLOTS:
         QTEST(scene.interval(), "expected");
     }
 
-    void aMemeIsShownForAWhile_data()
-    {
-        QTest::addColumn<double>("duration");
-        QTest::addColumn<double>("seconds");
-        QTest::addColumn<bool>("isShown");
-        row("in time", 4.5, 4.4, true);
-        row("over", 4.5, 4.6, false);
-        row("too short to be seen", 0.5, 1.4, true);
-        row("long enough", 0.5, 1.6, false);
-    }
     void aMemeIsShownForAWhile()
     {
-        QFETCH(double, duration);
-        QFETCH(double, seconds);
-        Scene scene;
-        scene.buddy.showMeme(picture(1), duration, scene.now);
-        scene.pass(seconds);
-        QTEST(scene.frame().card.has_value(), "isShown");
-        QTEST(scene.interval() == BuddyFramePacing::full, "isShown");
+        // How long it is to be shown, and how long it then is: at least a second and a half.
+        for (const auto& [duration, shown] : { std::pair(4.5, 4.5), { 0.5, 1.5 } }) {
+            Scene scene;
+            scene.buddy.showMeme(picture(1), duration, scene.now);
+            scene.pass(shown - 0.1);
+            QVERIFY(scene.frame().card && scene.interval() == BuddyFramePacing::full);
+            scene.pass(0.2);
+            QVERIFY(!scene.frame().card && scene.interval() != BuddyFramePacing::full);
+        }
     }
 
-    void theEyesFollowThePointer_data()
-    {
-        QTest::addColumn<QPointF>("pointer");
-        QTest::addColumn<QPoint>("look");
-        row("in the middle", QPointF(50, 40), QPoint(0, 0));
-        row("hardly beside it", QPointF(58, 32), QPoint(0, 0));
-        row("right and up", QPointF(58.5, 31.5), QPoint(1, -1));
-        row("left and down", QPointF(0, 80), QPoint(-1, 1));
-    }
     void theEyesFollowThePointer()
     {
-        QFETCH(QPointF, pointer);
         Scene scene;
-        scene.buddy.mouseMoved(pointer, { 100, 80 });
-        QTEST(QPoint(scene.frame().look.dx, scene.frame().look.dy), "look");
+        const auto look = [&] { return QPoint(scene.frame().look.dx, scene.frame().look.dy); };
+        const std::pair<QPointF, QPoint> expected[] { { { 50, 40 }, { 0, 0 } },
+            { { 58, 32 }, { 0, 0 } }, { { 58.5, 31.5 }, { 1, -1 } }, { { 0, 80 }, { -1, 1 } } };
+        for (const auto& [pointer, direction] : expected) {
+            scene.buddy.mouseMoved(pointer, { 100, 80 });
+            QCOMPARE(look(), direction);
+        }
         scene.buddy.mouseExited();
-        QCOMPARE(QPoint(scene.frame().look.dx, scene.frame().look.dy), QPoint());
+        QCOMPARE(look(), QPoint());
     }
 
     void pettingMakesHappyForAMoment()

@@ -1,11 +1,29 @@
 #include "buddy/BuddyLayout.h"
-#include "buddy/BuddyPoses.h"
 
-#include <QTest>
+#include "buddy/BuddyBitmap.h"
+#include "buddy/BuddyPaws.h"
+#include "buddy/BuddyPoses.h"
+#include "support/TableRow.h"
 
 namespace pobblewig {
 
 namespace {
+
+constexpr RGB mouseBody { 150, 142, 140 };
+constexpr RGB mouseNose { 196, 116, 120 };
+constexpr RGB mouseEye { 40, 34, 36 };
+
+/// Every block that holds the dot.
+std::vector<RGB> at(const BuddyBitmap& bitmap, QPoint dot)
+{
+    std::vector<RGB> found;
+    for (const auto& block : bitmap.blocks) {
+        const QRect area(block.col, block.row, block.cols, block.rows);
+        if (area.contains(dot))
+            found.push_back(block.rgb);
+    }
+    return found;
+}
 
 /// Frames of one minute of breathing.
 std::vector<BuddyLayout> breathing(const BuddyCanvas& canvas)
@@ -29,18 +47,15 @@ class BuddyLayoutTest : public QObject {
 private Q_SLOTS:
     void aBreathingBuddyStandsFirmAndWhole_data()
     {
-        QTest::addColumn<double>("sizeScale");
-        QTest::addColumn<double>("devicePixelRatio");
-        QTest::newRow("smallest") << 0.5 << 1.0;
-        QTest::newRow("usual") << 1.0 << 1.0;
-        QTest::newRow("between whole pixels") << 1.0 << 1.15;
-        QTest::newRow("largest on a fine screen") << 3.0 << 2.0;
+        columns<BuddyCanvas>("canvas");
+        row("smallest", BuddyCanvas::ofScale(0.5, 1));
+        row("usual", BuddyCanvas::ofScale(1, 1));
+        row("between whole pixels", BuddyCanvas::ofScale(1, 1.15));
+        row("largest on a fine screen", BuddyCanvas::ofScale(3, 2));
     }
     void aBreathingBuddyStandsFirmAndWhole()
     {
-        QFETCH(double, sizeScale);
-        QFETCH(double, devicePixelRatio);
-        const auto canvas = BuddyCanvas::ofScale(sizeScale, devicePixelRatio);
+        QFETCH(BuddyCanvas, canvas);
         const QRect area(QPoint(), canvas.size());
         const QRect feet(
             dot(BuddyLayout({}, canvas), 15, 4) | dot(BuddyLayout({}, canvas), 15, 27));
@@ -77,6 +92,49 @@ private Q_SLOTS:
         const BuddyLayout tilted({ .tilt = 0.02 }, canvas);
         QCOMPARE(dot(tilted, 0, 16).left(), dot(upright, 0, 16).left() - 8);
         QCOMPARE(dot(tilted, 15, 16).left(), dot(upright, 15, 16).left());
+    }
+
+    void aStandingSpriteIsPutTogetherFromItsLayers()
+    {
+        const auto rgb = [](Mascot mascot, QPoint dot) {
+            return at(BuddyBitmap::standing(MascotSprite::sprite(mascot)), dot);
+        };
+        QCOMPARE(rgb(Mascot::skrit, { 28, 4 }), (std::vector { RGB { 217, 119, 87 } }));
+        QCOMPARE(rgb(Mascot::mouse, { 23, 7 }), std::vector { mouseEye });
+        QCOMPARE(rgb(Mascot::mouse, { 24, 7 }), std::vector { mouseBody });
+        QCOMPARE(rgb(Mascot::axolotl, { 18, 8 }), (std::vector { RGB { 58, 42, 26 } }));
+        QCOMPARE(rgb(Mascot::axolotl, { 4, 15 }), (std::vector { RGB { 186, 126, 50 } }));
+    }
+
+    void aLookChangesItsDots_data()
+    {
+        columns<BitmapKey, QPoint, RGB>("look", "dot", "expected");
+        const QPoint besideEye(12, 4);
+        const QPoint underEye(8, 8);
+        const QPoint nose(14, 8);
+        row("open eye", BitmapKey {}, QPoint(8, 4), mouseEye);
+        row("closed eye", BitmapKey { .eyeStyle = EyeStyle::closed }, QPoint(8, 4), mouseBody);
+        row("straight ahead", BitmapKey {}, besideEye, mouseBody);
+        row("to the right", BitmapKey { .dx = 1 }, besideEye, mouseEye);
+        row("down", BitmapKey { .dy = 1 }, underEye, mouseEye);
+        row("nose", BitmapKey {}, nose, mouseNose);
+        row("glasses hide the nose", BitmapKey { .showGlasses = true }, nose, mouseBody);
+        row("they begin a row above the eyes", BitmapKey { .showGlasses = true }, QPoint(8, 2),
+            mouseEye);
+        row("no hair on the feet", BitmapKey {}, QPoint(2, 14), RGB {});
+        row("a step", BitmapKey { .gait = MascotGait::walkA }, QPoint(2, 14),
+            RGB { 186, 144, 140 });
+        row("a paw over the head", BitmapKey { .pawFrame = BuddyPaws::petting }, QPoint(10, -2),
+            mixed(mouseBody, { 255, 255, 255 }, 0.15));
+    }
+    void aLookChangesItsDots()
+    {
+        QFETCH(BitmapKey, look);
+        QFETCH(QPoint, dot);
+        QFETCH(RGB, expected);
+        const auto bitmap = BuddyBitmap::rendered(MascotSprite::sprite(Mascot::mouse), look);
+        const auto isEmpty = expected == RGB {};
+        QCOMPARE(at(bitmap, dot), isEmpty ? std::vector<RGB>() : std::vector { expected });
     }
 };
 
