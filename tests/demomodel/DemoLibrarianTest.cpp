@@ -5,6 +5,7 @@
 #include "memory/librarian/LibrarianAnswers.h"
 #include "memory/librarian/LibrarianSchemas.h"
 #include "prompts/LibrarianPrompts.h"
+#include "support/Joined.h"
 
 #include <span>
 
@@ -29,11 +30,6 @@ QString answer(const QString& prompt, const LLMResponseFormat& format)
     const auto told = DemoReplies::reply(request(prompt, format.name), demoNow()).text;
     const auto guessed = DemoReplies::reply(request(prompt, std::nullopt), demoNow()).text;
     return told == guessed ? told : u"the fallback differs: "_s + guessed;
-}
-
-QString joined(const auto& texts)
-{
-    return QStringList(texts.begin(), texts.end()).join(u'|');
 }
 
 /// A line of the conversation, an hour before now.
@@ -187,13 +183,10 @@ private Q_SLOTS:
     }
     void whatIsOpenStaysUntilItIsDone()
     {
-        QStringList open;
         const auto day = closeout(user(QString::fromUtf8(QTest::currentDataTag())),
             { u"Hand in the essay (Sunday, 22 November)"_s, u"Call the dentist"_s,
                 u"Exam (Friday, 13 November)"_s });
-        for (const auto& intent : day.unfinishedIntent)
-            open.append(intent.text);
-        QTEST(open.join(u'|'), "open");
+        QTEST(joined(day.unfinishedIntent, &CloseoutIntentItem::text), "open");
     }
 
     void aWeekIsMadeOfItsDays()
@@ -239,12 +232,6 @@ private Q_SLOTS:
         QVERIFY(std::ranges::equal(result->notes, std::span(seen.notes).first(4)));
         QVERIFY(result->patterns == seen.patterns);
         QVERIFY(!cleaned(u"{"_s));
-    }
-
-    void otherRequestsGetTheEmptiestAnswer()
-    {
-        const auto weekly = Prompts::weeklyRollup({});
-        QCOMPARE(DemoReplies::reply(request(weekly, u"other"_s), demoNow()).text, u"{}");
     }
 };
 

@@ -77,19 +77,12 @@ private Q_SLOTS:
             uR"({"k":"a","l":[],"n":0.5,"o":{"b":false},"x":null,"y":0,"z":null})");
     }
 
-    void whatIsNotARequestIsExplained_data()
-    {
-        columns<QString>("problem");
-        row("", "not JSON");
-        row("{}", "$.messages: missing");
-        row(R"({"messages":[]})", "$.messages: expected at least one message");
-        row(R"({"messages":[{"role":5}]})", "$.messages[0].role: expected");
-    }
     void whatIsNotARequestIsExplained()
     {
-        QFETCH(QString, problem);
-        const auto reply = replyTo(QTest::currentDataTag());
-        QVERIFY2(reply.startsWith(problem), qPrintable(reply));
+        QVERIFY(replyTo("").startsWith(u"not JSON"));
+        QVERIFY(replyTo("{}").startsWith(u"$.messages: missing"));
+        QCOMPARE(replyTo(R"({"messages":[]})"), u"$.messages: expected at least one message");
+        QVERIFY(replyTo(R"({"messages":[{"role":5}]})").startsWith(u"$.messages[0].role: "));
     }
 
     void theStreamedWordsAreTheText()

@@ -91,12 +91,15 @@ private Q_SLOTS:
         };
         row("without stream", chat(), 200);
         row("without /v1", chat().replace("/v1", ""), 200);
+        row("with a query", chat().replace("completions", "completions?a=b"), 200);
         row("not JSON", post("nonsense"), 400);
         row("deep nesting", post(QByteArray(100000, '[')), 400);
         row("another path", chat().replace("/chat", "/shat"), 404);
         row("another method", chat().replace("POST", "GET"), 405);
         row("not HTTP", QByteArray("hello\r\n\r\n"), 400);
         row("no size", chat().replace("Content-Length", "Transfer-Encoding"), 411);
+        row("size with a sign", sized("-1"), 400);
+        row("size beyond 64 bits", sized("99999999999999999999"), 413);
         row("size one over", sized(QByteArray::number(HTTPRequestReader::bodyLimit + 1)), 413);
         row("endless head", QByteArray(HTTPRequestReader::headLimit + 1, 'a'), 431);
     }

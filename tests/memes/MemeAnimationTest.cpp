@@ -10,9 +10,7 @@ class MemeAnimationTest : public QObject {
 private Q_SLOTS:
     void aFrameIsSeenForItsDuration_data()
     {
-        QTest::addColumn<std::vector<double>>("durations");
-        QTest::addColumn<double>("at");
-        QTest::addColumn<int>("width");
+        columns<std::vector<double>, double, int>("durations", "at", "width");
         const std::vector uneven { 0.25, 0.5, 0.25 };
         row("at the start", uneven, 0.0, 1);
         row("the moment a frame ends", uneven, 0.25, 2);

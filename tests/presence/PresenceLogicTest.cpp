@@ -13,8 +13,7 @@ class PresenceLogicTest : public QObject {
 private Q_SLOTS:
     void theEndIsToldAsPeopleWould_data()
     {
-        QTest::addColumn<QString>("end");
-        QTest::addColumn<QString>("words");
+        columns<QString, QString>("end", "words");
         row("later today", "2026-03-27T15:30", "15:30");
         row("the last minute of today", "2026-03-27T23:59", "23:59");
         row("midnight", "2026-03-28T00:00", "tomorrow");
@@ -33,7 +32,7 @@ private Q_SLOTS:
     void tomorrowBeginsWithTheDay()
     {
         for (const auto* day : { "2026-03-28", "2026-03-29", "2026-10-25" }) {
-            const auto evening = at(QLatin1String(day) + QStringLiteral("T21:00"));
+            const auto evening = at(QLatin1String(day) + u"T21:00"_s);
             const auto tomorrow = PresenceLogic::startOfTomorrow(evening, m_calendar);
             QCOMPARE(m_calendar.dateTime(tomorrow).time(), QTime(0, 0));
             QCOMPARE(m_calendar.day(evening).daysTo(m_calendar.day(tomorrow)), 1);
@@ -42,10 +41,8 @@ private Q_SLOTS:
 
     void theStateIsAMarkAndALine_data()
     {
-        QTest::addColumn<PresenceState>("state");
-        QTest::addColumn<PresenceBadge>("badge");
-        QTest::addColumn<QString>("words");
-        const auto end = at(QStringLiteral("2026-03-27T15:30"));
+        columns<PresenceState, PresenceBadge, QString>("state", "badge", "words");
+        const auto end = at(u"2026-03-27T15:30"_s);
         const PresenceState focus { .mode = CoachMode::focus, .modeRevertAt = end };
         const auto paused = [&](Activity activity, std::optional<TimePoint> until) {
             return PresenceState { .isPaused = true, .pausedUntil = until, .activity = activity };
@@ -71,8 +68,7 @@ private Q_SLOTS:
 
     void aHotKeyTakesNoKeyThatPeopleTypeWith_data()
     {
-        QTest::addColumn<QString>("keys");
-        QTest::addColumn<bool>("isUsable");
+        columns<QString, bool>("keys", "isUsable");
         row("the default", "Ctrl+Alt+Space", true);
         row("with all", "Meta+Ctrl+Alt+Shift+F12", true);
         row("a letter", "P", false);
@@ -98,7 +94,7 @@ private:
     }
 
     const Calendar m_calendar { QTimeZone("Europe/Zurich"), QLocale(u"en_GB") };
-    const TimePoint m_now = at(QStringLiteral("2026-03-27T14:00"));
+    const TimePoint m_now = at(u"2026-03-27T14:00"_s);
 };
 
 } // namespace pobblewig

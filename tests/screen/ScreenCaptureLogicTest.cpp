@@ -14,8 +14,7 @@ class ScreenCaptureLogicTest : public QObject {
 private Q_SLOTS:
     void aPictureIsScaledToWhatAModelCanSee_data()
     {
-        QTest::addColumn<QSize>("taken");
-        QTest::addColumn<QSize>("sent");
+        columns<QSize, QSize>("taken", "sent");
         row("wide", QSize(3000, 1500), QSize(1568, 784));
         row("tall, cut to whole pixels", QSize(1001, 2000), QSize(784, 1568));
         row("just fits", QSize(1568, 900), QSize(1568, 900));
@@ -53,28 +52,14 @@ private Q_SLOTS:
     void theLabelNamesTheWindow()
     {
         const auto label = ScreenCaptureLogic::windowLabel;
-        const auto browser = QStringLiteral("Safari");
+        const auto browser = u"Safari"_s;
         QCOMPARE(label({}, browser), browser);
-        QCOMPARE(label(QStringLiteral("50 %2 off"), browser), u"\"50 %2 off\" of Safari");
-    }
-
-    void eachErrorIsWordedForThePlatform()
-    {
-        using Kind = ScreenCaptureError::Kind;
-        const auto text = [](Kind kind, const PlatformWording& wording) {
-            return ScreenCaptureLogic::description({ kind, QStringLiteral("Vault %1") }, wording);
-        };
-        for (const auto& wording : { PlatformWording::macOS, PlatformWording::linuxDesktop }) {
-            QCOMPARE(text(Kind::excludedApp, wording),
-                u"Screenshots are disabled while Vault %1 is frontmost (excluded app).");
-            QCOMPARE(text(Kind::permissionDenied, wording).contains(u"System Settings"),
-                wording.identity == PlatformWording::macOS.identity);
-        }
+        QCOMPARE(label(u"50 %2 off"_s, browser), u"\"50 %2 off\" of Safari");
     }
 
     void excludedProgramsAreBlankedWithTheirMenus()
     {
-        const auto vault = QStringLiteral("org.example.Vault");
+        const auto vault = u"org.example.Vault"_s;
         const std::vector<ScreenWindow> windows {
             { .connection = 1, .processID = 10, .bundleIdentifier = vault },
             { .connection = 1 },
@@ -91,10 +76,8 @@ private Q_SLOTS:
 
     void onlyWhatCanBeSeenIsPainted_data()
     {
-        QTest::addColumn<bool>("isOpaque");
-        QTest::addColumn<Visibility>("presence");
-        QTest::addColumn<std::vector<std::size_t>>("layers");
-        QTest::addColumn<QRect>("desktop");
+        columns<bool, Visibility, std::vector<std::size_t>, QRect>(
+            "isOpaque", "visibility", "layers", "desktop");
         using Layers = std::vector<std::size_t>;
         const QRect right(50, 0, 50, 100);
         row("a window hides what is below", true, Visibility::shown, Layers { 1 }, right);
@@ -105,18 +88,18 @@ private Q_SLOTS:
     void onlyWhatCanBeSeenIsPainted()
     {
         QFETCH(bool, isOpaque);
-        QFETCH(Visibility, presence);
+        QFETCH(Visibility, visibility);
         using Layers = std::vector<std::size_t>;
         const std::vector<ScreenWindow> windows {
             { .frame = { 10, 10, 30, 30 } },
             { .frame = { -5, -5, 55, 200 }, .isOpaque = isOpaque },
             { .frame = { 100, 0, 50, 50 } },
         };
-        const std::vector visibilities { Visibility::shown, presence, Visibility::shown };
+        const std::vector visibilities { Visibility::shown, visibility, Visibility::shown };
         const auto composition =
             ScreenCaptureLogic::composition(windows, visibilities, { 0, 0, 100, 100 });
         QTEST(Layers(composition.layers), "layers");
-        QVERIFY(!composition.desktop.contains(QPoint(5, 5)) || presence == Visibility::shown);
+        QVERIFY(!composition.desktop.contains(QPoint(5, 5)) || visibility == Visibility::shown);
         QFETCH(QRect, desktop);
         QCOMPARE(composition.desktop & QRect(50, 0, 50, 100), QRegion(desktop));
     }

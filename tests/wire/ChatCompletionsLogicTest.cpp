@@ -54,61 +54,49 @@ private Q_SLOTS:
         QTEST(compact(ChatCompletionsLogic::encodeMessage(message)), "json");
     }
 
-    void payloadsCarryWhatIsAskedFor_data()
-    {
-        columns<LLMResponseFormat, std::vector<LLMToolDefinition>, QString>(
-            "format", "tools", "json");
-        using Format = LLMResponseFormat;
-        using Tools = std::vector<LLMToolDefinition>;
-        const auto n = u"n"_s;
-        const JSONValue::Object schema { { n, true } };
-        row("text", Format(), Tools(), "%1'stream':true,'temperature':0.5}");
-        row("object", Format { Format::Kind::jsonObject }, Tools(),
-            "%1'response_format':{'type':'json_object'},'stream':true,'temperature':0.5}");
-        row("schema", Format { Format::Kind::jsonSchema, n, schema }, Tools(),
-            "%1'response_format':{'json_schema':{'name':'n','schema':{'n':true},"
-            "'strict':true},'type':'json_schema'},'stream':true,'temperature':0.5}");
-        row("tools and usage", Format(), Tools { { n, u"d"_s, schema } },
-            "%1'stream':true,'stream_options':{'include_usage':true},'temperature':0.5,"
-            "'tool_choice':'auto','tools':[{'function':{'description':'d','name':'n',"
-            "'parameters':{'n':true}},'type':'function'}]}");
-    }
     void payloadsCarryWhatIsAskedFor()
     {
-        QFETCH(LLMResponseFormat, format);
-        QFETCH(std::vector<LLMToolDefinition>, tools);
-        QFETCH(QString, json);
-        const auto payload = ChatCompletionsLogic::buildPayload(
-            u"m"_s, { {}, 5, 0.5, format, tools }, !tools.empty());
-        QCOMPARE(compact(payload), json.arg(u"{'max_tokens':5,'messages':[],'model':'m',"_s));
+        using Format = LLMResponseFormat;
+        const JSONValue::Object schema { { u"n"_s, true } };
+        const auto payload = [](const Format& format,
+                                 const std::vector<LLMToolDefinition>& tools = {}) {
+            return compact(ChatCompletionsLogic::buildPayload(
+                u"m"_s, { {}, 5, 0.5, format, tools }, !tools.empty()));
+        };
+        QCOMPARE(payload({}),
+            u"{'max_tokens':5,'messages':[],'model':'m','stream':true,'temperature':0.5}");
+        QVERIFY(payload({ Format::Kind::jsonObject })
+                    .contains(u"'response_format':{'type':'json_object'}"));
+        QVERIFY(payload({ Format::Kind::jsonSchema, u"n"_s, schema })
+                    .contains(u"'response_format':{'json_schema':{'name':'n','schema':{'n':true},"
+                              "'strict':true},'type':'json_schema'}"_s));
+        const auto withTools = payload({}, { { u"n"_s, u"d"_s, schema } });
+        QVERIFY(withTools.contains(u"'stream_options':{'include_usage':true}"));
+        QVERIFY(withTools.contains(
+            u"'tool_choice':'auto','tools':[{'function':{'description':'d','name':'n',"
+            "'parameters':{'n':true}},'type':'function'}]"_s));
     }
 
-    void theRightCredentialTravelsToThePathBelowTheBase_data()
-    {
-        columns<QString, bool, QString, QString>("base", "usesCloudAuth", "session", "sent");
-        row("vendor", "http://h", false, "session", "http://h/chat application/json Bearer key");
-        row("cloud", "https://h:1/v1/", true, "",
-            "https://h:1/v1/chat application/json Bearer key main");
-        row("signed in", "https://h/v1?region=x", true, "session",
-            "https://h/v1/chat?region=x application/json Bearer session main");
-    }
     void theRightCredentialTravelsToThePathBelowTheBase()
     {
-        QFETCH(QString, base);
-        QFETCH(bool, usesCloudAuth);
-        QFETCH(QString, session);
-        LLMConfiguration configuration;
-        configuration.baseURL = QUrl(base);
-        configuration.completionsPath = u"chat"_s;
-        configuration.apiKey = u"key"_s;
-        configuration.usesCloudAuth = usesCloudAuth;
-        configuration.sessionToken = session;
-        configuration.lane = u"main"_s;
-        const auto request = ChatCompletionsLogic::httpRequest(configuration);
-        auto sent = request.url.toString();
-        for (const auto& [name, value] : request.headers)
-            sent += u' ' + QString::fromUtf8(value);
-        QTEST(sent, "sent");
+        const auto sent = [](const QString& base, bool usesCloudAuth, const QString& session) {
+            const auto request = ChatCompletionsLogic::httpRequest({ .baseURL = QUrl(base),
+                .apiKey = u"key"_s,
+                .usesCloudAuth = usesCloudAuth,
+                .sessionToken = session,
+                .completionsPath = u"chat"_s,
+                .lane = u"main"_s });
+            auto text = request.url.toString();
+            for (const auto& [name, value] : request.headers)
+                text += u' ' + QString::fromUtf8(value);
+            return text;
+        };
+        QCOMPARE(
+            sent(u"http://h"_s, false, u"session"_s), u"http://h/chat application/json Bearer key");
+        QCOMPARE(sent(u"https://h:1/v1/"_s, true, {}),
+            u"https://h:1/v1/chat application/json Bearer key main");
+        QCOMPARE(sent(u"https://h/v1?region=x"_s, true, u"session"_s),
+            u"https://h/v1/chat?region=x application/json Bearer session main");
     }
 };
 

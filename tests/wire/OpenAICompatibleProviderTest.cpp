@@ -121,6 +121,7 @@ private Q_SLOTS:
         ScriptedHTTPClient http;
         http.enqueue(200, body.replace('\'', '"'));
         QTEST(ask(http), "events");
+        QVERIFY(http.requests().at(0).longest == 10min);
     }
 
     void aFailureEndsTheStream_data()
@@ -215,7 +216,7 @@ private:
     static QString ask(HTTPClient& http, const LLMConfiguration& given)
     {
         OpenAICompatibleProvider provider(given, http);
-        const auto stream = std::make_shared<LLMStream>(provider.streamChat({}));
+        const auto stream = std::make_shared<LLMStream>(provider.streamChat({ .longest = 10min }));
         return awaited(collected(stream)).join(u'|');
     }
     QString ask(HTTPClient& http) const { return ask(http, configuration(m->server.url())); }
