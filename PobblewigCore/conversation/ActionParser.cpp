@@ -3,7 +3,7 @@
 #include "conversation/ControlBlock.h"
 #include "conversation/ControlFence.h"
 #include "conversation/ReplyPreview.h"
-#include "conversation/proposals/ActionBuilder.h"
+#include "conversation/proposals/ActionTools.h"
 
 #include <QJsonObject>
 
@@ -19,8 +19,8 @@ std::vector<BuddyAction> actionsOf(const QJsonObject& payload, const Calendar& c
 {
     const auto fields = JSONValue::fromJson(payload);
     const auto type = payload.value(u"type").toString();
-    return ActionBuilder::actions(
-        type, ActionArguments(*fields.object()), calendar, ActionBuilder::Origin::block);
+    return ActionTools::actions(
+        type, { ActionArguments(*fields.object()), calendar, ActionBuilder::Origin::block });
 }
 
 std::vector<BuddyAction> actionsOf(
@@ -66,8 +66,8 @@ auto ActionParser::parseToolCalls(const QString& text) -> ToolRequest
 std::vector<BuddyAction> ActionParser::actions(
     const LLMToolCall& toolCall, const Calendar& calendar)
 {
-    return ActionBuilder::actions(toolCall.name, ActionArguments(toolCall.arguments), calendar,
-        ActionBuilder::Origin::toolCall);
+    return ActionTools::actions(toolCall.name,
+        { ActionArguments(toolCall.arguments), calendar, ActionBuilder::Origin::toolCall });
 }
 
 QString ActionParser::stripControlFences(const QString& text)

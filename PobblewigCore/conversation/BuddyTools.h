@@ -1,29 +1,56 @@
 #pragma once
 
 #include "prompts/PlatformWording.h"
+#include "prompts/ToolLines.h"
+#include "tools/Tool.h"
 #include "wire/LLMMessage.h"
 
+#include <set>
 #include <vector>
 
-/// The functions that a model is offered.
-namespace pobblewig::BuddyTools {
+namespace pobblewig {
 
-enum class ScreenCapture { notOffered, offered };
-enum class AccountabilityTools { notOffered, offered };
+/// The functions that a model is offered, made of the tools' records.
+///
+/// Lives on the main thread.
+class BuddyTools {
+public:
+    enum class Offered { no, yes };
 
-/// Those that read, as far as they are offered from the start.
-std::vector<LLMToolDefinition> retrievalTools(ScreenCapture includeScreenCapture,
-    AccountabilityTools includeAccountabilityTools,
-    const PlatformWording& wording = PlatformWording::linuxDesktop);
+    struct Offer {
+        /// Those that read.
+        Offered retrieval = Offered::no;
+        Offered screenCapture = Offered::no;
+        Offered situation = Offered::yes;
+        Offered memory = Offered::yes;
+        /// The names of deferred tools that were loaded.
+        std::set<QString> expanded = {};
+    };
 
-/// Those that the model has to load by `describe_tool`, which keeps the requests small.
-const std::vector<LLMToolDefinition>& deferredRetrievalTools();
+    /// Adds those of a turn and the actions to the features'.
+    explicit BuddyTools(std::vector<Tool> ofFeatures = {},
+        const PlatformWording& wording = PlatformWording::linuxDesktop);
 
-/// Null for an unknown name.
-const LLMToolDefinition* deferredTool(const QString& name);
+    /// In the order of the groups; the actions are always offered.
+    std::vector<LLMToolDefinition> offered(const Offer& offer) const;
 
-/// Those that change something, each by way of the user.
-const std::vector<LLMToolDefinition>& actionTools();
-bool isActionTool(const QString& name);
+    /// Null for an unknown name.
+    const Tool* find(const QString& name) const;
 
-} // namespace pobblewig::BuddyTools
+    /// What the system prompt tells of them.
+    const ToolLines& lines() const { return m_lines; }
+
+private:
+    struct Entry {
+        Tool tool;
+        /// Its schema is parsed when it is first offered.
+        mutable std::optional<LLMToolDefinition> definition = {};
+    };
+
+    static const LLMToolDefinition& definition(const Entry& entry);
+
+    std::vector<Entry> m_entries;
+    ToolLines m_lines;
+};
+
+} // namespace pobblewig

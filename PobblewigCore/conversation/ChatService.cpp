@@ -234,12 +234,12 @@ Task<ChatTurn::Input> ChatService::turnInput(Turn turn)
             .hasImage = turn.image.has_value(),
             .toolsAvailable = tools(turn.stop).isAvailable(),
             .nativeTools = m_router.offersNativeTools(lane),
+            .tools = m_tools.lines(),
             .now = m_moment.now(),
             .wording = m.wording },
         .conversation = conversation(turn),
         .maxOutputTokens = config.maxOutputTokens,
         .actionConfirmations = m_settings.settings().actionConfirmations,
-        .isMemoryEnabled = isMemoryEnabled(),
         .calendar = m_moment.calendar(),
     };
 }
@@ -247,6 +247,7 @@ Task<ChatTurn::Input> ChatService::turnInput(Turn turn)
 ToolRunner ChatService::tools(const std::stop_token& stop)
 {
     return ToolRunner({
+        .tools = m_tools,
         .executor = m.toolExecutor,
         .isMemoryEnabled = isMemoryEnabled(),
         .screenshots = m_screenshots,

@@ -82,6 +82,12 @@ public:
     /// session, or to none while the memory is off.
     void say(const QString& text, std::optional<QUuid> relatedInterventionID = std::nullopt);
 
+    /// What the features let a model call, once they are all there.
+    void setTools(std::vector<Tool> ofFeatures)
+    {
+        m_tools = BuddyTools(std::move(ofFeatures), m.wording);
+    }
+
     /// Publishes the history anew.
     void reload();
 
@@ -159,6 +165,7 @@ private:
     ChatHistoryStore& m_history;
     const Moment& m_moment;
     Surroundings m;
+    BuddyTools m_tools;
     ModelRouter m_router;
     ScreenshotTaker m_screenshots;
 

@@ -1,6 +1,7 @@
 #include "conversation/ChatTurn.h"
 
 #include "conversation/ActionParser.h"
+#include "conversation/proposals/ActionTools.h"
 #include "conversation/proposals/ProposalLogic.h"
 #include "foundation/Log.h"
 
@@ -49,7 +50,7 @@ ChatTurn::ChatTurn(
 
 Task<ChatTurn::Outcome> ChatTurn::run()
 {
-    auto failure = co_await ask(toolList({}));
+    auto failure = co_await ask(m_tools.offered({}));
     while (!failure) {
         const auto step = nextStep();
         if (step == Step::finish)
@@ -90,7 +91,7 @@ Task<ChatTurn::Failure> ChatTurn::perform(Step step)
     Log::line(QStringLiteral("buddy: reply claimed an app action with no call; nudging once (reply "
                              "length: %1)")
                   .arg(m_reply.text.size()));
-    return nudge(m_reply.text, ChatTurnLogic::claimNudge, toolList(m_tools.expanded()));
+    return nudge(m_reply.text, ChatTurnLogic::claimNudge, m_tools.offered(m_tools.expanded()));
 }
 
 Task<ChatTurn::Failure> ChatTurn::runNativeRound()
@@ -111,7 +112,7 @@ Task<ChatTurn::Failure> ChatTurn::runNativeRound()
             .imageJPEG = m_tools.toolScreenshot() });
     }
     ++m_round;
-    co_return co_await ask(toolList(m_tools.expanded()));
+    co_return co_await ask(m_tools.offered(m_tools.expanded()));
 }
 
 Task<ChatTurn::Failure> ChatTurn::runTextRound()
@@ -133,7 +134,7 @@ Task<ChatTurn::Failure> ChatTurn::runTextRound()
     if (outcome.freshScreenshot)
         m_messages.back().imageJPEG = m_tools.toolScreenshot();
     ++m_round;
-    co_return co_await ask(toolList({}));
+    co_return co_await ask(m_tools.offered({}));
 }
 
 Task<ChatTurn::Failure> ChatTurn::nudge(
@@ -165,7 +166,7 @@ Task<ChatTurn::Outcome> ChatTurn::finish()
                       .arg(m_reply.text.size()));
         const auto isBlank = m_reply.text.trimmed().isEmpty();
         const auto said = isBlank ? QStringLiteral("(empty reply)") : m_reply.text;
-        auto failure = co_await nudge(said, ChatTurnLogic::emptyReplyNudge, toolList({}));
+        auto failure = co_await nudge(said, ChatTurnLogic::emptyReplyNudge, m_tools.offered({}));
         if (failure)
             co_return tl::unexpected(*std::move(failure));
         parsed = ActionParser::parse(m_reply.text, m_input.calendar);
@@ -195,21 +196,10 @@ Task<ChatTurn::Failure> ChatTurn::ask(std::vector<LLMToolDefinition> tools)
     co_return std::nullopt;
 }
 
-std::vector<LLMToolDefinition> ChatTurn::toolList(const std::set<QString>& expanded) const
-{
-    return ChatTurnLogic::buildToolList({
-        .retrieval = m_tools.isAvailable(),
-        .includeScreenCapture = m_tools.canCapture() ? BuddyTools::ScreenCapture::offered
-                                                     : BuddyTools::ScreenCapture::notOffered,
-        .includeMemory = m_input.isMemoryEnabled,
-        .expanded = expanded,
-    });
-}
-
 void ChatTurn::collectActions(const std::vector<LLMToolCall>& calls)
 {
     for (const auto& call : calls) {
-        if (!BuddyTools::isActionTool(call.name))
+        if (!ActionTools::isOffered(call.name))
             continue;
         auto actions = ActionParser::actions(call, m_input.calendar);
         if (actions.empty())

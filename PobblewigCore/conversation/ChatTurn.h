@@ -22,7 +22,6 @@ public:
         std::vector<LLMMessage> conversation;
         int maxOutputTokens = 0;
         std::map<QString, bool> actionConfirmations = {};
-        bool isMemoryEnabled = true;
         Calendar calendar = {};
     };
 
@@ -62,7 +61,6 @@ private:
 
     /// Asks the model to go on; what it answers is `m_reply`.
     Task<Failure> ask(std::vector<LLMToolDefinition> tools);
-    std::vector<LLMToolDefinition> toolList(const std::set<QString>& expanded) const;
     void collectActions(const std::vector<LLMToolCall>& calls);
     void sayThatAPictureIsThere();
 

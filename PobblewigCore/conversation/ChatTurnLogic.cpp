@@ -1,6 +1,7 @@
 #include "conversation/ChatTurnLogic.h"
 
 #include "conversation/ActionParser.h"
+#include "conversation/proposals/ActionTools.h"
 #include "conversation/proposals/ProposalLogic.h"
 
 #include <QStringList>
@@ -42,14 +43,6 @@ QString acknowledgement(Consequence consequence)
     Q_UNREACHABLE();
 }
 
-void appendExpanded(const std::set<QString>& names, std::vector<LLMToolDefinition>& tools)
-{
-    for (const auto& name : names) {
-        if (const auto* tool = BuddyTools::deferredTool(name))
-            tools.push_back(*tool);
-    }
-}
-
 constexpr std::array<QStringView, 9> claims { u"proposed", u"confirm it in the app",
     u"confirm in the banner", u"confirm it in settings", u"queued for your confirmation",
     u"waiting for your confirmation", u"pending your confirmation", u"i've queued",
@@ -73,25 +66,11 @@ const QStringView ChatTurnLogic::screenshotAttached =
     u"The captured screenshot is attached. Answer from what you actually see — never state a guess "
     u"as fact.";
 
-std::vector<LLMToolDefinition> ChatTurnLogic::buildToolList(const ToolOffer& offer)
-{
-    std::vector<LLMToolDefinition> tools;
-    if (offer.retrieval) {
-        tools = BuddyTools::retrievalTools(
-            offer.includeScreenCapture, offer.includeAccountabilityTools);
-        appendExpanded(offer.expanded, tools);
-    }
-    if (!offer.includeMemory)
-        std::erase_if(tools, [](const auto& tool) { return tool.name.startsWith(u"memory_"); });
-    tools.insert(tools.end(), BuddyTools::actionTools().begin(), BuddyTools::actionTools().end());
-    return tools;
-}
-
 std::vector<MemoryToolCall> ChatTurnLogic::retrievalCalls(const std::vector<LLMToolCall>& calls)
 {
     std::vector<MemoryToolCall> result;
     for (const auto& call : calls) {
-        if (!BuddyTools::isActionTool(call.name))
+        if (!ActionTools::isOffered(call.name))
             result.push_back({ call.name, call.arguments });
     }
     return result;
@@ -105,7 +84,7 @@ std::vector<LLMMessage> ChatTurnLogic::toolMessages(const std::vector<LLMToolCal
     auto result = results.begin();
     for (const auto& call : calls) {
         messages.push_back({ .role = LLMMessage::Role::tool, .toolCallID = call.id });
-        if (BuddyTools::isActionTool(call.name))
+        if (ActionTools::isOffered(call.name))
             messages.back().content = actionAcknowledgement(call, actionConfirmations, calendar);
         else if (result != results.end())
             messages.back().content = (result++)->text;

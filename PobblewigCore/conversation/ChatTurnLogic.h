@@ -1,13 +1,11 @@
 #pragma once
 
-#include "conversation/BuddyTools.h"
 #include "conversation/proposals/BuddyAction.h"
 #include "foundation/Calendar.h"
 #include "tools/MemoryToolCall.h"
 #include "wire/LLMMessage.h"
 
 #include <map>
-#include <set>
 #include <vector>
 
 /// What a turn says to the model between its replies.
@@ -18,19 +16,6 @@ inline constexpr int maxRounds = 3;
 
 /// More calls than this in one reply are a fault of the model's; the rest is not looked at.
 inline constexpr size_t maxCallsPerReply = 64;
-
-struct ToolOffer {
-    bool retrieval = false;
-    BuddyTools::ScreenCapture includeScreenCapture = BuddyTools::ScreenCapture::notOffered;
-    BuddyTools::AccountabilityTools includeAccountabilityTools =
-        BuddyTools::AccountabilityTools::offered;
-    bool includeMemory = true;
-    /// The names of deferred tools that were loaded.
-    std::set<QString> expanded = {};
-};
-
-/// The action tools are always offered, and last.
-std::vector<LLMToolDefinition> buildToolList(const ToolOffer& offer);
 
 /// Those that read, in their order.
 std::vector<MemoryToolCall> retrievalCalls(const std::vector<LLMToolCall>& calls);

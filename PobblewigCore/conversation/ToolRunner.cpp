@@ -1,6 +1,6 @@
 #include "conversation/ToolRunner.h"
 
-#include "conversation/BuddyTools.h"
+#include "conversation/TurnTools.h"
 #include "tools/ToolArguments.h"
 
 #include <utility>
@@ -9,19 +9,9 @@ namespace pobblewig {
 
 namespace {
 
-QString describeToolName()
-{
-    return QStringLiteral("describe_tool");
-}
-
-QString screenCaptureName()
-{
-    return QStringLiteral("screen_capture");
-}
-
 MemoryToolResult captureResult(bool ok, const QString& text)
 {
-    return { .name = screenCaptureName(), .ok = ok, .text = text };
+    return { .name = TurnTools::screenCapture.toString(), .ok = ok, .text = text };
 }
 
 } // namespace
@@ -29,6 +19,18 @@ MemoryToolResult captureResult(bool ok, const QString& text)
 ToolRunner::ToolRunner(Dependencies dependencies)
     : m(std::move(dependencies))
 {
+}
+
+std::vector<LLMToolDefinition> ToolRunner::offered(std::set<QString> expanded) const
+{
+    using Offered = BuddyTools::Offered;
+    const auto when = [](bool isOffered) { return isOffered ? Offered::yes : Offered::no; };
+    return m.tools.offered({
+        .retrieval = when(isAvailable()),
+        .screenCapture = when(m.screenshots.isAvailable()),
+        .memory = when(m.isMemoryEnabled),
+        .expanded = std::move(expanded),
+    });
 }
 
 Task<ToolRunner::Outcome> ToolRunner::runRetrieval(std::vector<MemoryToolCall> calls)
@@ -43,7 +45,7 @@ Task<ToolRunner::Outcome> ToolRunner::runRetrieval(std::vector<MemoryToolCall> c
             continue;
         }
         auto result = co_await runHere(call);
-        outcome.freshScreenshot |= result.ok && call.name == screenCaptureName();
+        outcome.freshScreenshot |= result.ok && call.name == TurnTools::screenCapture;
         outcome.results.push_back(std::move(result));
     }
     co_return outcome;
@@ -59,9 +61,10 @@ std::vector<MemoryToolCall> ToolRunner::forExecutor(const std::vector<MemoryTool
 
 ToolRunner::Place ToolRunner::place(const MemoryToolCall& call) const
 {
-    if (call.name == describeToolName() || call.name == screenCaptureName())
+    if (call.name == TurnTools::describeTool || call.name == TurnTools::screenCapture)
         return Place::here;
-    if (!m.executor || (!m.isMemoryEnabled && call.name.startsWith(u"memory_")))
+    const auto* tool = m.tools.find(call.name);
+    if (!m.executor || (!m.isMemoryEnabled && tool && tool->needsMemory))
         return Place::nowhere;
     return Place::executor;
 }
@@ -75,9 +78,9 @@ Task<std::vector<MemoryToolResult>> ToolRunner::executeAll(std::vector<MemoryToo
 
 Task<MemoryToolResult> ToolRunner::runHere(MemoryToolCall call)
 {
-    if (call.name == screenCaptureName())
+    if (call.name == TurnTools::screenCapture)
         co_return co_await runScreenCapture();
-    if (call.name == describeToolName())
+    if (call.name == TurnTools::describeTool)
         co_return describeTool(call);
     if (place(call) == Place::nowhere)
         co_return MemoryToolResult { call.name, false,
@@ -88,8 +91,8 @@ Task<MemoryToolResult> ToolRunner::runHere(MemoryToolCall call)
 MemoryToolResult ToolRunner::describeTool(const MemoryToolCall& call)
 {
     const auto name = ToolArguments(call.args).string(QStringLiteral("name"));
-    const auto* tool = name ? BuddyTools::deferredTool(*name) : nullptr;
-    if (!tool)
+    const auto* tool = name ? m.tools.find(*name) : nullptr;
+    if (!tool || tool->group != Tool::Group::deferred)
         return { call.name, false,
             QStringLiteral("error: no loadable tool named %1 — use a name from the deferred-tools "
                            "list in the system prompt")

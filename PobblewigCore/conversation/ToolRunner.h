@@ -1,5 +1,6 @@
 #pragma once
 
+#include "conversation/BuddyTools.h"
 #include "conversation/ScreenshotTaker.h"
 #include "tools/MemoryToolExecutor.h"
 
@@ -14,6 +15,7 @@ class ToolRunner {
 public:
     /// All of them outlive the turn.
     struct Dependencies {
+        const BuddyTools& tools;
         /// Null where the memory cannot be asked.
         MemoryToolExecutor* executor = nullptr;
         /// Without it no tool of the memory runs, even if a model knows its name.
@@ -34,7 +36,8 @@ public:
 
     bool isAvailable() const { return m.executor || m.screenshots.isAvailable(); }
 
-    bool canCapture() const { return m.screenshots.isAvailable(); }
+    /// What a model is offered once these deferred tools are loaded.
+    std::vector<LLMToolDefinition> offered(std::set<QString> expanded) const;
 
     /// The names of the tools that were loaded so far.
     const std::set<QString>& expanded() const { return m_expanded; }

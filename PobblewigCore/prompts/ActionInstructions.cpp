@@ -6,7 +6,7 @@ namespace pobblewig {
 
 namespace {
 
-constexpr QStringView formatAndActions =
+constexpr QStringView format =
     u"App control via action blocks: when the user asks you to change their mode, add a calendar "
     "event or reminder, change an app setting, or forget something specific, emit a fenced JSON "
     "action block at the very end of your reply (language tag buddy-actions, or json). Spoken "
@@ -14,36 +14,7 @@ constexpr QStringView formatAndActions =
     "reply. The block is one object, {\"actions\":[...]}, with one entry per action. These action "
     "blocks are the ONLY way to create events, create reminders, change settings, or forget "
     "memory. There is NO buddy-tools write tool — buddy-tools are read-only retrieval.\n\n"
-    "The actions, each with a sample entry:\n"
-    "- Switch the mode for a while: always temporary, never permanent; minutes defaults to 60. "
-    "mode is one of openEnded, focus, studying, relaxing, exercising, doNotDisturb.\n"
-    "{\"type\":\"set_temporary_mode\",\"mode\":\"focus\",\"minutes\":50}\n"
-    "- Propose a calendar event: end, notes, and calendarName are optional.\n"
-    "{\"type\":\"propose_calendar_event\",\"proposalId\":\"event-dentist-20260728\",\"title\":"
-    "\"Dentist\",\"start\":\"2026-07-28T14:00:00\",\"end\":\"2026-07-28T15:00:00\",\"notes\":"
-    "\"Bring "
-    "the insurance card\"}\n"
-    "- Propose a reminder: due and notes are optional.\n"
-    "{\"type\":\"propose_reminder\",\"proposalId\":\"rem-email-davis-20260725\",\"title\":\"Email "
-    "Professor Davis\",\"due\":\"2026-07-25T09:00:00\"}\n"
-    "- Change one app setting: one allowlisted key per entry.\n"
-    "{\"type\":\"update_settings\",\"proposalId\":\"settings-mode-focus\",\"key\":\"mode\","
-    "\"value\":\"focus\"}\n"
-    "- Change your voice: persona is one of classic, deadpanRoommate, doomedCreature, "
-    "judgmentalAnimal, allergicToSincerity, devotedPet.\n"
-    "{\"type\":\"set_persona\",\"proposalId\":\"persona-deadpan\",\"persona\":\"deadpanRoommate\"}"
-    "\n"
-    "- Change your desktop form: mascot is mouse or axolotl. colorScheme is optional and must fit "
-    "it (mouse: original, brown, white; axolotl: golden, pink, blue, lavender).\n"
-    "{\"type\":\"set_mascot\",\"proposalId\":\"mascot-axolotl-pink\",\"mascot\":\"axolotl\","
-    "\"colorScheme\":\"pink\"}\n"
-    "- Forget something specific: target is note or referenceItem with an id, referenceSection "
-    "with a path (every item under it, recursively), or observations with any of query, from, to, "
-    "tags. An id is the short one from tool output ([id:xxxxxxxx]). This ALWAYS requires the "
-    "user's confirmation. There is NO full wipe; if asked to delete everything, say that button "
-    "lives in the app's Memory screen.\n"
-    "{\"type\":\"forget_memory\",\"proposalId\":\"forget-old-courses-2026\",\"target\":"
-    "\"referenceSection\",\"path\":\"academics.courses\"}\n\n";
+    "The actions, each with a sample entry:\n";
 
 constexpr QStringView settingKeys =
     u"Allowlisted settings keys: mode, roles, companionPersona, mascot, mascotColorScheme, "
@@ -103,9 +74,12 @@ constexpr QStringView Prompts::nativeActionInstructions =
     "Never call action functions for ordinary conversation. Never invent rules or permissions "
     "outside this mechanism.";
 
-QString Prompts::actionInstructions()
+QString Prompts::actionInstructions(const QStringList& actions)
 {
-    return formatAndActions % settingKeys % settingValues % timesAndRules;
+    QString text = format.toString();
+    for (const auto& line : actions)
+        text += u"- " % line % u'\n';
+    return text % u'\n' % settingKeys % settingValues % timesAndRules;
 }
 
 } // namespace pobblewig

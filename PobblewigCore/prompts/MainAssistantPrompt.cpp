@@ -69,15 +69,15 @@ QString toolsSection(const MainAssistantPrompt& prompt)
     if (!prompt.toolsAvailable)
         return {};
     if (prompt.nativeTools)
-        return u"\n\n" % Prompts::nativeToolInstructions;
-    return u"\n\n" % Prompts::toolInstructions(Prompts::AccountabilityTools::included);
+        return u"\n\n" % Prompts::nativeToolInstructions(prompt.tools.deferred);
+    return u"\n\n" % Prompts::toolInstructions(prompt.tools.lookups);
 }
 
-QString actionsSection(bool nativeTools)
+QString actionsSection(const MainAssistantPrompt& prompt)
 {
-    if (nativeTools)
+    if (prompt.nativeTools)
         return u"\n\n" % Prompts::nativeActionInstructions;
-    return u"\n\n" % Prompts::actionInstructions();
+    return u"\n\n" % Prompts::actionInstructions(prompt.tools.actions);
 }
 
 QString referenceSection(const SituationSnapshot& situation)
@@ -141,10 +141,9 @@ QString Prompts::mainAssistant(const MainAssistantPrompt& prompt)
 {
     const auto& situation = prompt.situation;
     return identitySection(prompt) % principlesSection(situation.roles)
-        % voiceSection(situation.persona) % u'\n' % toolsSection(prompt)
-        % actionsSection(prompt.nativeTools) % u'\n' % referenceSection(situation)
-        % memorySection(prompt.memory) % u'\n' % sessionSection(situation)
-        % situationSection(prompt) % clockSection(prompt);
+        % voiceSection(situation.persona) % u'\n' % toolsSection(prompt) % actionsSection(prompt)
+        % u'\n' % referenceSection(situation) % memorySection(prompt.memory) % u'\n'
+        % sessionSection(situation) % situationSection(prompt) % clockSection(prompt);
 }
 
 } // namespace pobblewig

@@ -3,6 +3,7 @@
 #include "foundation/Time.h"
 #include "prompts/PlatformWording.h"
 #include "prompts/SituationSnapshot.h"
+#include "prompts/ToolLines.h"
 
 namespace pobblewig {
 
@@ -15,6 +16,7 @@ struct MainAssistantPrompt {
     bool toolsAvailable = false;
     /// Whether the model calls functions; else it writes fenced blocks.
     bool nativeTools = true;
+    ToolLines tools = {};
     TimePoint now;
     PlatformWording wording = PlatformWording::linuxDesktop;
 };

@@ -1,16 +1,14 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 /// How the model looks things up.
 namespace pobblewig::Prompts {
 
-/// For a model that calls functions. Names the tools that it has to load first.
-extern const QStringView nativeToolInstructions;
+/// For a model that calls functions, with the names of the tools that it has to load first.
+QString nativeToolInstructions(const QStringList& deferred);
 
-enum class AccountabilityTools { leftOut, included };
-
-/// For a model that asks by a fenced block: the format and every tool.
-QString toolInstructions(AccountabilityTools includeAccountabilityTools);
+/// For a model that asks by a fenced block: the format, and a line for each tool.
+QString toolInstructions(const QStringList& lookups);
 
 } // namespace pobblewig::Prompts

@@ -1,25 +1,19 @@
 #include "conversation/BuddyTools.h"
 
 #include "conversation/ActionParser.h"
+#include "conversation/TurnTools.h"
 #include "prompts/ActionInstructions.h"
 #include "prompts/ToolInstructions.h"
 #include "settings/SettingsWriteLogic.h"
-#include <QRegularExpression>
-#include <QTest>
+#include "support/TableRow.h"
+#include "support/ToolWorld.h"
 
 namespace pobblewig {
 
 namespace {
 
-using BuddyTools::AccountabilityTools;
-using BuddyTools::ScreenCapture;
-
-std::vector<LLMToolDefinition> everyRetrievalTool()
-{
-    auto tools = BuddyTools::retrievalTools(ScreenCapture::offered, AccountabilityTools::offered);
-    std::ranges::copy(BuddyTools::deferredRetrievalTools(), std::back_inserter(tools));
-    return tools;
-}
+using Offer = BuddyTools::Offer;
+using enum BuddyTools::Offered;
 
 QStringList names(const std::vector<LLMToolDefinition>& tools)
 {
@@ -57,10 +51,10 @@ QStringList arguments(const LLMToolDefinition& tool)
     return arguments;
 }
 
-QString between(QStringView text, QStringView begin, QStringView end)
+QString between(const QString& text, QStringView begin, QStringView end)
 {
     const auto from = text.indexOf(begin) + begin.size();
-    return text.mid(from, text.indexOf(end, from) - from).toString();
+    return text.mid(from, text.indexOf(end, from) - from);
 }
 
 } // namespace
@@ -71,9 +65,7 @@ class BuddyToolsTest : public QObject {
 private Q_SLOTS:
     void everySchemaDescribesItsArgumentsAndAllowsNoOthers()
     {
-        auto tools = everyRetrievalTool();
-        std::ranges::copy(BuddyTools::actionTools(), std::back_inserter(tools));
-        for (const auto& tool : tools) {
+        for (const auto& tool : everything()) {
             QCOMPARE(
                 tool.parameters.at(QStringLiteral("type")), JSONValue(QStringLiteral("object")));
             QVERIFY2(properties(tool).empty()
@@ -85,24 +77,45 @@ private Q_SLOTS:
         }
     }
 
+    void onlyWhatThereIsIsOffered_data()
+    {
+        QTest::addColumn<Offer>("offer");
+        QTest::addColumn<QString>("offered");
+        const auto memory = QStringLiteral("memory_read_section memory_search_reference "
+                                           "memory_search_observations memory_find_notes "
+                                           "memory_add_observation ");
+        row("nothing", Offer {}, "");
+        row("no screen", Offer { .retrieval = yes, .situation = no },
+            QString(memory + QStringLiteral("describe_tool ")));
+        row("everything",
+            Offer { .retrieval = yes,
+                .screenCapture = yes,
+                .expanded = { QStringLiteral("apps_read_file"), QStringLiteral("rules_list") } },
+            QString(memory
+                + QStringLiteral("describe_tool memory_get_active_context interventions_recent "
+                                 "screen_capture apps_read_file ")));
+        row("no memory",
+            Offer { .retrieval = yes,
+                .memory = no,
+                .expanded = { QStringLiteral("memory_expand_period") } },
+            "describe_tool interventions_recent ");
+    }
     void onlyWhatThereIsIsOffered()
     {
-        const auto fewest = names(
-            BuddyTools::retrievalTools(ScreenCapture::notOffered, AccountabilityTools::notOffered));
-        QCOMPARE(fewest.size(), 6);
-        QCOMPARE(fewest.back(), QStringLiteral("describe_tool"));
-        const auto most =
-            names(BuddyTools::retrievalTools(ScreenCapture::offered, AccountabilityTools::offered));
-        QCOMPARE(most.mid(6).join(u' '),
-            QStringLiteral("memory_get_active_context interventions_recent screen_capture"));
+        QFETCH(Offer, offer);
+        QFETCH(QString, offered);
+        QCOMPARE(names(m_tools.offered(offer)).join(u' '),
+            QString(offered
+                + QStringLiteral("set_temporary_mode propose_calendar_event propose_reminder "
+                                 "update_settings set_persona set_mascot forget_memory")));
     }
 
     void whereToAllowScreenshotsDependsOnThePlatform()
     {
         const auto advice = [](const PlatformWording& wording) {
-            const auto tools = BuddyTools::retrievalTools(
-                ScreenCapture::offered, AccountabilityTools::notOffered, wording);
-            return tools.back().description.section(QStringLiteral("own initiative. "), 1);
+            const BuddyTools tools({}, wording);
+            const auto* capture = tools.find(TurnTools::screenCapture.toString());
+            return capture->description.section(QStringLiteral("own initiative. "), 1);
         };
         QCOMPARE(advice(PlatformWording::macOS),
             QStringLiteral("On a permission error, tell the user to enable System Settings → "
@@ -110,46 +123,29 @@ private Q_SLOTS:
         QVERIFY(!advice(PlatformWording::linuxDesktop).contains(u"System Settings"));
     }
 
-    void toolsAreFoundByTheirExactName()
-    {
-        const auto name = QStringLiteral("apps_read_file");
-        QVERIFY(BuddyTools::deferredTool(name) && BuddyTools::deferredTool(name)->name == name);
-        QVERIFY(!BuddyTools::deferredTool(QStringLiteral("Apps_read_file")));
-        QVERIFY(!BuddyTools::deferredTool(QStringLiteral("memory_read_section")));
-        QVERIFY(BuddyTools::isActionTool(QStringLiteral("forget_memory")));
-        QVERIFY(!BuddyTools::isActionTool(QStringLiteral("propose_rule")));
-    }
-
-    void instructionsNameExactlyTheDeferredTools()
-    {
-        const auto named = between(Prompts::nativeToolInstructions, u"next step: ", u". Load one");
-        QCOMPARE(named, names(BuddyTools::deferredRetrievalTools()).join(QStringLiteral(", ")));
-    }
-
     void theTextProtocolHasTheSameToolsAndArguments()
     {
-        const auto text = Prompts::toolInstructions(Prompts::AccountabilityTools::included);
         qsizetype expected = 0;
-        for (const auto& tool : everyRetrievalTool()) {
-            if (tool.name == u"describe_tool")
+        for (const auto& tool : everything()) {
+            const auto& record = *m_tools.find(tool.name);
+            if (record.group == Tool::Group::action || tool.name == TurnTools::describeTool)
                 continue;
-            auto told = between(text, QStringLiteral("\n- %1 {").arg(tool.name), u"} — ")
-                            .split(QStringLiteral(", "), Qt::SkipEmptyParts);
+            QVERIFY2(record.run || tool.name == TurnTools::screenCapture, qPrintable(tool.name));
+            auto told =
+                between(record.instruction, QString(tool.name + QStringLiteral(" {")), u"} — ")
+                    .split(QStringLiteral(", "), Qt::SkipEmptyParts);
             told.sort();
             QCOMPARE(told, arguments(tool));
             ++expected;
         }
-        QCOMPARE(text.count(u"\n- "), expected);
+        QCOMPARE(m_tools.lines().lookups.size(), expected);
     }
 
     void theTextProtocolShowsEachActionAsItIsRead()
     {
-        static const QRegularExpression sample(
-            QStringLiteral("^\\{\"type\".*\\}$"), QRegularExpression::MultilineOption);
-        auto samples = sample.globalMatch(Prompts::actionInstructions());
-        for (const auto& tool : BuddyTools::actionTools()) {
-            QVERIFY2(samples.hasNext(), qPrintable(tool.name));
-            const auto json = samples.next().captured();
+        auto lines = m_tools.lines().actions;
+        for (const auto& tool : m_tools.offered({})) {
+            const auto json = lines.takeFirst().section(u'\n', 1);
             const auto reply = QStringLiteral("```buddy-actions\n[%1]\n```").arg(json);
             QVERIFY2(!ActionParser::parse(reply, Calendar()).actions.empty(), qPrintable(json));
             auto action = QJsonDocument::fromJson(json.toUtf8()).object();
@@ -157,31 +153,42 @@ private Q_SLOTS:
             for (const auto& name : action.keys())
                 QVERIFY2(properties(tool).contains(name), qPrintable(json));
         }
-        QVERIFY(!samples.hasNext());
+        QVERIFY(lines.isEmpty());
     }
 
     void theExamplesAreRepliesThatAct()
     {
         const auto acting = ActionParser::parse(
-            between(Prompts::actionInstructions(), u"whole reply:\n", u"\n\nNever"), Calendar());
+            between(Prompts::actionInstructions({}), u"whole reply:\n", u"\n\nNever"), Calendar());
         QVERIFY(acting.displayText.startsWith(u"Sure — ") && acting.displayText.endsWith(u"list."));
         QCOMPARE(acting.actions.size(), 1u);
-        const auto text = Prompts::toolInstructions(Prompts::AccountabilityTools::leftOut);
-        const auto asking = between(text, u"it):\n", u"\nAvailable tools");
+        const auto asking = between(Prompts::toolInstructions({}), u"it):\n", u"\nAvailable tools");
         QCOMPARE(ActionParser::parseToolCalls(asking).calls.size(), 1u);
     }
 
     void everySettingThatIsOfferedMayBeChanged()
     {
-        const auto& tool = BuddyTools::actionTools()[3];
+        const auto tool = m_tools.offered({})[3];
         QCOMPARE(tool.name, QStringLiteral("update_settings"));
         const auto& schema = *properties(tool).at(QStringLiteral("key")).object();
         const auto keys = strings(schema.at(QStringLiteral("enum")));
         for (const auto& key : keys)
             QVERIFY2(SettingsWriteLogic::allowedKeys().contains(key), qPrintable(key));
-        QCOMPARE(between(Prompts::actionInstructions(), u"Allowlisted settings keys: ", u". "),
+        QCOMPARE(between(Prompts::actionInstructions({}), u"Allowlisted settings keys: ", u". "),
             keys.join(QStringLiteral(", ")));
     }
+
+private:
+    std::vector<LLMToolDefinition> everything() const
+    {
+        const auto& deferred = m_tools.lines().deferred;
+        return m_tools.offered({ .retrieval = yes,
+            .screenCapture = yes,
+            .expanded = { deferred.begin(), deferred.end() } });
+    }
+
+    ToolWorld m_world;
+    BuddyTools m_tools { m_world.everyTool() };
 };
 
 } // namespace pobblewig

@@ -32,6 +32,7 @@ struct ChatFixture : ToolWorld {
     ChatFixture()
     {
         models.main = &model;
+        chat.setTools(everyTool());
         settings.update([](auto& changed) { changed.excludedBundleIDs = { u"org.vault"_s }; });
     }
 

@@ -3,9 +3,11 @@
 #include "PobblewigDemoModel/CompletionFormat.h"
 #include "conversation/ActionParser.h"
 #include "conversation/BuddyTools.h"
+#include "conversation/proposals/ActionTools.h"
 #include "support/Awaited.h"
 #include "support/ScriptedHTTPClient.h"
 #include "support/TableRow.h"
+#include "support/ToolWorld.h"
 #include "wire/OpenAICompatibleProvider.h"
 
 #include <QTimeZone>
@@ -73,22 +75,27 @@ inline QString resultOf(const QString& tool, const JSONValue::Object& arguments)
             + u" is now available — call it in your next step. It does: things"_s;
     if (const auto found = results.find(tool); found != results.end())
         return found->second;
-    return BuddyTools::isActionTool(tool)
-        ? u"registered as a pending proposal — it awaits the user"_s
-        : u"Result of "_s + tool;
+    return ActionTools::isOffered(tool) ? u"registered as a pending proposal — it awaits the user"_s
+                                        : u"Result of "_s + tool;
+}
+
+inline const BuddyTools& buddyTools()
+{
+    static ToolWorld world;
+    static const BuddyTools tools(world.everyTool());
+    return tools;
 }
 
 inline std::vector<LLMToolDefinition> toolsOnOffer(const std::vector<LLMToolCall>& made)
 {
-    auto tools = BuddyTools::retrievalTools(
-        BuddyTools::ScreenCapture::offered, BuddyTools::AccountabilityTools::offered);
+    using enum BuddyTools::Offered;
+    std::set<QString> loaded;
     for (const auto& call : made) {
         const auto name = call.arguments.find(u"name"_s);
         if (call.name == u"describe_tool" && name != call.arguments.end())
-            tools.push_back(*BuddyTools::deferredTool(name->second.displayString()));
+            loaded.insert(name->second.displayString());
     }
-    std::ranges::copy(BuddyTools::actionTools(), std::back_inserter(tools));
-    return tools;
+    return buddyTools().offered({ .retrieval = yes, .screenCapture = yes, .expanded = loaded });
 }
 
 /// One turn of the app with the demo model, as far as tools are concerned.

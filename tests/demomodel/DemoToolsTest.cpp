@@ -141,7 +141,7 @@ private Q_SLOTS:
         for (const auto& call : native.calls)
             std::ranges::move(ActionParser::actions(call, {}), std::back_inserter(nativeActions));
         std::erase_if(
-            native.calls, [](const auto& call) { return BuddyTools::isActionTool(call.name); });
+            native.calls, [](const auto& call) { return ActionTools::isOffered(call.name); });
         QCOMPARE(described(inText.calls), described(native.calls));
         QVERIFY(inText.actions == nativeActions);
         QVERIFY2(
@@ -178,7 +178,7 @@ private Q_SLOTS:
     {
         AppTurn turn(QStringLiteral("forget that I like tea"));
         const auto saysSo = QStringLiteral("memory_find_notes, which I am not offered");
-        turn.offer(BuddyTools::actionTools());
+        turn.offer(buddyTools().offered({}));
         const auto withMemoryOff = turn.ask();
         QVERIFY(withMemoryOff.calls.empty() && withMemoryOff.text.contains(saysSo));
         turn.offer({});
@@ -198,9 +198,10 @@ private Q_SLOTS:
 
     void everyToolIsReached()
     {
-        auto tools = toolsOnOffer({});
-        const auto& deferred = BuddyTools::deferredRetrievalTools();
-        tools.insert(tools.end(), deferred.begin(), deferred.end());
+        const auto& deferred = buddyTools().lines().deferred;
+        const auto tools = buddyTools().offered({ .retrieval = BuddyTools::Offered::yes,
+            .screenCapture = BuddyTools::Offered::yes,
+            .expanded = { deferred.begin(), deferred.end() } });
         for (const auto& tool : tools)
             QVERIFY2(m_reached.contains(tool.name), qPrintable(tool.name));
     }

@@ -1,7 +1,9 @@
 #include "prompts/MainAssistantPrompt.h"
 
+#include "conversation/BuddyTools.h"
 #include "foundation/EnumNames.h"
 #include "foundation/ISO8601.h"
+#include "support/ToolWorld.h"
 
 #include <QFile>
 #include <QTest>
@@ -44,12 +46,19 @@ MainAssistantPrompt fullPrompt()
     return prompt;
 }
 
+ToolLines toolLines()
+{
+    ToolWorld world;
+    return BuddyTools(world.everyTool()).lines();
+}
+
 void golden(CompanionPersona persona, Tools tools, Protocol protocol, Memory memory)
 {
     auto prompt = memory == Memory::full ? fullPrompt() : emptyPrompt();
     prompt.situation.persona = persona;
     prompt.toolsAvailable = tools == Tools::with;
     prompt.nativeTools = protocol == Protocol::native;
+    prompt.tools = toolLines();
     const auto name = QStringList { EnumNames::text(persona), EnumNames::text(tools),
         EnumNames::text(protocol), EnumNames::text(memory) }
                           .join(u'-');

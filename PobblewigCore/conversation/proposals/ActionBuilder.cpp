@@ -3,31 +3,18 @@
 #include "conversation/proposals/ForgetTexts.h"
 #include "foundation/Text.h"
 
-#include <algorithm>
-#include <array>
 #include <limits>
 
 namespace pobblewig {
 
 namespace {
 
-using Actions = std::vector<BuddyAction>;
+using ActionBuilder::Actions;
+using ActionBuilder::Request;
 
 constexpr int defaultCooldownMinutes = 120;
 constexpr int defaultModeMinutes = 60;
 constexpr int mostMinutesOfACall = 7 * 24 * 60;
-
-struct Request {
-    const ActionArguments& arguments;
-    const Calendar& calendar;
-    ActionBuilder::Origin origin;
-
-    std::optional<QString> line(const QString& name) const { return arguments.line(name); }
-    std::optional<TimePoint> date(const QString& name) const
-    {
-        return arguments.date(name, calendar);
-    }
-};
 
 template <typename Enum>
 std::optional<Enum> named(const std::optional<QString>& name)
@@ -63,7 +50,9 @@ std::set<CoachMode> modes(const std::vector<QString>& names)
     return found;
 }
 
-Actions proposedRule(const Request& request)
+} // namespace
+
+Actions ActionBuilder::proposedRule(const Request& request)
 {
     constexpr auto lowest = std::numeric_limits<int>::min();
     constexpr auto highest = std::numeric_limits<int>::max();
@@ -87,7 +76,7 @@ Actions proposedRule(const Request& request)
     return { *std::move(made) };
 }
 
-Actions proposedCalendarEvent(const Request& request)
+Actions ActionBuilder::proposedCalendarEvent(const Request& request)
 {
     auto made = proposal(request, RuleProposal::Kind::calendarEvent);
     const auto title = request.line(QStringLiteral("title"));
@@ -105,7 +94,7 @@ Actions proposedCalendarEvent(const Request& request)
     return { *std::move(made) };
 }
 
-Actions proposedReminder(const Request& request)
+Actions ActionBuilder::proposedReminder(const Request& request)
 {
     auto made = proposal(request, RuleProposal::Kind::reminder);
     const auto title = request.line(QStringLiteral("title"));
@@ -120,7 +109,7 @@ Actions proposedReminder(const Request& request)
     return { *std::move(made) };
 }
 
-Actions updatedSettings(const Request& request)
+Actions ActionBuilder::updatedSettings(const Request& request)
 {
     auto made = proposal(request, RuleProposal::Kind::settingsChange);
     const auto key = request.line(QStringLiteral("key"));
@@ -130,7 +119,7 @@ Actions updatedSettings(const Request& request)
     return { change(*std::move(made), *key, *std::move(value), *key) };
 }
 
-Actions newPersona(const Request& request)
+Actions ActionBuilder::newPersona(const Request& request)
 {
     auto made = proposal(request, RuleProposal::Kind::settingsChange);
     const auto persona = request.line(QStringLiteral("persona"));
@@ -141,8 +130,7 @@ Actions newPersona(const Request& request)
     return { *std::move(made) };
 }
 
-/// The colours are a proposal of their own, since the user answers each by itself.
-Actions newMascot(const Request& request)
+Actions ActionBuilder::newMascot(const Request& request)
 {
     auto made = proposal(request, RuleProposal::Kind::settingsChange);
     const auto mascot = request.line(QStringLiteral("mascot"));
@@ -158,7 +146,7 @@ Actions newMascot(const Request& request)
     return { std::move(form), std::move(colors) };
 }
 
-Actions forgottenMemory(const Request& request)
+Actions ActionBuilder::forgottenMemory(const Request& request)
 {
     auto made = proposal(request, RuleProposal::Kind::forgetMemory);
     const auto target = named<ProposedForget::Target>(request.line(QStringLiteral("target")));
@@ -180,43 +168,16 @@ Actions forgottenMemory(const Request& request)
     return { *std::move(made) };
 }
 
-Actions temporaryMode(const Request& request)
+Actions ActionBuilder::temporaryMode(const Request& request)
 {
     const auto mode = named<CoachMode>(request.line(QStringLiteral("mode")));
     if (!mode)
         return {};
     using Limits = std::numeric_limits<int>;
-    const bool isCall = request.origin == ActionBuilder::Origin::toolCall;
+    const bool isCall = request.origin == Origin::toolCall;
     const auto minutes = request.arguments.integer(QStringLiteral("minutes"),
         isCall ? 1 : Limits::min(), isCall ? mostMinutesOfACall : Limits::max());
     return { TemporaryMode { *mode, minutes.value_or(defaultModeMinutes) } };
-}
-
-struct Builder {
-    QStringView type;
-    Actions (*actions)(const Request& request);
-};
-
-constexpr std::array builders {
-    Builder { u"propose_rule", proposedRule },
-    Builder { u"propose_calendar_event", proposedCalendarEvent },
-    Builder { u"propose_reminder", proposedReminder },
-    Builder { u"update_settings", updatedSettings },
-    Builder { u"set_persona", newPersona },
-    Builder { u"set_mascot", newMascot },
-    Builder { u"forget_memory", forgottenMemory },
-    Builder { u"set_temporary_mode", temporaryMode },
-};
-
-} // namespace
-
-std::vector<BuddyAction> ActionBuilder::actions(
-    const QString& type, const ActionArguments& arguments, const Calendar& calendar, Origin origin)
-{
-    const auto* builder = std::ranges::find(builders, type, &Builder::type);
-    if (builder == builders.end())
-        return {};
-    return builder->actions({ arguments, calendar, origin });
 }
 
 } // namespace pobblewig

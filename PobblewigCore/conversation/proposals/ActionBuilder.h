@@ -5,9 +5,11 @@
 
 #include <vector>
 
-/// From the name of an action and its arguments to what is to be done. Whether a model called a
-/// function or wrote a block makes a difference in one respect only.
+/// From the arguments of an action to what is to be done: nothing if something required is absent.
+/// Whether a model called a function or wrote a block makes a difference in one respect only.
 namespace pobblewig::ActionBuilder {
+
+using Actions = std::vector<BuddyAction>;
 
 enum class Origin {
     block,
@@ -15,8 +17,27 @@ enum class Origin {
     toolCall,
 };
 
-/// None if the name is unknown or something required is absent.
-std::vector<BuddyAction> actions(
-    const QString& type, const ActionArguments& arguments, const Calendar& calendar, Origin origin);
+struct Request {
+    const ActionArguments& arguments;
+    const Calendar& calendar;
+    Origin origin = Origin::block;
+
+    std::optional<QString> line(const QString& name) const { return arguments.line(name); }
+    std::optional<TimePoint> date(const QString& name) const
+    {
+        return arguments.date(name, calendar);
+    }
+};
+
+Actions proposedRule(const Request& request);
+Actions proposedCalendarEvent(const Request& request);
+Actions proposedReminder(const Request& request);
+Actions updatedSettings(const Request& request);
+Actions newPersona(const Request& request);
+
+/// The colours are a proposal of their own, since the user answers each by itself.
+Actions newMascot(const Request& request);
+Actions forgottenMemory(const Request& request);
+Actions temporaryMode(const Request& request);
 
 } // namespace pobblewig::ActionBuilder

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "prompts/PlatformWording.h"
+#include "tools/Tool.h"
+
+/// The tools that only a turn can run; `ToolRunner` does.
+namespace pobblewig::TurnTools {
+
+inline constexpr QStringView describeTool = u"describe_tool";
+inline constexpr QStringView screenCapture = u"screen_capture";
+
+std::vector<Tool> tools(const PlatformWording& wording);
+
+} // namespace pobblewig::TurnTools
