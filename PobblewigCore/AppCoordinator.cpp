@@ -79,6 +79,7 @@ AppCoordinator::AppCoordinator(Parts parts)
         entry.feature->onChanged = [this] { refresh(); };
         std::ranges::move(entry.feature->tools(), std::back_inserter(tools));
     }
+    chat().setTools(tools);
     m_toolExecutor.setTools(std::move(tools));
     chat().onActions = [this](ChatService::Actions actions) {
         return proposalDesk().apply(std::move(actions));
