@@ -100,10 +100,18 @@ Calls loading(const DemoPlan& plan, const Calls& open, const DemoTurn& turn)
     return loads;
 }
 
+/// The calls of a plan are all changes or all look-ups.
+QString fenced(const Calls& calls, const DemoTurn& turn)
+{
+    using enum FencedCalls::Kind;
+    const auto areChanges = turn.changes.contains(calls.front().name);
+    return FencedCalls::written(calls, areChanges ? changes : lookUps);
+}
+
 DemoReply calling(const DemoPlan& plan, const Calls& open, const DemoTurn& turn)
 {
     if (turn.protocol == DemoTurn::Protocol::blocks)
-        return { plan.sentence + QStringLiteral("\n\n") + FencedCalls::written(open) };
+        return { plan.sentence + QStringLiteral("\n\n") + fenced(open, turn) };
     auto calls = loading(plan, open, turn);
     std::ranges::copy_if(
         open, std::back_inserter(calls), [&](const auto& call) { return turn.offers(call.name); });

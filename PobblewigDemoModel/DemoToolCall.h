@@ -11,9 +11,6 @@ struct DemoToolCall {
     QString name;
     JSONValue::Object arguments;
 
-    /// Whether it asks the app to change something, and not to look something up.
-    bool isChange() const;
-
     QString argumentsText() const;
 };
 

@@ -3,6 +3,8 @@
 #include "PobblewigDemoModel/FencedCalls.h"
 #include "foundation/Text.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <map>
 #include <span>
@@ -37,12 +39,34 @@ size_t placeOfQuestion(Messages messages)
     return messages.size();
 }
 
-/// An app that knows its own actions names them in its system prompt, whichever the protocol.
-bool explainsTools(Messages messages)
+/// The names that some text lists, several of them divided by ", ".
+std::set<QString> namesIn(const QString& text, const QRegularExpression& list)
 {
-    return std::ranges::any_of(messages, [](const auto& message) {
-        return message.role == u"system" && message.text().contains(u"set_temporary_mode");
-    });
+    std::set<QString> names;
+    for (auto matches = list.globalMatch(text); matches.hasNext();) {
+        const auto found = matches.next().captured(1).split(QStringLiteral(", "));
+        names.insert(found.begin(), found.end());
+    }
+    return names;
+}
+
+/// An app explains its actions in its system prompt, whichever the protocol: "- set_mascot: …"
+/// where they are functions, else by a sample of each, {"type":"set_mascot",…}.
+std::set<QString> changesIn(Messages messages)
+{
+    static const QRegularExpression functions(
+        QStringLiteral("^- ([a-z]+_[a-z_]+(?:, [a-z]+_[a-z_]+)*): "),
+        QRegularExpression::MultilineOption);
+    static const QRegularExpression samples(
+        QStringLiteral("^\\{\"type\":\"([a-z_]+)\""), QRegularExpression::MultilineOption);
+    std::set<QString> names;
+    for (const auto& message : messages) {
+        if (message.role != u"system")
+            continue;
+        names.merge(namesIn(message.text(), functions));
+        names.merge(namesIn(message.text(), samples));
+    }
+    return names;
 }
 
 DemoResults resultsIn(Messages messages)
@@ -64,13 +88,6 @@ DemoResults resultsIn(Messages messages)
     return found;
 }
 
-DemoTurn::Protocol protocolOf(const ChatRequest& request)
-{
-    if (!request.tools.empty())
-        return DemoTurn::Protocol::functions;
-    return explainsTools(request.messages) ? DemoTurn::Protocol::blocks : DemoTurn::Protocol::none;
-}
-
 } // namespace
 
 DemoTurn DemoTurn::read(const ChatRequest& request)
@@ -80,7 +97,11 @@ DemoTurn DemoTurn::read(const ChatRequest& request)
     const auto isAnswer = [](const auto& message) { return message.role == u"assistant"; };
     DemoTurn turn;
     turn.isFirst = std::ranges::none_of(messages.first(place), isAnswer);
-    turn.protocol = protocolOf(request);
+    turn.changes = changesIn(messages);
+    if (!request.tools.empty())
+        turn.protocol = Protocol::functions;
+    else if (!turn.changes.empty())
+        turn.protocol = Protocol::blocks;
     for (const auto& tool : request.tools)
         turn.functions.insert(tool.function.name);
     if (place == messages.size())

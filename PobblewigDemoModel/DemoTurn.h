@@ -40,6 +40,8 @@ struct DemoTurn {
     bool wasNudged = false;
     Protocol protocol = Protocol::none;
     std::set<QString> functions;
+    /// What asks the app to change something, and not to look something up.
+    std::set<QString> changes;
 };
 
 } // namespace pobblewig

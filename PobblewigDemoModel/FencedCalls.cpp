@@ -24,9 +24,9 @@ QJsonObject request(const DemoToolCall& call)
 
 } // namespace
 
-QString FencedCalls::written(const std::vector<DemoToolCall>& calls)
+QString FencedCalls::written(const std::vector<DemoToolCall>& calls, Kind kind)
 {
-    const auto areChanges = !calls.empty() && calls.front().isChange();
+    const auto areChanges = kind == Kind::changes;
     QJsonArray entries;
     for (const auto& call : calls)
         entries.append(areChanges ? action(call) : request(call));

@@ -8,8 +8,10 @@
 /// How calls and their results travel in plain text, where a server knows no functions.
 namespace pobblewig::FencedCalls {
 
-/// A block for the end of a reply. The calls are all changes or all look-ups.
-QString written(const std::vector<DemoToolCall>& calls);
+enum class Kind { lookUps, changes };
+
+/// A block for the end of a reply.
+QString written(const std::vector<DemoToolCall>& calls, Kind kind);
 
 struct Result {
     QString name;

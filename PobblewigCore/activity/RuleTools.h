@@ -3,7 +3,7 @@
 #include "activity/RuleStore.h"
 #include "tools/Tool.h"
 
-/// The tools by which a model reads the user's rules and what came of them.
+/// The tools by which a model reads the user's rules.
 namespace pobblewig::RuleTools {
 
 /// The store outlives them.

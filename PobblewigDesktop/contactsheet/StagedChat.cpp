@@ -4,30 +4,10 @@
 
 namespace pobblewig {
 
-namespace {
-
-Task<std::unique_ptr<LLMProvider>> lent(std::unique_ptr<LLMProvider> model)
-{
-    co_return std::move(model);
-}
-
-ScreenshotTaker::Dependencies lookingAt(ScreenCapturing& screen)
-{
-    return { &screen, []() -> Task<std::set<QString>> { co_return std::set<QString>(); } };
-}
-
-} // namespace
-
 StagedChat::StagedChat()
-    : m_chat(m_history, m_usage,
-        {
-            .mainProvider = [this] { return lent(std::make_unique<StagedModel>(m_prompter)); },
-            .visionProvider = [] { return lent(nullptr); },
-            .mainConfig = []() -> Task<MainModelConfig> { co_return MainModelConfig(); },
-            .situationProvider = []() -> Task<SituationSnapshot> { co_return SituationSnapshot(); },
-            .screenshots = lookingAt(m_screen),
-            .clock = [] { return now; },
-        })
+    : m_room({ .directory = std::nullopt, .moment = m_moment, .keychain = m_keychain })
+    , m_chat(m_stores, m_moment,
+          { .models = m_models, .situation = situation, .screen = { &m_screen, nullptr } })
 {
 }
 
@@ -40,7 +20,7 @@ StagedChat::~StagedChat()
 
 void StagedChat::add(const ChatMessage& message)
 {
-    m_history.append(message);
+    m_stores.history.append(message);
     m_chat.reload();
 }
 

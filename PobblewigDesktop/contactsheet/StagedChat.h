@@ -1,6 +1,8 @@
 #pragma once
 
+#include "StoreRoom.h"
 #include "conversation/ChatService.h"
+#include "foundation/QtKeychainHelper.h"
 
 namespace pobblewig {
 
@@ -26,6 +28,25 @@ public:
 private:
     LLMConfiguration m_configuration;
     Prompter& m_prompter;
+};
+
+/// Lends a staged model for everything.
+class StagedModels : public ModelProviding {
+public:
+    explicit StagedModels(StagedModel::Prompter& prompter)
+        : m_prompter(prompter)
+    {
+    }
+
+    Task<std::unique_ptr<LLMProvider>> makeProvider(ModelUse) override
+    {
+        co_return std::make_unique<StagedModel>(m_prompter);
+    }
+    Task<MainModelConfig> mainConfig() override { co_return MainModelConfig(); }
+    Task<LibrarianModelConfig> librarianConfig() override { co_return LibrarianModelConfig(); }
+
+private:
+    StagedModel::Prompter& m_prompter;
 };
 
 /// A screen with a textbook on it.
@@ -65,9 +86,12 @@ public:
 
 private:
     StagedModel::Prompter m_prompter;
+    StagedModels m_models { m_prompter };
     StagedScreen m_screen;
-    ChatHistoryStore m_history { std::nullopt };
-    UsageCounter m_usage { std::nullopt };
+    Moment m_moment { [] { return now; } };
+    QtKeychainHelper m_keychain;
+    StoreRoom m_room;
+    Stores m_stores { m_room.stores() };
     ChatService m_chat;
 };
 

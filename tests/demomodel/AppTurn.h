@@ -4,6 +4,8 @@
 #include "conversation/ActionParser.h"
 #include "conversation/BuddyTools.h"
 #include "conversation/proposals/ActionTools.h"
+#include "prompts/ActionInstructions.h"
+#include "prompts/ToolInstructions.h"
 #include "support/Awaited.h"
 #include "support/ScriptedHTTPClient.h"
 #include "support/TableRow.h"
@@ -105,7 +107,7 @@ class AppTurn {
 public:
     explicit AppTurn(const QString& sentence)
     {
-        say(Role::system, u"Call set_temporary_mode, …"_s);
+        say(Role::system, Prompts::nativeActionInstructions.toString());
         say(Role::user, u"Hi"_s);
         say(Role::assistant, u"Hello"_s);
         say(Role::user, sentence);
@@ -126,6 +128,9 @@ public:
 
     void runWithBlocks()
     {
+        const auto& lines = buddyTools().lines();
+        replaceSystem(
+            Prompts::toolInstructions(lines.lookups) + Prompts::actionInstructions(lines.actions));
         for (rounds = 0; rounds < 4; ++rounds) {
             const auto reply = ask().text;
             const auto wanted = ActionParser::parseToolCalls(reply);

@@ -186,6 +186,12 @@ private Q_SLOTS:
         QVERIFY(turn.ask().text.contains(saysSo));
     }
 
+    void anAppWhoseFunctionsWereRefusedGetsBlocks()
+    {
+        QVERIFY(AppTurn(QStringLiteral("become a mouse")).ask().text.contains(u"```buddy-actions"));
+        QVERIFY(AppTurn(QStringLiteral("list my folders")).ask().text.contains(u"```buddy-tools"));
+    }
+
     void theIntroductionComesWithTheFirstAnswerOnly()
     {
         const auto intro = QStringLiteral("not a real AI");
