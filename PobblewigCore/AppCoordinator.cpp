@@ -35,7 +35,7 @@ std::unique_ptr<ModelProviding> models(AppCoordinator::Parts& parts, ModelLanes&
 AppCoordinator::AppCoordinator(Parts parts)
     : m_parts(completed(std::move(parts)))
     , m_market(MarketConfig::load(m_parts.environment()))
-    , m_room({ .directory = *m_parts.directory,
+    , m_room({ .directory = m_parts.directory,
           .moment = m_parts.moment,
           .keychain = *m_parts.keychain,
           .defaultCanvasBaseURL = m_market.defaultCanvasBaseUrl,

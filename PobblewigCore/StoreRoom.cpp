@@ -6,9 +6,14 @@ namespace pobblewig {
 
 namespace {
 
-std::optional<DataDirectory> usable(const DataDirectory& directory)
+std::optional<QString> problem(const std::optional<DataDirectory>& directory)
 {
-    return directory.path.exists() ? std::optional(directory) : std::nullopt;
+    return directory ? directory->prepare() : std::nullopt;
+}
+
+std::optional<DataDirectory> usable(const std::optional<DataDirectory>& directory)
+{
+    return directory && directory->path.exists() ? directory : std::nullopt;
 }
 
 MigrationReport migrated(const std::optional<DataDirectory>& directory, TimePoint now)
@@ -20,8 +25,8 @@ MigrationReport migrated(const std::optional<DataDirectory>& directory, TimePoin
 
 StoreRoom::StoreRoom(Parts parts)
     : m_moment(parts.moment)
-    , m_health(parts.directory.health)
-    , m_directoryProblem(parts.directory.prepare())
+    , m_health(parts.directory ? parts.directory->health : std::make_shared<StorageHealth>())
+    , m_directoryProblem(problem(parts.directory))
     , m_directory(usable(parts.directory))
     , m_migrationReport(migrated(m_directory, m_moment.now()))
     , m_settings(m_directory, parts.keychain, parts.defaultCanvasBaseURL)

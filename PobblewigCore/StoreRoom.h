@@ -16,11 +16,12 @@ namespace pobblewig {
 class StoreRoom {
 public:
     struct Parts {
-        DataDirectory directory;
+        /// Without one the stores work in memory only.
+        std::optional<DataDirectory> directory;
         const Moment& moment;
         KeychainHelper& keychain;
-        QString defaultCanvasBaseURL;
-        PlatformWording wording;
+        QString defaultCanvasBaseURL = {};
+        PlatformWording wording = PlatformWording::linuxDesktop;
     };
 
     explicit StoreRoom(Parts parts);

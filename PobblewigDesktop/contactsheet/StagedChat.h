@@ -85,6 +85,8 @@ public:
     void fail(const TransportError& error) { m_prompter->finish(error); }
 
 private:
+    static Task<SituationSnapshot> situation() { co_return SituationSnapshot(); }
+
     StagedModel::Prompter m_prompter;
     StagedModels m_models { m_prompter };
     StagedScreen m_screen;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "activity/RuleTools.h"
+#include "connections/ConnectionsFeature.h"
 #include "folders/FolderTools.h"
 #include "memory/recall/MemoryTools.h"
 #include "memory/recall/NativeMemoryRetrieval.h"
@@ -13,10 +14,13 @@ struct ToolWorld : ScriptedStores {
     NativeMemoryRetrieval retrieval { memory,
         []() -> Task<QString> { co_return QStringLiteral("Current app: Kate"); } };
 
+    ConnectionsFeature connections { memory.reference, moment };
+
     std::vector<Tool> everyTool(Clock clock = systemNow)
     {
         auto tools = MemoryTools::tools({ retrieval, memory, std::move(clock) });
         std::ranges::move(RuleTools::tools(rules), std::back_inserter(tools));
+        std::ranges::move(connections.tools(), std::back_inserter(tools));
         std::ranges::move(FolderTools::tools(nullptr), std::back_inserter(tools));
         return tools;
     }

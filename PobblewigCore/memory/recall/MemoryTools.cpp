@@ -38,7 +38,7 @@ Task<Outcome> addObservation(Dependencies on, ToolArguments arguments)
     if (!summary)
         co_return failed(summary.error());
     const auto now = on.clock();
-    const auto observation = on.memory.observations.add({
+    const auto observation = on.memory.record({
         .id = QUuid::createUuid(),
         .occurredAt = now,
         .recordedAt = now,
@@ -46,7 +46,6 @@ Task<Outcome> addObservation(Dependencies on, ToolArguments arguments)
         .source = ObservationSource::librarianSynthesis,
         .tags = arguments.strings(u"tags"_s),
     });
-    on.memory.sessions.linkObservation(observation.id);
     co_return u"recorded observation "_s + IDPrefix::shortID(observation.id);
 }
 
