@@ -111,7 +111,7 @@ PanelStage::PanelStage(ColorScheme scheme)
     panel.setTheme(Theme::palette(scheme, QStringLiteral("coral")));
     panel.setModelLabel(QStringLiteral("demo model"));
     panel.setStateText(QStringLiteral("Focus until 15:30"));
-    panel.setFace(BuddyFace::icon(MascotSprite::sprite(Mascot::axolotl)));
+    panel.setFace(BuddyFace::icon(MascotSprite::forID(u"axolotl")));
     panel.show();
 }
 
