@@ -1,5 +1,7 @@
 #include "prompts/ActionInstructions.h"
 
+#include "prompts/SettingInstructions.h"
+
 #include <QStringBuilder>
 
 namespace pobblewig {
@@ -16,22 +18,18 @@ constexpr QStringView format =
     "memory. There is NO buddy-tools write tool — buddy-tools are read-only retrieval.\n\n"
     "The actions, each with a sample entry:\n";
 
-constexpr QStringView settingKeys =
-    u"Allowlisted settings keys: mode, roles, companionPersona, mascot, mascotColorScheme, "
-    "pausedIndefinitely, excludedBundleIDs, maxActivitySessions, activityRetentionDays, "
-    "canvasBaseURL, canvasSyncEnabled, canvasSyncIntervalMinutes, canvasDeadlineRemindersEnabled, "
-    "canvasDeadlineReminderHours, calendarSyncEnabled, calendarSyncIntervalMinutes, "
-    "remindersSyncEnabled, cloudSyncEnabled, cloudSyncIntervalMinutes, appDataSources. Everything "
-    "else is the user's alone.\n";
+QString settingsToChange()
+{
+    return u"Allowlisted settings keys: " % Prompts::settingKeys().join(QStringLiteral(", "))
+        % u". Everything else is the user's alone.\n";
+}
 
-constexpr QStringView settingValues =
-    u"Value encodings: a string for mode (\"focus\"), companionPersona, mascot, mascotColorScheme, "
-    "and canvasBaseURL (an https:// address); true or false for pausedIndefinitely and the keys "
-    "ending in Enabled; a whole number for maxActivitySessions, activityRetentionDays, and the "
-    "keys ending in Minutes or Hours; an array of strings for roles ([\"tutor\"], from "
-    "accountabilityPartner and tutor) and excludedBundleIDs ([\"com.apple.Safari\"]); an array of "
-    "{\"name\",\"path\"} objects for appDataSources. An array replaces the whole list, so include "
-    "what should stay. For persona or mascot changes, prefer set_persona / set_mascot.\n\n";
+QString waysToWriteThem()
+{
+    return u"Value encodings: " % Prompts::settingEncodings()
+        % u". An array replaces the whole list, so include what should stay. For persona or mascot "
+          "changes, prefer set_persona / set_mascot.\n\n";
+}
 
 constexpr QStringView timesAndRules =
     u"Times are ISO-8601; without an offset they are the user's local time. proposalId: generate a "
@@ -79,7 +77,7 @@ QString Prompts::actionInstructions(const QStringList& actions)
     QString text = format.toString();
     for (const auto& line : actions)
         text += u"- " % line % u'\n';
-    return text % u'\n' % settingKeys % settingValues % timesAndRules;
+    return text % u'\n' % settingsToChange() % waysToWriteThem() % timesAndRules;
 }
 
 } // namespace pobblewig
