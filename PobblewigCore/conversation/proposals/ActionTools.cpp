@@ -1,5 +1,7 @@
 #include "conversation/proposals/ActionTools.h"
 
+#include "prompts/SettingInstructions.h"
+
 #include <algorithm>
 
 namespace pobblewig {
@@ -99,16 +101,11 @@ QString settingSchema()
     return uR"json({"type":"object","properties":{
         "proposalId":{"type":"string",
             "description":"Stable descriptive id you generate, e.g. settings-mode-focus"},
-        "key":{"type":"string","enum":[
-            "mode","roles","companionPersona","mascot","mascotColorScheme","pausedIndefinitely",
-            "excludedBundleIDs","maxActivitySessions","activityRetentionDays","canvasBaseURL",
-            "canvasSyncEnabled","canvasSyncIntervalMinutes","canvasDeadlineRemindersEnabled",
-            "canvasDeadlineReminderHours","calendarSyncEnabled","calendarSyncIntervalMinutes",
-            "remindersSyncEnabled","cloudSyncEnabled","cloudSyncIntervalMinutes",
-            "appDataSources"]},
+        "key":{"type":"string","enum":[%1]},
         "value":{"type":"string",
             "description":"JSON-encoded new value: focus, true, 30, or [\"tutor\"]"}
-        },"required":["proposalId","key","value"],"additionalProperties":false})json"_s;
+        },"required":["proposalId","key","value"],"additionalProperties":false})json"_s.arg(
+        Prompts::quoted(Prompts::settingKeys()));
 }
 
 Action updateSettings()
@@ -161,21 +158,23 @@ Action setMascot()
             .description =
                 u"Change the buddy's desktop form (the creature on the user's screen), "
                 "optionally with a color scheme. colorScheme must fit the chosen mascot "
-                "(mouse: original/brown/white; axolotl: golden/pink/blue/lavender); omit "
-                "it to keep the mascot's default scheme."_s,
+                "(%1); omit it to keep the mascot's default scheme."_s
+                    .arg(Prompts::mascotColors(u"/")),
             .schema = uR"json({"type":"object","properties":{
             "proposalId":{"type":"string",
                 "description":"Stable descriptive id you generate, e.g. mascot-axolotl-pink"},
-            "mascot":{"type":"string","enum":["mouse","axolotl"]},
+            "mascot":{"type":"string","enum":[%1]},
             "colorScheme":{"type":"string",
                 "description":"Optional scheme that fits the chosen mascot"}
-            },"required":["proposalId","mascot"],"additionalProperties":false})json"_s,
+            },"required":["proposalId","mascot"],"additionalProperties":false})json"_s
+                .arg(Prompts::quoted(Prompts::mascotIDs())),
             .instruction =
-                u"Change your desktop form: mascot is mouse or axolotl. colorScheme is "
-                "optional and must fit it (mouse: original, brown, white; axolotl: golden, "
-                "pink, blue, lavender).\n"
+                u"Change your desktop form: mascot is %1. colorScheme is optional and must fit it "
+                "(%2).\n"
                 R"({"type":"set_mascot","proposalId":"mascot-axolotl-pink","mascot":"axolotl",)"
-                R"("colorScheme":"pink"})"_s,
+                R"("colorScheme":"pink"})"_s
+                    .arg(Prompts::listed(Prompts::mascotIDs(), u"or"),
+                        Prompts::mascotColors(u", ")),
         },
         .build = ActionBuilder::newMascot,
     };
