@@ -43,12 +43,12 @@ private Q_SLOTS:
         const Mascot mascots[] { Mascot::all().front(), frog };
         QCOMPARE(&Mascot::userFacing(u"frog", mascots), &mascots[1]);
         QCOMPARE(&Mascot::userFacing(u"skrit", mascots), &mascots[1]);
-        QCOMPARE(SettingForms::options(mascots).at(0).label, QStringLiteral("Frog"));
+        QCOMPARE(SettingForms::options(mascots).at(0).label, u"Frog"_s);
         QCOMPARE(Prompts::mascotIDs(mascots), QStringList(frog.id));
-        QCOMPARE(Prompts::mascotColors(u"/", mascots), QStringLiteral("frog: leaf/pond"));
+        QCOMPARE(Prompts::mascotColors(u"/", mascots), u"frog: leaf/pond"_s);
         const auto& colors = MascotColorScheme::forID(u"pond", frog);
         const auto sprite = MascotSprite::sprite(frog).recolored(colors);
-        QCOMPARE(sprite.id, QStringLiteral("frog.pond"));
+        QCOMPARE(sprite.id, u"frog.pond"_s);
         QCOMPARE(sprite.pawColor, colors.pawColor);
         QVERIFY(sprite.legRows(MascotGait::walkC)[1] == "..GGGG....GGGG..");
         // Neither what the glasses hide nor what has no colour.
@@ -58,8 +58,7 @@ private Q_SLOTS:
 
     void aStoredIdBecomesASprite_data()
     {
-        for (const auto* column : { "sprite", "chosen", "colors" })
-            QTest::addColumn<QString>(column);
+        columns<QString, QString, QString>("sprite", "chosen", "colors");
         row("axolotl", "axolotl", "axolotl", "Golden");
         row("meme", "mouse", "meme", "White");
         row("skrit", "skrit", "mouse", "White");

@@ -40,14 +40,14 @@ private Q_SLOTS:
         QFETCH(QString, text);
         QStringList variables;
         for (const auto& [name, value] : EnvironmentFile::parse(text))
-            variables.append(QStringLiteral("%1[%2]").arg(name, value));
+            variables.append(u"%1[%2]"_s.arg(name, value));
         QTEST(variables.join(u' '), "variables");
     }
 
     void aFileThatCannotServeHoldsNothing()
     {
         const QTemporaryDir scratch;
-        const auto path = scratch.filePath(QStringLiteral("environment"));
+        const auto path = scratch.filePath(u"environment"_s);
         QVERIFY(EnvironmentFile::read(path).empty());
         QVERIFY(EnvironmentFile::read(scratch.path()).empty());
         const auto lines = QByteArray("A=1\n").repeated(16 * 1024);
@@ -64,7 +64,7 @@ private Q_SLOTS:
     void aVariableOfTheProcessWinsUnlessItIsEmpty()
     {
         const QTemporaryDir scratch;
-        const auto path = scratch.filePath(QStringLiteral("environment"));
+        const auto path = scratch.filePath(u"environment"_s);
         write(path, "POBBLEWIG_T1=file\nPOBBLEWIG_T2=file\nPOBBLEWIG_T3=file\nPOBBLEWIG_T4=\n");
         qputenv("POBBLEWIG_T1", "process");
         qputenv("POBBLEWIG_T2", "");
@@ -73,7 +73,7 @@ private Q_SLOTS:
         for (const auto* name : { u"POBBLEWIG_T1", u"POBBLEWIG_T2", u"POBBLEWIG_T3" })
             values.append(variable(environment, QString::fromUtf16(name)).value_or(QString()));
         QCOMPARE(values.join(u' '), u"process file file");
-        QVERIFY(!variable(environment, QStringLiteral("POBBLEWIG_T4")));
+        QVERIFY(!variable(environment, u"POBBLEWIG_T4"_s));
     }
 
 private:

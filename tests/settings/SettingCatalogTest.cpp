@@ -22,7 +22,7 @@ QString apply(const char* key, const char* text, AppSettings& settings)
 {
     const auto given = JSONValue::fromJson(value(QString::fromLatin1(text)));
     return SettingsWriteLogic::apply(QString::fromLatin1(key), given, settings)
-        .value_or(QStringLiteral("refused"));
+        .value_or(u"refused"_s);
 }
 
 /// Nothing is stored of a value that is refused.
@@ -39,8 +39,7 @@ class SettingCatalogTest : public QObject {
 private Q_SLOTS:
     void aValueIsStoredAndSaidOrRefusedAndExplained_data()
     {
-        for (const auto* column : { "text", "stored", "outcome", "words" })
-            QTest::addColumn<QString>(column);
+        columns<QString, QString, QString, QString>("text", "stored", "outcome", "words");
         const auto same = "%1 → %2";
         row("mode", "'doNotDisturb'", "'doNotDisturb'", same, "Do Not Disturb");
         row("roles", "[]", "[]", same, "none");
@@ -98,7 +97,7 @@ private Q_SLOTS:
         const auto given = JSONValue::fromJson(value(text));
         const auto refusal = SettingsWriteLogic::validate(key, given, settings);
         const auto written = SettingsWriteLogic::write(setting, given, settings);
-        outcome.replace(QStringLiteral("%1"), key).replace(QStringLiteral("%2"), words);
+        outcome.replace(u"%1"_s, key).replace(u"%2"_s, words);
         QCOMPARE(written ? *written : written.error().reason, outcome);
         QCOMPARE(written.has_value(), !stored.isEmpty());
         if (SettingsWriteLogic::allowed(key))
@@ -108,13 +107,13 @@ private Q_SLOTS:
             QCOMPARE(after[key], value(stored));
             QCOMPARE(SettingTexts::value(setting, settings), words);
             // A new mascot may bring new colours; nothing else changes with a key.
-            for (const auto& own : { key, QStringLiteral("mascotColorScheme") })
+            for (const auto& own : { key, u"mascotColorScheme"_s })
                 after[own] = before[own];
         }
         QVERIFY(after == before);
     }
 
-    void everySettingHasARowAndReachesNothingElse()
+    void everySettingHasARowThatReachesNothingElse()
     {
         const auto before = jsonObject(AppSettings());
         auto others = before;
@@ -122,16 +121,16 @@ private Q_SLOTS:
             const auto key = setting.key.toString();
             QVERIFY2(others.contains(key), qPrintable(key));
             others.remove(key);
-            const auto changes = [&](const JSONValue& value) {
-                AppSettings settings;
-                const auto isTaken = SettingsWriteLogic::write(setting, value, settings);
-                auto after = jsonObject(settings);
-                const auto changes = isTaken && after[key] != before[key];
-                after[key] = before[key];
-                return changes && after == before;
-            };
-            const auto isSimple = setting.kind.index() < 3;
-            QVERIFY2(!isSimple || changes(!before[key].toBool()) || changes(1e9), qPrintable(key));
+            if (setting.kind.index() > 1)
+                continue;
+            const auto isSwitch = before[key].isBool();
+            const auto value = isSwitch ? JSONValue(!before[key].toBool()) : JSONValue(1e9);
+            AppSettings settings;
+            QVERIFY(SettingsWriteLogic::write(setting, value, settings));
+            auto after = jsonObject(settings);
+            QVERIFY2(after[key] != before[key], qPrintable(key));
+            after[key] = before[key];
+            QVERIFY2(after == before, qPrintable(key));
         }
         QCOMPARE(others.keys().join(u' '),
             u"hasCompletedOnboarding screenCaptureRequestedBefore version");
@@ -152,10 +151,9 @@ private Q_SLOTS:
             "dailyBriefingEnabled themePreference accentChoice");
         QCOMPARE(SettingsWriteLogic::alwaysConfirmKeys().join(u' '),
             u"excludedBundleIDs cloudSyncEnabled appDataSources");
-        for (const auto& key : { QStringLiteral("memoryEnabled"), QStringLiteral("%1") }) {
-            QCOMPARE(SettingsWriteLogic::validate(key, false, {}),
-                u'\'' + key + QStringLiteral("' is not a setting the assistant may change"));
-        }
+        const auto refusal = u"'%1' is not a setting the assistant may change"_s;
+        for (const auto& key : { u"memoryEnabled"_s, u"%1"_s })
+            QCOMPARE(SettingsWriteLogic::validate(key, false, {}), refusal.arg(key));
     }
 
     void aRowIsAllThatASettingTakes()
@@ -171,13 +169,12 @@ private Q_SLOTS:
         const QString key = row.key.toString();
         AppSettings settings;
         QCOMPARE(SettingsWriteLogic::validate(key, true, settings, rows),
-            QStringLiteral("dailyNaps must be a number"));
+            u"dailyNaps must be a number"_s);
         QCOMPARE(SettingsWriteLogic::apply(key, 9, settings, rows).value_or(QString()),
-            QStringLiteral("dailyNaps → 3 naps"));
-        QCOMPARE(SettingTexts::value(row, settings), QStringLiteral("3 naps"));
+            u"dailyNaps → 3 naps"_s);
+        QCOMPARE(SettingTexts::value(row, settings), u"3 naps"_s);
         QCOMPARE(SettingsWriteLogic::alwaysConfirmKeys(rows), Prompts::settingKeys(rows));
-        QCOMPARE(Prompts::settingEncodings(rows),
-            QStringLiteral("a whole number for dailyNaps (2 at best)"));
+        QCOMPARE(Prompts::settingEncodings(rows), u"a whole number for dailyNaps (2 at best)"_s);
         QCOMPARE(SettingCatalog::onPage(SettingsPage::activity, rows).size(), 1u);
     }
 
@@ -208,21 +205,21 @@ private Q_SLOTS:
         apply("pausedIndefinitely", "false", settings);
         QVERIFY(!settings.pausedUntil);
 
-        settings.mascotColorScheme = QStringLiteral("brown");
-        QCOMPARE(apply("mascot", "'MEME'", settings), QStringLiteral("form → Meme (Brown)"));
-        QCOMPARE(settings.mascotColorScheme, QStringLiteral("brown"));
+        settings.mascotColorScheme = u"brown"_s;
+        QCOMPARE(apply("mascot", "'MEME'", settings), u"form → Meme (Brown)"_s);
+        QCOMPARE(settings.mascotColorScheme, u"brown"_s);
         apply("mascot", "'axolotl'", settings);
-        QCOMPARE(settings.mascotColorScheme, QStringLiteral("golden"));
+        QCOMPARE(settings.mascotColorScheme, u"golden"_s);
         QVERIFY(apply("mascotColorScheme", "'pink'", settings) != u"refused");
-        QCOMPARE(apply("mascotColorScheme", "'brown'", settings), QStringLiteral("refused"));
+        QCOMPARE(apply("mascotColorScheme", "'brown'", settings), u"refused"_s);
     }
 
     void passwordManagersStayExcluded()
     {
         AppSettings settings;
         QCOMPARE(apply("excludedBundleIDs", "['com.dashlane.dashlanephonefinal', 'a']", settings),
-            QStringLiteral("excluded apps → 8 bundle IDs"));
-        QCOMPARE(settings.excludedBundleIDs[1], QStringLiteral("a"));
+            u"excluded apps → 8 bundle IDs"_s);
+        QCOMPARE(settings.excludedBundleIDs[1], u"a"_s);
         apply("excludedBundleIDs", "[]", settings);
         QVERIFY(settings.excludedBundleIDs == AppSettings::defaultExcludedBundleIDs());
     }
@@ -232,13 +229,12 @@ private Q_SLOTS:
         AppSettings settings;
         settings.appDataSources = { { QUuid::createUuid(), {}, {} } };
         const auto folders = "[{'name':' %2 ','path':'/n\\n'},{'name':'Same','path':'~'}]";
-        QCOMPARE(
-            apply("appDataSources", folders, settings), QStringLiteral("app data sources → 2"));
+        QCOMPARE(apply("appDataSources", folders, settings), u"app data sources → 2"_s);
         auto& sources = settings.appDataSources;
         QVERIFY(!sources[0].id.isNull() && sources[0].id != sources[1].id && sources[0].enabled);
         sources[1].enabled = false;
-        const auto& setting = *SettingCatalog::find(QStringLiteral("appDataSources"));
-        QCOMPARE(SettingTexts::value(setting, settings), QStringLiteral("%2 (/n), Same (~, off)"));
+        const auto& setting = *SettingCatalog::find(u"appDataSources"_s);
+        QCOMPARE(SettingTexts::value(setting, settings), u"%2 (/n), Same (~, off)"_s);
     }
 };
 

@@ -4,17 +4,17 @@
 #include "support/FakeKeychain.h"
 #include "support/JSONObject.h"
 #include "support/LogLines.h"
+#include "support/ScratchDirectory.h"
 #include "support/TableRow.h"
 #include "support/Variables.h"
-
-#include <QFile>
-#include <QTemporaryDir>
 
 namespace pobblewig {
 
 namespace {
 
-const TimePoint now(std::chrono::seconds(1772352900));
+using Roles = std::set<AssistantRole>;
+
+const auto fileName = u"settings.json"_s;
 
 } // namespace
 
@@ -22,28 +22,22 @@ class SettingsStoreTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_scratch = std::make_unique<QTemporaryDir>(); }
-
     void passwordManagersComeBackAtEachStartInMemoryOnly()
     {
         const QByteArray text = R"({"excludedBundleIDs": ["com.lastpass.LastPass", "own"]})";
-        write(text);
-        const auto ids = store().settings().excludedBundleIDs;
+        const auto ids = read(text).excludedBundleIDs;
         QCOMPARE(ids.size(), 8u);
-        QCOMPARE(ids[0], QStringLiteral("com.lastpass.LastPass"));
-        QCOMPARE(ids[1], QStringLiteral("own"));
-        QCOMPARE(ids[2], QStringLiteral("com.1password.1password"));
-        QFile file(path());
-        QVERIFY(file.open(QIODevice::ReadOnly) && file.readAll() == text);
+        QCOMPARE(ids[0], u"com.lastpass.LastPass");
+        QCOMPARE(ids[1], u"own");
+        QCOMPARE(ids[2], u"com.1password.1password");
+        QCOMPARE(m_scratch.read(fileName), text);
     }
 
-    void whatCannotBeReadOrSavedCostsNoMoreThanThis()
+    void whatCannotBeReadOrSavedIsLogged()
     {
         const LogLines log;
-        write(R"({"memoryEnabled": false, "mode": "napping"})");
-        QVERIFY(store().settings() == AppSettings());
-        QVERIFY(QDir().mkdir(path()));
-        auto settings = store();
+        QVERIFY(read(R"({"memoryEnabled": false, "mode": "napping"})") == AppSettings());
+        SettingsStore settings(m_scratch.failing(), m_keychain);
         settings.update([](AppSettings& changed) { changed.memoryEnabled = false; });
         QVERIFY(!settings.settings().memoryEnabled);
         QCOMPARE(log.lines().size(), 2);
@@ -53,8 +47,8 @@ private Q_SLOTS:
     void eachKeyCanBeAbsentOrNullButNotOfAnotherType()
     {
         AppSettings filled;
-        filled.modeRevertAt = filled.pausedUntil = now;
-        filled.lastDailyBriefingDayKey = QStringLiteral("2026-03-01");
+        filled.modeRevertAt = filled.pausedUntil = TimePoint();
+        filled.lastDailyBriefingDayKey = u"2026-03-01"_s;
         const auto whole = jsonObject(filled);
         QCOMPARE(whole.size(), 37);
         QVERIFY(json::decode<AppSettings>(whole) == filled);
@@ -62,34 +56,28 @@ private Q_SLOTS:
         QJsonObject empty;
         for (const auto& key : whole.keys()) {
             empty[key] = QJsonValue::Null;
-            const auto wrong =
-                json::decode<AppSettings>(QJsonObject { { key, QJsonArray { QJsonArray { 1 } } } });
-            QVERIFY(!wrong && wrong.error().path.startsWith(QStringLiteral("$.") + key));
+            const QJsonArray odd { QJsonArray { 1 } };
+            const auto wrong = json::decode<AppSettings>(QJsonObject { { key, odd } });
+            QVERIFY(!wrong && wrong.error().path.startsWith(u"$."_s + key));
         }
         QVERIFY(json::decode<AppSettings>(empty) == AppSettings());
     }
 
     void theRoleOfAnEarlyVersionIsUnderstood()
     {
-        using Roles = std::set<AssistantRole>;
-        const std::map<QByteArray, Roles> files {
-            { R"({"persona": "codingTutor"})", { AssistantRole::tutor } },
-            { R"({"persona": "coach"})", { AssistantRole::accountabilityPartner } },
-            { R"({"persona": "codingTutor", "roles": null})", { AssistantRole::tutor } },
-            { R"({"persona": "codingTutor", "roles": []})", {} },
-            { R"({"persona": 3})", {} },
-            { R"({"someday": [1]})", {} },
-        };
-        for (const auto& [text, roles] : files) {
-            write(text);
-            QVERIFY2(store().settings().roles == roles, text);
-        }
+        const Roles tutor { AssistantRole::tutor };
+        const Roles partner { AssistantRole::accountabilityPartner };
+        QVERIFY(read(R"({"persona": "codingTutor"})").roles == tutor);
+        QVERIFY(read(R"({"persona": "coach"})").roles == partner);
+        QVERIFY(read(R"({"persona": "codingTutor", "roles": null})").roles == tutor);
+        QVERIFY(read(R"({"persona": "codingTutor", "roles": []})").roles == Roles());
+        QVERIFY(read(R"({"persona": 3})").roles == Roles());
+        QVERIFY(read(R"({"someday": [1]})").roles == Roles());
     }
 
     void aTokenComesFromTheKeyringOrTheEnvironment_data()
     {
-        for (const auto* column : { "keyring", "environment", "tokens" })
-            QTest::addColumn<QString>(column);
+        columns<QString, QString, QString>("keyring", "environment", "tokens");
         const auto both =
             "CANVAS_API_TOKEN=c GOOGLE_CLASSROOM_ACCESS_TOKEN=g CLASSROOM_API_TOKEN=a";
         row("keyring first", "canvas-api-token=k google-classroom-access-token=l", both, "k l");
@@ -106,16 +94,15 @@ private Q_SLOTS:
         SettingsStore settings(std::nullopt, keychain);
         const auto canvas = awaited(settings.canvasAPIToken(variables(environment)));
         const auto classroom = awaited(settings.classroomAccessToken(variables(environment)));
-        const auto none = QStringLiteral("none");
-        QTEST(canvas.value_or(none) + u' ' + classroom.value_or(none), "tokens");
+        QTEST(canvas.value_or(u"none"_s) + u' ' + classroom.value_or(u"none"_s), "tokens");
     }
 
     void anEmptyTokenIsRemoved()
     {
         SettingsStore settings(std::nullopt, m_keychain);
-        awaited(settings.setCanvasAPIToken(QStringLiteral("c")));
-        awaited(settings.setClassroomAccessToken(QStringLiteral("g")));
-        const auto kept = QStringLiteral("canvas-api-token=c google-classroom-access-token=g");
+        awaited(settings.setCanvasAPIToken(u"c"_s));
+        awaited(settings.setClassroomAccessToken(u"g"_s));
+        const auto kept = u"canvas-api-token=c google-classroom-access-token=g"_s;
         QVERIFY(m_keychain.entries == variables(kept));
         awaited(settings.setCanvasAPIToken(QString()));
         awaited(settings.setClassroomAccessToken(std::nullopt));
@@ -124,34 +111,23 @@ private Q_SLOTS:
 
     void theUsersCanvasSiteWinsOverTheEnvironmentsAndTheDeployments()
     {
-        SettingsStore settings(std::nullopt, m_keychain, QStringLiteral("https://d"));
-        const auto resolved = [&](const QString& environment) {
-            return settings.resolvedCanvasBaseURL(variables(environment));
-        };
-        const auto given = QStringLiteral("CANVAS_BASE_URL=https://e");
-        QCOMPARE(resolved(QStringLiteral("CANVAS_BASE_URL=")), QStringLiteral("https://d"));
-        QCOMPARE(resolved(given), QStringLiteral("https://e"));
-        settings.update([](auto& changed) { changed.canvasBaseURL = QStringLiteral("https://u"); });
-        QCOMPARE(resolved(given), QStringLiteral("https://u"));
+        SettingsStore settings(std::nullopt, m_keychain, u"https://d"_s);
+        const auto given = variables(u"CANVAS_BASE_URL=https://e"_s);
+        const auto empty = variables(u"CANVAS_BASE_URL="_s);
+        QCOMPARE(settings.resolvedCanvasBaseURL(empty), u"https://d");
+        QCOMPARE(settings.resolvedCanvasBaseURL(given), u"https://e");
+        settings.update([](auto& changed) { changed.canvasBaseURL = u"https://u"_s; });
+        QCOMPARE(settings.resolvedCanvasBaseURL(given), u"https://u");
     }
 
 private:
-    SettingsStore store()
+    AppSettings read(const QByteArray& text)
     {
-        DataDirectory directory { QDir(m_scratch->path()) };
-        directory.clock = [] { return now; };
-        return SettingsStore(directory, m_keychain);
+        m_scratch.write(fileName, text);
+        return SettingsStore(m_scratch, m_keychain).settings();
     }
 
-    QString path() const { return m_scratch->filePath(QStringLiteral("settings.json")); }
-
-    void write(const QByteArray& bytes) const
-    {
-        QFile file(path());
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-    }
-
-    std::unique_ptr<QTemporaryDir> m_scratch;
+    ScratchDirectory m_scratch;
     FakeKeychain m_keychain;
 };
 
