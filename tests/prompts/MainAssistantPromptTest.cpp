@@ -1,12 +1,12 @@
 #include "prompts/MainAssistantPrompt.h"
 
 #include "conversation/BuddyTools.h"
-#include "foundation/EnumNames.h"
 #include "foundation/ISO8601.h"
+#include "support/TableRow.h"
 #include "support/ToolWorld.h"
 
 #include <QFile>
-#include <QTest>
+#include <QStringBuilder>
 
 namespace pobblewig {
 
@@ -14,10 +14,6 @@ namespace {
 
 /// Set to anything, it has the prompts as they are now written over those in "golden".
 constexpr auto rewrite = "POBBLEWIG_REWRITE_GOLDEN";
-
-enum class Tools { without, with };
-enum class Protocol { native, text };
-enum class Memory { empty, full };
 
 MainAssistantPrompt emptyPrompt()
 {
@@ -52,17 +48,11 @@ ToolLines toolLines()
     return BuddyTools(world.everyTool()).lines();
 }
 
-void golden(CompanionPersona persona, Tools tools, Protocol protocol, Memory memory)
+MainAssistantPrompt promptFor(CompanionPersona persona, MainAssistantPrompt prompt)
 {
-    auto prompt = memory == Memory::full ? fullPrompt() : emptyPrompt();
     prompt.situation.persona = persona;
-    prompt.toolsAvailable = tools == Tools::with;
-    prompt.nativeTools = protocol == Protocol::native;
     prompt.tools = toolLines();
-    const auto name = QStringList { EnumNames::text(persona), EnumNames::text(tools),
-        EnumNames::text(protocol), EnumNames::text(memory) }
-                          .join(u'-');
-    QTest::newRow(qPrintable(name)) << Prompts::mainAssistant(prompt).toUtf8();
+    return prompt;
 }
 
 } // namespace
@@ -71,23 +61,21 @@ class MainAssistantPromptTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    /// Every pair of choices occurs.
     void promptIsWordForWordAsBefore_data()
     {
-        using Persona = CompanionPersona;
         QTest::addColumn<QByteArray>("prompt");
-        golden(Persona::classic, Tools::with, Protocol::native, Memory::empty);
-        golden(Persona::classic, Tools::without, Protocol::text, Memory::full);
-        golden(Persona::deadpanRoommate, Tools::with, Protocol::text, Memory::empty);
-        golden(Persona::deadpanRoommate, Tools::without, Protocol::native, Memory::full);
-        golden(Persona::doomedCreature, Tools::with, Protocol::native, Memory::full);
-        golden(Persona::doomedCreature, Tools::without, Protocol::text, Memory::empty);
-        golden(Persona::judgmentalAnimal, Tools::with, Protocol::text, Memory::full);
-        golden(Persona::judgmentalAnimal, Tools::without, Protocol::native, Memory::empty);
-        golden(Persona::allergicToSincerity, Tools::with, Protocol::native, Memory::full);
-        golden(Persona::allergicToSincerity, Tools::without, Protocol::text, Memory::empty);
-        golden(Persona::devotedPet, Tools::with, Protocol::text, Memory::full);
-        golden(Persona::devotedPet, Tools::without, Protocol::native, Memory::empty);
+        const auto golden = [](const char* name, const MainAssistantPrompt& prompt) {
+            row(name, Prompts::mainAssistant(prompt).toUtf8());
+        };
+        auto prompt = promptFor(CompanionPersona::classic, emptyPrompt());
+        prompt.toolsAvailable = true;
+        golden("classic-with-native-empty", prompt);
+        prompt = promptFor(CompanionPersona::deadpanRoommate, fullPrompt());
+        golden("deadpanRoommate-without-native-full", prompt);
+        prompt = promptFor(CompanionPersona::judgmentalAnimal, fullPrompt());
+        prompt.toolsAvailable = true;
+        prompt.nativeTools = false;
+        golden("judgmentalAnimal-with-text-full", prompt);
     }
     void promptIsWordForWordAsBefore()
     {
@@ -103,24 +91,56 @@ private Q_SLOTS:
         QCOMPARE(QString::fromUtf8(prompt), QString::fromUtf8(file.readAll()));
     }
 
-    void theTextProtocolSpeaksOfNoFunctions()
+    void onlyOneProtocolIsSpokenOf_data()
     {
+        QTest::addColumn<bool>("tools");
+        QTest::addColumn<bool>("native");
+        QTest::addColumn<QString>("spokenOf");
+        row("functions", true, true, "call the provided functions|via action functions");
+        row("blocks", true, false, "```buddy-tools\n|```buddy-actions\n");
+        row("functions that change", false, true, "via action functions");
+        row("blocks that change", false, false, "```buddy-actions\n");
+    }
+    void onlyOneProtocolIsSpokenOf()
+    {
+        QFETCH(bool, tools);
+        QFETCH(bool, native);
         auto prompt = fullPrompt();
-        prompt.toolsAvailable = true;
-        prompt.nativeTools = false;
+        prompt.toolsAvailable = tools;
+        prompt.nativeTools = native;
         const auto text = Prompts::mainAssistant(prompt);
-        QVERIFY(!text.contains(u"call the provided functions"));
-        QVERIFY(!text.contains(u"App control via action functions"));
-        QVERIFY(text.contains(u"```buddy-tools\n") && text.contains(u"```buddy-actions\n"));
+        QStringList spokenOf;
+        for (const auto* words : { "call the provided functions", "via action functions",
+                 "```buddy-tools\n", "```buddy-actions\n" }) {
+            if (text.contains(QLatin1String(words)))
+                spokenOf += QLatin1String(words);
+        }
+        QTEST(spokenOf.join(u'|'), "spokenOf");
     }
 
-    void onlyAPersonaIsAStudyCompanion()
+    /// Those without a golden file of their own.
+    void eachPersonaHasAVoice_data()
     {
-        auto prompt = fullPrompt();
-        constexpr QStringView core = u"You are a desktop study companion";
-        QVERIFY(!Prompts::mainAssistant(prompt).contains(core));
-        prompt.situation.persona = CompanionPersona::doomedCreature;
-        QVERIFY(Prompts::mainAssistant(prompt).contains(core));
+        QTest::addColumn<CompanionPersona>("persona");
+        QTest::addColumn<QString>("first");
+        QTest::addColumn<QString>("last");
+        using enum CompanionPersona;
+        row("doomed", doomedCreature, "You are a small, exhausted creature who is somehow also",
+            "then what's left to earn. we can do that now or after you've slept");
+        row("allergic", allergicToSincerity, "You care deeply about the user, but direct emotional",
+            "then we look at what's left in the course and write to your professor. i'll draft it");
+        row("devoted", devotedPet, "You are the user's fiercely devoted pet — a small creature",
+            "write to your professor, and i'm right next to you for both");
+    }
+    void eachPersonaHasAVoice()
+    {
+        QFETCH(CompanionPersona, persona);
+        QFETCH(QString, first);
+        QFETCH(QString, last);
+        const auto text = Prompts::mainAssistant(promptFor(persona, fullPrompt()));
+        QVERIFY(text.contains(u"You are a desktop study companion"));
+        QVERIFY(text.contains(QString(u"\n\n" % first)));
+        QVERIFY(text.contains(QString(last % u"\n\nIf the user ever hints at self-harm")));
     }
 };
 
