@@ -1,9 +1,9 @@
 #include "memory/recall/MemoryTools.h"
 
 #include "foundation/IDPrefix.h"
-#include "memory/recall/NativeMemoryRetrieval.h"
 #include "support/Awaited.h"
 #include "support/TableRow.h"
+#include "support/ToolWorld.h"
 #include "tools/MemoryToolExecutor.h"
 
 namespace pobblewig {
@@ -27,40 +27,35 @@ MemoryToolCall call(QByteArray text)
     return { QString::fromUtf8(name), *JSONValue::fromJson(json).object() };
 }
 
-/// Stores in memory with the tools over them.
-struct World {
-    MemoryTiers tiers { std::nullopt, [] { return Calendar(); } };
-    NativeMemoryRetrieval retrieval { { tiers.reference, tiers.observations, tiers.summaries,
-                                          tiers.sessions, tiers.notes },
-        []() -> Task<QString> { co_return u"Current app: Kate"_s; } };
-    MemoryToolExecutor executor { MemoryTools::tools({ retrieval, tiers, [] { return now; } }) };
+struct World : ToolWorld {
+    MemoryToolExecutor executor { everyTool([] { return now; }) };
 
     void fill()
     {
-        tiers.reference.proposeSection(u"hobbies"_s, u"Hobbies"_s, u"s"_s);
-        tiers.reference.upsertItem({ momentID, u"people"_s, u"Ana"_s, u"lab %1 partner"_s,
+        memory.reference.proposeSection(u"hobbies"_s, u"Hobbies"_s, u"s"_s);
+        memory.reference.upsertItem({ momentID, u"people"_s, u"Ana"_s, u"lab %1 partner"_s,
             { { u"room"_s, 12 } }, u"user"_s, now, now });
-        tiers.observations.add({ momentID, now, now, u"Lost a chess game"_s,
+        memory.observations.add({ momentID, now, now, u"Lost a chess game"_s,
             { u"was quiet"_s, u"left early"_s }, u"tired"_s, u"maybe ill"_s,
             ObservationSource::systemObserved, { u"Mood"_s }, {}, {} });
         const std::vector days { mondayID, QUuid::createUuid(), tuesdayID };
         addPeriod(PeriodType::day, tuesdayID, now, u"calm"_s, { momentID }, {});
         addPeriod(PeriodType::day, mondayID, now - 24h, u"busy"_s, { momentID }, {});
         addPeriod(PeriodType::week, weekID, now - 24h, u"mixed"_s, {}, days);
-        tiers.sessions.adoptImportedSession(
+        memory.sessions.adoptImportedSession(
             { momentID, u"2026-03-01"_s, now, now, {}, 3, {}, {}, {} });
     }
 
     void addPeriod(PeriodType type, const QUuid& id, TimePoint start, const QString& text,
         std::vector<QUuid> moments, std::vector<QUuid> days)
     {
-        tiers.summaries.add({ id, type, start, start + 1h, text, { u"a"_s, u"b"_s }, {},
+        memory.summaries.add({ id, type, start, start + 1h, text, { u"a"_s, u"b"_s }, {},
             std::move(moments), std::move(days), now });
     }
 
     QUuid note(const QString& text, MemoryCategory category, TimePoint at = now)
     {
-        return tiers.notes.addNote({ .text = text, .category = category }, at)->id;
+        return memory.notes.addNote({ .text = text, .category = category }, at)->id;
     }
 
     QString run(const QByteArray& text) { return result(text).text; }
@@ -118,6 +113,8 @@ private Q_SLOTS:
         row("memory_add_observation {'summary': ''}", "error: missing required argument: summary");
         row("memory_propose_pattern {'text': 't', 'evidenceNoteTexts': 'a'}",
             "error: missing required argument: evidenceNoteTexts");
+        row("rules_list", "no rules configured");
+        row("interventions_recent", "(interventions unavailable)");
         row("Rules_list", "error: unknown tool: Rules_list");
     }
     void everyToolAnswersInWords()
@@ -156,8 +153,8 @@ private Q_SLOTS:
     {
         World world;
         for (int number = 0; number < 101; ++number)
-            world.tiers.observations.add({ .id = QUuid::createUuid() });
-        const auto tools = MemoryTools::tools({ world.retrieval, world.tiers });
+            world.memory.observations.add({ .id = QUuid::createUuid() });
+        const auto tools = world.everyTool();
         const auto wanted = call(QTest::currentDataTag());
         // Without the executor, which would cut the text.
         const auto tool = std::ranges::find(tools, wanted.name, &Tool::name);
@@ -198,27 +195,27 @@ private Q_SLOTS:
             u"not recorded: patterns need evidence from at least two distinct days (or an "
             "explicit user generalization)"_s };
         QCOMPARE(propose("['slept late', 'woke late', 'unknown', 'slept late']"), refused);
-        QVERIFY(world.tiers.notes.allPatterns().empty());
+        QVERIFY(world.memory.notes.allPatterns().empty());
         QCOMPARE(
             propose("['OVERSLEPT', 'slept late', 'overslept']").text, u"pattern recorded: Late"_s);
-        QCOMPARE(world.tiers.notes.allPatterns().front().confidence, 0.6);
-        QCOMPARE(world.tiers.notes.allPatterns().front().sourceNoteIDs.size(), 2u);
+        QCOMPARE(world.memory.notes.allPatterns().front().confidence, 0.6);
+        QCOMPARE(world.memory.notes.allPatterns().front().sourceNoteIDs.size(), 2u);
     }
 
     void anObservationBelongsToTheSession()
     {
         World world;
-        world.tiers.sessions.ensureActiveSession(now, Calendar());
+        world.memory.sessions.ensureActiveSession(now, Calendar());
         const auto answer =
             world.run("memory_add_observation {'summary': 'Passed', 'tags': ['exam', 1]}");
-        const auto found = world.tiers.observations.search({});
+        const auto found = world.memory.observations.search({});
         QCOMPARE(found.size(), 1u);
         const auto id = found.front().id;
         const DatedObservation expected { id, now, now, u"Passed"_s, {}, {}, {},
             ObservationSource::librarianSynthesis, { u"exam"_s }, {}, {} };
         QVERIFY(found.front() == expected);
         QCOMPARE(answer, u"recorded observation "_s + IDPrefix::shortID(id));
-        QVERIFY(world.tiers.sessions.activeSession()->observationIDs == std::vector { id });
+        QVERIFY(world.memory.sessions.activeSession()->observationIDs == std::vector { id });
     }
 };
 
