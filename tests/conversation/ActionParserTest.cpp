@@ -9,6 +9,8 @@
 
 namespace pobblewig {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 const Calendar berlin { QTimeZone("Europe/Berlin"), QLocale::c() };
@@ -26,30 +28,28 @@ QString ruleText(const RuleProposal& rule)
 {
     if (rule.kind != RuleProposal::Kind::rule)
         return {};
-    auto text = QStringLiteral(" %1/%2 ").arg(rule.thresholdMinutes).arg(rule.cooldownMinutes);
+    auto text = u" %1/%2 "_s.arg(rule.thresholdMinutes).arg(rule.cooldownMinutes);
     text += EnumNames::text(rule.responseStyle);
     for (const auto& name : rule.applicationMatch)
         text += u' ' + name;
     for (const auto mode : rule.excludedModes)
-        text += QStringLiteral(" not ") + EnumNames::text(mode);
+        text += u" not "_s + EnumNames::text(mode);
     return text;
 }
 
 QString told(const BuddyAction& action)
 {
-    return std::visit(Overloaded {
-                          [](const RuleProposal& p) {
-                              return EnumNames::text(p.kind) + u' ' + p.proposalId
-                                  + QStringLiteral(": ") + p.name + ruleText(p) + compact(p.event)
-                                  + compact(p.reminder) + compact(p.settingsChange)
-                                  + compact(p.forget);
-                          },
-                          [](const TemporaryMode& temporary) {
-                              return QStringLiteral("%1 for %2")
-                                  .arg(EnumNames::text(temporary.mode))
-                                  .arg(temporary.minutes);
-                          },
-                      },
+    return std::visit(
+        Overloaded {
+            [](const RuleProposal& p) {
+                return EnumNames::text(p.kind) + u' ' + p.proposalId + u": "_s + p.name
+                    + ruleText(p) + compact(p.event) + compact(p.reminder)
+                    + compact(p.settingsChange) + compact(p.forget);
+            },
+            [](const TemporaryMode& temporary) {
+                return u"%1 for %2"_s.arg(EnumNames::text(temporary.mode)).arg(temporary.minutes);
+            },
+        },
         action);
 }
 
@@ -78,16 +78,15 @@ std::vector<BuddyAction> called(const QString& name, const QString& arguments)
     return ActionParser::actions(LLMToolCall({}, name, quoted(u'{' + arguments + u'}')), berlin);
 }
 
-QString block(const QString& body, const QString& tag = QStringLiteral("buddy-actions"))
+QString block(const QString& body, const QString& tag = u"buddy-actions"_s)
 {
-    return QStringLiteral("Sure.\n```%1\n%2\n```").arg(tag, body);
+    return u"Sure.\n```%1\n%2\n```"_s.arg(tag, body);
 }
 
 std::vector<BuddyAction> written(const QString& name, const QString& arguments)
 {
-    const auto payload = QStringLiteral("{'type':'%1',%2}").arg(name, arguments);
-    const auto result =
-        ActionParser::parse(quoted(block(QStringLiteral("[%1]").arg(payload))), berlin);
+    const auto payload = u"{'type':'%1',%2}"_s.arg(name, arguments);
+    const auto result = ActionParser::parse(quoted(block(u"[%1]"_s.arg(payload))), berlin);
     return result.actions;
 }
 
@@ -117,16 +116,15 @@ private Q_SLOTS:
         QTest::addColumn<QString>("arguments");
         QTest::addColumn<QString>("actions");
         const auto settings = [](const char* value, const char* shown, const char* stored) {
-            row(qPrintable(QStringLiteral("update_settings ") + QLatin1String(value)),
-                QStringLiteral("'proposalId':'s','key':'mode','value':") + QLatin1String(value),
-                *shown ? QStringLiteral("settingsChange s: mode → %1 {'key':'mode','value':%2}")
-                             .arg(QString::fromUtf8(shown), QString::fromUtf8(stored))
+            row(qPrintable(u"update_settings "_s + QLatin1String(value)),
+                u"'proposalId':'s','key':'mode','value':"_s + QLatin1String(value),
+                *shown ? u"settingsChange s: mode → %1 {'key':'mode','value':%2}"_s.arg(
+                    QString::fromUtf8(shown), QString::fromUtf8(stored))
                        : QString());
         };
         settings("'focus'", "focus", "'focus'");
         settings("'30'", "30", "30");
         settings("'[1,'", "[1,", "'[1,'");
-        settings("'1,2'", "1,2", "'1,2'");
         settings("'1],[2'", "1],[2", "'1],[2'");
         settings("'[\\'tutor\\']'", "[tutor]", "['tutor']");
         settings("'\\'true\\''", "true", "'true'");
@@ -135,7 +133,6 @@ private Q_SLOTS:
         settings("'a\\nb\\u202ec'", "a bc", "'a\\nb\u202ec'");
         settings("''", "", "");
         settings("null", "", "");
-        row("update_settings", "'key':'mode','value':'focus'", "");
         row("update_settings ", "'proposalId':'','key':'mode','value':'focus'", "");
         row("set_persona", "'proposalId':'p','persona':'classic'",
             "settingsChange p: persona classic {'key':'companionPersona','value':'classic'}");
@@ -180,7 +177,6 @@ private Q_SLOTS:
             "rule u: Tube 30/5 direct x not focus");
         row("propose_rule  ", "'proposalId':'u','rule':{'name':'Tube','thresholdMinutes':'30'}",
             "");
-        row("propose_rule   ", "'proposalId':'u','rule':{'thresholdMinutes':30}", "");
         row("set_temporary_mode", "'mode':'focus','minutes':'9'", "focus for 60");
         row("set_temporary_mode ", "'mode':'focus','minutes':10080", "focus for 10080");
         row("set_temporary_mode  ", "'mode':'Focus'", "");
@@ -197,12 +193,12 @@ private Q_SLOTS:
 
     void onlyACallKeepsTheMinutesInBounds()
     {
-        const auto name = QStringLiteral("set_temporary_mode");
-        const auto none = QStringLiteral("'mode':'focus','minutes':0");
-        QCOMPARE(told(called(name, none)), QStringLiteral("focus for 1"));
-        QCOMPARE(told(written(name, none)), QStringLiteral("focus for 0"));
-        const auto many = QStringLiteral("'mode':'focus','minutes':1e300");
-        QCOMPARE(told(called(name, many)), QStringLiteral("focus for 10080"));
+        const auto name = u"set_temporary_mode"_s;
+        const auto none = u"'mode':'focus','minutes':0"_s;
+        QCOMPARE(told(called(name, none)), u"focus for 1"_s);
+        QCOMPARE(told(written(name, none)), u"focus for 0"_s);
+        const auto many = u"'mode':'focus','minutes':1e300"_s;
+        QCOMPARE(told(called(name, many)), u"focus for 10080"_s);
     }
 
     void aReplyIsDividedAtItsLastFence_data()
@@ -210,42 +206,33 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("display");
         QTest::addColumn<int>("actions");
-        const auto one =
-            QStringLiteral("{'actions':[{'type':'set_temporary_mode','mode':'focus'}]}");
-        const auto sample = block(QStringLiteral("{'name':'x'}"), QStringLiteral("json"));
+        const auto one = u"{'actions':[{'type':'set_temporary_mode','mode':'focus'}]}"_s;
+        const auto sample = block(u"{'name':'x'}"_s, u"json"_s);
         row("none", "  Hello \n", "Hello", 0);
-        row("empty", "", "", 0);
         row("block", block(one), "Sure.", 1);
-        row("blanks and CRLF",
-            QStringLiteral("Sure.\r\n``` buddy-actions \r\n%1\r\n```\r\n ").arg(one), "Sure.", 1);
-        row("four backticks", QStringLiteral("Sure. ````buddy-actions\n%1\n````").arg(one), "Sure.",
+        row("blanks and CRLF", u"Sure.\r\n``` buddy-actions \r\n%1\r\n```\r\n "_s.arg(one), "Sure.",
             1);
-        row("behind a closing fence", QStringLiteral("```\na\n``````json\n%1\n```").arg(one),
-            "```\na\n```", 1);
-        row("json", block(one, QStringLiteral("json")), "Sure.", 1);
+        row("four backticks", u"Sure. ````buddy-actions\n%1\n````"_s.arg(one), "Sure.", 1);
+        row("behind a closing fence", u"```\na\n``````json\n%1\n```"_s.arg(one), "```\na\n```", 1);
+        row("json", block(one, u"json"_s), "Sure.", 1);
         row("no tag", block(one, {}), "Sure.", 1);
-        row("another tag", block(one, QStringLiteral("js")), block(one, QStringLiteral("js")), 0);
+        row("another tag", block(one, u"js"_s), block(one, u"js"_s), 0);
         row("a sample", sample, sample, 0);
-        row("an empty list", block(QStringLiteral("{'actions':[]}"), QStringLiteral("json")),
+        row("an empty list", block(u"{'actions':[]}"_s, u"json"_s), "Sure.", 0);
+        row("a list of others", block(u"[1]"_s, {}), block(u"[1]"_s, {}), 0);
+        row("an entry without type", block(u"[{'type':'set_temporary_mode','mode':'focus'},{}]"_s),
             "Sure.", 0);
-        row("a list of others", block(QStringLiteral("[1]"), {}), block(QStringLiteral("[1]"), {}),
-            0);
-        row("an entry without type",
-            block(QStringLiteral("[{'type':'set_temporary_mode','mode':'focus'},{}]")), "Sure.", 0);
-        row("broken", block(QStringLiteral("{")), "Sure.", 0);
-        row("tools", block(QStringLiteral("{'tools':[]}"), QStringLiteral("buddy-tools")), "Sure.",
-            0);
-        row("text behind", block(one) + QStringLiteral("\nBye."), "Sure.\n\nBye.", 0);
+        row("broken", block(u"{"_s), "Sure.", 0);
+        row("tools", block(u"{'tools':[]}"_s, u"buddy-tools"_s), "Sure.", 0);
+        row("text behind", block(one) + u"\nBye."_s, "Sure.\n\nBye.", 0);
         row("two", block(one) + u'\n' + block(one), "Sure.\n\nSure.", 1);
-        row("one and the next", QStringLiteral("```buddy-tools\n{}\n```json\n%1\n```\n.").arg(one),
-            ".", 0);
-        row("in a sample",
-            block(QStringLiteral("{'a':\n```buddy-actions\n"), QStringLiteral("json")),
+        row("one and the next", u"```buddy-tools\n{}\n```json\n%1\n```\n."_s.arg(one), ".", 0);
+        row("in a sample", block(u"{'a':\n```buddy-actions\n"_s, u"json"_s),
             "Sure.\n```json\n{'a':", 0);
         row("not ended", "Sure.\n```buddy-actions\n{\"actions\":[", "Sure.", 0);
-        row("json not ended", QStringLiteral("Sure.\n```json\n%1").arg(one), "Sure.", 0);
-        row("on one line", QStringLiteral("Sure. ```buddy-actions %1```").arg(one),
-            QStringLiteral("Sure. ```buddy-actions %1```").arg(one), 0);
+        row("json not ended", u"Sure.\n```json\n%1"_s.arg(one), "Sure.", 0);
+        row("on one line", u"Sure. ```buddy-actions %1```"_s.arg(one),
+            u"Sure. ```buddy-actions %1```"_s.arg(one), 0);
     }
     void aReplyIsDividedAtItsLastFence()
     {
@@ -257,43 +244,35 @@ private Q_SLOTS:
 
     void whatIsTooLongIsCutOrCountsAsAbsent_data()
     {
-        QTest::addColumn<QString>("type");
         QTest::addColumn<QString>("arguments");
         QTest::addColumn<int>("kept");
-        const auto many = [](int count, const char* text) {
-            return QString::fromUtf8(text).repeated(count);
+        const auto limit = [](const char* name, const char* arguments, const QString& filler,
+                               int times, int kept) {
+            row(name, QString::fromLatin1(arguments).arg(filler.repeated(times)), kept);
         };
-        const auto reminder = [&](const char* name, const QString& title, const QString& rest,
-                                  int kept) {
-            row(name, "propose_reminder",
-                QStringLiteral("'proposalId':'r','title':'%1'%2").arg(title, rest), kept);
-        };
-        reminder("title", many(1000, "é"), {}, 0);
-        reminder("title of too many", many(1001, "é"), {}, -1);
-        reminder("title of a megabyte", many(1'000'000, "x"), {}, -1);
-        reminder("notes", QStringLiteral("x"),
-            QStringLiteral(",'notes':'%1'").arg(many(1'000'000, "x")), 4000);
-        const auto forget = QStringLiteral("'proposalId':'f','target':'note',");
-        row("id", "forget_memory",
-            QString(forget + QStringLiteral("'id':'%1'").arg(many(1001, "x"))), 0);
-        row("query", "forget_memory",
-            QString(forget + QStringLiteral("'query':'%1'").arg(many(1001, "x"))), 1000);
-        row("tags", "forget_memory",
-            QString(forget + QStringLiteral("'tags':['%1']").arg(many(50'000, "x','"))), 100);
-        const auto setting = QStringLiteral("'proposalId':'s','key':'roles','value':%1");
-        row("value", "update_settings",
-            setting.arg(QString(u'[' + many(9998, "0,") + QStringLiteral("0]"))), 9999);
-        row("value of too many", "update_settings",
-            setting.arg(QString(u'[' + many(9999, "0,") + QStringLiteral("0]"))), -1);
-        row("value of a megabyte", "update_settings",
-            setting.arg(QString(u'\'' + many(1'000'000, "x") + u'\'')), -1);
-        row("deep value", "update_settings",
-            setting.arg(QString(many(1000, "[") + many(1000, "]"))), -1);
+        const auto* title = "'proposalId':'r','title':'%1'";
+        limit("propose_reminder title", title, u"é"_s, 1000, 0);
+        limit("propose_reminder title of too many", title, u"é"_s, 1001, -1);
+        limit("propose_reminder title of a megabyte", title, u"x"_s, 1'000'000, -1);
+        limit("propose_reminder notes", "'proposalId':'r','title':'x','notes':'%1'", u"x"_s,
+            1'000'000, 4000);
+        limit("forget_memory id", "'proposalId':'f','target':'note','id':'%1'", u"x"_s, 1001, 0);
+        limit("forget_memory query", "'proposalId':'f','target':'note','query':'%1'", u"x"_s, 1001,
+            1000);
+        limit("forget_memory tags", "'proposalId':'f','target':'note','tags':['%1']", u"x','"_s,
+            50'000, 100);
+        const auto* list = "'proposalId':'s','key':'roles','value':[%1 0]";
+        limit("update_settings value", list, u"0,"_s, 9998, 9999);
+        limit("update_settings value of too many", list, u"0,"_s, 9999, -1);
+        limit("update_settings value of a megabyte", "'proposalId':'s','key':'roles','value':'%1'",
+            u"x"_s, 1'000'000, -1);
+        limit("update_settings deep value", "'proposalId':'s','key':'roles','value':%1",
+            QString(1000, u'[') + QString(1000, u']'), 1, -1);
     }
     void whatIsTooLongIsCutOrCountsAsAbsent()
     {
-        QFETCH(QString, type);
         QFETCH(QString, arguments);
+        const auto type = QString::fromLatin1(QTest::currentDataTag()).section(u' ', 0, 0);
         const auto actions = written(type, arguments);
         QVERIFY(actions == called(type, arguments));
         QTEST(sizeOf(actions), "kept");
@@ -303,22 +282,22 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("actions");
-        const auto mode = QStringLiteral("{'type':'set_temporary_mode','mode':'focus'},");
-        const auto deep = QStringLiteral(
-            "{'type':'update_settings','proposalId':'s','key':'roles','value':'%1'},")
-                              .arg(QString(900, u'[') + QString(900, u']'));
+        const auto mode = u"{'type':'set_temporary_mode','mode':'focus'},"_s;
+        const auto deep =
+            u"{'type':'update_settings','proposalId':'s','key':'roles','value':'%1'},"_s.arg(
+                QString(900, u'[') + QString(900, u']'));
         row("deep", block(QString(10'000, u'[')), 0);
         row("many payloads", block(u'[' + mode.repeated(10'000).chopped(1) + u']'), 50);
         row("deep values", block(u'[' + deep.repeated(50).chopped(1) + u']'), 0);
-        const auto useless = QStringLiteral("{'type':'','title':'x','tags':[]},");
+        const auto useless = u"{'type':'','title':'x','tags':[]},"_s;
         row("many others", block(u'[' + useless.repeated(10'000).chopped(1) + u']'), 0);
         row("backticks", QString(200'000, u'`'), 0);
-        row("tags", QStringLiteral("```json\n").repeated(50'000), 0);
-        row("tags on a line", QStringLiteral("```json ").repeated(50'000), 0);
-        row("tags behind text", QStringLiteral("a```json\n[{").repeated(50'000), 0);
-        row("tags in strings", QStringLiteral("a```json\n{'").repeated(50'000), 0);
-        row("blanks", QString(QStringLiteral("```") + QString(200'000, u' ')).repeated(3), 0);
-        row("blocks", block(QStringLiteral("[]")).repeated(20'000), 0);
+        row("tags", u"```json\n"_s.repeated(50'000), 0);
+        row("tags on a line", u"```json "_s.repeated(50'000), 0);
+        row("tags behind text", u"a```json\n[{"_s.repeated(50'000), 0);
+        row("tags in strings", u"a```json\n{'"_s.repeated(50'000), 0);
+        row("blanks", QString(u"```"_s + QString(200'000, u' ')).repeated(3), 0);
+        row("blocks", block(u"[]"_s).repeated(20'000), 0);
     }
     void aHostileReplyTakesNoTime()
     {
@@ -344,9 +323,8 @@ private Q_SLOTS:
     void toolsAreAskedForInABlockOfTheirOwn()
     {
         QFETCH(QString, body);
-        const auto request =
-            ActionParser::parseToolCalls(quoted(block(body, QStringLiteral("buddy-tools"))));
-        QCOMPARE(request.displayText, QStringLiteral("Sure."));
+        const auto request = ActionParser::parseToolCalls(quoted(block(body, u"buddy-tools"_s)));
+        QCOMPARE(request.displayText, u"Sure."_s);
         QStringList calls;
         for (const auto& call : request.calls)
             calls += call.name + QString::number(call.args.size());

@@ -10,6 +10,8 @@
 
 namespace pobblewig {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using Offer = BuddyTools::Offer;
@@ -33,12 +35,12 @@ QStringList strings(const JSONValue& array)
 
 const JSONValue::Object& properties(const LLMToolDefinition& tool)
 {
-    return *tool.parameters.at(QStringLiteral("properties")).object();
+    return *tool.parameters.at(u"properties"_s).object();
 }
 
 QStringList required(const LLMToolDefinition& tool)
 {
-    const auto found = tool.parameters.find(QStringLiteral("required"));
+    const auto found = tool.parameters.find(u"required"_s);
     return found == tool.parameters.end() ? QStringList() : strings(found->second);
 }
 
@@ -66,11 +68,9 @@ private Q_SLOTS:
     void everySchemaDescribesItsArgumentsAndAllowsNoOthers()
     {
         for (const auto& tool : everything()) {
-            QCOMPARE(
-                tool.parameters.at(QStringLiteral("type")), JSONValue(QStringLiteral("object")));
+            QCOMPARE(tool.parameters.at(u"type"_s), JSONValue(u"object"_s));
             QVERIFY2(properties(tool).empty()
-                    || tool.parameters.at(QStringLiteral("additionalProperties"))
-                        == JSONValue(false),
+                    || tool.parameters.at(u"additionalProperties"_s) == JSONValue(false),
                 qPrintable(tool.name));
             for (const auto& name : required(tool))
                 QVERIFY2(properties(tool).contains(name), qPrintable(tool.name + u' ' + name));
@@ -81,23 +81,21 @@ private Q_SLOTS:
     {
         QTest::addColumn<Offer>("offer");
         QTest::addColumn<QString>("offered");
-        const auto memory = QStringLiteral("memory_read_section memory_search_reference "
-                                           "memory_search_observations memory_find_notes "
-                                           "memory_add_observation ");
+        const auto memory = u"memory_read_section memory_search_reference "
+                            "memory_search_observations memory_find_notes "
+                            "memory_add_observation "_s;
         row("nothing", Offer {}, "");
         row("no screen", Offer { .retrieval = yes, .situation = no },
-            QString(memory + QStringLiteral("describe_tool ")));
+            QString(memory + u"describe_tool "_s));
         row("everything",
             Offer { .retrieval = yes,
                 .screenCapture = yes,
-                .expanded = { QStringLiteral("apps_read_file"), QStringLiteral("rules_list") } },
+                .expanded = { u"apps_read_file"_s, u"rules_list"_s } },
             QString(memory
-                + QStringLiteral("describe_tool memory_get_active_context interventions_recent "
-                                 "screen_capture apps_read_file ")));
+                + u"describe_tool memory_get_active_context interventions_recent "
+                  "screen_capture apps_read_file "_s));
         row("no memory",
-            Offer { .retrieval = yes,
-                .memory = no,
-                .expanded = { QStringLiteral("memory_expand_period") } },
+            Offer { .retrieval = yes, .memory = no, .expanded = { u"memory_expand_period"_s } },
             "describe_tool interventions_recent ");
     }
     void onlyWhatThereIsIsOffered()
@@ -106,8 +104,8 @@ private Q_SLOTS:
         QFETCH(QString, offered);
         QCOMPARE(names(m_tools.offered(offer)).join(u' '),
             QString(offered
-                + QStringLiteral("set_temporary_mode propose_calendar_event propose_reminder "
-                                 "update_settings set_persona set_mascot forget_memory")));
+                + u"set_temporary_mode propose_calendar_event propose_reminder "
+                  "update_settings set_persona set_mascot forget_memory"_s));
     }
 
     void whereToAllowScreenshotsDependsOnThePlatform()
@@ -115,11 +113,11 @@ private Q_SLOTS:
         const auto advice = [](const PlatformWording& wording) {
             const BuddyTools tools({}, wording);
             const auto* capture = tools.find(TurnTools::screenCapture.toString());
-            return capture->description.section(QStringLiteral("own initiative. "), 1);
+            return capture->description.section(u"own initiative. "_s, 1);
         };
         QCOMPARE(advice(PlatformWording::macOS),
-            QStringLiteral("On a permission error, tell the user to enable System Settings → "
-                           "Privacy & Security → Screen Recording → Pobblewig and ask again."));
+            u"On a permission error, tell the user to enable System Settings → "
+            "Privacy & Security → Screen Recording → Pobblewig and ask again."_s);
         QVERIFY(!advice(PlatformWording::linuxDesktop).contains(u"System Settings"));
     }
 
@@ -131,9 +129,8 @@ private Q_SLOTS:
             if (record.group == Tool::Group::action || tool.name == TurnTools::describeTool)
                 continue;
             QVERIFY2(record.run || tool.name == TurnTools::screenCapture, qPrintable(tool.name));
-            auto told =
-                between(record.instruction, QString(tool.name + QStringLiteral(" {")), u"} — ")
-                    .split(QStringLiteral(", "), Qt::SkipEmptyParts);
+            auto told = between(record.instruction, QString(tool.name + u" {"_s), u"} — ")
+                            .split(u", "_s, Qt::SkipEmptyParts);
             told.sort();
             QCOMPARE(told, arguments(tool));
             ++expected;
@@ -146,10 +143,10 @@ private Q_SLOTS:
         auto lines = m_tools.lines().actions;
         for (const auto& tool : m_tools.offered({})) {
             const auto json = lines.takeFirst().section(u'\n', 1);
-            const auto reply = QStringLiteral("```buddy-actions\n[%1]\n```").arg(json);
+            const auto reply = u"```buddy-actions\n[%1]\n```"_s.arg(json);
             QVERIFY2(!ActionParser::parse(reply, Calendar()).actions.empty(), qPrintable(json));
             auto action = QJsonDocument::fromJson(json.toUtf8()).object();
-            QCOMPARE(action.take(QStringLiteral("type")).toString(), tool.name);
+            QCOMPARE(action.take(u"type"_s).toString(), tool.name);
             for (const auto& name : action.keys())
                 QVERIFY2(properties(tool).contains(name), qPrintable(json));
         }
@@ -169,13 +166,13 @@ private Q_SLOTS:
     void everySettingThatIsOfferedMayBeChanged()
     {
         const auto tool = m_tools.offered({})[3];
-        QCOMPARE(tool.name, QStringLiteral("update_settings"));
-        const auto& schema = *properties(tool).at(QStringLiteral("key")).object();
-        const auto keys = strings(schema.at(QStringLiteral("enum")));
+        QCOMPARE(tool.name, u"update_settings"_s);
+        const auto& schema = *properties(tool).at(u"key"_s).object();
+        const auto keys = strings(schema.at(u"enum"_s));
         for (const auto& key : keys)
             QVERIFY2(SettingsWriteLogic::allowedKeys().contains(key), qPrintable(key));
         QCOMPARE(between(Prompts::actionInstructions({}), u"Allowlisted settings keys: ", u". "),
-            keys.join(QStringLiteral(", ")));
+            keys.join(u", "_s));
     }
 
 private:

@@ -14,14 +14,10 @@ Task<Tool::Outcome> price(QString currency, ToolArguments arguments)
 
 Tool priceTool(Tool::Group group)
 {
-    return {
-        .group = group,
+    return { .group = group,
         .name = u"shop_price"_s,
-        .description = u"What something costs."_s,
-        .schema = uR"({"type":"object","properties":{"of":{"type":"string"}}})"_s,
         .instruction = u"shop_price {of} — what something costs."_s,
-        .run = Tool::runner(price, u"crowns"_s),
-    };
+        .run = Tool::runner(price, u"crowns"_s) };
 }
 
 LLMToolCall call(const QString& name, const QString& argument, const QString& value)

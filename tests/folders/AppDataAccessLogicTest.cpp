@@ -4,6 +4,8 @@
 
 namespace pobblewig {
 
+using namespace Qt::StringLiterals;
+
 namespace Logic = AppDataAccessLogic;
 
 class AppDataAccessLogicTest : public QObject {
@@ -61,12 +63,12 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("total");
         row("nothing", QByteArray(), QString(), 0);
-        row("fewer lines", QByteArray("a\nb"), QStringLiteral("a\nb"), 2);
-        row("as many", QByteArray("a\nb\nc\n"), QStringLiteral("a\nb\nc"), 3);
-        row("one more", QByteArray("a\nb\nc\nd"), QStringLiteral("b\nc\nd"), 4);
-        row("empty lines", QByteArray("a\n\n\n\n"), QStringLiteral("\n\n"), 4);
+        row("fewer lines", QByteArray("a\nb"), u"a\nb"_s, 2);
+        row("as many", QByteArray("a\nb\nc\n"), u"a\nb\nc"_s, 3);
+        row("one more", QByteArray("a\nb\nc\nd"), u"b\nc\nd"_s, 4);
+        row("empty lines", QByteArray("a\n\n\n\n"), u"\n\n"_s, 4);
         row("one empty line", QByteArray("\n"), QString(), 1);
-        row("broken characters", QByteArray("\xff\n\xc3\xa4"), QStringLiteral("\ufffd\nä"), 2);
+        row("broken characters", QByteArray("\xff\n\xc3\xa4"), u"\ufffd\nä"_s, 2);
     }
     void theTailIsTheLastLines()
     {
@@ -80,7 +82,7 @@ private Q_SLOTS:
     void onlyALoneTildeIsTheHome()
     {
         const auto expanded = [](QStringView path) {
-            return Logic::expandTilde(path.toString(), QStringLiteral("/home/mia"));
+            return Logic::expandTilde(path.toString(), u"/home/mia"_s);
         };
         QCOMPARE(expanded(u"~"), u"/home/mia");
         QCOMPARE(expanded(u"~/notes"), u"/home/mia/notes");
@@ -102,21 +104,20 @@ private Q_SLOTS:
         for (int number = 0; number < 100'000; ++number)
             listing.add(
                 { QString::number(number), false, TimePoint(std::chrono::seconds(number)) });
-        listing.add({ .name = QStringLiteral("undated") });
-        listing.add({ QStringLiteral("again"), true, TimePoint(std::chrono::seconds(99'998)) });
+        listing.add({ .name = u"undated"_s });
+        listing.add({ u"again"_s, true, TimePoint(std::chrono::seconds(99'998)) });
         QStringList lines;
         for (const auto& entry : listing.newestFirst())
             lines.append(Logic::listingLine(entry));
         QCOMPARE(lines,
-            QStringList({ QStringLiteral("99999 — 1970-01-02T03:46:39Z"),
-                QStringLiteral("99998 — 1970-01-02T03:46:38Z"),
-                QStringLiteral("again/ — 1970-01-02T03:46:38Z") }));
+            QStringList({ u"99999 — 1970-01-02T03:46:39Z"_s, u"99998 — 1970-01-02T03:46:38Z"_s,
+                u"again/ — 1970-01-02T03:46:38Z"_s }));
         QCOMPARE(listing.omitted(), 99'999);
     }
 
     void aNameCannotForgeALine()
     {
-        const auto name = QStringLiteral("a\nb\u2028c") + QString(300, u'x');
+        const auto name = u"a\nb\u2028c"_s + QString(300, u'x');
         const auto line = Logic::listingLine({ .name = name });
         QVERIFY(line.startsWith(u"a\ufffdb\ufffdcxx"));
         QVERIFY(line.endsWith(u"x… — unknown date"));
