@@ -7,7 +7,7 @@ help:
 	@echo 'make lint             check the formatting and look for likely faults'
 	@echo 'make bench            measure'
 	@echo 'make fuzz SECONDS=60  feed nonsense to what reads foreign input'
-	@echo 'make contact-sheet    draw everything that the buddy does into pictures'
+	@echo 'make contact-sheet    draw everything that there is to see into pictures'
 	@echo 'make clean            remove everything that was built'
 
 run:
