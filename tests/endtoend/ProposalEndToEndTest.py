@@ -34,6 +34,7 @@ class ProposalEndToEndTest(unittest.TestCase):
         for arguments in self.protocols:
             with self.subTest(arguments=arguments):
                 model = DemoModel(arguments=arguments)
+                self.addCleanup(model.stop)
                 with Program(model.variables) as program:
                     program.start()
                     program.open_chat()
@@ -43,7 +44,6 @@ class ProposalEndToEndTest(unittest.TestCase):
                     self.assertEqual("native tools rejected" in program.log_text(),
                                      "--no-native-tools" in arguments)
                     yield program
-                model.stop()
 
     def test_a_change_waits_for_the_user_over_a_restart(self):
         for program in self.each_protocol():
