@@ -1,21 +1,21 @@
 #include "prompts/LibrarianPrompts.h"
 
+#include "support/TableRow.h"
+
 #include <QFile>
-#include <QTest>
 
 namespace pobblewig {
 
 namespace {
 
-constexpr auto window = "[2026-03-01T08:15:00Z] user: I don't like %2 calls.\n"
-                        "[2026-03-01T08:15:04Z] assistant: Noted.";
+const auto window = u"[2026-03-01T08:15:00Z] user: I don't like %2 calls.\n"
+                    "[2026-03-01T08:15:04Z] assistant: Noted."_s;
 
 ExtractionPrompt emptyMemory()
 {
     return {
-        .situation =
-            QStringLiteral("Current app: LibreOffice (org.libreoffice), active for 25 min"),
-        .window = QString::fromUtf8(window),
+        .situation = u"Current app: LibreOffice (org.libreoffice), active for 25 min"_s,
+        .window = window,
         .roles = { AssistantRole::accountabilityPartner },
     };
 }
@@ -23,33 +23,11 @@ ExtractionPrompt emptyMemory()
 ExtractionPrompt fullMemory()
 {
     auto prompt = emptyMemory();
-    prompt.residentMemory = QStringLiteral("Preferences\n- Likes 100%1 direct words (noted 2x)");
+    prompt.residentMemory = u"Preferences\n- Likes 100%1 direct words (noted 2x)"_s;
     prompt.isBelowSoftTarget = false;
-    prompt.referencePaths = { QStringLiteral("academics.courses"),
-        QStringLiteral("academics.professors") };
+    prompt.referencePaths = { u"academics.courses"_s, u"academics.professors"_s };
     prompt.roles.insert(AssistantRole::tutor);
     return prompt;
-}
-
-MeetingNotesPrompt meeting()
-{
-    return {
-        .appName = QStringLiteral("Zoom"),
-        .minutes = 45,
-        .notes = QStringLiteral("## Summary\nThe exam is on the 12th, %1."),
-        .referencePaths = { QStringLiteral("academics.exams") },
-    };
-}
-
-DailyCloseoutPrompt fullDay()
-{
-    return {
-        .dayKey = QStringLiteral("2026-03-01"),
-        .previousIntent = { QStringLiteral("Write to Professor Davis"), QStringLiteral("Ask %1") },
-        .observations = QStringLiteral("[2026-03-01T08:15:00Z] Slept badly"),
-        .activitySummary = QStringLiteral("LibreOffice 2 h"),
-        .conversation = QString::fromUtf8(window),
-    };
 }
 
 } // namespace
@@ -60,23 +38,31 @@ class LibrarianPromptsTest : public QObject {
 private Q_SLOTS:
     void promptIsWordForWordAsBefore_data()
     {
-        QTest::addColumn<QString>("prompt");
+        columns<QString>("prompt");
         using namespace Prompts;
-        QTest::newRow("extraction-generous") << extraction(emptyMemory());
-        QTest::newRow("extraction-selective-tutor") << extraction(fullMemory());
-        QTest::newRow("meeting") << meetingNotesExtraction(meeting());
-        QTest::newRow("closeout-full") << dailyCloseout(fullDay());
-        QTest::newRow("closeout-empty") << dailyCloseout({ .dayKey = fullDay().dayKey });
-        QTest::newRow("weekly") << weeklyRollup(
-            QStringLiteral("2026-02-28\nWrote the draft.\nhighlights: a; b\nunresolved: c\n\n"
-                           "2026-03-01\nRested %1."));
-        QTest::newRow("cleanup") << cleanup(
-            QStringLiteral("{\"notes\": [\"%1\"], \"patterns\": []}"));
+        row("extraction-generous", extraction(emptyMemory()));
+        row("extraction-selective-tutor", extraction(fullMemory()));
+        row("meeting",
+            meetingNotesExtraction({ .appName = u"Zoom"_s,
+                .minutes = 45,
+                .notes = u"## Summary\nThe exam is on the 12th, %1."_s,
+                .referencePaths = { u"academics.exams"_s } }));
+        row("closeout-full",
+            dailyCloseout({ .dayKey = u"2026-03-01"_s,
+                .previousIntent = { u"Write to Professor Davis"_s, u"Ask %1"_s },
+                .observations = u"[2026-03-01T08:15:00Z] Slept badly"_s,
+                .activitySummary = u"LibreOffice 2 h"_s,
+                .conversation = window }));
+        row("closeout-empty", dailyCloseout({ .dayKey = u"2026-03-01"_s }));
+        row("weekly",
+            weeklyRollup(u"2026-02-28\nWrote the draft.\nhighlights: a; b\nunresolved: c\n\n"
+                         "2026-03-01\nRested %1."_s));
+        row("cleanup", cleanup(u"{\"notes\": [\"%1\"], \"patterns\": []}"_s));
     }
     void promptIsWordForWordAsBefore()
     {
         QFETCH(QString, prompt);
-        const auto name = QLatin1String(QTest::currentDataTag()) + QStringLiteral(".txt");
+        const auto name = QLatin1String(QTest::currentDataTag()) + u".txt"_s;
         QFile file(QFINDTESTDATA("golden") + u'/' + name);
         QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(file.fileName()));
         QCOMPARE(prompt, QString::fromUtf8(file.readAll()));
