@@ -1,16 +1,14 @@
 #pragma once
 
-#include "PobblewigDemoModel/CompletionFormat.h"
+#include "PobblewigDemoModel/DemoReplies.h"
 #include "conversation/ActionParser.h"
 #include "conversation/BuddyTools.h"
 #include "conversation/proposals/ActionTools.h"
 #include "prompts/ActionInstructions.h"
 #include "prompts/ToolInstructions.h"
-#include "support/Awaited.h"
-#include "support/ScriptedHTTPClient.h"
 #include "support/TableRow.h"
 #include "support/ToolWorld.h"
-#include "wire/OpenAICompatibleProvider.h"
+#include "wire/ChatCompletionsLogic.h"
 
 #include <QTimeZone>
 
@@ -22,39 +20,10 @@ inline QDateTime demoNow()
     return { { 2026, 11, 21 }, { 14, 7, 30 }, QTimeZone("Europe/Berlin") };
 }
 
-/// The demo model, without a network between.
-class DemoClient : public ScriptedHTTPClient {
-public:
-    HTTPStream stream(HTTPRequest request) override
-    {
-        QByteArray events;
-        const auto parsed = ChatRequest::parse(request.body);
-        if (parsed) {
-            const auto reply = DemoReplies::reply(*parsed, demoNow());
-            for (const auto& event : CompletionFormat::events(*parsed, reply, TimePoint()))
-                events += event;
-        }
-        enqueue(parsed ? 200 : 400, events);
-        return ScriptedHTTPClient::stream(std::move(request));
-    }
-};
-
 struct Heard {
     QString text;
-    std::vector<LLMToolCall> calls;
+    std::vector<LLMToolCall> calls = {};
 };
-
-inline Task<Heard> heard(std::shared_ptr<LLMStream> stream)
-{
-    Heard all;
-    while (const auto event = co_await stream->next()) {
-        if (const auto* token = std::get_if<LLMToken>(&*event))
-            all.text += token->text;
-        if (const auto* calls = std::get_if<LLMToolCalls>(&*event))
-            all.calls = calls->calls;
-    }
-    co_return all;
-}
 
 /// What the app would answer to a call.
 inline QString resultOf(const QString& tool, const JSONValue::Object& arguments)
@@ -154,10 +123,16 @@ public:
         m_request.messages.erase(m_request.messages.begin() + 1, m_request.messages.begin() + 3);
     }
 
-    Heard ask()
+    /// Without a network between.
+    Heard ask() const
     {
-        OpenAICompatibleProvider provider({ .modelID = u"demo"_s, .apiKey = u"demo"_s }, m_client);
-        return awaited(heard(std::make_shared<LLMStream>(provider.streamChat(m_request))));
+        const auto payload = ChatCompletionsLogic::buildPayload(u"demo"_s, m_request, true);
+        const auto request = ChatRequest::parse(QJsonDocument(payload).toJson()).value();
+        const auto reply = DemoReplies::reply(request, demoNow());
+        Heard heard { reply.text };
+        for (const auto& call : reply.calls)
+            heard.calls.emplace_back(call.name, call.name, call.argumentsText());
+        return heard;
     }
 
     int rounds = 0;
@@ -195,7 +170,6 @@ private:
             m_request.messages.back().imageJPEG = QByteArray("JPEG");
     }
 
-    DemoClient m_client;
     LLMRequest m_request;
 };
 

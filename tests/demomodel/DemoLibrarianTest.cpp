@@ -55,21 +55,15 @@ QString described(const ExtractionResult& found)
     return all.join(u'|');
 }
 
-ExtractionResult extraction(const QString& prompt, const LLMResponseFormat& format)
-{
-    return LibrarianAnswers::parseExtraction(answer(prompt, format), {}, {}, now).value();
-}
-
 ExtractionResult extraction(const QString& window)
 {
-    return extraction(Prompts::extraction({
-                          .residentMemory = u"- I like spam"_s,
-                          .situation = user(u"I like spam"_s),
-                          .window = window,
-                          .referencePaths = { u"academics.exams"_s, u"academics.deadlines"_s,
-                              u"academics.professors"_s, u"people"_s, u"misc"_s },
-                      }),
-        LibrarianSchemas::extraction());
+    const auto prompt = Prompts::extraction({ .residentMemory = u"- I like spam"_s,
+        .situation = user(u"I like spam"_s),
+        .window = window,
+        .referencePaths = { u"academics.exams"_s, u"academics.deadlines"_s,
+            u"academics.professors"_s, u"people"_s, u"misc"_s } });
+    const auto text = answer(prompt, LibrarianSchemas::extraction());
+    return LibrarianAnswers::parseExtraction(text, {}, {}, now).value();
 }
 
 DailyCloseout closeout(const QString& conversation, const std::vector<QString>& open = {},
@@ -143,17 +137,6 @@ private Q_SLOTS:
         // Midnight, an hour ahead of UTC.
         QCOMPARE(ISO8601::format(*note.expiresAt), u"2026-11-21T23:00:00Z");
         QVERIFY(extraction(QString(wish).replace(u"-21T"_s, u"-20T"_s)).notes.empty());
-    }
-
-    void aMeetingYieldsDatesAndDecisions()
-    {
-        const auto prompt = Prompts::meetingNotesExtraction({ .appName = u"Zoom"_s,
-            .minutes = 30,
-            .notes = u"# Notes\n- Deadline for the lab report: Friday\n* Decided to meet\nTalk"_s,
-            .referencePaths = { u"academics.deadlines"_s, u"decisions"_s } });
-        QCOMPARE(described(extraction(prompt, LibrarianSchemas::meetingNotesExtraction())),
-            u"academics.deadlines: Lab report: Due Friday, 27 November, at 09:00. {dueAt: "
-            "2026-11-27T09:00:00+01:00}|decisions: Meet: Decided together. {}");
     }
 
     void aDayIsTold()

@@ -112,6 +112,15 @@ private Q_SLOTS:
         QCOMPARE(answer.contains("\"error\":{\"message\""), !answer.contains("200 OK"));
     }
 
+    void toolsAreRefusedIfAskedFor()
+    {
+        DemoServer refusing({ .refusesTools = true });
+        const auto port = *refusing.listen(0);
+        const auto tools = R"(,"tools":[{"function":{"name":"set_mascot"}}])";
+        QVERIFY(answerTo(chat(tools), port).startsWith("HTTP/1.1 400 "));
+        QVERIFY(answerTo(chat(), port).startsWith("HTTP/1.1 200 "));
+    }
+
     void aRequestMayArriveInAnyPieces()
     {
         HTTPRequestReader reader;
