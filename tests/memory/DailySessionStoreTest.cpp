@@ -60,6 +60,8 @@ private Q_SLOTS:
             QVERIFY(store.sessions() == std::vector { expected });
         }
         QVERIFY(DailySessionStore(directory).sessions() == store.sessions());
+        store.deleteAll();
+        QVERIFY(DailySessionStore(directory).sessions().empty());
     }
 
     void theLatestNinetySessionsAreKeptNewestFirst()

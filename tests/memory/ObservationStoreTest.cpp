@@ -123,9 +123,9 @@ private Q_SLOTS:
         QCOMPARE(left.back().archivedIntoPeriodID, idOf(u'p'));
         QVERIFY(ObservationStore(directory).observations(std::nullopt, std::nullopt) == left);
         store.deleteAll();
+        QCOMPARE(ObservationStore(directory).count(), 0);
         store.add(observation(1, "f: dinner"));
         QCOMPARE(found("lunch"), QString());
-        QCOMPARE(ObservationStore(directory).count(), 1);
     }
 };
 

@@ -51,6 +51,8 @@ private Q_SLOTS:
         QVERIFY(store.withID(third.id) == third);
         QVERIFY(!store.withID(QUuid::createUuid()));
         QVERIFY(PeriodSummaryStore(directory).all() == store.all());
+        store.deleteAll();
+        QVERIFY(PeriodSummaryStore(directory).all().empty());
     }
 
     void sevenDaysThatNoWeekHoldsMakeAWeek()
