@@ -83,6 +83,8 @@ private Q_SLOTS:
         calls.insert(calls.begin(), call(u"describe_tool"_s));
         calls.push_back(reminder(u"buy-tea"_s));
         calls.push_back(call(u"no_such_tool"_s));
+        // As some servers do.
+        calls.back().id = calls.front().id;
         m->ask(u"what do I like?"_s, reply, u"Green tea."_s);
 
         const auto& request = m->model.requests().back();

@@ -38,31 +38,27 @@ class ProposalLogicTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theUserIsAskedUnlessAllowed_data()
-    {
-        columns<RuleProposal, bool>("proposal", "isAskedThoughAllowed");
-        const QString id = u"x"_s;
-        row("rule", named(id, Kind::rule), true);
-        row("event", named(id, Kind::calendarEvent), false);
-        row("reminder", named(id), false);
-        row("setting", change(id, u"mode"_s), false);
-        row("setting without a payload", named(id, Kind::settingsChange), false);
-        row("cloud sync", change(id, u"cloudSyncEnabled"_s), true);
-        row("excluded applications", change(id, u"excludedBundleIDs"_s), true);
-        row("folders", change(id, u"appDataSources"_s), true);
-        row("forgetting", named(id, Kind::forgetMemory), true);
-    }
     void theUserIsAskedUnlessAllowed()
     {
-        QFETCH(RuleProposal, proposal);
-        QFETCH(bool, isAskedThoughAllowed);
-        std::map<QString, bool> confirmations;
-        QVERIFY(ProposalLogic::needsConfirmation(proposal, confirmations));
+        std::map<QString, bool> allowed;
         for (const auto kind :
             { Kind::calendarEvent, Kind::reminder, Kind::settingsChange, Kind::forgetMemory })
-            confirmations[*ProposalLogic::actionClass(kind)] = false;
-        QCOMPARE(ProposalLogic::needsConfirmation(proposal, confirmations), isAskedThoughAllowed);
-        QCOMPARE(ProposalLogic::canAllowAlways(proposal), !isAskedThoughAllowed);
+            allowed[*ProposalLogic::actionClass(kind)] = false;
+        const auto isAskedThoughAllowed = [&](const RuleProposal& proposal) {
+            const auto isAsked = ProposalLogic::needsConfirmation(proposal, allowed);
+            return ProposalLogic::needsConfirmation(proposal, {})
+                    && ProposalLogic::canAllowAlways(proposal) != isAsked
+                ? std::optional(isAsked)
+                : std::nullopt;
+        };
+        const auto id = u"x"_s;
+        for (const auto& proposal : { named(id, Kind::calendarEvent), named(id),
+                 change(id, u"mode"_s), named(id, Kind::settingsChange) })
+            QVERIFY(isAskedThoughAllowed(proposal) == false);
+        for (const auto& proposal : { named(id, Kind::rule), named(id, Kind::forgetMemory),
+                 change(id, u"cloudSyncEnabled"_s), change(id, u"excludedBundleIDs"_s),
+                 change(id, u"appDataSources"_s) })
+            QVERIFY(isAskedThoughAllowed(proposal) == true);
     }
 
     void theFirstFreeNumberIsTaken()
