@@ -45,6 +45,18 @@ struct Studio {
 };
 
 const Act nothing = [](BuddyAnimation&) {};
+const Act pet = [](BuddyAnimation& buddy) { buddy.pet(0); };
+const Act showMeme = [](BuddyAnimation& buddy) {
+    buddy.showMeme(MemeAnimation(QImage(3, 2, QImage::Format_ARGB32_Premultiplied)), 9, 0);
+};
+
+Act both(const Act& first, const Act& second)
+{
+    return [=](BuddyAnimation& buddy) {
+        first(buddy);
+        second(buddy);
+    };
+}
 
 Act enter(Kind kind)
 {
@@ -76,26 +88,17 @@ private Q_SLOTS:
     void thereIsRoomForEverything_data()
     {
         columns<Act, double>("act", "after");
-        const MemeAnimation meme(QImage(3, 2, QImage::Format_ARGB32_Premultiplied));
         row("at rest", nothing, 0.0);
         row("working", enter(Kind::working), 0.0);
         row("responding", enter(Kind::responding), 0.0);
         row("surprised", enter(Kind::surprised), 0.0);
         row("shaking with a badge", enter(Kind::notify), 0.0);
         row("hopping with a badge", enter(Kind::done), 0.0);
-        row("petted", Act([](BuddyAnimation& buddy) { buddy.pet(0); }), 0.0);
+        row("petted", pet, 0.0);
         row("asleep", nothing, 300.0);
-        row("meme", Act([=](BuddyAnimation& buddy) { buddy.showMeme(meme, 9, 0); }), 0.0);
-        row("meme with hearts", Act([=](BuddyAnimation& buddy) {
-            buddy.showMeme(meme, 9, 0);
-            buddy.pet(0);
-        }),
-            0.0);
-        row("hopping meme", Act([=](BuddyAnimation& buddy) {
-            buddy.showMeme(meme, 9, 0);
-            buddy.setState({ Kind::done, {} }, 0);
-        }),
-            0.0);
+        row("meme", showMeme, 0.0);
+        row("meme with hearts", both(showMeme, pet), 0.0);
+        row("hopping meme", both(showMeme, enter(Kind::done)), 0.0);
     }
     void thereIsRoomForEverything()
     {
@@ -123,10 +126,8 @@ private Q_SLOTS:
         };
         studio.draw();
         const auto alone = feet();
-        studio.buddy.pet(0);
+        both(pet, showMeme)(studio.buddy);
         studio.pass(0.1);
-        studio.buddy.showMeme(
-            MemeAnimation(QImage(3, 2, QImage::Format_ARGB32_Premultiplied)), 9, studio.now);
         studio.draw();
         QCOMPARE(feet(), alone);
     }
@@ -155,10 +156,7 @@ private Q_SLOTS:
 
     void onlyTheBuddyItselfTakesClicks()
     {
-        Studio studio([](BuddyAnimation& buddy) {
-            buddy.setState({ Kind::working, {} }, 0);
-            buddy.pet(0);
-        });
+        Studio studio(both(enter(Kind::working), pet));
         studio.pass(1);
         BuddyShape shape;
         studio.draw().outline(shape);

@@ -38,28 +38,21 @@ class CalendarSyncLogicTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aDateIsReadAsServersWriteIt_data()
-    {
-        columns<QString, std::optional<TimePoint>>("text", "time");
-        const std::optional<TimePoint> none;
-        row("whole seconds", u"2026-03-01T08:15:00Z"_s, std::optional(now));
-        row("fractions", u"2026-03-01T08:15:00.250Z"_s, std::optional(now + 250ms));
-        row("another zone", u"2026-02-28T22:15:00-10:00"_s, std::optional(now));
-        row("no zone", u"2026-03-01T08:15:00"_s, none);
-        row("words", u"tomorrow"_s, none);
-        row("empty", QString(), none);
-    }
     void aDateIsReadAsServersWriteIt()
     {
-        QFETCH(QString, text);
-        QFETCH(std::optional<TimePoint>, time);
-        const auto due = item(u"x", {}, u"dueAt"_s, text);
-        QVERIFY(CanvasSyncLogic::dueDate(due) == time);
-        QVERIFY(CalendarSyncLogic::dueDate(due) == time);
-        QVERIFY(!CalendarSyncLogic::startDate(due));
-        const auto start = item(u"x", {}, u"startAt"_s, text);
-        QVERIFY(CalendarSyncLogic::startDate(start) == time);
-        auto number = due;
+        const auto none = std::optional<TimePoint>();
+        const std::pair<QString, std::optional<TimePoint>> dates[] { { u"2026-03-01T08:15:00Z"_s,
+                                                                         now },
+            { u"2026-03-01T08:15:00.250Z"_s, now + 250ms }, { u"2026-02-28T22:15:00-10:00"_s, now },
+            { u"2026-03-01T08:15:00"_s, none }, { u"tomorrow"_s, none }, { QString(), none } };
+        for (const auto& [text, time] : dates) {
+            const auto due = item(u"x", {}, u"dueAt"_s, text);
+            QVERIFY(CanvasSyncLogic::dueDate(due) == time);
+            QVERIFY(CalendarSyncLogic::dueDate(due) == time);
+            QVERIFY(!CalendarSyncLogic::startDate(due));
+            QVERIFY(CalendarSyncLogic::startDate(item(u"x", {}, u"startAt"_s, text)) == time);
+        }
+        auto number = item(u"x", {}, {}, {});
         number.details[u"dueAt"_s] = JSONValue(5);
         QVERIFY(!CanvasSyncLogic::dueDate(number));
     }
