@@ -21,7 +21,7 @@ public:
         const Moment& moment;
         KeychainHelper& keychain;
         QString defaultCanvasBaseURL = {};
-        PlatformWording wording = PlatformWording::linuxDesktop;
+        PlatformWording wording;
     };
 
     explicit StoreRoom(Parts parts);

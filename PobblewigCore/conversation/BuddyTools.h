@@ -28,8 +28,7 @@ public:
     };
 
     /// Adds those of a turn and the actions to the features'.
-    explicit BuddyTools(std::vector<Tool> ofFeatures = {},
-        const PlatformWording& wording = PlatformWording::linuxDesktop);
+    BuddyTools(std::vector<Tool> ofFeatures, const PlatformWording& wording);
 
     /// In the order of the groups; the actions are always offered.
     std::vector<LLMToolDefinition> offered(const Offer& offer) const;

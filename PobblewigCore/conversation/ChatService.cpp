@@ -40,6 +40,7 @@ ChatService::ChatService(const Stores& stores, const Moment& moment, Surrounding
     , m_history(stores.history)
     , m_moment(moment)
     , m(std::move(surroundings))
+    , m_tools({}, m.wording)
     , m_router(stores.usage, m.models)
     , m_screenshots(m.screen, stores.settings, m.wording)
     , m_messages(stores.history.messages())

@@ -33,7 +33,7 @@ public:
         /// Null where the memory cannot be asked.
         MemoryToolExecutor* toolExecutor = nullptr;
         ScreenAccess screen = {};
-        PlatformWording wording = PlatformWording::linuxDesktop;
+        PlatformWording wording;
     };
 
     enum class Screenshot { without, with };

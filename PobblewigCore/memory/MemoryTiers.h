@@ -11,8 +11,7 @@ namespace pobblewig {
 /// The tiers of the memory, each a store with a file of its own.
 struct MemoryTiers {
     MemoryTiers(const std::optional<DataDirectory>& directory,
-        const std::function<Calendar()>& calendar,
-        const PlatformWording& wording = PlatformWording::linuxDesktop)
+        const std::function<Calendar()>& calendar, const PlatformWording& wording)
         : notes(directory, calendar)
         , sessions(directory)
         , observations(directory)

@@ -19,8 +19,8 @@ namespace pobblewig {
 class ReferenceMemoryStore {
 public:
     /// The fixed sections are there from the first start.
-    explicit ReferenceMemoryStore(const std::optional<DataDirectory>& directory,
-        const PlatformWording& wording = PlatformWording::linuxDesktop);
+    explicit ReferenceMemoryStore(
+        const std::optional<DataDirectory>& directory, const PlatformWording& wording);
 
     MemoryTableOfContents tableOfContents() const;
 

@@ -18,7 +18,7 @@ struct MainAssistantPrompt {
     bool nativeTools = true;
     ToolLines tools = {};
     TimePoint now;
-    PlatformWording wording = PlatformWording::linuxDesktop;
+    PlatformWording wording;
 };
 
 namespace Prompts {

@@ -64,8 +64,7 @@ ScreenComposition composition(std::span<const ScreenWindow> windows,
 QRegion coveredPart(std::span<const ScreenWindow> windows, std::size_t index, const QRect& screen);
 
 /// For the user and the model.
-QString description(const ScreenCaptureError& error,
-    const PlatformWording& wording = PlatformWording::linuxDesktop);
+QString description(const ScreenCaptureError& error, const PlatformWording& wording);
 
 } // namespace ScreenCaptureLogic
 

@@ -206,7 +206,9 @@ void measureTurns()
 
 void measurePrompt()
 {
-    MainAssistantPrompt prompt { .toolsAvailable = true, .now = now };
+    MainAssistantPrompt prompt {
+        .toolsAvailable = true, .now = now, .wording = PlatformWording::linuxDesktop
+    };
     prompt.memory = words(0).repeated(MemoryStore::hardCapTokens * 4 / words(0).size());
     for (int line = 0; line < 40; ++line)
         prompt.situation.summary += words(line) + u'\n';

@@ -113,7 +113,8 @@ QString searchableText(const ReferenceItem& item)
 
 std::vector<ReferenceItem> referenceItems(size_t count)
 {
-    const auto sections = ReferenceMemoryStore(std::nullopt).tableOfContents().entries;
+    const auto sections =
+        ReferenceMemoryStore(std::nullopt, PlatformWording::linuxDesktop).tableOfContents().entries;
     StudentWriter writer;
     std::vector<ReferenceItem> items(count);
     for (size_t number = 0; number < count; ++number) {
@@ -140,7 +141,7 @@ ReferenceMemoryStore referenceStore(const std::vector<ReferenceItem>& items)
     const JSONFileStore file(directory, QStringLiteral("reference.json"));
     if (!file.save(ReferenceMemoryData { .items = items }))
         std::exit(1);
-    return ReferenceMemoryStore(directory);
+    return ReferenceMemoryStore(directory, PlatformWording::linuxDesktop);
 }
 
 void searchReferenceItems()

@@ -185,7 +185,7 @@ private:
     }
 
     ToolWorld m_world;
-    BuddyTools m_tools { m_world.everyTool() };
+    BuddyTools m_tools { m_world.everyTool(), PlatformWording::linuxDesktop };
 };
 
 } // namespace pobblewig

@@ -6,6 +6,7 @@
 #include "support/ScriptedCapturer.h"
 #include "support/ScriptedModels.h"
 #include "support/ScriptedProvider.h"
+#include "support/TableRow.h"
 #include "support/ToolWorld.h"
 
 #include <QSignalSpy>

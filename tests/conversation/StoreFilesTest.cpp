@@ -43,6 +43,14 @@ Open opening(std::function<void(Store&)> change)
     };
 }
 
+/// With the platform's words in its table of contents.
+struct ReferenceMemory : ReferenceMemoryStore {
+    explicit ReferenceMemory(const DataDirectory& directory)
+        : ReferenceMemoryStore(directory, PlatformWording::linuxDesktop)
+    {
+    }
+};
+
 Change openActivity(const DataDirectory& directory)
 {
     static ScriptedFrontmostApp front;
@@ -77,7 +85,7 @@ const std::map<QString, Open> stores {
     { u"proposals"_s, opening<ProposalManager>([](auto& store) {
          store.registerProposal({ .proposalId = QUuid::createUuid().toString() });
      }) },
-    { u"reference"_s, opening<ReferenceMemoryStore>([](auto& store) {
+    { u"reference"_s, opening<ReferenceMemory>([](auto& store) {
          store.upsertItem({ .path = u"misc"_s, .title = u"t"_s });
      }) },
     { u"rules"_s, opening<RuleStore>([](auto& store) { store.add({}); }) },

@@ -53,7 +53,7 @@ inline QString resultOf(const QString& tool, const JSONValue::Object& arguments)
 inline const BuddyTools& buddyTools()
 {
     static ToolWorld world;
-    static const BuddyTools tools(world.everyTool());
+    static const BuddyTools tools(world.everyTool(), PlatformWording::linuxDesktop);
     return tools;
 }
 

@@ -36,7 +36,7 @@ const auto club = u"projects.club"_s;
 /// A confirmed section of the user's own, beside the fixed ones, and items in five sections.
 ReferenceMemoryStore furnished(const std::optional<DataDirectory>& directory = std::nullopt)
 {
-    ReferenceMemoryStore store(directory);
+    ReferenceMemoryStore store(directory, PlatformWording::linuxDesktop);
     for (const auto& path : { club, u"academicsExtra"_s }) {
         store.proposeSection(path, u"Own"_s, u"The user's."_s);
         store.confirmSection(path);
@@ -69,7 +69,8 @@ class ReferenceMemoryStoreTest : public QObject {
 private Q_SLOTS:
     void anEmptyStoreHasItsFixedSections()
     {
-        const auto table = ReferenceMemoryStore(std::nullopt).tableOfContents();
+        const auto table =
+            ReferenceMemoryStore(std::nullopt, PlatformWording::linuxDesktop).tableOfContents();
         QCOMPARE(table.entries.size(), 25u);
         QVERIFY(std::ranges::is_sorted(table.entries, {}, &TOCEntry::path));
         QCOMPARE(table.compactText(IncludeEmpty::no, IncludeTimestamps::yes),
@@ -125,13 +126,14 @@ private Q_SLOTS:
         expected.id = old.id;
         expected.createdAt = old.createdAt;
         QCOMPARE(*stored, expected);
-        QCOMPARE(ReferenceMemoryStore(directory).allItems(), store.allItems());
+        QCOMPARE(ReferenceMemoryStore(directory, PlatformWording::linuxDesktop).allItems(),
+            store.allItems());
         QCOMPARE(store.allItems().front(), expected);
     }
 
     void anItemNeedsAConfirmedSection()
     {
-        ReferenceMemoryStore store(std::nullopt);
+        ReferenceMemoryStore store(std::nullopt, PlatformWording::linuxDesktop);
         QVERIFY(!store.upsertItem(item("academics.deadlines.old", "Essay", 1)));
         QVERIFY(store.proposeSection(club, u"Club"_s, {})->isCustom);
         QVERIFY(!store.proposeSection(club, u"Again"_s, {}));
@@ -204,7 +206,7 @@ private Q_SLOTS:
         const ReferenceSectionMeta own { .path = u"misc"_s, .confirmed = false };
         ReferenceMemoryData data { .items = { item("gone", "Orphan", 1) }, .sections = { own } };
         QVERIFY(file.save(data));
-        const ReferenceMemoryStore store(directory);
+        const ReferenceMemoryStore store(directory, PlatformWording::linuxDesktop);
         QCOMPARE(store.tableOfContents().entries.size(), 24u);
         QCOMPARE(store.proposedSections(), std::vector { own });
         const auto found = store.search(u"orphan"_s, {}, 1);

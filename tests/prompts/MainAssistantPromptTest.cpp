@@ -22,6 +22,7 @@ MainAssistantPrompt emptyPrompt()
     return {
         .situation = { .summary = u"No active app session right now."_s, .canvasConnected = true },
         .now = *ISO8601::parse(u"2026-03-01T08:15:00Z"),
+        .wording = PlatformWording::linuxDesktop,
     };
 }
 
@@ -46,7 +47,7 @@ MainAssistantPrompt fullPrompt()
 MainAssistantPrompt promptFor(CompanionPersona persona, MainAssistantPrompt prompt)
 {
     prompt.situation.persona = persona;
-    prompt.tools = BuddyTools(ToolWorld().everyTool()).lines();
+    prompt.tools = BuddyTools(ToolWorld().everyTool(), prompt.wording).lines();
     return prompt;
 }
 

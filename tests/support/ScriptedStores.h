@@ -18,7 +18,7 @@ struct ScriptedStores {
 
     explicit ScriptedStores(const std::optional<DataDirectory>& directory = std::nullopt)
         : settings(directory, keychain)
-        , memory(directory, moment.calendar)
+        , memory(directory, moment.calendar, PlatformWording::linuxDesktop)
         , history(directory)
         , usage(directory)
         , rules(directory)

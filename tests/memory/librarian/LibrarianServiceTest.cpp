@@ -340,11 +340,9 @@ private:
     }
 
     std::unique_ptr<ScriptedProvider> m_model;
-    LLMProvider* m_models.librarian = nullptr;
-    std::unique_ptr<MemoryTiers> m_memory;
-    std::unique_ptr<UsageCounter> m_usage;
-    std::vector<QUuid> m_linked;
-    bool m_mayRemember = true;
+    ScriptedModels m_models;
+    std::unique_ptr<ScriptedStores> m_stores;
+    MemoryTiers* m_memory = nullptr;
     std::unique_ptr<LibrarianService> m_service;
 };
 

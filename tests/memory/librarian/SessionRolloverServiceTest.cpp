@@ -153,7 +153,7 @@ private Q_SLOTS:
         ScriptedProvider model;
         model.enqueue(u"{\"dailySummary\": \"Rested.\"}"_s);
         model.enqueueHeld(u"{\"summary\": \"secret\"}"_s);
-        launch.model = &model;
+        launch.models.librarian = &model;
         launch.beginToRoll(model, 2);
         launch.memory.summaries.deleteAll();
         model.release();
