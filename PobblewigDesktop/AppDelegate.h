@@ -13,8 +13,8 @@ namespace pobblewig {
 
 class ChatPanel;
 
-/// The user interface as a whole. The buddy is on the screen before anything else happens; then the
-/// coordinator comes up, and its published state is shown from there on.
+/// The user interface as a whole. The buddy appears before anything else happens; then the
+/// coordinator starts, and from there on the interface shows its published state.
 class AppDelegate : public QObject {
     Q_OBJECT
 
@@ -22,17 +22,18 @@ public:
     AppDelegate(BuddyWindowSystem& windowSystem, QSettings& desktopSettings);
     ~AppDelegate() override;
 
-    /// `makeParts` is called once the buddy is there.
+    /// `makeParts` is called once the buddy is visible.
     void launch(std::function<AppCoordinator::Parts()> makeParts);
 
-    /// Before the coordinator is up the wish is kept until it is.
+    /// Before the coordinator has started, the request is kept until it has.
     void openChat();
 
-    /// The buddy beside its window; its services come once it has launched.
+    /// The tray, the hot key and notifications; their services come once the interface has
+    /// launched.
     DesktopPresence& presence() { return m_presence; }
 
 Q_SIGNALS:
-    /// Once, when the buddy is there and the coordinator is up.
+    /// Emitted once, when the buddy is visible and the coordinator has started.
     void launched();
 
 private:
@@ -69,7 +70,7 @@ private:
     std::unique_ptr<ChatPanel> m_panel;
     std::optional<Look> m_look;
     std::optional<QString> m_shownProblem;
-    /// What the panel has to say before it is there.
+    /// The notice that the panel shows once it exists.
     QString m_notice;
     bool m_isChatRequested = false;
 };

@@ -9,7 +9,7 @@
 
 namespace pobblewig {
 
-/// How a place that the buddy moves into presses and lifts it.
+/// How a place that the buddy moves into squeezes and lifts it.
 struct BuddyDock {
     double scale = 1;
     double squashY = 1;
@@ -19,7 +19,7 @@ struct BuddyDock {
     bool operator==(const BuddyDock&) const = default;
 };
 
-/// The life of the buddy: what happens goes in, `tick` lets the time pass, `frame` says how it
+/// The life of the buddy: events go in, `tick` lets time pass, and `frame` returns how the buddy
 /// looks. Times are seconds on any clock that never goes back.
 class BuddyAnimation {
 public:
@@ -28,45 +28,47 @@ public:
     const BuddyState& state() const { return m_state; }
     double sleepAmount() const { return m_sleep.amount(); }
 
-    /// How often it has to tick.
+    /// How often it needs a tick.
     BuddyFramePacing::Interval interval(double now) const;
 
-    /// How soon the next frame can differ from this one: nothing that sleeps soundly moves between
-    /// two beats, so that nobody has to wake up for it.
+    /// How soon the next frame can differ from this one. A sound sleeper does not move between two
+    /// beats, so nobody needs to wake up for it.
     BuddyFramePacing::Interval untilNextFrame(double now) const;
 
     BuddyFrame frame(double now) const;
 
-    /// Wakes it up. A state without a label that lasts already goes on as it is.
+    /// Wakes the buddy up. If it is in this state already and there is no label, the state simply
+    /// continues.
     void setState(BuddyState state, double now);
 
     void pet(double now);
 
-    /// Something happened to it that is no reason to do anything but wake up.
+    /// Wakes the buddy up, for events that call for no other reaction.
     void stir(double now) { m_sleep.stir(now); }
 
-    /// Lets it sleep at once, unless it has work to do, until something happens.
+    /// Lets the buddy sleep at once, unless it has work to do, until something happens.
     void dozeOff(double now);
 
     void beginDragging(double now);
     void endDragging(double now) { m_walk.end(now); }
 
-    /// Points.
+    /// `by` is in points.
     void windowMoved(QPointF by, double now) { m_walk.moved(by, now); }
     void mouseMoved(QPointF to, QSizeF view) { m_look = BuddyEyes::look(to, view); }
     void mouseExited() { m_look = {}; }
 
-    /// Seconds, but never too short to be seen.
+    /// `duration` is in seconds, but a meme is never too short to be seen.
     void showMeme(MemeAnimation animation, double duration, double now);
     void dismissMeme() { m_memes.dismiss(); }
 
-    /// What it wears in the place of its body as long as one is set, and while it sleeps.
+    /// The meme that the buddy wears in place of its body whenever one is set, and the one for its
+    /// sleep.
     void setDefaultMeme(std::optional<BuddyMeme> meme, double now);
     void setSleepingMeme(std::optional<BuddyMeme> meme, double now);
 
     void setDock(const BuddyDock& dock) { m_dock = dock; }
 
-    /// Whether nothing of it can be seen.
+    /// Sets whether nothing of the buddy can be seen.
     void setOccluded(bool isOccluded) { m_isOccluded = isOccluded; }
 
     void tick(double now);

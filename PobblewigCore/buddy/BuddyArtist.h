@@ -9,17 +9,17 @@
 
 namespace pobblewig {
 
-/// Draws a frame with a sprite, from bitmaps that are put together once.
+/// Draws a frame with a sprite, from bitmaps that are put together only once.
 class BuddyArtist {
 public:
     explicit BuddyArtist(const MascotSprite& sprite);
 
-    /// Cells that the frame needs around the buddy, with the pill of its badge.
+    /// Returns the cells that the frame needs around the buddy, including the pill of its badge.
     static BuddyRoom room(const BuddyFrame& frame, int cell, const BuddyPill& pill);
 
     void setSprite(const MascotSprite& sprite);
 
-    /// Replaces what the drawing was. The canvas must have the room that the frame needs.
+    /// Replaces the drawing. The canvas must have the room that the frame needs.
     void draw(const BuddyFrame& frame, const BuddyCanvas& canvas, const BuddyPill& pill,
         BuddyDrawing& drawing);
 
@@ -35,7 +35,7 @@ private:
 
     MascotSprite m_sprite;
     BuddyBitmap m_claws;
-    /// A sprite of other colours has another name, so none is ever wrong.
+    /// A sprite in other colours has another name, so no entry is ever wrong.
     std::map<BitmapKey, BuddyBitmap> m_bitmaps;
     std::map<std::pair<QString, MascotGait>, BuddyBitmap> m_cardHolders;
     BuddyRain m_rain;

@@ -17,16 +17,16 @@ struct BuddyBlock {
     bool operator==(const BuddyBlock&) const = default;
 };
 
-/// A sprite put together from its layers and ready to be painted: each dot is in one block at most,
-/// and no block reaches from one row of cells into the next. What lies over the head has rows below
-/// 0.
+/// A sprite, put together from its layers and ready to be painted: each dot is in at most one
+/// block, and no block reaches from one row of cells into the next. Rows above the head are
+/// negative.
 struct BuddyBitmap {
     static constexpr int dotsPerCell = 2;
     /// In dots.
     static constexpr int columns = 16 * dotsPerCell;
     static constexpr int bodyRows = 6 * dotsPerCell;
     static constexpr int rows = 8 * dotsPerCell;
-    /// Of the body, what is seen above a card.
+    /// The part of the body that is visible above a card.
     static constexpr int earRows = 2 * dotsPerCell;
 
     std::vector<BuddyBlock> blocks;
@@ -34,12 +34,12 @@ struct BuddyBitmap {
     /// Body, legs, claws and open eyes, standing still.
     static BuddyBitmap standing(const MascotSprite& sprite);
 
-    /// Without the claws.
+    /// Everything but the claws.
     static BuddyBitmap rendered(const MascotSprite& sprite, const BitmapKey& key);
 
     static BuddyBitmap claws(const MascotSprite& sprite);
 
-    /// The ears and legs that a card has.
+    /// The ears and legs around a card.
     static BuddyBitmap cardHolder(const MascotSprite& sprite, MascotGait gait);
 };
 

@@ -4,19 +4,19 @@
 
 namespace pobblewig {
 
-/// Cells beyond what the buddy itself always has: on each side, and above.
+/// Cells beyond those that the buddy itself always has: on each side, and above.
 struct BuddyRoom {
     int beside = 0;
     int above = 0;
 
-    /// Enough for both.
+    /// Returns enough room for both.
     BuddyRoom united(const BuddyRoom& other) const;
 
     bool operator==(const BuddyRoom&) const = default;
 };
 
-/// The area that the buddy is drawn in, in device pixels. It stands in the middle of the lower
-/// edge, which is the ground; beside and above the sprite there is room for every pose.
+/// The area that the buddy is drawn in, in device pixels. The buddy stands in the middle of the
+/// lower edge, which is the ground; beside and above the sprite there is room for every pose.
 struct BuddyCanvas {
     /// The side of a cell at the scale 1.
     static constexpr double pointsPerCell = 8;
@@ -30,10 +30,10 @@ struct BuddyCanvas {
 
     QSize size() const;
 
-    /// Device pixels for this many points at the scale 1.
+    /// Returns the device pixels for this many points at the scale 1.
     int pixels(double points) const;
 
-    /// The side of a dot of what is drawn around the buddy: half a cell.
+    /// The side of a dot in the drawings around the buddy: half a cell.
     int dot() const;
 
     bool operator==(const BuddyCanvas&) const = default;

@@ -12,15 +12,15 @@
 
 namespace pobblewig {
 
-/// What to paint for a frame, in whole device pixels and in this order. Two that are equal cannot
-/// be told apart on the screen.
+/// What is painted for a frame, in whole device pixels and in this order. Two equal drawings look
+/// the same on the screen.
 struct BuddyDrawing {
     struct Rain {
-        /// 0 if there is no rain, whatever the rest says.
+        /// 0 if there is no rain, whatever the other fields say.
         int opacity = 0;
         /// The side of a glyph's dot.
         int dot = 0;
-        /// Where the first column and the first row begin, and how far apart they are.
+        /// The place of the first column and row, and the distances between them.
         QPoint origin;
         double columnWidth = 0;
         int rowHeight = 0;
@@ -39,7 +39,7 @@ struct BuddyDrawing {
         bool operator==(const Part&) const = default;
     };
 
-    /// Fills its frame by the colour, with the corners cut, and shows its pictures within.
+    /// Fills its frame with the colour, with the corners cut off, and shows its pictures inside.
     struct Card {
         QRect frame;
         int dot = 0;
@@ -85,8 +85,8 @@ struct BuddyDrawing {
 
     static PixelArt art(Stamp::Art art);
 
-    /// Replaces what the shape was. What is nearly transparent is not part of it, nor is the badge:
-    /// only who writes its words knows how far they reach.
+    /// Replaces the shape. Nearly transparent parts are not part of it, nor is the badge: only
+    /// whoever writes its words knows how far they reach.
     void outline(BuddyShape& shape) const;
 
     bool operator==(const BuddyDrawing&) const = default;

@@ -6,19 +6,21 @@
 #include <QPointF>
 #include <QSizeF>
 
-/// Where the buddy looks and how.
+/// Decides where the buddy looks, and how.
 namespace pobblewig::BuddyEyes {
 
-/// Every few seconds, for a moment, now and then twice. `time` since the buddy came up.
+/// Blinks for a moment every few seconds, now and then twice. `time` counts from the buddy's first
+/// appearance.
 bool isBlinking(double time);
 
-/// The eyes that a state of mind gives.
+/// The eyes for a state of mind.
 EyeStyle style(BuddyState::Kind state, double elapsed);
 
-/// Towards the pointer, by -1, 0 or 1 each way: straight ahead while it is near the middle.
+/// Looks towards the pointer, by -1, 0 or 1 each way, and straight ahead while the pointer is near
+/// the middle.
 QPoint look(QPointF pointer, QSizeF view);
 
-/// Along a line, to the left at first, and back to the next.
+/// Reads along a line, starting at the left, and goes back for the next one.
 int reading(double elapsed);
 
 } // namespace pobblewig::BuddyEyes

@@ -26,7 +26,7 @@ struct BuddyClaws {
     bool operator==(const BuddyClaws&) const = default;
 };
 
-/// Everything to be seen of the buddy at a moment, free of size, screen and colours.
+/// Everything that is visible of the buddy at a moment, independent of size, screen and colours.
 struct BuddyFrame {
     struct Heart {
         /// From -1 (over the left edge of the body) to 1.
@@ -36,19 +36,19 @@ struct BuddyFrame {
         bool isLarge = false;
     };
 
-    /// Seconds since the buddy came up.
+    /// Seconds since the buddy's first appearance.
     double time = 0;
     BuddyPose pose;
-    /// Of the sprite, whose name is left empty.
+    /// The key of the bitmap; the name of the sprite is left empty.
     BitmapKey look;
     BuddyClaws claws;
     QVarLengthArray<Heart, BuddyHearts::atOnce> hearts;
     double sleepAmount = 0;
     BuddySnore::Letters letters {};
-    /// How strong the rain is, from 0 to 1.
+    /// The strength of the rain, from 0 to 1.
     double rain = 0;
     std::optional<BuddyBadge> badge;
-    /// In the place of the body.
+    /// Shown in place of the body.
     std::optional<BuddyCard> card;
 };
 

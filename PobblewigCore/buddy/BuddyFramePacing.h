@@ -24,7 +24,7 @@ struct Input {
     double sleepAmount = 0;
 };
 
-/// The time from one frame to the next. Being out of sight outweighs everything else.
+/// Returns the time from one frame to the next. Being out of sight outweighs everything else.
 Interval interval(const Input& input);
 
 } // namespace pobblewig::BuddyFramePacing

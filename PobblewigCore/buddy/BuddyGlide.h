@@ -7,24 +7,24 @@
 
 namespace pobblewig {
 
-/// Being carried by hand, and sliding on a little when the hand lets go. Places are those of
-/// `BuddyPlacement`, times are seconds: those of the hand tell when it moved, however late that is
-/// heard of.
+/// Carries the buddy by hand, and lets it slide on a little when the hand lets go. Places are those
+/// of `BuddyPlacement`, times are in seconds. The times of the hand tell when it moved, however
+/// late the event arrives.
 class BuddyGlide {
 public:
     bool isGliding() const { return m_isGliding; }
 
-    /// The hand takes hold of the buddy: a glide is over.
+    /// The hand takes hold of the buddy, which ends a glide.
     void grab(QPoint place, double handTime);
     void carry(QPoint place, double handTime);
 
-    /// Slides on as fast as it was carried, but never over the edge of the bounds. One that was put
-    /// down with care stays where it is.
+    /// Lets the buddy slide on as fast as it was carried, but never beyond the bounds. A buddy that
+    /// was put down carefully stays where it is.
     void release(const QRect& bounds, double handTime);
 
     void stop() { m_isGliding = false; }
 
-    /// Where a glide has come to, which begins with the first tick, or where it ended.
+    /// Returns how far the glide has come, or where it ended. It begins with the first tick.
     QPoint tick(double now);
 
 private:
@@ -34,7 +34,7 @@ private:
     QPointF m_place;
     QPointF m_measuredPlace;
     double m_measuredAt = 0;
-    /// Pixels a second: by hand, then at the start of the glide.
+    /// In pixels a second: the hand's, then that of the start of the glide.
     QPointF m_velocity;
     std::optional<double> m_startedAt;
     double m_duration = 0;

@@ -7,7 +7,7 @@ namespace pobblewig {
 /// The hearts that rise from a petted buddy.
 class BuddyHearts {
 public:
-    /// Seconds that a heart is seen.
+    /// How long a heart is visible, in seconds.
     static constexpr double lifetime = 1.4;
     static constexpr int atOnce = 15;
 
@@ -19,10 +19,10 @@ public:
     };
     using Hearts = QVarLengthArray<Heart, atOnce>;
 
-    /// Some are born a moment later than now.
+    /// Some are born a moment after now.
     const Hearts& hearts() const { return m_hearts; }
 
-    /// A handful more; the oldest make room.
+    /// Adds a handful; the oldest make room.
     void rise(double now);
     void tick(double now);
 

@@ -8,9 +8,9 @@
 
 namespace pobblewig {
 
-/// Where a pose puts each block, in whole device pixels: blocks touch without gaps.
+/// Places each block of a pose in whole device pixels, without gaps between blocks.
 ///
-/// The feet stand still while the body breathes; they leave the ground only in a pose that is at
+/// The feet stay still while the body breathes; they leave the ground only in a pose that is at
 /// least a point above it.
 class BuddyLayout {
 public:

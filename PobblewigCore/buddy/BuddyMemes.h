@@ -12,31 +12,31 @@ struct BuddyMeme {
     MemeAnimation animation;
 };
 
-/// The pictures that take the place of the buddy's body at a moment.
+/// The pictures that replace the buddy's body at a moment.
 struct BuddyCard {
     QImage picture;
-    /// Lies over the first as it takes over.
+    /// Lies over the first picture as it takes over.
     QImage next;
     double nextOpacity = 0;
 };
 
-/// Which memes the buddy shows: one for a short while, or those that it wears.
+/// The memes that the buddy shows: one for a short while, or those that it wears.
 class BuddyMemes {
 public:
     /// How long a reaction is usually shown, in seconds.
     static constexpr double displayDuration = 4.5;
     static constexpr double shortestDuration = 1.5;
 
-    /// Nothing while the buddy shows itself.
+    /// Returns nothing while the buddy shows itself.
     std::optional<BuddyCard> card(double now, double sleepAmount) const;
 
-    /// Whether a picture moves, or will go soon.
+    /// Returns whether a picture moves, or will soon go.
     bool areLively(double sleepAmount) const;
 
     void show(MemeAnimation animation, double duration, double now);
     void dismiss() { m_shown.reset(); }
 
-    /// One of the same id goes on as it is.
+    /// A meme with the same id continues as it is.
     void setDefault(std::optional<BuddyMeme> meme, double now);
     void setSleeping(std::optional<BuddyMeme> meme, double now);
 

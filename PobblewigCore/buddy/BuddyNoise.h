@@ -1,9 +1,9 @@
 #pragma once
 
-/// What looks like chance but is the same each time.
+/// Numbers that look random but are the same each time.
 namespace pobblewig::BuddyNoise {
 
-/// Two unrelated numbers from 0 up to 1 for each seed.
+/// Two unrelated numbers for each seed, at least 0 and below 1.
 double first(double seed);
 double second(double seed);
 

@@ -1,6 +1,6 @@
 #pragma once
 
-/// The paw frames of a bitmap: each kind has its frames from its number on.
+/// The paw frames of a bitmap: the frames of each kind start at its number.
 namespace pobblewig::BuddyPaws {
 
 inline constexpr int none = 0;

@@ -4,7 +4,7 @@
 
 namespace pobblewig {
 
-/// How far the screen reaches from between the buddy's feet, in device pixels.
+/// How far the screen extends from the point between the buddy's feet, in device pixels.
 struct BuddyReach {
     static constexpr int endless = 1 << 20;
 
@@ -15,12 +15,12 @@ struct BuddyReach {
     bool operator==(const BuddyReach&) const = default;
 };
 
-/// What a badge takes, in device pixels, and where it can be seen.
+/// The size of a badge in device pixels, and the area where it can be seen.
 struct BuddyPill {
     QSize size;
     BuddyReach reach = {};
 
-    /// How far it moves out of the middle to stay on the screen, but never off the buddy.
+    /// Returns how far it moves out of the middle to stay on the screen, but never off the buddy.
     int shift() const;
 };
 

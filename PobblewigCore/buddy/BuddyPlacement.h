@@ -6,33 +6,34 @@
 
 #include <vector>
 
-/// Where on the screens the buddy stands. Its place is the point on the ground between its feet,
-/// which stays when its size changes. Never called without a screen.
+/// Decides where the buddy stands on the screens. Its place is the point on the ground between its
+/// feet, which stays when its size changes. Never called without a screen.
 namespace pobblewig::BuddyPlacement {
 
 struct Screen {
     QRect geometry;
-    /// What the desktop's panels leave free.
+    /// The part that the desktop's panels leave free.
     QRect available;
     double devicePixelRatio = 1;
 };
 
-/// The same for the same screens, in whatever order they are listed.
+/// Returns the same name for the same screens, in whatever order they are listed.
 QString layoutName(std::vector<QRect> screens);
 
-/// For the first time: near the lower right corner of what the desktop leaves free.
+/// Returns the place for the first start: near the lower right corner of the area that the desktop
+/// leaves free.
 QPoint initialPlace(QSize size, const QRect& available);
 
 QRect windowAt(QPoint place, QSize size);
 
-/// The places where all of the buddy can be seen in an area: at least one.
+/// Returns the places where the whole buddy is visible within an area: at least one.
 QRect placesIn(const QRect& area, QSize size);
 
-/// The place itself if the middle of the buddy can be seen there; else the nearest one where all
-/// of it can, and no panel is in the way.
+/// Returns the place itself if the middle of the buddy is visible there; otherwise the nearest one
+/// where all of it is visible and no panel is in the way.
 QPoint visiblePlace(QPoint place, QSize size, const std::vector<Screen>& screens);
 
-/// The screen that the buddy is on, or the nearest one.
+/// Returns the screen that the buddy is on, or the nearest one.
 const Screen& screenAt(QPoint place, QSize size, const std::vector<Screen>& screens);
 
 } // namespace pobblewig::BuddyPlacement

@@ -6,10 +6,10 @@
 /// The poses over time, in seconds.
 namespace pobblewig::BuddyPoses {
 
-/// `time` since the buddy came up, `elapsed` since it is in that state.
+/// `time` counts from the buddy's first appearance, `elapsed` from the beginning of the state.
 BuddyPose ofState(BuddyState::Kind state, double time, double elapsed);
 
-/// Sunk down, breathing deep and slow.
+/// Sunk down, breathing deeply and slowly.
 BuddyPose asleep(double time);
 
 /// From one pose (at 0) to the other (at 1).

@@ -6,14 +6,14 @@
 namespace pobblewig {
 
 /// The code that rains behind a working buddy: a drop in each column, on a grid of glyphs. It looks
-/// like chance, but the same moment always looks the same.
+/// random, but the same moment always looks the same.
 class BuddyRain {
 public:
     static constexpr int columns = 13;
-    /// From a fading tail to the bright head.
+    /// From the fading tail to the bright head.
     static constexpr int levels = 6;
 
-    /// How many rows there are, and how far apart in points.
+    /// The number of rows, and the distance between them in points.
     struct Grid {
         int rows = 0;
         double rowHeight = 1;
@@ -22,7 +22,7 @@ public:
     struct Drop {
         int column = 0;
         int row = 0;
-        /// Of RainGlyphs.
+        /// An index into RainGlyphs.
         int glyph = 0;
         int level = 0;
 
@@ -31,7 +31,7 @@ public:
 
     BuddyRain();
 
-    /// Replaces what the vector held by the glyphs that are lit, `time` in seconds.
+    /// Replaces the drops with the glyphs that are lit at `time`, in seconds.
     void fall(const Grid& grid, double time, std::vector<Drop>& drops) const;
 
 private:

@@ -6,11 +6,11 @@
 
 namespace pobblewig {
 
-/// What of a window counts, in device pixels. Rectangles may overlap.
+/// The parts of a window that count, in device pixels. Rectangles may overlap.
 struct BuddyShape {
-    /// Takes clicks.
+    /// These take clicks.
     std::vector<QRect> pressable;
-    /// Is only seen.
+    /// These are only seen.
     std::vector<QRect> seen;
 
     bool operator==(const BuddyShape&) const = default;

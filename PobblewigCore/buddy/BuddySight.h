@@ -4,18 +4,18 @@
 
 #include <vector>
 
-/// Whether there is room for the buddy in what the user looks at.
+/// Decides whether the window in front leaves room for the buddy.
 namespace pobblewig::BuddySight {
 
 /// A visible window of another program.
 struct Window {
     enum class Kind {
-        /// What the user works with.
+        /// The user works with this window.
         ordinary,
-        /// An ordinary one too, even where there are no panels beside it.
+        /// Still an ordinary window, even if there are no panels beside it.
         maximised,
         fullScreen,
-        /// The desktop, panels, dialogs, and what always stays on top: tells nothing.
+        /// The desktop, panels, dialogs, and windows that always stay on top: they tell nothing.
         beside,
     };
 
@@ -23,8 +23,8 @@ struct Window {
     Kind kind = Kind::ordinary;
 };
 
-/// Whether a window that takes the whole screen is the foremost one there, by whatever means it
-/// covers it. The windows are listed from the top down.
+/// Returns whether a window that takes the whole screen is the foremost one there, by whatever
+/// means it covers the screen. The windows are listed from the top down.
 bool isFullScreenInFront(const std::vector<Window>& windows, const QRect& screen);
 
 } // namespace pobblewig::BuddySight

@@ -2,12 +2,12 @@
 
 namespace pobblewig {
 
-/// Dozing off when nothing happens: slowly down, quickly up.
+/// Falls asleep when nothing happens: slowly down, quickly up.
 class BuddySleep {
 public:
-    /// How long nothing has to happen, in seconds.
+    /// How long nothing must have happened, in seconds.
     static constexpr double delay = 300;
-    /// A sleeper moves no more often than this, in seconds.
+    /// A sleeper moves at most this often, in seconds.
     static constexpr double beat = 0.5;
 
     explicit BuddySleep(double now)

@@ -11,13 +11,14 @@ struct Letter {
     double y = 0;
     /// From 0 to 1.
     double opacity = 0;
-    /// Of the letters of PixelArts.
+    /// An index of PixelArts::letterZ.
     int size = 0;
 };
 
 using Letters = std::array<Letter, 3>;
 
-/// One after the other. They move by whole steps, as a sleeper is not worth a frame for less.
+/// The letters rise one after the other. They move in whole steps, as a sleeper is not worth a
+/// frame for less.
 Letters letters(double time, double sleepAmount);
 
 } // namespace pobblewig::BuddySnore

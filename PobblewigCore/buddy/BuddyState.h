@@ -4,7 +4,7 @@
 
 namespace pobblewig {
 
-/// What the buddy is busy with.
+/// The buddy's current business.
 struct BuddyState {
     enum class Kind { idle, working, responding, surprised, notify, done };
 

@@ -7,22 +7,22 @@
 
 namespace pobblewig {
 
-/// Being carried, and walking while the ground moves.
+/// Lets the buddy be carried, and walk while the ground moves.
 class BuddyWalk {
 public:
     bool isDragging() const { return m_isDragging; }
     bool isMoving(double now) const { return m_movementUntil > now || m_energy > 0.03; }
 
-    /// The legs, by the way that lies behind.
+    /// The legs, depending on the distance covered.
     MascotGait gait() const;
 
-    /// What walking adds to a pose.
+    /// Returns the pose with the motion of walking added.
     BuddyPose added(const BuddyPose& pose) const;
 
     void begin(double now);
     void end(double now);
 
-    /// Points. Trembling is no way.
+    /// `by` is in points. Trembling does not count as a distance.
     void moved(QPointF by, double now);
     void tick(double now, double frames);
 

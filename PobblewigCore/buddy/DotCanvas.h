@@ -8,7 +8,7 @@
 
 namespace pobblewig {
 
-/// Dots to paint on. What falls outside of it is lost.
+/// A grid of dots to paint on. Anything outside it is lost.
 class DotCanvas {
 public:
     struct Colors {
@@ -19,10 +19,10 @@ public:
 
     void paint(int row, int col, RGB rgb);
 
-    /// Lets a dot shine through, if there is one.
+    /// Tints a dot, if there is one, so that it shines through.
     void tint(int row, int col, RGB rgb, double amount);
 
-    /// Whole cells.
+    /// Paints whole cells.
     void paint(const std::vector<MascotSprite::Cell>& cells, int firstCellRow);
     void paint(const PixelArt& art, int row, int col, const Colors& colors);
 

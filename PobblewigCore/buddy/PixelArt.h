@@ -7,8 +7,8 @@
 
 namespace pobblewig {
 
-/// A small drawing of letters: "X" the colour of the thing, "O" its outline or shadow, "W" a light,
-/// "." none.
+/// A small drawing, written in letters: "X" is the colour of the thing, "O" its outline or shadow,
+/// "W" a light, and "." nothing.
 struct PixelArt {
     std::span<const std::string_view> rows;
 
@@ -16,12 +16,12 @@ struct PixelArt {
     int height() const { return int(rows.size()); }
 };
 
-/// What the buddy wears and what is drawn around it, in dots.
+/// The things that the buddy wears and those that are drawn around it, in dots.
 namespace PixelArts {
 
 PixelArt eye(EyeStyle style);
 
-/// Of glasses, for one eye: the glass, and the rim around it.
+/// Glasses for one eye: the glass, and the rim around it.
 PixelArt lens();
 PixelArt rim();
 
@@ -35,7 +35,7 @@ inline constexpr int letterSizes = 3;
 
 PixelArt heart(bool isLarge);
 
-/// The letter of a sleeper, 0 is the smallest.
+/// The letter of a sleeper; 0 is the smallest.
 PixelArt letterZ(int size);
 
 PixelArt reminderMark();

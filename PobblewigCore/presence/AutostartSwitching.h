@@ -4,12 +4,12 @@
 
 namespace pobblewig {
 
-/// Whether the program starts with the desktop.
+/// Switches whether the program starts at login.
 class AutostartSwitching {
 public:
     virtual ~AutostartSwitching() = default;
 
-    /// Asked anew each time: the desktop's own settings change it too.
+    /// Asked anew each time, as the desktop's own settings change it too.
     virtual bool isEnabled() const = 0;
 
     virtual tl::expected<void, FileError> setEnabled(bool isEnabled) = 0;

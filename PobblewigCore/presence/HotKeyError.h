@@ -9,18 +9,18 @@ struct HotKeyError {
     enum class Kind {
         /// Another program has it.
         taken,
-        /// The user or the desktop said no.
+        /// The user or the desktop refused it.
         refused,
-        /// The desktop lets no program have any.
+        /// The desktop does not let programs have any.
         unavailable,
-        /// The keyboard lacks it, or it would take a key away that people type with.
+        /// The keyboard lacks it, or people need it for typing.
         unusable,
     };
 
     Kind kind;
     QKeySequence keys;
 
-    /// For the user.
+    /// Returns a text for the user.
     QString description() const;
 };
 

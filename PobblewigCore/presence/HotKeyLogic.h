@@ -4,8 +4,8 @@
 
 namespace pobblewig::HotKeyLogic {
 
-/// Whether a program may listen for it everywhere: one key together with Ctrl, Alt or Meta. Others
-/// are keys that people type with.
+/// Returns whether a program may listen for these keys everywhere: one key together with Ctrl, Alt
+/// or Meta. All others are needed for typing.
 bool isUsable(const QKeySequence& keys);
 
 } // namespace pobblewig::HotKeyLogic

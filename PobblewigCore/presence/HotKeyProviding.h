@@ -16,16 +16,16 @@ class HotKeyProviding : public QObject {
 public:
     using Outcome = tl::expected<void, HotKeyError>;
 
-    /// Takes these keys instead of the ones before; empty ones only give those up. If they cannot
-    /// be had, the ones before stay. Some desktops ask the user first.
+    /// Takes these keys instead of the previous ones; empty keys only give those up. If they cannot
+    /// be had, the previous ones stay. Some desktops ask the user first.
     virtual Task<Outcome> assign(QKeySequence keys) = 0;
 
 Q_SIGNALS:
-    /// Once each time the keys go down, however long they are held.
+    /// Emitted once each time the keys go down, however long they are held.
     void pressed();
 };
 
-/// For desktops that hand out no keys.
+/// For desktops that do not let programs have keys.
 class UnavailableHotKeys : public HotKeyProviding {
 public:
     Task<Outcome> assign(QKeySequence keys) override

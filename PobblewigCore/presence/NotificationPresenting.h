@@ -6,9 +6,9 @@
 
 namespace pobblewig {
 
-/// What the buddy has to say while nobody looks at the chat.
+/// A message of the buddy while nobody looks at the chat.
 struct Notification {
-    /// Plain text, both.
+    /// Both are plain text.
     QString title;
     QString text;
 };
@@ -18,17 +18,17 @@ class NotificationPresenting : public QObject {
     Q_OBJECT
 
 public:
-    /// False if the desktop shows none.
+    /// Returns false if the desktop shows no notifications.
     virtual Task<bool> present(Notification notification) = 0;
 
-    /// Takes back all that are still shown.
+    /// Withdraws all notifications that are still shown.
     virtual void withdraw() = 0;
 
 Q_SIGNALS:
     /// The user wants to see the chat.
     void opened();
 
-    /// The user has answered right in the notification.
+    /// The user has replied in the notification itself.
     void replied(const QString& text);
 };
 

@@ -2,7 +2,7 @@
 
 namespace pobblewig {
 
-/// How long the user lets observation rest.
+/// How long the user pauses observation.
 enum class PauseLength { halfAnHour, untilTomorrow, untilResumed };
 
 } // namespace pobblewig

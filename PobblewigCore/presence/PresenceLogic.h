@@ -4,24 +4,24 @@
 #include "presence/PauseLength.h"
 #include "presence/PresenceState.h"
 
-/// How the buddy's state reads, and what the menu's words mean.
+/// Puts the buddy's state into words and marks, and decides when a pause ends.
 namespace pobblewig::PresenceLogic {
 
-/// What asks for the user comes first, then what the user waits for.
+/// A reminder comes first, then work that the user waits for.
 PresenceBadge badge(const PresenceState& state);
 
-/// "15:30", "tomorrow", "Friday, 15:30".
+/// Returns "15:30", "tomorrow" or "Friday, 15:30".
 QString timeInWords(TimePoint time, TimePoint now, const Calendar& calendar);
 
-/// "Focus until 15:30".
+/// Returns "Focus until 15:30".
 QString modeInWords(const PresenceState& state, TimePoint now, const Calendar& calendar);
 
-/// Everything, in one line.
+/// Returns the whole state in one line.
 QString inWords(const PresenceState& state, TimePoint now, const Calendar& calendar);
 
 TimePoint startOfTomorrow(TimePoint now, const Calendar& calendar);
 
-/// Nothing if somebody has to end it.
+/// Returns nothing if the pause lasts until the user ends it.
 std::optional<TimePoint> pauseEnd(PauseLength length, TimePoint now, const Calendar& calendar);
 
 } // namespace pobblewig::PresenceLogic

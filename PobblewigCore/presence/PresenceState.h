@@ -5,15 +5,15 @@
 
 namespace pobblewig {
 
-/// What the tray tells of the buddy.
+/// The state that the tray shows.
 struct PresenceState {
     enum class Activity { resting, working, reminding, asleep };
 
     CoachMode mode = CoachMode::openEnded;
-    /// When a temporary mode ends.
+    /// The end of a temporary mode.
     std::optional<TimePoint> modeRevertAt;
     bool isPaused = false;
-    /// Nothing for a pause that somebody has to end.
+    /// Nothing if the pause lasts until the user ends it.
     std::optional<TimePoint> pausedUntil;
     Activity activity = Activity::resting;
 

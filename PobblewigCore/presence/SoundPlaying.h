@@ -8,8 +8,8 @@ class SoundPlaying {
 public:
     virtual ~SoundPlaying() = default;
 
-    /// Plays the sound of this name, such as "Glass", or the nearest that the desktop has. Returns
-    /// at once. Silent where there is none.
+    /// Plays the sound of this name, such as "Glass", or the nearest one that the desktop has.
+    /// Returns at once. Plays nothing if there is none.
     virtual void play(QStringView name) = 0;
 };
 

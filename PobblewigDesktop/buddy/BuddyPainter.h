@@ -14,21 +14,21 @@ class QPainter;
 
 namespace pobblewig {
 
-/// Paints drawings in device pixels, from pictures that are made once.
+/// Paints drawings in device pixels, from pictures that are made only once.
 class BuddyPainter {
 public:
     BuddyPainter();
 
-    /// The colours and letters of the words beside the buddy.
+    /// The colours and the font of the badge.
     void setPalette(const Palette& palette);
     void setFont(const QFont& font, double devicePixelRatio);
 
-    /// How large the badge will be, in device pixels.
+    /// The size of a badge with this label, in device pixels.
     QSize pillSize(const BuddyBadge& badge);
 
     void paint(QPainter& painter, const BuddyDrawing& drawing);
 
-    /// Adds the badge of the drawing to its shape, once it is more than a shade.
+    /// Adds the drawing's badge to its shape, once it is more than a shade.
     void outlineBadge(const BuddyDrawing& drawing, BuddyShape& shape);
 
 private:
@@ -36,7 +36,7 @@ private:
         BuddyBadge::Mark mark = BuddyBadge::Mark::reminder;
         QString label;
         QImage image;
-        /// Of the picture, what is not transparent.
+        /// The part of the picture that is not transparent.
         std::vector<QRect> rows;
     };
 
@@ -54,7 +54,7 @@ private:
     std::array<QImage, BuddyDrawing::Stamp::arts> m_stamps;
     int m_rainDot = 0;
     std::array<std::array<QImage, RainGlyphs::count>, BuddyRain::levels> m_glyphs;
-    /// By the key of the original, the cost in kilobytes.
+    /// By the original's cache key; the cost is in kilobytes.
     QCache<qint64, QImage> m_pictures;
 };
 

@@ -10,7 +10,7 @@
 /// Pictures of what is painted around the buddy, in device pixels.
 namespace pobblewig::BuddyPictures {
 
-/// How words beside the buddy are written.
+/// The look of the words beside the buddy.
 struct Lettering {
     QFont font;
     double devicePixelRatio = 1;
@@ -23,13 +23,13 @@ QImage stamp(BuddyDrawing::Stamp::Art art, int dot);
 /// A glyph of the rain.
 QImage glyph(int index, int level, int dot);
 
-/// A mark with a few words, cut where they are too many.
+/// A mark with a few words, shortened if there are too many.
 QImage pill(const BuddyBadge& badge, const Palette& palette, const Lettering& lettering);
 
-/// What of a picture is not transparent, for one without holes.
+/// The part of a picture that is not transparent, provided that it has no holes.
 std::vector<QRect> rows(const QImage& image);
 
-/// A picture as large as it fits, on paper of this size.
+/// A picture, scaled to fit on paper of this size.
 QImage onPaper(const QImage& picture, QSize size);
 
 } // namespace pobblewig::BuddyPictures

@@ -20,23 +20,23 @@ public:
     /// Reads and writes the group "buddy".
     explicit BuddyPlaces(QSettings& settings);
 
-    /// On the present screens: its own place there, else as near as possible to where it was put
-    /// last. Nothing while there is no screen.
+    /// The place on the present screens: the one kept for them, or else the one nearest to where
+    /// the buddy was last put. Returns nothing while there is no screen.
     std::optional<QPoint> place(QSize size);
 
-    /// Where it can slide to from here without leaving its screen.
+    /// The places that the buddy can slide to without leaving its screen.
     QRect surroundings(QPoint place, QSize size);
 
-    /// Of the free part of its screen; cheap enough to ask at every step.
+    /// The reach within the free part of its screen; cheap enough to ask at every step.
     BuddyReach reach(QPoint place, QSize size) const;
 
-    /// The whole of its screen, in device pixels.
+    /// The whole of the buddy's screen, in device pixels.
     QRect screen(QPoint place, QSize size) const;
 
     void keep(QPoint place);
 
 Q_SIGNALS:
-    /// The place may be another one now.
+    /// The place may have changed.
     void screensChanged();
 
 private:
@@ -45,7 +45,7 @@ private:
 
     QSettings& m_settings;
     std::vector<BuddyPlacement::Screen> m_screens;
-    /// In whichever arrangement that was.
+    /// The last place, whichever arrangement it was kept for.
     std::optional<QPoint> m_latest;
 };
 

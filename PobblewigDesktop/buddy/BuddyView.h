@@ -10,28 +10,28 @@
 
 namespace pobblewig {
 
-/// Draws the buddy and keeps it alive. It is as large as its scale asks for, and larger while
-/// something is seen around the buddy; the feet are in the middle of its lower edge.
+/// Draws the buddy and keeps it alive. The view is as large as its scale asks for, and larger while
+/// there is something around the buddy; the feet are in the middle of its lower edge.
 ///
 /// Every pixel of a sprite is a whole number of device pixels, at any scale of the screen. A frame
 /// that would look like the one before is not painted.
 ///
-/// To assistive technology it is a button; the mouse is left to the window around it.
+/// For assistive technology the view is a button; the mouse is left to the window around it.
 class BuddyView : public QAbstractButton {
     Q_OBJECT
 
 public:
     static constexpr double smallestScale = 0.5;
     static constexpr double largestScale = 3;
-    /// Seconds that never go back.
+    /// Returns seconds that never go back.
     using Clock = std::function<double()>;
 
-    /// Lives by a clock of its own if it gets none.
+    /// Uses a clock of its own unless it is given one.
     explicit BuddyView(QWidget* parent = nullptr, Clock clock = {});
 
-    /// What the buddy covers at present. What only floats around it takes no clicks.
+    /// The area that the buddy covers at present. Whatever only floats around it takes no clicks.
     const BuddyShape& shape() const { return m_shape; }
-    /// The same until the buddy is told something else.
+    /// Stays the same until the buddy is told something else.
     const BuddyState& state() const { return m_animation.state(); }
     double sleepAmount() const { return m_animation.sleepAmount(); }
     double now() const { return m_clock(); }
@@ -39,53 +39,55 @@ public:
     void setSprite(const MascotSprite& sprite);
     void setSizeScale(double sizeScale);
 
-    /// For the words beside the buddy: their colours, and where they can be seen from the next
-    /// frame on.
+    /// Sets the colours of the words beside the buddy, and the area where they can be seen from the
+    /// next frame on.
     void setTheme(const Palette& palette);
     void setReach(const BuddyReach& reach);
 
-    /// Follows the scale of the screen that the view is on.
+    /// Adapts to the scale of the screen that the view is on.
     void fitToScreen();
 
-    /// All of it wakes the buddy up; dozing off lasts until then.
+    /// Each of these wakes the buddy up, except `dozeOff`, which lasts until the next of them.
     void setState(const BuddyState& state);
     void pet();
     void stir();
     void dozeOff();
 
-    /// Being carried by hand, and by how many pixels the window moved for whatever reason.
+    /// Tell that the buddy is carried by hand, and by how many pixels the window moved for whatever
+    /// reason.
     void beginDragging();
     void endDragging();
     void windowMoved(QPointF by);
-    /// Lets the eyes follow the pointer, in the view's own coordinates, or look ahead again.
+    /// Let the eyes follow the pointer, in the view's own coordinates, or look ahead again.
     void lookAt(QPointF pointer);
     void lookAhead();
 
-    /// In the place of its body, for some seconds.
+    /// Shows a meme in the place of the body, for some seconds.
     void showMeme(const MemeAnimation& animation, double duration = BuddyMemes::displayDuration);
     void dismissMeme();
 
-    /// What it wears all the time and while it sleeps. Only for the mascot that wears memes.
+    /// The memes that the buddy wears all the time and while it sleeps. They are only for the
+    /// mascot that wears memes.
     void setDefaultMeme(const std::optional<BuddyMeme>& meme);
     void setSleepingMeme(const std::optional<BuddyMeme>& meme);
 
     void setDock(const BuddyDock& dock);
 
-    /// While nobody can see the buddy it hardly moves and is not painted.
+    /// While nobody can see the buddy, it hardly moves and is not painted.
     void setOccluded(bool isOccluded);
 
 Q_SIGNALS:
-    /// The view is of another size now: comes before the shape and the frame that go with it.
+    /// The view has a new size. Emitted before the shape and the frame that go with it.
     void roomChanged();
 
-    /// Comes right before the frame of that shape is painted.
+    /// Emitted right before the frame with that shape is painted.
     void shapeChanged();
 
-    /// Comes with every frame, before it is drawn.
+    /// Emitted with every frame, before it is drawn.
     void ticked();
     void sleepAmountChanged(double amount);
 
-    /// Once, after the first frame.
+    /// Emitted once, after the first frame.
     void appeared();
 
 protected:
@@ -96,7 +98,7 @@ protected:
 private:
     void tick();
     void updatePacing();
-    /// After something happened: does not wait for the next tick.
+    /// Called when something has happened: does not wait for the next tick.
     void react();
     void draw();
     void setCanvas(const BuddyCanvas& canvas);
@@ -111,7 +113,7 @@ private:
     BuddyPainter m_painter;
     BuddyCanvas m_canvas;
     BuddyReach m_reach;
-    /// What is seen, and room for what may be next: both keep their memory.
+    /// The drawing on the screen, and one for the next frame: both keep their memory.
     BuddyDrawing m_drawing;
     BuddyDrawing m_nextDrawing;
     BuddyShape m_shape;

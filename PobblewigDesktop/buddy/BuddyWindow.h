@@ -13,24 +13,24 @@
 
 namespace pobblewig {
 
-/// The buddy on the desktop: above all windows, on every desktop, never in the way of a click
-/// beside it and never with the focus.
+/// The buddy on the desktop: above all windows and on every desktop. It never takes the focus, nor
+/// a click beside it.
 ///
-/// It can be dragged and thrown, and stands where it was left when the program comes up again; each
-/// arrangement of screens has a place of its own. It goes out of sight while another program has
-/// its screen for itself.
+/// It can be dragged and thrown, and is back in its place when the program starts again; each
+/// arrangement of screens has a place of its own. It hides while another program has the screen to
+/// itself.
 class BuddyWindow : public QWidget {
     Q_OBJECT
 
 public:
-    /// Why the buddy is out of sight.
+    /// The reasons for hiding the buddy.
     enum class HidingReason { fullScreen, sharedScreen };
 
     /// Reads and writes the group "buddy" of the settings.
     BuddyWindow(BuddyWindowSystem& system, QSettings& settings, BuddyView::Clock clock = {});
     ~BuddyWindow() override;
 
-    /// To tell the buddy what happens.
+    /// The view, through which the buddy is told what happens.
     BuddyView& view() { return *m_view; }
 
     void setSprite(const MascotSprite& sprite) { m_view->setSprite(sprite); }
@@ -38,16 +38,17 @@ public:
     /// The feet stay where the user has put them.
     void setSizeScale(double sizeScale);
 
-    /// Shown again once no reason is left, if it is to be shown at all.
+    /// The buddy is shown again once no reason is left, provided that it is meant to be shown at
+    /// all.
     void setHiddenFor(HidingReason reason, bool isHidden);
 
     void setVisible(bool isVisible) override;
 
 Q_SIGNALS:
-    /// Once, when the user sees the buddy for the first time.
+    /// Emitted once, when the user sees the buddy for the first time.
     void appeared();
 
-    /// The user wants to talk, and has not just begun to pet the buddy.
+    /// The user wants to talk, and was not just starting to pet the buddy.
     void clicked();
 
     /// The user wants the menu, at this point of the desktop.
@@ -73,13 +74,13 @@ private:
     QPoint place() const { return m_corner + QPoint(width() / 2, height()); }
     void standAt(QPoint corner);
     void carryTo(QPoint corner);
-    /// At this time of the hand, or because the window goes.
+    /// Lets go at this time of the hand, or without one because the window goes.
     void letGo(std::optional<double> handTime);
     void glide();
     void rest();
 
-    /// As large as the view, with the feet where they are. Until the desktop has made it so, what
-    /// was seen stays: a new picture in the old window would stand in the wrong place.
+    /// Makes the window as large as the view, with the feet where they are. Until the desktop has
+    /// done so, the old picture stays: a new one in the old window would stand in the wrong place.
     void fitAroundView();
     void paintInNewSize();
     void restorePlace();
@@ -92,13 +93,13 @@ private:
     BuddyPlaces m_places;
     BuddyView* m_view;
     double m_occlusionAskedAt = 0;
-    /// Runs while a new size was asked for.
+    /// Runs while a new size is pending.
     QTimer m_sizeDeadline;
-    /// Runs while a click may become a double one.
+    /// Runs while a click may still become a double click.
     QTimer m_click;
     std::optional<Grip> m_grip;
     BuddyGlide m_glide;
-    /// Where the window was put last.
+    /// The window's latest corner.
     QPoint m_corner;
     bool m_isSettling = false;
     bool m_isWanted = false;

@@ -10,7 +10,8 @@ class QToolButton;
 
 namespace pobblewig {
 
-/// Who one talks to: the buddy's face, name and state, the model behind it, and the panel's menu.
+/// The top of the chat panel: the buddy's face, name and state, the model behind it, and the
+/// panel's menu.
 class ChatHeader : public QFrame {
     Q_OBJECT
 

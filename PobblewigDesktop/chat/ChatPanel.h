@@ -26,8 +26,8 @@ class FindBar;
 class MessageInput;
 class ProposalBanners;
 
-/// The window in which one talks with the buddy. It shows what the chat publishes and hands on what
-/// the user does; it decides nothing.
+/// The window for talking with the buddy. It shows what the chat publishes and passes on what the
+/// user does; it decides nothing.
 class ChatPanel : public QWidget {
     Q_OBJECT
 
@@ -37,23 +37,24 @@ public:
     void setTheme(const Palette& palette);
     void setFace(const QIcon& face);
 
-    /// In words, such as "focus until 15:30". Shown while no reply is under way.
+    /// The state in words, such as "Focus until 15:30". Shown while no reply is under way.
     void setStateText(const QString& text);
     void setModelLabel(const QString& text);
 
-    /// While a session is being closed no other one can be asked for.
+    /// While a session is being closed, the user cannot ask for another one.
     void setClosingSession(bool isClosing);
 
-    /// A one-off message about the program; an empty one takes it back.
+    /// A one-off message about the program; an empty text takes it back.
     void setNotice(const QString& text);
 
-    /// What waits for the user's word, oldest first.
+    /// The proposals that wait for the user's answer, oldest first.
     void setProposals(const std::vector<RuleProposal>& proposals, const AppSettings& settings);
 
-    /// An answer has had its time: a proposal that is still there can be answered again.
+    /// Called when an answer has been dealt with: a proposal that is still there can be answered
+    /// again.
     void allowAnswer(const QString& proposalId);
 
-    /// Shows the panel next to the buddy, both in the coordinates of the desktop.
+    /// Shows the panel beside the buddy. Both rectangles are in the desktop's coordinates.
     void showBeside(const QRect& buddy, const QRect& screen);
 
 Q_SIGNALS:

@@ -9,9 +9,10 @@ namespace pobblewig {
 
 class ConversationModel;
 
-/// Carries what the chat publishes into the shown rows, the growing reply at most once a frame.
+/// Carries what the chat publishes into the rows on the screen, a growing reply at most once per
+/// frame.
 ///
-/// What was shown of a reply that ends early stays until the next turn begins.
+/// If a reply ends early, the part that was shown stays until the next turn begins.
 class ConversationFeed : public QObject {
     Q_OBJECT
 
@@ -19,11 +20,11 @@ public:
     ConversationFeed(const ChatService& chat, ConversationModel& model, Calendar calendar,
         Clock clock, QObject* parent = nullptr);
 
-    /// Shows the messages anew, as after midnight, when "Today" has become "Yesterday".
+    /// Shows the messages anew, for example after midnight, when "Today" has become "Yesterday".
     void refresh();
 
 Q_SIGNALS:
-    /// The texts are other ones, a growing reply aside.
+    /// The texts have changed, apart from a growing reply.
     void textsChanged();
 
 private:

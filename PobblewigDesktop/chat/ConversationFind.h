@@ -10,7 +10,7 @@ class ConversationModel;
 class ConversationView;
 class FindBar;
 
-/// Finds in the conversation what stands in the bar.
+/// Searches the conversation for the text in the bar.
 class ConversationFind : public QObject {
     Q_OBJECT
 
@@ -18,7 +18,7 @@ public:
     ConversationFind(FindBar& bar, const ConversationModel& model, ConversationView& view,
         QObject* parent = nullptr);
 
-    /// Searches anew without leaving the present place.
+    /// Searches anew, without leaving the current match.
     void refresh();
     void close();
 

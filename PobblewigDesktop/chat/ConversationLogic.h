@@ -8,21 +8,22 @@
 
 namespace pobblewig {
 
-/// From messages to what is shown, read out and saved of them.
+/// Turns messages into what is shown, read out and saved.
 namespace ConversationLogic {
 
-/// "Today", "Yesterday", a weekday within a week, else the date.
+/// Returns "Today", "Yesterday", a weekday within the last week, or else the date.
 QString dayTitle(const QDate& day, const QDate& today, const QLocale& locale);
 
-/// The messages with a title before each day's first. Whatever the buddy says directly after
-/// something that it said is a note, unless it is proactive: replies answer the user.
+/// Returns the messages, with a title before the first one of each day. A message of the buddy that
+/// directly follows another one of its own is a note, unless it is proactive: only replies answer
+/// the user.
 std::vector<ConversationRow> rows(
     const std::vector<ChatMessage>& messages, TimePoint now, const Calendar& calendar);
 
-/// "You, 14:05: …", for those who hear the conversation.
+/// Returns "You, 14:05: …", for those who hear the conversation.
 QString spoken(const ConversationRow& row);
 
-/// The whole conversation as a file for people.
+/// Returns the whole conversation as text for people to read.
 QString transcript(const std::vector<ChatMessage>& messages, const Calendar& calendar);
 
 } // namespace ConversationLogic

@@ -18,7 +18,7 @@ struct MessageRange {
     bool operator==(const MessageRange&) const = default;
 };
 
-/// What stands out in the conversation.
+/// The marked parts of the conversation.
 struct ConversationMarks {
     MessageLayout::Marks of(const QUuid& message) const;
 

@@ -9,9 +9,9 @@
 
 namespace pobblewig {
 
-/// The rows of the conversation, oldest first, and after them the reply that is being written.
+/// The rows of the conversation, oldest first, followed by the reply that is being written.
 ///
-/// Changes keep the rows that stay, so that a view keeps its place.
+/// A change keeps the rows that stay, so that a view keeps its place.
 class ConversationModel : public QAbstractListModel {
     Q_OBJECT
 
@@ -21,18 +21,18 @@ public:
     const std::vector<ConversationRow>& rows() const { return m_rows; }
     const ConversationRow& row(int number) const;
 
-    /// The number of the row that shows this message, or for a null id the reply in progress.
+    /// The number of the row that shows this message, or the reply in progress for a null id.
     std::optional<int> rowOf(const QUuid& messageID) const;
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
 
-    /// A new message of the buddy takes the place of the reply in progress.
+    /// A new message from the buddy takes the place of the reply in progress.
     void setRows(std::vector<ConversationRow> rows);
 
-    /// Nothing removes the reply in progress.
+    /// Pass nothing to remove the reply in progress.
     void setReply(const std::optional<ConversationRow>& reply);
 
-    /// The text of the reply in progress. Costs little if it continues the one before.
+    /// Sets the text of the reply in progress. Costs little if it continues the previous text.
     void setReplyText(QStringView text);
 
 private:

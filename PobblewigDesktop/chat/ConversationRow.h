@@ -7,25 +7,25 @@
 
 namespace pobblewig {
 
-/// One line of the conversation as it is shown.
+/// A row of the conversation as it is shown.
 struct ConversationRow {
     enum class Kind {
         /// The title of a day.
         day,
         user,
         assistant,
-        /// Said by the buddy unasked.
+        /// The buddy said this unasked.
         proactive,
-        /// A note of what became of something, between the messages.
+        /// Tells between the messages what became of something.
         note,
         /// The reply that is being written.
         preview,
-        /// What had been written of a reply when it ended early.
+        /// The part of a reply that had been written when it ended early.
         partial,
     };
 
     Kind kind = Kind::user;
-    /// Of the message; null for the rows that are none.
+    /// The message's id; null for rows that are not messages.
     QUuid id;
     QString text;
     TimePoint timestamp;

@@ -9,7 +9,7 @@ class QWidget;
 
 namespace pobblewig {
 
-/// Asks the user for a file and writes the conversation into it, as text.
+/// Asks the user for a file and writes the conversation into it as text.
 class ConversationSaving : public QObject {
     Q_OBJECT
 
@@ -20,7 +20,7 @@ public:
     void ask();
 
 Q_SIGNALS:
-    /// In words for the user.
+    /// `problem` is for the user to read.
     void failed(const QString& problem);
 
 private:

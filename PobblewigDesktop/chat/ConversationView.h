@@ -13,11 +13,11 @@ namespace pobblewig {
 
 class ConversationModel;
 
-/// The conversation, in which messages can be read, marked and copied.
+/// The conversation. Its messages can be read, marked and copied.
 ///
-/// It follows the newest line while it stands at the end, and otherwise keeps what is being read in
-/// its place, whatever grows, goes or is laid out anew around it. Long texts are laid out in slices
-/// between other events, what is in sight first.
+/// It follows the newest line while it is scrolled to the end. Otherwise the text that is being
+/// read stays in place, whatever grows, goes or is laid out anew around it. Long texts are laid out
+/// in slices between other events, visible ones first.
 class ConversationView : public QListView {
     Q_OBJECT
 
@@ -26,12 +26,12 @@ public:
 
     bool isFollowing() const { return m_isFollowing; }
 
-    /// The marked text, or else the current message whole.
+    /// Returns the marked text, or else the whole current message.
     QString textToCopy() const;
 
     void setTheme(const Palette& palette);
 
-    /// Makes matches stand out, and one of them among the others.
+    /// Highlights the matches, and the current one among them.
     void setMatches(
         const std::vector<MessageRange>& matches, const std::optional<MessageRange>& current);
     void reveal(const MessageRange& place);
@@ -57,7 +57,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
-    /// A place in the text and how far below the upper edge it stands.
+    /// A place in the text, and its distance below the upper edge.
     struct Place {
         QPersistentModelIndex row;
         qsizetype position = 0;

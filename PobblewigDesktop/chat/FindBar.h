@@ -11,7 +11,7 @@ class QToolButton;
 
 namespace pobblewig {
 
-/// Where the user writes what to find, sees how often it is there and steps through it.
+/// A field for the text to find. The bar shows the number of matches and steps through them.
 class FindBar : public QFrame {
     Q_OBJECT
 
@@ -22,14 +22,14 @@ public:
 
     void setTheme(const Palette& palette);
 
-    /// Shows the bar, ready for other words.
+    /// Shows the bar, ready for a new text.
     void open();
     void showCount(std::optional<std::size_t> current, std::size_t count);
 
 Q_SIGNALS:
     void wantedChanged();
 
-    /// To the next (1) or the previous (-1) match.
+    /// `step` is 1 for the next match and -1 for the previous one.
     void stepRequested(int step);
     void closeRequested();
 

@@ -12,12 +12,12 @@ namespace pobblewig {
 class ConversationModel;
 class MessageLayouts;
 
-/// Draws the rows of the conversation. What a row costs does not depend on the length of its text.
+/// Draws the rows of the conversation. The cost of a row does not depend on the length of its text.
 class MessageDelegate : public QAbstractItemDelegate {
     Q_OBJECT
 
 public:
-    /// Where the parts of a row stand. The line below the text says when it was written.
+    /// The places of a row's parts. The line below the text tells when it was written.
     struct Boxes {
         QRectF text;
         QRectF bubble;
@@ -31,7 +31,7 @@ public:
     const Palette& palette() const { return m_palette; }
     Boxes boxes(const ConversationRow& row, const QPointF& topLeft) const;
 
-    /// Where the line with this position of the text begins, for a row at `topLeft`.
+    /// Returns where the line with this position of the text begins, for a row at `topLeft`.
     int lineTop(const ConversationRow& row, const QPointF& topLeft, qsizetype position) const;
     qsizetype positionAt(
         const ConversationRow& row, const QPointF& topLeft, const QPointF& point) const;

@@ -6,7 +6,7 @@
 
 namespace pobblewig {
 
-/// Where the user writes: Enter sends, Shift+Enter begins a new line. Grows to six lines.
+/// The field for a new message: Enter sends it, Shift+Enter begins a new line. Grows to six lines.
 class MessageInput : public QPlainTextEdit {
     Q_OBJECT
 

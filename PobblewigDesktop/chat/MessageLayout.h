@@ -26,16 +26,16 @@ struct TextRange {
 
 /// The lines of one message at one width.
 ///
-/// Text that is appended costs what the addition costs, drawing what is visible costs, however
-/// long the message is: its paragraphs are cut into segments of bounded length, and only the last
-/// one is still open. Laying out can be spread over several calls of `layOut`; until then the
+/// However long the message is, appending costs as much as the addition, and drawing as much as the
+/// visible part: paragraphs are cut into segments of bounded length, and only the last segment is
+/// still open. Layout can be spread over several calls of `layOut`; until it is complete, the
 /// height is an estimate.
 class MessageLayout {
 public:
     enum class Alignment {
-        /// Each paragraph at the side where its script begins.
+        /// Each paragraph is at the side where its script begins.
         natural,
-        /// The same, in a column no wider than the text.
+        /// Likewise, in a column no wider than the text.
         snug,
         centred,
     };
@@ -73,24 +73,24 @@ public:
     qreal width() const { return m_shape.width; }
     qreal height() const;
 
-    /// Of the widest line; for a snug layout also where its right edge is.
+    /// The width of the widest line; for a snug layout, also the place of its right edge.
     qreal contentWidth() const { return m_contentWidth; }
     bool isComplete() const { return m_laidOut == m_text.size(); }
 
-    /// The position closest to the point, in the text that is laid out.
+    /// Returns the position closest to the point, within the text that is laid out.
     qsizetype positionAt(const QPointF& point) const;
 
-    /// Where the text cursor stands before this position, one pixel wide and as high as its line.
+    /// Returns the text cursor before this position, one pixel wide and as high as its line.
     QRectF cursorAt(qsizetype position) const;
     TextRange wordAt(qsizetype position) const;
     void draw(QPainter& painter, const QPointF& origin, const QRectF& clip, const Ink& ink,
         const Marks& marks = {}) const;
 
-    /// Keeps what is laid out of a common beginning.
+    /// Keeps the layout of what both texts have in common at the beginning.
     void setText(const QString& text);
     void setShape(const Shape& shape);
 
-    /// Lays out about this many characters more and returns how many it did.
+    /// Lays out about this many more characters and returns how many it did.
     qsizetype layOut(qsizetype characters = everything);
 
 private:

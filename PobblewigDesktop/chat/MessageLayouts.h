@@ -13,12 +13,12 @@ class ConversationModel;
 /// The layouts of all rows, for one font and one width of the view.
 class MessageLayouts {
 public:
-    /// Of text around a message, and of the columns that messages stand in.
+    /// The margins of text around a message, and of the columns that messages stand in.
     struct Measure {
         QFont font;
         QFont captionFont;
         int viewWidth = 0;
-        /// Assistant text and the room for bubbles.
+        /// The width of the assistant's text, and of the room for bubbles.
         int columnLeft = 0;
         int columnWidth = 0;
         int bubbleTextWidth = 0;
@@ -26,17 +26,17 @@ public:
 
     const Measure& measure() const { return m_measure; }
 
-    /// Lays out everything anew if this changes something.
+    /// Lays out everything anew if anything changes.
     void setMeasure(const QFont& font, int viewWidth);
 
-    /// The row's layout with its present text, which may not be laid out to its end.
+    /// Returns the row's layout with its present text, which may not be laid out to its end yet.
     MessageLayout& layout(const ConversationRow& row);
 
-    /// Lays out some of what still waits, in about 3 ms: from the given row on and then upwards
-    /// from it. Returns whether nothing waits any more.
+    /// Lays out for about 3 ms what still waits, first from the given row on and then upwards.
+    /// Returns whether everything is done.
     bool layOutSlice(const ConversationModel& model, int firstRow);
 
-    /// Drops what no row shows any more.
+    /// Drops the layouts that no row shows any longer.
     void retain(const ConversationModel& model);
 
 private:
@@ -44,7 +44,7 @@ private:
 
     Measure m_measure;
     std::map<QUuid, MessageLayout> m_messages;
-    /// Of the reply in progress; the message that it becomes takes it over.
+    /// The layout of the reply in progress; the message that it becomes takes it over.
     std::optional<MessageLayout> m_reply;
 };
 

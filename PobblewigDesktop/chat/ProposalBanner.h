@@ -18,9 +18,9 @@ namespace pobblewig {
 
 class WrappedLabel;
 
-/// One change that waits for the user's word: what it is in words, and the answers to choose from.
-/// A group to assistive technology. Only the user's pointer, Tab and Space reach the answers; Enter
-/// does not.
+/// A change that waits for the user's answer: its description, and the answers to choose from. A
+/// group for assistive technology. Only the pointer, Tab and Space reach the answers; Enter does
+/// not.
 class ProposalBanner : public QGroupBox {
     Q_OBJECT
 
@@ -36,16 +36,16 @@ public:
     void setTheme(const Palette& palette);
     void setWords(const ProposalWords& words);
 
-    /// Whether an answer can be given. The first one that is ends this.
+    /// Sets whether the user can answer. The first answer makes it false.
     void setAnswerable(bool isAnswerable);
 
-    /// For a banner that goes.
+    /// Called before the banner goes.
     void giveUpFocus();
 
 Q_SIGNALS:
     void answered(const QString& proposalId, ProposalAnswer answer);
 
-    /// The focus is nowhere now.
+    /// Nothing has the focus now.
     void focusGivenUp();
 
 protected:

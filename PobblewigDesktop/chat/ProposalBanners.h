@@ -16,11 +16,12 @@ namespace pobblewig {
 
 class ProposalBanner;
 
-/// The changes that wait for the user's word, one banner each, in two fifths of the window at most.
+/// The changes that wait for the user's answer, one banner each, in at most two fifths of the
+/// window.
 ///
-/// New ones slide in. While anything here moves, and for a moment after, no press of the pointer
-/// reaches an answer: one that was meant for what had stood there must not give it. Nor does one on
-/// a banner that is not wholly in sight.
+/// New banners slide in. While anything moves, and for a moment afterwards, a press of the pointer
+/// does not reach an answer, because it was meant for whatever had been there before. A press on a
+/// banner that is partly hidden only reveals it.
 class ProposalBanners : public QScrollArea {
     Q_OBJECT
 
@@ -31,18 +32,18 @@ public:
 
     void setTheme(const Palette& palette);
 
-    /// What stays keeps its banner, and so the focus and a press that has begun. The focus never
-    /// comes here by itself.
+    /// A proposal that stays keeps its banner, its focus and a press that has begun. Banners never
+    /// take the focus by themselves.
     void setProposals(const std::vector<RuleProposal>& proposals, const AppSettings& settings,
         const Calendar& calendar);
 
-    /// Lets the user answer again what is still here.
+    /// Lets the user answer this proposal again if it is still here.
     void allowAnswer(const QString& proposalId);
 
 Q_SIGNALS:
     void answered(const QString& proposalId, ProposalAnswer answer);
 
-    /// An answer was given by the keyboard, and the focus is nowhere now.
+    /// The user answered by keyboard, and nothing has the focus now.
     void focusGivenUp();
 
 protected:
@@ -61,7 +62,8 @@ private:
     void arrive();
     void showNewest();
 
-    /// The whole banner, if it fits. Yields whether anything had to move.
+    /// Reveals the control with its whole banner, if that fits. Returns whether anything had to
+    /// move.
     bool reveal(QWidget& control);
     void hold();
     void settle();
@@ -72,7 +74,7 @@ private:
     std::vector<ProposalBanner*> m_banners;
     QPropertyAnimation m_slide;
     QTimer m_settling;
-    /// The newest is shown unless the user is busy with another.
+    /// Whether the newest banner is to be shown, as the user is not busy with another.
     bool m_isArriving = false;
 };
 

@@ -11,16 +11,16 @@ namespace pobblewig {
 /// A picture that moves, in the format that browsers and README viewers play.
 class AnimatedPNG {
 public:
-    /// For so many milliseconds; all frames are of one size. A frame that looks like the one before
-    /// makes that last longer.
+    /// Appends a frame that lasts for so many milliseconds; all frames have the same size. A frame
+    /// that looks like the previous one only makes that last longer.
     void append(const QImage& frame, int milliseconds);
 
-    /// Nothing without a frame. Plays for ever.
+    /// Returns nothing if there is no frame. The animation plays for ever.
     std::optional<QByteArray> encoded() const;
 
 private:
     struct Frame {
-        /// What differs from the frame before, and where.
+        /// The part that differs from the previous frame, and its place.
         QImage image;
         QPoint corner;
         int milliseconds = 0;

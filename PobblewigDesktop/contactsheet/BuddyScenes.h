@@ -15,19 +15,19 @@ struct BuddyScene {
     Act begin;
     /// Seconds after the beginning that are worth a picture.
     std::vector<double> moments;
-    /// Before each frame of a sixtieth of a second, if something goes on all the time.
+    /// Called before each frame of a sixtieth of a second, if something goes on all the time.
     Act goOn {};
 };
 
 namespace BuddyScenes {
 
-/// One for each thing that it can do.
+/// Returns a scene for each thing that the buddy can do.
 const std::vector<BuddyScene>& all();
 
-/// The frames of a scene at its moments.
+/// Returns the frames of a scene at its moments.
 std::vector<BuddyFrame> frames(const BuddyScene& scene);
 
-/// A day in the life of the buddy, with so many frames a second.
+/// Returns a day in the life of the buddy, with so many frames a second.
 std::vector<BuddyFrame> film(int framesASecond);
 
 } // namespace BuddyScenes

@@ -103,7 +103,7 @@ std::vector<MascotSprite> sprites()
     return all;
 }
 
-/// Of all studios one after the other, on bright and on dark in turn.
+/// The studios for all sprites, on bright and on dark in turn.
 std::deque<Studio> studios(double ratio)
 {
     std::deque<Studio> studios;
@@ -155,7 +155,7 @@ std::vector<Row> tilesOfAllScenes(std::deque<Studio>& studios)
     return tiles;
 }
 
-/// Of the rows of a poster.
+/// The heights of the rows of a poster.
 std::vector<int> heightsOf(const std::vector<Row>& tiles)
 {
     std::vector<int> heights((tiles.size() + posterColumns - 1) / posterColumns, 0);

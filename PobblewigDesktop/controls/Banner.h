@@ -11,14 +11,14 @@ class QToolButton;
 
 namespace pobblewig {
 
-/// A message about the conversation, which slides in and stays until it is taken back or closed.
+/// A message about the conversation. It slides in and stays until it is taken back or closed.
 class Banner : public QFrame {
     Q_OBJECT
 
 public:
     enum class Kind { notice, error };
 
-    /// The label's name for assistive technology is `name`. Without an action there is no button.
+    /// `name` is the label's name for assistive technology. Without an action there is no button.
     Banner(Kind kind, const QString& name, const QString& action = {}, QWidget* parent = nullptr);
 
     void setTheme(const Palette& palette);

@@ -4,7 +4,7 @@
 #include <QIcon>
 #include <QPixmap>
 
-/// Our line icons, tinted with whatever colour the text around them has.
+/// Line icons, tinted with the colour of the text around them.
 namespace pobblewig::Icons {
 
 /// Each is drawn in "icons/<name>.svg".
@@ -27,7 +27,7 @@ enum class Name {
 /// A square of `side` device-independent pixels, sharp at the given ratio.
 QPixmap pixmap(Name name, const QColor& color, int side, qreal devicePixelRatio);
 
-/// For controls: disabled ones show it in the second colour.
+/// For controls: disabled ones show the second colour.
 QIcon icon(Name name, const QColor& color, const QColor& disabledColor);
 
 } // namespace pobblewig::Icons

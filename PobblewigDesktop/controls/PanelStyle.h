@@ -5,20 +5,21 @@
 class QLabel;
 class QWidget;
 
-/// How the controls of our windows look.
+/// The look of the controls in all windows.
 namespace pobblewig::PanelStyle {
 
-/// Colours and shapes of a window and everything in it. Costs nothing where they are those already.
+/// Applies the colours and shapes to a window and everything in it. Costs nothing if they are
+/// applied already.
 void apply(QWidget& window, const Palette& palette);
 
-/// Of the roles that the style sheet knows: "title", "caption", "detail", "primary", "quiet",
-/// "danger".
+/// Sets one of the roles that the style sheet knows: "title", "caption", "detail", "primary",
+/// "quiet", "danger".
 void setRole(QWidget& widget, const QString& role);
 
-/// A label that assistive technology reads by name and text.
+/// Sets the text of a label that assistive technology reads by name and text.
 void setText(QLabel& label, const QString& text);
 
-/// Whether the desktop asks for windows that do not move.
+/// Returns whether the desktop asks for windows without animations.
 bool isStill(const QWidget& widget);
 
 } // namespace pobblewig::PanelStyle

@@ -11,26 +11,26 @@ namespace pobblewig {
 
 enum class ColorScheme { light, dark };
 
-/// Every colour of the windows. The buddy brings its own.
+/// The colours of the windows. The buddy brings its own.
 struct Palette {
     ColorScheme scheme = ColorScheme::light;
     QColor window;
     QColor surface;
     QColor text;
     QColor muted;
-    /// Separates, and carries no meaning of its own.
+    /// A separator that carries no meaning of its own.
     QColor hairline;
     /// The edge of a control.
     QColor outline;
     QColor danger;
-    /// One primary control per view, focus rings, links.
+    /// The one primary control of a view, focus rings and links.
     QColor accent;
     /// Text and icons on the accent.
     QColor onAccent;
     /// Behind the user's own words.
     QColor bubble;
     QColor selection;
-    /// Behind what a search found, and behind the one it stands at.
+    /// Behind the matches of a search, and behind the current one.
     QColor match;
     QColor currentMatch;
 
@@ -46,13 +46,13 @@ QStringList accentIDs();
 /// An unknown accent shows as coral.
 Palette palette(ColorScheme scheme, const QString& accentID);
 
-/// What the user chose, or else what the desktop shows.
+/// Returns the user's choice, or else the desktop's.
 ColorScheme colorScheme(ThemePreference preference, ColorScheme desktop);
 
-/// What the desktop shows, to judge by the colours that it gave the application at its start.
+/// Returns the desktop's scheme, judging by the colours that it gave the application at its start.
 ColorScheme desktopScheme(const QPalette& applicationPalette);
 
-/// From 1 (none) to 21 (black on white).
+/// Returns the contrast, from 1 (none) to 21 (black on white).
 double contrast(const QColor& one, const QColor& other);
 
 QPalette widgetPalette(const Palette& palette);

@@ -9,8 +9,8 @@ class QTextLayout;
 
 namespace pobblewig {
 
-/// A text of as many lines as it takes, in which a word that is too long for one is broken. Above a
-/// limit the last line ends in "…"; assistive technology reads the whole text all the same.
+/// A text that takes as many lines as it needs and breaks words that are too long for one. Beyond a
+/// limit, the last line ends in "…"; assistive technology still reads the whole text.
 class WrappedLabel : public QLabel {
     Q_OBJECT
 
@@ -19,7 +19,7 @@ public:
 
     explicit WrappedLabel(const QString& text, QWidget* parent = nullptr);
 
-    /// At the present width.
+    /// The number of lines at the present width.
     int lineCount() const;
 
     QSize sizeHint() const override;
@@ -29,7 +29,7 @@ public:
     void setMostLines(int count);
 
 Q_SIGNALS:
-    /// The lines may be others.
+    /// The lines may have changed.
     void wrapped();
 
 protected:

@@ -8,11 +8,11 @@
 /// The buddy as a small still picture, for the tray and the title bars.
 namespace pobblewig::BuddyFace {
 
-/// A square of this many device pixels, with the buddy as large as whole pixels allow and the badge
-/// in its lower right corner.
+/// Returns a square of this many device pixels, with the buddy as large as whole pixels allow and
+/// the badge in its lower right corner.
 QPixmap pixmap(const MascotSprite& sprite, PresenceBadge badge, int side);
 
-/// In every size that trays and task lists ask for.
+/// Returns the face in every size that trays and task lists ask for.
 QIcon icon(const MascotSprite& sprite, PresenceBadge badge = PresenceBadge::none);
 
 } // namespace pobblewig::BuddyFace

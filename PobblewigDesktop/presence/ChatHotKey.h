@@ -6,8 +6,8 @@
 
 namespace pobblewig {
 
-/// The keys that open and hide the chat from anywhere. The user's choice is kept with what only
-/// concerns this desktop.
+/// The keys that show and hide the chat from anywhere. The user's choice is kept with the settings
+/// that concern only this desktop.
 class ChatHotKey : public QObject {
     Q_OBJECT
 
@@ -16,22 +16,23 @@ public:
 
     static QKeySequence defaultKeys();
 
-    /// Those that the user wants; empty for none.
+    /// The keys that the user wants; empty for none.
     QKeySequence keys() const;
 
-    /// Takes the keys, from here on. To be called once; `hotKeys` outlives this.
+    /// Takes the keys. To be called once; `hotKeys` outlives this object.
     void start(HotKeyProviding& hotKeys);
 
-    /// Takes others, or none, and keeps them for the next start. Otherwise the ones before stay.
+    /// Takes other keys, or none, and keeps them for the next start. If they cannot be had, the
+    /// previous ones stay.
     void change(const QKeySequence& keys);
 
 Q_SIGNALS:
     void pressed();
 
-    /// The keys of the start cannot be had.
+    /// The keys that the program starts with cannot be had.
     void missing(const HotKeyError& error);
 
-    /// What has become of `change`.
+    /// The outcome of `change`.
     void changed();
     void notChanged(const HotKeyError& error);
 

@@ -9,13 +9,13 @@
 
 namespace pobblewig {
 
-/// The buddy on the desktop beside its own window: in the tray, at the hot key, in notifications.
-/// What users ask for there goes to the coordinator; the rest are signals.
+/// The buddy's presence beside its window: in the tray, at the hot key and in notifications. The
+/// coordinator carries out what users ask for there; the rest are signals.
 class DesktopPresence : public QObject {
     Q_OBJECT
 
 public:
-    /// Keeps what is the desktop's own in the settings.
+    /// Keeps in these settings what concerns only this desktop.
     explicit DesktopPresence(QSettings& settings, Clock clock = systemNow,
         std::function<Calendar()> calendar = Calendar::current);
 
@@ -25,23 +25,24 @@ public:
     /// To be called once, after `follow`.
     void useServices(const DesktopServices& services);
 
-    /// Once the desktop has a tray.
+    /// To be called once the desktop has a tray.
     void showTray();
 
     void setSprite(const MascotSprite& sprite);
 
-    /// What the buddy does at present.
+    /// Sets what the buddy is doing at present.
     void setActivity(PresenceState::Activity activity);
 
-    /// Whether the user can read the conversation: then nothing of it is told elsewhere.
+    /// Sets whether the user can see the conversation; while this is so, nothing of it is told
+    /// elsewhere.
     void setChatShown(bool isShown);
 
-    /// Gives the keyboard to a window that is shown because the user asked for it.
+    /// Gives the keyboard to a window that is shown at the user's request.
     void activate(QWidget& window);
 
     ChatHotKey& hotKey() { return m_hotKey; }
 
-    /// The menu of the buddy, wherever it is opened.
+    /// Returns the buddy's menu, wherever it is to be opened.
     std::unique_ptr<PresenceMenu> makeMenu();
 
 Q_SIGNALS:
@@ -50,13 +51,13 @@ Q_SIGNALS:
     void sleepRequested();
     void quitRequested();
 
-    /// The buddy has something to say that nobody asked for.
+    /// The buddy has something to say that the user has not asked for.
     void reminded();
 
-    /// Something for the user to read, which is no part of the conversation.
+    /// The user is to read this text, which is not part of the conversation.
     void noticed(const QString& text);
 
-    /// What the menus and the tray show has changed.
+    /// The state that the menus and the tray show has changed.
     void stateChanged();
 
 private:
@@ -81,7 +82,7 @@ private:
     bool m_isChatShown = false;
     PresenceState m_state;
     MascotSprite m_sprite;
-    /// What the user wrote in notifications while a turn was under way.
+    /// Replies that the user wrote in notifications while a turn was under way.
     QStringList m_replies;
 };
 

@@ -8,7 +8,7 @@
 
 namespace pobblewig {
 
-/// What the desktop does for the program. All of it outlives whoever uses it.
+/// The services of the desktop. All of them outlive their users.
 struct DesktopServices {
     HotKeyProviding& hotKeys;
     NotificationPresenting& notifications;

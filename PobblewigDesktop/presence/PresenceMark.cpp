@@ -7,7 +7,7 @@ namespace {
 /// In cells of the buddy's own size.
 constexpr int side = 7;
 
-/// Of the pixels "#" is the disc and "o" the sign on it.
+/// Among the pixels, "#" is the disc and "o" the sign on it.
 struct Mark {
     QRgb disc;
     const char* pixels;

@@ -4,11 +4,11 @@
 
 #include <QPainter>
 
-/// The small marks on the buddy's face, as pixels of the buddy's own kind. They differ in shape as
-/// well as in colour.
+/// The small marks on the buddy's face, drawn in pixels like its own. They differ in shape as well
+/// as in colour.
 namespace pobblewig::PresenceMark {
 
-/// Into the lower right corner of a square.
+/// Paints the mark into the lower right corner of a square.
 void paint(QPainter& painter, PresenceBadge badge, const QRect& square);
 
 } // namespace pobblewig::PresenceMark

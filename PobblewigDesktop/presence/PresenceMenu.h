@@ -9,15 +9,14 @@ class QActionGroup;
 
 namespace pobblewig {
 
-/// What the user can ask of the buddy wherever it is: in the tray, and on the desktop. It only says
-/// what is asked for.
+/// The menu of the buddy, in the tray and on the desktop. It only emits what the user asks for.
 class PresenceMenu : public QMenu {
     Q_OBJECT
 
 public:
     explicit PresenceMenu(QWidget* parent = nullptr);
 
-    /// The state that the checks show.
+    /// Sets the state that the check marks show.
     void setState(const PresenceState& state);
     void setStartsWithDesktop(bool startsWithDesktop);
 

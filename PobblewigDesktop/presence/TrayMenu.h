@@ -17,7 +17,7 @@ public:
     using QObject::QObject;
 
     /// To be called when there is a tray: Qt decides with the first icon which kind of tray it
-    /// speaks to, and never asks again.
+    /// talks to, and never asks again.
     void show(std::unique_ptr<QMenu> menu);
 
     void setFace(const QIcon& face);
