@@ -7,10 +7,12 @@
 #include <cstring>
 #include <memory>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <vector>
 
-// Starts a program and prints how many milliseconds pass until anything changes on the screen.
+// Starts a program and prints how many milliseconds pass until anything changes on the screen, and
+// how many of a processor the program takes until then.
 
 extern char** environ;
 
@@ -26,6 +28,11 @@ Pixels screen(xcb_connection_t* connection, const xcb_screen_t& root)
         xcb_get_image_reply(connection, cookie, nullptr), &std::free);
     const auto* data = xcb_get_image_data(image.get());
     return { data, data + xcb_get_image_data_length(image.get()) };
+}
+
+double milliseconds(const timeval& time)
+{
+    return double(time.tv_sec) * 1e3 + double(time.tv_usec) / 1e3;
 }
 
 } // namespace
@@ -52,9 +59,11 @@ int main(int argc, char** argv)
         elapsed = Clock::now() - start;
     }
     kill(process, SIGKILL);
-    waitpid(process, nullptr, 0);
+    rusage usage {};
+    wait4(process, nullptr, 0, &usage);
     if (!changed)
         return 1;
-    std::printf("%.2f\n", std::chrono::duration<double, std::milli>(elapsed).count());
+    std::printf("%.2f %.2f\n", std::chrono::duration<double, std::milli>(elapsed).count(),
+        milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime));
     return 0;
 }

@@ -1,6 +1,7 @@
 // What a long streaming reply costs the chat panel: whether the cost grows with its length only,
 // and for how long the event loop stands still.
 
+#include "Figure.h"
 #include "PobblewigDesktop/chat/ChatPanel.h"
 #include "desktop/chat/ScriptedChat.h"
 
@@ -12,7 +13,6 @@
 #include <QTimer>
 
 #include <algorithm>
-#include <cstdio>
 #include <ctime>
 
 namespace pobblewig {
@@ -30,6 +30,11 @@ QString prose(int length, bool isOneParagraph)
     for (auto end = 400; !isOneParagraph && end < length; end += 400)
         text[end] = u'\n';
     return text;
+}
+
+std::string shape(bool isOneParagraph)
+{
+    return isOneParagraph ? "one paragraph" : "paragraphs";
 }
 
 double processorSeconds()
@@ -64,12 +69,14 @@ public:
         m_timer.start(1);
     }
 
-    double longest() const { return *std::ranges::max_element(m_stalls); }
-
-    double percentile(double share)
+    void report(const std::string& measured)
     {
         std::ranges::sort(m_stalls);
-        return m_stalls[static_cast<std::size_t>(share * static_cast<double>(m_stalls.size() - 1))];
+        const auto last = static_cast<double>(m_stalls.size() - 1);
+        Figure { .measured = "longest " + measured, .value = m_stalls.back() }.report();
+        Figure { .measured = measured + ", 99 per cent below",
+            .value = m_stalls[static_cast<std::size_t>(0.99 * last)] }
+            .report();
     }
 
 private:
@@ -137,9 +144,11 @@ void measureGrowth(bool isOneParagraph)
     const auto half = costOf(50'000, isOneParagraph);
     const auto otherHalf = costOf(50'000, isOneParagraph);
     const auto whole = costOf(100'000, isOneParagraph);
-    std::printf("%s: 2 x 50,000 characters %.0f ms, 100,000 characters %.0f ms, ratio %.2f\n",
-        isOneParagraph ? "one paragraph" : "paragraphs", (half + otherHalf) * 1000, whole * 1000,
-        whole / (half + otherHalf));
+    Figure { .measured = "reply of 100,000 characters, " + shape(isOneParagraph),
+        .value = whole * 1000,
+        .peer = "2 x 50,000",
+        .peerValue = (half + otherHalf) * 1000 }
+        .report();
 }
 
 void measureStalls(bool isOneParagraph)
@@ -148,8 +157,7 @@ void measureStalls(bool isOneParagraph)
     StallMeter meter;
     talk.stream(prose(100'000, isOneParagraph));
     wait([time = QDeadlineTimer(500)] { return time.hasExpired(); });
-    std::printf("%s: longest stall while streaming %.1f ms, 99 per cent below %.1f ms\n",
-        isOneParagraph ? "one paragraph" : "paragraphs", meter.longest(), meter.percentile(0.99));
+    meter.report("stall while streaming " + shape(isOneParagraph));
 }
 
 void measureResizing()
@@ -161,8 +169,7 @@ void measureResizing()
         wait([time = QDeadlineTimer(20)] { return time.hasExpired(); });
     }
     talk.settle();
-    std::printf("resizing: longest stall %.1f ms, 99 per cent below %.1f ms\n", meter.longest(),
-        meter.percentile(0.99));
+    meter.report("stall while resizing");
 }
 
 } // namespace

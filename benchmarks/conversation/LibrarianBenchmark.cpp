@@ -4,6 +4,7 @@
 
 #include "AppCoordinator.h"
 #include "BlockingServer.h"
+#include "Figure.h"
 #include "foundation/Log.h"
 #include "foundation/NetworkHTTPClient.h"
 #include "support/FakeKeychain.h"
@@ -214,20 +215,44 @@ private:
     Measured m_measured;
 };
 
-double median(std::vector<double> values)
-{
-    std::ranges::sort(values);
-    return values[values.size() / 2];
-}
+struct Outcome {
+    double turn = 0;
+    double stall = 0;
+    bool losesMessages = false;
+};
 
-void measure(const Case& given)
+Outcome measure(const Case& given)
 {
     Run run(given);
     const auto measured = run.measure();
-    std::printf("%-31s %6.2f %6.2f   %6.2f %6.2f   %6.2f   %2d   %s\n", given.name,
-        median(measured.turns), std::ranges::max(measured.turns),
-        median(measured.turnsWhileClosing), std::ranges::max(measured.turnsWhileClosing),
-        measured.longestStall, run.calls(), run.hasLostNothing() ? "nothing" : "SOMETHING");
+    const Outcome outcome { median(measured.turns), measured.longestStall, !run.hasLostNothing() };
+    std::printf("%-31s %6.2f %6.2f   %6.2f %6.2f   %6.2f   %2d   %s\n", given.name, outcome.turn,
+        std::ranges::max(measured.turns), median(measured.turnsWhileClosing),
+        std::ranges::max(measured.turnsWhileClosing), outcome.stall, run.calls(),
+        outcome.losesMessages ? "SOMETHING" : "nothing");
+    return outcome;
+}
+
+void measureAll()
+{
+    std::vector<Outcome> all;
+    for (const auto& given : cases())
+        all.push_back(measure(given));
+    Figure { .measured = "a turn beside the worst librarian",
+        .value = std::ranges::max(all, {}, &Outcome::turn).turn,
+        .peer = "none",
+        .peerValue = all.front().turn }
+        .report();
+    Figure { .measured = "longest stall beside the worst librarian",
+        .value = std::ranges::max(all, {}, &Outcome::stall).stall,
+        .peer = "none",
+        .peerValue = all.front().stall }
+        .report();
+    Figure { .measured = "librarians beside whom messages are lost",
+        .value = double(std::ranges::count(all, true, &Outcome::losesMessages)),
+        .unit = "",
+        .most = 0 }
+        .report();
 }
 
 } // namespace
@@ -241,7 +266,6 @@ int main(int argc, char** argv)
     std::printf(
         "milliseconds                     a turn          while closing    longest"
         "  calls  lost\nlibrarian                       median  worst   median  worst    stall\n");
-    for (const auto& given : pobblewig::cases())
-        pobblewig::measure(given);
+    pobblewig::measureAll();
     return 0;
 }

@@ -3,6 +3,7 @@
 // to the message on the screen.
 
 #include "AppCoordinator.h"
+#include "Figure.h"
 #include "PobblewigDesktop/chat/ChatPanel.h"
 #include "foundation/FileOperations.h"
 #include "foundation/NetworkHTTPClient.h"
@@ -15,9 +16,6 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QTemporaryDir>
-
-#include <algorithm>
-#include <cstdio>
 
 namespace pobblewig {
 
@@ -155,11 +153,15 @@ std::vector<double> durableWrites(const QDir& directory)
     return milliseconds;
 }
 
-void print(const char* what, std::vector<double> milliseconds)
+void report(
+    const char* measured, const std::vector<double>& milliseconds, const std::vector<double>& bare)
 {
-    std::ranges::sort(milliseconds);
-    std::printf("%s: median %.2f ms, 95 per cent below %.2f ms (aim of a turn: 10 ms)\n", what,
-        milliseconds[milliseconds.size() / 2], milliseconds[milliseconds.size() * 95 / 100]);
+    Figure { .measured = measured,
+        .value = median(milliseconds),
+        .peer = "bare durable write",
+        .peerValue = median(bare),
+        .most = 10 }
+        .report();
 }
 
 void measureTurns()
@@ -199,9 +201,9 @@ void measureTurns()
         after.push_back(double(time.nsecsElapsed()) / 1e6);
         runUntil([&] { return chat.canRetry(); });
     }
-    print("a bare durable write of a file like chat.json", durableWrites(scratch.path()));
-    print("from the text to the request at the server", before);
-    print("from the last byte to the message on the screen", after);
+    const auto bare = durableWrites(scratch.path());
+    report("from the text to the request at the server", before, bare);
+    report("from the last byte to the message on the screen", after, bare);
 }
 
 void measurePrompt()
@@ -224,9 +226,7 @@ void measurePrompt()
         if (text.size() < 40'000)
             qFatal("the prompt is too short to be measured");
     }
-    std::ranges::sort(milliseconds);
-    std::printf("system prompt: median %.3f ms, longest %.3f ms (aim: 2 ms)\n", milliseconds[500],
-        milliseconds.back());
+    Figure { .measured = "system prompt", .value = median(milliseconds), .most = 2 }.report();
 }
 
 } // namespace

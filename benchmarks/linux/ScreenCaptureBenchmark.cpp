@@ -1,6 +1,7 @@
 // Compares one look at a window of 1568 x 900 with what cannot be saved of it: to fetch the same
 // pixels from the X server and to encode them.
 
+#include "Figure.h"
 #include "PobblewigLinux/x11/X11ScreenCapture.h"
 #include "support/Awaited.h"
 #include "support/ForeignWindow.h"
@@ -10,9 +11,6 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
-
-#include <algorithm>
-#include <cstdio>
 
 namespace pobblewig {
 
@@ -71,12 +69,6 @@ double milliseconds(const Measure& measure)
     return double(clock.nsecsElapsed()) / 1e6;
 }
 
-double median(std::vector<double> values)
-{
-    std::ranges::sort(values);
-    return values[values.size() / 2];
-}
-
 } // namespace
 
 } // namespace pobblewig
@@ -111,6 +103,9 @@ int main(int argc, char** argv)
         if (sizes[0] != sizes[1])
             qFatal("The two pictures differ.");
     }
-    std::printf("one look at 1568 x 900: %.2f ms (grab and encode alone %.2f, ratio %.2f)\n",
-        median(ours), median(bare), median(ours) / median(bare));
+    Figure { .measured = "one look at 1568 x 900",
+        .value = median(ours),
+        .peer = "grab and encode alone",
+        .peerValue = median(bare) }
+        .report();
 }

@@ -3,6 +3,7 @@
 // does nothing else.
 
 #include "AppCoordinator.h"
+#include "Figure.h"
 #include "foundation/NetworkHTTPClient.h"
 #include "support/FakeKeychain.h"
 
@@ -12,7 +13,6 @@
 #include <QTemporaryDir>
 
 #include <algorithm>
-#include <cstdio>
 
 namespace pobblewig {
 
@@ -21,8 +21,6 @@ namespace {
 constexpr TimePoint evening { std::chrono::seconds(1772398800) };
 constexpr TimePoint morning = evening + std::chrono::hours(10);
 constexpr int runs = 20;
-constexpr double mostTotal = 50;
-constexpr double mostStall = 16;
 
 /// Keeps the names of the files that are replaced.
 class RecordingOperations : public FileOperations {
@@ -94,7 +92,6 @@ struct Run {
     double total = 0;
     double stall = 0;
     double bareWrites = 0;
-    int writes = 0;
 };
 
 AppCoordinator::Parts parts(const DataDirectory& directory)
@@ -164,39 +161,33 @@ Run measure()
     Run run { .total = double(time.nsecsElapsed()) / 1e6 };
     let(5);
     run.stall = watch.longest();
-    run.writes = int(operations->replaced.size());
     run.bareWrites = millisecondsOfBareWrites(operations->replaced);
     if (!coordinator.memory().summaries.latestDaily())
         qFatal("the day did not end");
     return run;
 }
 
-struct Spread {
-    double median = 0;
-    double longest = 0;
-};
-
-Spread spread(const std::vector<Run>& measured, double Run::*value)
+double medianOf(double Run::*value, const std::vector<Run>& measured)
 {
-    auto sorted = measured;
-    std::ranges::sort(sorted, {}, value);
-    return { sorted[sorted.size() / 2].*value, sorted.back().*value };
+    std::vector<double> values(measured.size());
+    std::ranges::transform(measured, values.begin(), [&](const Run& run) { return run.*value; });
+    return median(values);
 }
 
-int measureAll()
+void measureAll()
 {
     std::vector<Run> all(runs);
     std::ranges::generate(all, measure);
-    const auto total = spread(all, &Run::total);
-    const auto stall = spread(all, &Run::stall);
-    const auto bare = spread(all, &Run::bareWrites);
-    std::printf("a rollover: median %.1f ms, longest %.1f ms (aim: %.0f ms)\n", total.median,
-        total.longest, mostTotal);
-    std::printf("the event loop stands still: median %.1f ms, longest %.1f ms (aim: %.0f ms)\n",
-        stall.median, stall.longest, mostStall);
-    std::printf("%d bare durable writes of the same files: median %.1f ms, longest %.1f ms\n",
-        all.front().writes, bare.median, bare.longest);
-    return total.median < mostTotal && stall.median <= mostStall ? 0 : 1;
+    Figure { .measured = "a rollover",
+        .value = medianOf(&Run::total, all),
+        .peer = "bare durable writes",
+        .peerValue = medianOf(&Run::bareWrites, all),
+        .most = 50 }
+        .report();
+    Figure { .measured = "the event loop stands still in a rollover",
+        .value = medianOf(&Run::stall, all),
+        .most = 16 }
+        .report();
 }
 
 } // namespace
@@ -206,5 +197,5 @@ int measureAll()
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
-    return pobblewig::measureAll();
+    pobblewig::measureAll();
 }

@@ -1,6 +1,7 @@
 // Compares the searches of the memory with SQLite's LIKE over the same texts, and shows that the
 // table of contents takes time in proportion to what it counts.
 
+#include "Figure.h"
 #include "LikeScan.h"
 #include "StudentWriter.h"
 #include "memory/ObservationStore.h"
@@ -18,6 +19,8 @@ namespace pobblewig {
 
 namespace {
 
+using namespace std::string_literals;
+
 constexpr int rounds = 15;
 constexpr int page = 20;
 constexpr size_t observationCount = 100'000;
@@ -33,12 +36,6 @@ double milliseconds(const Work& work)
     return double(std::clock() - before) * 1e3 / CLOCKS_PER_SEC;
 }
 
-double median(std::vector<double> values)
-{
-    std::ranges::sort(values);
-    return values[values.size() / 2];
-}
-
 qsizetype sizeOf(const std::vector<QString>& texts)
 {
     qsizetype size = 0;
@@ -50,7 +47,7 @@ qsizetype sizeOf(const std::vector<QString>& texts)
 /// `search(query, limit)` tells how many it gives. Both take turns, so that a slower clock or a
 /// smaller cache meanwhile slows both down.
 template <typename Search>
-void compare(const QString& query, const Search& search, const LikeScan& scan)
+void compare(const char* name, const QString& query, const Search& search, const LikeScan& scan)
 {
     const auto tokens = SearchTexts::tokens(query);
     const auto found = scan.count(tokens);
@@ -64,8 +61,11 @@ void compare(const QString& query, const Search& search, const LikeScan& scan)
         ours[round] = milliseconds([&] { search(query, page); });
         theirs[round] = milliseconds([&] { scan.count(tokens); });
     }
-    std::printf("  \"%s\", %zu found: %.2f ms (SQLite %.2f, ratio %.2f)\n", qUtf8Printable(query),
-        found, median(ours), median(theirs), median(ours) / median(theirs));
+    Figure { .measured = "search of "s + name + ": " + query.toStdString(),
+        .value = median(ours),
+        .peer = "SQLite",
+        .peerValue = median(theirs) }
+        .report();
 }
 
 template <typename Search>
@@ -73,11 +73,11 @@ void compareAll(const char* name, const std::vector<QString>& texts, const Searc
 {
     const LikeScan scan(texts);
     const auto first = milliseconds([&] { search(QStringLiteral("exam"), page); });
-    std::printf("%zu %s of %.1f MB: the first search %.0f ms, then\n", texts.size(), name,
-        double(sizeOf(texts)) / 1e6, first);
+    std::printf("%zu %s of %.1f MB\n", texts.size(), name, double(sizeOf(texts)) / 1e6);
+    Figure { .measured = "first search of "s + name, .value = first }.report();
     for (const auto* query : { "canvas exam", "thermodynamics deadline", "zeitgeist", "the of",
              "wombat platypus", "müller study", "e t" })
-        compare(QString::fromUtf8(query), search, scan);
+        compare(name, QString::fromUtf8(query), search, scan);
 }
 
 void searchObservations()
@@ -161,7 +161,9 @@ void countReferenceItems()
         std::vector<double> times(rounds);
         for (auto& time : times)
             time = milliseconds([&] { (void)store.tableOfContents(); });
-        std::printf("the table of contents of %zu items: %.2f ms\n", count, median(times));
+        Figure { .measured = "table of contents of " + std::to_string(count) + " items",
+            .value = median(times) }
+            .report();
     }
 }
 

@@ -2,6 +2,7 @@
 // first token and the throughput of a long reply.
 
 #include "BlockingServer.h"
+#include "Figure.h"
 #include "foundation/NetworkHTTPClient.h"
 #include "support/Awaited.h"
 #include "wire/OpenAICompatibleProvider.h"
@@ -10,9 +11,6 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
-
-#include <algorithm>
-#include <cstdio>
 
 namespace pobblewig {
 
@@ -69,7 +67,7 @@ Timing timedByCurl(const QUrl& url)
 }
 
 template <typename Measure>
-Timing median(int rounds, const Measure& measure)
+Timing medianTiming(int rounds, const Measure& measure)
 {
     std::vector<double> first;
     std::vector<double> total;
@@ -78,9 +76,7 @@ Timing median(int rounds, const Measure& measure)
         first.push_back(timing.firstToken);
         total.push_back(timing.total);
     }
-    std::ranges::sort(first);
-    std::ranges::sort(total);
-    return { first[first.size() / 2], total[total.size() / 2] };
+    return { median(first), median(total) };
 }
 
 long peakMemoryInKB()
@@ -93,22 +89,27 @@ long peakMemoryInKB()
     return text.sliced(from, text.indexOf("kB", from) - from).trimmed().toLong();
 }
 
-void compare(const char* name, const std::vector<QByteArray>& pieces, int rounds)
+void compare(const std::string& name, const std::vector<QByteArray>& pieces, int rounds)
 {
     const BlockingServer server(pieces);
     NetworkHTTPClient http;
-    qsizetype size = 0;
-    for (const auto& piece : pieces)
-        size += piece.size();
     const auto before = peakMemoryInKB();
-    const auto ours = median(rounds, [&] { return awaited(timedReply(&http, server.url())); });
+    const auto ours =
+        medianTiming(rounds, [&] { return awaited(timedReply(&http, server.url())); });
     const auto growth = peakMemoryInKB() - before;
-    const auto curls = median(rounds, [&] { return timedByCurl(server.url()); });
-    const auto megabytes = double(size) / 1e6;
-    std::printf("%s: first token %.3f ms (curl %.3f), %.1f MB/s (curl %.1f, ratio %.2f), "
-                "peak memory +%.1f MB\n",
-        name, ours.firstToken * 1e3, curls.firstToken * 1e3, megabytes / ours.total,
-        megabytes / curls.total, curls.total / ours.total, double(growth) / 1e3);
+    const auto curls = medianTiming(rounds, [&] { return timedByCurl(server.url()); });
+    Figure { .measured = name + ": first token",
+        .value = ours.firstToken * 1e3,
+        .peer = "curl",
+        .peerValue = curls.firstToken * 1e3 }
+        .report();
+    Figure { .measured = name + ": whole",
+        .value = ours.total * 1e3,
+        .peer = "curl",
+        .peerValue = curls.total * 1e3 }
+        .report();
+    Figure { .measured = name + ": peak memory", .value = double(growth) / 1e3, .unit = "MB" }
+        .report();
 }
 
 } // namespace
@@ -123,7 +124,7 @@ int main(int argc, char** argv)
     const auto piece = pobblewig::event(" wombat");
     const auto count = pobblewig::longReply / piece.size();
 
-    pobblewig::compare("short reply", { head + piece, "data: [DONE]\n\n" }, 101);
+    pobblewig::compare("a short reply", { head + piece, "data: [DONE]\n\n" }, 101);
 
     std::vector<QByteArray> pieces(size_t(count), piece);
     pieces.insert(pieces.begin(), head);
