@@ -8,7 +8,7 @@
 
 namespace pobblewig {
 
-/// The user's days and words for them: a time zone and a locale.
+/// The user's time zone and locale, and the words they give for days.
 struct Calendar {
     QTimeZone timeZone = QTimeZone::utc();
     QLocale locale = QLocale::c();

@@ -11,7 +11,8 @@
 
 namespace pobblewig {
 
-/// Which files could not be saved, and why; a file leaves once it is saved again.
+/// The files that could not be saved, each with the reason. A file is removed once it is saved
+/// again.
 struct StorageHealth {
     std::map<QString, QString> problems;
 };
@@ -23,7 +24,7 @@ struct DataDirectory {
     {
     }
 
-    /// Creates the directory if need be. What keeps files from being written there, if anything.
+    /// Creates the directory if need be. Returns why files cannot be written there, or nothing.
     std::optional<QString> prepare() const;
 
     QDir path;

@@ -6,7 +6,7 @@
 
 namespace pobblewig {
 
-/// Proxies as the environment names them: `http_proxy`, `https_proxy`, `all_proxy` and the hosts
+/// The proxies that the environment names: `http_proxy`, `https_proxy`, `all_proxy` and the hosts
 /// in `no_proxy`. This machine itself is always reached directly.
 class EnvironmentProxies : public QNetworkProxyFactory {
 public:

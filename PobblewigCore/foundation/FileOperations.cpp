@@ -61,7 +61,7 @@ std::error_code replace(
     if (const auto error = operations.makePath(info.path()))
         return error;
 
-    // One writer per file, so one name serves, and what a crash leaves is overwritten next time.
+    // A file has one writer, so one name is enough, and a leftover of a crash is overwritten.
     const auto partial = QStringLiteral("%1/.%2.partial").arg(info.path(), info.fileName());
     struct stat existing = {};
     const auto exists = stat(QFile::encodeName(target).constData(), &existing) == 0;

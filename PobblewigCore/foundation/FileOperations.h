@@ -16,8 +16,8 @@ struct FileError {
     const QString& description() const { return text; }
 };
 
-/// The system calls that a durable write is made of. Each can be overridden, so that a test can
-/// make any of them fail.
+/// The system calls of a durable write. Each can be overridden, so that a test can make any of them
+/// fail.
 class FileOperations {
 public:
     virtual ~FileOperations() = default;
@@ -25,12 +25,12 @@ public:
     /// Creates the directory and those above it.
     virtual std::error_code makePath(const QString& directory) const;
 
-    /// Opens an empty file for writing; the descriptor is the caller's to `close`. Without
-    /// permissions the process default holds.
+    /// Opens an empty file for writing; the caller has to `close` the descriptor. Without
+    /// permissions the file gets the process default.
     virtual tl::expected<int, std::error_code> create(
         const QString& path, std::optional<unsigned> permissions) const;
 
-    /// Number of bytes written, which may be fewer than were given.
+    /// Returns the number of bytes written, which may be fewer than were given.
     virtual tl::expected<qsizetype, std::error_code> write(int file, QByteArrayView bytes) const;
 
     /// Returns once the file's contents are on the disk.
@@ -43,9 +43,9 @@ public:
     virtual void remove(const QString& path) const;
 };
 
-/// Replaces the file's contents so that a crash, a power cut or a full disk at any moment leaves
-/// either the old contents or the new, whole. Follows a symbolic link and keeps the permissions of
-/// an existing file.
+/// Replaces the file's contents. A crash, a power cut or a full disk at any moment leaves either
+/// the whole old contents or the whole new ones. Follows a symbolic link and keeps the permissions
+/// of an existing file.
 tl::expected<void, FileError> writeDurably(
     const QString& path, QByteArrayView bytes, const FileOperations& operations);
 

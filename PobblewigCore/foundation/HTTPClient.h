@@ -26,9 +26,9 @@ struct HTTPRequest {
     QUrl url;
     std::vector<HTTPHeader> headers;
     QByteArray body;
-    /// How long nothing at all may arrive before the request fails.
+    /// How long the connection may be silent before the request fails.
     std::chrono::milliseconds timeout = std::chrono::seconds(30);
-    /// How long the whole exchange may take, however much arrives.
+    /// How long the whole exchange may take, even while data arrives.
     std::optional<std::chrono::milliseconds> longest = std::nullopt;
 };
 
@@ -38,7 +38,7 @@ struct HTTPResponse {
     QByteArray body;
 };
 
-/// Why no whole answer came; a status of any value is an answer.
+/// Why no complete answer arrived. Any HTTP status counts as an answer.
 struct TransportError {
     enum class Kind { unreachable, timedOut, truncated, tooLarge, notHTTP };
 
@@ -54,12 +54,12 @@ struct HTTPHead {
 
 using HTTPLine = QByteArray;
 
-/// The head first, then the body's lines without their ends ("\n" or "\r\n"). Dropping the stream
-/// closes the connection.
+/// The head, then the body's lines without their ends ("\n" or "\r\n"). Dropping the stream closes
+/// the connection.
 using HTTPStream = Stream<std::variant<HTTPHead, HTTPLine>, TransportError>;
 
-/// The one way to the network. Redirects are never followed: they come back as the answers they
-/// are. Bodies are limited to 64 MiB and single lines to 8 MiB; more fails as `tooLarge`.
+/// The program's only way to the network. Redirects are never followed; they are returned as
+/// answers. A body over 64 MiB or a line over 8 MiB fails as `tooLarge`.
 class HTTPClient {
 public:
     virtual ~HTTPClient() = default;

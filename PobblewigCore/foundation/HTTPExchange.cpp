@@ -16,8 +16,8 @@ namespace {
 
 constexpr qint64 readBufferSize = 256 * 1024;
 
-/// A body that can be read once: when a connection closes before the answer, the manager rewinds
-/// the body and sends the request a second time. It may do so only while nothing has left.
+/// A body that is sent only once. When a connection closes before the answer, the manager rewinds
+/// the body to send the request again, which works only while nothing has been read.
 class SentOnceBody : public QIODevice {
 public:
     explicit SentOnceBody(const QByteArray& bytes)
@@ -42,7 +42,7 @@ private:
     QByteArray m_bytes;
 };
 
-// A line break would begin a header of its own.
+// A line break would start another header.
 QByteArray headerValue(QByteArray value)
 {
     return value.replace('\r', "").replace('\n', "").trimmed();
@@ -134,7 +134,7 @@ void HTTPExchange::readHead()
 void HTTPExchange::readBody()
 {
     readHead();
-    // A reply that failed is closed.
+    // A reply that failed is already closed.
     if (!m_reply->isOpen())
         return;
     auto bytes = m_reply->readAll();
@@ -177,7 +177,7 @@ void HTTPExchange::drop()
     auto* reply = std::exchange(m_reply, nullptr);
     if (!reply)
         return;
-    // In this order: `abort` emits `finished`, and the manager's own connections have to stay.
+    // The order matters: `abort` emits `finished`, and the manager's own connections must remain.
     QObject::disconnect(reply, nullptr, this, nullptr);
     reply->abort();
     reply->deleteLater();

@@ -10,14 +10,14 @@
 
 namespace pobblewig {
 
-/// The head, a response without its body, then the body's bytes as they arrive.
+/// The head as a response without a body, then the body's bytes as they arrive.
 using HTTPParts = Stream<std::variant<HTTPResponse, QByteArray>, TransportError>;
 
-/// One request on its way. Watches the size of the answer and whether it is whole; deletes itself
-/// at its end, or at once when its parts are dropped, which closes the connection.
+/// One request in progress. Checks the size of the answer and whether it is complete. Deletes
+/// itself at its end, or as soon as its parts are dropped, which closes the connection.
 class HTTPExchange : public QObject {
 public:
-    /// The manager outlives the exchange.
+    /// The manager must outlive the exchange.
     static HTTPParts start(QNetworkAccessManager& manager, HTTPRequest request);
 
 private:

@@ -8,7 +8,7 @@
 
 namespace pobblewig {
 
-/// What a handle stands for.
+/// The element that a handle stands for.
 template <typename Element>
 struct IDPrefixResolution {
     struct Unknown { };
@@ -21,7 +21,7 @@ struct IDPrefixResolution {
     bool isAmbiguous() const { return std::holds_alternative<Ambiguous>(value); }
 };
 
-/// The short handles by which a model speaks of records.
+/// Short handles by which a model refers to records.
 namespace IDPrefix {
 
 /// The first 8 characters, in lower case.
@@ -29,7 +29,7 @@ QString shortID(const QUuid& id);
 
 bool matches(const QUuid& id, const QString& prefix);
 
-/// A whole id works as well, in any case; an empty prefix fits every element.
+/// Accepts a whole id as well, in upper or lower case. An empty prefix matches every element.
 template <typename Element>
 IDPrefixResolution<Element> resolve(const QString& prefix, const std::vector<Element>& elements)
 {

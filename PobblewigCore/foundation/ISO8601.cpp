@@ -28,7 +28,7 @@ bool matchesPattern(QStringView text)
     });
 }
 
-/// Hours and minutes such as "+02:00" or "-0530"; nothing for "Z".
+/// Reads an offset such as "+02:00" or "-0530". Returns nothing for "Z".
 minutes offsetFromUTC(QString zone)
 {
     if (zone == u"Z")
@@ -38,7 +38,7 @@ minutes offsetFromUTC(QString zone)
     return zone.startsWith(u'-') ? -offset : offset;
 }
 
-/// As a clock on the wall shows it.
+/// The time as a wall clock shows it.
 struct WallTime {
     TimePoint asUTC;
     /// Empty if there is none.

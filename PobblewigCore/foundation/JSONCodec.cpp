@@ -29,7 +29,7 @@ QString typeName(const QJsonValue& value)
     return QStringLiteral("nothing");
 }
 
-/// "5F0C7A2E-95B4-4B6E-9A55-0D9D3C6F1F10"; QUuid's own text takes ten times as long.
+/// Formats as "5F0C7A2E-95B4-4B6E-9A55-0D9D3C6F1F10"; QUuid::toString() takes ten times as long.
 std::array<char, 36> upperCase(const QUuid& id)
 {
     constexpr std::string_view digits = "0123456789ABCDEF";
@@ -101,7 +101,7 @@ Decoded<qint64> Codec<qint64>::decode(const QJsonValue& value, const Path& path)
 {
     if (!value.isDouble())
         return wrongType(path, "an integer", value);
-    // Two different fallbacks tell a stored integer from a number that is none.
+    // Two different fallbacks distinguish a stored integer from a number that is not one.
     if (value.toInteger(0) != value.toInteger(1))
         return invalid(path, QStringLiteral("%1 is not an integer").arg(value.toDouble()));
     return value.toInteger();
@@ -127,7 +127,8 @@ Decoded<QUuid> Codec<QUuid>::decode(const QJsonValue& value, const Path& path)
         return wrongType(path, "a UUID", value);
     const auto text = value.toString();
     const auto id = QUuid::fromString(text);
-    // The null UUID can be written, so it can be read; else one would cost the whole file.
+    // The null UUID can be written, so it must be readable; one would otherwise cost the whole
+    // file.
     const auto isUnreadable = id.isNull() && text != Codec::text(id);
     if (isUnreadable || text.size() != 36)
         return invalid(path, QStringLiteral("not a UUID"));

@@ -23,7 +23,7 @@
 #include <utility>
 #include <vector>
 
-/// Records to JSON and back. A record lists its fields once:
+/// Converts records to JSON and back. A record lists its fields once:
 ///
 ///     struct Exam {
 ///         QUuid id;
@@ -38,9 +38,10 @@
 ///         }
 ///     };
 ///
-/// A required field must be there. An optional one is nothing when absent or null, and nothing is
-/// not written. A defaulted one keeps its initialiser when absent or null. A value of the wrong
-/// type fails in each of them, and the error names its place: "$.exams[3].id: expected a UUID".
+/// A required field must be present. An optional one is nothing when absent or null, and is not
+/// written while it is nothing. A defaulted one keeps its initialiser when absent or null. A value
+/// of the wrong type is an error in all of them, which names its place: "$.exams[3].id: expected a
+/// UUID".
 namespace pobblewig::json {
 
 struct DecodeError {
@@ -53,7 +54,7 @@ struct DecodeError {
 template <typename Value>
 using Decoded = tl::expected<Value, DecodeError>;
 
-/// Where a value stands in its document; a chain on the stack. The keys outlive it.
+/// The position of a value in its document, chained on the stack. The keys must outlive it.
 class Path {
 public:
     Path() = default;
@@ -76,7 +77,7 @@ private:
     qsizetype m_index = -1;
 };
 
-/// The text as it can be written: half of a surrogate pair, which an escape can bring in, becomes a
+/// The text in a form that can be written: a lone surrogate, which an escape can produce, becomes a
 /// question mark.
 QString wellFormed(QString text);
 
@@ -111,7 +112,7 @@ constexpr Field<Record, Member> defaulted(const char* key, Member Record::*membe
     return { key, member, Policy::defaulted };
 }
 
-/// Specialised for every type that can stand in a file.
+/// Specialised for every type that can appear in a file.
 template <typename Value>
 struct Codec;
 
@@ -127,8 +128,8 @@ void write(const Value& value, JSONWriter& writer)
     Codec<Value>::write(value, writer);
 }
 
-/// The value as a file has it: indented, with sorted keys, so that the same value always gives the
-/// same bytes.
+/// The value as files contain it: indented, with sorted keys, so that equal values give equal
+/// bytes.
 template <typename Value>
 QByteArray text(const Value& value)
 {
@@ -174,7 +175,7 @@ struct Codec<QUuid> {
     static void write(const QUuid& value, JSONWriter& writer);
 };
 
-/// Files keep whole seconds: what is read back is the value cut to its second.
+/// Files keep whole seconds: a time is read back truncated to its second.
 template <>
 struct Codec<TimePoint> {
     static Decoded<TimePoint> decode(const QJsonValue& value, const Path& path);
@@ -223,7 +224,7 @@ struct Codec<std::vector<Element>> {
     }
 };
 
-/// What stands for a value where only a string can: as a key, or in a sorted set.
+/// The string that represents a value as a key or in a sorted set.
 template <typename Key>
 QString keyText(const Key& key)
 {
@@ -235,7 +236,7 @@ inline QString keyText(const QString& key)
     return key;
 }
 
-/// A set is an array sorted ascending by what is written.
+/// A set is an array, sorted in ascending order of the written form.
 template <typename Element>
 struct Codec<std::set<Element>> {
     static Decoded<std::set<Element>> decode(const QJsonValue& value, const Path& path)
@@ -257,7 +258,7 @@ struct Codec<std::set<Element>> {
     }
 };
 
-/// A dictionary is an object; its keys are written as a string value of the key's type would be.
+/// A dictionary is an object; its keys are written as string values of the key's type would be.
 template <typename Key, typename Value>
 struct Codec<std::map<Key, Value>> {
     static Decoded<std::map<Key, Value>> decode(const QJsonValue& value, const Path& path)
@@ -298,7 +299,7 @@ inline constexpr bool isOptional = false;
 template <typename Type>
 inline constexpr bool isOptional<std::optional<Type>> = true;
 
-/// How a record stands in a file: by its listed fields. A codec that reads more builds on it.
+/// Reads and writes a record by its listed fields. A codec that reads more builds on this one.
 template <typename Record>
 struct RecordCodec {
     static Decoded<Record> decode(const QJsonValue& value, const Path& path)

@@ -15,7 +15,7 @@ namespace {
 constexpr qint64 largestFile = 64 * 1024 * 1024;
 constexpr int deepestNesting = 128;
 
-/// The quotation mark that ends a string, from within it; the end of the text if there is none.
+/// Finds the quotation mark that ends a string, or the end of the text. Starts inside the string.
 qsizetype endOfString(QByteArrayView text, qsizetype from)
 {
     for (auto at = text.indexOf('"', from); at >= 0; at = text.indexOf('"', at + 1)) {

@@ -5,18 +5,18 @@
 
 namespace pobblewig {
 
-/// The one reader and writer of a JSON file: pretty-printed with sorted keys, so that the same
-/// value always gives the same bytes.
+/// Reads and writes a JSON file, pretty-printed with sorted keys, so that equal values give equal
+/// bytes.
 ///
-/// Files over 64 MiB, or nested deeper than 128 levels, count as corrupt.
+/// A file over 64 MiB, or nested deeper than 128 levels, counts as corrupt.
 class JSONFileStore {
 public:
     JSONFileStore(DataDirectory directory, const QString& fileName);
 
     const QString& path() const { return m_path; }
 
-    /// Nothing if there is no readable file. A file that does not decode is moved aside, to
-    /// "name.corrupt-2026-03-01T08-15-00Z", is logged, and is nothing as well.
+    /// Returns nothing if there is no readable file. A file that does not decode is logged and
+    /// renamed to "name.corrupt-2026-03-01T08-15-00Z"; the result is then nothing as well.
     template <typename Value>
     std::optional<Value> load() const
     {
@@ -30,20 +30,21 @@ public:
         return std::nullopt;
     }
 
-    /// Creates the directory if need be; a crash at any moment leaves the old file or the new one.
+    /// Creates the directory if need be. A crash at any moment leaves either the old file or the
+    /// new one.
     template <typename Value>
     tl::expected<void, FileError> save(const Value& value) const
     {
         return write(json::text(value));
     }
 
-    /// Removes the file. A failure, a missing file included, is passed over.
+    /// Removes the file. Failures, a missing file included, are ignored.
     void remove() const;
 
-    /// "Pobblewig" in the user's data home.
+    /// "Pobblewig" in the user's data directory.
     static QDir defaultDirectory();
 
-    /// Renames a "SkritBuddy" directory of early versions, if there is none of the present name.
+    /// Renames the "SkritBuddy" directory of early versions, unless the current one exists.
     static void migrateLegacyDirectory(const QDir& base);
     static void migrateLegacyDefaultDirectory();
 

@@ -11,7 +11,7 @@
 
 namespace pobblewig {
 
-/// A JSON value of any type, as models and tools exchange them.
+/// A JSON value of any type, as exchanged with models and tools.
 class JSONValue {
 public:
     using Array = std::vector<JSONValue>;
@@ -31,19 +31,19 @@ public:
 
     bool isNull() const { return std::holds_alternative<std::monostate>(m_value); }
 
-    /// The value if it is of that type, else null.
+    /// Returns the value if it has that type, else null.
     const bool* boolean() const { return std::get_if<bool>(&m_value); }
     const double* number() const { return std::get_if<double>(&m_value); }
     const QString* string() const { return std::get_if<QString>(&m_value); }
     const Array* array() const { return std::get_if<Array>(&m_value); }
     const Object* object() const { return std::get_if<Object>(&m_value); }
 
-    /// For people: strings as they are, "[a, b]", "{k: v}" with sorted keys.
+    /// For display: strings without quotes, "[a, b]", "{k: v}" with sorted keys.
     QString displayString() const;
 
     bool operator==(const JSONValue& other) const = default;
 
-    /// Rounds half away from zero, within the bounds; NaN is the lower bound.
+    /// Rounds half away from zero and clamps to the bounds. NaN becomes the lower bound.
     static int clampedInt(double value, int lowerBound, int upperBound);
 
 private:

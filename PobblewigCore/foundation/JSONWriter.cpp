@@ -88,7 +88,7 @@ void JSONWriter::value(double number)
 
 void JSONWriter::value(QStringView text)
 {
-    // Half of a surrogate pair becomes a question mark here; the writer would refuse it.
+    // A lone surrogate becomes a question mark here, because the writer would reject it.
     const auto bytes = text.toUtf8();
     m_output->writer.String(bytes.constData(), rapidjson::SizeType(bytes.size()));
 }

@@ -8,8 +8,8 @@
 
 namespace pobblewig {
 
-/// Writes JSON as the files have it, indented by four blanks. Values have to come in the order in
-/// which they stand; whole numbers print without a fraction, a number that is none prints as null.
+/// Writes JSON as the files contain it, indented by four blanks. Values must be added in the order
+/// in which they appear. Whole numbers have no fraction; NaN and infinities are written as null.
 class JSONWriter {
 public:
     JSONWriter();
@@ -17,7 +17,7 @@ public:
     Q_DISABLE_COPY_MOVE(JSONWriter)
 
     void beginObject();
-    /// Names the value that comes next.
+    /// Sets the name of the next value.
     void key(QStringView name);
     void key(const char* name);
     void endObject();
@@ -30,10 +30,10 @@ public:
     void value(qint64 value);
     void value(double value);
     void value(QStringView value);
-    /// Of ASCII only, such as an identifier or the name of a case.
+    /// For ASCII only, such as an identifier or the name of a case.
     void value(std::string_view value);
 
-    /// All that was written, with a line end. To be called once, at the end.
+    /// Returns everything written, with a final line end. Call this once, at the end.
     QByteArray text();
 
 private:

@@ -10,9 +10,9 @@ namespace pobblewig {
 
 /// Credentials by account name, in the desktop's keyring under the service "com.pobblewig.app".
 ///
-/// Nothing here fails loudly: what cannot be read is nothing, what cannot be written is passed
-/// over, and `state` tells why. No call waits longer than a minute, the user's answer to an unlock
-/// prompt included.
+/// No call reports an error: what cannot be read is nothing, a failed write is ignored, and `state`
+/// tells why. No call waits longer than a minute, including for the user to answer an unlock
+/// prompt.
 class KeychainHelper {
 public:
     enum class State { unknown, available, locked, absent };
@@ -24,7 +24,7 @@ public:
 
     virtual ~KeychainHelper() = default;
 
-    /// While true nothing touches the keyring: reading gives nothing, changes have no effect.
+    /// While true the keyring is not accessed: reads return nothing and changes have no effect.
     bool isDisabled = false;
 
     virtual Task<std::optional<QString>> read(QString account) = 0;

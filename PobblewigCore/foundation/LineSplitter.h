@@ -7,8 +7,8 @@
 
 namespace pobblewig {
 
-/// Cuts bytes that arrive in pieces into lines, which end with "\n" or "\r\n". Every byte is looked
-/// at once, however small the pieces are.
+/// Splits bytes that arrive in pieces into lines, which end with "\n" or "\r\n". Every byte is read
+/// once, however small the pieces are.
 class LineSplitter {
 public:
     explicit LineSplitter(qsizetype maximumLength)
@@ -16,13 +16,13 @@ public:
     {
     }
 
-    /// The lines that these bytes complete, without their ends.
+    /// Returns the lines that these bytes complete, without their ends.
     QByteArrayList add(QByteArrayView bytes);
 
-    /// The last line if it has no end.
+    /// Returns the last line if it has no end.
     std::optional<QByteArray> finish();
 
-    /// True once a line exceeded the maximum; it and all that follows is dropped.
+    /// True once a line exceeds the maximum. That line and everything after it are dropped.
     bool isTooLong() const { return m_isTooLong; }
 
 private:

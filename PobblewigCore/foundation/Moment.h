@@ -7,7 +7,7 @@
 
 namespace pobblewig {
 
-/// The user's clock and calendar. Both are asked anew at each use, since time passes and users
+/// The user's clock and calendar. Both are read again at each use, since time passes and users
 /// travel.
 struct Moment {
     Clock clock = systemNow;

@@ -6,10 +6,10 @@
 
 namespace pobblewig {
 
-/// The client for the real network, with the proxies that the environment names. Servers are
-/// identified by the certificates that the system trusts. A request with a body is never sent
-/// twice. A body that ends before its announced length is an error; without an announced length
-/// the end of the connection may pass for the end of the body.
+/// The client for the real network, with the proxies that the environment names. Trusts the
+/// system's certificates. Never sends a request with a body twice. A body shorter than its
+/// announced length is an error; without an announced length, the end of the connection may be
+/// taken for the end of the body.
 class NetworkHTTPClient final : public HTTPClient {
 public:
     NetworkHTTPClient();

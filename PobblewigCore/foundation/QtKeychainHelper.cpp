@@ -37,7 +37,7 @@ KeychainHelper::State stateAfter(QKeychain::Error error, KeychainHelper::State b
     switch (error) {
     case QKeychain::NoError:
     case QKeychain::EntryNotFound:
-        // In a locked keyring nothing is found and nothing is left to remove.
+        // In a locked keyring nothing is found, so nothing is left to remove.
         return before == KeychainHelper::State::locked ? before : KeychainHelper::State::available;
     case QKeychain::AccessDenied:
     case QKeychain::AccessDeniedByUser:
@@ -100,7 +100,7 @@ Task<bool> QtKeychainHelper::writeCurrent(QString account, QString value)
     job->setTextData(value);
     const auto isWritten = co_await succeeded(job, account);
     m_state = isWritten ? State::available : State::locked;
-    // A locked keyring still answers that it finds nothing; an absent one answers nothing.
+    // A locked keyring still replies that it finds nothing; an absent one does not reply.
     if (!isWritten)
         co_await readFrom(currentService(), account);
     co_return isWritten;
@@ -119,7 +119,7 @@ Task<bool> QtKeychainHelper::succeeded(QKeychain::Job* job, QString account)
     job->start();
     const auto finished = co_await qCoro(job, &QKeychain::Job::finished, longestWait);
     if (!finished) {
-        // The keyring still holds on to the job, which goes when it is done.
+        // The keyring still holds the job, which deletes itself when it is done.
         job->setAutoDelete(true);
         m_state = State::locked;
         co_return false;

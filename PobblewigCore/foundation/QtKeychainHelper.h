@@ -8,7 +8,7 @@ class Job;
 
 namespace pobblewig {
 
-/// The keyring that this desktop offers. Never falls back to a file in plain text.
+/// The desktop's keyring. Never falls back to a plain-text file.
 class QtKeychainHelper final : public KeychainHelper {
 public:
     Task<std::optional<QString>> read(QString account) override;

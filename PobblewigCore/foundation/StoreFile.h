@@ -11,7 +11,7 @@ namespace pobblewig {
 /// and the store works in memory only.
 class StoreFile {
 public:
-    /// `contents` names in the log what could not be saved, such as "observations".
+    /// `contents` names the kind of data in log messages, such as "observations".
     StoreFile(
         const std::optional<DataDirectory>& directory, const QString& fileName, QString contents)
         : m_contents(std::move(contents))
@@ -20,7 +20,7 @@ public:
             m_file.emplace(*directory, fileName);
     }
 
-    /// The default value if there is no file that can be read.
+    /// Returns the default value if there is no readable file.
     template <typename Value>
     Value load() const
     {
@@ -31,7 +31,7 @@ public:
     /// Grows with every change of the value.
     int revision() const { return m_revision; }
 
-    /// To be called after each change. A failure is logged; the next save writes the change out.
+    /// Call this after each change. A failure is logged; the next save includes the change.
     template <typename Value>
     void save(const Value& value)
     {

@@ -12,21 +12,21 @@
 
 namespace pobblewig {
 
-/// The producer's end of a stream. Outliving the stream is harmless.
+/// The producer's end of a stream. It may outlive the stream.
 template <typename State>
 class StreamSink;
 
-/// Values that arrive over time for one consumer, on the main thread, buffered without bound.
+/// Values that arrive over time for one consumer, on the main thread, in an unbounded buffer.
 ///
 ///     while (auto value = co_await stream.next())
 ///         use(*value);
 ///     if (stream.error()) …
 ///
-/// The consumer is always resumed from the event loop, never from inside the producer. Dropping or
+/// The consumer always resumes from the event loop, never from inside the producer. Dropping or
 /// closing the stream before its end runs the producer's `onDrop`.
 template <typename Value, typename Error>
 class Stream {
-    // A QObject only to be the context of queued wake-ups.
+    // A QObject only as the context of queued wake-ups.
     struct State : QObject {
         using ValueType = Value;
         using ErrorType = Error;
@@ -104,7 +104,7 @@ public:
     /// Resolves to the next value, or to nothing once the stream has ended.
     Next next() const { return Next(m_state); }
 
-    /// Ends the stream from the consumer's side: what is buffered is gone, a waiting consumer
+    /// Ends the stream from the consumer's side: the buffer is discarded, and a waiting consumer
     /// resumes with nothing.
     void close() const
     {
@@ -116,7 +116,7 @@ public:
             onDrop();
     }
 
-    /// Why the stream ended; nothing after a good end.
+    /// Why the stream ended, or nothing after a normal end.
     const std::optional<Error>& error() const { return m_state->error; }
 
 private:

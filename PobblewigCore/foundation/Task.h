@@ -4,11 +4,11 @@
 
 namespace pobblewig {
 
-/// Work that waits without blocking the event loop. Dropping a task detaches it; it goes on.
+/// Work that waits without blocking the event loop. A dropped task is detached and continues.
 template <typename Value = void>
 using Task = QCoro::Task<Value>;
 
-/// Starts work that nobody waits for. What a library throws out of it is logged.
+/// Starts work whose result is not needed. Exceptions from libraries are logged.
 void spawn(Task<> task);
 
 } // namespace pobblewig

@@ -15,7 +15,7 @@ namespace {
 
 int pipeForHandler = -1;
 
-// A handler may interrupt anything, so it only writes a byte for the event loop to find.
+// A signal handler may interrupt anything, so it only writes a byte that the event loop reads.
 extern "C" void wakeEventLoop(int)
 {
     const char byte = 0;

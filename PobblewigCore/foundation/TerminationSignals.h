@@ -2,8 +2,8 @@
 
 namespace pobblewig::TerminationSignals {
 
-/// From now on SIGINT, SIGTERM and SIGHUP quit the application from its event loop, as if the user
-/// had quit it. Call once, on the main thread, when the application object is there.
+/// Makes SIGINT, SIGTERM and SIGHUP quit the application from its event loop, as the user would.
+/// Call this once, on the main thread, after the application object is created.
 void quitOnArrival();
 
 } // namespace pobblewig::TerminationSignals

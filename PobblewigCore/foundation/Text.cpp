@@ -9,7 +9,7 @@ namespace pobblewig {
 
 namespace {
 
-/// In UTF-16 units, twice that of the longest emoji.
+/// In UTF-16 units; twice the length of the longest emoji.
 constexpr qsizetype longestCharacter = 32;
 
 bool isASCII(QChar character)
@@ -23,7 +23,7 @@ QChar asciiLowered(QChar character)
     return isUpper ? QChar(character.unicode() + u'a' - u'A') : character;
 }
 
-// toLower() looks every character up in its tables; most texts are ASCII, which needs none.
+// toLower() looks up every character in its tables; most texts are ASCII and need no look-up.
 QString lowered(QString text)
 {
     std::ranges::transform(text, text.begin(), asciiLowered);
@@ -64,7 +64,7 @@ bool isBlank(char32_t character)
     return QChar::isSpace(character) || category == QChar::Other_Control;
 }
 
-/// It shapes its neighbours: an emoji family, or a word in many scripts.
+/// Whether it shapes its neighbours, as in an emoji family or in the words of many scripts.
 bool isShaping(char32_t character)
 {
     constexpr char32_t nonJoiner = 0x200C;
@@ -84,7 +84,7 @@ char32_t characterAt(QStringView text, qsizetype place)
     return unit.isSurrogate() ? char32_t(QChar::ReplacementCharacter) : char32_t(unit.unicode());
 }
 
-/// Of the beginning, until there are this many units.
+/// Reads the text until the result has this many units.
 QString withoutTricks(QStringView text, qsizetype units)
 {
     QString shown;
@@ -124,7 +124,7 @@ QString Text::firstCharacters(const QString& text, qsizetype count)
 {
     if (text.size() <= count)
         return text;
-    // The finder looks at all that it is given.
+    // The finder examines all the text that it is given.
     auto beginning = text.left(count * longestCharacter);
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, beginning);
     for (qsizetype passed = 0; passed < count; ++passed) {

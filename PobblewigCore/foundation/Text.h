@@ -2,27 +2,26 @@
 
 #include <QString>
 
-/// Text as people count it: a character is a grapheme cluster, so an emoji family is one.
+/// Text as people count it: a character is a grapheme cluster, so an emoji family is one character.
 namespace pobblewig::Text {
 
 qsizetype characterCount(const QString& text);
 
-/// However long the text, no more than 32 units of it are looked at for each character; one that
-/// is longer may be cut.
+/// Reads at most 32 units for each character, however long the text. A longer character may be cut.
 QString firstCharacters(const QString& text, qsizetype count);
 
-/// A paragraph that nobody can hide anything in: without control characters, invisible ones and
-/// marks that turn the direction of writing, with single blanks. A longer text ends in "…".
+/// One paragraph with nothing hidden in it: without control characters, invisible ones and marks
+/// that change the direction of writing, and with single blanks. A longer text ends in "…".
 QString plainLine(const QString& text, qsizetype count);
 
 /// "1 minute", "2 minutes".
 QString counted(qint64 count, QStringView thing);
 
-/// What makes two texts the same statement: lower case, and single blanks between the words.
+/// Two texts with this in common make the same statement: lower case, single blanks between words.
 QString normalized(const QString& text);
 
-/// What others wrote, fit for a line that the user reads: a line break or tab becomes a blank, and
-/// the other control characters and the marks that turn the direction of writing are gone.
+/// Text from elsewhere, made fit for a line that the user reads: a line break or tab becomes a
+/// blank; other control characters and marks that change the direction of writing are removed.
 QString onOneLine(const QString& text);
 
 } // namespace pobblewig::Text

@@ -8,7 +8,7 @@ namespace pobblewig {
 /// An instant, in UTC.
 using TimePoint = std::chrono::sys_time<std::chrono::milliseconds>;
 
-/// Whoever needs "now" without being handed it asks one of these; tests hand in their own.
+/// How code gets the current time when it is not passed in; tests pass a clock of their own.
 using Clock = std::function<TimePoint()>;
 
 TimePoint systemNow();

@@ -22,7 +22,7 @@ TransportError error(Kind kind, const QString& text, const QUrl& url)
     return { kind, text.arg(serverName(url)) };
 }
 
-// The manager reports statuses of 400 and more as errors too, next to those of the protocol itself.
+// The manager also reports statuses of 400 and above as errors, among the protocol's own errors.
 bool tellsAStatus(QNetworkReply::NetworkError error)
 {
     return error == QNetworkReply::ProxyAuthenticationRequiredError
@@ -34,7 +34,7 @@ bool cameToItsEnd(const TransportErrorLogic::ReplyEnding& ending)
 {
     if (ending.isShort)
         return false;
-    // The connection closed before the manager had seen the answer, and it wanted to begin again.
+    // The connection closed before the manager saw an answer, and the manager wanted to retry.
     if (ending.error == QNetworkReply::ContentReSendError)
         return !ending.isChunked;
     return ending.error == QNetworkReply::NoError || tellsAStatus(ending.error);
@@ -73,7 +73,7 @@ TransportError noAnswer(QNetworkReply::NetworkError cause, const QUrl& url)
         return error(Kind::unreachable,
             Texts::tr("The proxy on the way to %1 does not answer. Check the proxy settings."),
             url);
-    // What is not HTTP also arrives here: the manager then closes and wants to begin again.
+    // A reply that is not HTTP also arrives here: the manager closes the connection to retry.
     case QNetworkReply::RemoteHostClosedError:
     case QNetworkReply::ContentReSendError:
         return error(Kind::unreachable,

@@ -6,8 +6,8 @@
 
 #include <optional>
 
-/// What went wrong on the way to a server, in words for the user. They name the server and neither
-/// the rest of the address nor anything that was sent.
+/// Describes transport failures to the user. The texts name the server, but neither the rest of the
+/// address nor anything that was sent.
 namespace pobblewig::TransportErrorLogic {
 
 inline constexpr qint64 maximumBodySize = 64 * 1024 * 1024;
@@ -15,18 +15,18 @@ inline constexpr qsizetype maximumLineLength = 8 * 1024 * 1024;
 
 struct ReplyEnding {
     QNetworkReply::NetworkError error = QNetworkReply::NoError;
-    /// Whether a status came.
+    /// Whether a status arrived.
     bool hasHead = false;
-    /// Fewer bytes came than were announced.
+    /// Whether fewer bytes arrived than were announced.
     bool isShort = false;
-    /// The body was sent in chunks, of which the last one says that it is the last.
+    /// Whether the body was sent in chunks, the last of which marks the end.
     bool isChunked = false;
 };
 
-/// Nothing if the whole answer came, whatever its status.
+/// Returns nothing if the whole answer arrived, whatever its status.
 std::optional<TransportError> failure(const ReplyEnding& ending, const HTTPRequest& request);
 
-/// Of a request with a longest time.
+/// The error of a request that exceeded its time limit.
 TransportError tookTooLong(const HTTPRequest& request);
 TransportError notAWebAddress(const QUrl& url);
 TransportError bodyTooLarge(const QUrl& url);
