@@ -6,13 +6,13 @@
 
 namespace pobblewig {
 
-/// A model's wish to read from memory, or to add to it.
+/// A model's request to read from memory or to add to it.
 struct MemoryToolCall {
     QString name;
     std::map<QString, JSONValue> args;
 };
 
-/// Always a text for the model; where the call failed, what it can do better.
+/// Always holds a text for the model. If the call failed, the text says how to do better.
 struct MemoryToolResult {
     QString name;
     bool ok = false;
@@ -24,10 +24,10 @@ struct MemoryToolResult {
 /// A call as the diagnostics show it.
 struct MemoryToolLogEntry {
     QString name;
-    /// "limit=5, query=thesis", by key; the beginning of a long one.
+    /// The arguments by key, such as "limit=5, query=thesis". A long summary is cut.
     QString argsSummary;
     bool ok = false;
-    /// Of the text, in UTF-8.
+    /// The size of the text in UTF-8.
     int resultBytes = 0;
     TimePoint timestamp;
 

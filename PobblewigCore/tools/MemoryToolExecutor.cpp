@@ -9,7 +9,7 @@ namespace pobblewig {
 namespace {
 
 constexpr qsizetype maxLoggedCharacters = 500;
-/// Where further arguments can no longer be seen.
+/// Arguments beyond this length are not visible in the summary.
 constexpr qsizetype mostSummaryUnits = 16'000;
 
 QString summaryOf(const std::map<QString, JSONValue>& args)

@@ -9,8 +9,8 @@
 
 namespace pobblewig {
 
-/// Runs a model's tool calls within their limits and keeps account of them. Whatever goes wrong
-/// becomes a text for the model, so that a bad call never breaks a turn.
+/// Runs a model's tool calls within their limits and logs them. Every failure becomes a text for
+/// the model, so that a bad call never breaks a turn.
 ///
 /// Lives on the main thread, as long as the process.
 class MemoryToolExecutor {
@@ -26,12 +26,12 @@ public:
     /// The latest calls, refused ones included, oldest first.
     std::vector<MemoryToolLogEntry> recentLog(int limit) const;
 
-    /// One result for each call, in order. The calls run one after the other; those over the
-    /// limit are refused.
+    /// Returns one result for each call, in order. The calls run one after the other; calls over
+    /// the limit are refused.
     Task<std::vector<MemoryToolResult>> executeAll(std::vector<MemoryToolCall> calls);
     Task<MemoryToolResult> execute(MemoryToolCall call);
 
-    /// Replaces them all.
+    /// Replaces all tools.
     void setTools(std::vector<Tool> tools) { m_tools = std::move(tools); }
 
 private:

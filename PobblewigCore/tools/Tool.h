@@ -9,28 +9,28 @@
 
 namespace pobblewig {
 
-/// A function that a model may call. The list that a model is offered, the instructions for models
-/// without functions and what runs a call all read this one record. A feature returns its records
-/// from a function of its own, such as `MemoryTools::tools`.
+/// A function that a model may call. The offer to a model, the instructions for models without
+/// function calls, and the execution of a call all read this one record. A feature returns its
+/// records from a function of its own, such as `MemoryTools::tools`.
 struct Tool {
-    /// Whether and when a model is offered it, in the order of the offer.
+    /// Whether and when a model is offered the tool, in the order of the offer.
     enum class Group {
         alwaysLoaded,
-        /// The moment and the messages that nobody asked for.
+        /// The tools for the current situation and for the messages that the companion began.
         situation,
         screenCapture,
-        /// Loaded by `describe_tool` once a model wants it, which keeps the requests small.
+        /// Loaded by `describe_tool` when a model needs it, which keeps requests small.
         deferred,
-        /// Changes something, each time by way of the user.
+        /// Changes something, always with the user's involvement.
         action,
-        /// Runs for a model that knows its name; none is told of it.
+        /// Runs for a model that knows its name, but is never announced.
         unlisted,
     };
 
-    /// Where its line stands in the instructions for models without functions.
+    /// The section of its line in the instructions for models without function calls.
     enum class Section { archive, situation, user, notes, folders, screen, others };
 
-    /// A text for the model; the error says what it can do better.
+    /// A text for the model. The error says what the model can do better.
     using Outcome = tl::expected<QString, QString>;
 
     Group group = Group::deferred;
@@ -44,12 +44,12 @@ struct Tool {
     QString instruction = {};
     /// Neither offered nor run while the memory is off.
     bool needsMemory = false;
-    /// Nothing for an action, which is only noted and put before the user, and for what only a turn
-    /// can run.
+    /// Null for an action, which is only recorded and put to the user, and for a tool that only a
+    /// turn can run.
     std::function<Task<Outcome>(ToolArguments arguments)> run = nullptr;
 
-    /// What runs is a function, mostly a coroutine, that gets a service by value: as a pointer, or
-    /// as a record of references.
+    /// Binds a service to a handler, which is mostly a coroutine. The service is passed by value: a
+    /// pointer, or a record of references.
     template <typename Service>
     static auto runner(Task<Outcome> (*handler)(Service, ToolArguments), Service service)
     {

@@ -23,8 +23,8 @@ struct ArgError {
     QString description() const;
 };
 
-/// What a model passed to a tool. Models err: a value of the wrong type counts as absent, and so
-/// does an empty string.
+/// The arguments that a model passed to a tool. Models make mistakes: a value of the wrong type
+/// counts as absent, and so does an empty string.
 class ToolArguments {
 public:
     explicit ToolArguments(std::map<QString, JSONValue> values);
@@ -32,18 +32,19 @@ public:
     tl::expected<QString, ArgError> requiredString(const QString& name) const;
     std::optional<QString> string(const QString& name) const;
 
-    /// The strings of an array, whatever else it holds; it may be empty.
+    /// The strings in an array, ignoring its other elements. May be empty.
     tl::expected<std::vector<QString>, ArgError> requiredStrings(const QString& name) const;
     std::vector<QString> strings(const QString& name) const;
 
-    /// Moved into the bounds.
+    /// The value, clamped to the bounds.
     std::optional<int> integer(const QString& name, int lowerBound, int upperBound) const;
     std::optional<double> number(const QString& name) const;
 
-    /// ISO 8601 with or without fractions of a second, or a bare day, which is midnight in UTC.
+    /// Reads ISO 8601 with or without fractions of a second, or a date, which means midnight in
+    /// UTC.
     tl::expected<std::optional<TimePoint>, ArgError> date(const QString& name) const;
 
-    /// As it is; null if there is none.
+    /// The value unchanged, or null if there is none.
     const JSONValue& value(const QString& name) const;
 
 private:
