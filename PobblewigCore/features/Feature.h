@@ -12,7 +12,7 @@
 namespace pobblewig {
 
 /// What one service adds to the program. The coordinator keeps the features in a list, in the order
-/// in which they start and tick, and knows nothing else of them.
+/// in which they start and tick, and knows them only by this interface.
 ///
 /// Lives on the main thread, as long as the process.
 class Feature {
@@ -25,16 +25,16 @@ public:
     /// Called at each poll. Reads the clock itself, since the features before it may have waited.
     virtual Task<> tick() { co_return; }
 
-    /// Its lines of what a model is told about the moment.
+    /// The feature's lines in the description of the situation that a model reads.
     virtual std::vector<QString> situation(TimePoint) const { return {}; }
 
-    /// What it lets a model call; asked once, at the start.
+    /// The tools that the feature offers to a model. Asked once, at the start.
     virtual std::vector<Tool> tools() { return {}; }
 
-    /// Writes its own record, and nothing else. Called when the revision has grown.
+    /// Writes the feature's own record and nothing else. Called when the revision has grown.
     virtual void publish(PublishedState&) const { }
 
-    /// Grows whenever what `publish` writes may have changed.
+    /// Grows whenever the record written by `publish` may have changed.
     virtual int revision() const { return m_revision; }
 
     /// Called when the revision has grown outside a poll.

@@ -7,10 +7,10 @@
 
 namespace pobblewig {
 
-/// What the user interface reads: for each feature one record of its state, of a type of its own.
+/// What the user interface reads: one record of state for each feature, each of its own type.
 class PublishedState {
 public:
-    /// As its feature published it last; before that, a record with its defaults.
+    /// The record as last published, or one with its defaults.
     template <typename Record>
     const Record& of() const
     {
@@ -19,7 +19,7 @@ public:
         return entry == m_records.end() ? unpublished : std::any_cast<const Record&>(entry->second);
     }
 
-    /// Counts as a change unless the record equals the one before.
+    /// Counts as a change unless the record equals the previous one.
     template <typename Record>
     void set(Record record)
     {

@@ -9,7 +9,7 @@ class SettingsStore;
 class UsageCounter;
 struct MemoryTiers;
 
-/// Every store of the program. Who uses one includes its header.
+/// Every store of the program. Code that uses one includes its header.
 struct Stores {
     SettingsStore& settings;
     MemoryTiers& memory;
