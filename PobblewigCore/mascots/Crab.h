@@ -3,7 +3,7 @@
 #include "mascots/MascotColorScheme.h"
 #include "mascots/MascotShape.h"
 
-/// The first of all mascots.
+/// The earliest mascot.
 namespace pobblewig::Crab {
 
 inline constexpr std::string_view body[] {

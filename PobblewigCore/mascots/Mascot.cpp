@@ -19,7 +19,7 @@ constexpr std::array table {
         &Mouse::schemes.front(), Mouse::schemes },
     Mascot { Axolotl::shape.id, QLatin1String("Axolotl"), Offer::userAndAssistant, &Axolotl::shape,
         &Axolotl::schemes.front(), Axolotl::schemes },
-    // Wears a picture of the user's own, and looks like the mouse until there is one.
+    // Shows the user's own picture, or looks like the mouse without one.
     Mascot { QLatin1String("meme"), QLatin1String("Meme"), Offer::user, &Mouse::shape,
         &Mouse::schemes.front(), Mouse::schemes },
 };

@@ -7,15 +7,15 @@
 
 namespace pobblewig {
 
-/// Who the buddy looks like. What can be chosen, what is checked, the prompts and the pictures all
-/// derive from one array of these: an entry is all that a new mascot takes, besides its drawing.
+/// The character that the buddy appears as. The user's choices, their checks, the prompts and the
+/// pictures all derive from one array: a new mascot needs only an entry and its drawing.
 struct Mascot {
     enum class Offer {
-        /// Drawn on occasion.
+        /// Drawn in special cases only.
         nobody,
         /// The user can choose it in the settings.
         user,
-        /// The prompts name it, too.
+        /// The prompts mention it, too.
         userAndAssistant
     };
     using All = std::span<const Mascot>;
@@ -24,9 +24,9 @@ struct Mascot {
     QLatin1String displayName;
     Offer offer = Offer::nobody;
     const MascotShape* shape = nullptr;
-    /// What it wears of itself.
+    /// Its own colours.
     const MascotColorScheme* colors = nullptr;
-    /// What it can be given to wear.
+    /// The colour schemes that the user can choose.
     std::span<const MascotColorScheme> schemes;
 
     /// In the order in which they are offered.
@@ -35,12 +35,12 @@ struct Mascot {
     /// Null for an unknown id.
     static const Mascot* find(QStringView id, All mascots = all());
 
-    /// The mascot that the user gets for a stored id. An unknown one, or one that is nobody's
-    /// choice, is the first that is: the mouse.
+    /// The mascot that the user sees for a stored id: the mouse, if the id is unknown or the mascot
+    /// cannot be chosen.
     static const Mascot& userFacing(QStringView id, All mascots = all());
 };
 
-/// A choice of mascot and colours, compared to see whether the buddy must be drawn anew.
+/// A mascot and its colours, compared to see whether the buddy must be redrawn.
 struct MascotSetting {
     QString mascot;
     QString scheme;

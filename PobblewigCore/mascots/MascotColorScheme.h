@@ -16,16 +16,16 @@ struct LetterColor {
     RGB color;
 };
 
-/// Colours for a mascot, for the same letters as its shape has.
+/// Colours for a mascot, by the letters of its shape.
 struct MascotColorScheme {
     QLatin1String id;
     QLatin1String displayName;
     std::span<const LetterColor> letters;
     RGB eyeColor;
-    /// Of the petting paw and the claws.
+    /// The colour of the petting paw and the claws.
     RGB pawColor;
 
-    /// The mascot's first scheme if it has none of that id.
+    /// The mascot's first scheme if it has none with that id.
     static const MascotColorScheme& forID(QStringView id, const Mascot& mascot);
 };
 

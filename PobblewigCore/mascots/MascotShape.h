@@ -8,8 +8,8 @@
 
 namespace pobblewig {
 
-/// What a mascot is drawn from: rows of letters. Each row has 16 columns, "." is an empty cell, and
-/// every other letter names a colour.
+/// The drawing of a mascot as rows of letters. Each row has 16 columns, "." is an empty cell, and
+/// every other letter stands for a colour.
 struct MascotShape {
     struct Position {
         int row = 0;
@@ -20,14 +20,14 @@ struct MascotShape {
 
     QLatin1String id;
     std::span<const std::string_view> body;
-    /// The legs walk alike; this is what they are drawn with.
+    /// The letter that draws the legs, whose frames all mascots share.
     char legLetter = 'B';
-    /// Cells of the body that move as a layer of their own.
+    /// Cells of the body that move as a separate layer.
     std::span<const Position> claws = {};
     int eyeRow = 0;
     /// The left column of each eye.
     std::array<int, 2> eyeCols;
-    /// Letters that are left out while the glasses are worn.
+    /// Letters that are not drawn while the mascot wears glasses.
     std::string_view hiddenWithGlasses = {};
 };
 

@@ -15,10 +15,10 @@ enum class MascotGait { idle, walkA, walkB, walkC };
 
 enum class EyeStyle { normal, closed, wide, happy };
 
-/// What each letter of a shape looks like.
+/// The colour of each letter of a shape.
 using MascotPalette = std::map<char, RGB>;
 
-/// A shape in its colours.
+/// A shape with its colours.
 struct MascotSprite {
     using Rows = std::vector<std::string>;
     using Position = MascotShape::Position;
@@ -31,27 +31,27 @@ struct MascotSprite {
         bool operator==(const Cell&) const = default;
     };
 
-    /// Differs between recoloured copies, so that their pictures are never taken for one another.
+    /// Differs between recoloured copies, so that their pictures are never confused.
     QString id;
     MascotPalette palette;
     Rows body;
     /// Drawn under the body.
     std::map<MascotGait, Rows> legs;
-    /// Cells of the body that move as a layer of their own.
+    /// Cells of the body that move as a separate layer.
     std::vector<Position> claws;
     int eyeRow = 0;
     /// The left column of each eye.
     std::vector<int> eyeCols;
     RGB eyeColor;
-    /// Of the petting paw and the claws.
+    /// The colour of the petting paw and the claws.
     RGB pawColor;
-    /// Letters that are left out while the glasses are worn.
+    /// Letters that are not drawn while the mascot wears glasses.
     std::set<char> hiddenWithGlasses;
 
-    /// In the mascot's own colours.
+    /// The sprite in the mascot's own colours.
     static MascotSprite sprite(const Mascot& mascot);
 
-    /// By the id of a mascot, the crab's too; an unknown id is the mouse.
+    /// The sprite for a mascot's id, the crab included. An unknown id gives the mouse.
     static MascotSprite forID(QStringView mascotID);
 
     MascotSprite recolored(const MascotColorScheme& scheme) const;
@@ -62,18 +62,18 @@ struct MascotSprite {
     /// The row of the glasses.
     int glassesRowOffset() const { return eyeRow - 1; }
 
-    /// The cells to paint, row by row; hidden letters and those without a colour give none.
+    /// The cells to paint, row by row, without hidden letters and letters that have no colour.
     std::vector<Cell> cells(const Rows& rows, const std::set<char>& hidden = {}) const;
 
     bool operator==(const MascotSprite&) const = default;
 };
 
-/// Names one rendered picture of a mascot.
+/// Identifies one rendered picture of a mascot.
 struct BitmapKey {
     QString sprite;
     MascotGait gait = MascotGait::idle;
     EyeStyle eyeStyle = EyeStyle::normal;
-    /// Where the eyes look.
+    /// The direction in which the eyes look.
     int dx = 0;
     int dy = 0;
     bool showGlasses = false;

@@ -3,7 +3,7 @@
 #include "mascots/MascotColorScheme.h"
 #include "mascots/MascotShape.h"
 
-/// The mouse, and its colours for the mascots that have none of their own.
+/// The mouse, and its colours for mascots that have none of their own.
 namespace pobblewig::Mouse {
 
 inline constexpr std::string_view body[] {

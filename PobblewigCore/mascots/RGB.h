@@ -13,7 +13,7 @@ struct RGB {
     bool operator==(const RGB&) const = default;
 };
 
-/// One colour (at 0) on the way to another (at 1).
+/// Blends from one colour (at 0) to the other (at 1).
 inline RGB mixed(const RGB& one, const RGB& other, double amount)
 {
     const auto between = [amount](std::uint8_t from, std::uint8_t to) {
