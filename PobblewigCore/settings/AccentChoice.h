@@ -4,13 +4,13 @@
 
 namespace pobblewig {
 
-/// The colours that the windows can have for what stands out.
+/// The accent colours that the windows can have.
 enum class AccentChoice { coral, amber, moss, teal, sky, violet, rose, graphite };
 
-/// A stored name that is unknown stands for coral.
+/// An unknown stored name gives coral.
 AccentChoice accentChoice(const QString& name);
 
-/// For the user.
+/// The name for the user.
 QString displayName(AccentChoice accent);
 
 } // namespace pobblewig

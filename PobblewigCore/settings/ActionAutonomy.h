@@ -4,7 +4,7 @@
 
 #include <array>
 
-/// Which classes of the assistant's actions ask the user first.
+/// Which classes of the assistant's actions ask the user for confirmation.
 namespace pobblewig::ActionAutonomy {
 
 inline constexpr QStringView calendarWrite = u"calendar_write";
@@ -12,7 +12,7 @@ inline constexpr QStringView reminderWrite = u"reminder_write";
 inline constexpr QStringView settingsChange = u"settings_change";
 inline constexpr QStringView memoryForget = u"memory_forget";
 
-/// These ask whatever the user has switched off.
+/// These always ask, even if the user has switched the confirmation off.
 inline constexpr std::array<QStringView, 4> alwaysConfirm {
     u"memory_delete_all",
     u"activity_delete_history",
@@ -20,7 +20,7 @@ inline constexpr std::array<QStringView, 4> alwaysConfirm {
     memoryForget,
 };
 
-/// A class asks unless the user has switched its question off.
+/// A class asks unless the user has switched its confirmation off.
 bool requiresConfirmation(QStringView actionClass, const AppSettings& settings);
 bool requiresConfirmation(QStringView actionClass, const std::map<QString, bool>& confirmations);
 

@@ -8,11 +8,11 @@
 
 namespace pobblewig {
 
-/// Every preference of the user, and the little state that outlives a run of the program.
+/// All preferences of the user, and the little state that survives a restart of the program.
 struct AppSettings {
     static QString defaultCanvasBaseURL();
 
-    /// Password managers: never observed and never captured.
+    /// Password managers, which are never observed or captured.
     static std::vector<QString> defaultExcludedBundleIDs();
 
     int version = 1;
@@ -49,7 +49,7 @@ struct AppSettings {
     bool remindersSyncEnabled = false;
     bool dailyBriefingEnabled = true;
     std::optional<QString> lastDailyBriefingDayKey;
-    /// By class of action: whether the user is asked first.
+    /// Whether the user is asked first, by class of action.
     std::map<QString, bool> actionConfirmations;
     /// The name of a `ThemePreference`.
     QString themePreference = QStringLiteral("system");

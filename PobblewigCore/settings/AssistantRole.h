@@ -4,7 +4,7 @@
 
 namespace pobblewig {
 
-/// What the companion is to the user, besides company.
+/// What the companion does for the user, besides keeping company.
 enum class AssistantRole { accountabilityPartner, tutor };
 
 QString displayName(AssistantRole role);

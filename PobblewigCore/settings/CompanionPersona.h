@@ -4,7 +4,7 @@
 
 namespace pobblewig {
 
-/// The voice that the companion speaks in.
+/// The companion's voice.
 enum class CompanionPersona {
     classic,
     deadpanRoommate,
@@ -16,7 +16,7 @@ enum class CompanionPersona {
 
 QString displayName(CompanionPersona persona);
 
-/// One line for choosing by.
+/// One line that helps the user choose.
 QString tagline(CompanionPersona persona);
 
 } // namespace pobblewig

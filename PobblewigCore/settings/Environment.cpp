@@ -73,7 +73,7 @@ private:
         return value;
     }
 
-    /// Up to the closing quote, or the end of the text where there is none.
+    /// Reads up to the closing quote, or to the end of the text if there is none.
     QString takeQuoted(QChar quote, QStringView escapable)
     {
         QString text;
@@ -89,7 +89,7 @@ private:
         return text;
     }
 
-    /// Up to the end of the line. An escaped blank at the end is kept.
+    /// Reads to the end of the line. Keeps an escaped blank at the end.
     QString takePlain()
     {
         QString text;

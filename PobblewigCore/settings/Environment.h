@@ -10,25 +10,24 @@ namespace pobblewig {
 /// Variables by name.
 using Environment = std::map<QString, QString>;
 
-/// An empty value counts as absent.
+/// Treats an empty value as absent.
 std::optional<QString> variable(const Environment& environment, const QString& name);
 
-/// The variables of the process; where it has none, or an empty one, that of the file.
+/// The variables of the process. Where one is missing or empty, the file's value is used.
 Environment currentEnvironment(const QString& file);
 
-/// A desktop application is not started from a shell, so that variables can also stand in a file,
-/// written as systemd reads its environment files.
+/// Variables from a file, in the format of systemd's environment files, since a desktop application
+/// is not started from a shell.
 namespace EnvironmentFile {
 
-/// "environment" in the program's directory of the user's configuration.
+/// "environment" in the program's configuration directory.
 QString defaultPath();
 
-/// A file that is missing, cannot be read or is larger than 64 KiB holds nothing.
+/// Returns nothing for a file that is missing, unreadable or larger than 64 KiB.
 Environment read(const QString& path);
 
-/// Lines of the form NAME=VALUE. A value can be quoted and then span lines; a backslash keeps the
-/// next character, or joins the next line; "#" and ";" begin a comment; the last value of a name
-/// holds.
+/// Reads lines of the form NAME=VALUE. A quoted value can span lines. A backslash escapes the next
+/// character or joins the next line; "#" and ";" begin a comment. The last value of a name wins.
 Environment parse(const QString& text);
 
 } // namespace EnvironmentFile

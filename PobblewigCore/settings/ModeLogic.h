@@ -2,17 +2,18 @@
 
 #include "settings/AppSettings.h"
 
-/// What becomes of a temporary mode. It always falls back to the open-ended mode, never to the one
-/// before it.
+/// Rules for temporary modes. A temporary mode always reverts to the open-ended mode, never to the
+/// previous one.
 namespace pobblewig::ModeLogic {
 
-/// From one minute to a week.
+/// Clamps to between one minute and a week.
 std::chrono::minutes clampedDuration(int minutes);
 
-/// How long a temporary mode still lasts: nothing if none is running, zero if its time is over.
+/// The remaining time of a temporary mode: nothing if none is active, zero if its time is over.
 std::optional<std::chrono::milliseconds> remainingTime(const AppSettings& settings, TimePoint now);
 
-/// Timers stand still while the computer sleeps, so the clock is looked at once a minute.
+/// How long to wait before the clock is read again. A minute at most, since timers stop while the
+/// computer sleeps.
 std::chrono::milliseconds untilNextLook(std::chrono::milliseconds remaining);
 
 } // namespace pobblewig::ModeLogic

@@ -10,7 +10,7 @@ ModeSwitch::ModeSwitch(SettingsStore& settings, Clock clock, std::function<void(
     , m_changed(std::move(changed))
 {
     m_revertTimer.setSingleShot(true);
-    // The settings may have been changed by others, so they are asked whether there is an end.
+    // The settings may have been changed elsewhere, so they decide whether the mode ends.
     QObject::connect(&m_revertTimer, &QTimer::timeout, &m_revertTimer,
         [this] { restoreTemporaryModeRevert(m_clock()); });
 }

@@ -11,28 +11,28 @@
 
 namespace pobblewig {
 
-/// Changes the mode, for good or for a while, and lets observation rest. `changed` is called after
-/// each change, the end of a temporary mode included.
+/// Changes the mode, permanently or for a time, and pauses observation. `changed` is called after
+/// each change, including the end of a temporary mode.
 class ModeSwitch {
 public:
     ModeSwitch(SettingsStore& settings, Clock clock, std::function<void()> changed);
 
-    /// Ends a temporary mode: the new one stays.
+    /// Sets a mode that stays, and ends a temporary one.
     void setMode(CoachMode mode);
 
-    /// For a minute to a week; then the mode is open-ended.
+    /// Sets a mode for a minute to a week; the open-ended mode follows.
     void setTemporaryMode(CoachMode mode, int minutes);
 
-    /// Waits for the end of the temporary mode that the settings hold. What has passed already is
-    /// not waited for.
+    /// Starts the timer for the end of the settings' temporary mode. Does not wait for a time that
+    /// has already passed.
     void armModeRevert(TimePoint at);
 
-    /// To be called at the start: waits for the end of a temporary mode, or ends the one that ran
-    /// out meanwhile.
+    /// Call this at the start. Waits for the end of a temporary mode, or ends one whose time is
+    /// over.
     void restoreTemporaryModeRevert(TimePoint now);
 
-    /// Without a time, until `resumeObservation`. A time needs no timer: the pause is over once
-    /// `SettingsStore::isPaused` says so.
+    /// Without a time, the pause lasts until `resumeObservation`. With a time no timer is needed:
+    /// the pause is over when `SettingsStore::isPaused` says so.
     void pauseObservation(std::optional<TimePoint> until);
     void resumeObservation();
 

@@ -15,31 +15,31 @@ enum class SettingsPage { general, companion, activity, connections, memoryAndPr
 
 /// What the assistant may do with a setting.
 enum class AssistantAccess {
-    /// The user's alone.
+    /// Only the user may change it.
     none,
-    /// May change it, but no prompt speaks of it.
+    /// The assistant may change it, but no prompt mentions it.
     accepted,
-    /// May change it and is told so. The user can switch the question off.
+    /// The assistant may change it, and prompts say so. The user can switch the confirmation off.
     proposed,
-    /// Likewise, but the user is always asked.
+    /// The same, but the user is always asked.
     alwaysAsked
 };
 
-/// What a number counts.
+/// The unit of a number.
 struct SettingUnit {
     /// "%1 minute" and "%1 minutes", to be translated.
     const char* one;
     const char* many;
-    /// What follows the number where it must be short.
+    /// A short form that follows the number where space is limited.
     QStringView suffix;
 };
 
 /// One of the values that a choice offers.
 struct SettingOption {
-    /// As it is stored.
+    /// The value as stored.
     QString id;
     QString label;
-    /// One line to choose by, or nothing.
+    /// One line that helps the user choose, or nothing.
     QString note = {};
 };
 
@@ -47,7 +47,7 @@ struct SwitchSetting {
     bool AppSettings::*field;
 };
 
-/// A whole number. One that is out of bounds becomes the nearest bound.
+/// A whole number. A value out of bounds becomes the nearest bound.
 struct NumberSetting {
     int AppSettings::*field;
     int lowest;
@@ -55,7 +55,7 @@ struct NumberSetting {
     const SettingUnit* unit;
 };
 
-/// A factor of 1.0 for 100 percent, likewise kept within its bounds.
+/// A factor, where 1.0 is 100 percent, also clamped to its bounds.
 struct PercentSetting {
     double AppSettings::*field;
     int lowest;
@@ -66,12 +66,12 @@ struct PercentSetting {
 struct ChoiceSetting {
     std::vector<SettingOption> (*options)(const AppSettings& settings);
     QString (*chosen)(const AppSettings& settings);
-    /// Takes the id of an option.
+    /// Receives the id of an option.
     void (*choose)(AppSettings& settings, const QString& id);
-    /// The id that a model means, whatever the case of its letters. Without it nothing but the id
-    /// itself will do.
+    /// The id that a model means, compared without regard to case. If null, only the exact id is
+    /// accepted.
     QString (*meant)(const QString& given) = nullptr;
-    /// What a refusal adds to the options.
+    /// A text that a refusal adds after the options.
     QStringView remark = {};
 };
 
@@ -89,42 +89,42 @@ struct TextSetting {
     QStringView form;
 };
 
-/// A list that the user makes.
+/// A list that the user edits.
 struct ListSetting {
-    /// In words.
+    /// The entries as the user reads them.
     QStringList (*entries)(const AppSettings& settings);
-    /// Replaces the whole list. False, and no change, if the value is no such list.
+    /// Replaces the whole list. Returns false and changes nothing if the value is not a valid list.
     bool (*replace)(AppSettings& settings, const JSONValue& value);
     /// "an array of bundle-ID strings"
     QStringView form;
-    /// What the array holds: "strings".
+    /// What the array contains: "strings".
     QStringView items;
 };
 
 using SettingKind = std::variant<SwitchSetting, NumberSetting, PercentSetting, ChoiceSetting,
     ChoicesSetting, TextSetting, ListSetting>;
 
-/// A setting of the user's. What the program merely remembers has none.
+/// One of the user's settings. State that the program merely remembers is not in the table.
 struct Setting {
-    /// As in "settings.json".
+    /// The key in "settings.json".
     QStringView key;
-    /// What the user reads, to be translated.
+    /// The label for the user, to be translated.
     const char* label;
     SettingsPage page;
     AssistantAccess assistant;
     SettingKind kind;
-    /// An example for models, in place of a description.
+    /// A sample value for models, in place of a description.
     QStringView sample = {};
-    /// What the result of a change calls it; without it, its key.
+    /// The name of the setting in the result of a change; if empty, its key.
     QStringView subject = {};
-    /// What the result says it now is, if that is more than its value.
+    /// The new state in the result of a change, if it is more than the value.
     QString (*summary)(const AppSettings& settings) = nullptr;
-    /// What else changes with it.
+    /// Changes other settings that depend on this one.
     void (*followUp)(AppSettings& settings) = nullptr;
 };
 
-/// The one table of the settings. The checks, the texts for the user, the prompts and the settings
-/// window read it: a row is all that a new setting takes, besides its field.
+/// The single table of the settings. The checks, the texts for the user, the prompts and the
+/// settings window all read it: a new setting needs only a row and a field.
 namespace SettingCatalog {
 
 using Rows = std::span<const Setting>;
@@ -132,10 +132,10 @@ using Rows = std::span<const Setting>;
 /// In the order in which prompts and pages list them.
 Rows all();
 
-/// Null for an unknown key.
+/// Returns null for an unknown key.
 const Setting* find(const QString& key, Rows rows = all());
 
-/// Those of one page.
+/// The settings on one page.
 std::vector<const Setting*> onPage(SettingsPage page, Rows rows = all());
 
 /// The title of a page, for the user.

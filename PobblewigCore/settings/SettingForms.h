@@ -3,13 +3,13 @@
 #include "mascots/Mascot.h"
 #include "settings/SettingCatalog.h"
 
-/// How the rows of the catalog reach the settings that are more than a number or a switch.
+/// How the rows of the catalog access settings other than numbers and switches.
 namespace pobblewig::SettingForms {
 
 using Options = std::vector<SettingOption>;
 using S = AppSettings;
 
-/// The cases of an enum.
+/// The cases of an enum as options.
 template <typename Enum>
 Options named()
 {
@@ -19,7 +19,7 @@ Options named()
     return options;
 }
 
-/// A choice that is stored as the case of an enum.
+/// A choice that is stored as an enum case.
 template <auto Field>
 constexpr ChoiceSetting caseOf()
 {
@@ -34,7 +34,7 @@ constexpr ChoiceSetting caseOf()
     };
 }
 
-/// For a choice that is stored as a text.
+/// Stores a choice that is kept as text.
 template <QString S::*Field>
 void store(S& settings, const QString& id)
 {
@@ -42,19 +42,19 @@ void store(S& settings, const QString& id)
 }
 
 Options personas(const S& settings);
-/// Space around the name does not matter.
+/// Ignores space around the name.
 QString meantPersona(const QString& given);
 
-/// Without those that nobody can choose.
+/// Only the mascots that the user can choose.
 Options options(Mascot::All mascots);
 Options options(std::span<const MascotColorScheme> schemes);
 
 Options mascots(const S& settings);
 QString mascot(const S& settings);
-/// "An Axolotl" will do.
+/// Also accepts "An Axolotl".
 QString meantMascot(const QString& given);
 QString mascotAndColors(const S& settings);
-/// Colours that the mascot lacks become its first ones.
+/// Replaces colours that the mascot lacks with its first ones.
 void fitColors(S& settings);
 
 /// The colours of the current mascot only.
@@ -72,7 +72,7 @@ QStringList chosenRoles(const S& settings);
 void setRoles(S& settings, const QStringList& ids);
 QString rolesInWords(const S& settings);
 
-/// The classes of actions whose question the user can switch off; chosen are those that ask.
+/// The classes of actions whose confirmation can be switched off. Chosen are those that ask.
 Options questions(const S& settings);
 QStringList askedQuestions(const S& settings);
 void setQuestions(S& settings, const QStringList& ids);
@@ -84,7 +84,7 @@ bool setExcludedApps(S& settings, const JSONValue& value);
 QString excludedAppsInNumbers(const S& settings);
 
 QStringList dataSources(const S& settings);
-/// Each folder gets a new id.
+/// Gives each folder a new id.
 bool setDataSources(S& settings, const JSONValue& value);
 QString dataSourcesInNumbers(const S& settings);
 

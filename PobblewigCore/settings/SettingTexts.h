@@ -2,16 +2,16 @@
 
 #include "settings/SettingCatalog.h"
 
-/// The settings in the user's words.
+/// The settings as the user reads them.
 namespace pobblewig::SettingTexts {
 
-/// "Mode".
+/// The label, such as "Mode".
 QString label(const Setting& setting);
 
-/// What the setting is at present: "Focus", "on", "30 minutes".
+/// The current value, such as "Focus", "on" or "30 minutes".
 QString value(const Setting& setting, const AppSettings& settings);
 
-/// The entries of a setting that is a list. No other setting has any.
+/// The entries of a setting that is a list; empty for all other settings.
 QStringList entries(const Setting& setting, const AppSettings& settings);
 
 } // namespace pobblewig::SettingTexts

@@ -18,7 +18,7 @@ void SettingsFeature::start()
 
 Task<> SettingsFeature::tick()
 {
-    // A pause may be over.
+    // A pause may have ended.
     changed();
     co_return;
 }

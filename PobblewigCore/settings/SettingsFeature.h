@@ -8,16 +8,16 @@ namespace pobblewig {
 
 struct SettingsState {
     AppSettings settings;
-    /// Whether observation rests.
+    /// Whether observation is paused.
     bool isPaused = false;
 
     bool operator==(const SettingsState&) const = default;
 };
 
-/// The user's preferences, and what ends by itself among them: a mode for a while, a pause.
+/// The user's preferences, including those that end by themselves: a temporary mode and a pause.
 class SettingsFeature : public Feature {
 public:
-    /// Both outlive the feature.
+    /// Both must outlive the feature.
     SettingsFeature(SettingsStore& settings, const Moment& moment);
 
     ModeSwitch& modes() { return m_modes; }

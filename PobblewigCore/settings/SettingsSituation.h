@@ -4,10 +4,11 @@
 
 #include <vector>
 
-/// What a model is told of the settings, its own form first.
+/// What a model reads about the settings, beginning with its own mascot.
 namespace pobblewig::SettingsSituation {
 
-/// Such as "axolotl (pink color scheme)"; empty for the early mascot that nobody can choose.
+/// For example "axolotl (pink color scheme)"; empty for the earliest mascot, which cannot be
+/// chosen.
 QString currentForm(const AppSettings& settings);
 
 std::vector<QString> lines(const AppSettings& settings);

@@ -7,13 +7,12 @@
 
 namespace pobblewig {
 
-/// The user's settings, kept in "settings.json", and the credentials that belong to them, kept in
-/// the keyring.
+/// The user's settings, kept in "settings.json", and their credentials, kept in the keyring.
 ///
 /// Lives on the main thread. Without a directory it works in memory only.
 class SettingsStore {
 public:
-    /// `defaultCanvasBaseURL` is the deployment's.
+    /// `defaultCanvasBaseURL` is the deployment's address.
     SettingsStore(const std::optional<DataDirectory>& directory, KeychainHelper& keychain,
         QString defaultCanvasBaseURL = AppSettings::defaultCanvasBaseURL());
 
@@ -22,22 +21,22 @@ public:
     /// Grows with every change.
     int revision() const { return m_file.revision(); }
 
-    /// Whether observation rests at this time.
+    /// Whether observation is paused at this time.
     bool isPaused(TimePoint at) const;
 
     void update(const std::function<void(AppSettings&)>& change);
 
-    /// What the user has set, else the variable CANVAS_BASE_URL, else the deployment's default.
+    /// The user's address, else the variable CANVAS_BASE_URL, else the deployment's default.
     QString resolvedCanvasBaseURL(const Environment& environment) const;
 
-    /// The keyring's, else that of CANVAS_API_TOKEN.
+    /// The keyring's token, else the variable CANVAS_API_TOKEN.
     Task<std::optional<QString>> canvasAPIToken(Environment environment);
 
-    /// The keyring's, else that of GOOGLE_CLASSROOM_ACCESS_TOKEN, which even when empty hides the
-    /// last: CLASSROOM_API_TOKEN.
+    /// The keyring's token, else GOOGLE_CLASSROOM_ACCESS_TOKEN, else CLASSROOM_API_TOKEN, which is
+    /// only read if the former is not set at all, not even to an empty value.
     Task<std::optional<QString>> classroomAccessToken(Environment environment);
 
-    /// An empty token, or none, is removed from the keyring.
+    /// Removes the token from the keyring if none, or an empty one, is given.
     Task<> setCanvasAPIToken(std::optional<QString> token);
     Task<> setClassroomAccessToken(std::optional<QString> token);
 

@@ -22,7 +22,7 @@ QString listed(const std::vector<SettingOption>& options)
     return ids(options).join(QStringLiteral(", "));
 }
 
-/// The id of the option that was given.
+/// The id of the option that matches the given text.
 std::optional<QString> chosenID(
     const ChoiceSetting& choice, const QString& given, const AppSettings& settings)
 {
@@ -35,7 +35,7 @@ std::optional<QString> chosenID(
     return std::nullopt;
 }
 
-/// False, and no change, for a value that the setting does not take.
+/// Returns false and changes nothing if the setting does not accept the value.
 class Writer {
 public:
     Writer(const JSONValue& value, AppSettings& settings)

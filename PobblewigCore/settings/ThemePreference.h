@@ -6,10 +6,10 @@ namespace pobblewig {
 
 enum class ThemePreference { system, light, dark };
 
-/// A stored name that is unknown stands for the system's theme.
+/// An unknown stored name gives the system's theme.
 ThemePreference themePreference(const QString& name);
 
-/// For the user.
+/// The name for the user.
 QString displayName(ThemePreference preference);
 
 } // namespace pobblewig
