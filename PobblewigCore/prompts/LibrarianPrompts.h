@@ -9,15 +9,15 @@
 
 namespace pobblewig {
 
-/// What the librarian reads of a stretch of conversation.
+/// A stretch of conversation as the librarian reads it.
 struct ExtractionPrompt {
-    /// The durable notes as the chat sees them; empty without any.
+    /// The durable notes as the chat sees them; empty if there are none.
     QString residentMemory;
     bool isBelowSoftTarget = true;
     QString situation;
-    /// A line for each message.
+    /// One line for each message.
     QString window;
-    /// The confirmed sections.
+    /// The confirmed reference sections.
     std::vector<QString> referencePaths;
     std::set<AssistantRole> roles = {};
 };
@@ -31,7 +31,7 @@ struct MeetingNotesPrompt {
     std::vector<QString> referencePaths = {};
 };
 
-/// The day's material, a line for each entry; what is empty is said to be missing.
+/// The day's material, one line for each entry. The prompt says so where something is empty.
 struct DailyCloseoutPrompt {
     QString dayKey;
     std::vector<QString> previousIntent;
@@ -40,14 +40,14 @@ struct DailyCloseoutPrompt {
     QString conversation;
 };
 
-/// What the librarian is asked, each a single message that wants JSON for an answer.
+/// The librarian's prompts. Each is a single message that asks for JSON.
 namespace Prompts {
 
 QString extraction(const ExtractionPrompt& prompt);
 QString meetingNotesExtraction(const MeetingNotesPrompt& prompt);
 QString dailyCloseout(const DailyCloseoutPrompt& prompt);
 
-/// `dailies` is the days' accounts in their order.
+/// `dailies` is the daily summaries, in order.
 QString weeklyRollup(const QString& dailies);
 
 /// `memoryJSON` is the notes and patterns as the store keeps them.

@@ -7,14 +7,14 @@
 
 namespace pobblewig {
 
-/// What the system prompt of a chat turn is made from.
+/// The material for the system prompt of a chat turn.
 struct MainAssistantPrompt {
     /// The durable notes about the user; empty while the memory is off.
     QString memory;
     SituationSnapshot situation;
     bool hasImage = false;
     bool toolsAvailable = false;
-    /// Whether the model calls functions; else it writes fenced blocks.
+    /// Whether the model has function calls; otherwise it writes fenced blocks.
     bool nativeTools = true;
     ToolLines tools = {};
     TimePoint now;
@@ -23,8 +23,7 @@ struct MainAssistantPrompt {
 
 namespace Prompts {
 
-/// The system prompt, built from scratch for every turn: what never changes comes first, the clock
-/// last.
+/// The system prompt, rebuilt for every turn. Constant parts come first, the clock last.
 QString mainAssistant(const MainAssistantPrompt& prompt);
 
 } // namespace Prompts

@@ -7,18 +7,18 @@
 /// How the companion speaks.
 namespace pobblewig::PersonaPrompts {
 
-/// The persona `classic`, whole.
+/// The whole text for the persona `classic`.
 extern const QStringView classicVoice;
 
-/// What all other personas have in common; stands before `voice`.
+/// The text that all other personas share; precedes `voice`.
 extern const QStringView sharedCore;
 
-/// Stands in every prompt, whatever the persona.
+/// Part of every prompt, whatever the persona.
 extern const QStringView crisisBlock;
 
 QStringView voice(CompanionPersona persona);
 
-/// Behind a prompt for a message that the companion begins; empty for `classic`.
+/// Follows a prompt for a message that the companion begins; empty for `classic`.
 QStringView interventionVoiceNote(CompanionPersona persona);
 
 } // namespace pobblewig::PersonaPrompts

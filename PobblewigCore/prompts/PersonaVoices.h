@@ -2,8 +2,8 @@
 
 #include <QStringView>
 
-/// The character of each persona, read behind what they have in common: who it is, its rules, and
-/// a few exchanges to tune the ear. In one of them the joke stops.
+/// The character of each persona, which follows the shared text: who it is, its rules, and a few
+/// sample exchanges. In one of them the joking stops.
 namespace pobblewig::PersonaVoices {
 
 extern const QStringView deadpanRoommate;

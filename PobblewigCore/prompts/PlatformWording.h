@@ -9,14 +9,14 @@ struct PlatformWording {
     /// The first sentence that the model reads about itself.
     QStringView identity;
 
-    /// What belongs into the reference sections that are read from the platform.
+    /// What belongs in the reference sections that are read from the platform.
     QStringView calendarEvents;
     QStringView calendarReminders;
 
-    /// Why there is no picture of the screen, for the user and the model.
+    /// Why there is no picture of the screen, for both the user and the model.
     QStringView screenCaptureDenied;
 
-    /// The same, with what the user can do before the next try.
+    /// The same, with what the user can do before trying again.
     QStringView screenPermissionNeeded;
 
     /// What the model tells the user after `screenCaptureDenied`.

@@ -6,7 +6,7 @@
 
 namespace pobblewig::RolePrompts {
 
-/// What the role asks of the companion in a conversation; empty if it asks nothing there.
+/// What the role expects of the companion in a conversation; empty if it expects nothing.
 QStringView principles(AssistantRole role);
 
 } // namespace pobblewig::RolePrompts

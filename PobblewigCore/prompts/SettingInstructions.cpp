@@ -39,7 +39,7 @@ QStringList ids(const std::vector<SettingOption>& options)
     return ids;
 }
 
-/// The key with its example.
+/// The key with its sample value.
 QString named(const Setting& setting)
 {
     auto example = setting.sample.toString();
@@ -49,7 +49,7 @@ QString named(const Setting& setting)
     return example.isEmpty() ? key : QStringLiteral("%1 (%2)").arg(key, example);
 }
 
-/// The keys one by one, but for those whose name tells what they are.
+/// The keys one by one, except those whose name already describes the value.
 QString named(const std::vector<const Setting*>& settings)
 {
     QStringList names;

@@ -10,21 +10,21 @@
 
 namespace pobblewig {
 
-/// What the model is told about the moment, gathered anew for every turn.
+/// What the model is told about the current situation, gathered for every turn.
 struct SituationSnapshot {
     CoachMode mode = CoachMode::openEnded;
     std::set<AssistantRole> roles;
     CompanionPersona persona = CompanionPersona::classic;
     /// The lines of the current situation.
     QString summary;
-    /// The mascot and its colours; empty if the prompt is to say nothing of a form.
+    /// The mascot and its colours; empty if the prompt does not mention them.
     QString currentForm = {};
     /// The reference memory's table of contents.
     QString referenceTOC = {};
-    /// A line for each of the latest weekly and daily summaries.
+    /// One line for each of the latest weekly and daily summaries.
     QString chronologicalIndex = {};
     QString sessionInfo = {};
-    /// What the last days left open.
+    /// What the last days left unfinished.
     QString unfinishedIntent = {};
     bool canvasConnected = false;
 };

@@ -4,13 +4,14 @@
 
 namespace pobblewig {
 
-/// What the system prompt tells of the tools.
+/// What the system prompt says about the tools.
 struct ToolLines {
-    /// The names of those that a model has to load first.
+    /// The names of the tools that a model has to load first.
     QStringList deferred = {};
-    /// For models without functions, such as "memory_read_section {path} — one reference section".
+    /// For models without function calls, such as "memory_read_section {path} — one reference
+    /// section".
     QStringList lookups = {};
-    /// The same for the actions, each with a sample entry on a line of its own.
+    /// The same for the actions, each followed by a line with a sample entry.
     QStringList actions = {};
 };
 

@@ -4,7 +4,7 @@
 
 namespace pobblewig::Prompts {
 
-/// What the user asks with a picture of the screen and no words.
+/// The user's question when there is a picture of the screen but no text.
 inline constexpr QStringView visionUserPrompt =
     u"Look at this screenshot of my screen and answer my question.";
 
