@@ -7,17 +7,17 @@
 /// The request of the OpenAI-compatible `chat/completions` format.
 namespace pobblewig::ChatCompletionsLogic {
 
-/// The request with the headers that tell who asks. On the way to the product's own backend the
-/// session of a signed-in user takes the place of the credential.
+/// Adds the headers that identify the sender. For the product's own backend, the session of a
+/// signed-in user replaces the credential.
 HTTPRequest applyAuth(HTTPRequest request, const LLMConfiguration& configuration);
 
-/// Arguments of tool calls are sent back as the very text that the model wrote.
+/// The arguments of tool calls are sent back exactly as the model wrote them.
 QJsonObject encodeMessage(const LLMMessage& message);
 
 QJsonObject buildPayload(
     const QString& modelID, const LLMRequest& request, bool includeStreamUsage);
 
-/// Complete but for its body and timeout.
+/// The request without its body and timeout.
 HTTPRequest httpRequest(const LLMConfiguration& configuration);
 
 } // namespace pobblewig::ChatCompletionsLogic

@@ -24,12 +24,12 @@ struct LLMError {
     QString description() const;
 };
 
-/// What can end a model call: the model's own errors, or those of the way there.
+/// Why a model call failed: an error of the model, or one of the transport.
 using LLMFailure = std::variant<LLMError, TransportError>;
 
 QString description(const LLMFailure& failure);
 
-/// For the log. A server's words may quote a key or the conversation: they are left out.
+/// For the log. Leaves out the server's text, which may quote a key or the conversation.
 QString loggable(const LLMFailure& failure);
 
 } // namespace pobblewig

@@ -18,7 +18,8 @@ struct LLMToolDefinition {
     JSONValue::Object parameters;
 };
 
-/// A call as the model wrote it. Arguments that do not parse are an empty dictionary, not an error.
+/// A call as the model wrote it. Arguments that do not parse give an empty dictionary, not an
+/// error.
 struct LLMToolCall {
     LLMToolCall() = default;
     LLMToolCall(QString id, QString name, QString argumentsJSON,
@@ -27,7 +28,7 @@ struct LLMToolCall {
 
     QString id;
     QString name;
-    /// Exactly the text that the model streamed.
+    /// The exact text that the model streamed.
     QString argumentsJSON;
     std::optional<QString> thoughtSignature;
     JSONValue::Object arguments;
@@ -38,7 +39,7 @@ struct LLMMessage {
 
     Role role = Role::user;
     QString content;
-    /// A whole JPEG file; sent with user messages only.
+    /// A complete JPEG file; sent with user messages only.
     std::optional<QByteArray> imageJPEG;
     std::optional<std::vector<LLMToolCall>> toolCalls;
     std::optional<QString> toolCallID;

@@ -19,16 +19,16 @@
 namespace pobblewig {
 
 struct LLMConfiguration {
-    /// A label only.
+    /// Used as a label only.
     QString providerName;
     QUrl baseURL;
     QString modelID;
     QString apiKey;
-    /// Ask the server to report token usage on the stream.
+    /// Asks the server to report token usage on the stream.
     bool includeStreamUsage = true;
     /// The request goes to the product's own backend, not straight to a model vendor.
     bool usesCloudAuth = false;
-    /// Of the signed-in user; only for the product's own backend.
+    /// The session of the signed-in user; only for the product's own backend.
     std::optional<QString> sessionToken;
     /// Appended to the base URL, such as "chat/completions".
     QString completionsPath;
@@ -40,7 +40,7 @@ struct LLMResponseFormat {
     enum class Kind { jsonSchema, text, jsonObject };
 
     Kind kind = Kind::text;
-    /// Of a `jsonSchema` only.
+    /// Used with a `jsonSchema` only.
     QString name = {};
     JSONValue::Object schema = {};
 };
@@ -69,7 +69,7 @@ struct LLMCompletion {
     int completionTokens = 0;
 };
 
-/// What a model is asked, besides the messages.
+/// The messages and parameters of a request to a model.
 struct LLMRequest {
     std::vector<LLMMessage> messages;
     int maxTokens = 1024;
@@ -80,18 +80,18 @@ struct LLMRequest {
     std::optional<std::chrono::milliseconds> longest = std::nullopt;
 };
 
-/// A model behind some endpoint. Holds no state between calls and is cheap to build.
+/// A model behind an endpoint. Holds no state between calls and is cheap to create.
 class LLMProvider {
 public:
     virtual ~LLMProvider() = default;
 
     virtual const LLMConfiguration& configuration() const = 0;
 
-    /// Starts at once. Dropping the stream, or closing it, ends the request.
+    /// Starts at once. Dropping or closing the stream ends the request.
     virtual LLMStream streamChat(LLMRequest request) = 0;
 
-    /// Reads a whole reply without tools. One that goes beyond 200,000 characters or 20,000 pieces
-    /// is given up as an invalid response: a flood must not keep the program from other work.
+    /// Reads a whole reply without tools. A reply over 200,000 characters or 20,000 pieces fails as
+    /// an invalid response, so that a flood cannot block the program.
     Task<tl::expected<LLMCompletion, LLMFailure>> completeWithUsage(LLMRequest request);
     Task<tl::expected<QString, LLMFailure>> complete(LLMRequest request);
 };

@@ -11,10 +11,10 @@ enum class Lane { main, librarian, vision };
 
 } // namespace ProviderRouting
 
-/// What a model is for. The meme classifier shares the librarian's route.
+/// The purpose of a model. The meme classifier shares the librarian's route.
 enum class ModelUse { main, vision, librarian, meme };
 
-/// Of the main and the vision model.
+/// The configuration of the main or the vision model.
 struct MainModelConfig {
     QString provider;
     QString baseURL;
@@ -24,7 +24,7 @@ struct MainModelConfig {
     bool operator==(const MainModelConfig&) const = default;
 };
 
-/// Of the librarian and the meme classifier.
+/// The configuration of the librarian or the meme classifier.
 struct LibrarianModelConfig {
     QString baseURL;
     QString modelID;

@@ -9,10 +9,10 @@
 
 namespace pobblewig {
 
-/// The models that account, environment and keyring name, each reached over HTTP.
+/// The models configured by account, environment and keyring, reached over HTTP.
 class LaneProviders : public ModelProviding {
 public:
-    /// `environment` is asked at every use.
+    /// `environment` is called at every use.
     LaneProviders(HTTPClient& http, ModelLanes& lanes, std::function<Environment()> environment);
 
     Task<std::unique_ptr<LLMProvider>> makeProvider(ModelUse use) override;

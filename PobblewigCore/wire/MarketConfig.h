@@ -7,7 +7,7 @@
 
 namespace pobblewig {
 
-/// What a deployment of the program chooses, kept in a "market.json" that it ships.
+/// The choices of a deployment of the program, in the "market.json" that it ships.
 struct MarketConfig {
     /// Not an http URL, so that a deployment without a backend has no managed lane.
     QString backendBaseUrl = QStringLiteral("about:blank");
@@ -17,18 +17,19 @@ struct MarketConfig {
     QString appcastUrl = QStringLiteral("about:blank");
     QString downloadUrl = QStringLiteral("about:blank");
     QString defaultCanvasBaseUrl = QStringLiteral("https://canvas.instructure.com");
-    /// A server on this machine: with nothing configured no request leaves it.
+    /// A server on this machine, so that without a configuration no request leaves it.
     QString defaultVendorBaseUrl = QStringLiteral("http://127.0.0.1:11434/v1");
     QString defaultVendorLabel = QStringLiteral("local");
 
     /// The built-in values.
     static MarketConfig placeholder() { return {}; }
 
-    /// "Config/market.json" of the working directory, then the one that the program carries.
+    /// "Config/market.json" in the working directory, then the one built into the program.
     static QStringList standardFiles();
 
-    /// The first that exists and decodes of: the file named by MARKET_CONFIG_PATH, the given files
-    /// in their order. One that does not decode is logged. With none, the placeholder.
+    /// Returns the first file that exists and decodes: the one named by MARKET_CONFIG_PATH, then
+    /// the given files in order. A file that does not decode is logged. Without any, returns the
+    /// placeholder.
     static MarketConfig load(
         const Environment& environment, const QStringList& files = standardFiles());
 

@@ -21,7 +21,7 @@ auto ModelLanes::configuration(ModelUse use, Environment environment)
 auto ModelLanes::managedConfiguration(ProviderRouting::Lane lane, Environment environment)
     -> Task<std::optional<LLMConfiguration>>
 {
-    // Without a backend there is nothing to ask the keyring for.
+    // Without a backend there is no need to ask the keyring.
     if (!LaneLogic::isManaged(lane, m_market))
         co_return std::nullopt;
     const auto credential = co_await cloudCredential(environment);

@@ -5,31 +5,31 @@
 
 namespace pobblewig {
 
-/// Finds the model for each use, anew at every call: from the account's credential, the
-/// environment and the keyring, so that a change of any of them holds from the next request on.
+/// Finds the model for each use, again at every call: from the account's credential, the
+/// environment and the keyring. A change of any of them applies from the next request on.
 class ModelLanes {
 public:
     using Text = std::optional<QString>;
 
     ModelLanes(KeychainHelper& keychain, MarketConfig market);
 
-    /// The managed lane where there is one, else the direct one; nothing if the use has no model.
+    /// The managed lane if there is one, else the direct one, or nothing if the use has no model.
     Task<std::optional<LLMConfiguration>> configuration(ModelUse use, Environment environment);
 
     Task<std::optional<LLMConfiguration>> managedConfiguration(
         ProviderRouting::Lane lane, Environment environment);
 
-    /// What every request to the product's own backend carries: the variable
+    /// The credential for requests to the product's own backend: the variable
     /// POBBLEWIG_CLOUD_CREDENTIAL, else the keyring's, else the session of a signed-in user.
     Task<Text> cloudCredential(Environment environment);
 
-    /// The use's own key, from the environment or else the keyring; failing that the main one's.
+    /// The use's own key, from the environment, else the keyring, else the main model's key.
     Task<Text> mainAPIKey(Environment environment);
     Task<Text> visionAPIKey(Environment environment);
     Task<Text> librarianAPIKey(Environment environment);
     Task<Text> memeAPIKey(Environment environment);
 
-    /// Of the direct lanes.
+    /// The models of the direct lanes.
     Task<MainModelConfig> resolvedMainModel(Environment environment);
     Task<MainModelConfig> resolvedVisionModel(Environment environment);
     Task<LibrarianModelConfig> resolvedLibrarianModel(Environment environment);

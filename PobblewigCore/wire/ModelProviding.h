@@ -8,13 +8,13 @@
 
 namespace pobblewig {
 
-/// Where the models come from. Asked anew at every use, so that a change of account, environment or
-/// keyring counts from the next request on.
+/// Provides the models. Asked at every use, so that a change of account, environment or keyring
+/// applies from the next request on.
 class ModelProviding {
 public:
     virtual ~ModelProviding() = default;
 
-    /// Null where that use has no model.
+    /// Returns null if that use has no model.
     virtual Task<std::unique_ptr<LLMProvider>> makeProvider(ModelUse use) = 0;
 
     virtual Task<MainModelConfig> mainConfig() = 0;

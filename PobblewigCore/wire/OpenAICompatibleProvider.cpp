@@ -14,7 +14,7 @@ namespace {
 
 constexpr int enoughOfAnErrorBody = 2001;
 
-/// The lines of a reply's body, turned into events as they come.
+/// Turns the lines of a reply's body into events as they arrive.
 class ReplyReader {
 public:
     explicit ReplyReader(LLMStream::Sink events)
@@ -22,7 +22,7 @@ public:
     {
     }
 
-    /// False at the end mark.
+    /// Returns false at the end mark.
     bool read(QByteArrayView line);
     void finish();
 
@@ -114,7 +114,8 @@ Task<QString> errorBody(std::shared_ptr<HTTPStream> lines)
     co_return body;
 }
 
-// What follows the end mark is the end of the body: once read, the connection serves the next call.
+// After the end mark only the end of the body follows. Reading it lets the next call reuse the
+// connection.
 Task<> readToTheEnd(std::shared_ptr<HTTPStream> lines)
 {
     for (int count = 0; count < 4; ++count) {

@@ -6,10 +6,10 @@
 
 namespace pobblewig {
 
-/// Any server that speaks the OpenAI-compatible `chat/completions` format, as a stream.
+/// A server with the OpenAI-compatible `chat/completions` format, with streamed replies.
 class OpenAICompatibleProvider final : public LLMProvider {
 public:
-    /// The client outlives the provider and its streams.
+    /// The client must outlive the provider and its streams.
     OpenAICompatibleProvider(LLMConfiguration configuration, HTTPClient& http,
         std::chrono::milliseconds requestTimeout = std::chrono::seconds(120));
 

@@ -11,7 +11,7 @@ namespace {
 using Object = simdjson::dom::object;
 using Element = simdjson::dom::element;
 
-/// Reads the fields of a chunk and remembers whether one had a value of the wrong type.
+/// Reads the fields of a chunk and records whether any value had the wrong type.
 class ChunkReader {
 public:
     bool hasFailed() const { return m_hasFailed; }

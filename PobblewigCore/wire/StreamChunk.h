@@ -27,7 +27,7 @@ struct ToolCallDelta {
     std::optional<ExtraContent> extraContent;
 };
 
-/// One event of a streamed reply. Servers leave out what they please, so every field may be absent.
+/// One event of a streamed reply. Servers omit fields freely, so any field may be absent.
 struct StreamChunk {
     struct Delta {
         std::optional<QString> content;
@@ -44,7 +44,7 @@ struct StreamChunk {
     std::optional<std::vector<Choice>> choices;
     std::optional<Usage> usage;
 
-    /// Nothing for what is not JSON, or has a value of another type than the field's.
+    /// Returns nothing for text that is not JSON, or that has a value of the wrong type.
     static std::optional<StreamChunk> decode(QByteArrayView json);
 };
 

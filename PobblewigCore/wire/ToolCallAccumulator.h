@@ -7,16 +7,16 @@
 
 namespace pobblewig {
 
-/// Puts the pieces of streamed tool calls together.
+/// Assembles the pieces of streamed tool calls.
 class ToolCallAccumulator {
 public:
-    /// The position in its array stands in for the index that some servers leave out.
+    /// `position` is the place in the chunk's array, used where the server leaves out the index.
     ///
-    /// A later id or name replaces an earlier one, but the first signature stays: the vendor sends
-    /// it once, and later pieces must not wipe it.
+    /// A later id or name replaces an earlier one. The first signature stays, because the vendor
+    /// sends it only once and later pieces must not erase it.
     void add(const ToolCallDelta& delta, int position);
 
-    /// By index. Calls without a name are dropped, those without an id get one.
+    /// The calls, by index. Calls without a name are dropped; calls without an id get one.
     std::vector<LLMToolCall> complete() const;
 
 private:
