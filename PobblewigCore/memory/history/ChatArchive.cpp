@@ -8,7 +8,7 @@ namespace {
 
 const QStringView prefix = u"chat-";
 
-/// Of the day in an archive's name; invalid for other names.
+/// The day in an archive's name; invalid for other names.
 QDate dayOf(const QString& fileName)
 {
     constexpr qsizetype dayLength = 10;

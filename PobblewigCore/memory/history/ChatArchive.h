@@ -6,7 +6,7 @@
 
 #include <vector>
 
-/// Finished conversations, each in a file of its own.
+/// Finished conversations, each in its own file.
 namespace pobblewig::ChatArchive {
 
 inline constexpr int retentionDays = 365;
@@ -15,7 +15,7 @@ inline constexpr int retentionDays = 365;
 tl::expected<void, FileError> write(const DataDirectory& directory,
     const std::vector<ChatMessage>& messages, const QString& dayKey, const QUuid& sessionID);
 
-/// Removes the archives of days more than `retentionDays` ago. A name without a day stays.
+/// Removes archives of days more than `retentionDays` ago. Files without a day in their name stay.
 void sweepChatArchives(const DataDirectory& directory, TimePoint now, const Calendar& calendar);
 
 } // namespace pobblewig::ChatArchive

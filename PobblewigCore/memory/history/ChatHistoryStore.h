@@ -23,10 +23,10 @@ public:
     void update(const QUuid& id, const QString& text);
     void clear();
 
-    /// Gives it the messages that belong to none.
+    /// Assigns the messages without a session to this one.
     void adopt(const QUuid& sessionID);
 
-    /// Unknown ids are passed over.
+    /// Ignores unknown ids.
     void remove(const std::vector<ChatMessage>& messages);
 
 private:

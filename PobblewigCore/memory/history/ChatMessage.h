@@ -11,11 +11,11 @@ struct ChatMessage {
     Role role = Role::user;
     QString text;
     TimePoint timestamp;
-    /// A picture went with this message; its bytes are never kept.
+    /// Whether a picture was sent with this message. The picture itself is never kept.
     bool hadImage = false;
-    /// Nothing for what was said while the memory was off: no librarian ever reads it.
+    /// Not set for messages written while the memory was off; the librarian never reads them.
     std::optional<QUuid> sessionID = std::nullopt;
-    /// Set on a message that the program sent unasked.
+    /// Set on a message that the program sent unprompted.
     std::optional<QUuid> relatedInterventionID = std::nullopt;
 
     bool operator==(const ChatMessage&) const = default;

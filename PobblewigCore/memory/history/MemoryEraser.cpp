@@ -24,7 +24,7 @@ bool isArchive(const QString& fileName)
     return fileName.startsWith(u"chat-") && fileName.endsWith(u".json");
 }
 
-/// What a crash in the middle of a write leaves beside the file.
+/// Removes the suffix of a file that a crash left in the middle of a write.
 QString withoutPartialMark(const QString& fileName)
 {
     static const auto end = QStringLiteral(".partial");

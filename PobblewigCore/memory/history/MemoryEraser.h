@@ -4,7 +4,7 @@
 #include "memory/MemoryTiers.h"
 #include "memory/history/ChatHistoryStore.h"
 
-/// "Delete all memory".
+/// Implements "Delete all memory".
 namespace pobblewig::MemoryEraser {
 
 /// Empties the stores; the reference memory keeps its fixed sections.
@@ -14,7 +14,7 @@ void emptyStores(MemoryTiers& memory, ChatHistoryStore& history, TimePoint now);
 /// conversation, or a copy of a store's file that a backup, a bad read, a crash or a download left.
 bool isCopy(const QString& fileName);
 
-/// Removes these files. A failure is logged, and the others go all the same.
+/// Removes these files. A failure is logged, and the remaining files are still removed.
 void removeCopies(const QDir& directory);
 
 } // namespace pobblewig::MemoryEraser

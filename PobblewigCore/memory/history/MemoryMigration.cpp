@@ -17,8 +17,8 @@ namespace pobblewig {
 
 namespace {
 
-/// What can be told of "memory.json" in whatever shape: no version, or one that is no whole number,
-/// is the present one.
+/// What can be told about any "memory.json". Without a version, or with one that is not a whole
+/// number, the file counts as current.
 struct MemoryFileOutline {
     int version = MemoryMigration::currentMemorySchemaVersion;
     int notes = 0;
@@ -82,7 +82,7 @@ tl::expected<QByteArray, FileError> contents(const QString& path)
     return bytes;
 }
 
-/// The path of the copy. Launches without a save between them find the copy of the first.
+/// Returns the path of the copy. Until the store saves, later launches reuse the first copy.
 tl::expected<QString, FileError> backUp(
     const DataDirectory& directory, const QString& path, int version, TimePoint now)
 {

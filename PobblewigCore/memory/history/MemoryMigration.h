@@ -18,32 +18,32 @@ struct MigrationReport {
     int patternsPreserved = 0;
     bool legacyChatAdopted = false;
 
-    /// What happened, in a line for the log.
+    /// One line for the log about what happened.
     QString migrationSummary() const;
 };
 
-/// Takes the files of earlier versions into the present ones. Nothing here stops the launch.
+/// Migrates the files of earlier versions. No failure here stops the launch.
 namespace MemoryMigration {
 
 constexpr int currentMemorySchemaVersion = 2;
 constexpr int backupRetentionDays = 30;
 
-/// To be called before the stores load. Copies a "memory.json" of an earlier version to
-/// "memory.v1-backup-2026-03-01T08-15-00Z.json", once for each content, and leaves the reading
-/// of it to the store. Sweeps the backups whose time is over.
+/// Call this before the stores load. Copies a "memory.json" of an earlier version to
+/// "memory.v1-backup-2026-03-01T08-15-00Z.json", once for each content; the store then reads the
+/// original. Removes backups whose time is over.
 MigrationReport run(const DataDirectory& directory, TimePoint now);
 
-/// Removes backups made more than `olderThan` days ago, by the time in their names if they have
-/// one, else by their date.
+/// Removes backups made more than `olderThan` days ago, by the time in their name if there is one,
+/// else by their file date.
 void sweepBackupLitter(
     const DataDirectory& directory, TimePoint now, int olderThan = backupRetentionDays);
 
-/// Whether a file of that name is a copy set aside by a migration, a clean-up of corrupt files
-/// or an installed pull.
+/// Whether a file of that name is a copy left by a migration, a clean-up of corrupt files or an
+/// installed pull.
 bool isBackupLitter(const QString& name);
 
-/// A conversation from before there were sessions becomes a finished one, and a session is
-/// opened. Whether it did; with any session there it does nothing.
+/// Turns a conversation that predates sessions into a finished session and opens a new one. Returns
+/// whether it did. Does nothing if any session exists.
 bool adoptLegacyChatIfNeeded(DailySessionStore& sessions, ChatHistoryStore& history, TimePoint now,
     const Calendar& calendar);
 

@@ -42,7 +42,7 @@ void UsageCounter::addIntervention()
 
 void UsageCounter::save() const
 {
-    // Totals are a convenience: a failed write costs nothing that the next one does not repair.
+    // Totals are a convenience: the next write makes up for a failed one.
     if (m_file)
         (void)m_file->save(m_snapshot);
 }

@@ -6,7 +6,7 @@
 
 namespace pobblewig {
 
-/// Totals of tokens and model calls since the beginning, kept in "usage.json".
+/// All-time totals of tokens and model calls, kept in "usage.json".
 class UsageCounter {
 public:
     struct Snapshot {
