@@ -38,7 +38,7 @@ bool isShallow(const JSONValue& value, int levels)
     return true;
 }
 
-// The depth comes first: the text of a deep value takes long to make.
+// Checks the depth first, because the text of a deep value takes long to make.
 bool isSmall(const JSONValue& value)
 {
     return isShallow(value, deepestDetail)

@@ -6,8 +6,8 @@
 
 namespace pobblewig {
 
-/// An object of what a model answered. Models err: a value of the wrong type counts as absent, and
-/// of a list no more is read than anybody would want.
+/// One JSON object in a model's answer. Models make mistakes: a value of the wrong type counts as
+/// absent, and a long list is only read up to a limit.
 class AnswerFields {
 public:
     static constexpr size_t mostEntries = 100;
@@ -16,19 +16,19 @@ public:
 
     explicit AnswerFields(JSONValue::Object values);
 
-    /// Nothing if there is no list.
+    /// Returns nothing if there is no list.
     std::optional<size_t> elementCount(const QString& name) const;
 
-    /// Trimmed and without line breaks; empty if there is none.
+    /// A trimmed text without line breaks; empty if there is none.
     QString line(const QString& name) const;
 
-    /// The same, cut to the longest that is kept.
+    /// The same, cut to the maximum length.
     QString shortLine(const QString& name) const;
 
-    /// Trimmed, with its paragraphs, and cut to the longest that is kept.
+    /// A trimmed text with its paragraphs, cut to the maximum length.
     QString prose(const QString& name) const;
 
-    /// Those with a text in them, each cut.
+    /// The entries that contain text, each cut to the maximum length.
     std::vector<QString> shortLines(const QString& name) const;
 
     std::optional<bool> boolean(const QString& name) const;
@@ -38,13 +38,13 @@ public:
     /// The members of an object that are small and not deeply nested.
     JSONValue::Object smallMembers(const QString& name) const;
 
-    /// 0 to 1.
+    /// Between 0 and 1.
     std::optional<double> confidence() const;
 
-    /// Its text is not cut. `source` vouches for it if the model names nobody.
+    /// The text is not cut. `source` applies if the model names no source.
     NewNote note(MemorySource source, TimePoint now) const;
 
-    /// The case of that name.
+    /// The enum case with that name.
     template <typename Enum>
     Enum named(const QString& name, Enum otherwise) const
     {

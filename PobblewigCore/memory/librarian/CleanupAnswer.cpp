@@ -13,7 +13,7 @@ namespace {
 
 constexpr double defaultConfidence = 0.6;
 
-/// The notes by what they say; of two that say the same, an active one.
+/// The notes by their statement. Of two with the same statement, an active one.
 QHash<QString, const MemoryNote*> byStatement(const std::vector<MemoryNote>& notes)
 {
     QHash<QString, const MemoryNote*> known;
@@ -50,8 +50,8 @@ MemoryNote added(const NewNote& told, TimePoint now)
         });
 }
 
-/// What the user said stays the user's word, nothing else becomes it, and what was to end still
-/// ends.
+/// The user's own notes stay marked as such, and no other note becomes one. A temporary note stays
+/// temporary unless the answer says otherwise.
 MemoryNote kept(const MemoryNote& known, NewNote told, std::optional<bool> isTemporary)
 {
     using enum MemorySource;

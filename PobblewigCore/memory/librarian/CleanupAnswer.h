@@ -4,17 +4,17 @@
 #include "memory/MemoryNote.h"
 #include "memory/librarian/AnswerFields.h"
 
-/// What a model made of the notes that it was to rewrite.
+/// Reads a model's rewritten list of notes.
 namespace pobblewig::CleanupAnswer {
 
-/// A note that says what an existing one says inherits its wording and its history, and stays the
-/// user's word if it was; of several that say the same the first one counts. A new text is cut if
-/// it is too long.
+/// A note with the same statement as an existing one inherits its wording and history, and stays
+/// the user's own if it was. Of several with the same statement, the first counts. A new text is
+/// cut if it is too long.
 std::vector<MemoryNote> notes(
     const AnswerFields& answer, const std::vector<MemoryNote>& existing, TimePoint now);
 
-/// The patterns that there were if the answer has none. A new one needs evidence among `notes` that
-/// spans two days; an existing one gains by such evidence and stays without it.
+/// The existing patterns if the answer has none. A new one needs evidence in `notes` that spans two
+/// days; an existing one stays and gains any such evidence.
 std::vector<PatternNote> patterns(const AnswerFields& answer, const std::vector<MemoryNote>& notes,
     const std::vector<PatternNote>& existing, TimePoint now, const Calendar& calendar);
 

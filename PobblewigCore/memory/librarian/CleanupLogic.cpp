@@ -28,7 +28,7 @@ bool areAllIn(const std::vector<Entry>& seen, const std::vector<Entry>& entries)
     });
 }
 
-/// Those of `entries` that are neither among the seen ones nor said by the rewritten ones.
+/// The entries that were not seen and that the rewritten ones do not state.
 template <typename Entry>
 std::vector<Entry> unseen(
     std::vector<Entry> entries, const std::vector<Entry>& seen, const std::vector<Entry>& rewritten)

@@ -3,15 +3,16 @@
 #include "memory/CleanupSnapshot.h"
 #include "memory/librarian/LibrarianAnswers.h"
 
-/// What becomes of a rewriting of the notes when they have changed since the model read them.
+/// Applies rewritten notes when the notes have changed since the model read them.
 namespace pobblewig::CleanupLogic {
 
-/// Whether something of what the model saw has been deleted or worded anew since: its answer may
-/// then hold, in other words, what is no longer to be known.
+/// Whether anything that the model saw has since been deleted or reworded. Its answer may then
+/// still contain, in other words, what was to be forgotten.
 bool isOvertaken(const CleanupSnapshot& seen, const std::vector<MemoryNote>& notes,
     const std::vector<PatternNote>& patterns);
 
-/// The notes that the model did not see stand before the rewritten ones, such patterns after them.
+/// Adds the notes that the model did not see before the rewritten ones, and such patterns after
+/// them.
 CleanupResult withUnseen(CleanupResult rewritten, const CleanupSnapshot& seen,
     const std::vector<MemoryNote>& notes, const std::vector<PatternNote>& patterns);
 

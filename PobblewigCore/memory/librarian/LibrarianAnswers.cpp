@@ -43,7 +43,7 @@ Parsed<AnswerFields> answerIn(const QString& text)
     return AnswerFields(*JSONValue::fromJson(document.object()).object());
 }
 
-/// The prompt's example of a text that may be absent tempts models to write "null".
+/// The prompt's example of an optional text tempts models to write "null".
 std::optional<QString> thought(const AnswerFields& fields, const QString& name)
 {
     const auto text = fields.shortLine(name);

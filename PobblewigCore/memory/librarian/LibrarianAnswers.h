@@ -10,8 +10,7 @@
 
 namespace pobblewig {
 
-/// What the librarian wants to have remembered, cleaned of what is empty and of words that nobody
-/// knows.
+/// What the librarian wants remembered, without empty entries and unknown enum names.
 struct ExtractionResult {
     std::vector<NewNote> notes;
     /// Without ids and times.
@@ -27,7 +26,7 @@ struct CloseoutIntentItem {
     bool operator==(const CloseoutIntentItem&) const = default;
 };
 
-/// The account of a day.
+/// The summary of a day.
 struct DailyCloseout {
     QString summary;
     std::vector<QString> highlights;
@@ -44,35 +43,35 @@ struct WeeklyRollupResult {
     bool operator==(const WeeklyRollupResult&) const = default;
 };
 
-/// The whole list of notes anew.
+/// The complete rewritten notes and patterns.
 struct CleanupResult {
     std::vector<MemoryNote> notes;
     std::vector<PatternNote> patterns;
 };
 
-/// Reads what a model answered, whatever it wrapped around the JSON. What has the wrong type counts
-/// as absent, of a list the first 100 entries count, and long texts are cut. The error is a
-/// sentence for the diagnostics, which quotes nothing of the answer.
+/// Reads a model's answer, whatever text surrounds the JSON. A value of the wrong type counts as
+/// absent, only the first 100 entries of a list are read, and long texts are cut. The error is a
+/// sentence for the diagnostics that quotes nothing from the answer.
 namespace LibrarianAnswers {
 
 template <typename Value>
 using Parsed = tl::expected<Value, QString>;
 
-/// From the first brace to the one that closes it; braces in strings count too. Nothing if none
-/// does.
+/// The text from the first brace to its closing one, counting braces in strings, too. Returns
+/// nothing if it is not closed.
 std::optional<QString> extractJSONObject(const QString& text);
 
-/// `noteSource` vouches for the notes that name nobody else. More than 1,000 characters are no
-/// note.
+/// `noteSource` applies to notes that name no source. A note over 1,000 characters is dropped.
 Parsed<ExtractionResult> parseExtraction(
     const QString& text, MemorySource noteSource, const QString& itemSource, TimePoint now);
 
 Parsed<DailyCloseout> parseCloseout(const QString& text);
 Parsed<WeeklyRollupResult> parseWeekly(const QString& text);
 
-/// Notes that say what an existing one says inherit its history; a new pattern stays only if its
-/// evidence spans two days. An answer without patterns keeps those there are. One that lists no
-/// notes, or an empty list where there are some, is refused: it would archive most of them.
+/// A note with the same statement as an existing one inherits its history. A new pattern needs
+/// evidence that spans two days. An answer without patterns keeps the existing ones. An answer
+/// without notes, or with an empty list where notes exist, is refused, since it would archive most
+/// of them.
 Parsed<CleanupResult> parseCleanup(const QString& text,
     const std::vector<MemoryNote>& existingNotes, const std::vector<PatternNote>& existingPatterns,
     TimePoint now, const Calendar& calendar);

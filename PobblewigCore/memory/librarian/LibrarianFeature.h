@@ -6,10 +6,10 @@
 
 namespace pobblewig {
 
-/// The second model, which reads along, and what it makes of a session that ends.
+/// The second model, which reads the conversations, and the rollover of ended sessions.
 class LibrarianFeature : public Feature {
 public:
-    /// All of it outlives the feature.
+    /// Everything here must outlive the feature.
     struct Surroundings {
         const Stores& stores;
         const Moment& moment;
@@ -17,7 +17,7 @@ public:
         std::optional<DataDirectory> directory;
         /// The lines of the current situation.
         std::function<Task<QString>()> situation;
-        /// What the user did on the computer, in words.
+        /// Describes what the user did on the computer.
         std::function<QString(TimePoint from, TimePoint to)> activitySummary;
     };
 
@@ -28,7 +28,7 @@ public:
     SessionRolloverService& rollover() { return m_rollover; }
     ReadingAlong& readingAlong() { return m_readingAlong; }
 
-    /// Finishes what a crash has cut off, and opens a session.
+    /// Finishes a rollover that a crash interrupted, and opens a session.
     void start() override;
 
 private:

@@ -26,7 +26,7 @@ bool isForTheLibrarian(const ChatMessage& message)
     return isSpoken(message) && message.sessionID;
 }
 
-// On one line: a text that quotes the form of these lines would pass for somebody else's words.
+// Kept on one line, so that a text which imitates this format cannot pass for another's message.
 QString stamped(TimePoint time, const QString& text)
 {
     return u'[' % ISO8601::format(time) % u"] " % Text::onOneLine(text);
@@ -59,7 +59,7 @@ QString paragraph(const PeriodSummary& daily, const Calendar& calendar)
     return text;
 }
 
-/// An open end is handed from day to day; it counts once.
+/// Unfinished items are passed on from day to day; each is listed once.
 void gather(std::vector<QString>& gathered, const std::vector<QString>& texts, QSet<QString>& known)
 {
     for (const auto& text : texts) {

@@ -6,8 +6,8 @@ namespace pobblewig {
 
 namespace {
 
-/// A slow model at home needs minutes. A server that sends signs of life and no answer would hold
-/// up the end of a session for ever.
+/// A slow local model needs minutes. Without a limit, a server that sends keep-alives but no answer
+/// would delay the end of a session forever.
 constexpr std::chrono::minutes longestAnswer(10);
 
 LLMRequest requestFor(const LibrarianModel::Question& question, const LibrarianModelConfig& config)
@@ -21,7 +21,7 @@ LLMRequest requestFor(const LibrarianModel::Question& question, const LibrarianM
     };
 }
 
-/// The status by which a server says that the request itself is wrong.
+/// The status by which a server rejects the request itself.
 std::optional<int> rejection(const LLMFailure& failure)
 {
     const auto* error = std::get_if<LLMError>(&failure);

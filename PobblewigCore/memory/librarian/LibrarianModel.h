@@ -10,7 +10,7 @@
 
 namespace pobblewig {
 
-/// Puts single questions to the model of the librarian's lane and counts what they cost.
+/// Sends single questions to the librarian's model and counts the tokens used.
 ///
 /// Lives on the main thread, as long as the process.
 class LibrarianModel {
@@ -18,17 +18,17 @@ public:
     struct Question {
         QString prompt;
         LLMResponseFormat format;
-        /// How many times the usual length the answer may take.
+        /// The maximum length of the answer, as a multiple of the usual one.
         int tokenFactor = 1;
     };
 
-    /// Nothing without a model, and once it is no longer wanted.
+    /// Nothing without a model, or if the answer is no longer wanted.
     using Answer = std::optional<tl::expected<QString, LLMFailure>>;
 
     LibrarianModel(UsageCounter& usage, ModelProviding& models);
 
-    /// A server that rejects the form of the answer is asked once more without it: the question
-    /// shows the form as well. Nothing is sent after `stop`.
+    /// If a server rejects the request, asks once more without the schema, which the prompt
+    /// describes as well. Sends nothing after `stop`.
     Task<Answer> ask(Question question, std::stop_token stop);
 
 private:

@@ -6,7 +6,7 @@ namespace pobblewig {
 
 namespace {
 
-/// Stands for NOTES in the others.
+/// Replaces NOTES in the other schemas.
 constexpr auto notesForm = R"({
     "type": "array",
     "items": {

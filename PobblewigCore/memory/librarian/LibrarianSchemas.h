@@ -2,7 +2,7 @@
 
 #include "wire/LLMProvider.h"
 
-/// The forms of the librarian's answers, ready to be sent with a request.
+/// The response formats of the librarian's requests.
 namespace pobblewig::LibrarianSchemas {
 
 LLMResponseFormat extraction();

@@ -110,7 +110,7 @@ void LibrarianService::abandonRuns()
 {
     m_stop.request_stop();
     m_stop = std::stop_source();
-    // A server's words may quote what it was asked.
+    // A server's message may quote the prompt.
     clearError();
 }
 

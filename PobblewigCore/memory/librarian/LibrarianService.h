@@ -21,7 +21,7 @@ struct LibrarianExtractionResult {
     bool operator==(const LibrarianExtractionResult&) const = default;
 };
 
-/// The finished notes of a meeting.
+/// The complete notes of a meeting.
 struct MeetingNotes {
     QString appName;
     int minutes = 0;
@@ -30,8 +30,7 @@ struct MeetingNotes {
 };
 
 /// The second, cheaper model, which reads conversations in the background and decides what to
-/// remember. Nothing that goes wrong here reaches the conversation: it becomes a log line and
-/// `lastError`.
+/// remember. Failures here never reach the conversation; they become a log line and `lastError`.
 ///
 /// Lives on the main thread, as long as the process.
 class LibrarianService {
@@ -44,47 +43,48 @@ public:
         std::vector<QString> previousIntent;
     };
 
-    /// `stores` and `moment` outlive the service, and so do the models.
+    /// `stores`, `moment` and `models` must outlive the service.
     LibrarianService(const Stores& stores, const Moment& moment, ModelProviding& models);
 
     std::optional<TimePoint> lastRunAt() const { return m_lastRunAt; }
     std::optional<TimePoint> lastCleanupAt() const { return m_lastCleanupAt; }
 
-    /// Of the latest failure; nothing since a run that went well.
+    /// The latest failure, or nothing since a run that went well.
     const std::optional<QString>& lastError() const { return m_lastError; }
     std::optional<TimePoint> lastErrorAt() const { return m_lastErrorAt; }
 
-    /// All zeros after a failure, without a model and where the window holds nothing to read.
+    /// Returns all zeros after a failure, without a model, or if there is nothing to read in the
+    /// window.
     Task<LibrarianExtractionResult> extractAfterTurn(std::vector<ChatMessage> window,
         QString situation, std::vector<QString> referencePaths, std::set<AssistantRole> roles);
     Task<LibrarianExtractionResult> ingestMeetingNotes(MeetingNotes notes);
 
-    /// Never fail: where the model does, the deterministic account stands in.
+    /// Never fail: without an answer from the model, they return the deterministic summary.
     Task<DailyCloseout> closeDailySession(DayToClose day);
     Task<WeeklyRollupResult> weeklyRollup(std::vector<PeriodSummary> dailies);
 
-    /// Rewrites the notes if their size asks for it. A failure changes nothing, and neither does an
-    /// answer that the user's own changes have overtaken.
+    /// Rewrites the notes if they have grown too large. Changes nothing after a failure, or if the
+    /// user's own changes have made the answer outdated.
     Task<> cleanupIfNeeded();
 
-    /// Called when the memory is deleted: no run that is under way brings back what it has read.
-    /// Its result is zeros or an empty account.
+    /// Called when the memory is deleted, so that no run in progress restores what it has read.
+    /// Such a run returns zeros or an empty summary.
     void abandonRuns();
 
 private:
-    /// Who vouches for what a run has found.
+    /// The source that a run's findings are attributed to.
     struct Origin {
         MemorySource noteSource;
         QString itemSource;
-        /// Of the observations; else the moment of the answer.
+        /// The time of the observations; without it, the time of the answer.
         std::optional<TimePoint> occurredAt = std::nullopt;
     };
 
-    /// What `parse` reads in the answer. A failure is recorded under the name of the job.
+    /// The answer as parsed by `parse`. A failure is recorded under the name of the job.
     template <typename Value>
     std::optional<Value> accepted(const LibrarianModel::Answer& answer, QStringView job,
         const std::function<LibrarianAnswers::Parsed<Value>(const QString&)>& parse);
-    /// Nothing with the memory off.
+    /// Returns nothing while the memory is off.
     Task<LibrarianModel::Answer> ask(LibrarianModel::Question question, std::stop_token stop);
     bool mayRemember() const { return m_settings.settings().memoryEnabled; }
     void clearError();
@@ -100,7 +100,7 @@ private:
     MemoryTiers& m_memory;
     const Moment& m_moment;
     LibrarianModel m_model;
-    /// Of the runs since the memory was last deleted.
+    /// Stops the runs begun since the memory was last deleted.
     std::stop_source m_stop;
     bool m_isCleaningUp = false;
     std::optional<TimePoint> m_lastRunAt;

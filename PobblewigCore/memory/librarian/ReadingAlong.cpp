@@ -31,7 +31,7 @@ Task<> ReadingAlong::extractPendingTurns()
     if (m_turnsSinceExtraction < 1 && m_lastExtractedMessageID)
         co_return;
     auto window = LibrarianLogic::messagesAfter(m_history.messages(), m_lastExtractedMessageID);
-    // Before anything is awaited, so that no message is offered twice.
+    // Before the first co_await, so that no message is passed on twice.
     passOver();
     const auto situation = co_await m_situation();
     co_await m_librarian.extractAfterTurn(std::move(window), situation,

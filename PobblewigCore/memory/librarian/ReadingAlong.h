@@ -5,25 +5,25 @@
 
 namespace pobblewig {
 
-/// Counts the turns of the conversation and hands them to the librarian in batches.
+/// Counts the turns of the conversation and passes them to the librarian in batches.
 class ReadingAlong {
 public:
     static constexpr int extractionIntervalTurns = 14;
 
-    /// All of it outlives the reading. `situation` is asked for each batch.
+    /// All arguments must outlive this object. `situation` is called for each batch.
     ReadingAlong(const Stores& stores, LibrarianService& librarian,
         std::function<Task<QString>()> situation);
 
-    /// Meant for the background: it may take as long as a model does.
+    /// Run this in the background: it takes as long as the model.
     Task<> afterChatTurn();
 
-    /// Reads the tail of the conversation, before a day closes. A failed batch is not tried again.
-    /// After a launch the tail is the whole conversation: better read twice than never, for users
-    /// who quit every evening.
+    /// Reads the rest of the conversation before a day closes. A failed batch is not retried. After
+    /// a launch the rest is the whole conversation, because for users who quit every evening it is
+    /// better to read messages twice than never.
     Task<> extractPendingTurns();
 
 private:
-    /// What has been said so far is not offered any more.
+    /// Skips everything said so far.
     void passOver();
     bool isMemoryEnabled() const { return m_settings.settings().memoryEnabled; }
 

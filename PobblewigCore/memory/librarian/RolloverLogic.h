@@ -6,17 +6,17 @@
 
 #include <vector>
 
-/// The records that the end of a day leaves.
+/// Builds the records of a finished day or week.
 namespace pobblewig::RolloverLogic {
 
-/// Every session has one summary, and its id follows from the session's: so a rollover that is
-/// repeated after a crash finds the summary that it wrote.
+/// Derives the id of a session's only summary from the session's id, so that a rollover repeated
+/// after a crash finds the summary that it wrote.
 QUuid dailySummaryID(const QUuid& sessionID);
 
 PeriodSummary dailySummary(const DailySession& session, const DailyCloseout& closeout,
     const std::vector<DatedObservation>& observations, TimePoint now);
 
-/// Of at least one day, in order.
+/// `dailies` has at least one day and is in order.
 PeriodSummary weeklySummary(
     const std::vector<PeriodSummary>& dailies, const WeeklyRollupResult& rollup, TimePoint now);
 

@@ -64,7 +64,7 @@ Task<> SessionRolloverService::rollUpWeek(TimePoint now)
         co_return;
     const auto dailies = m.memory.summaries.unsummarizedDailies();
     const auto rollup = co_await m.librarian.weeklyRollup(dailies);
-    // The memory may have been deleted meanwhile.
+    // The memory may have been deleted in the meantime.
     if (m.memory.summaries.unsummarizedDailies() == dailies)
         m.memory.summaries.add(RolloverLogic::weeklySummary(dailies, rollup, now));
 }
@@ -98,7 +98,7 @@ Task<bool> SessionRolloverService::closeDay(
         .activitySummary = m.activitySummaryProvider(session.startedAt, now),
         .previousIntent = latest ? latest->unresolvedIntent : std::vector<QString>(),
     });
-    // The memory may have been deleted meanwhile, and the session with it.
+    // The memory, including the session, may have been deleted in the meantime.
     if (!isActive(session.id) || closeout.summary.isEmpty())
         co_return false;
     m.memory.summaries.add(RolloverLogic::dailySummary(session, closeout, observations, now));
@@ -121,7 +121,7 @@ void SessionRolloverService::finish(const DailySession& session, const PeriodSum
 void SessionRolloverService::beginNext(const DailySession& ended,
     const std::vector<ChatMessage>& window, TimePoint now, const Calendar& calendar)
 {
-    // What cannot be archived stays, and goes with the next session.
+    // Messages that cannot be archived stay, and are archived with the next session.
     if (archive(ended, window))
         m.history.remove(window);
     m.memory.sessions.startNewSession(now, ended.id, calendar);
@@ -133,7 +133,7 @@ void SessionRolloverService::beginNext(const DailySession& ended,
 bool SessionRolloverService::archive(
     const DailySession& session, const std::vector<ChatMessage>& window)
 {
-    // An empty one would replace what was archived before a crash.
+    // An empty archive would replace the one written before a crash.
     if (!m.chatArchiveDirectory || window.empty())
         return true;
     const auto written =

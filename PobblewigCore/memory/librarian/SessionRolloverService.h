@@ -15,25 +15,25 @@ struct RolloverOutcome {
     bool operator==(const RolloverOutcome&) const = default;
 };
 
-/// Ends a day: the active session becomes a daily summary, the conversation goes into an archive,
-/// the next session begins, and seven days become a week.
+/// Ends a day: turns the active session into a daily summary, archives the conversation, opens the
+/// next session, and turns seven days into a week.
 ///
-/// One rollover at a time: while one is under way another does nothing. What is said meanwhile
-/// belongs to the next session. A process that dies between two steps loses no message and repeats
-/// no summary. Lives on the main thread, as long as the process.
+/// Only one rollover runs at a time; a second call does nothing. Messages written in the meantime
+/// belong to the next session. If the process dies between two steps, no message is lost and no
+/// summary is repeated. Lives on the main thread, as long as the process.
 class SessionRolloverService {
 public:
     struct Dependencies {
         MemoryTiers& memory;
         ChatHistoryStore& history;
         LibrarianService& librarian;
-        /// Without it no archive is written.
+        /// Without a directory no archive is written.
         std::optional<DataDirectory> chatArchiveDirectory;
-        /// What the user did on the computer, in words.
+        /// Describes what the user did on the computer.
         std::function<QString(TimePoint from, TimePoint to)> activitySummaryProvider;
     };
 
-    /// A session and what was said in it.
+    /// A session and its messages.
     struct Ending {
         QUuid sessionID;
         std::vector<ChatMessage> window;
@@ -44,27 +44,27 @@ public:
     bool isUnderWay() const { return m_isUnderWay; }
     std::optional<TimePoint> lastRolloverAt() const { return m_lastRolloverAt; }
 
-    /// The active session as it is now, to be closed later; nothing without one.
+    /// The current state of the active session, to be closed later, or nothing if there is none.
     std::optional<Ending> ending() const;
 
     Task<RolloverOutcome> rolloverIfNeeded(TimePoint now, Calendar calendar);
 
-    /// What was said since goes on in the next session; nothing is done if that of the ending is no
-    /// longer the active one.
+    /// Later messages move to the next session. Does nothing if the ending's session is no longer
+    /// active.
     Task<RolloverOutcome> rolloverIfNeeded(
         TimePoint now, Calendar calendar, std::optional<Ending> ending);
 
-    /// Whatever the day and the silence.
+    /// Rolls over regardless of the day and of inactivity.
     Task<RolloverOutcome> forceRollover(TimePoint now, Calendar calendar);
     Task<RolloverOutcome> forceRollover(
         TimePoint now, Calendar calendar, std::optional<Ending> ending);
 
-    /// To be called at the start, before there is a new session or message: finishes a rollover
-    /// that a crash has cut off after its summary was written.
+    /// Call this at the start, before there is a new session or message. Finishes a rollover that a
+    /// crash interrupted after its summary was written.
     void finishInterrupted(TimePoint now, const Calendar& calendar);
 
-    /// Makes a week of the days, if there are enough. To be called at the start as well, for the
-    /// same reason.
+    /// Turns days into a week if there are enough. Call this at the start as well, for the same
+    /// reason.
     Task<> rollUpWeek(TimePoint now);
 
 private:
