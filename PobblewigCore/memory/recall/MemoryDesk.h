@@ -8,10 +8,10 @@
 
 namespace pobblewig {
 
-/// What the user does to the memory by hand. Every change is published at once.
+/// The user's own changes to memory. Every change is published at once.
 class MemoryDesk {
 public:
-    /// All of it outlives the desk.
+    /// Everything here must outlive the desk.
     struct Dependencies {
         const Stores& stores;
         const Moment& moment;
@@ -19,15 +19,15 @@ public:
         std::optional<DataDirectory> directory;
         /// Called after each change.
         std::function<void()> changed;
-        /// Called before and after all memory goes: nothing under way may bring it back, and nobody
-        /// else may keep what quotes it.
+        /// Called before and after all memory is deleted, so that nothing in progress restores it
+        /// and every quotation of it elsewhere is dropped.
         std::function<void()> forgetting;
         std::function<void()> forgotten;
     };
 
     explicit MemoryDesk(Dependencies dependencies);
 
-    /// Also removes a pattern of that id.
+    /// Also removes a pattern with that id.
     void deleteNote(const QUuid& id);
     void correctNote(const QUuid& id, const QString& newText);
     void deleteObservation(const QUuid& id);
@@ -40,7 +40,7 @@ public:
     QString exportMemoryText() const;
 
     /// Empties every tier and the conversation, removes all copies of them from the directory, and
-    /// opens a fresh session.
+    /// opens a new session.
     void deleteAllMemory();
 
 private:

@@ -6,19 +6,18 @@
 
 namespace pobblewig {
 
-/// What is remembered: read by models and by the user, published for the memory's screens. Its
-/// record is a `MemorySnapshot`.
+/// The memory, read by models and by the user. Publishes a `MemorySnapshot` for the memory screens.
 class MemoryFeature : public Feature {
 public:
-    /// All of it outlives the feature.
+    /// Everything here must outlive the feature.
     struct Surroundings {
         const Stores& stores;
         const Moment& moment;
         std::optional<DataDirectory> directory;
         /// The lines of the current situation.
         std::function<Task<QString>()> situation;
-        /// Called before and after all memory goes: nothing under way may bring it back, and nobody
-        /// else may keep what quotes it.
+        /// Called before and after all memory is deleted, so that nothing in progress restores it
+        /// and every quotation of it elsewhere is dropped.
         std::function<void()> forgetting;
         std::function<void()> forgotten;
     };

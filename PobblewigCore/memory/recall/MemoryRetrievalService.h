@@ -23,13 +23,13 @@ struct MemoryRetrievalError {
     static MemoryRetrievalError noActiveSession();
 
     Kind kind = Kind::noActiveSession;
-    /// The path or the id that nothing stands behind.
+    /// The path or id that was not found.
     QString subject;
 
     QString description() const;
 };
 
-/// Everything that can be read from memory, as it stands at the moment of each call.
+/// Read access to all of memory, in its current state at each call.
 class MemoryRetrievalService {
 public:
     template <typename Value>
@@ -42,7 +42,7 @@ public:
     /// Fails for an unknown or unconfirmed section.
     virtual Task<Expected<ReferenceSection>> readReferenceSection(QString path) = 0;
 
-    /// Without paths, in all sections.
+    /// Without paths, searches all sections.
     virtual Task<Expected<std::vector<ReferenceSearchResult>>> searchReference(
         QString query, std::vector<QString> paths) = 0;
 

@@ -7,24 +7,24 @@
 
 #include <vector>
 
-/// Memory as the tools show it to the model: compact lines, each record with the short id by which
-/// the model can speak of it, and a sentence where there is none.
+/// Memory in the form that tools show to a model: compact lines, each record with a short id for
+/// reference, or a sentence if there are no records.
 namespace pobblewig::MemoryToolText {
 
-/// Up to four lines. An inference is marked as such, so that no guess is repeated as a fact.
+/// At most four lines. An inference is marked as such, so that a guess is not repeated as a fact.
 QString renderObservation(const DatedObservation& observation);
 QString renderObservations(const std::vector<DatedObservation>& observations);
 
 QString renderPeriods(const std::vector<PeriodSummary>& summaries);
 
-/// The summary, then the days and the observations behind it.
+/// The summary, then its days and observations.
 QString renderExpanded(const ExpandedPeriod& period);
 
 QString renderHits(const std::vector<ReferenceSearchResult>& hits);
 QString renderSession(const DailySession& session);
 QString renderGoals(const std::vector<MemoryNote>& notes);
 
-/// With their categories.
+/// Includes their categories.
 QString renderNotes(const std::vector<MemoryNote>& notes);
 
 } // namespace pobblewig::MemoryToolText

@@ -7,14 +7,14 @@
 /// The tools by which a model reads from memory and adds to it.
 namespace pobblewig::MemoryTools {
 
-/// All of them outlive the tools.
+/// Everything here must outlive the tools.
 struct Dependencies {
     MemoryRetrievalService& retrieval;
     MemoryTiers& memory;
     Clock clock = systemNow;
 };
 
-/// Those of `RetrievalTools` first.
+/// Begins with the tools of `RetrievalTools`.
 std::vector<Tool> tools(const Dependencies& dependencies);
 
 } // namespace pobblewig::MemoryTools

@@ -10,7 +10,7 @@ namespace pobblewig {
 /// Reads the stores of this machine.
 class NativeMemoryRetrieval : public MemoryRetrievalService {
 public:
-    /// `memory` outlives the retrieval.
+    /// `memory` must outlive the retrieval.
     NativeMemoryRetrieval(
         const MemoryTiers& memory, std::function<Task<QString>()> situationProvider);
 

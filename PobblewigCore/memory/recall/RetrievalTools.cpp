@@ -20,7 +20,7 @@ tl::unexpected<QString> failed(const Error& error)
     return tl::unexpected(error.description());
 }
 
-/// What was retrieved, as the text that `render` makes of it.
+/// The retrieved value, rendered as text, or the error.
 template <typename Retrieved, typename Render>
 Task<Outcome> rendered(Task<Retrieved> retrieval, Render render)
 {

@@ -6,7 +6,7 @@
 /// The tools by which a model reads from memory.
 namespace pobblewig::RetrievalTools {
 
-/// The service outlives them.
+/// The service must outlive the tools.
 std::vector<Tool> tools(MemoryRetrievalService& retrieval);
 
 } // namespace pobblewig::RetrievalTools
