@@ -5,14 +5,15 @@
 #include <optional>
 #include <vector>
 
-/// When the notes are due for a clean-up, and what one may not take away.
+/// Decides when the notes need a clean-up, and limits what a clean-up may remove.
 namespace pobblewig::CleanupGuard {
 
-/// At the hard cap always; above the soft target once enough has come since the last cleanup.
+/// Always true at the hard cap; above the soft target, true once enough was added since the last
+/// clean-up.
 bool isDue(int tokens, std::optional<int> tokensAfterLastCleanup);
 
-/// The rewritten notes, then those of the user that they leave out, as they stand, then the others
-/// that they leave out, archived.
+/// The rewritten notes, then the notes missing from them: the user's own unchanged, the others
+/// archived.
 std::vector<MemoryNote> guarded(
     std::vector<MemoryNote> rewritten, std::vector<MemoryNote> existing);
 

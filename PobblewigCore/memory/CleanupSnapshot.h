@@ -4,7 +4,7 @@
 
 namespace pobblewig {
 
-/// What a model sees of the notes that it is to rewrite.
+/// The notes and patterns that a model is asked to rewrite.
 struct CleanupSnapshot {
     std::vector<MemoryNote> notes;
     std::vector<PatternNote> patterns;

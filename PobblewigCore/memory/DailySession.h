@@ -7,20 +7,20 @@ namespace pobblewig {
 /// One stretch of conversation, normally a day.
 struct DailySession {
     QUuid id;
-    /// The user's day on which it began, such as "2026-03-01".
+    /// The user's day on which the session began, such as "2026-03-01".
     QString dayKey;
     TimePoint startedAt;
     TimePoint lastActivityAt;
-    /// Nothing while the session is active.
+    /// Not set while the session is active.
     std::optional<TimePoint> endedAt = std::nullopt;
     int turnCount = 0;
     std::optional<QString> summary = std::nullopt;
-    /// The day's use of applications, in words.
+    /// A description of the applications used that day.
     std::optional<QString> activitySummary = std::nullopt;
     std::vector<QUuid> observationIDs;
     std::optional<QUuid> dailySummaryID = std::nullopt;
     std::optional<QUuid> previousSessionID = std::nullopt;
-    /// Made from a conversation that is older than sessions.
+    /// Made from a conversation that predates sessions.
     bool isImported = false;
 
     bool operator==(const DailySession&) const = default;

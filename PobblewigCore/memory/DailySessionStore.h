@@ -11,13 +11,13 @@ namespace pobblewig {
 
 /// The latest 90 sessions, newest first, kept in "sessions.json".
 ///
-/// Lives on the main thread. Without a directory it works in memory only. The active session is
-/// the newest without an end; what changes it does nothing while there is none.
+/// Lives on the main thread. Without a directory it works in memory only. The active session is the
+/// newest without an end. Without one, changes to the active session have no effect.
 class DailySessionStore {
 public:
     static constexpr double defaultInactivityHours = 5;
 
-    /// What the end of a session knows.
+    /// What is known at the end of a session.
     struct Closing {
         std::optional<QString> summary = std::nullopt;
         std::optional<QString> activitySummary = std::nullopt;
@@ -33,24 +33,24 @@ public:
     const std::vector<DailySession>& sessions() const { return m_sessions; }
     std::optional<DailySession> activeSession() const;
 
-    /// Of the ended sessions, the one that began last.
+    /// The ended session that began last.
     std::optional<DailySession> previousSession() const;
 
     /// False while there is no active session.
     bool shouldRollOver(TimePoint now, const Calendar& calendar) const;
 
-    /// The active session, however stale, or a new one.
+    /// The active session, however old, or a new one.
     DailySession ensureActiveSession(TimePoint now, const Calendar& calendar);
     void recordTurn(TimePoint now);
     void touch(TimePoint now);
     void linkObservation(const QUuid& id);
     std::optional<DailySession> finalizeActiveSession(Closing closing, TimePoint now);
 
-    /// Does not end the active one.
+    /// Does not end the active session.
     DailySession startNewSession(
         TimePoint now, std::optional<QUuid> previousSessionID, const Calendar& calendar);
 
-    /// Only into an empty store, so that an import never stands among real sessions.
+    /// Works only in an empty store, so that an import never mixes with real sessions.
     void adoptImportedSession(DailySession session);
     void deleteAll();
 

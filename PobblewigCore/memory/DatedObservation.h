@@ -12,14 +12,14 @@ enum class ObservationSource {
     migrated
 };
 
-/// Something that happened at a certain time, kept apart from the durable notes.
+/// Something that happened at a certain time, kept separate from the durable notes.
 struct DatedObservation {
     QUuid id;
     TimePoint occurredAt;
     TimePoint recordedAt;
     /// One line.
     QString summary;
-    /// What was really seen or said.
+    /// What was actually seen or said.
     std::vector<QString> observedFacts;
     /// A conclusion, never shown as a fact.
     std::optional<QString> inference = std::nullopt;

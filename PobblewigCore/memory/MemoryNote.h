@@ -4,7 +4,7 @@
 
 namespace pobblewig {
 
-/// In the order in which the notes are shown, to the model and to the user.
+/// In the order in which notes are shown, to both the model and the user.
 enum class MemoryCategory {
     preferences,
     currentContext,
@@ -15,7 +15,7 @@ enum class MemoryCategory {
     journeys
 };
 
-/// Such as "Current Context".
+/// For example "Current Context".
 QString displayName(MemoryCategory category);
 
 enum class MemoryKind {
@@ -30,7 +30,7 @@ enum class MemoryKind {
     unresolvedIntent
 };
 
-/// Who vouches for a note.
+/// The origin of a note.
 enum class MemorySource {
     explicitUser,
     systemObserved,
@@ -48,16 +48,16 @@ struct MemoryNote {
     MemoryCategory category = MemoryCategory::misc;
     MemoryKind kind = MemoryKind::fact;
     MemorySource source = MemorySource::librarianSynthesis;
-    /// 0 to 1.
+    /// Between 0 and 1.
     std::optional<double> confidence = std::nullopt;
-    /// The epoch stands for a date that the file lacks; the store fills it in when it loads.
+    /// The epoch stands for a date that is missing in the file; the store fills it in when loading.
     TimePoint createdAt;
     TimePoint lastObservedAt;
     int observationCount = 1;
     std::vector<QUuid> supersedes;
     MemoryStatus status = MemoryStatus::active;
     bool isTemporary = false;
-    /// The end of a temporary note's life; without it the note stays.
+    /// When a temporary note expires. Without a value the note stays.
     std::optional<TimePoint> expiresAt = std::nullopt;
 
     bool operator==(const MemoryNote&) const = default;
@@ -82,11 +82,11 @@ struct MemoryNote {
 /// Whether a temporary note's time is over.
 bool isExpired(const MemoryNote& note, TimePoint now);
 
-/// What several notes of different days show together.
+/// A pattern that several notes of different days show.
 struct PatternNote {
     QUuid id;
     QString text;
-    /// How often its evidence was seen, summed up.
+    /// The sum of how often its evidence was observed.
     int evidenceCount = 0;
     TimePoint firstObservedAt;
     TimePoint lastObservedAt;

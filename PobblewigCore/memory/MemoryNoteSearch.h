@@ -5,16 +5,16 @@
 #include <optional>
 #include <vector>
 
-/// Finds notes by what they say.
+/// Finds notes by their text.
 namespace pobblewig::MemoryNoteSearch {
 
-/// The first notes, at most `limit`, of the category, if there is one, that hold every word of the
-/// query, also inside a longer word.
+/// The first `limit` notes that contain every word of the query, also inside longer words.
+/// Restricted to the category, if there is one.
 std::vector<MemoryNote> withWords(const std::vector<MemoryNote>& notes, const QString& query,
     std::optional<MemoryCategory> category, size_t limit);
 
-/// The notes that make one of these statements, case and spacing aside, each once and in the order
-/// of the statements.
+/// The notes that make one of these statements, ignoring case and spacing, each once and in the
+/// order of the statements.
 std::vector<QUuid> stating(
     const std::vector<MemoryNote>& notes, const std::vector<QString>& statements);
 

@@ -15,14 +15,14 @@ namespace pobblewig::MemorySituation {
 /// Empty without an active session.
 QString sessionInfo(const std::optional<DailySession>& active, const Calendar& calendar);
 
-/// What the last three days left open, at most ten lines.
+/// What the last three days left unfinished, in at most ten lines.
 QString unfinishedIntent(const std::vector<PeriodSummary>& dailies);
 
-/// The last three weeks, then the last five days, a line for each.
+/// The last three weeks, then the last five days, one line each.
 QString chronologicalIndex(const std::vector<PeriodSummary>& weeklies,
     const std::vector<PeriodSummary>& dailies, const Calendar& calendar);
 
-/// The sections that hold something.
+/// The sections that contain items.
 QString referenceTOC(const MemoryTableOfContents& contents);
 
 } // namespace pobblewig::MemorySituation

@@ -4,12 +4,12 @@
 
 namespace pobblewig {
 
-/// What the memory screens show.
+/// The data that the memory screens show.
 struct MemorySnapshot {
-    /// Without the archived ones.
+    /// Without archived notes.
     std::vector<MemoryNote> notes;
     std::vector<PatternNote> patterns;
-    /// What the notes cost in a prompt.
+    /// The size of the notes in a prompt, in tokens.
     int tokenEstimate = 0;
     std::optional<DailySession> activeDailySession;
     std::optional<DailySession> previousDailySession;

@@ -163,7 +163,7 @@ void MemoryStore::markCleanupRun(TimePoint now)
 void MemoryStore::applyCleanup(
     std::vector<MemoryNote> notes, std::vector<PatternNote> patterns, TimePoint now)
 {
-    // First, so that nothing the rewriting leaves out is gone at once, however old it is.
+    // Comes first, so that notes missing from the rewritten list are kept, however old they are.
     purgeArchivedNotes(archivedNoteRetentionDays, now);
     m_data.notes = CleanupGuard::guarded(std::move(notes), std::move(m_data.notes));
     m_data.patterns = std::move(patterns);

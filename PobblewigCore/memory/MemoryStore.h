@@ -10,7 +10,7 @@
 
 namespace pobblewig {
 
-/// The whole of "memory.json".
+/// The contents of "memory.json".
 struct MemoryStoreData {
     static constexpr int currentVersion = 2;
 
@@ -56,22 +56,22 @@ struct AddNoteResult {
     bool operator==(const AddNoteResult&) const = default;
 };
 
-/// The durable notes about the user and the patterns seen in them, kept in "memory.json". The
-/// only tier of memory that stands whole in every prompt.
+/// The durable notes about the user and the patterns seen in them, kept in "memory.json". This is
+/// the only tier of memory that every prompt contains in full.
 ///
 /// Lives on the main thread. Without a directory it works in memory only. Every change is saved at
-/// once; a failed save is logged and the next one writes it out.
+/// once; a failed save is logged, and the next one includes the change.
 class MemoryStore {
 public:
     enum class IncludeArchived { no, yes };
 
-    /// All of these are in estimated tokens.
+    /// These are in estimated tokens.
     static constexpr int softTargetTokens = 6000;
     static constexpr int hardCapTokens = 10000;
     static constexpr int hygieneIntervalTokens = 2000;
     static constexpr int archivedNoteRetentionDays = 30;
 
-    /// `calendar` says which instants are of one day, for the promotion of patterns.
+    /// `calendar` tells which instants fall on the same day, for the promotion of patterns.
     MemoryStore(const std::optional<DataDirectory>& directory, std::function<Calendar()> calendar);
 
     /// Grows with every change.
@@ -79,51 +79,51 @@ public:
 
     const std::vector<MemoryNote>& notes() const { return m_data.notes; }
 
-    /// Without `includeArchived` the active ones only.
+    /// Returns only the active notes unless archived ones are included.
     std::vector<MemoryNote> allNotes(IncludeArchived includeArchived) const;
     const std::vector<PatternNote>& allPatterns() const { return m_data.patterns; }
 
-    /// Sections of notes by category, then the patterns. A section that would take the text over
-    /// `maxTokens` is left out whole. Empty without notes and patterns.
+    /// Sections of notes by category, then the patterns. A section that would exceed `maxTokens` is
+    /// left out entirely. Empty without notes and patterns.
     QString residentMemory(int maxTokens, TimePoint now) const;
 
-    /// What the resident memory costs in a prompt, headings included.
+    /// The size of the resident memory in a prompt, headings included.
     int residentTokenEstimate(TimePoint now) const;
     bool isBelowSoftThreshold(TimePoint now) const;
 
-    /// Driven by size, never by the calendar.
+    /// Depends on the size of the notes, never on the calendar.
     bool shouldRunCleanup(TimePoint now) const;
 
-    /// The notes as the prompt has them, for the user.
+    /// The notes as in the prompt, for the user.
     QString exportText(TimePoint now) const;
 
-    /// Reinforces the first note, of whatever status, that makes the same statement, case and
-    /// spacing aside; else puts a new one at the front. A blank text changes nothing and yields
+    /// Reinforces the first note, of whatever status, that makes the same statement, ignoring case
+    /// and spacing, or else adds a new one at the front. A blank text changes nothing and returns
     /// nothing.
     std::optional<AddNoteResult> addNote(const NewNote& note, TimePoint now);
 
-    /// The user's own wording takes the note's place. An unknown id or a blank text changes
+    /// Replaces the note's text with the user's own wording. An unknown id or a blank text changes
     /// nothing.
     void correctNote(const QUuid& id, const QString& newText, TimePoint now);
 
-    /// Removes the note or the pattern of that id.
+    /// Removes the note or the pattern with that id.
     void deleteNote(const QUuid& id, TimePoint now);
 
-    /// Removes the temporary notes whose time is over.
+    /// Removes temporary notes that have expired.
     void pruneExpired(TimePoint now);
 
-    /// Records a pattern, or adds evidence to the one that makes the same statement. Nothing, and
-    /// no change, if the evidence does not span two days.
+    /// Records a pattern, or adds evidence to the one that makes the same statement. Returns
+    /// nothing and changes nothing if the evidence does not span two days.
     std::optional<PatternNote> synthesizePattern(const NewPattern& pattern, TimePoint now);
 
     void markCleanupRun(TimePoint now);
 
-    /// Takes over a rewritten list. What it leaves out is kept: as it stands if the user said it,
-    /// else archived. What earlier cleanups archived is purged when its time is over.
+    /// Replaces the list with a rewritten one. Notes missing from it are kept: unchanged if they
+    /// come from the user, else archived. Also purges archived notes whose time is over.
     void applyCleanup(
         std::vector<MemoryNote> notes, std::vector<PatternNote> patterns, TimePoint now);
 
-    /// Removes the archived notes last observed more than `olderThan` days ago. How many went.
+    /// Removes archived notes last observed more than `olderThan` days ago. Returns their number.
     int purgeArchivedNotes(int olderThan, TimePoint now);
 
     void deleteAll(TimePoint now);
@@ -132,7 +132,7 @@ public:
     static int estimateTokens(const QString& text);
 
 private:
-    /// The normalised texts of the notes, in their order.
+    /// The normalised texts of the notes, in the same order.
     std::vector<QString>& statements();
     size_t eraseNotes(const std::function<bool(const MemoryNote&)>& isUnwanted);
     void save(TimePoint now);
@@ -140,7 +140,7 @@ private:
     StoreFile m_file;
     std::function<Calendar()> m_calendar;
     MemoryStoreData m_data;
-    /// Nothing from a change of the notes until the next addition needs it.
+    /// Reset when the notes change, until the next addition needs it.
     std::optional<std::vector<QString>> m_statements;
 };
 

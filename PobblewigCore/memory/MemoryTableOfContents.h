@@ -14,7 +14,7 @@ struct TOCEntry {
     QString title;
     int itemCount = 0;
     QString summary;
-    /// Nothing for a section without items.
+    /// Not set for a section without items.
     std::optional<TimePoint> lastUpdatedAt = std::nullopt;
 
     bool operator==(const TOCEntry&) const = default;
@@ -29,7 +29,7 @@ struct MemoryTableOfContents {
 
     std::vector<QString> paths() const;
 
-    /// A line for each entry, or a sentence that there are none.
+    /// One line for each entry, or a sentence that says there are none.
     QString compactText(IncludeEmpty includeEmpty, IncludeTimestamps includeTimestamps) const;
 };
 

@@ -8,7 +8,7 @@
 
 namespace pobblewig {
 
-/// The tiers of the memory, each a store with a file of its own.
+/// The tiers of memory, each a store with its own file.
 struct MemoryTiers {
     MemoryTiers(const std::optional<DataDirectory>& directory,
         const std::function<Calendar()>& calendar, const PlatformWording& wording)

@@ -53,7 +53,7 @@ std::vector<DatedObservation> oldestFirst(std::vector<DatedObservation> observat
     return observations;
 }
 
-/// Both stand in one list; of one instant, the earlier in the list comes first.
+/// Both point into one list. At the same instant, the one earlier in the list comes first.
 bool comesFirst(const DatedObservation* a, const DatedObservation* b)
 {
     return a->occurredAt == b->occurredAt ? a < b : a->occurredAt > b->occurredAt;

@@ -10,7 +10,7 @@
 
 namespace pobblewig {
 
-/// All observations in the order of their recording, kept in "observations.json".
+/// All observations in the order in which they were recorded, kept in "observations.json".
 ///
 /// Lives on the main thread. Without a directory it works in memory only.
 class ObservationStore {
@@ -18,14 +18,14 @@ public:
     static constexpr int archivedRetentionDays = 30;
 
     struct Query {
-        /// Every word must occur somewhere in the observation, also inside a longer word.
+        /// Every word must occur in the observation, also inside a longer word.
         QString text;
-        /// Both bounds belong to the window.
+        /// Both bounds are included.
         std::optional<TimePoint> from = std::nullopt;
         std::optional<TimePoint> to = std::nullopt;
-        /// One of them is enough, in any case; none means all.
+        /// One matching tag is enough, ignoring case. An empty list matches everything.
         std::vector<QString> tags;
-        /// Below 1 counts as 1.
+        /// A value below 1 counts as 1.
         int limit = 20;
     };
 
@@ -36,14 +36,14 @@ public:
 
     int count() const { return int(m_observations.size()); }
 
-    /// In the window, bounds included, oldest first.
+    /// The observations in the window, bounds included, oldest first.
     std::vector<DatedObservation> observations(
         std::optional<TimePoint> from, std::optional<TimePoint> to) const;
 
-    /// Oldest first; unknown ids are passed over.
+    /// Oldest first; unknown ids are ignored.
     std::vector<DatedObservation> withIDs(const std::vector<QUuid>& ids) const;
 
-    /// Newest first; those of one instant in the order of their recording.
+    /// Newest first. Observations of the same instant keep the order in which they were recorded.
     std::vector<DatedObservation> search(const Query& query) const;
 
     DatedObservation add(DatedObservation observation);
@@ -51,7 +51,8 @@ public:
     void remove(const std::vector<QUuid>& ids);
     void markArchived(const std::vector<QUuid>& ids, const QUuid& into);
 
-    /// Removes what a summary absorbed and happened more than `olderThan` days ago. How many went.
+    /// Removes observations that a summary absorbed and that happened more than `olderThan` days
+    /// ago. Returns their number.
     int pruneArchived(int olderThan, TimePoint now);
     void deleteAll();
 

@@ -3,20 +3,20 @@
 #include "foundation/Calendar.h"
 #include "memory/MemoryNote.h"
 
-/// When notes amount to a pattern, and what the pattern then is.
+/// Decides when notes amount to a pattern, and builds it.
 namespace pobblewig::PatternLogic {
 
-/// At least two notes, and at least two days among the days on which they were made and last seen.
+/// True for at least two notes whose creation and last observation cover at least two days.
 bool canPromotePattern(const std::vector<MemoryNote>& evidence, const Calendar& calendar);
 
-/// The notes that a pattern rests on, in the order of `notes`.
+/// The notes that a pattern is based on, in the order of `notes`.
 std::vector<MemoryNote> evidence(
     const std::vector<MemoryNote>& notes, const std::vector<QUuid>& noteIDs);
 
-/// `evidence` is what exists of the proposal's notes.
+/// `evidence` contains those of the proposal's notes that exist.
 PatternNote promoted(const NewPattern& proposal, const std::vector<MemoryNote>& evidence);
 
-/// Adds what the pattern does not rest on yet; its text and its confidence stay.
+/// Adds evidence that the pattern does not have yet; its text and confidence stay.
 void merge(PatternNote& pattern, const NewPattern& proposal,
     const std::vector<MemoryNote>& evidence, TimePoint now);
 

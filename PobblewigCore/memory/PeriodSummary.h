@@ -7,19 +7,19 @@ namespace pobblewig {
 
 enum class PeriodType { day, week };
 
-/// What kind of thing was left open at the end of a day.
+/// The kind of thing left unfinished at the end of a day.
 enum class IntentKind { goal, task, decision, waitingState, project, proposal, other };
 
-/// The compressed account of a day or a week.
+/// The summary of a day or a week.
 struct PeriodSummary {
     QUuid id;
     PeriodType periodType = PeriodType::day;
     TimePoint startDate;
     TimePoint endDate;
     QString summary;
-    /// In time order.
+    /// In chronological order.
     std::vector<QString> chronologicalHighlights;
-    /// What was left open at the end of the period.
+    /// What was left unfinished at the end of the period.
     std::vector<QString> unresolvedIntent;
     std::vector<QUuid> sourceObservationIDs;
     std::vector<QUuid> sourceDailySummaryIDs;
@@ -43,7 +43,7 @@ struct PeriodSummary {
     }
 };
 
-/// A summary with what stands behind it and still exists.
+/// A summary with those of its sources that still exist.
 struct ExpandedPeriod {
     PeriodSummary summary;
     std::vector<PeriodSummary> dailySummaries;

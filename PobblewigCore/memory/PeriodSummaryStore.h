@@ -8,8 +8,8 @@
 
 namespace pobblewig {
 
-/// The accounts of days and weeks in the order of their writing, kept in "summaries.json". They
-/// are never edited.
+/// The summaries of days and weeks in the order in which they were written, kept in
+/// "summaries.json". They are never edited.
 ///
 /// Lives on the main thread. Without a directory it works in memory only.
 class PeriodSummaryStore {
@@ -22,17 +22,17 @@ public:
     const std::vector<PeriodSummary>& all() const { return m_summaries; }
     std::optional<PeriodSummary> withID(const QUuid& id) const;
 
-    /// Those that overlap the window, oldest first; without a type both kinds.
+    /// The summaries that overlap the window, oldest first. Without a type, both kinds.
     std::vector<PeriodSummary> list(std::optional<PeriodType> type, std::optional<TimePoint> from,
         std::optional<TimePoint> to) const;
 
     std::optional<PeriodSummary> latestDaily() const;
     std::optional<PeriodSummary> latestWeekly() const;
 
-    /// The days that no week has taken in yet, oldest first.
+    /// The days that are not part of a weekly summary yet, oldest first.
     std::vector<PeriodSummary> unsummarizedDailies() const;
 
-    /// A week is seven summarized days, whatever the calendar says.
+    /// A week is seven summarized days, regardless of the calendar.
     bool needsWeeklyRollup() const;
 
     PeriodSummary add(PeriodSummary summary);

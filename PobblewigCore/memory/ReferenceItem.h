@@ -6,15 +6,15 @@
 
 namespace pobblewig {
 
-/// A structured fact under a dotted section path. Path and title are its identity.
+/// A structured fact under a dotted section path, identified by path and title.
 struct ReferenceItem {
     QUuid id;
     QString path;
     QString title;
     QString summary;
-    /// Such as the due date and the course of a deadline.
+    /// For example the due date and the course of a deadline.
     std::map<QString, JSONValue> details;
-    /// Who wrote it, in a word.
+    /// One word for who wrote it.
     QString source;
     TimePoint createdAt;
     TimePoint updatedAt;
@@ -37,10 +37,11 @@ struct ReferenceItem {
 struct ReferenceSectionMeta {
     QString path;
     QString title;
-    /// What belongs here, in a line.
+    /// One line about what belongs here.
     QString summary;
     bool isCustom = false;
-    /// Until the user confirms a section it holds no items and the model does not see it.
+    /// An unconfirmed section holds no items and is hidden from the model until the user confirms
+    /// it.
     bool confirmed = true;
 
     bool operator==(const ReferenceSectionMeta&) const = default;
@@ -56,10 +57,10 @@ struct ReferenceSectionMeta {
     }
 };
 
-/// The whole of "reference.json".
+/// The contents of "reference.json".
 struct ReferenceMemoryData {
     int version = 1;
-    /// In the order of their arrival.
+    /// In the order in which they were added.
     std::vector<ReferenceItem> items;
     std::vector<ReferenceSectionMeta> sections;
 

@@ -51,7 +51,7 @@ QString searchableText(const ReferenceItem& item)
     return parts.join(u' ');
 }
 
-/// Both stand in one list; of one instant, the earlier in the list comes first.
+/// Both point into one list. At the same instant, the one earlier in the list comes first.
 bool comesFirst(const ReferenceItem* a, const ReferenceItem* b)
 {
     return a->updatedAt == b->updatedAt ? a < b : a->updatedAt > b->updatedAt;
@@ -174,7 +174,7 @@ void ReferenceMemoryStore::confirmSection(const QString& path)
     m_file.save(m_data);
 }
 
-// What removes holds its own copy of the path or the id: the caller's may be a removed record's.
+// Functions that remove records take a copy: the caller's path or id may be part of one of them.
 void ReferenceMemoryStore::rejectSection(const QString& path)
 {
     const auto isRejected = [path](const auto& meta) { return meta.path == path && meta.isCustom; };

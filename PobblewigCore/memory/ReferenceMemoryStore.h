@@ -12,54 +12,54 @@
 
 namespace pobblewig {
 
-/// Structured facts that are looked up when they are needed, kept in "reference.json".
+/// Structured facts that are looked up on demand, kept in "reference.json".
 ///
 /// Lives on the main thread. Without a directory it works in memory only. Unknown paths and ids
 /// change nothing.
 class ReferenceMemoryStore {
 public:
-    /// The fixed sections are there from the first start.
-    explicit ReferenceMemoryStore(
+    /// The fixed sections exist from the first start.
+    ReferenceMemoryStore(
         const std::optional<DataDirectory>& directory, const PlatformWording& wording);
 
     MemoryTableOfContents tableOfContents() const;
 
-    /// Those that wait for the user's word.
+    /// Sections that await the user's confirmation.
     std::vector<ReferenceSectionMeta> proposedSections() const;
 
-    /// Nothing for an unknown or unconfirmed section.
+    /// Returns nothing for an unknown or unconfirmed section.
     std::optional<ReferenceSection> readSection(const QString& path) const;
     /// Grows with every change.
     int revision() const { return m_file.revision(); }
 
     const std::vector<ReferenceItem>& allItems() const { return m_data.items; }
 
-    /// Of the path and beneath it.
+    /// Counts the items at this path and below it.
     int countItems(const QString& path) const;
 
-    /// Of exactly this path, newest first.
+    /// The items at exactly this path, newest first.
     std::vector<ReferenceItem> items(const QString& path) const;
 
-    /// Items that hold every word of the query, newest first. `paths`, if there are any, admit
-    /// their own items and those beneath them. A query without a word finds nothing.
+    /// The items that contain every word of the query, newest first. If `paths` are given, only
+    /// items at or below them are searched. A query without words finds nothing.
     std::vector<ReferenceSearchResult> search(
         const QString& query, const std::vector<QString>& paths, int limit) const;
 
-    /// Nothing if there is a section of this path, confirmed or not.
+    /// Returns nothing if a section with this path exists, confirmed or not.
     std::optional<ReferenceSectionMeta> proposeSection(
         const QString& path, const QString& title, const QString& summary);
     void confirmSection(const QString& path);
 
-    /// Removes a custom section with its items; a fixed one stays.
+    /// Removes a custom section with its items. A fixed section stays.
     void rejectSection(const QString& path);
 
-    /// Replaces the item of the same path and title, case and spacing aside, which keeps its id and
-    /// its date of creation; else adds it. Nothing, and the item is dropped, without a confirmed
-    /// section of its path.
+    /// Adds the item, or replaces the one with the same path and title, ignoring case and spacing;
+    /// its id and creation date stay. Without a confirmed section for the path, drops the item and
+    /// returns nothing.
     std::optional<ReferenceItem> upsertItem(ReferenceItem item);
     void deleteItem(const QUuid& id);
 
-    /// The items of the path and beneath it. How many went.
+    /// Removes the items at this path and below it. Returns their number.
     int deleteItems(const QString& path);
     void deleteAll();
 

@@ -4,12 +4,12 @@
 
 namespace pobblewig {
 
-/// A section as it is read: its items newest first.
+/// A section as it is read, with its items newest first.
 struct ReferenceSection {
     ReferenceSectionMeta meta;
     std::vector<ReferenceItem> items;
 
-    /// Title, summary and a line for each item, for the model.
+    /// Title, summary and one line for each item, for the model.
     QString compactText() const;
 };
 
@@ -18,7 +18,7 @@ struct ReferenceSearchResult {
     QString sectionTitle;
 };
 
-/// " [course=Physics, due=2026-03-01]", sorted by key; nothing without details.
+/// " [course=Physics, due=2026-03-01]", sorted by key; empty without details.
 QString detailsText(const ReferenceItem& item);
 
 } // namespace pobblewig

@@ -5,7 +5,7 @@
 
 namespace pobblewig::ReferenceSections {
 
-/// The sections that every reference memory has: not custom, and confirmed.
+/// The built-in sections of every reference memory, which are not custom and already confirmed.
 std::vector<ReferenceSectionMeta> fixed(const PlatformWording& wording);
 
 } // namespace pobblewig::ReferenceSections

@@ -15,7 +15,7 @@ namespace {
 constexpr qsizetype charactersPerToken = 4;
 constexpr QStringView separator = u"\n\n";
 
-/// As "%.1f" has it, in every locale. QString rounds 0.25 up.
+/// Formats as "%.1f" does, in every locale. QString would round 0.25 up.
 QString oneDecimal(double number)
 {
     std::array<char, 320> digits;
@@ -64,7 +64,7 @@ QStringList sections(
 QString withinLimit(const QStringList& sections, qsizetype limit)
 {
     auto whole = sections.join(separator);
-    // A character has at least one unit of its own, so most texts fit without being counted.
+    // A character has at least one unit, so most texts fit without being counted.
     if (whole.size() + separator.size() <= limit)
         return whole;
     QStringList kept;

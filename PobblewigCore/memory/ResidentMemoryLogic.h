@@ -4,11 +4,11 @@
 
 #include <vector>
 
-/// The durable notes as they stand in a prompt.
+/// The text of the durable notes in a prompt.
 namespace pobblewig::ResidentMemoryLogic {
 
-/// A section for each category that has something to say, then one for the patterns. A section
-/// that would take the text over `maxTokens` is left out whole; a later, smaller one may still fit.
+/// One section for each category that has notes, then one for the patterns. A section that would
+/// exceed `maxTokens` is left out entirely; a later, smaller one may still fit.
 QString text(const std::vector<MemoryNote>& notes, const std::vector<PatternNote>& patterns,
     int maxTokens, TimePoint now);
 

@@ -8,15 +8,15 @@
 
 namespace pobblewig {
 
-/// What a list of records is searched by: their normalised texts, each made when a search first
-/// needs it and kept until its record changes.
+/// The normalised texts by which a list of records is searched. Each is made when a search first
+/// needs it, and kept until its record changes.
 class SearchTexts {
 public:
     /// The words of a query, normalised.
     static std::vector<std::string> tokens(const QString& query);
 
-    /// Whether every token occurs in the text of the record at this place. `makeText()` gives the
-    /// record's text as it stands, if it is not known yet.
+    /// Whether the text of the record at this index contains every token. `makeText()` returns the
+    /// record's original text and is called if it is not cached yet.
     template <typename MakeText>
     bool match(size_t index, const std::vector<std::string>& tokens, const MakeText& makeText)
     {
@@ -30,10 +30,10 @@ public:
         return holdsAll(*text, tokens);
     }
 
-    /// The record at this place changed.
+    /// Call this when the record at this index has changed.
     void forget(size_t index);
 
-    /// The records moved to other places.
+    /// Call this when records have moved.
     void forgetAll();
 
 private:

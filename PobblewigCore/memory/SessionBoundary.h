@@ -5,14 +5,14 @@
 
 #include <QString>
 
-/// Where one day of the user's ends and the next begins.
+/// Decides where one of the user's days ends and the next begins.
 namespace pobblewig::SessionBoundary {
 
-/// Such as "2026-03-01".
+/// For example "2026-03-01".
 QString dayKey(TimePoint time, const Calendar& calendar);
 
-/// Whether an active session of an earlier day has been silent for `inactivityHours`. Midnight
-/// alone does not end a session, nor does a silence within its day.
+/// Whether an active session of an earlier day has been silent for `inactivityHours`. Neither
+/// midnight alone nor a silence within the day ends a session.
 bool shouldRollOver(
     const DailySession& session, TimePoint now, double inactivityHours, const Calendar& calendar);
 
