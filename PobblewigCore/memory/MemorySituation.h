@@ -8,8 +8,9 @@
 #include <optional>
 #include <vector>
 
-/// What every prompt says of the memory that it does not hold: the day so far, what is open, and
-/// where to look for more. All summaries come oldest first, as their store lists them.
+/// What every prompt says about memory that it does not contain: the day so far, unfinished
+/// business, and where to look for more. All summaries are passed oldest first, as their store
+/// lists them.
 namespace pobblewig::MemorySituation {
 
 /// Empty without an active session.

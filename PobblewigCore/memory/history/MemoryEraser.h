@@ -10,8 +10,8 @@ namespace pobblewig::MemoryEraser {
 /// Empties the stores; the reference memory keeps its fixed sections.
 void emptyStores(MemoryTiers& memory, ChatHistoryStore& history, TimePoint now);
 
-/// Whether a file of the data directory could bring a deleted text back: an archive of a
-/// conversation, or a copy of a store's file that a backup, a bad read, a crash or a download left.
+/// Whether a file in the data directory could contain a deleted text: an archived conversation, or
+/// a copy of a store's file left by a backup, a failed read, a crash or a download.
 bool isCopy(const QString& fileName);
 
 /// Removes these files. A failure is logged, and the remaining files are still removed.

@@ -11,7 +11,7 @@
 
 namespace pobblewig {
 
-/// What a run has put into the memory.
+/// What a run has added to memory.
 struct LibrarianExtractionResult {
     int notesAdded = 0;
     int observationsAdded = 0;
