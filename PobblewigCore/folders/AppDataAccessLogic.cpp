@@ -28,7 +28,7 @@ bool climbsAbove(const QString& path)
     return clean == u".." || clean.startsWith(u"../");
 }
 
-/// The name as the most forgiving file system compares it, its words joined by "-".
+/// The name as the most lenient file system compares it, its words joined by "-".
 QString folded(const QString& name)
 {
     auto result = name.normalized(QString::NormalizationForm_KC).toLower();
@@ -110,7 +110,7 @@ auto AppDataAccessLogic::resolve(const QString& rootPath, const QString& request
     if (!QDir::isAbsolutePath(rootPath))
         return tl::unexpected(AppDataAccessError {
             QStringLiteral("error: '%1': not an absolute path").arg(shownName(rootPath)) });
-    // The system would take such a name for the part before the NUL.
+    // The system would cut such a name off at the NUL.
     if (request.contains(QChar::Null) || rootPath.contains(QChar::Null))
         return tl::unexpected(AppDataAccessError {
             QStringLiteral("error: '%1': no name of a file").arg(shownName(request)) });

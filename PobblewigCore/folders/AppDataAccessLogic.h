@@ -10,14 +10,14 @@ struct AppDataAccessError {
     QString message;
 };
 
-/// The end of a text.
+/// The last lines of a text.
 struct AppDataTail {
     QString text;
     int shown = 0;
     int total = 0;
 };
 
-/// What may be read of the folders that the user named, and how it is shown to the model.
+/// Decides what may be read in the user's shared folders, and how it appears to the model.
 namespace AppDataAccessLogic {
 
 inline constexpr qint64 maxFileBytes = 2'097'152;
@@ -25,29 +25,28 @@ inline constexpr int defaultTailLines = 200;
 inline constexpr int maxTailLines = 400;
 inline constexpr int maxListingEntries = 200;
 
-/// Only a "~" that stands alone before the first slash is the home directory.
+/// Replaces a "~" by the home directory only if it stands alone before the first slash.
 QString expandTilde(const QString& path, const QString& home);
 
-/// Where a request points, its outer slashes aside. A request that climbs above the root is
-/// refused even if it would come back; where links lead is the reader's to find out.
+/// The location that a request means, without its outer slashes. A request that climbs above the
+/// root is refused, even if it would return. Links are resolved later, by the reader.
 tl::expected<AppDataLocation, AppDataAccessError> resolve(
     const QString& rootPath, const QString& request);
 
-/// Whether a file's name is one that secrets go by. Neither case nor what some file systems
-/// overlook (compatibility forms, invisible characters, blanks and dots at the end) hides it, nor
-/// the ending of a copy.
+/// Whether a file name is typical of secrets. Ignores case, the ending of a copy, and what some
+/// file systems ignore: compatibility forms, invisible characters, blanks and dots at the end.
 bool isDenied(const QString& basename);
 
-/// The part of a path that must not be read: its file, or a folder on the way.
+/// The part of a path that must not be read: its file, or one of its folders.
 std::optional<QString> deniedPart(const QString& path);
 
-/// Whether the first 8192 bytes hold no NUL.
+/// Whether the first 8192 bytes contain no NUL.
 bool looksLikeText(QByteArrayView bytes);
 
-/// The last lines. A line break at the very end begins no further line.
+/// The last `count` lines. A line break at the very end does not start another line.
 AppDataTail tail(QByteArrayView bytes, int count);
 
-/// On one line and of bounded length, whatever the name holds.
+/// The name on one line and of limited length.
 QString shownName(const QString& name);
 QString sourceLine(const QString& name, const QString& rootPath, bool enabled);
 QString listingLine(const AppDataEntry& entry);

@@ -31,7 +31,7 @@ tl::expected<AppDataLocation, AppDataAccessError> locate(
     return Logic::resolve(Logic::expandTilde(source->rootPath, QDir::homePath()), path);
 }
 
-/// The last name of a path; the root's own where the path names none.
+/// The last component of a path, or the root's own name if the path is empty.
 QString lastName(const AppDataLocation& location)
 {
     const auto whole = QDir::cleanPath(location.root + u'/' + location.path);
@@ -82,7 +82,7 @@ QString read(const AppDataReading& reading, const AppDataLocation& location, int
     if ((*file)->size() > Logic::maxFileBytes)
         return tooBig(lastName(location), (*file)->size());
 
-    // One byte more tells a file that has grown since.
+    // One more byte reveals a file that has grown since.
     const auto bytes = (*file)->read(Logic::maxFileBytes + 1);
     if (!bytes)
         return answer(bytes.error(), location);

@@ -10,10 +10,10 @@
 
 namespace pobblewig {
 
-/// Lists and reads the folders that the user named, for the chat model. Every answer is a text for
-/// it, refusals and errors included.
+/// Lists and reads the user's shared folders for the chat model. Every answer is a text for the
+/// model, including refusals and errors.
 ///
-/// Lives on the main thread and touches the disk on others.
+/// Lives on the main thread and accesses the disk on others.
 class AppDataAccessService {
 public:
     using SourcesProvider = std::function<Task<std::vector<AppDataSource>>()>;
@@ -22,10 +22,10 @@ public:
 
     Task<QString> listSources();
 
-    /// One level, newest first.
+    /// Lists one level, newest first.
     Task<QString> listFiles(QString source, std::optional<QString> subpath);
 
-    /// The end of a text file: 200 lines unless told otherwise, 400 at most.
+    /// Reads the end of a text file: 200 lines by default, 400 at most.
     Task<QString> readFile(QString source, QString path, std::optional<int> tailLines);
 
 private:

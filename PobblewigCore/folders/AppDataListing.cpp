@@ -8,7 +8,7 @@ namespace {
 
 bool comesFirst(const AppDataEntry& left, const AppDataEntry& right)
 {
-    // An absent date is less than any other.
+    // A missing date is less than any other.
     return left.modified != right.modified ? left.modified > right.modified
                                            : left.name < right.name;
 }

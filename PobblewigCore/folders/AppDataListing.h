@@ -17,15 +17,15 @@ struct AppDataEntry {
     bool operator==(const AppDataEntry&) const = default;
 };
 
-/// The newest entries of a folder. Holds no more than `limit`, however many are added.
+/// The newest entries of a folder. Keeps at most `limit`, however many are added.
 class AppDataListing {
 public:
     explicit AppDataListing(int limit);
 
-    /// Undated entries come last; those of one instant go by name.
+    /// Undated entries come last; entries with the same date are sorted by name.
     std::vector<AppDataEntry> newestFirst() const;
 
-    /// How many were added and left out.
+    /// The number of entries added but not kept.
     qint64 omitted() const { return m_added - std::ssize(m_newest); }
 
     void add(AppDataEntry entry);
@@ -34,7 +34,7 @@ private:
     qsizetype m_limit;
     qint64 m_added = 0;
 
-    /// A heap with the oldest on top.
+    /// A heap with the oldest entry on top.
     std::vector<AppDataEntry> m_newest;
 };
 

@@ -11,11 +11,11 @@
 
 namespace pobblewig {
 
-/// A path that was asked for, and the folder that it must not leave.
+/// A requested path, and the folder that it must not leave.
 struct AppDataLocation {
     QString root;
 
-    /// Relative to the root, and empty for the root itself. May hold "..", and links on the way.
+    /// Relative to the root, and empty for the root itself. May contain ".." and links.
     QString path;
 };
 
@@ -23,7 +23,7 @@ struct AppDataFault {
     enum class Kind {
         escapesRoot,
 
-        /// Nothing there, or not what was asked for.
+        /// Nothing exists there, or it is not of the requested kind.
         notThere,
         unreadable,
     };
@@ -34,7 +34,7 @@ struct AppDataFault {
     const QString& description() const { return text; }
 };
 
-/// A regular file that was reached. Whatever becomes of its name, this stays the same file.
+/// An open regular file. It stays the same file whatever happens to its name.
 class AppDataFile {
 public:
     virtual ~AppDataFile() = default;
@@ -47,17 +47,17 @@ public:
     virtual tl::expected<QByteArray, AppDataFault> read(qint64 limit) const = 0;
 };
 
-/// Reaches what lies beneath a root, and nothing else, even while somebody swaps links. May be
-/// asked on any thread.
+/// Reads what lies below a root and nothing else, even if links are replaced meanwhile.
+/// Thread-safe.
 class AppDataReading {
 public:
     virtual ~AppDataReading() = default;
 
-    /// Refuses whatever is no regular file, without waiting for it.
+    /// Refuses anything that is not a regular file, without blocking on it.
     virtual tl::expected<std::unique_ptr<AppDataFile>, AppDataFault> open(
         const AppDataLocation& location) const = 0;
 
-    /// What stands in a folder, the folders in it not opened.
+    /// Lists a folder without opening the folders in it.
     virtual tl::expected<AppDataListing, AppDataFault> list(
         const AppDataLocation& location, int limit) const = 0;
 };

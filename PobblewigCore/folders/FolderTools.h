@@ -6,7 +6,7 @@
 /// The tools by which a model reads the user's folders.
 namespace pobblewig::FolderTools {
 
-/// Without a service they answer that they are unavailable; it outlives them.
+/// Without a service the tools answer that they are unavailable. The service must outlive them.
 std::vector<Tool> tools(AppDataAccessService* service);
 
 } // namespace pobblewig::FolderTools

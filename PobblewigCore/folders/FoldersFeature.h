@@ -9,7 +9,7 @@ namespace pobblewig {
 /// The folders that the user shares with the model.
 class FoldersFeature : public Feature {
 public:
-    /// Both outlive the feature. Without `reading` no folder is read.
+    /// Both must outlive the feature. Without `reading` no folder is read.
     FoldersFeature(const SettingsStore& settings, const AppDataReading* reading);
 
     std::vector<QString> situation(TimePoint now) const override;

@@ -5,13 +5,13 @@ namespace pobblewig {
 namespace {
 
 constexpr QStringView secretFiles[] = {
-    // Keys, and what holds them
+    // Keys and key stores
     u"*id-rsa*", u"*id-dsa*", u"*id-ecdsa*", u"*id-ed25519*", u"*-rsa", u"*-ecdsa", u"*-ed25519",
     u"ssh-host-*", u"*.pem", u"*.key", u"*.p8", u"*.p12", u"*.pfx", u"*.pkcs12", u"*.jks", u"*.jwk",
     u"*.jwks", u"*.keystore", u"*.ppk", u"*.asc", u"*.gpg", u"*.pgp", u"*.age", u"*.agekey",
     u"keys.txt", u"*.keytab", u"*.ovpn", u"*.psk", u"wg*.conf", u"secring.*", u"privkey*",
     u"utc--*", u"wallet.dat", u"*.wallet", u"seed-phrase*",
-    // Environment files, and settings that passwords stand in
+    // Environment files, and settings that contain passwords
     u".env*", u"*.env", u"*.env.*", u".flaskenv", u"environ", u"environment", u"*.tfvars",
     u"*.tfvars.json", u"*.tfstate", u"*.tfstate.*", u".npmrc", u".yarnrc*", u".pypirc",
     u".dockercfg", u".dockerconfigjson", u".my.cnf", u".mylogin.cnf", u".s3cfg", u".boto",
@@ -38,7 +38,7 @@ constexpr QStringView secretFiles[] = {
     u"*.agilekeychain", u"*.1pif", u"*.1pux", u"*.psafe3", u"*.enpassdb", u"*.enpasskey",
     u"bitwarden*.json", u"bitwarden*.csv", u"lastpass*.csv", u"1password*.csv", u"dashlane*.csv",
     u"keepass*.csv", u"keepass*.xml", u"*.andotp", u"aegis*.json", u"otpauth*",
-    // What was typed into shells and other prompts
+    // Histories of shells and other prompts
     u".*history*", u"*-history", u".histfile", u".zhistory", u".lesshst", u".viminfo",
     u"consolehost-history.txt"
 };

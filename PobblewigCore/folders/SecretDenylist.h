@@ -4,19 +4,19 @@
 
 #include <span>
 
-/// The names that secrets go by, in lower case. A "*" stands for any characters, also for none, and
-/// a "-" for a "_" or a blank as well.
+/// Names that are typical of secrets, in lower case. A "*" matches any number of characters, and a
+/// "-" also matches a "_" or a blank.
 namespace pobblewig::SecretDenylist {
 
 std::span<const QStringView> files();
 
-/// Give a file away wherever one stands at the end of a part between dots: "deploy_token.txt".
+/// Words that mark a file at the end of any part between dots: "deploy_token.txt".
 std::span<const QStringView> words();
 
-/// Folders in which any file may be a secret.
+/// Folders in which any file may be secret.
 std::span<const QStringView> folders();
 
-/// What editors and careful people put behind the name of a copy.
+/// The endings that editors and users append to the name of a copy.
 std::span<const QStringView> endingsOfCopies();
 
 } // namespace pobblewig::SecretDenylist
