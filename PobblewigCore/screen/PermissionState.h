@@ -2,7 +2,7 @@
 
 namespace pobblewig {
 
-/// What the user has said to a question of the system's.
+/// The user's answer to a permission prompt.
 enum class PermissionState { notRequested, granted, denied };
 
 } // namespace pobblewig

@@ -11,11 +11,11 @@
 
 namespace pobblewig {
 
-/// A picture for one request. It stays in memory and is never saved.
+/// A picture for one request, which stays in memory and is never saved.
 struct CapturedScreenshot {
-    /// A JPEG file, its longer side at most 1568 pixels.
+    /// A JPEG file whose longer side is at most 1568 pixels.
     QByteArray jpegData;
-    /// Such as "Captured "Draft" of Writer", for the user and the model.
+    /// For example "Captured "Draft" of Writer", for both the user and the model.
     QString description;
 };
 
@@ -29,14 +29,14 @@ struct ScreenCaptureError {
     bool operator==(const ScreenCaptureError&) const = default;
 };
 
-/// Takes a picture of what the user looks at.
+/// Takes a picture of what the user is looking at.
 class ScreenCapturing {
 public:
     virtual ~ScreenCapturing() = default;
 
-    /// The front window, even when it is covered; without one, the screen, where neither our own
-    /// windows nor those of the excluded applications show. While an excluded application is in
-    /// front nothing is captured.
+    /// Captures the front window, even when it is covered; without one, captures the screen without
+    /// our own windows and those of excluded applications. Captures nothing while an excluded
+    /// application is in front.
     virtual Task<tl::expected<CapturedScreenshot, ScreenCaptureError>> captureForCurrentContext(
         std::set<QString> excludedBundleIDs) = 0;
 };

@@ -19,7 +19,7 @@ QImage resized(const QImage& image, QSize size)
     return image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
-/// See-through pixels come out as they would look on black, which is also what a JPEG can hold.
+/// Renders transparency as it would look on black, since a JPEG has none.
 QImage opaque(const QImage& image)
 {
     if (!image.hasAlphaChannel())

@@ -9,11 +9,12 @@
 
 namespace pobblewig::ScreenshotEncoding {
 
-/// A JPEG file of the picture, scaled down so that its longer side is at most `maxDimension`
-/// pixels; `quality` lies between 0 and 1. Nothing if the picture cannot be encoded.
+/// Encodes the picture as a JPEG file, scaled down so that its longer side is at most
+/// `maxDimension` pixels. `quality` is between 0 and 1. Returns nothing if the picture cannot be
+/// encoded.
 std::optional<QByteArray> jpegData(const QImage& image, int maxDimension, double quality);
 
-/// The JPEG file of a screenshot, made on a thread of the pool while the program goes on.
+/// Encodes a screenshot as a JPEG file on a thread of the pool.
 Task<std::optional<QByteArray>> screenshotData(QImage image);
 
 } // namespace pobblewig::ScreenshotEncoding
