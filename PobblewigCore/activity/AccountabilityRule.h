@@ -6,15 +6,15 @@
 
 namespace pobblewig {
 
-/// What a rule looks at, and from when on it speaks.
+/// What a rule watches, and when it fires.
 struct RuleTrigger {
     enum class Kind { application, category };
 
     Kind kind = Kind::application;
-    /// Parts of an application's name or of its window's title. The case never matters.
+    /// Parts of an application's name or window title. Case is ignored.
     std::vector<QString> applicationNames;
     std::vector<QString> bundleIdentifiers;
-    /// Parts of a window's title.
+    /// Parts of a window title.
     std::vector<QString> domains;
     std::optional<AppCategory> category = std::nullopt;
     int thresholdMinutes = 0;
@@ -33,12 +33,13 @@ struct RuleTrigger {
     }
 };
 
-/// From the start's full hour to the end's, in local time. Equal hours make an empty window.
+/// From the full hour of the start to that of the end, in local time. Equal hours give an empty
+/// window.
 struct TimeWindow {
     int startHour = 0;
     int endHour = 0;
 
-    /// A window that ends before it starts goes on past midnight.
+    /// A window that ends before it starts continues past midnight.
     bool contains(int hour) const;
 
     bool operator==(const TimeWindow&) const = default;
@@ -53,22 +54,22 @@ struct TimeWindow {
 
 enum class InterventionStyle { gentle, direct, playful };
 
-/// When the user has spent this long in this application or category: check in.
+/// Checks in when the user has spent a certain time in an application or category.
 struct AccountabilityRule {
     QUuid id;
     QString name;
     bool enabled = true;
     RuleTrigger trigger;
-    /// The modes in which the rule is silent.
+    /// The modes in which the rule does not fire.
     std::set<CoachMode> excludedModes;
-    /// The hours in which it may fire; without them, always.
+    /// The hours in which the rule may fire; without a value, always.
     std::optional<TimeWindow> activeTimeWindow = std::nullopt;
     int cooldownMinutes = 0;
     InterventionStyle responseStyle = InterventionStyle::gentle;
     TimePoint createdAt;
     TimePoint updatedAt;
 
-    /// Offered to the user, disabled; never installed unasked.
+    /// Offered to the user as a disabled rule, never installed automatically.
     static AccountabilityRule youtubeTemplate(TimePoint now);
 
     bool operator==(const AccountabilityRule&) const = default;

@@ -8,8 +8,7 @@
 
 namespace pobblewig {
 
-/// What the user does to the activity history and the rules by hand. Every change is published at
-/// once.
+/// The user's own changes to the activity history and the rules. Every change is published at once.
 class ActivityDesk {
 public:
     struct Dependencies {
@@ -22,13 +21,13 @@ public:
 
     explicit ActivityDesk(Dependencies dependencies);
 
-    /// Replaces the rule of the same id, or adds it.
+    /// Replaces the rule with the same id, or adds the rule.
     void saveRule(const AccountabilityRule& rule);
     void deleteRule(const QUuid& id);
     void setRuleEnabled(const QUuid& id, bool enabled);
     void deleteActivityHistory();
 
-    /// Such as "Firefox 82 min; Writer 9 min"; empty for a time without sessions.
+    /// For example "Firefox 82 min; Writer 9 min"; empty for a time without sessions.
     QString activitySummary(TimePoint from, TimePoint to) const;
 
 private:

@@ -17,19 +17,19 @@ struct ActivityState {
     bool operator==(const ActivityState&) const = default;
 };
 
-/// Which application is in front, and the rules that watch it.
+/// Tracks the application in front and evaluates the rules that watch it.
 class ActivityFeature : public Feature {
 public:
-    /// What the session tells of the applications.
+    /// What the session reports about applications.
     struct Observation {
-        /// Null where nobody tells.
+        /// Null if there is no source.
         FrontmostAppProviding* frontmostProvider = nullptr;
-        /// Applications of this platform that are never watched, whatever the settings say.
+        /// Applications of this platform that are never watched, regardless of the settings.
         std::vector<QString> alwaysExcluded = {};
         ObservationReport report = {};
     };
 
-    /// `stores` and `moment` outlive the feature.
+    /// `stores` and `moment` must outlive the feature.
     ActivityFeature(const Stores& stores, const Moment& moment,
         const std::optional<DataDirectory>& directory, Observation observation);
 

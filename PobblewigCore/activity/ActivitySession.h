@@ -4,19 +4,19 @@
 
 namespace pobblewig {
 
-/// A stretch of time with one application in front.
+/// A period with one application in front.
 struct ActivitySession {
     QUuid id;
     QString applicationName;
     QString bundleIdentifier;
-    /// Reserved: nobody sets it at present.
+    /// Reserved: currently never set.
     std::optional<QString> windowTitle = std::nullopt;
     TimePoint startedAt;
-    /// Nothing while the session is open.
+    /// Not set while the session is open.
     std::optional<TimePoint> endedAt = std::nullopt;
-    /// Wall time since the start; idle time is included.
+    /// Wall time since the start, including idle time.
     double durationSeconds = 0;
-    /// Whether the user was there at the last poll.
+    /// Whether the user was active at the last poll.
     bool isActive = false;
 
     bool operator==(const ActivitySession&) const = default;

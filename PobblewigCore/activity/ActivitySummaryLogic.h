@@ -2,11 +2,11 @@
 
 #include "activity/ActivitySession.h"
 
-/// A stretch of the activity history in words.
+/// Describes a period of the activity history.
 namespace pobblewig::ActivitySummaryLogic {
 
-/// The six applications with the most time in the sessions that started from `from` to `to`, such
-/// as "Firefox 82 min; Writer 9 min". Empty if none did.
+/// The six applications with the most time in sessions that started between `from` and `to`, such
+/// as "Firefox 82 min; Writer 9 min". Empty if there are no such sessions.
 QString activitySummary(const std::vector<ActivitySession>& sessions, TimePoint from, TimePoint to);
 
 } // namespace pobblewig::ActivitySummaryLogic

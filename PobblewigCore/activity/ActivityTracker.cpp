@@ -14,7 +14,7 @@ TimePoint startOfDay(QDate day, const Calendar& calendar)
     return TimePoint(std::chrono::milliseconds(start.toMSecsSinceEpoch()));
 }
 
-/// Never negative, also when the clock was set back.
+/// Never negative, even if the clock was set back.
 double secondsSince(TimePoint start, TimePoint now)
 {
     return std::max(0.0, std::chrono::duration<double>(now - start).count());
@@ -34,7 +34,7 @@ ActivityTracker::ActivityTracker(FrontmostAppProviding& provider,
 std::map<AppCategory, double> ActivityTracker::categoryDurations(
     TimePoint now, const Calendar& calendar) const
 {
-    // A day has many sessions of few applications.
+    // A day has many sessions but few applications.
     QHash<std::pair<QString, QString>, double> seconds;
     const auto add = [&](const ActivitySession& session) {
         const auto title = session.windowTitle.value_or(QString());

@@ -15,12 +15,12 @@ namespace pobblewig {
 struct ActivityLimits {
     int maxSessions = 500;
     int retentionDays = 14;
-    /// From so many seconds without input on, the user counts as away.
+    /// After this many seconds without input the user counts as away.
     double idleThreshold = 120;
 };
 
-/// Which application was in front and for how long. The closed sessions are kept in
-/// "activity.json"; the open one lives in memory and is lost with the process.
+/// Records which application was in front and for how long. Closed sessions are kept in
+/// "activity.json"; the open one is in memory only and lost with the process.
 ///
 /// Lives on the main thread. Without a directory it works in memory only.
 class ActivityTracker {
@@ -36,13 +36,13 @@ public:
     /// Seconds in each category, in the open session and in the closed ones that started today.
     std::map<AppCategory, double> categoryDurations(TimePoint now, const Calendar& calendar) const;
 
-    /// Looks who is in front. Only a change of the application writes the file.
+    /// Reads which application is in front. Only a change of the application writes the file.
     void poll(TimePoint now);
 
-    /// Forgets, in memory, the sessions that are too many or too old.
+    /// Removes, in memory, sessions that are too many or too old.
     void prune(TimePoint now);
 
-    /// Forgets everything, the open session included.
+    /// Deletes everything, including the open session.
     void deleteHistory();
 
 private:

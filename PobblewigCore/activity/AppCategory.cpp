@@ -10,7 +10,7 @@ namespace {
 enum class Match {
     /// Anywhere in the identifier, also inside a word.
     part,
-    /// For names so short that other words hold them.
+    /// For names so short that other words contain them.
     word
 };
 
@@ -22,7 +22,7 @@ struct Name {
 
 using enum AppCategory;
 
-/// The first that an identifier holds decides.
+/// The first name that an identifier contains decides.
 constexpr std::array names {
     Name { development, u"xcode" },
     Name { development, u"code.visualstudio" },
@@ -71,7 +71,7 @@ constexpr std::array names {
     Name { social, u"nheko", Match::word },
     Name { productivity, u"notes" },
     Name { productivity, u"notion" },
-    // LibreOffice as well.
+    // Also matches LibreOffice.
     Name { productivity, u"office" },
     Name { productivity, u"pages" },
     Name { productivity, u"numbers" },

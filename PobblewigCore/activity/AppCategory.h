@@ -8,7 +8,7 @@ namespace pobblewig {
 
 enum class AppCategory { entertainment, social, development, browsing, productivity, other };
 
-/// What an application is for, by its identifier; a browser also by the page that its title names.
+/// The category of an application by its identifier, and of a browser also by the window title.
 AppCategory classify(const QString& bundleIdentifier, const std::optional<QString>& windowTitle);
 
 } // namespace pobblewig

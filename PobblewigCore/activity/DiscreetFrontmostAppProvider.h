@@ -8,19 +8,20 @@
 
 namespace pobblewig {
 
-/// Keeps to itself what is never watched: an excluded application in front, and any application
-/// while observation rests, is nothing in front. So it reaches no session and no file.
+/// Hides what must not be watched: reports no application while an excluded one is in front or
+/// while observation is paused, so that it reaches no session and no file.
 class DiscreetFrontmostAppProvider : public FrontmostAppProviding {
 public:
-    /// What is kept back, beside what the settings say at each poll.
+    /// What is hidden, in addition to the settings, which are read at each poll.
     struct Discretion {
         const SettingsStore& settings;
         const Moment& moment;
-        /// What this platform never shows, whatever the settings say.
+        /// Applications that this platform always hides, regardless of the settings.
         std::vector<QString> alwaysExcluded = {};
     };
 
-    /// Without a source nothing is in front, and nobody is idle. A paused source is not even asked.
+    /// Without a source no application is in front and the user is never idle. While paused, the
+    /// source is not asked for the application in front.
     DiscreetFrontmostAppProvider(FrontmostAppProviding* source, Discretion discretion);
 
     std::optional<FrontmostApp> frontmostApp() override;

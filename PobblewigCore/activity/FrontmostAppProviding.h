@@ -7,9 +7,10 @@
 namespace pobblewig {
 
 struct FrontmostApp {
-    /// For people, in their language.
+    /// The name for the user, in their language.
     QString name;
-    /// Reverse-DNS, such as "com.google.Chrome", or what the desktop itself calls the application.
+    /// A reverse-DNS name such as "com.google.Chrome", or the desktop's own name for the
+    /// application.
     QString bundleIdentifier;
 
     bool operator==(const FrontmostApp&) const = default;
@@ -23,8 +24,8 @@ public:
     /// Nothing if no window has the focus or its owner cannot be named.
     virtual std::optional<FrontmostApp> frontmostApp() = 0;
 
-    /// Seconds since the last input of any kind, in any application; 0 where the session does not
-    /// tell.
+    /// Seconds since the last input of any kind in any application; 0 if the session does not
+    /// report it.
     virtual double idleSeconds() = 0;
 };
 

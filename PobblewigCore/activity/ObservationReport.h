@@ -4,11 +4,11 @@
 
 namespace pobblewig {
 
-/// What the program can see of other applications in this session, for the user who wonders.
+/// What the program can observe of other applications in this session, for display to the user.
 struct ObservationReport {
     QString frontmostBackend = QStringLiteral("none");
     QString idleBackend = QStringLiteral("none");
-    /// What cannot be observed, and why: sentences.
+    /// Sentences that say what cannot be observed, and why.
     QStringList notes;
 
     bool operator==(const ObservationReport&) const = default;

@@ -11,22 +11,22 @@
 
 namespace pobblewig {
 
-/// All that a verdict depends on besides the rule. Whoever fires rules keeps the memory of it.
+/// Everything that a decision depends on besides the rule. The caller keeps it between calls.
 struct RuleEvaluationContext {
     TimePoint now;
-    /// For the local hour.
+    /// Gives the local hour.
     Calendar calendar;
     CoachMode currentMode = CoachMode::openEnded;
     bool observationPaused = false;
     std::optional<ActivitySession> currentSession = std::nullopt;
     /// Seconds in each category.
     std::map<AppCategory, double> categoryDurations;
-    /// By rule.
+    /// The last time each rule fired, by the rule's id.
     std::map<QUuid, TimePoint> lastFiredAt;
     std::set<QString> firedSessionKeys;
 };
 
-/// Why a rule stays silent.
+/// Why a rule does not fire.
 enum class SuppressionReason {
     observationPaused,
     doNotDisturbMode,
@@ -52,11 +52,11 @@ struct RuleDecision {
     RuleOutcome outcome;
 };
 
-/// Whether the rules speak, from values alone.
+/// Decides whether rules fire, from values alone.
 namespace RuleEngine {
 
-/// The widest reason for silence wins: one that holds for all rules is named before one that is
-/// the rule's own, and that before one of this session.
+/// Names the first reason against firing: what silences all rules, then the rule's own settings,
+/// then its match and threshold, then its cooldown and session.
 RuleOutcome evaluate(const AccountabilityRule& rule, const RuleEvaluationContext& context);
 
 std::vector<RuleDecision> evaluate(
@@ -67,14 +67,14 @@ struct FirstFire {
     double duration = 0;
 };
 
-/// In the order of the list, not by duration.
+/// The first in the order of the list, not by duration.
 std::optional<FirstFire> firstFire(
     const std::vector<AccountabilityRule>& rules, const RuleEvaluationContext& context);
 
-/// What `firedSessionKeys` holds for a rule that has fired in a session.
+/// The key in `firedSessionKeys` for a rule that has fired in a session.
 QString sessionKey(const QUuid& ruleID, const QUuid& sessionID);
 
-/// Seconds spent in what the rule looks at; nothing if that is not in front, or was not used.
+/// Seconds spent in what the rule watches, or nothing if it is not in front or was not used.
 std::optional<double> matchedDuration(
     const AccountabilityRule& rule, const RuleEvaluationContext& context);
 

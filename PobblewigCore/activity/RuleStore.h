@@ -23,7 +23,7 @@ public:
 
     void add(AccountabilityRule rule);
 
-    /// Replaces the rule of the same id, as of now.
+    /// Replaces the rule with the same id and updates its time of change.
     void update(AccountabilityRule rule, TimePoint now);
     void remove(const QUuid& id);
     void setEnabled(const QUuid& id, bool enabled, TimePoint now);

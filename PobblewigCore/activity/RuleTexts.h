@@ -4,14 +4,14 @@
 
 #include <QStringList>
 
-/// The rules in words.
+/// The rules as text.
 namespace pobblewig::RuleTexts {
 
-/// For the model: a line for each rule, or that there are none.
+/// One line for each rule, or a sentence that there are none; for the model.
 QString rulesText(const std::vector<AccountabilityRule>& rules);
 
-/// For the diagnostics page: what each rule would do now, such as "Videos: WOULD FIRE" or
-/// "Videos: silent, below its threshold (cooldown: 12 min left)".
+/// What each rule would do now, such as "Videos: WOULD FIRE" or "Videos: silent, below its
+/// threshold (cooldown: 12 min left)"; for the diagnostics page.
 QStringList verdicts(
     const std::vector<AccountabilityRule>& rules, const RuleEvaluationContext& context);
 

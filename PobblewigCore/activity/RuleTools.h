@@ -6,7 +6,7 @@
 /// The tools by which a model reads the user's rules.
 namespace pobblewig::RuleTools {
 
-/// The store outlives them.
+/// The store must outlive the tools.
 std::vector<Tool> tools(const RuleStore& rules);
 
 } // namespace pobblewig::RuleTools
