@@ -38,7 +38,7 @@ struct ReminderDTO {
     bool operator==(const ReminderDTO&) const = default;
 };
 
-/// Why something was not written to the calendars, or not done at all.
+/// Why a write to the calendars failed or was refused.
 struct WriteError {
     /// "{what} access is not granted".
     static WriteError noAccess(const QString& what);
@@ -58,21 +58,21 @@ public:
 
     virtual ~CalendarDataProviding() = default;
 
-    /// Asks nobody.
+    /// Does not prompt the user.
     virtual PermissionState authorizationStatus(CalendarEntity entity) const = 0;
     virtual Task<> requestAccess(CalendarEntity entity) = 0;
 
-    /// Every event that touches the window, repeated ones once for each time.
+    /// Every event that overlaps the window, with one entry for each repetition.
     virtual Task<Result<std::vector<CalendarEventDTO>>> fetchEvents(
         TimePoint from, TimePoint to) = 0;
     virtual Task<Result<std::vector<ReminderDTO>>> fetchIncompleteReminders() = 0;
 
-    /// Into the calendar of that name, else the user's default one. The id is of no concern.
+    /// Saves to the calendar with that name, or else to the user's default one. Ignores the id.
     virtual Task<Result<void>> saveEvent(CalendarEventDTO event) = 0;
     virtual Task<Result<void>> saveReminder(ReminderDTO reminder) = 0;
 };
 
-/// Where there are no calendars: nothing is granted, and whatever is asked has no access.
+/// For platforms without calendars: grants nothing, and every request fails for lack of access.
 class UnavailableCalendarProvider : public CalendarDataProviding {
 public:
     PermissionState authorizationStatus(CalendarEntity entity) const override;

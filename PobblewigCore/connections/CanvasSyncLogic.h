@@ -5,15 +5,15 @@
 #include <optional>
 #include <vector>
 
-/// What the reference memory says of the user's assignments.
+/// Reads the user's assignments from the reference memory.
 namespace pobblewig::CanvasSyncLogic {
 
 inline constexpr QStringView deadlinesPath = u"academics.deadlines";
 
-/// Nothing for an item that has none, or none that can be read.
+/// Returns nothing if the date is missing or unreadable.
 std::optional<TimePoint> dueDate(const ReferenceItem& item);
 
-/// Those due after `now` within the window, soonest first.
+/// The assignments due after `now` within the window, soonest first.
 std::vector<ReferenceItem> upcomingDeadlines(
     const std::vector<ReferenceItem>& items, TimePoint now, int withinDays, int limit);
 

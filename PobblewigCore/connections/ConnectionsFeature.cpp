@@ -25,7 +25,7 @@ QString described(const ReferenceItem& item)
     return Text::firstCharacters(Text::onOneLine(entry), itemCharacters);
 }
 
-/// Adds nothing without an item.
+/// Adds nothing if there are no items.
 void addLine(
     std::vector<QString>& lines, const QString& heading, const std::vector<ReferenceItem>& items)
 {
@@ -36,7 +36,7 @@ void addLine(
         lines.push_back(heading + entries.join(QStringLiteral(" | ")));
 }
 
-/// Nothing records yet what became of a message.
+/// Outcomes of messages are not recorded yet.
 Task<Tool::Outcome> recentInterventions(ToolArguments)
 {
     co_return u"(interventions unavailable)"_s;

@@ -6,10 +6,10 @@
 
 namespace pobblewig {
 
-/// What the next days hold: deadlines, events and reminders, wherever they came from.
+/// The deadlines, events and reminders of the next days, whatever their source.
 class ConnectionsFeature : public Feature {
 public:
-    /// Both outlive the feature.
+    /// Both must outlive the feature.
     ConnectionsFeature(const ReferenceMemoryStore& reference, const Moment& moment);
 
     std::vector<QString> situation(TimePoint now) const override;

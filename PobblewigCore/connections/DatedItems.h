@@ -5,24 +5,24 @@
 #include <optional>
 #include <vector>
 
-/// Reference items that a date in their details puts on the calendar.
+/// Selects reference items by a date in their details.
 namespace pobblewig::DatedItems {
 
-/// Nothing for an item that has no such date, or none that can be read.
+/// Returns nothing if the date is missing or unreadable.
 std::optional<TimePoint> date(const ReferenceItem& item, QStringView key);
 
-/// What is chosen, and how many at most.
+/// Which items are selected, and how many at most.
 struct Window {
     QStringView path;
-    /// Of the date in the details.
+    /// The key of the date in the details.
     QStringView key;
-    /// The first is not of the window, the last is.
+    /// `from` is excluded, `to` is included.
     TimePoint from;
     TimePoint to;
     int limit = 0;
 };
 
-/// Soonest first; those of one instant in their order.
+/// Soonest first; items with the same date keep their order.
 std::vector<ReferenceItem> within(const std::vector<ReferenceItem>& items, const Window& window);
 
 } // namespace pobblewig::DatedItems
