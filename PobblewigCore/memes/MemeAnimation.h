@@ -6,11 +6,11 @@
 
 namespace pobblewig {
 
-/// A decoded picture that moves, or one that stands still: it has at least one frame and plays for
-/// ever. Copies share their pixels.
+/// A decoded picture, animated or still. It has at least one frame and repeats forever. Copies
+/// share their pixels.
 class MemeAnimation {
 public:
-    /// As many durations as frames, in seconds.
+    /// Takes as many durations as frames, in seconds.
     MemeAnimation(std::vector<QImage> frames, std::vector<double> durations);
 
     /// A still picture.
@@ -19,11 +19,11 @@ public:
     const std::vector<QImage>& frames() const { return m_frames; }
     const std::vector<double>& durations() const { return m_durations; }
 
-    /// Never 0.
+    /// Never zero.
     double totalDuration() const { return m_totalDuration; }
     bool isMoving() const { return m_frames.size() > 1; }
 
-    /// What is seen this many seconds after the start.
+    /// The frame shown this many seconds after the start.
     const QImage& frame(double at) const;
 
 private:
