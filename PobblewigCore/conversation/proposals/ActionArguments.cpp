@@ -17,7 +17,7 @@ QString cutLine(const QString& text)
     return Text::firstCharacters(Text::onOneLine(text), ActionArguments::maxLineCharacters);
 }
 
-/// As an element, since a document has to be an array or an object.
+/// Parses the text inside an array, since a document must be an array or an object.
 std::optional<JSONValue> heldJSON(const QString& text)
 {
     const auto document = QJsonDocument::fromJson('[' + text.toUtf8() + ']');

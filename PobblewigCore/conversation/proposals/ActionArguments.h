@@ -5,8 +5,8 @@
 
 namespace pobblewig {
 
-/// What a model wants of an action, within what the program is ready to keep and to show: a line
-/// that is too long counts as absent, whatever else is too long is cut.
+/// A model's arguments of an action, limited to what the program can keep and show: a line that is
+/// too long counts as absent, other values are cut.
 class ActionArguments {
 public:
     static constexpr qsizetype maxLineCharacters = 1000;
@@ -17,20 +17,21 @@ public:
 
     explicit ActionArguments(JSONValue::Object values);
 
-    /// Without what would break or turn a line; nothing if only blanks are left.
+    /// The text on one line, without characters that change its direction. Returns nothing if it is
+    /// blank.
     std::optional<QString> line(const QString& name) const;
-    /// What narrows something down: for once cut, since without it more would be meant.
+    /// A text that narrows a request. Cut rather than dropped, since without it more would match.
     std::optional<QString> condition(const QString& name) const;
-    /// Cut as well; without those of blanks only.
+    /// Texts that narrow a request, cut as well. Blank ones are left out.
     std::vector<QString> conditions(const QString& name) const;
     std::optional<QString> notes() const;
     std::optional<int> integer(const QString& name, int lowerBound, int upperBound) const;
     std::optional<TimePoint> date(const QString& name, const Calendar& calendar) const;
 
-    /// Itself an object of arguments.
+    /// A nested object of arguments.
     std::optional<ActionArguments> nested(const QString& name) const;
 
-    /// Of a setting. A string that holds JSON counts as what it holds.
+    /// The value for a setting. A string that contains JSON counts as that JSON.
     std::optional<JSONValue> settingValue(const QString& name) const;
 
 private:

@@ -5,15 +5,15 @@
 
 #include <vector>
 
-/// From the arguments of an action to what is to be done: nothing if something required is absent.
-/// Whether a model called a function or wrote a block makes a difference in one respect only.
+/// Turns the arguments of an action into actions, or into none if a required argument is absent.
+/// `Origin` tells whether the model called a function or wrote a block.
 namespace pobblewig::ActionBuilder {
 
 using Actions = std::vector<BuddyAction>;
 
 enum class Origin {
     block,
-    /// The minutes of a mode are then moved into what a user could set.
+    /// Clamps the minutes of a mode to what a user can set.
     toolCall,
 };
 
@@ -35,7 +35,7 @@ Actions proposedReminder(const Request& request);
 Actions updatedSettings(const Request& request);
 Actions newPersona(const Request& request);
 
-/// The colours are a proposal of their own, since the user answers each by itself.
+/// A change of colours is a separate proposal, since the user answers each on its own.
 Actions newMascot(const Request& request);
 Actions forgottenMemory(const Request& request);
 Actions temporaryMode(const Request& request);

@@ -224,7 +224,7 @@ Action forgetMemory()
     };
 }
 
-/// No model is told of it, but a block may ask for it.
+/// No model is offered this action, but a block may request it.
 Action proposeRule()
 {
     return {

@@ -13,8 +13,8 @@ struct TemporaryMode {
     bool operator==(const TemporaryMode&) const = default;
 };
 
-/// What the model asks the program to do: to put a proposal before the user, of whatever kind, or
-/// to switch the mode for a while.
+/// An action that the model requests: a proposal of any kind for the user, or a temporary switch of
+/// the mode.
 using BuddyAction = std::variant<RuleProposal, TemporaryMode>;
 
 } // namespace pobblewig

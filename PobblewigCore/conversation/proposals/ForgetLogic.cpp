@@ -18,7 +18,7 @@ tl::unexpected<QString> refused(QString reason)
     return tl::unexpected(std::move(reason));
 }
 
-/// Nothing instead of a blank text.
+/// Returns nothing for a blank text.
 std::optional<QString> given(const std::optional<QString>& text)
 {
     const auto trimmed = text.value_or(QString()).trimmed();
@@ -75,7 +75,8 @@ Resolved resolveSection(RuleProposal proposal, const ReferenceMemoryStore& refer
     return proposal;
 }
 
-/// A bound that is blank but not empty stays, to be refused: without it more would match.
+/// A bound that is blank but not empty stays and is refused later, since without it more would
+/// match.
 ProposedForget withoutEmptyConditions(ProposedForget forget)
 {
     forget.query = given(forget.query);

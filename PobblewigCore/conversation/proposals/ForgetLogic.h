@@ -5,15 +5,15 @@
 
 #include <tl/expected.hpp>
 
-/// What a request to forget comes to.
+/// Resolves a request to forget.
 namespace pobblewig::ForgetLogic {
 
-/// The proposal with the whole id of what it means, and in its name exactly what would go. Else the
-/// reason why it cannot be asked of the user, to be told to the model.
+/// Returns the proposal with the full id of its target and a name that says exactly what would be
+/// deleted. The error tells the model why the user cannot be asked.
 tl::expected<RuleProposal, QString> resolveForget(RuleProposal proposal, const MemoryTiers& memory);
 
-/// All that fit the filter, as a search finds them, and were recorded by `askedAt`. A filter
-/// without any condition, or with a bound that cannot be read, is refused.
+/// Finds everything that matches the filter as a search would, and that was recorded by `askedAt`.
+/// Refuses a filter without conditions, or with an unreadable bound.
 tl::expected<std::vector<DatedObservation>, QString> matchingObservations(
     const ProposedForget& forget, const ObservationStore& observations, TimePoint askedAt);
 

@@ -2,10 +2,11 @@
 
 #include "conversation/proposals/RuleProposal.h"
 
-/// What of the memory is to go, in words.
+/// Describes what is to be deleted from memory.
 namespace pobblewig::ForgetTexts {
 
-/// Of observations: `"lecture" from 2026-03-01 to 2026-04-01 tagged psyc-2010`, as far as given.
+/// Describes observations: `"lecture" from 2026-03-01 to 2026-04-01 tagged psyc-2010`, with the
+/// given conditions only.
 QString filter(const ProposedForget& forget);
 
 /// "forget section academics.courses"

@@ -5,11 +5,11 @@
 
 #include <tl/expected.hpp>
 
-/// Forgets what the user has agreed to.
+/// Deletes from memory what the user has agreed to forget.
 namespace pobblewig::MemoryForgetter {
 
-/// What went, in a sentence for the user, or why nothing could. A section is emptied of what it
-/// holds by now; of observations those stay that were recorded after the proposal.
+/// Returns a sentence for the user about what was deleted, or why nothing could be. Deletes the
+/// current items of a section, but no observations that were recorded after the proposal.
 tl::expected<QString, QString> forget(
     const RuleProposal& proposal, MemoryTiers& memory, TimePoint now);
 

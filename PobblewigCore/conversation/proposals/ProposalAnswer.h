@@ -2,8 +2,8 @@
 
 namespace pobblewig {
 
-/// The user's word on a proposal. `allowAlways` confirms, and lets further changes of that kind
-/// through unasked if the kind permits that.
+/// The user's answer to a proposal. `allowAlways` confirms it and allows later changes of that kind
+/// without asking, if the kind permits it.
 enum class ProposalAnswer { confirm, dismiss, allowAlways };
 
 } // namespace pobblewig

@@ -26,7 +26,7 @@ bool hasID(const std::vector<RuleProposal>& proposals, const QString& proposalId
     return std::ranges::find(proposals, proposalId, &RuleProposal::proposalId) != proposals.end();
 }
 
-/// Of this id, or of one that a collision has made of it.
+/// Whether it has this id, or one derived from it after a collision.
 bool isOfID(const RuleProposal& proposal, const QString& proposalId)
 {
     const auto& id = proposal.proposalId;
@@ -35,7 +35,7 @@ bool isOfID(const RuleProposal& proposal, const QString& proposalId)
         && (number.isEmpty() || (number.startsWith(u'-') && number.sliced(1).toInt() > 1));
 }
 
-/// What two actions that are the same have in common.
+/// A text that is equal for equal actions.
 QString identity(const BuddyAction& action)
 {
     const Overloaded identityOf {

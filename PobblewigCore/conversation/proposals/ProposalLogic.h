@@ -5,36 +5,36 @@
 
 #include <vector>
 
-/// The rules by which proposals are kept, ordered and asked about.
+/// Rules by which proposals are kept, ordered and confirmed.
 namespace pobblewig::ProposalLogic {
 
-/// What the user can allow once and for all: "settings_change" for example. Rules have no class.
+/// The class that the user can allow permanently, such as "settings_change". Rules have no class.
 std::optional<QString> actionClass(RuleProposal::Kind kind);
 
 /// Whether the user is asked first.
 bool needsConfirmation(
     const RuleProposal& proposal, const std::map<QString, bool>& actionConfirmations);
 
-/// Whether the user may be offered never to be asked again.
+/// Whether the user may be offered "allow always".
 bool canAllowAlways(const RuleProposal& proposal);
 
-/// The same request, whenever it was made and whatever became of it.
+/// Whether both make the same request, regardless of time and status.
 bool payloadEquivalent(const RuleProposal& a, const RuleProposal& b);
 
-/// Whether one of the proposals, under the same id or one with a number behind it, makes the same
-/// request.
+/// Whether one of the proposals makes the same request under the same id, with or without a number
+/// appended.
 bool wasAskedBefore(const RuleProposal& proposal, const std::vector<RuleProposal>& proposals);
 
-/// "{id}-2", or the first number after it that no proposal has.
+/// "{id}-2", or the next number that no proposal uses.
 QString nextFreeSuffix(const QString& proposalId, const std::vector<RuleProposal>& proposals);
 
-/// A change of the mascot comes before all else, so that a colour scheme is that of the new one.
+/// Puts a change of the mascot first, so that a colour scheme applies to the new mascot.
 std::vector<BuddyAction> orderedForApplication(std::vector<BuddyAction> actions);
 
-/// The first of those that are the same, in their order.
+/// Keeps the first of equal actions, in order.
 std::vector<BuddyAction> dedupedActions(std::vector<BuddyAction> actions);
 
-/// The ids of those settled proposals that are older than the newest `kept`.
+/// The ids of settled proposals other than the newest `kept`.
 std::set<QString> oldestSettled(const std::vector<RuleProposal>& proposals, size_t kept);
 
 AccountabilityRule rule(const RuleProposal& proposal, QUuid id, TimePoint now);

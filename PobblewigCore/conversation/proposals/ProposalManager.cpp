@@ -124,7 +124,7 @@ void ProposalManager::settleAsConfirmed(const RuleProposal& meant, const QUuid& 
     if (!proposal || proposal->id != meant.id)
         return;
     m_state.ledger[meant.proposalId] = created;
-    // What is forgotten must not live on in the words of the request.
+    // What was forgotten must not survive in the text of the request.
     if (proposal->forget) {
         proposal->forget = ProposedForget { .target = proposal->forget->target };
         proposal->name.clear();

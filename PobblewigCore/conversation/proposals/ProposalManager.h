@@ -10,21 +10,21 @@
 
 namespace pobblewig {
 
-/// What became of a confirmation.
+/// The outcome of a confirmation.
 struct ConfirmResult {
     enum class Kind { created, duplicate, failed, notFound };
 
     Kind kind = Kind::notFound;
-    /// What was created, or had been.
+    /// The object that was created, now or earlier.
     QUuid ruleID = {};
-    /// Why it failed, for the user.
+    /// Why it failed, as text for the user.
     QString reason = {};
 
     bool operator==(const ConfirmResult&) const = default;
 };
 
-/// The changes that wait for the user's word, and the latest that have had it, kept in
-/// "proposals.json". A proposal leaves the pending ones once and never returns.
+/// The changes that await the user's answer and the latest answered ones, kept in "proposals.json".
+/// A proposal stops being pending once and never becomes pending again.
 ///
 /// Lives on the main thread. Without a directory it works in memory only.
 class ProposalManager {
@@ -32,11 +32,11 @@ public:
     static constexpr size_t maxPending = 10;
     static constexpr size_t maxSettled = 100;
 
-    /// The whole of "proposals.json".
+    /// The contents of "proposals.json".
     struct SavedState {
-        /// In the order of their arrival.
+        /// In the order in which they were registered.
         std::vector<RuleProposal> proposals;
-        /// What each confirmed proposal created.
+        /// The object that each confirmed proposal created.
         std::map<QString, QUuid> ledger;
 
         bool operator==(const SavedState&) const = default;
@@ -61,27 +61,27 @@ public:
     std::vector<RuleProposal> pendingProposals() const;
     std::optional<RuleProposal> proposal(const QString& proposalId) const;
 
-    /// Whether the user has not been asked for this yet.
+    /// Whether the user has not been asked this before.
     bool isNew(const RuleProposal& proposal) const;
 
-    /// Whether so many are waiting that no further one is to be registered.
+    /// Whether the maximum number of proposals is pending.
     bool isFull() const { return pendingProposals().size() >= maxPending; }
 
-    /// What was queued, under a new `proposalId` if another request had that one; nothing if the
-    /// user has been asked for this already.
+    /// Returns the registered proposal, with a new `proposalId` if another request already has that
+    /// one, or nothing if the user has been asked this before.
     std::optional<RuleProposal> registerProposal(RuleProposal proposal);
 
-    /// Carries a proposal out, at most once. One that fails stays pending; one that is being
-    /// carried out counts as a duplicate.
+    /// Carries a proposal out, at most once. A failed one stays pending; one in progress counts as
+    /// a duplicate.
     Task<ConfirmResult> confirm(QString proposalId, Execute execute);
 
-    /// Of a rule.
+    /// Confirms a rule.
     Task<ConfirmResult> confirm(QString proposalId, RuleStore& ruleStore, TimePoint now);
 
-    /// Whether it was: one that is unknown, settled or being carried out is not.
+    /// Returns whether it was rejected. An unknown, settled or executing proposal cannot be.
     bool reject(const QString& proposalId);
 
-    /// Removes what names texts of the memory, whatever became of it.
+    /// Removes all requests to forget, whatever their status, since they quote memory.
     void dropForgets();
 
 private:

@@ -18,9 +18,9 @@ constexpr qsizetype notesLength = 300;
 constexpr qsizetype entryLength = 100;
 constexpr qsizetype valueLength = 300;
 constexpr qsizetype mostEntries = 20;
-/// A whole note, with the words around it.
+/// Long enough for a whole note and the words around it.
 constexpr qsizetype forgetLength = 1'050;
-/// What is longer is easier to read in several lines.
+/// A longer text is easier to read on several lines.
 constexpr qsizetype oneLineLength = 100;
 
 using Lines = QStringList;
@@ -34,7 +34,7 @@ bool isRightToLeft(QChar character)
     return character.direction() == QChar::DirR || character.direction() == QChar::DirAL;
 }
 
-/// As part of a line of ours, which keeps its direction.
+/// Fits a text into one of our lines without changing the line's direction.
 QString embedded(const QString& text, qsizetype length)
 {
     const auto line = Text::plainLine(text, length);
@@ -57,7 +57,7 @@ QString listed(const QStringList& entries)
     return rest > 0 ? Texts::tr("%1 and %n more", nullptr, int(rest)).arg(list) : list;
 }
 
-/// A line that only says something where there is something to say.
+/// Adds a line only if there is a text.
 void add(Lines& lines, const QString& label, const QString& text)
 {
     if (!text.isEmpty())
@@ -108,7 +108,7 @@ QStringList without(QStringList entries, const QStringList& others)
     return entries;
 }
 
-/// From one value of a setting to another.
+/// Describes the change from one value of a setting to another.
 Lines change(const Setting& setting, const AppSettings& before, const AppSettings& after)
 {
     const auto label = SettingTexts::label(setting);
@@ -136,7 +136,7 @@ Lines settingLines(const ProposedSettingsChange& proposed, const AppSettings& be
                          embedded(proposed.value.displayString(), valueLength)) };
     }
     auto lines = change(*setting, before, after);
-    // A new form, for example, can bring other colours.
+    // A new mascot, for example, can change the colours as well.
     for (const auto& other : SettingCatalog::all()) {
         const auto changes =
             SettingTexts::value(other, before) != SettingTexts::value(other, after);
@@ -157,7 +157,7 @@ Lines ruleLines(const RuleProposal& rule)
     for (const auto* const names :
         { &rule.applicationMatch, &rule.domainMatch, &rule.bundleIDMatch })
         watched.append({ names->begin(), names->end() });
-    // Every name contains the empty one.
+    // An empty name matches every application.
     std::ranges::replace(watched, QString(), Texts::tr("any app"));
     QStringList silent;
     for (const auto mode : rule.excludedModes)
@@ -191,7 +191,7 @@ QString title(RuleProposal::Kind kind)
     Q_UNREACHABLE();
 }
 
-/// None if what belongs to the kind is missing.
+/// Empty if the kind's own part is missing.
 Lines lines(const RuleProposal& proposal, const AppSettings& settings, const Calendar& calendar)
 {
     switch (proposal.kind) {

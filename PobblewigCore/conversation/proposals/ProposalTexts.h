@@ -8,11 +8,11 @@
 
 namespace pobblewig {
 
-/// What the user reads before answering.
+/// The text that the user reads before answering.
 struct ProposalWords {
-    /// What kind of change it is, in two or three words.
+    /// The kind of change, in two or three words.
     QString title;
-    /// What is and what would be, a line each; the first says the most.
+    /// One line each about the current and the proposed state, the most important first.
     QStringList lines;
 
     bool operator==(const ProposalWords&) const = default;
@@ -20,12 +20,12 @@ struct ProposalWords {
 
 namespace ProposalTexts {
 
-/// In the user's own forms of date and time. Names and texts that a model wrote appear without
-/// control characters and marks that turn the direction of writing, and no longer than fits.
+/// Formats dates and times as the user's locale does. Text from a model is shortened, without
+/// control characters and marks that change the direction of writing.
 ProposalWords words(
     const RuleProposal& proposal, const AppSettings& settings, const Calendar& calendar);
 
-/// The proposal's own name, likewise.
+/// The proposal's own name, treated the same way.
 QString name(const RuleProposal& proposal);
 
 } // namespace ProposalTexts

@@ -9,18 +9,18 @@
 
 namespace pobblewig {
 
-/// Carries out what the user allows: the changes that the assistant proposed, rules aside.
+/// Carries out changes that the assistant proposed and the user allows, except rules.
 class ProposalWriter {
 public:
     struct Outcome {
-        /// What was done, for the user.
+        /// A text for the user about what was done.
         QString text;
-        /// What the assistant adds about itself.
+        /// What the assistant says about a change of itself.
         std::optional<QString> selfNote = std::nullopt;
     };
     using Result = tl::expected<Outcome, WriteError>;
 
-    /// All of it outlives the writer.
+    /// All arguments must outlive the writer.
     ProposalWriter(
         const Stores& stores, const Moment& moment, CalendarDataProviding& calendarProvider);
 

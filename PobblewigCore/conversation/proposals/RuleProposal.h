@@ -54,20 +54,20 @@ struct ProposedSettingsChange {
     }
 };
 
-/// What of the memory is to go. Which fields count depends on the target.
+/// What to delete from memory. Which fields count depends on the target.
 struct ProposedForget {
     enum class Target { note, referenceItem, referenceSection, observations };
 
     Target target = Target::note;
-    /// A handle as the tools print it, or a whole id.
+    /// A short id as the tools print it, or a full id.
     std::optional<QString> id = std::nullopt;
     std::optional<QString> path = std::nullopt;
     std::optional<QString> query = std::nullopt;
-    /// Bounds as the model wrote them.
+    /// The bounds as the model wrote them.
     std::optional<QString> from = std::nullopt;
     std::optional<QString> to = std::nullopt;
     std::optional<std::vector<QString>> tags = std::nullopt;
-    /// In words.
+    /// A description as text.
     QString summary;
 
     bool operator==(const ProposedForget&) const = default;
@@ -82,18 +82,18 @@ struct ProposedForget {
     }
 };
 
-/// A change that the model asked for and the user has not answered yet, or has.
+/// A change that the model asked for, and its status.
 struct RuleProposal {
     enum class Kind { rule, calendarEvent, reminder, settingsChange, forgetMemory };
     enum class Status { pending, confirmed, rejected };
 
     QUuid id;
-    /// The model's own name for it, by which everything finds it.
+    /// The model's own name for it, by which it is found everywhere.
     QString proposalId;
     Kind kind = Kind::rule;
     /// One line for the user.
     QString name;
-    /// These up to `responseStyle` are of a rule.
+    /// The fields up to `responseStyle` belong to a rule.
     std::vector<QString> applicationMatch;
     std::vector<QString> bundleIDMatch;
     std::vector<QString> domainMatch;
@@ -103,7 +103,7 @@ struct RuleProposal {
     InterventionStyle responseStyle = InterventionStyle::gentle;
     Status status = Status::pending;
     TimePoint createdAt;
-    /// Of these the one that belongs to the kind is there.
+    /// The one that belongs to the kind is set.
     std::optional<ProposedCalendarEvent> event = std::nullopt;
     std::optional<ProposedReminder> reminder = std::nullopt;
     std::optional<ProposedSettingsChange> settingsChange = std::nullopt;

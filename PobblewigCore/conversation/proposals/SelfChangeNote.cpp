@@ -25,7 +25,7 @@ QString colorScheme(const AppSettings& settings)
 struct Aspect {
     QStringView key;
     QString (*name)(const AppSettings& settings);
-    /// Of the old name and the new.
+    /// Takes the old name and the new one.
     QStringView words;
 };
 
