@@ -8,12 +8,12 @@
 #include <optional>
 #include <vector>
 
-/// From what a model says to what it wants and what the user reads of it. A model asks by calling
-/// a function or, where its server knows none, by a fenced JSON block at the end of its reply; both
-/// ways lead to the same actions.
+/// Extracts from a model's reply the actions that it asks for and the text that the user reads. A
+/// model asks by calling a function or, if its server supports none, by a fenced JSON block at the
+/// end of its reply; both lead to the same actions.
 ///
-/// Nothing here fails: what cannot be understood is no action. Proposals come without `id` and
-/// `createdAt`. A time without a zone is of the calendar's.
+/// Never fails: what cannot be understood is not an action. Proposals have no `id` and `createdAt`
+/// yet. A time without a zone is in the calendar's zone.
 namespace pobblewig::ActionParser {
 
 struct ParseResult {
@@ -21,27 +21,27 @@ struct ParseResult {
     std::vector<BuddyAction> actions;
 };
 
-/// Of a whole reply.
+/// Parses a complete reply.
 ParseResult parse(const QString& text, const Calendar& calendar);
 
 struct ToolRequest {
-    /// What stands before the block; nothing if there is none.
+    /// The text before the block, or nothing if there is none.
     std::optional<QString> displayText;
     std::vector<MemoryToolCall> calls;
 };
 
 ToolRequest parseToolCalls(const QString& text);
 
-/// None if the call is not usable. Becoming another form in other colours is two actions.
+/// Empty if the call is not usable. A change of both mascot and colours is two actions.
 std::vector<BuddyAction> actions(const LLMToolCall& toolCall, const Calendar& calendar);
 
-/// Without the control blocks, wherever they stand.
+/// Removes all control blocks.
 QString stripControlFences(const QString& text);
 
-/// Up to a control block that has begun and not ended.
+/// Cuts the text at a control block that has not ended.
 QString stripPartialFence(const QString& text);
 
-/// What may be shown of a reply that is still arriving; `ReplyPreview` costs less there.
+/// The part of an incoming reply that may be shown; `ReplyPreview` does this at less cost.
 QString sanitizeForPreview(const QString& text);
 
 } // namespace pobblewig::ActionParser

@@ -10,7 +10,7 @@
 
 namespace pobblewig {
 
-/// The functions that a model is offered, made of the tools' records.
+/// The functions that a model is offered, built from the tools' records.
 ///
 /// Lives on the main thread.
 class BuddyTools {
@@ -18,31 +18,31 @@ public:
     enum class Offered { no, yes };
 
     struct Offer {
-        /// Those that read.
+        /// Tools that read.
         Offered retrieval = Offered::no;
         Offered screenCapture = Offered::no;
         Offered situation = Offered::yes;
         Offered memory = Offered::yes;
-        /// The names of deferred tools that were loaded.
+        /// The names of the deferred tools that were loaded.
         std::set<QString> expanded = {};
     };
 
-    /// Adds those of a turn and the actions to the features'.
+    /// Adds the turn's own tools and the actions to those of the features.
     BuddyTools(std::vector<Tool> ofFeatures, const PlatformWording& wording);
 
-    /// In the order of the groups; the actions are always offered.
+    /// In the order of the groups. Actions are always offered.
     std::vector<LLMToolDefinition> offered(const Offer& offer) const;
 
-    /// Null for an unknown name.
+    /// Returns null for an unknown name.
     const Tool* find(const QString& name) const;
 
-    /// What the system prompt tells of them.
+    /// The lines about tools in the system prompt.
     const ToolLines& lines() const { return m_lines; }
 
 private:
     struct Entry {
         Tool tool;
-        /// Its schema is parsed when it is first offered.
+        /// Parsed when the tool is first offered.
         mutable std::optional<LLMToolDefinition> definition = {};
     };
 

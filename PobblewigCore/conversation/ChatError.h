@@ -7,7 +7,7 @@
 
 namespace pobblewig {
 
-/// The user stopped the turn.
+/// The user cancelled the turn.
 struct Cancelled { };
 
 /// Why a turn ended without a reply.

@@ -17,20 +17,21 @@
 
 namespace pobblewig {
 
-/// Runs one conversational turn, from the submitted text to the assistant's message in the history.
+/// Runs a turn of the conversation, from the submitted text to the assistant's message in the
+/// history.
 ///
-/// One turn at a time. What is published here is for display; changes are announced by signals.
-/// Lives as long as the process.
+/// Only one turn runs at a time. The published values are for display; signals announce their
+/// changes. Lives as long as the process.
 class ChatService : public QObject {
     Q_OBJECT
 
 public:
-    /// What a turn draws on beside the stores. All of it outlives the service.
+    /// What a turn needs besides the stores. Everything here must outlive the service.
     struct Surroundings {
         ModelProviding& models;
-        /// Asked for each turn.
+        /// Called for each turn.
         std::function<Task<SituationSnapshot>()> situation;
-        /// Null where the memory cannot be asked.
+        /// Null if memory cannot be read.
         MemoryToolExecutor* toolExecutor = nullptr;
         ScreenAccess screen = {};
         PlatformWording wording;
@@ -41,64 +42,64 @@ public:
     using Actions = std::vector<BuddyAction>;
     using Outcome = tl::expected<Actions, ChatError>;
 
-    /// `stores` and `moment` outlive the service.
+    /// `stores` and `moment` must outlive the service.
     ChatService(const Stores& stores, const Moment& moment, Surroundings surroundings);
 
     /// A copy of the history.
     const std::vector<ChatMessage>& messages() const { return m_messages; }
 
-    /// What may be shown of the reply in progress; empty between replies.
+    /// The visible part of the reply in progress; empty between replies.
     const QString& streamingPreview() const { return m_preview.text(); }
     bool isStreaming() const { return m_phase == Phase::streaming; }
 
-    /// From the submitted text to the end of what the reply leads to.
+    /// True from the submitted text until the reply and everything it triggers is done.
     bool isInTurn() const { return m_phase != Phase::idle; }
 
-    /// What went wrong with the last turn, for the user.
+    /// The error of the last turn, as text for the user.
     const std::optional<QString>& lastError() const { return m_lastError; }
 
-    /// What a screenshot shows, while its turn runs.
+    /// A description of the screenshot while its turn runs.
     const std::optional<QString>& captureIndicator() const { return m_captureIndicator; }
 
-    /// The tools of the latest round, marked where they failed.
+    /// The tools of the latest round, with failures marked.
     const std::vector<QString>& lastToolCalls() const { return m_lastToolCalls; }
     int totalToolCalls() const { return m_totalToolCalls; }
 
-    /// The text of a failed turn that did not make it into the history.
+    /// The text of a failed turn that was not added to the history.
     std::optional<QString> unsentText() const;
 
-    /// Whether `retryLast` would do something.
+    /// Whether `retryLast` has an effect.
     bool canRetry() const { return m_lastRequest && canRun(*m_lastRequest); }
 
-    /// False, and nothing happens, while a turn runs, or while the screen is still being looked at
-    /// for one that was stopped and this one wants a picture too.
+    /// Returns false and does nothing while a turn runs, or if this turn needs a picture while one
+    /// for a cancelled turn is still being taken.
     bool submit(const QString& text, Screenshot withScreenshot = Screenshot::without);
 
-    /// Runs the last turn again without recording its user message twice.
+    /// Repeats the last turn without recording its user message twice.
     void retryLast();
     void cancelStreaming();
 
-    /// Adds what the buddy says by itself to the conversation. The message belongs to the active
-    /// session, or to none while the memory is off.
+    /// Adds a message that the buddy writes by itself. It belongs to the active session, or to none
+    /// while the memory is off.
     void say(const QString& text, std::optional<QUuid> relatedInterventionID = std::nullopt);
 
-    /// What the features let a model call, once they are all there.
+    /// Sets the features' tools, once all features exist.
     void setTools(std::vector<Tool> ofFeatures)
     {
         m_tools = BuddyTools(std::move(ofFeatures), m.wording);
     }
 
-    /// Publishes the history anew.
+    /// Publishes the history again.
     void reload();
 
-    /// One whole turn. A retry reuses the latest user message of the history, so that it is never
-    /// recorded twice.
+    /// Runs a whole turn. A retry reuses the latest user message in the history, so that it is
+    /// recorded only once.
     Task<Outcome> send(QString text, std::optional<QByteArray> image, UserMessage userMessage);
 
     /// Takes a picture of the screen and runs a turn with it.
     Task<Outcome> sendWithScreenshot(QString text, UserMessage userMessage);
 
-    /// Awaited once a reply stands in the history, so that what they say comes after it.
+    /// Awaited after the reply was added to the history, so that their messages follow it.
     std::function<Task<>(Actions actions)> onActions;
     std::function<Task<>()> onTurnComplete;
 
@@ -109,13 +110,13 @@ Q_SIGNALS:
     void lastErrorChanged();
     void captureIndicatorChanged();
 
-    /// (true, false) when a turn starts; (false, true) after a good one; (false, false) after a
-    /// failure or a cancellation.
+    /// (true, false) when a turn starts, (false, true) after a success, (false, false) after a
+    /// failure or cancellation.
     void activityChanged(bool working, bool succeeded);
 
 private:
     enum class AutoRetry { allowed, done };
-    /// `finishing` is the time from the reply to the end of what it leads to.
+    /// `finishing` lasts from the reply until everything it triggers is done.
     enum class Phase { idle, preparing, streaming, finishing };
 
     struct Request {
@@ -123,7 +124,7 @@ private:
         Screenshot screenshot = Screenshot::without;
     };
 
-    /// The turn's own user message, and the picture that goes with it.
+    /// The turn's own user message and its picture.
     struct Turn {
         ChatMessage userMessage;
         std::optional<QByteArray> image;
@@ -147,7 +148,7 @@ private:
     void append(ChatMessage message);
     void finishReply(const ChatTurn::Result& result, std::optional<QUuid> sessionID);
 
-    /// The active session; nothing while the memory is off.
+    /// The active session, or nothing while the memory is off.
     std::optional<QUuid> sessionID() const;
     bool isMemoryEnabled() const { return m_settings.settings().memoryEnabled; }
     /// The notes for the prompt; empty while the memory is off.

@@ -18,7 +18,7 @@ using Role = LLMMessage::Role;
 
 constexpr auto tangledUp = "I got tangled up in my own tools there — mind asking that again?";
 
-/// A model can call a function anything, its reply included.
+/// A model can give a function any name, including its reply.
 QString loggable(const QString& name)
 {
     const auto isName = name.size() <= 40

@@ -9,13 +9,13 @@
 
 namespace pobblewig {
 
-/// One turn from the first request to the final reply: up to three rounds of tools, and a reminder
-/// to a model that says nothing or that claims what it did not do.
+/// One turn from the first request to the final reply, with up to three rounds of tools, and a
+/// reminder to a model that says nothing or claims an action that it did not request.
 ///
 /// Lives until its task has ended.
 class ChatTurn {
 public:
-    /// What does not change while the turn goes on.
+    /// The constant input of the turn.
     struct Input {
         MainAssistantPrompt prompt;
         /// The history with the turn's own message, without a system prompt.
@@ -25,9 +25,10 @@ public:
         Calendar calendar = {};
     };
 
-    /// How the turn shows that it goes on.
+    /// Reports the turn's progress.
     struct Progress {
-        /// A reply, or a round of tools, begins: what was shown of the last reply is gone.
+        /// Called when a reply or a round of tools begins. The preview of the last reply is then
+        /// discarded.
         std::function<void()> replyBegins;
         std::function<void(const QString& token)> replyGrows;
         std::function<void(std::vector<MemoryToolResult> results)> toolsRan;
@@ -35,7 +36,7 @@ public:
 
     struct Result {
         QString text;
-        /// Without `id` and `createdAt`.
+        /// Proposals have no `id` and `createdAt` yet.
         std::vector<BuddyAction> actions;
         bool tookScreenshot = false;
     };
@@ -59,7 +60,7 @@ private:
     Task<ToolRunner::Outcome> runTools(std::vector<MemoryToolCall> calls, QStringView protocol);
     Task<Outcome> finish();
 
-    /// Asks the model to go on; what it answers is `m_reply`.
+    /// Asks the model to continue and stores the answer in `m_reply`.
     Task<Failure> ask(std::vector<LLMToolDefinition> tools);
     void collectActions(const std::vector<LLMToolCall>& calls);
     void sayThatAPictureIsThere();

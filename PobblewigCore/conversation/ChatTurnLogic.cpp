@@ -13,7 +13,7 @@ namespace pobblewig {
 
 namespace {
 
-/// From "no change" to "has to wait", of several the last counts.
+/// Ordered from "no change" to "must wait"; of several, the highest counts.
 enum class Consequence { applied, approved, pending };
 
 Consequence consequence(

@@ -8,39 +8,39 @@
 #include <map>
 #include <vector>
 
-/// What a turn says to the model between its replies.
+/// The messages that a turn sends to the model between its replies.
 namespace pobblewig::ChatTurnLogic {
 
-/// So many rounds of tools may come before the answer.
+/// The number of rounds of tools before the answer.
 inline constexpr int maxRounds = 3;
 
-/// More calls than this in one reply are a fault of the model's; the rest is not looked at.
+/// More calls in one reply are an error of the model; the rest is ignored.
 inline constexpr size_t maxCallsPerReply = 64;
 
-/// Those that read, in their order.
+/// The calls that read, in their order.
 std::vector<MemoryToolCall> retrievalCalls(const std::vector<LLMToolCall>& calls);
 
-/// The results of a round, in the terms of function calls: one message for each call, action calls
-/// included. `results` are those of the others, in order.
+/// The results of a round as function results, one message for each call, including actions.
+/// `results` are those of the other calls, in order.
 std::vector<LLMMessage> toolMessages(const std::vector<LLMToolCall>& calls,
     const std::vector<MemoryToolResult>& results,
     const std::map<QString, bool>& actionConfirmations, const Calendar& calendar);
 
-/// The same in prose, for a model without functions.
+/// The same as prose, for a model without function calls.
 QString toolResultsText(const std::vector<MemoryToolResult>& results, int round);
 
-/// What became of an action call.
+/// The outcome of an action call.
 QString actionAcknowledgement(const LLMToolCall& toolCall,
     const std::map<QString, bool>& actionConfirmations, const Calendar& calendar);
 
-/// Whether a reply speaks as if something waited for the user's word.
+/// Whether a reply claims that something awaits the user's confirmation.
 bool claimsActionWithoutCalling(const QString& text);
 
 extern const QStringView claimNudge;
 extern const QStringView emptyReplyNudge;
 extern const QStringView screenshotAttached;
 
-/// The names, marked where the call failed.
+/// The names of the tools, with failures marked.
 std::vector<QString> outcomeNames(const std::vector<MemoryToolResult>& results);
 
 } // namespace pobblewig::ChatTurnLogic

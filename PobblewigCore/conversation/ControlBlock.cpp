@@ -9,7 +9,7 @@ namespace pobblewig {
 
 namespace {
 
-/// What is unknown has no such key.
+/// Returns nothing if this is not a list, or if an entry lacks the string.
 std::optional<QJsonArray> listOf(const QJsonValue& list, const QString& requiredString)
 {
     if (!list.isArray())

@@ -25,7 +25,7 @@ constexpr std::array namedTags {
 
 constexpr QStringView closing = u"\n```";
 
-/// Counts no further than tells whether another fence follows.
+/// Counts only as far as needed to tell whether another fence follows.
 qsizetype backticks(QStringView text, qsizetype from)
 {
     const auto run = text.sliced(from).first(std::min(text.size() - from, 2 * marks.size()));
@@ -47,7 +47,7 @@ qsizetype behindBlanks(QStringView text, qsizetype from)
     return from;
 }
 
-/// Behind the fence whose last backticks those are, if another block begins with them: before it.
+/// The end of a closing fence, or its start if the same backticks open another block.
 qsizetype behindClosing(QStringView text, qsizetype fence)
 {
     const auto run = backticks(text, fence);
@@ -63,7 +63,7 @@ qsizetype controlBlockEnd(QStringView text, qsizetype from)
     return found < 0 ? text.size() : behindClosing(text, found + 1);
 }
 
-/// Looks no further than the text can be an action block.
+/// Reads only as far as the text can still be an action block.
 std::optional<qsizetype> actionBlockEnd(QStringView text, qsizetype from)
 {
     EnvelopeWatch watch;

@@ -4,8 +4,8 @@
 
 #include <optional>
 
-/// Where in a reply the fences of control blocks stand. A run of backticks is as many fences as it
-/// has three of; those left over go with the last of them.
+/// Finds the fences of control blocks in a reply. Every three backticks in a run are a fence; the
+/// remaining ones belong to the last fence.
 namespace pobblewig::ControlFence {
 
 inline constexpr QStringView marks = u"```";
@@ -17,39 +17,39 @@ constexpr bool isControl(Tag tag)
     return tag == Tag::buddyActions || tag == Tag::buddyTools;
 }
 
-/// As far as the line of a tag is concerned, where "\r" belongs to the line's end.
+/// Whether the character is blank on the line of a tag, where "\r" is part of the line's end.
 bool isBlank(QChar character);
 
-/// What stands behind a fence on its line.
+/// The text that follows a fence on its line.
 struct TagLine {
     Tag tag = Tag::other;
-    /// Where what is neither tag nor blank begins: the line's end, if the tag is all. The text's
-    /// end, if more of it could tell another tag.
+    /// Where the text after the tag and blanks begins: the end of the line if nothing follows, or
+    /// the end of the text if more text could complete another tag.
     qsizetype end = 0;
-    /// Nothing but the tag, as far as the text goes.
+    /// Whether nothing follows the tag, as far as the text goes.
     bool isWhole = false;
 };
 
-/// Of the fence that begins there.
+/// The tag line of the fence at this position.
 TagLine tagLine(QStringView text, qsizetype fence);
 
 struct Trailing {
     Tag tag = Tag::other;
-    /// Of the opening.
+    /// The position of the opening fence.
     qsizetype start = 0;
     QStringView body;
 };
 
-/// How many backticks of a run that long precede its last fence.
+/// How many backticks in a run of this length precede its last fence.
 constexpr qsizetype beforeLastFence(qsizetype run)
 {
     return run / marks.size() * marks.size() - marks.size();
 }
 
-/// The fence that ends the text, if its tag may be that of a control block.
+/// The block whose closing fence ends the text, if its tag may be that of a control block.
 std::optional<Trailing> trailing(QStringView text);
 
-/// Without the control blocks, wherever they stand; one that does not end goes to the text's end.
+/// Removes all control blocks. A block that does not end extends to the end of the text.
 QString strip(QStringView text);
 
 } // namespace pobblewig::ControlFence

@@ -8,19 +8,19 @@
 namespace pobblewig {
 
 struct ConversationState {
-    /// The main model in words, or that there is none.
+    /// The name of the main model, or a note that there is none.
     QString modelLabel;
-    /// Whether a session is being written down; the conversation goes on meanwhile.
+    /// Whether a session is being closed; the conversation continues in the meantime.
     bool isClosingSession = false;
 
     bool operator==(const ConversationState&) const = default;
 };
 
-/// The conversation, and the end of each of its sessions. What a turn leads to beside its reply is
-/// told by `onActions`.
+/// The conversation and the end of its sessions. `onActions` receives the actions that a turn
+/// requests.
 class ConversationFeature : public Feature {
 public:
-    /// All of it outlives the feature.
+    /// All arguments must outlive the feature.
     ConversationFeature(const Stores& stores, const Moment& moment, LibrarianFeature& librarian,
         ChatService::Surroundings surroundings);
 

@@ -4,15 +4,15 @@
 
 namespace pobblewig {
 
-/// Whether a text can still become the JSON of an action block, asked at each of its characters.
-/// Most texts lose that within a few, which keeps it cheap to ask of all of them.
+/// Tells after each character whether a text can still become the JSON of an action block. Most
+/// texts fail within a few characters, so it is cheap to check all of them.
 class EnvelopeWatch {
 public:
     void feed(QChar character);
 
-    /// Once it is not, it stays so.
+    /// Once false, stays false.
     bool isPossible() const { return m_isPossible; }
-    /// Every bracket that was opened is closed.
+    /// Whether all brackets are closed.
     bool isComplete() const { return m_isPossible && m_isComplete; }
     bool isInString() const { return m_isInString; }
 
@@ -26,7 +26,7 @@ private:
     bool m_isInString = false;
     bool m_isEscaped = false;
     qsizetype m_depth = 0;
-    /// Other than a blank, outside strings.
+    /// The previous character outside strings that is not blank.
     QChar m_previous;
 };
 

@@ -133,7 +133,7 @@ Task<ModelRouter::Reply> ModelRouter::stream(
 bool ModelRouter::rejectsTools(const ChatError& error, const LLMRequest& request) const
 {
     const auto isRejection = status(error) == 400 || status(error) == 422;
-    // An exchange that began with tool calls cannot be told without them.
+    // An exchange that began with tool calls cannot be sent without them.
     return isRejection && !request.tools.empty() && !speaksOfToolCalls(request.messages);
 }
 

@@ -12,7 +12,7 @@
 
 namespace pobblewig {
 
-/// Which model serves a request.
+/// The model that serves a request.
 enum class UsageLane { main, vision };
 
 struct ModelReply {
@@ -20,8 +20,8 @@ struct ModelReply {
     std::vector<LLMToolCall> toolCalls;
 };
 
-/// Sends the requests of a turn to the model that can serve them and reads the replies. Remembers
-/// until the end of the process which lanes know no tools.
+/// Sends the requests of a turn to a suitable model and reads the replies. Remembers, until the
+/// process ends, which lanes do not support tools.
 class ModelRouter {
 public:
     using Reply = tl::expected<ModelReply, ChatError>;
@@ -41,11 +41,11 @@ public:
     Task<UsageLane> lane(bool hasImage);
     bool offersNativeTools(UsageLane lane) const { return !m_disabledNativeLanes.contains(lane); }
 
-    /// A lane that rejects tools is asked again without them, once and for all, unless the
-    /// conversation already speaks of tool calls.
+    /// If a lane rejects tools, asks again without them and stops offering them there. Reports the
+    /// error instead if the conversation already contains tool calls.
     Task<Reply> streamRouted(Request request, std::stop_token stop);
 
-    /// Ends the reply under way.
+    /// Ends the current reply.
     void close();
 
 private:

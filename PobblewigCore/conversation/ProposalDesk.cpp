@@ -10,7 +10,7 @@ namespace {
 
 using Kind = RuleProposal::Kind;
 
-/// What a turn can lead to, however much a model asks for.
+/// The maximum number of actions in a turn, however many a model requests.
 constexpr size_t maxActions = 30;
 
 QString queuedText(const RuleProposal& proposal)
@@ -37,7 +37,7 @@ bool changesMascot(const RuleProposal& proposal)
     return proposal.settingsChange && proposal.settingsChange->key == u"mascot";
 }
 
-/// By which the outcome of a change is found again.
+/// The tags under which the record of a change can be found.
 std::vector<QString> tags(Kind kind)
 {
     std::vector<QString> tags;
@@ -169,7 +169,7 @@ auto ProposalDesk::queue(const RuleProposal& proposal) -> Admission
 auto ProposalDesk::writeUnasked(RuleProposal proposal) -> Task<Admission>
 {
     if (m.proposals.isNew(proposal)) {
-        // One that fails will wait for the user.
+        // A change that fails then waits for the user.
         if (m.proposals.isFull())
             co_return Admission::tooMany;
         proposal = *m.proposals.registerProposal(std::move(proposal));
@@ -246,7 +246,7 @@ auto ProposalDesk::execute(RuleProposal proposal, std::shared_ptr<ProposalWriter
 void ProposalDesk::noteSuccess(const QString& text, Kind kind)
 {
     m_chat.say(text);
-    // What is forgotten must not live on in the record of it.
+    // What was forgotten must not survive in the record of it.
     const auto isForgotten = kind == Kind::forgetMemory;
     record(isForgotten ? QStringLiteral("Forgot something at the user's request") : text, kind);
 }

@@ -11,33 +11,33 @@
 
 namespace pobblewig {
 
-/// Puts before the user what the model wants to change, and carries out what the user allows. Every
-/// outcome is told in the conversation, where the model reads it too.
+/// Asks the user about changes that the model proposes, and carries out those that are allowed.
+/// Every outcome is reported in the conversation, where the model reads it as well.
 class ProposalDesk {
 public:
-    /// Who carries out what the user allows.
+    /// The objects that carry out allowed changes.
     struct Hands {
         ChatService& chat;
         ModeSwitch& modes;
         CalendarDataProviding& calendarProvider;
     };
 
-    /// All of it outlives the desk. `changed` is called after each change.
+    /// All arguments must outlive the desk. `changed` is called after each change.
     ProposalDesk(const Stores& stores, const Moment& moment, const Hands& hands,
         std::function<void()> changed);
 
-    /// What a finished turn asked for. At most `ProposalManager::maxPending` changes wait for the
-    /// user; what comes on top is dropped, and the user is told.
+    /// Handles the actions of a finished turn. At most `ProposalManager::maxPending` changes wait
+    /// for the user; further ones are dropped, and the user is told.
     Task<> apply(std::vector<BuddyAction> actions);
 
     /// The user's three answers. An unknown `proposalId` changes nothing.
     Task<> confirmProposal(QString proposalId);
     void rejectProposal(const QString& proposalId);
 
-    /// Confirms, and asks no more for changes of that kind, if the kind permits that.
+    /// Confirms, and stops asking about changes of that kind if the kind permits it.
     Task<> allowAlwaysProposal(QString proposalId);
 
-    /// Any of them.
+    /// Gives any of the three answers.
     Task<> answer(QString proposalId, ProposalAnswer answer);
 
 private:
@@ -49,7 +49,8 @@ private:
     Task<Admission> writeUnasked(RuleProposal proposal);
     void askNoMore(const QString& actionClass);
 
-    /// Also against the form that the buddy would have if the user agreed to a waiting change.
+    /// Also checks against the mascot that the buddy will have if the user accepts a pending
+    /// change.
     std::optional<QString> settingRefusal(const RuleProposal& proposal) const;
     AppSettings settingsWithWaitingForm() const;
 

@@ -6,16 +6,16 @@
 namespace pobblewig {
 
 struct ProposalState {
-    /// Those that wait for the user's word, oldest first.
+    /// Proposals that await the user's answer, oldest first.
     std::vector<RuleProposal> pendingProposals;
 
     bool operator==(const ProposalState&) const = default;
 };
 
-/// What the model wants to change, until the user has answered.
+/// The changes that the model proposes, until the user answers.
 class ProposalFeature : public Feature {
 public:
-    /// All of it outlives the feature.
+    /// All arguments must outlive the feature.
     ProposalFeature(const Stores& stores, const Moment& moment, const ProposalDesk::Hands& hands)
         : m_proposals(stores.proposals)
         , m_desk(stores, moment, hands, [this] { changed(); })

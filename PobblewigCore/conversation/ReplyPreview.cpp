@@ -19,7 +19,7 @@ QStringView withoutLastBlanks(QStringView text)
     return text;
 }
 
-/// Up to the white space at its end.
+/// The size without trailing white space.
 qsizetype visibleSize(QStringView text)
 {
     auto size = text.size();
@@ -36,7 +36,7 @@ void ReplyPreview::append(const QString& token)
     while (m_at < m_reply.size() && advance()) { }
 }
 
-/// False if what is there does not suffice.
+/// Returns false if more text is needed.
 bool ReplyPreview::advance()
 {
     switch (m_state) {

@@ -7,17 +7,17 @@
 
 namespace pobblewig {
 
-/// What the user sees of a reply while it arrives: the same text at any moment as
-/// `ActionParser::sanitizeForPreview` of the whole, at a cost that is linear in all that arrived.
+/// The visible part of a reply while it arrives. Always equals `ActionParser::sanitizeForPreview`
+/// of the whole text, at a cost that is linear in its length.
 ///
-/// It only ever grows. Whatever may yet become part of a control block waits until it cannot: a
-/// fence whose tag is incomplete, a JSON block up to its end, and an untagged block of actions for
-/// as long as nothing follows it, since only at the very end it is one.
+/// The text only grows. Anything that may still become part of a control block is held back: a
+/// fence with an incomplete tag, a JSON block until it ends, and an untagged block of actions while
+/// nothing follows it, since it counts only at the very end.
 class ReplyPreview {
 public:
     void append(const QString& token);
 
-    /// Without white space around it.
+    /// Without surrounding white space.
     const QString& text() const { return m_text; }
 
 private:
@@ -27,11 +27,11 @@ private:
         marks,
         tag,
         controlBlock,
-        /// A control block that begins behind its tag and perhaps ends on the same line.
+        /// A control block that begins right after its tag and may end on the same line.
         controlLine,
         jsonBlock,
         untaggedBlock,
-        /// Which ends the reply, unless something follows.
+        /// A block that ends the reply unless more text follows.
         lastBlock,
     };
 
@@ -48,13 +48,13 @@ private:
     void beginTag();
     void beginBlock(const ControlFence::TagLine& line);
     void beginJSON(State state);
-    /// False once it cannot be a block of actions.
+    /// Returns false if the text cannot become a block of actions.
     bool readJSON();
     bool isActionBlock() const;
     void endBlock(qsizetype fence);
-    /// Takes the fence for text and goes on behind it.
+    /// Treats the fence as text and continues after it.
     void giveUpBlock();
-    /// The same, but what follows stays unseen up to the next fence that begins a line.
+    /// Does the same, but hides what follows up to the next fence at the start of a line.
     void holdBlock();
 
     void show(qsizetype from, qsizetype to);
@@ -63,9 +63,9 @@ private:
 
     QString m_reply;
     State m_state = State::text;
-    /// Up to where the reply was read.
+    /// The position up to which the reply was read.
     qsizetype m_at = 0;
-    /// Of the fence that is being read.
+    /// The position of the current fence.
     qsizetype m_fence = 0;
     qsizetype m_behindFence = 0;
     qsizetype m_body = 0;
@@ -74,8 +74,8 @@ private:
     EnvelopeWatch m_watch;
 
     QString m_text;
-    /// White space that may be the last, and all behind a fence that may be a block written
-    /// wrongly.
+    /// Possibly trailing white space, and everything after a fence that may belong to a malformed
+    /// block.
     QString m_held;
     bool m_isHolding = false;
 };

@@ -7,16 +7,16 @@
 
 namespace pobblewig {
 
-/// What the session lets the program see. All of it outlives the program; what is missing is not
+/// The session's access to the screen. Both objects must outlive the program; null means not
 /// available.
 struct ScreenAccess {
     ScreenCapturing* capturer = nullptr;
-    /// Asked for permission when a picture was denied.
+    /// Asked for permission after a picture was denied.
     PermissionProviding* permissions = nullptr;
 };
 
-/// Takes the pictures of the screen that a turn asks for, one at a time and without the
-/// applications that the user excludes.
+/// Takes the pictures of the screen for a turn, one at a time and without the applications that the
+/// user excludes.
 class ScreenshotTaker {
 public:
     using Result = tl::expected<CapturedScreenshot, ScreenCaptureError>;
@@ -25,16 +25,16 @@ public:
 
     bool isAvailable() const { return m_access.capturer; }
 
-    /// Whether a picture is under way. Its turn may have been stopped meanwhile.
+    /// Whether a picture is being taken. Its turn may have been cancelled since.
     bool isTaking() const { return m_isTaking; }
 
-    /// Must not be called while a picture is under way, nor where it is not available.
+    /// Must not be called while a picture is being taken, or if capture is not available.
     Task<Result> take();
 
-    /// Why a turn failed, and what the user can do.
+    /// Why a turn failed, and what the user can do about it.
     QString explanation(const ScreenCaptureError& error) const;
 
-    /// Why a picture is missing, for the model.
+    /// Why there is no picture, for the model.
     QString description(const ScreenCaptureError& error) const;
 
 private:

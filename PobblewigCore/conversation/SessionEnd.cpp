@@ -13,7 +13,7 @@ Task<> SessionEnd::endIfDue()
         co_return;
     const auto ending = begin();
     co_await m.readingAlong.extractPendingTurns();
-    // The user may have said something meanwhile.
+    // The user may have written something in the meantime.
     if (!m.chat.isInTurn())
         co_await m.rollover.rolloverIfNeeded(m.moment.now(), m.moment.calendar(), ending);
     ended();

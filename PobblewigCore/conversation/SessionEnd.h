@@ -6,36 +6,36 @@
 
 namespace pobblewig {
 
-/// Decides when a session of the conversation ends: by itself after a day and a silence, or because
-/// the user wants a new one. The librarian reads its tail before.
+/// Decides when a session of the conversation ends: on a new day after a silence, or when the user
+/// asks for a new session. Before that, the librarian reads the rest of it.
 class SessionEnd {
 public:
-    /// All of it outlives the end of a session.
+    /// Everything here must outlive this object.
     struct Dependencies {
         const MemoryTiers& memory;
         const Moment& moment;
         ChatService& chat;
         ReadingAlong& readingAlong;
         SessionRolloverService& rollover;
-        /// Called when an end begins and when it is over.
+        /// Called when closing begins and when it is done.
         std::function<void()> changed;
     };
 
     explicit SessionEnd(Dependencies dependencies);
 
-    /// Whether a session is being closed, which can take as long as the librarian's model does.
+    /// Whether a session is being closed, which may take as long as the librarian's model.
     bool isUnderWay() const { return m_isUnderWay; }
 
-    /// Called at each poll. A session never ends amid a turn.
+    /// Called at each poll. A session never ends during a turn.
     Task<> endIfDue();
 
-    /// Does nothing without a conversation, amid a turn and while a session is being closed. What
-    /// is said from now on belongs to the new one.
+    /// Does nothing without a conversation, while a reply is streaming or while a session is being
+    /// closed. Later messages belong to the new session.
     Task<> startNewSession();
 
 private:
     bool isDue() const;
-    /// What is said from now on is no part of the ending.
+    /// Later messages are not part of the ending.
     std::optional<SessionRolloverService::Ending> begin();
     void ended();
 

@@ -9,18 +9,18 @@
 
 namespace pobblewig {
 
-/// What the moment consists of.
+/// The parts of the current situation.
 struct Situation {
     const AppSettings& settings;
     const MemoryTiers& memory;
     Calendar calendar;
-    /// What each feature says of it, in the features' order.
+    /// The lines of each feature, in the features' order.
     QStringList lines;
 };
 
 namespace SituationBuilder {
 
-/// What the model is told about the moment.
+/// The description of the situation for the model.
 SituationSnapshot snapshot(const Situation& situation);
 
 } // namespace SituationBuilder

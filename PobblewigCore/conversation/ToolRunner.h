@@ -9,26 +9,26 @@
 
 namespace pobblewig {
 
-/// Runs what a model reads during one turn: the memory's tools, a picture of the screen, and the
-/// loading of further tools. Whatever goes wrong is a text for the model.
+/// Runs the reading tools of a turn: the memory tools, a picture of the screen, and the loading of
+/// further tools. Every failure becomes a text for the model.
 class ToolRunner {
 public:
-    /// All of them outlive the turn.
+    /// Everything here must outlive the turn.
     struct Dependencies {
         const BuddyTools& tools;
-        /// Null where the memory cannot be asked.
+        /// Null if memory cannot be read.
         MemoryToolExecutor* executor = nullptr;
-        /// Without it no tool of the memory runs, even if a model knows its name.
+        /// While false, no memory tool runs, even if a model knows its name.
         bool isMemoryEnabled = true;
         ScreenshotTaker& screenshots;
-        /// Called with the description of a picture that was taken.
+        /// Called with the description of each picture taken.
         std::function<void(const QString& description)> captured;
     };
 
     struct Outcome {
-        /// One for each call, in the order of the calls.
+        /// One result for each call, in order.
         std::vector<MemoryToolResult> results;
-        /// Whether one of them took the picture of this turn.
+        /// Whether one of the calls took the turn's picture.
         bool freshScreenshot = false;
     };
 
@@ -36,13 +36,13 @@ public:
 
     bool isAvailable() const { return m.executor || m.screenshots.isAvailable(); }
 
-    /// What a model is offered once these deferred tools are loaded.
+    /// The tools offered to a model after these deferred tools were loaded.
     std::vector<LLMToolDefinition> offered(std::set<QString> expanded) const;
 
-    /// The names of the tools that were loaded so far.
+    /// The names of the tools loaded so far.
     const std::set<QString>& expanded() const { return m_expanded; }
 
-    /// The one picture of the turn.
+    /// The only picture of the turn.
     const std::optional<QByteArray>& toolScreenshot() const { return m_toolScreenshot; }
 
     Task<Outcome> runRetrieval(std::vector<MemoryToolCall> calls);

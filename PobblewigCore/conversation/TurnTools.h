@@ -3,7 +3,7 @@
 #include "prompts/PlatformWording.h"
 #include "tools/Tool.h"
 
-/// The tools that only a turn can run; `ToolRunner` does.
+/// The tools that only a turn can run, by its `ToolRunner`.
 namespace pobblewig::TurnTools {
 
 inline constexpr QStringView describeTool = u"describe_tool";
