@@ -70,7 +70,7 @@ AppCoordinator::AppCoordinator(Parts parts)
           .forgotten = [this] { chat().reload(); } })
     , m_connections(m_stores.memory.reference, m_parts.moment)
     , m_folders(m_stores.settings, m_parts.appDataReading.get())
-    // The conversation ticks before the rest: what a session leaves behind is written first.
+    // The conversation ticks first, so that the records of a session are written before the rest.
     , m_features { { &m_librarian }, { &m_conversation }, { &m_settings }, { &m_activity },
         { &m_memory }, { &m_connections }, { &m_folders }, { &m_proposals } }
 {

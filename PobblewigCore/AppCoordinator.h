@@ -22,38 +22,38 @@
 namespace pobblewig {
 
 struct StorageState {
-    /// Why nothing can be kept on the disk at present.
+    /// Why nothing can currently be saved to disk.
     std::optional<QString> problem;
 
     bool operator==(const StorageState&) const = default;
 };
 
-/// The spine: owns the stores and the features for the life of the process, drives the features
-/// from one repeating timer and publishes their state for the user interface.
+/// The centre of the program: owns the stores and the features for the life of the process, drives
+/// the features from one repeating timer and publishes their state for the user interface.
 ///
-/// Features never call each other for a decision that concerns both; they call the closures that
-/// they were handed here.
+/// Features never call each other for a decision that concerns both. They call the closures that
+/// they were given here.
 class AppCoordinator : public QObject {
     Q_OBJECT
 
 public:
-    /// What the coordinator stands on. All of it can be replaced, so that the logic runs in a
-    /// scratch directory with fakes.
+    /// The environment of the coordinator. All of it can be replaced, so that the logic runs with
+    /// fakes in a scratch directory.
     struct Parts {
-        /// Nothing selects the user's own directory, with the migrations of early versions.
+        /// If empty, the user's own directory is used, and files of early versions are migrated.
         std::optional<DataDirectory> directory;
         std::unique_ptr<HTTPClient> http;
         std::unique_ptr<KeychainHelper> keychain;
-        /// Asked at every use of a model.
+        /// Called at every use of a model.
         std::function<Environment()> environment;
         PlatformWording wording;
         Moment moment = {};
         /// Replaces the models that the environment names, so that the logic runs without a
         /// network.
         std::unique_ptr<ModelProviding> models = {};
-        /// How the folders that the user shares are read; without it they are not.
+        /// Reads the folders that the user shares. Without it they are not read.
         std::unique_ptr<AppDataReading> appDataReading = {};
-        /// The user's calendars; without it nothing of them is granted.
+        /// The user's calendars. Without it no access to them is granted.
         std::unique_ptr<CalendarDataProviding> calendarProvider = {};
         ActivityFeature::Observation observation = {};
         ScreenAccess screen = {};
@@ -72,28 +72,28 @@ public:
 
     const PublishedState& state() const { return m_state; }
 
-    /// How the program is doing at this moment.
+    /// The program's current state.
     DiagnosticsInfo diagnostics() const;
 
-    /// Arms the timer and begins the start-up. Called once.
+    /// Starts the timer and begins the start-up. Called once.
     void start();
 
     Task<> pollOnce();
 
-    /// Publishes what the features say has changed.
+    /// Publishes the features whose revision has grown.
     void refresh();
 
-    /// A change from the settings screens.
+    /// Applies a change from the settings screens.
     void updateSettings(const std::function<void(AppSettings&)>& change);
 
-    /// Closes the session as at the end of a day: its summary is written, the conversation goes
-    /// into an archive and an empty one begins. What cannot be archived stays.
+    /// Closes the session as at the end of a day: writes its summary, archives the conversation and
+    /// opens an empty one. What cannot be archived stays.
     void startNewSession();
 
-    /// Adds a message that nobody asked for to the conversation, and tells of it.
+    /// Adds a message that the companion begins to the conversation and announces it.
     void deliverProactiveMessage(const QString& text, const QUuid& interventionID);
 
-    /// A proactive message has reached the conversation: the buddy shows it.
+    /// Called when a proactive message was added to the conversation, so that the buddy shows it.
     std::function<void(const QString& message)> onInterventionFired;
 
 Q_SIGNALS:

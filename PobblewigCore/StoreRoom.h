@@ -12,11 +12,11 @@
 
 namespace pobblewig {
 
-/// Opens the data directory and every store in it, the files of earlier versions included.
+/// Opens the data directory and every store in it, including files of earlier versions.
 class StoreRoom {
 public:
     struct Parts {
-        /// Without one the stores work in memory only.
+        /// Without a directory the stores work in memory only.
         std::optional<DataDirectory> directory;
         const Moment& moment;
         KeychainHelper& keychain;
@@ -28,20 +28,20 @@ public:
 
     Stores stores();
 
-    /// Nothing where there is no directory at all: then the stores work in memory only.
+    /// Not set if there is no directory; the stores then work in memory only.
     const std::optional<DataDirectory>& directory() const { return m_directory; }
 
-    /// Why nothing can be kept on the disk at present.
+    /// Why nothing can currently be saved to disk.
     std::optional<QString> storageProblem() const;
 
-    /// Takes over a conversation from before there were sessions, and logs what the migration has
-    /// done. Called once, before anything else changes a store.
+    /// Adopts a conversation that predates sessions, and logs the outcome of the migration. Called
+    /// once, before anything else changes a store.
     void finishMigration();
 
 private:
     const Moment& m_moment;
     std::shared_ptr<const StorageHealth> m_health;
-    /// Why the directory cannot be written to, found at the start.
+    /// Why the directory is not writable, determined at the start.
     std::optional<QString> m_directoryProblem;
     std::optional<DataDirectory> m_directory;
     MigrationReport m_migrationReport;
