@@ -50,7 +50,7 @@ AppCoordinator::AppCoordinator(Parts parts)
           .moment = m_parts.moment,
           .models = *m_models,
           .directory = m_room.directory(),
-          .situation = [this] { return situationText(); },
+          .situation = [this] { return buildSituation().summary; },
           .activitySummary =
               [this](TimePoint from, TimePoint to) {
                   return m_activity.desk().activitySummary(from, to);
@@ -65,7 +65,7 @@ AppCoordinator::AppCoordinator(Parts parts)
     , m_memory({ .stores = m_stores,
           .moment = m_parts.moment,
           .directory = m_room.directory(),
-          .situation = [this] { return situationText(); },
+          .situation = [this] { return buildSituation().summary; },
           .forgetting = [this] { forgetEverywhere(); },
           .forgotten = [this] { chat().reload(); } })
     , m_connections(m_stores.memory.reference, m_parts.moment)
@@ -156,7 +156,7 @@ Task<> AppCoordinator::startUp()
     co_await pollOnce();
 }
 
-Task<SituationSnapshot> AppCoordinator::buildSituation()
+SituationSnapshot AppCoordinator::buildSituation() const
 {
     const auto now = m_parts.moment.now();
     QStringList lines;
@@ -164,18 +164,12 @@ Task<SituationSnapshot> AppCoordinator::buildSituation()
         for (auto& line : entry.feature->situation(now))
             lines.append(std::move(line));
     }
-    co_return SituationBuilder::snapshot({
+    return SituationBuilder::snapshot({
         .settings = m_stores.settings.settings(),
         .memory = m_stores.memory,
         .calendar = m_parts.moment.calendar(),
         .lines = std::move(lines),
     });
-}
-
-Task<QString> AppCoordinator::situationText()
-{
-    const auto situation = co_await buildSituation();
-    co_return situation.summary;
 }
 
 void AppCoordinator::forgetEverywhere()

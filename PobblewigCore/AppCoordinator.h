@@ -107,8 +107,7 @@ private:
     };
 
     Task<> startUp();
-    Task<SituationSnapshot> buildSituation();
-    Task<QString> situationText();
+    SituationSnapshot buildSituation() const;
     void forgetEverywhere();
 
     Parts m_parts;

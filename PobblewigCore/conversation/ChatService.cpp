@@ -227,7 +227,7 @@ Task<ChatTurn::Outcome> ChatService::requestReply(Turn turn)
 Task<ChatTurn::Input> ChatService::turnInput(Turn turn)
 {
     const auto config = co_await m.models.mainConfig();
-    const auto situation = co_await m.situation();
+    const auto situation = m.situation();
     const auto lane = co_await m_router.lane(turn.image.has_value());
     co_return ChatTurn::Input {
         .prompt = { .memory = residentMemory(),

@@ -30,7 +30,7 @@ public:
     struct Surroundings {
         ModelProviding& models;
         /// Called for each turn.
-        std::function<Task<SituationSnapshot>()> situation;
+        std::function<SituationSnapshot()> situation;
         /// Null if memory cannot be read.
         MemoryToolExecutor* toolExecutor = nullptr;
         ScreenAccess screen = {};

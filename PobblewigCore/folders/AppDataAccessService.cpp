@@ -123,7 +123,7 @@ AppDataAccessService::AppDataAccessService(
 
 Task<QString> AppDataAccessService::listSources()
 {
-    const auto sources = co_await m_sourcesProvider();
+    const auto sources = m_sourcesProvider();
     QStringList lines;
     for (const auto& source : sources)
         lines.append(Logic::sourceLine(source.name, source.rootPath, source.enabled));
@@ -135,7 +135,7 @@ Task<QString> AppDataAccessService::listSources()
 
 Task<QString> AppDataAccessService::listFiles(QString source, std::optional<QString> subpath)
 {
-    const auto sources = co_await m_sourcesProvider();
+    const auto sources = m_sourcesProvider();
     const auto location = locate(sources, source, subpath.value_or(QString()));
     if (!location)
         co_return location.error().message;
@@ -147,7 +147,7 @@ Task<QString> AppDataAccessService::listFiles(QString source, std::optional<QStr
 Task<QString> AppDataAccessService::readFile(
     QString source, QString path, std::optional<int> tailLines)
 {
-    const auto sources = co_await m_sourcesProvider();
+    const auto sources = m_sourcesProvider();
     const auto location = locate(sources, source, path);
     if (!location)
         co_return location.error().message;

@@ -16,7 +16,7 @@ namespace pobblewig {
 /// Lives on the main thread and accesses the disk on others.
 class AppDataAccessService {
 public:
-    using SourcesProvider = std::function<Task<std::vector<AppDataSource>>()>;
+    using SourcesProvider = std::function<std::vector<AppDataSource>()>;
 
     AppDataAccessService(SourcesProvider sourcesProvider, const AppDataReading& reading);
 

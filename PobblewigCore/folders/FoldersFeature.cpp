@@ -10,7 +10,7 @@ FoldersFeature::FoldersFeature(const SettingsStore& settings, const AppDataReadi
     : m_settings(settings)
 {
     if (reading)
-        m_service.emplace([this] { return sources(); }, *reading);
+        m_service.emplace([this] { return m_settings.settings().appDataSources; }, *reading);
 }
 
 std::vector<QString> FoldersFeature::situation(TimePoint) const
@@ -27,11 +27,6 @@ std::vector<QString> FoldersFeature::situation(TimePoint) const
 std::vector<Tool> FoldersFeature::tools()
 {
     return FolderTools::tools(m_service ? &*m_service : nullptr);
-}
-
-Task<std::vector<AppDataSource>> FoldersFeature::sources() const
-{
-    co_return m_settings.settings().appDataSources;
 }
 
 } // namespace pobblewig

@@ -16,8 +16,6 @@ public:
     std::vector<Tool> tools() override;
 
 private:
-    Task<std::vector<AppDataSource>> sources() const;
-
     const SettingsStore& m_settings;
     std::optional<AppDataAccessService> m_service;
 };

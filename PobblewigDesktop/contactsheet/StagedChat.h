@@ -85,7 +85,7 @@ public:
     void fail(const TransportError& error) { m_prompter->finish(error); }
 
 private:
-    static Task<SituationSnapshot> situation() { co_return SituationSnapshot(); }
+    static SituationSnapshot situation() { return {}; }
 
     StagedModel::Prompter m_prompter;
     StagedModels m_models { m_prompter };

@@ -56,9 +56,9 @@ struct ChatFixture : ToolWorld {
         settings.update([&](auto& changed) { changed.actionConfirmations = confirmations; });
     }
 
-    static Task<SituationSnapshot> situation()
+    static SituationSnapshot situation()
     {
-        co_return SituationSnapshot { .mode = CoachMode::studying, .summary = u"All is quiet."_s };
+        return { .mode = CoachMode::studying, .summary = u"All is quiet."_s };
     }
 
     static Task<> done() { co_return; }

@@ -15,7 +15,7 @@ struct ScriptedLibrarian : ScriptedStores {
         models.librarian = &model;
     }
 
-    static Task<QString> noSituation() { co_return QString(); }
+    static QString noSituation() { return {}; }
 
     /// The program ends and is there again.
     void relaunch()

@@ -32,7 +32,7 @@ struct Conversation {
         QCoreApplication::processEvents();
     }
 
-    static Task<SituationSnapshot> situation() { co_return SituationSnapshot(); }
+    static SituationSnapshot situation() { return {}; }
 
     Task<> afterChatTurn()
     {

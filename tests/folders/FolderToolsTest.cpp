@@ -24,9 +24,9 @@ struct Unreadable : AppDataReading {
     }
 };
 
-Task<std::vector<AppDataSource>> sources()
+std::vector<AppDataSource> sources()
 {
-    co_return { { .name = u"uni"_s, .rootPath = u"/uni"_s } };
+    return { { .name = u"uni"_s, .rootPath = u"/uni"_s } };
 }
 
 } // namespace

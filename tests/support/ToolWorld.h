@@ -11,8 +11,7 @@ namespace pobblewig {
 
 /// The features' tools over empty stores. No folder is shared.
 struct ToolWorld : ScriptedStores {
-    NativeMemoryRetrieval retrieval { memory,
-        []() -> Task<QString> { co_return QStringLiteral("Current app: Kate"); } };
+    NativeMemoryRetrieval retrieval { memory, [] { return QStringLiteral("Current app: Kate"); } };
 
     ConnectionsFeature connections { memory.reference, moment };
 

@@ -16,7 +16,7 @@ public:
         ModelProviding& models;
         std::optional<DataDirectory> directory;
         /// The lines of the current situation.
-        std::function<Task<QString>()> situation;
+        std::function<QString()> situation;
         /// Describes what the user did on the computer.
         std::function<QString(TimePoint from, TimePoint to)> activitySummary;
     };

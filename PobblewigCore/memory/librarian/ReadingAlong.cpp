@@ -3,7 +3,7 @@
 namespace pobblewig {
 
 ReadingAlong::ReadingAlong(
-    const Stores& stores, LibrarianService& librarian, std::function<Task<QString>()> situation)
+    const Stores& stores, LibrarianService& librarian, std::function<QString()> situation)
     : m_settings(stores.settings)
     , m_history(stores.history)
     , m_memory(stores.memory)
@@ -33,8 +33,7 @@ Task<> ReadingAlong::extractPendingTurns()
     auto window = LibrarianLogic::messagesAfter(m_history.messages(), m_lastExtractedMessageID);
     // Before the first co_await, so that no message is passed on twice.
     passOver();
-    const auto situation = co_await m_situation();
-    co_await m_librarian.extractAfterTurn(std::move(window), situation,
+    co_await m_librarian.extractAfterTurn(std::move(window), m_situation(),
         m_memory.reference.tableOfContents().paths(), m_settings.settings().roles);
 }
 

@@ -11,8 +11,8 @@ public:
     static constexpr int extractionIntervalTurns = 14;
 
     /// All arguments must outlive this object. `situation` is called for each batch.
-    ReadingAlong(const Stores& stores, LibrarianService& librarian,
-        std::function<Task<QString>()> situation);
+    ReadingAlong(
+        const Stores& stores, LibrarianService& librarian, std::function<QString()> situation);
 
     /// Run this in the background: it takes as long as the model.
     Task<> afterChatTurn();
@@ -31,7 +31,7 @@ private:
     const ChatHistoryStore& m_history;
     const MemoryTiers& m_memory;
     LibrarianService& m_librarian;
-    std::function<Task<QString>()> m_situation;
+    std::function<QString()> m_situation;
     int m_turnsSinceExtraction = 0;
     std::optional<QUuid> m_lastExtractedMessageID;
 };

@@ -15,7 +15,7 @@ public:
         const Moment& moment;
         std::optional<DataDirectory> directory;
         /// The lines of the current situation.
-        std::function<Task<QString>()> situation;
+        std::function<QString()> situation;
         /// Called before and after all memory is deleted, so that nothing in progress restores it
         /// and every quotation of it elsewhere is dropped.
         std::function<void()> forgetting;

@@ -14,7 +14,7 @@ bool isGoal(const MemoryNote& note)
 } // namespace
 
 NativeMemoryRetrieval::NativeMemoryRetrieval(
-    const MemoryTiers& memory, std::function<Task<QString>()> situationProvider)
+    const MemoryTiers& memory, std::function<QString()> situationProvider)
     : m_memory(memory)
     , m_situationProvider(std::move(situationProvider))
 {
@@ -69,7 +69,7 @@ auto NativeMemoryRetrieval::getDailySession() -> Task<Expected<DailySession>>
 
 auto NativeMemoryRetrieval::getActiveContext() -> Task<Expected<QString>>
 {
-    co_return co_await m_situationProvider();
+    co_return m_situationProvider();
 }
 
 auto NativeMemoryRetrieval::listActiveGoals() -> Task<Expected<std::vector<MemoryNote>>>

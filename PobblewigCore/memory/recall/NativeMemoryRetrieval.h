@@ -11,8 +11,7 @@ namespace pobblewig {
 class NativeMemoryRetrieval : public MemoryRetrievalService {
 public:
     /// `memory` must outlive the retrieval.
-    NativeMemoryRetrieval(
-        const MemoryTiers& memory, std::function<Task<QString>()> situationProvider);
+    NativeMemoryRetrieval(const MemoryTiers& memory, std::function<QString()> situationProvider);
 
     Task<Expected<MemoryTableOfContents>> getTableOfContents() override;
     Task<Expected<ReferenceSection>> readReferenceSection(QString path) override;
@@ -31,7 +30,7 @@ private:
     ExpandedPeriod expanded(PeriodSummary summary) const;
 
     const MemoryTiers& m_memory;
-    std::function<Task<QString>()> m_situationProvider;
+    std::function<QString()> m_situationProvider;
 };
 
 } // namespace pobblewig

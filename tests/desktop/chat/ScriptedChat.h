@@ -59,7 +59,7 @@ struct ScriptedChat : ScriptedStores {
         add(ChatMessage::Role::assistant, answer, timestamp);
     }
 
-    static Task<SituationSnapshot> situation() { co_return SituationSnapshot(); }
+    static SituationSnapshot situation() { return {}; }
 
     PromptedProvider model;
     ScriptedModels models;

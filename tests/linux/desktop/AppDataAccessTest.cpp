@@ -295,9 +295,8 @@ private:
     AppDataAccessService service(PathBeneath::Finder find = PathBeneath::byKernel)
     {
         m_reader = BeneathAppDataReader(find);
-        return AppDataAccessService([this] { return sources(); }, m_reader);
+        return AppDataAccessService([this] { return m_sources; }, m_reader);
     }
-    Task<std::vector<AppDataSource>> sources() { co_return std::vector(m_sources); }
 
     QString read(QStringView path, PathBeneath::Finder find = PathBeneath::byKernel,
         std::optional<int> lines = {})
