@@ -1,9 +1,7 @@
 #include "settings/Environment.h"
 
+#include "support/ScratchDirectory.h"
 #include "support/TableRow.h"
-
-#include <QFile>
-#include <QTemporaryDir>
 
 #include <sys/stat.h>
 
@@ -15,8 +13,7 @@ class EnvironmentTest : public QObject {
 private Q_SLOTS:
     void aFileReadsAsSystemdWould_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("variables");
+        columns<QString, QString>("text", "variables");
         row("no newline at the end", "A=1\nB=2", "A[1] B[2]");
         row("space around", " \t A = x y \t\r\n", "A[x y]");
         row("empty value", "A=\nB=2", "A[] B[2]");
@@ -46,14 +43,13 @@ private Q_SLOTS:
 
     void aFileThatCannotServeHoldsNothing()
     {
-        const QTemporaryDir scratch;
-        const auto path = scratch.filePath(u"environment"_s);
+        const auto path = m_scratch.path(u"environment"_s);
         QVERIFY(EnvironmentFile::read(path).empty());
-        QVERIFY(EnvironmentFile::read(scratch.path()).empty());
+        QVERIFY(EnvironmentFile::read(m_scratch.path(u"."_s)).empty());
         const auto lines = QByteArray("A=1\n").repeated(16 * 1024);
-        write(path, lines);
+        m_scratch.write(u"environment"_s, lines);
         QCOMPARE(EnvironmentFile::read(path).size(), 1u);
-        write(path, lines + "B");
+        m_scratch.write(u"environment"_s, lines + "B");
         QVERIFY(EnvironmentFile::read(path).empty());
         // Opening a pipe that nobody writes to would hang.
         QVERIFY(QFile::remove(path));
@@ -63,9 +59,9 @@ private Q_SLOTS:
 
     void aVariableOfTheProcessWinsUnlessItIsEmpty()
     {
-        const QTemporaryDir scratch;
-        const auto path = scratch.filePath(u"environment"_s);
-        write(path, "POBBLEWIG_T1=file\nPOBBLEWIG_T2=file\nPOBBLEWIG_T3=file\nPOBBLEWIG_T4=\n");
+        const auto path = m_scratch.path(u"variables"_s);
+        m_scratch.write(u"variables"_s,
+            "POBBLEWIG_T1=file\nPOBBLEWIG_T2=file\nPOBBLEWIG_T3=file\nPOBBLEWIG_T4=\n");
         qputenv("POBBLEWIG_T1", "process");
         qputenv("POBBLEWIG_T2", "");
         const auto environment = currentEnvironment(path);
@@ -77,11 +73,7 @@ private Q_SLOTS:
     }
 
 private:
-    static void write(const QString& path, const QByteArray& bytes)
-    {
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-    }
+    ScratchDirectory m_scratch;
 };
 
 } // namespace pobblewig

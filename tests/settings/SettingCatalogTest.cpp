@@ -116,11 +116,11 @@ private Q_SLOTS:
     void everySettingHasARowThatReachesNothingElse()
     {
         const auto before = jsonObject(AppSettings());
-        auto others = before;
+        auto others = before.keys();
         for (const auto& setting : SettingCatalog::all()) {
             const auto key = setting.key.toString();
-            QVERIFY2(others.contains(key), qPrintable(key));
-            others.remove(key);
+            QVERIFY2(others.removeOne(key), qPrintable(key));
+            // What is no switch and no number has rows of its own above.
             if (setting.kind.index() > 1)
                 continue;
             const auto isSwitch = before[key].isBool();
@@ -132,8 +132,7 @@ private Q_SLOTS:
             after[key] = before[key];
             QVERIFY2(after == before, qPrintable(key));
         }
-        QCOMPARE(others.keys().join(u' '),
-            u"hasCompletedOnboarding screenCaptureRequestedBefore version");
+        QCOMPARE(others.join(u' '), u"hasCompletedOnboarding screenCaptureRequestedBefore version");
     }
 
     void theAssistantKeepsToItsOwn()
