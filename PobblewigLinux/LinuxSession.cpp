@@ -67,7 +67,7 @@ std::unique_ptr<ScreenCapturing> LinuxSession::makeCapturer(
 std::unique_ptr<HotKeyProviding> LinuxSession::makeHotKeys(
     X11Connection* x11, const QDBusConnection& bus)
 {
-    // On Wayland an X server has the keyboard only while a window of its own has the focus.
+    // On Wayland an X server has the keyboard only while one of its own windows has the focus.
     if (m_observation.isWayland())
         return std::make_unique<PortalHotKeys>(
             bus, QCoreApplication::translate("LinuxSession", "Show or hide the chat"));

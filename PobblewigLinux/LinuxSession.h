@@ -10,10 +10,10 @@
 
 namespace pobblewig {
 
-/// What the user's session tells and permits: the one place that knows of X11 and Wayland both.
+/// What the user's session can observe and permits. The only place that knows both X11 and Wayland.
 class LinuxSession {
 public:
-    /// Without an X connection, or with one that outlives this.
+    /// `x11` may be null; otherwise it must outlive this object.
     LinuxSession(X11Connection* x11, const Environment& environment,
         const QDBusConnection& bus = QDBusConnection::sessionBus());
 
@@ -21,7 +21,7 @@ public:
     const ObservationReport& observation() const { return m_observation.report(); }
     PermissionProviding& permissions() { return m_permissions; }
 
-    /// Null where there is no screen to take a picture of.
+    /// Null if there is no screen to capture.
     ScreenCapturing* capturer() { return m_capturer.get(); }
 
     HotKeyProviding& hotKeys() { return *m_hotKeys; }

@@ -8,8 +8,7 @@
 
 namespace pobblewig {
 
-/// What a session tells by two sources that know nothing of each other, either of which it may not
-/// have.
+/// Combines two independent sources of a session, either of which may be missing.
 class SessionFrontmostAppProvider : public FrontmostAppProviding {
 public:
     SessionFrontmostAppProvider(std::unique_ptr<ActiveWindowProviding> activeWindow,

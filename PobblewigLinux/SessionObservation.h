@@ -11,11 +11,12 @@
 
 namespace pobblewig {
 
-/// Which application is in front and how long nobody typed, from whatever this session tells it by.
+/// Observes which application is in front and how long the user has been idle, by the means of the
+/// current session.
 class SessionObservation {
 public:
-    /// There may be no X connection; one that is there must outlive this. Asks the compositor and
-    /// the bus what they offer, which takes a few milliseconds.
+    /// `x11` may be null; otherwise it must outlive this object. Asks the compositor and the bus
+    /// what they offer, which takes a few milliseconds.
     SessionObservation(X11Connection* x11, const Environment& environment,
         const QDBusConnection& bus = QDBusConnection::sessionBus(), Clock now = systemNow);
 

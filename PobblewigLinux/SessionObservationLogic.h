@@ -4,7 +4,7 @@
 
 namespace pobblewig {
 
-/// What a session has that tells of other applications.
+/// The sources in a session that report on other applications.
 struct SessionOffers {
     bool isWayland = false;
     bool hasX11 = false;
@@ -28,8 +28,8 @@ struct ObservationPlan {
 
 namespace SessionObservationLogic {
 
-/// Under Wayland the X server is never asked: it sees the windows of some programs only, and would
-/// name one that is not in front.
+/// Never uses the X server under Wayland, since it sees only some programs' windows and would
+/// report one that is not in front.
 ObservationPlan plan(const SessionOffers& offers);
 
 ObservationReport report(const SessionOffers& offers);

@@ -7,20 +7,20 @@
 
 namespace pobblewig {
 
-/// What a Linux session lets every program do. X11 asks nobody; on Wayland the desktop portal asks
-/// the user for each picture, and windows cannot be observed by right.
+/// What a Linux session permits programs to do. X11 needs no permission. On Wayland the desktop
+/// portal asks the user for each picture, and there is no permission to observe windows.
 class SessionPermissions : public QObject, public PermissionProviding {
 public:
     enum class Session { x11, wayland };
 
-    /// Whether the bus has a portal is known a moment later, and until then not granted.
+    /// Whether the bus has a portal is known shortly afterwards; until then capture is not granted.
     SessionPermissions(Session session, QDBusConnection bus);
 
     bool screenCaptureGranted() override;
     Task<bool> requestScreenCapture() override;
     bool accessibilityGranted() override;
 
-    /// On Wayland under GNOME, which has such a page.
+    /// Opens the page on Wayland under GNOME, which has one.
     void openScreenCaptureSettings() override;
 
 private:

@@ -6,7 +6,7 @@
 
 namespace pobblewig {
 
-/// Which window has the user's attention, from a source that tells nothing else.
+/// The window with the user's attention, from a source that reports nothing else.
 class ActiveWindowProviding {
 public:
     virtual ~ActiveWindowProviding() = default;

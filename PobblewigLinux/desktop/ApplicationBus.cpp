@@ -36,7 +36,7 @@ void ApplicationBus::publish(const QString& name)
     auto bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;
-    // The object comes first: whoever sees the name may call at once.
+    // Registers the object first, because others may call as soon as they see the name.
     bus.registerObject(objectPath, this, QDBusConnection::ExportScriptableSlots);
     for (const auto& wanted : { name, applicationName }) {
         bus.interface()->registerService(wanted, QDBusConnectionInterface::DontQueueService,

@@ -12,7 +12,7 @@ struct Row {
     QStringView identifier;
 };
 
-/// An identifier is a name as well, so an id of Flatpak has a row only where it differs.
+/// An identifier is itself a known name, so a Flatpak id needs a row only if it differs.
 constexpr auto applicationIdentifiers = std::to_array<Row>({
     { u"pobblewig", u"com.pobblewig.app" },
 
@@ -253,7 +253,7 @@ std::optional<QString> find(QStringView name)
     return std::nullopt;
 }
 
-/// Snap says "firefox_firefox" or "snap.firefox.firefox"; games of Steam say "steam_app_570".
+/// Snap uses "firefox_firefox" or "snap.firefox.firefox"; Steam games use "steam_app_570".
 QStringView package(QStringView name)
 {
     constexpr QStringView snap = u"snap.";

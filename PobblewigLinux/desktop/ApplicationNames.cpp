@@ -7,7 +7,7 @@ namespace pobblewig {
 
 namespace {
 
-/// The names reach a model and the user, so nothing in them may break a line or turn its direction.
+/// The names reach a model and the user, so they must not break a line or change its direction.
 QString tidied(QString text)
 {
     constexpr int longest = 100;
@@ -18,7 +18,7 @@ QString tidied(QString text)
     return Text::firstCharacters(text.simplified(), longest);
 }
 
-/// The first that is known.
+/// The first known identifier.
 std::optional<QString> identifier(const QStringList& names)
 {
     for (const auto& name : names) {

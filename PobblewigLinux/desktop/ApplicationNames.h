@@ -5,21 +5,21 @@
 
 namespace pobblewig {
 
-/// The applications that windows belong to, in the words of people and of the system.
+/// Finds the applications that windows belong to, with their names and identifiers.
 class ApplicationNames {
 public:
     explicit ApplicationNames(DesktopEntries entries);
 
-    /// Nothing for a window that says nothing of itself. The name is that of the desktop file, in
-    /// the user's language; the identifier is the one of ApplicationIdentifiers, else the id of the
-    /// desktop file; without either, both are what the window says. Never longer than a line.
+    /// Returns nothing for a window without an identity. The name is the desktop file's in the
+    /// user's language; the identifier comes from ApplicationIdentifiers, or else is the desktop
+    /// file's id. Without either, both are the window's own text. All texts fit on one line.
     std::optional<FrontmostApp> application(const WindowIdentity& window);
 
 private:
     std::optional<FrontmostApp> lookUp(const WindowIdentity& window);
 
     DesktopEntries m_entries;
-    /// The last question, which a poll mostly repeats.
+    /// The last query, which polls mostly repeat.
     WindowIdentity m_window;
     std::optional<FrontmostApp> m_application;
 };

@@ -7,10 +7,10 @@
 
 namespace pobblewig {
 
-/// A file in the user's directory of what starts with the desktop.
+/// A file in the user's autostart directory.
 class Autostart : public AutostartSwitching {
 public:
-    /// By default the directory is that of the session, and the program the one that runs.
+    /// By default, the session's directory and the running program.
     Autostart(const QDir& directory = defaultDirectory(),
         QString program = QCoreApplication::applicationFilePath());
 

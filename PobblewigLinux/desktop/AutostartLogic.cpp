@@ -6,13 +6,14 @@ namespace pobblewig {
 
 namespace {
 
-/// For a value of the type string.
+/// Escapes a value of the type string.
 QString escaped(QString text)
 {
     return text.replace(u'\\', QStringLiteral("\\\\"));
 }
 
-/// One word of a command line. Its own escapes are part of the value, which is then escaped again.
+/// Quotes one word of a command line. Its own escapes are part of the value, which is escaped
+/// again.
 QString quoted(const QString& word)
 {
     QString quoted;

@@ -5,7 +5,7 @@
 
 namespace pobblewig::AutostartLogic {
 
-/// Whether a desktop that finds this file among those to start with starts the program.
+/// Whether a desktop that finds this file in its autostart directory starts the program.
 bool startsProgram(QByteArrayView file);
 
 /// The file that makes desktops start the program at this path.

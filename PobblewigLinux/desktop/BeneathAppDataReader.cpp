@@ -43,7 +43,7 @@ QByteArray selfPath(const FileDescriptor& file)
     return "/proc/self/fd/" + QByteArray::number(file.get());
 }
 
-/// Where the file is now; empty if the system cannot tell.
+/// The current path of the file, or empty if the system cannot tell.
 QByteArray realPath(const FileDescriptor& file)
 {
     QByteArray path(PATH_MAX, Qt::Uninitialized);
@@ -60,7 +60,7 @@ std::optional<QByteArray> relativeTo(const QByteArray& root, const QByteArray& p
     return path.startsWith(beginning) ? std::optional(path.sliced(beginning.size())) : std::nullopt;
 }
 
-/// The way without links to what lies beneath the root, though a link to it is absolute.
+/// The path without links to something below the root, even if an absolute link leads there.
 std::optional<QByteArray> directWay(const QByteArray& root, const QByteArray& path)
 {
     const std::unique_ptr<char, FreeText> real(
@@ -89,7 +89,7 @@ AppDataEntry entry(int folder, const char* name)
     return result;
 }
 
-/// The name of the next entry that is not the folder itself or its parent; null after the last.
+/// The name of the next entry other than the folder itself and its parent, or null after the last.
 const char* nextName(DIR* folder)
 {
     const auto* found = ::readdir(folder);
@@ -112,7 +112,7 @@ public:
 
     tl::expected<QByteArray, AppDataFault> read(qint64 limit) const override
     {
-        // By this name it is the very same file that opens, whatever its own name has become.
+        // Opens the very same file, whatever its own name has become.
         const FileDescriptor file(
             ::open(selfPath(m_file).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
         if (!file.isOpen())
@@ -158,7 +158,7 @@ auto BeneathAppDataReader::open(const AppDataLocation& location) const
     if (!S_ISREG(status.st_mode))
         return tl::unexpected(
             AppDataFault { Kind::unreadable, QStringLiteral("not a regular file") });
-    // The path of a removed file ends in a remark, which would hide its name from any rule.
+    // The path of a removed file ends in a note, which would hide its name from the rules.
     if (status.st_nlink == 0 && place->path.endsWith(" (deleted)"))
         return failure(std::make_error_code(std::errc::no_such_file_or_directory));
     return std::make_unique<BeneathAppDataFile>(

@@ -5,7 +5,7 @@
 
 namespace pobblewig {
 
-/// Resolves a path once, beneath the root, and asks all else of the descriptor that it got.
+/// Resolves a path once, below the root, and uses only the resulting descriptor afterwards.
 class BeneathAppDataReader : public AppDataReading {
 public:
     explicit BeneathAppDataReader(PathBeneath::Finder find = PathBeneath::byKernel);

@@ -11,7 +11,7 @@ namespace pobblewig {
 
 namespace {
 
-// Far more than any desktop has: a bound against directories that were filled in bad faith.
+// Far more than any desktop has; a limit against directories that were filled maliciously.
 constexpr int mostFiles = 5000;
 constexpr qint64 longestFile = 256 * 1024;
 
@@ -22,8 +22,8 @@ QDateTime modificationTime(const QString& directory)
     return QFileInfo(directory).lastModified();
 }
 
-/// For later comparison. Nothing if the directory is still in change: what comes next may carry the
-/// same time.
+/// The time for later comparison. Returns nothing if the directory has just changed, since the next
+/// change may have the same time.
 QDateTime settledTime(const QString& directory)
 {
     constexpr qint64 milliseconds = 1000;
@@ -31,7 +31,7 @@ QDateTime settledTime(const QString& directory)
     return time.msecsTo(QDateTime::currentDateTime()) > milliseconds ? time : QDateTime();
 }
 
-/// What lies below a directory, in an order that does not depend on the file system.
+/// The paths below a directory, in an order that does not depend on the file system.
 QStringList pathsBelow(const QString& directory)
 {
     QStringList paths;
@@ -131,7 +131,7 @@ void DesktopEntries::loadFile(const QString& path, const QString& id)
 
 void DesktopEntries::buildIndexes()
 {
-    // Of two programs with the same name the one that users start is meant.
+    // Of two programs with the same name, the one in menus wins.
     std::ranges::stable_partition(m_entries, &DesktopEntry::isShownInMenus);
     for (auto* index : { &m_ids, &m_lastPartsOfIDs, &m_windowClasses, &m_programs })
         index->clear();

@@ -10,25 +10,25 @@
 
 namespace pobblewig {
 
-/// The desktop files of the applications that are installed. They are read at the first question,
-/// and again when one was added to a directory or removed from it.
+/// The desktop files of the installed applications. Reads them at the first query, and again when a
+/// file was added to or removed from a directory.
 class DesktopEntries {
 public:
-    /// Of two files with the same id the one in the earlier directory holds.
+    /// Of two files with the same id, the one in the earlier directory wins.
     DesktopEntries(QStringList directories, QStringList languages);
 
-    /// Those of the user and of the system, and where Flatpak and Snap put theirs.
+    /// The directories of the user, the system, Flatpak and Snap.
     static QStringList systemDirectories();
-    /// Those that the user wants to read, the best first.
+    /// The user's languages, the preferred one first.
     static QStringList systemLanguages();
 
-    /// The application that a window belongs to: by its application id, else by its class, else by
-    /// its instance. These two are looked for among the classes that desktop files announce, the
-    /// files' own ids, and at last the programs that they start.
+    /// The application of a window: by application id, else by window class, else by instance. The
+    /// latter two are compared with the classes in desktop files, then with the files' ids, then
+    /// with the programs that they start.
     std::optional<DesktopEntry> find(const WindowIdentity& window);
 
 private:
-    /// By a name in lower case.
+    /// Keys are names in lower case.
     using Index = QHash<QString, std::size_t>;
 
     void refreshIfChanged();
@@ -39,7 +39,7 @@ private:
 
     QStringList m_directories;
     QStringList m_languages;
-    /// Of all directories that were read, whether they exist or not.
+    /// The times of all directories that were read, even those that do not exist.
     std::vector<std::pair<QString, QDateTime>> m_modificationTimes;
     std::vector<DesktopEntry> m_entries;
     Index m_ids;

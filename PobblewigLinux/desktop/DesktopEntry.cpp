@@ -15,7 +15,7 @@ const QByteArrayList otherKeys { "Exec", "Hidden", "NoDisplay", "StartupWMClass"
 
 using Values = std::map<QByteArrayView, QByteArrayView>;
 
-/// Whose file name says nothing of the application that they run.
+/// Programs whose file name does not identify the application that they run.
 constexpr std::array<QStringView, 14> runners {
     u"bash",
     u"dbus-launch",
@@ -33,7 +33,7 @@ constexpr std::array<QStringView, 14> runners {
     u"xdg-open",
 };
 
-/// The values of the group "Desktop Entry"; of a key that is there twice the first holds.
+/// The values of the group "Desktop Entry". Of a repeated key, the first value counts.
 Values values(QByteArrayView file, const QByteArrayList& wanted)
 {
     Values values;
@@ -64,7 +64,7 @@ QString text(const Values& values, QByteArrayView key)
     return found == values.end() ? QString() : QString::fromUtf8(found->second);
 }
 
-/// The best first.
+/// The preferred key first.
 QByteArrayList nameKeys(const QStringList& languages)
 {
     QByteArrayList keys;

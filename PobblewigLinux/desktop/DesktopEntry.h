@@ -9,15 +9,16 @@ namespace pobblewig {
 
 /// An application as its desktop file describes it.
 struct DesktopEntry {
-    /// The path of the file below its directory of applications, "/" as "-", without the ending.
+    /// The path of the file below its applications directory, with "-" for "/" and without the
+    /// suffix.
     QString id;
-    /// For people.
+    /// The name for the user.
     QString name;
     QString windowClass = {};
     /// The file name of the program; empty if it is one that runs others.
     QString program = {};
     bool isShownInMenus = true;
-    /// Of a file that lies where desktops look for what to start.
+    /// For a file in an autostart directory.
     bool startsWithDesktop = true;
 
     bool operator==(const DesktopEntry&) const = default;
@@ -25,9 +26,9 @@ struct DesktopEntry {
 
 namespace DesktopEntryLogic {
 
-/// Nothing if the file does not describe an application, or describes one that was taken away.
-/// The languages are such as "de_CH", the best first; without any of them the name is the file's
-/// plain one.
+/// Returns nothing if the file does not describe an application, or marks it as removed.
+/// `languages` are names such as "de_CH", the preferred one first; if the file has none of them,
+/// its default name is used.
 std::optional<DesktopEntry> parse(
     const QString& id, QByteArrayView file, const QStringList& languages);
 

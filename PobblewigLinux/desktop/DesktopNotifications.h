@@ -10,8 +10,7 @@
 
 namespace pobblewig {
 
-/// The notifications of the session's notification server. Without one, or with one that fails,
-/// there are none.
+/// The notifications of the session's notification server. Without a working server none are shown.
 class DesktopNotifications : public NotificationPresenting {
     Q_OBJECT
 
@@ -33,7 +32,7 @@ private:
 
     QDBusConnection m_bus;
     bool m_isListening = false;
-    /// Asked of the server once.
+    /// Queried from the server once.
     std::optional<QStringList> m_capabilities;
     std::set<uint> m_shown;
 };

@@ -6,7 +6,7 @@
 
 namespace pobblewig {
 
-/// An open file, closed with its owner.
+/// An open file, which is closed with its owner.
 class FileDescriptor {
 public:
     explicit FileDescriptor(int number)
@@ -28,7 +28,7 @@ public:
             ::close(m_number);
     }
 
-    /// False for what the system gave when it could not open the file.
+    /// False if the system could not open the file.
     bool isOpen() const { return m_number >= 0; }
     int get() const { return m_number; }
     int release() { return std::exchange(m_number, -1); }

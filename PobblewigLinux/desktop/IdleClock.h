@@ -7,11 +7,11 @@
 
 namespace pobblewig {
 
-/// Counts the idle time where the session only announces its beginning and its end.
+/// Measures idle time where the session announces only its beginning and end.
 class IdleClock {
 public:
-    /// Sessions announce idle time after this long. Short against what counts as being away, long
-    /// against the pauses of somebody who types.
+    /// Sessions announce idle time after this long. It is short compared to an absence, and long
+    /// compared to the pauses while typing.
     static constexpr std::chrono::seconds announcedAfter { 5 };
 
     explicit IdleClock(Clock now)
@@ -19,7 +19,7 @@ public:
     {
     }
 
-    /// The session is idle, and has been for as long as it takes to be announced.
+    /// Called when the session announces that it has been idle for `announcedAfter`.
     void begin() { m_since = m_now() - announcedAfter; }
     void end() { m_since.reset(); }
 

@@ -2,7 +2,7 @@
 
 namespace pobblewig {
 
-/// How long nobody has touched a thing, from a source that tells nothing else.
+/// The time since the last input, from a source that reports nothing else.
 class IdleTimeProviding {
 public:
     virtual ~IdleTimeProviding() = default;

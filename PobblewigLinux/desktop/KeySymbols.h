@@ -6,10 +6,10 @@
 
 #include <optional>
 
-/// Keys as X11 and the desktop portal call them.
+/// The names of keys in X11 and in the desktop portal.
 namespace pobblewig::KeySymbols {
 
-/// Nothing for a key that no keyboard would be asked for.
+/// Returns nothing for a key that keyboards do not have.
 std::optional<xkb_keysym_t> symbol(Qt::Key key);
 
 /// "CTRL+ALT+space"; empty for a key without a symbol.

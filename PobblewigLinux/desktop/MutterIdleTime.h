@@ -8,7 +8,7 @@
 
 namespace pobblewig {
 
-/// The idle time as GNOME announces it on the bus.
+/// The idle time that GNOME announces on the bus.
 class MutterIdleTime : public QObject, public IdleTimeProviding {
     Q_OBJECT
 

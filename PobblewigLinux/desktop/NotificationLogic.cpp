@@ -51,7 +51,7 @@ QVariantMap NotificationLogic::hints()
     return {
         { QStringLiteral("desktop-entry"), QStringLiteral("com.pobblewig.app") },
         { QStringLiteral("category"), QStringLiteral("im.received") },
-        // The program has a sound of its own.
+        // The program plays its own sound.
         { QStringLiteral("suppress-sound"), true },
         { QStringLiteral("x-kde-reply-placeholder-text"), Texts::tr("Reply…") },
     };

@@ -3,23 +3,24 @@
 #include <QStringList>
 #include <QVariantMap>
 
-/// What a notification is for a server of these capabilities, in the terms that all of them share.
+/// Builds notifications for a server with these capabilities.
 namespace pobblewig::NotificationLogic {
 
 QString summary(const QString& title);
 
-/// Long texts are cut: the chat has the whole of them.
+/// Cuts long texts; the chat shows them in full.
 QString body(const QString& text, const QStringList& capabilities);
 
-/// A reply right in the notification where the server has it, else a button that opens the chat.
+/// A reply field in the notification if the server supports it, or else a button that opens the
+/// chat.
 QStringList actions(const QStringList& capabilities);
 
 QVariantMap hints();
 
-/// Whether this action of the user means the chat.
+/// Whether this action opens the chat.
 bool opensChat(const QString& action);
 
-/// What the user has written, as far as it is believed: nothing if it is blank.
+/// The user's reply, cut to a limit, or nothing if it is blank.
 QString reply(const QString& text);
 
 } // namespace pobblewig::NotificationLogic

@@ -14,7 +14,7 @@ namespace pobblewig {
 
 namespace {
 
-/// As many as the kernel follows.
+/// The kernel's own limit.
 constexpr int mostLinks = 40;
 
 /// Each level holds a descriptor, of which a process has about a thousand.
@@ -25,7 +25,7 @@ auto failure(int number)
     return tl::unexpected(std::error_code(number, std::generic_category()));
 }
 
-/// The way from a root inwards, one descriptor for each level.
+/// The path from a root downwards, with one descriptor for each level.
 class Walk {
 public:
     Walk(const FileDescriptor& root, const QByteArray& path)
@@ -47,7 +47,7 @@ public:
     }
 
 private:
-    /// Each step gives an error number, or 0.
+    /// Each step returns an error number, or 0.
     int step(const QByteArray& name)
     {
         if (name.isEmpty() || name == ".")
@@ -103,7 +103,7 @@ private:
 
     const FileDescriptor& m_root;
 
-    /// What is still to go, the next name last.
+    /// The remaining names, the next one last.
     QList<QByteArray> m_names;
     std::vector<FileDescriptor> m_levels;
     int m_links = 0;
@@ -119,7 +119,8 @@ PathBeneath::Found PathBeneath::byKernel(const FileDescriptor& root, const QByte
     const auto found = ::syscall(SYS_openat2, root.get(), path.constData(), &how, sizeof how);
     if (found >= 0)
         return FileDescriptor(int(found));
-    // A kernel before 5.6, a sandbox that knows no better, a folder that moved meanwhile.
+    // A kernel before 5.6, a sandbox that does not know the call, or a folder that was moved
+    // meanwhile.
     if (errno == ENOSYS || errno == EPERM || errno == EAGAIN)
         return byWalking(root, path);
     return failure(errno);

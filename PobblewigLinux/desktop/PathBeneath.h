@@ -8,19 +8,19 @@
 
 #include <system_error>
 
-/// Finds what a relative path names beneath a folder. Links are followed as long as they stay
-/// there, absolute ones never; what would lead out is `cross_device_link`.
+/// Finds the target of a relative path below a folder. Follows links that stay there, but no
+/// absolute ones. A path that would lead out fails as `cross_device_link`.
 ///
-/// The descriptor only stands for what was found (O_PATH): neither a device nor a FIFO notices.
+/// The descriptor only identifies what was found (O_PATH): devices and FIFOs are not affected.
 namespace pobblewig::PathBeneath {
 
 using Found = tl::expected<FileDescriptor, std::error_code>;
 using Finder = Found (*)(const FileDescriptor& root, const QByteArray& path);
 
-/// By openat2, where the system has it and a sandbox lets us call it, else by walking.
+/// Uses openat2 if the system has it and the sandbox permits it, else `byWalking`.
 Found byKernel(const FileDescriptor& root, const QByteArray& path);
 
-/// Name by name, resolving the links itself.
+/// Goes name by name and resolves the links itself.
 Found byWalking(const FileDescriptor& root, const QByteArray& path);
 
 } // namespace pobblewig::PathBeneath

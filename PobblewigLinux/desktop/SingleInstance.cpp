@@ -12,7 +12,7 @@ SingleInstance::SingleInstance(const QDir& dataDirectory, ApplicationBus& bus)
     , m_bus(bus)
     , m_lock(dataDirectory.absoluteFilePath(QStringLiteral("process.lock")))
 {
-    // The lock of a running process never grows stale, however old it is.
+    // The lock of a running process never becomes stale, however old it is.
     m_lock.setStaleLockTime(0);
 }
 
@@ -20,7 +20,7 @@ SingleInstance::Claim SingleInstance::claim(const std::optional<QUrl>& link)
 {
     using namespace std::chrono_literals;
     FileOperations().makePath(m_directory.absolutePath());
-    // A second look, for the other process may be about to begin or to end.
+    // Looks a second time, since the other process may just be starting or ending.
     for (const auto patience : { 0ms, 2000ms }) {
         if (mayProceed(patience))
             return Claim::first;

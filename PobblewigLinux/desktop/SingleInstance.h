@@ -7,30 +7,30 @@
 
 namespace pobblewig {
 
-/// Sees to it that a data directory has one process; another directory may have another process,
-/// on the same bus too.
+/// Ensures that only one process uses a data directory. Other directories may have other processes,
+/// even on the same bus.
 class SingleInstance {
 public:
     enum class Claim {
-        /// This process is the one. So it is where the directory cannot be written to and hence
-        /// not be locked.
+        /// This process is the first. Also returned if the directory is not writable and so cannot
+        /// be locked.
         first,
-        /// Another process is, and has been asked to come forward or to open the link.
+        /// Another process exists and was asked to come to the front or to open the link.
         handedOver,
-        /// Another process is, and gives no answer.
+        /// Another process exists but does not answer.
         unanswered,
     };
 
     SingleInstance(const QDir& dataDirectory, ApplicationBus& bus);
 
-    /// To be called once, before the directory is read. May wait for some seconds when the other
-    /// process is busy. The claim lasts as long as this object.
+    /// Call this once, before the directory is read. May wait some seconds if the other process is
+    /// busy. The claim lasts as long as this object.
     Claim claim(const std::optional<QUrl>& link);
 
-    /// The first process takes the others' requests from here on; until then they wait.
+    /// Starts to accept requests of other processes; until then they wait.
     void announce();
 
-    /// For the user, once there was no answer.
+    /// A text for the user if the claim was `unanswered`.
     QString refusal() const;
 
 private:

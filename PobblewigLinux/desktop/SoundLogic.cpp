@@ -4,7 +4,7 @@ namespace pobblewig {
 
 QByteArrayList SoundLogic::nearest(QStringView name)
 {
-    // A theme without the first has, by their naming rules, a plain "message" in its place.
+    // By the naming rules, a theme without the first sound has a plain "message" instead.
     if (name == u"Glass")
         return { "message-new-instant", "bell" };
     return { "bell" };

@@ -5,7 +5,7 @@
 
 namespace pobblewig::SoundLogic {
 
-/// What the sound themes of the desktops have in place of a sound, the nearest first.
+/// The names under which sound themes may have a sound, the closest first.
 QByteArrayList nearest(QStringView name);
 
 } // namespace pobblewig::SoundLogic

@@ -10,7 +10,7 @@
 
 namespace pobblewig {
 
-/// The library and our connection to the sound server; neither is there before the first sound.
+/// The library and its connection to the sound server, both created for the first sound.
 class Sounds::Canberra {
 public:
     explicit Canberra(QString library)

@@ -9,10 +9,10 @@
 
 namespace pobblewig {
 
-/// The sounds of the desktop's sound theme, by libcanberra.
+/// Plays the desktop's sound theme through libcanberra.
 ///
-/// The library is loaded with the first sound, and in the background, as it waits for the sound
-/// server. Where it is not installed there is silence.
+/// The library is loaded for the first sound, in the background, because it waits for the sound
+/// server. If it is not installed, nothing is played.
 class Sounds : public SoundPlaying {
 public:
     explicit Sounds(QString library = QStringLiteral("libcanberra.so.0"));
@@ -23,7 +23,7 @@ public:
 private:
     class Canberra;
 
-    /// Used by the pool's only thread.
+    /// Used only by the pool's single thread.
     std::unique_ptr<Canberra> m_canberra;
     QThreadPool m_background;
 };

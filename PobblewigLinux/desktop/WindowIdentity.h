@@ -4,12 +4,11 @@
 
 namespace pobblewig {
 
-/// What a window says of the application that it belongs to. Each can be empty, and each is foreign
-/// text.
+/// How a window identifies its application. Each field may be empty, and all are untrusted text.
 struct WindowIdentity {
-    /// The id that the application goes by on the bus, mostly that of its desktop file.
+    /// The application's id on the bus, mostly that of its desktop file.
     QString applicationID = {};
-    /// The name of the application among the kinds of applications.
+    /// The name of the application's window class.
     QString windowClass = {};
     /// Mostly the program's file name.
     QString instance = {};

@@ -29,7 +29,7 @@ PortalHotKeys::PortalHotKeys(
     , m_description(std::move(description))
     , m_patience(patience)
 {
-    // QtDBus knows its own type only once one has been sent, and a slot is looked up before.
+    // QtDBus registers its own type only when one is sent, but looks up slots before that.
     qRegisterMetaType<QDBusObjectPath>();
     qDBusRegisterMetaType<PortalShortcut>();
     qDBusRegisterMetaType<QList<PortalShortcut>>();

@@ -10,13 +10,14 @@
 
 namespace pobblewig {
 
-/// Hot keys by the desktop portal, for sessions where no program sees the keyboard by itself. The
-/// user decides in the desktop's dialog which keys they become.
+/// Hot keys through the desktop portal, for sessions in which programs cannot read the keyboard.
+/// The user chooses the keys in the desktop's dialog.
 class PortalHotKeys : public HotKeyProviding {
     Q_OBJECT
 
 public:
-    /// `description` says in the dialog what the keys do; `patience` is for its reader.
+    /// `description` explains the keys in the dialog; `patience` is the time for the user to
+    /// answer.
     PortalHotKeys(QDBusConnection bus, QString description,
         std::chrono::milliseconds patience = std::chrono::minutes(2));
 
@@ -34,7 +35,7 @@ private:
     QDBusConnection m_bus;
     QString m_description;
     std::chrono::milliseconds m_patience;
-    /// The keys last as long as this object of the portal; empty without keys.
+    /// The portal session that holds the keys; empty without keys.
     QString m_session;
 };
 

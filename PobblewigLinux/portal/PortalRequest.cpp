@@ -37,7 +37,7 @@ PortalRequest::PortalRequest(QDBusConnection bus)
     : m_bus(std::move(bus))
     , m_token(QStringLiteral("pobblewig_") + QUuid::createUuid().toString(QUuid::Id128))
 {
-    // The path is agreed upon, so that no answer can come before somebody listens.
+    // The path is known in advance, so that no answer arrives before the slot is connected.
     const auto sender = m_bus.baseService().mid(1).replace(u'.', u'_');
     m_path = QStringLiteral("%1/request/%2/%3").arg(portalPath, sender, m_token);
     m_bus.connect(portalService, m_path, requestInterface, QStringLiteral("Response"), this,

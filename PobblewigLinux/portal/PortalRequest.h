@@ -11,7 +11,7 @@
 
 namespace pobblewig {
 
-/// One question to the desktop portal, which answers by a signal once it has asked the user.
+/// One request to the desktop portal, which replies with a signal after asking the user.
 class PortalRequest : public QObject {
     Q_OBJECT
 
@@ -19,18 +19,19 @@ public:
     struct Question {
         QString interface;
         QString method;
-        /// Those before the options, which every method has last.
+        /// The arguments before the options, which every method takes last.
         QVariantList arguments;
         QVariantMap options = {};
     };
 
     struct Answer {
-        /// 0 if all went well; anything else is a refusal, by the user or by the desktop.
+        /// 0 for success; any other value is a refusal by the user or the desktop.
         uint response = 0;
         QVariantMap results;
     };
 
-    /// Nothing if there is no such portal or no answer in time; then the question is withdrawn.
+    /// Returns nothing if there is no such portal, or no answer in time. The request is then
+    /// withdrawn.
     static Task<std::optional<Answer>> ask(
         QDBusConnection bus, Question question, std::chrono::milliseconds patience);
 

@@ -19,8 +19,8 @@ tl::unexpected<ScreenCaptureError> failed(ScreenCaptureError::Kind kind, const Q
     return tl::unexpected(ScreenCaptureError { kind, app });
 }
 
-/// A portal has no other way to hand over a picture than a file, which stays where it is unless
-/// somebody removes it: so its name goes before it is read.
+/// Reads and removes the file. A portal can only deliver a picture as a file, and nothing else
+/// removes it; its name is removed before it is read.
 QImage takenOut(const QString& path)
 {
     QFile file(path);

@@ -9,18 +9,18 @@
 
 namespace pobblewig {
 
-/// Pictures by the desktop's own screenshot dialog, for sessions that let no program read the
-/// screen by itself.
+/// Takes pictures through the desktop's own screenshot dialog, for sessions in which programs
+/// cannot read the screen.
 ///
-/// Where the session tells which application is in front, an excluded one is refused. Beyond that
-/// nothing can be promised: neither our own windows nor those of excluded applications can be left
-/// out. So the dialog is always shown, and the user chooses and sees what is taken.
+/// Refuses if an excluded application is known to be in front. Nothing else can be promised:
+/// neither our own windows nor those of excluded applications can be left out. So the dialog is
+/// always shown, and the user chooses and sees what is captured.
 class PortalScreenCapture : public ScreenCapturing {
 public:
     using Result = tl::expected<CapturedScreenshot, ScreenCaptureError>;
 
-    /// The applications that are `alwaysExcluded` come on top of the user's own. `patience` is for
-    /// a user who looks for the right window.
+    /// `alwaysExcluded` is added to the user's own excluded applications. `patience` is the time
+    /// for the user to find the right window.
     PortalScreenCapture(QDBusConnection bus, FrontmostAppProviding& frontmost,
         std::set<QString> alwaysExcluded,
         std::chrono::milliseconds patience = std::chrono::minutes(2));

@@ -5,7 +5,7 @@
 
 namespace pobblewig {
 
-/// A hot key on its way to the desktop portal and back.
+/// A hot key as exchanged with the desktop portal.
 struct PortalShortcut {
     QString id;
     QVariantMap options;

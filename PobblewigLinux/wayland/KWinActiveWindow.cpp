@@ -11,7 +11,7 @@ namespace {
 const auto path = QStringLiteral("/com/pobblewig/app/ActiveWindow");
 const auto scriptName = QStringLiteral("com.pobblewig.app.active-window");
 
-/// The second names are those of Plasma 5.
+/// The alternative names are those of Plasma 5.
 const auto script =
     QStringLiteral("function tell(window) {\n"
                    "    const w = window || {};\n"
@@ -66,7 +66,7 @@ void KWinActiveWindow::follow(const QString& owner)
     m_window = {};
     if (owner.isEmpty())
         return;
-    // That of an earlier run that crashed would be kept in its place.
+    // A script left by an earlier run that crashed would be kept instead of this one.
     call(QStringLiteral("unloadScript"), { scriptName });
     call(QStringLiteral("loadScript"), { m_script.fileName(), scriptName });
     call(QStringLiteral("start"), {});

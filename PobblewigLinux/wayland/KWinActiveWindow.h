@@ -10,8 +10,8 @@
 
 namespace pobblewig {
 
-/// The active window of KWin, which tells it to nobody but scripts of its own: a small one calls us
-/// at every change. It ends with this object, and begins again when KWin does.
+/// The active window of KWin, which reports it only to its own scripts: a small script calls this
+/// object at every change. The script ends with this object and is restarted when KWin is.
 class KWinActiveWindow : public QObject, public ActiveWindowProviding, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.pobblewig.app.ActiveWindow")
@@ -26,7 +26,7 @@ public:
     std::optional<WindowIdentity> activeWindow() override;
 
 public Q_SLOTS:
-    /// For the script alone. Empty texts are no window.
+    /// For the script only. Empty texts mean that there is no window.
     Q_SCRIPTABLE void windowActivated(
         const QString& applicationID, const QString& windowClass, const QString& instance);
 
@@ -37,7 +37,7 @@ private:
     QDBusConnection m_bus;
     QDBusServiceWatcher m_watcher;
     QTemporaryFile m_script;
-    /// The connection of KWin.
+    /// KWin's unique name on the bus.
     QString m_owner;
     WindowIdentity m_window;
 };

@@ -14,7 +14,7 @@ constexpr wl_registry_listener listener {
     .global_remove = [](void*, wl_registry*, std::uint32_t) {},
 };
 
-/// Waits for nothing. False once the compositor has gone.
+/// Does not block. Returns false once the compositor is gone.
 bool readEvents(wl_display* display)
 {
     while (wl_display_prepare_read(display) != 0) {

@@ -16,16 +16,16 @@ struct DestroyProxy {
     void operator()(void* proxy) const { wl_proxy_destroy(static_cast<wl_proxy*>(proxy)); }
 };
 
-/// An object of the compositor's that is ours to forget.
+/// An object of the compositor, destroyed with its owner.
 template <typename Proxy>
 using WaylandProxy = std::unique_ptr<Proxy, DestroyProxy>;
 
-/// A connection to the Wayland compositor beside Qt's, for what it tells of other applications.
-/// Its objects must be forgotten before it ends.
+/// A connection to the Wayland compositor in addition to Qt's, used to observe other applications.
+/// Its objects must be destroyed before it.
 class WaylandConnection {
 public:
-    /// Nothing without a compositor. An empty name is that of the session. Waits for the compositor
-    /// to say what it offers.
+    /// Returns nothing without a compositor. An empty name is the session's display. Waits until
+    /// the compositor has listed what it offers.
     static std::unique_ptr<WaylandConnection> open(const QByteArray& display = {});
     ~WaylandConnection();
     WaylandConnection(const WaylandConnection&) = delete;
@@ -33,17 +33,17 @@ public:
 
     bool offers(const wl_interface& interface) const;
 
-    /// Nothing if the compositor does not offer it. Always the first version of an interface.
+    /// Returns null if the compositor does not offer it. Always binds version 1 of an interface.
     template <typename Proxy>
     WaylandProxy<Proxy> bind(const wl_interface& interface)
     {
         return WaylandProxy<Proxy>(static_cast<Proxy*>(bindFirst(interface)));
     }
 
-    /// What was asked goes out.
+    /// Sends pending requests.
     void flush() { wl_display_flush(m_display.get()); }
 
-    /// False for ever once the compositor has gone.
+    /// Permanently false once the compositor is gone.
     bool isAlive() const { return wl_display_get_error(m_display.get()) == 0; }
 
 private:

@@ -9,8 +9,8 @@ struct ext_idle_notifier_v1;
 
 namespace pobblewig {
 
-/// The idle time of the seat, as a compositor announces it. Films that play keep it from counting,
-/// as they keep the screen from being locked.
+/// The idle time of the seat, as announced by the compositor. Playing films delay it, as they delay
+/// the screen lock.
 class WaylandIdleTime : public IdleTimeProviding {
 public:
     static bool isOffered(const WaylandConnection& connection);

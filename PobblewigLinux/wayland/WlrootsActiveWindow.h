@@ -10,8 +10,8 @@ struct zwlr_foreign_toplevel_manager_v1_listener;
 
 namespace pobblewig {
 
-/// The active window of a compositor that keeps a list of windows for others, as those built on
-/// wlroots do. The list comes by itself, so a question costs nothing.
+/// The active window of a compositor that publishes its list of windows, such as those based on
+/// wlroots. Updates arrive by themselves, so a query is free.
 class WlrootsActiveWindow : public ActiveWindowProviding {
 public:
     static bool isOffered(const WaylandConnection& connection);

@@ -6,15 +6,15 @@ namespace pobblewig {
 
 namespace {
 
-/// No keyboard repeats more slowly. A key held longer without a sign of life was let go while
-/// somebody else, a screen locker for example, had the keyboard.
+/// No keyboard repeats more slowly. A key held longer without an event was released while another
+/// program, such as a screen locker, had the keyboard.
 constexpr xcb_timestamp_t longestPause = 2000;
 
 } // namespace
 
 bool KeyRepeatFilter::press(xcb_timestamp_t time)
 {
-    // Before each made-up press there is a made-up release, at the same time.
+    // Each synthetic press follows a synthetic release with the same time.
     const auto isMadeUp = std::exchange(m_releasedAt, std::nullopt) == time;
     const auto isHeld = m_pressedAt && time - *m_pressedAt < longestPause;
     m_pressedAt = time;

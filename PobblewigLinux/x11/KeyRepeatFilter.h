@@ -6,10 +6,10 @@
 
 namespace pobblewig {
 
-/// Tells a press of the hot key from the presses that an X server makes up while it is held.
+/// Tells real presses of the hot key from the repeats that an X server generates while it is held.
 class KeyRepeatFilter {
 public:
-    /// Whether the user has pressed the key.
+    /// Returns whether the user has pressed the key.
     bool press(xcb_timestamp_t time);
     void release(xcb_timestamp_t time);
 

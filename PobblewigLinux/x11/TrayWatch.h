@@ -10,21 +10,21 @@
 
 namespace pobblewig {
 
-/// Waits until the desktop has a tray, whether it speaks D-Bus or XEmbed. At login a tray often
-/// comes up later than the programs that want to be in it.
+/// Waits until the desktop has a tray, over D-Bus or XEmbed. At login a tray often starts later
+/// than the programs that use it.
 class TrayWatch : public QObject {
     Q_OBJECT
 
 public:
-    /// There may be no X connection.
+    /// `connection` may be null.
     explicit TrayWatch(
         X11Connection* connection, const QDBusConnection& bus = QDBusConnection::sessionBus());
 
-    /// The answer comes as the signal, never before this returns.
+    /// The answer arrives as the signal, never before this returns.
     void start();
 
 Q_SIGNALS:
-    /// Once, for the first tray there is.
+    /// Emitted once, for the first tray.
     void trayAppeared();
 
 private Q_SLOTS:

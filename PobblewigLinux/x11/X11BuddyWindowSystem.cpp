@@ -31,7 +31,8 @@ void X11BuddyWindowSystem::accompanyUser(WindowID window)
     constexpr std::uint32_t allDesktops = 0xFFFFFFFF;
     m_connection.setValues(id, "_NET_WM_DESKTOP", XCB_ATOM_CARDINAL, { allDesktops });
 
-    // The feet stay in the middle of the lower edge: what is seen there is kept at a new size.
+    // The feet stay in the middle of the lower edge, so what is visible there is kept when the size
+    // changes.
     constexpr std::uint32_t gravity = XCB_GRAVITY_SOUTH;
     xcb_change_window_attributes(m_connection.get(), id, XCB_CW_BIT_GRAVITY, &gravity);
 

@@ -10,8 +10,8 @@ namespace pobblewig {
 
 /// The buddy's window under X11, with any window manager that follows EWMH.
 ///
-/// While a compositor runs only the clicks are shaped, and the picture may blend; without one the
-/// window itself is cut to its shape. Either may begin or end at any time.
+/// With a compositor only the input region is shaped, and the picture may be translucent; without
+/// one the window itself is cut to its shape. A compositor may start or stop at any time.
 class X11BuddyWindowSystem : public BuddyWindowSystem {
 public:
     explicit X11BuddyWindowSystem(X11Connection& connection);
@@ -23,12 +23,12 @@ public:
     bool isFullScreenInFront(const QRect& screen) override;
 
 private:
-    /// Goes to the server with the picture that comes next: nothing is seen of one without the
+    /// Applied by the server together with the next picture, so that neither is seen without the
     /// other.
     void applyShape();
     void applyShapeAtOnce();
 
-    /// To the first of the rectangles.
+    /// Cuts to the first of the rectangles.
     void cut(xcb_shape_kind_t kind, size_t rectangles);
     void clearBounds();
 

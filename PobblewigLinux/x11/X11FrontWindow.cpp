@@ -10,7 +10,7 @@ X11FrontWindow::X11FrontWindow(X11Connection& connection)
     : m_connection(connection)
 {
     remember(active());
-    // Qt itself asks to hear of the root window's properties.
+    // Qt itself subscribes to the root window's property changes.
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
 

@@ -8,13 +8,14 @@
 
 namespace pobblewig {
 
-/// The window that the user works with: the active one or, while that is one of ours because the
-/// user talks with us, the one that was active before.
+/// The window that the user works with: the active one or, while that is one of ours, the window
+/// that was active before.
 class X11FrontWindow : public QAbstractNativeEventFilter {
 public:
     explicit X11FrontWindow(X11Connection& connection);
 
-    /// Nothing if no window has the focus, if it is not on the screen, or for the desktop itself.
+    /// Returns nothing if no window has the focus, if it is not on the screen, or if it is the
+    /// desktop.
     std::optional<xcb_window_t> window();
 
     bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;

@@ -5,14 +5,14 @@
 
 namespace pobblewig {
 
-/// The application of the active window, as the window manager announces it. A poll costs three
+/// The application of the active window, as announced by the window manager. A poll takes three
 /// round trips.
 ///
-/// Our own windows are an application like any other. A window that vanishes between two questions,
-/// and a server that does, are nothing in front.
+/// Our own windows count like those of any application. If the window or the server vanishes
+/// between two queries, nothing is in front.
 class X11FrontmostAppProvider : public FrontmostAppProviding {
 public:
-    /// Whether the server counts the seconds since the last input.
+    /// Whether the server measures the time since the last input.
     static bool tellsIdleTime(X11Connection& connection);
 
     X11FrontmostAppProvider(X11Connection& connection, ApplicationNames& names);

@@ -29,7 +29,7 @@ public:
     {
     }
 
-    /// In one round trip for all of them.
+    /// Takes one round trip for all windows.
     std::vector<Window> windows()
     {
         const auto foreign = foreignWindows();
@@ -57,7 +57,7 @@ private:
 
     xcb_atom_t state(const std::string& name) { return m_connection.atom("_NET_WM_STATE_" + name); }
 
-    /// From the top down.
+    /// From top to bottom.
     std::vector<xcb_window_t> foreignWindows()
     {
         auto windows = m_connection.values(m_connection.root(), "_NET_CLIENT_LIST_STACKING");
@@ -100,7 +100,7 @@ X11FullScreenWatch::X11FullScreenWatch(X11Connection& connection, std::function<
     , m_changed(std::move(changed))
 {
     followActiveWindow();
-    // Qt itself asks to hear of the root window's properties.
+    // Qt itself subscribes to the root window's property changes.
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
@@ -155,7 +155,7 @@ void X11FullScreenWatch::followActiveWindow()
 {
     const auto values = m_connection.values(m_connection.root(), "_NET_ACTIVE_WINDOW");
     const auto active = values.empty() ? XCB_WINDOW_NONE : xcb_window_t(values.front());
-    // Qt has its own wishes for our windows; a film behind the chat may still end.
+    // Qt needs its own event mask on our windows, and a film behind the chat may still end.
     const auto ours = xcb_get_setup(m_connection.get())->resource_id_base;
     if (active == XCB_WINDOW_NONE || active == m_active
         || X11WindowTree::connectionOf(m_connection, active) == ours)
@@ -171,7 +171,7 @@ void X11FullScreenWatch::listen(xcb_window_t window, std::uint32_t events)
     auto* const xcb = m_connection.get();
     const auto cookie =
         xcb_change_window_attributes_checked(xcb, window, XCB_CW_EVENT_MASK, &events);
-    // It may have gone meanwhile, which is nothing to complain about.
+    // The window may have gone in the meantime, which is not an error.
     xcb_discard_reply(xcb, cookie.sequence);
     xcb_flush(xcb);
 }

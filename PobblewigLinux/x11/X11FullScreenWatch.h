@@ -9,18 +9,18 @@
 
 namespace pobblewig {
 
-/// Follows which windows are in front, by what the window manager and the active window tell. It
-/// never asks on its own.
+/// Follows which windows are in front, by events of the window manager and the active window. Never
+/// polls.
 class X11FullScreenWatch : public QAbstractNativeEventFilter {
 public:
-    /// `changed` comes from the event loop, once for all that happened at the same time.
+    /// `changed` is called from the event loop, once for all simultaneous changes.
     X11FullScreenWatch(X11Connection& connection, std::function<void()> changed);
     ~X11FullScreenWatch() override;
     Q_DISABLE_COPY_MOVE(X11FullScreenWatch)
 
     bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
 
-    /// The windows of other programs, from the top down.
+    /// The windows of other programs, from top to bottom.
     static std::vector<BuddySight::Window> windows(X11Connection& connection);
 
 private:
@@ -31,7 +31,7 @@ private:
 
     X11Connection& m_connection;
     std::function<void()> m_changed;
-    /// The latest one of another program.
+    /// The latest active window of another program.
     xcb_window_t m_active = XCB_WINDOW_NONE;
     QSize m_activeSize;
     QObject m_context;

@@ -10,7 +10,7 @@ namespace pobblewig {
 
 namespace {
 
-/// The keys mean the same whether the capitals or the numbers are locked.
+/// The keys mean the same whether Caps Lock or Num Lock is on.
 constexpr std::array<std::uint16_t, 4> locks { 0, XCB_MOD_MASK_LOCK, XCB_MOD_MASK_2,
     XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2 };
 
@@ -53,7 +53,7 @@ Task<X11HotKeys::Outcome> X11HotKeys::assign(QKeySequence keys)
     auto outcome = keys.isEmpty() ? Outcome() : take(keys);
     if (!outcome && !before.isEmpty() && !take(before))
         Log::line(QStringLiteral("buddy: the hot key was lost"));
-    // Whatever came in beside the answers announces itself no more.
+    // Events that arrived with the replies trigger no further notification.
     QMetaObject::invokeMethod(this, &X11HotKeys::readEvents, Qt::QueuedConnection);
     co_return outcome;
 }
@@ -144,7 +144,7 @@ void X11HotKeys::readEvents()
 
 void X11HotKeys::handleKey(const xcb_key_press_event_t& event)
 {
-    // While the hot key is held, all other keys arrive here too.
+    // While the hot key is held, all other keys arrive here as well.
     if (std::ranges::count(m_grabbed, event.detail) == 0)
         return;
     if ((event.response_type & 0x7f) == XCB_KEY_RELEASE)

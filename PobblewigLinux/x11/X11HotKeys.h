@@ -10,12 +10,11 @@
 
 namespace pobblewig {
 
-/// Hot keys by grabbing them from the X server. They follow the user from one keyboard layout to
-/// another.
+/// Hot keys that are grabbed from the X server. They follow changes of the keyboard layout.
 class X11HotKeys : public HotKeyProviding {
 public:
-    /// On a connection of its own, for Qt's hears nothing of new keyboard layouts. Nothing if there
-    /// is no such server; without a name it is that of the session.
+    /// Uses a connection of its own, since Qt's does not report new keyboard layouts. Returns null
+    /// if there is no such server. Without a name, uses the session's display.
     static std::unique_ptr<X11HotKeys> create(const std::string& display = {});
 
     Task<Outcome> assign(QKeySequence keys) override;
@@ -33,8 +32,8 @@ private:
     bool grab(const Keycodes& keycodes, Qt::KeyboardModifiers modifiers) const;
     void release();
 
-    /// Sends the request for each key and each combination of locks. Returns once the server has
-    /// done all of them, and whether it did.
+    /// Sends the request for each key and each combination of locks. Waits until the server has
+    /// executed all of them, and returns whether all succeeded.
     bool askForEach(const Keycodes& keycodes, Qt::KeyboardModifiers modifiers,
         const std::function<xcb_void_cookie_t(xcb_keycode_t, std::uint16_t)>& request) const;
 
@@ -45,7 +44,7 @@ private:
     std::unique_ptr<X11Connection> m_connection;
     std::unique_ptr<xcb_key_symbols_t, FreeSymbols> m_symbols;
     QSocketNotifier m_events;
-    /// What the user wants, and the keys that it is on this keyboard.
+    /// The user's hot key, followed by its keycodes on this keyboard.
     QKeySequence m_keys;
     Keycodes m_grabbed;
     KeyRepeatFilter m_repeats;

@@ -17,7 +17,7 @@ bool hides(const X11WindowFacts& window)
     return window.isMapped && window.isOpaque;
 }
 
-/// Of programs: the server itself has one for what compositors paint.
+/// Considers only programs' windows; the server has one of its own for compositors.
 xcb_window_t topmost(X11Connection& connection, xcb_query_tree_cookie_t asked)
 {
     const X11Reply<xcb_query_tree_reply_t> tree(
@@ -57,7 +57,7 @@ bool X11Occlusion::isCovered(X11Connection& connection, xcb_window_t window)
     auto selfAndAbove = std::vector(std::ranges::find(stack, window), stack.end());
     selfAndAbove.push_back(top);
     auto facts = X11WindowSurvey(connection, selfAndAbove).facts();
-    // What locks the screen stands in no list of the window manager, but above all that do.
+    // A screen locker is in no list of the window manager, but above all the windows that are.
     const auto lid = facts.back();
     facts.pop_back();
     QRegion uncovered(self.rect);

@@ -4,10 +4,10 @@
 
 namespace pobblewig::X11Occlusion {
 
-/// Whether a window is minimised, unmapped or wholly under windows that one cannot see through.
+/// Whether a window is minimised, unmapped or entirely covered by opaque windows.
 ///
-/// The server's own notice of this does not come for see-through windows, so it is worked out from
-/// the window manager's stacking list.
+/// The server sends no visibility events for translucent windows, so this is derived from the
+/// window manager's stacking list.
 bool isCovered(X11Connection& connection, xcb_window_t window);
 
 } // namespace pobblewig::X11Occlusion

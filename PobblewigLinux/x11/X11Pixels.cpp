@@ -64,7 +64,7 @@ QImage X11Pixels::read(
     const auto cookie = xcb_get_image(xcb, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable,
         std::int16_t(part.x()), std::int16_t(part.y()), std::uint16_t(part.width()),
         std::uint16_t(part.height()), everyPlane);
-    // Shared memory is no faster for a single look: both sides have to map it first.
+    // Shared memory is no faster for a single read, since both sides have to map it first.
     X11Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(xcb, cookie, nullptr));
     if (!reply || xcb_get_image_data_length(reply.get()) < known->bytesPerLine * part.height())
         return {};

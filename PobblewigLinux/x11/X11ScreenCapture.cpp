@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// A part of a picture. Without contents it is black.
+/// A part of a picture. It is black without contents.
 struct Layer {
     X11TopLevel window;
     std::unique_ptr<X11WindowContents> contents;
@@ -48,10 +48,11 @@ bool isPainting(const Layer& layer)
     return layer.contents && !layer.contents->hasSettled();
 }
 
-/// Ends early once each program has painted; what one that does not answer had covered stays black.
+/// Ends early when every program has painted. Covered parts of one that does not respond stay
+/// black.
 Task<> repainted(std::shared_ptr<Layers> layers)
 {
-    // Every one has to be asked, each time.
+    // count_if, because each layer has to be checked every time.
     for (int look = 0; look < mostLooks && std::ranges::count_if(*layers, isPainting); ++look)
         co_await QCoro::sleepFor(pauseBetweenLooks);
 }
@@ -65,7 +66,7 @@ std::vector<ScreenWindow> frames(const std::vector<X11TopLevel>& topLevels)
     return windows;
 }
 
-/// From the bottom up.
+/// Paints from the bottom up.
 QImage painted(const Layers& layers, const QRect& display)
 {
     QImage picture(display.size(), QImage::Format_RGB32);
@@ -86,7 +87,7 @@ QImage painted(const Layers& layers, const QRect& display)
     return picture;
 }
 
-/// What a picture of the display is painted from; the windows are those of the top levels.
+/// The layers of a picture of the display. `windows` and `topLevels` have the same order.
 Layers displayLayers(X11Connection& connection, const std::vector<X11TopLevel>& topLevels,
     const std::vector<ScreenWindow>& windows, const std::vector<Visibility>& visibilities,
     const QRect& display)
@@ -163,7 +164,7 @@ Task<QImage> X11ScreenCapture::windowPicture(xcb_window_t client)
         { *found, std::make_unique<X11WindowContents>(m_connection, *found, covered & part) });
     co_await repainted(layers);
     const auto picture = layers->front().contents->picture(part);
-    // What is left of a window that goes is its frame.
+    // A window that is closing leaves only its frame.
     co_return X11WindowTree::isOnScreen(m_connection, client) ? picture : QImage();
 }
 

@@ -9,23 +9,23 @@
 
 namespace pobblewig {
 
-/// Pictures of the windows of an X server; nothing of them touches the disk.
+/// Takes pictures of the windows of an X server, without writing to disk.
 ///
-/// A window is taken without its title bar. The screen is put together from the windows' own
-/// pixels, from the bottom up: where ours would be, one sees what lies beneath; an excluded
-/// application is a black rectangle as large as its window, wherever nothing covers it.
+/// A window is captured without its title bar. The screen is composed of the windows' own pixels,
+/// from the bottom up: our windows are left out and show what lies beneath, and an excluded
+/// application is a black rectangle as large as its window, where nothing covers it.
 class X11ScreenCapture : public ScreenCapturing {
 public:
-    /// Whose a window is; nothing if that cannot be told.
+    /// The application of a window, or nothing if it is unknown.
     using AppOfWindow = std::function<std::optional<FrontmostApp>(xcb_window_t)>;
 
     using Result = tl::expected<CapturedScreenshot, ScreenCaptureError>;
 
-    /// The applications that are `alwaysExcluded` come on top of the user's own.
+    /// `alwaysExcluded` is added to the user's own excluded applications.
     X11ScreenCapture(
         X11Connection& connection, AppOfWindow appOfWindow, std::set<QString> alwaysExcluded);
 
-    /// While the user talks with us, the front window is the one that was active before.
+    /// While the user talks to us, the front window is the one that was active before.
     Task<Result> captureForCurrentContext(std::set<QString> excludedBundleIDs) override;
 
 private:

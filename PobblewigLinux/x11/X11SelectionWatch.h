@@ -9,10 +9,11 @@
 
 namespace pobblewig {
 
-/// Follows who announces a service of the desktop: a compositor, a tray.
+/// Follows the owner of a selection that announces a desktop service, such as a compositor or a
+/// tray.
 class X11SelectionWatch : public QAbstractNativeEventFilter {
 public:
-    /// `changed` is called each time the service comes or goes.
+    /// `changed` is called whenever the service appears or disappears.
     X11SelectionWatch(
         X11Connection& connection, const std::string& selection, std::function<void()> changed);
 

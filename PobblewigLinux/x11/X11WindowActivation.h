@@ -5,7 +5,7 @@
 
 namespace pobblewig {
 
-/// Activates windows under X11 as task lists and pagers do, which speak for the user.
+/// Activates windows under X11 as task lists and pagers do, on behalf of the user.
 class X11WindowActivation : public WindowActivating {
 public:
     explicit X11WindowActivation(X11Connection& connection);

@@ -22,7 +22,7 @@ std::vector<xcb_rectangle_t> rectangles(const QRegion& region)
     return rectangles;
 }
 
-/// Whoever asks about a window that goes meanwhile does not care for the error.
+/// Errors about a window that goes in the meantime do not matter.
 void ignoreErrors(xcb_connection_t* connection, xcb_void_cookie_t cookie)
 {
     xcb_discard_reply(connection, cookie.sequence);
@@ -80,8 +80,8 @@ void X11WindowContents::keep()
     const auto inside = X11WindowTree::withDescendants(m_connection, window);
     const std::uint32_t black = 0;
 
-    // A pixmap begins as a copy of the screen. Nothing of the windows above may be left in it when
-    // the program hears that it has to paint.
+    // A pixmap begins as a copy of the screen. Pixels of the windows above must be erased from it
+    // before the program is told to paint.
     xcb_grab_server(xcb);
     ignoreErrors(
         xcb, xcb_composite_redirect_window_checked(xcb, window, XCB_COMPOSITE_REDIRECT_AUTOMATIC));
@@ -117,7 +117,7 @@ QImage X11WindowContents::picture(const QRect& part) const
     const auto inside = part.translated(-m_window.frame.topLeft());
     if (m_pixmap != XCB_NONE)
         return X11Pixels::read(m_connection, m_pixmap, inside, m_window.depth);
-    // Where a window is covered, the server would answer with the pixels of what covers it.
+    // For a covered window the server would return the pixels of what covers it.
     if (!m_covered.isEmpty())
         return {};
     const auto inWindow = inside.translated(-m_window.border, -m_window.border);

@@ -6,22 +6,23 @@
 
 namespace pobblewig {
 
-/// All pixels of a top-level window, for as long as this object lives, whatever covers it.
+/// All pixels of a top-level window, whatever covers it, for as long as this object lives.
 ///
-/// Under a compositor the server has them. Otherwise it is told to keep them, and the program has
-/// to paint what was covered first: until it has, that part is black, never what covers it.
+/// With a compositor the server has them. Otherwise the server is told to keep them, and the
+/// program has to paint the covered part first; until then that part is black and never shows what
+/// covers it.
 class X11WindowContents {
 public:
-    /// `covered`, on the screen, is what the user cannot see of the window.
+    /// `covered` is the part of the window that is not visible, in screen coordinates.
     X11WindowContents(X11Connection& connection, X11TopLevel window, const QRegion& covered);
     ~X11WindowContents();
     Q_DISABLE_COPY_MOVE(X11WindowContents)
 
-    /// Whether the program has painted what was covered and did not change it since the last call.
+    /// Whether the program has painted the covered part and not changed it since the last call.
     bool hasSettled();
 
-    /// A part of the screen that lies in the window. Null if the window has gone or is not shown
-    /// any more.
+    /// A part of the screen that lies inside the window. Null if the window has gone or is no
+    /// longer shown.
     QImage picture(const QRect& part) const;
 
 private:

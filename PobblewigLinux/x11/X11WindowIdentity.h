@@ -7,11 +7,10 @@
 
 namespace pobblewig::X11WindowIdentity {
 
-/// What each of these windows says of its application, in their order, for one round trip. A window
-/// that has gone says nothing.
+/// The identity of each of these windows, in order, in one round trip. A window that has gone has
+/// an empty identity.
 ///
-/// The process is not asked about: a sandboxed program tells a number that is another program's
-/// outside of its sandbox.
+/// The process id is not used, since in a sandbox it is that of a different process outside.
 std::vector<WindowIdentity> identities(
     X11Connection& connection, std::span<const xcb_window_t> windows);
 

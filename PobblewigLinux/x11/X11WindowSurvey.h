@@ -6,16 +6,16 @@
 
 namespace pobblewig {
 
-/// Of a window that has gone meanwhile: not mapped.
+/// Facts about a window. One that has gone is not mapped.
 struct X11WindowFacts {
     bool isMapped = false;
     bool isOpaque = false;
-    /// On the screen.
+    /// In screen coordinates.
     QRect rect;
 };
 
-/// Asks about all windows before it waits for the first answer: one round trip in all. Each survey
-/// has to be followed by its answers.
+/// Queries all windows before waiting for the first reply, in a single round trip. The replies of
+/// each survey must be read.
 class X11WindowSurvey {
 public:
     X11WindowSurvey(X11Connection& connection, const std::vector<xcb_window_t>& windows);

@@ -17,7 +17,7 @@ std::span<const xcb_window_t> childrenOf(const xcb_query_tree_reply_t& tree)
     return { xcb_query_tree_children(&tree), std::size_t(xcb_query_tree_children_length(&tree)) };
 }
 
-/// From a top-level window to the program's window in it.
+/// Maps a top-level window to the program's window inside.
 using Clients = std::map<xcb_window_t, xcb_window_t>;
 
 bool hasShapes(xcb_connection_t* connection)
@@ -26,7 +26,7 @@ bool hasShapes(xcb_connection_t* connection)
     return extension && extension->present;
 }
 
-/// Climbs from all windows of the window manager's list at once, a level for each round trip.
+/// Climbs from all windows of the window manager's list at once, one level for each round trip.
 Clients clients(X11Connection& connection)
 {
     struct Climb {
@@ -66,7 +66,7 @@ struct Question {
     xcb_shape_get_rectangles_cookie_t shape = {};
 };
 
-/// All at once; the answers come later.
+/// Sends all queries at once; the replies are read later.
 std::vector<Question> questionsOfTopLevels(X11Connection& connection)
 {
     auto* const xcb = connection.get();

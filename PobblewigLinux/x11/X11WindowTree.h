@@ -9,57 +9,57 @@
 
 namespace pobblewig {
 
-/// A child of the root window: what the user takes for a window, its title bar included, or a menu.
+/// A child of the root window: what users regard as a window, including its title bar, or a menu.
 struct X11TopLevel {
     xcb_window_t window = XCB_WINDOW_NONE;
-    /// The program's own window: inside, where a window manager has framed it, or the same one.
+    /// The program's own window, which is inside the frame of the window manager if there is one.
     xcb_window_t client = XCB_WINDOW_NONE;
-    /// On the screen, the X border included.
+    /// In screen coordinates, including the X border.
     QRect frame;
     int border = 0;
     int depth = 0;
-    /// Relative to the frame: the part that is there at all.
+    /// The part that exists, relative to the frame.
     QRegion shape;
 
     bool isOpaque() const;
 };
 
-/// A window somewhere inside another.
+/// A window inside another one, at any depth.
 struct X11Inside {
     xcb_window_t window = XCB_WINDOW_NONE;
-    /// Its corner on the screen.
+    /// The position of its corner on the screen.
     QPoint origin;
 };
 
-/// What is on the screen of an X server. A window that goes meanwhile is simply not among the
-/// answers.
+/// Queries the windows on the screen of an X server. A window that goes in the meantime is left
+/// out.
 namespace X11WindowTree {
 
-/// What everything else lies on, as large as the screen.
+/// The window below all others, as large as the screen.
 X11TopLevel rootWindow(X11Connection& connection);
 
-/// The mapped ones, from the bottom up.
+/// The mapped windows, from the bottom up.
 std::vector<X11TopLevel> topLevels(X11Connection& connection);
 
-/// The window itself and all that are inside it.
+/// The window and all windows inside it.
 std::vector<X11Inside> withDescendants(X11Connection& connection, xcb_window_t window);
 
 bool isOnScreen(X11Connection& connection, xcb_window_t window);
 
-/// Where the program's own window is on the screen, without the shadow that it draws around itself.
+/// The area of the program's own window on the screen, without the shadow that it draws itself.
 std::optional<QRect> content(X11Connection& connection, xcb_window_t client);
 
 QString title(X11Connection& connection, xcb_window_t client);
 
-/// Whether the window is the desktop's background, with its icons.
+/// Whether the window is the desktop, with its icons.
 bool isDesktop(X11Connection& connection, xcb_window_t client);
 
 std::optional<std::uint32_t> processID(X11Connection& connection, xcb_window_t client);
 
-/// Tells programs apart: every window of one connection to the server yields the same.
+/// Identifies a program: all windows of one connection to the server have the same value.
 std::uint32_t connectionOf(X11Connection& connection, xcb_window_t window);
 
-/// Whether this process has made the window.
+/// Whether this process created the window.
 bool isOurs(X11Connection& connection, xcb_window_t window);
 
 } // namespace X11WindowTree
