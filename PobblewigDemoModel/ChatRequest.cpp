@@ -7,7 +7,7 @@ namespace pobblewig {
 
 namespace {
 
-/// The parts of one type, such as "image_url", of a content that is an array.
+/// The parts of one type, such as "image_url", in content that is an array.
 std::vector<JSONValue::Object> partsOfType(const JSONValue& content, const QString& type)
 {
     std::vector<JSONValue::Object> found;

@@ -15,7 +15,7 @@ namespace pobblewig {
 
 struct ChatFunction {
     QString name;
-    /// A JSON object, as text; of a call only.
+    /// A JSON object as text; only in a call.
     QString arguments;
 
     static constexpr auto jsonFields()
@@ -26,7 +26,7 @@ struct ChatFunction {
     }
 };
 
-/// What the model called earlier.
+/// A call that the model made earlier.
 struct ChatToolCall {
     QString id;
     ChatFunction function;
@@ -39,7 +39,7 @@ struct ChatToolCall {
     }
 };
 
-/// What the model may call.
+/// A tool that the model may call.
 struct ChatTool {
     ChatFunction function;
 
@@ -51,10 +51,10 @@ struct ChatTool {
 
 struct ChatRequestMessage {
     QString role;
-    /// A text, or an array of parts, or nothing.
+    /// A text, an array of parts, or nothing.
     JSONValue content;
     std::vector<ChatToolCall> toolCalls;
-    /// Of the call that a message of the role "tool" answers.
+    /// The id of the call that a message with the role "tool" answers.
     QString toolCallID;
 
     static constexpr auto jsonFields()
@@ -104,7 +104,7 @@ struct ChatResponseFormat {
     }
 };
 
-/// What the demo model reads of a request for a chat completion; it has no use for the rest.
+/// The part of a chat completion request that the demo model uses; the rest is ignored.
 struct ChatRequest {
     QString model;
     std::vector<ChatRequestMessage> messages;
@@ -123,7 +123,7 @@ struct ChatRequest {
             optional("response_format", &ChatRequest::responseFormat) };
     }
 
-    /// The error is a sentence for whoever sent the request. There is at least one message.
+    /// The error is a sentence for the sender of the request. A request has at least one message.
     static tl::expected<ChatRequest, QString> parse(const QByteArray& body);
 };
 

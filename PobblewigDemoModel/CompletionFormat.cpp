@@ -12,7 +12,7 @@ namespace pobblewig {
 
 namespace {
 
-/// Words with the blanks after them: joined they are the text again.
+/// Words with the blanks that follow them, so that joining them gives the same text.
 QStringList words(const QString& text)
 {
     static const QRegularExpression word(QStringLiteral(R"(\s*\S+\s*|\s+)"));
@@ -22,7 +22,7 @@ QStringList words(const QString& text)
     return found;
 }
 
-/// As servers cut them: without regard to what the JSON means.
+/// Cuts as servers do, regardless of the structure of the JSON.
 QStringList pieces(const QString& arguments)
 {
     static const QRegularExpression piece(
@@ -52,7 +52,7 @@ QJsonObject head(const ChatRequest& request, const QString& object, TimePoint cr
         { QStringLiteral("model"), request.model } };
 }
 
-/// The demo model counts a word as a token.
+/// Counts each word as a token.
 QJsonObject usage(const ChatRequest& request, const DemoReply& reply)
 {
     qint64 prompt = 0;
@@ -66,7 +66,7 @@ QJsonObject usage(const ChatRequest& request, const DemoReply& reply)
         { QStringLiteral("total_tokens"), prompt + answer } };
 }
 
-/// No two calls of a conversation have the same id.
+/// Unique within a conversation.
 QString callID(const ChatRequest& request, size_t index)
 {
     const auto isResult = [](const auto& message) { return message.role == u"tool"; };
@@ -106,7 +106,7 @@ QJsonObject callDelta(QJsonObject call, size_t index)
     return { { QStringLiteral("tool_calls"), QJsonArray { call } } };
 }
 
-/// The name first, then the arguments piece by piece.
+/// Writes the name first, then the arguments piece by piece.
 void appendCall(std::vector<QByteArray>& written, const QJsonObject& base, const QString& id,
     const DemoToolCall& call, size_t index)
 {

@@ -8,14 +8,14 @@
 
 #include <vector>
 
-/// Replies in the words of the chat completions format.
+/// Writes replies in the chat completions format.
 namespace pobblewig::CompletionFormat {
 
-/// A whole answer in one JSON object.
+/// A complete answer as one JSON object.
 QByteArray completion(const ChatRequest& request, const DemoReply& reply, TimePoint created);
 
-/// A streamed answer, one server-sent event for each word and for each piece of a call, ready to be
-/// written. Ends with the usage, if the request wants to know it, and the end mark.
+/// A streamed answer, ready to be sent: one server-sent event for each word and for each piece of a
+/// call, then the usage if it was requested, then the end mark.
 std::vector<QByteArray> events(
     const ChatRequest& request, const DemoReply& reply, TimePoint created);
 

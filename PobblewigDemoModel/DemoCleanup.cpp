@@ -26,7 +26,7 @@ bool isOver(const QJsonObject& note, const QDateTime& now)
         && end->time_since_epoch() <= std::chrono::milliseconds(now.toMSecsSinceEpoch());
 }
 
-/// What near duplicates have in common.
+/// A text that near duplicates share.
 QString gist(const QJsonObject& note)
 {
     static const QRegularExpression separators(
@@ -34,7 +34,7 @@ QString gist(const QJsonObject& note)
     return note[u"text"].toString().toCaseFolded().split(separators, Qt::SkipEmptyParts).join(u' ');
 }
 
-/// The members of that name, as they are.
+/// The members with these names, unchanged.
 JSONValue picked(const QJsonObject& object, std::initializer_list<QStringView> names)
 {
     JSONValue::Object members;
@@ -45,7 +45,7 @@ JSONValue picked(const QJsonObject& object, std::initializer_list<QStringView> n
     return members;
 }
 
-/// Without the end of its time, which the app knows: so it cannot move.
+/// Leaves out the expiry, which the app knows, so that it cannot change.
 JSONValue echo(const QJsonObject& note)
 {
     return picked(

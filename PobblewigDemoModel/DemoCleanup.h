@@ -4,12 +4,12 @@
 
 #include <QDateTime>
 
-/// The notes, rewritten by rules.
+/// Rewrites the notes by rules.
 namespace pobblewig::DemoCleanup {
 
-/// All of them as they are, without those whose time is over and those that say, case and
-/// punctuation aside, what another one says. What the user said in so many words stays. Nothing for
-/// a prompt without readable notes.
+/// Keeps all notes unchanged, except expired ones and those that repeat another, ignoring case and
+/// punctuation. Explicit statements of the user stay. Returns nothing for a prompt without readable
+/// notes.
 JSONValue rewritten(const QString& prompt, const QDateTime& now);
 
 } // namespace pobblewig::DemoCleanup

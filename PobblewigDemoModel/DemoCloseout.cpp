@@ -32,7 +32,7 @@ QString unlessMissing(const QString& text, QStringView placeholder)
     return text == placeholder ? QString() : text;
 }
 
-/// What says more than "hello".
+/// Whether a statement says more than "hello".
 bool isWorthTelling(const Line& statement)
 {
     static const QStringList anywhere { QStringLiteral("misc") };
@@ -40,7 +40,7 @@ bool isWorthTelling(const Line& statement)
         || !DemoExtraction::findingsIn(statement.text, statement.time, anywhere).empty();
 }
 
-/// The statements that are worth it; all of them if none is.
+/// The statements worth reporting, or all of them if none is.
 std::vector<Line> toTell(const std::vector<Line>& statements)
 {
     std::vector<Line> told;
@@ -77,7 +77,7 @@ QString summary(const std::vector<Line>& told, const std::vector<Line>& observat
     return sentences.join(u' ');
 }
 
-/// "14:07 The user likes tea.", in the order of the day.
+/// For example "14:07 The user likes tea.", in the order of the day.
 JSONValue::Array highlights(std::vector<Line> lines, const std::vector<Line>& observations)
 {
     for (auto& line : lines)
@@ -144,7 +144,7 @@ QString firstSentence(const QString& text)
     return (match.hasMatch() ? text.left(match.capturedEnd()) : text).trimmed();
 }
 
-/// Every day has its share of them.
+/// Highlights from every day in turn.
 QStringList highlightsOf(const std::vector<Daily>& dailies)
 {
     const auto share = mostHighlightsOfWeek / std::max<qsizetype>(std::ssize(dailies), 1);
@@ -189,7 +189,7 @@ JSONValue DemoCloseout::ofWeek(const QString& prompt)
     return JSONValue::Object {
         { QStringLiteral("summary"), sentences.join(u' ') },
         { QStringLiteral("chronologicalHighlights"), listed(highlightsOf(dailies)) },
-        // Each day has taken over what the day before left open.
+        // Each day has adopted what the previous day left unfinished.
         { QStringLiteral("unresolvedIntent"),
             listed(dailies.empty() ? QStringList() : dailies.back().unresolved) },
     };

@@ -4,7 +4,7 @@
 
 #include <QDateTime>
 
-/// The accounts of days and weeks, by rules.
+/// Summarises days and weeks by rules.
 namespace pobblewig::DemoCloseout {
 
 JSONValue ofDay(const QString& prompt, const QDateTime& now);

@@ -30,7 +30,7 @@ DemoConnection::DemoConnection(QTcpSocket* socket, DemoOptions options)
     , m_socket(socket)
     , m_options(std::move(options))
 {
-    // Else the system gathers words before it sends them.
+    // Otherwise the system collects words before sending them.
     socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     m_pace.setInterval(m_options.delayBetweenWords);
     connect(&m_pace, &QTimer::timeout, this, &DemoConnection::sendNextEvent);
@@ -87,7 +87,7 @@ void DemoConnection::answerChat(const QByteArray& body)
 void DemoConnection::refuse(const RequestRefusal& refusal)
 {
     send(refusal.status, CompletionFormat::error(refusal.reason));
-    // Closing while the client still sends would take the answer away from it.
+    // Closing the connection while the client still sends would discard the answer.
     QTimer::singleShot(std::chrono::seconds(5), m_socket, &QTcpSocket::disconnectFromHost);
 }
 

@@ -11,8 +11,8 @@
 
 namespace pobblewig {
 
-/// Answers the one request of a connection and closes it. Lives and dies with its socket, so a
-/// client that goes away in the middle of a reply ends that reply and nothing else.
+/// Answers the only request of a connection and closes it. Belongs to its socket, so a client that
+/// disconnects during a reply ends only that reply.
 class DemoConnection : public QObject {
 public:
     DemoConnection(QTcpSocket* socket, DemoOptions options);

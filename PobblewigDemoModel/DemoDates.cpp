@@ -50,7 +50,7 @@ int minutesOf(const QRegularExpressionMatch& match)
     return int(count(match.captured(u"count")) * (isHours ? 60 : 1));
 }
 
-/// "Nov", "november" and "Nov." are 11.
+/// 11 for "Nov", "november" and "Nov."
 int monthNamed(const QString& name)
 {
     for (int month = 1; month <= 12; ++month) {
@@ -69,7 +69,7 @@ QDate nextWeekday(const QString& name, QDate today)
     return day;
 }
 
-/// Takes the words for a time out of a text, one kind after the other.
+/// Takes expressions of time out of a text, one kind after the other.
 class TimeReader {
 public:
     TimeReader(const QString& text, const QDateTime& now)
@@ -119,7 +119,7 @@ QRegularExpressionMatch TimeReader::take(const QRegularExpression& words)
     return match;
 }
 
-/// A time for minutes and hours from now; days and weeks only set the day.
+/// Returns the time for minutes and hours from now; days and weeks set only the day.
 std::optional<QDateTime> TimeReader::takeSpan()
 {
     static const auto words = pattern(QStringLiteral(R"(\bin )") + amount()

@@ -6,32 +6,32 @@
 #include <optional>
 #include <utility>
 
-/// Times as people say them.
+/// Reads times as people write them.
 namespace pobblewig::DemoDates {
 
 struct SpokenTime {
-    /// Nothing if none was named. In the time zone of `now`.
+    /// Not set if no time was mentioned. In the time zone of `now`.
     std::optional<QDateTime> time;
-    /// The text without the words for it.
+    /// The text without the expression of time.
     QString rest;
 };
 
-/// Reads "tomorrow at 9", "on Friday at 3pm", "in 20 minutes" and the like. A day without an hour
-/// means nine in the morning, an hour without a day the next such hour, and an hour from 1 to 6
-/// without more the afternoon.
+/// Reads "tomorrow at 9", "on Friday at 3pm", "in 20 minutes" and similar. A day without an hour
+/// means nine in the morning, an hour without a day the next such hour, and a plain hour from 1 to
+/// 6 the afternoon.
 SpokenTime readTime(const QString& text, const QDateTime& now);
 
-/// The first and the last second of the days that lie behind: "yesterday", "last week".
+/// The first and last second of past days: "yesterday", "last week".
 std::optional<std::pair<QDateTime, QDateTime>> readPast(const QString& text, const QDateTime& now);
 
-/// How long "for half an hour" or "for 2 hours" is.
+/// The length of "for half an hour" or "for 2 hours".
 std::optional<int> readMinutes(const QString& text);
 QString withoutMinutes(QString text);
 
-/// ISO 8601 with the offset from UTC that holds then.
+/// ISO 8601 with the offset from UTC at that time.
 QString format(const QDateTime& time);
 
-/// For people: "Friday, 27 November, at 15:00".
+/// For the user: "Friday, 27 November, at 15:00".
 QString spoken(const QDateTime& time);
 
 } // namespace pobblewig::DemoDates

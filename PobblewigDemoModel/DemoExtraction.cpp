@@ -21,7 +21,7 @@ QStringList offeredPaths(const QString& prompt)
         .split(QStringLiteral(", "));
 }
 
-/// Each list has what is in it once.
+/// Lists each finding once.
 JSONValue answer(const DemoFindings& findings)
 {
     JSONValue::Object lists { { QStringLiteral("notes"), JSONValue::Array() } };
@@ -42,7 +42,7 @@ void add(DemoFindings& findings, std::optional<DemoFinding> finding)
         findings.push_back(*std::move(finding));
 }
 
-/// A life is counted from the answer on, and not from the sentence. Nothing if it is over.
+/// Counts the lifetime from the answer instead of the sentence. Returns nothing if it is over.
 std::optional<DemoFinding> aged(DemoFinding finding, const QDateTime& said, const QDateTime& now)
 {
     const auto life = finding.entry.find(QStringLiteral("expiresInHours"));

@@ -5,17 +5,17 @@
 #include <QDateTime>
 #include <QStringList>
 
-/// What is worth remembering, by rules.
+/// Finds what is worth remembering, by rules.
 namespace pobblewig::DemoExtraction {
 
-/// Of what the user states in the conversation window of a prompt. What others say there, or what
-/// is remembered already, counts for nothing.
+/// Reads the user's statements in the conversation of a prompt. Ignores what others say and what is
+/// already remembered.
 JSONValue fromConversation(const QString& prompt, const QDateTime& now);
 
-/// Of the lines of a meeting's notes: dates and decisions.
+/// Reads dates and decisions in the lines of a meeting's notes.
 JSONValue fromMeeting(const QString& prompt, const QDateTime& now);
 
-/// All that a statement holds.
+/// Everything worth remembering in a statement.
 DemoFindings findingsIn(const QString& statement, const QDateTime& now, const QStringList& paths);
 
 } // namespace pobblewig::DemoExtraction

@@ -8,9 +8,9 @@
 
 namespace pobblewig {
 
-/// Something that the demo model would have the app remember.
+/// Something that the app should remember.
 struct DemoFinding {
-    /// Of the answer: "notes", "observations", "referenceItems" or "proposedSections".
+    /// The list in the answer: "notes", "observations", "referenceItems" or "proposedSections".
     QString list;
     JSONValue::Object entry;
 

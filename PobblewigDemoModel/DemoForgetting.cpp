@@ -44,7 +44,7 @@ DemoPlan forgetObservations(const DemoSentence& sentence)
         sentence, words, { QStringLiteral("observations"), QStringLiteral("query"), words });
 }
 
-/// Looks something up first, and forgets the first that was found.
+/// Looks something up, then forgets the first result.
 DemoPlan find(const DemoSentence& sentence, const QString& tool, const QString& kind)
 {
     const auto words = DemoWords::keywords(sentence.part(u"what"));

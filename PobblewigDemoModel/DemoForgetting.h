@@ -2,7 +2,7 @@
 
 #include "PobblewigDemoModel/DemoRule.h"
 
-/// Sentences that make the app forget.
+/// Rules for sentences that make the app forget.
 namespace pobblewig::DemoForgetting {
 
 const DemoRules& rules();

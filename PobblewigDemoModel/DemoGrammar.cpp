@@ -54,7 +54,7 @@ bool isUsualVerb(const QString& verb)
     return usual.match(verb).hasMatch();
 }
 
-/// As it stands after "the user"; a past or a modal verb stays.
+/// The form after "the user"; past tenses and modal verbs stay.
 QString singular(const QString& verb)
 {
     if (verb == u"am" || verb == u"m")
@@ -70,7 +70,7 @@ QString singular(const QString& verb)
     return verb == u"go" ? QStringLiteral("goes") : verb + u's';
 }
 
-/// As it stands after "they".
+/// The form after "they".
 QString plural(const QString& verb)
 {
     if (verb == u"am" || verb == u"m")
@@ -94,7 +94,7 @@ QString possessive(const QString& word, bool isFirst)
     return word == u"me" ? QStringLiteral("them") : QStringLiteral("themselves");
 }
 
-/// What stands in the third person for "I like", "I'm" or "my".
+/// The third person of "I like", "I'm" or "my".
 QString replacement(const QRegularExpressionMatch& match, bool isFirst)
 {
     if (match.hasCaptured(u"own"))

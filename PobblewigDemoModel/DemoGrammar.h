@@ -5,18 +5,18 @@
 
 #include <optional>
 
-/// Sentences as people write them in a chat.
+/// Handles sentences as people write them in a chat.
 namespace pobblewig::DemoGrammar {
 
-/// The clauses that state something, without what opens them ("please remember that", "by the way")
-/// and without questions. What is longer than a sentence should be is left out.
+/// The clauses that state something, without openings ("please remember that", "by the way") and
+/// questions. Clauses of excessive length are left out.
 QStringList statements(const QString& text);
 
-/// What follows on "no," or "actually,"; nothing in a statement that corrects nothing.
+/// The text after "no," or "actually,", or nothing if the statement corrects nothing.
 std::optional<QString> correctedTo(const QString& statement);
 
-/// "I like my bike very much" is "The user likes their bike." The same statement always gives the
-/// same words, as what is told again has to.
+/// Turns "I like my bike very much" into "The user likes their bike." Equal statements give equal
+/// text, so that repetitions are recognised.
 QString aboutTheUser(const QString& statement);
 
 } // namespace pobblewig::DemoGrammar

@@ -67,7 +67,7 @@ bool isOfTheDay(const QString& what)
     return trivial.match(what).hasMatch();
 }
 
-/// "The day after" says nothing a day later: the text has the date.
+/// Adds the date, since "the day after" means something else a day later.
 QString dated(const QString& title, QDate date)
 {
     return QStringLiteral("%1 (%2)").arg(
@@ -81,7 +81,7 @@ QString withItsDate(const QString& what, const QDateTime& now)
     return time && !title.isEmpty() ? dated(title, time->date()) : title;
 }
 
-/// An exam or a deadline.
+/// Finds an exam or a deadline.
 std::optional<Intent> datedItemIn(const DemoMaterial::Line& statement)
 {
     const auto stated = DemoGrammar::correctedTo(statement.text).value_or(statement.text);
@@ -94,7 +94,7 @@ std::optional<Intent> datedItemIn(const DemoMaterial::Line& statement)
     return Intent { dated(title, time.value_or(statement.time).date()) };
 }
 
-/// The first letters of the words that count: "handed" and "hand" share theirs.
+/// The first letters of the significant words; "handed" and "hand" share theirs.
 QStringList stems(QString text)
 {
     static const QRegularExpression date(QStringLiteral(R"( \([^()]*\)$)"));
@@ -104,11 +104,11 @@ QStringList stems(QString text)
     return stems;
 }
 
-/// Whether its date lies more than a week behind.
+/// Whether its date is more than a week ago.
 bool isLongOver(const QString& text, const QDateTime& now)
 {
     static const QRegularExpression date(QStringLiteral(R"(\(([^()]*)\)$)"));
-    // The text has no year: it is that of a date of the last two months or of one to come.
+    // The text has no year: it is a date of the last two months or a future one.
     const auto time = DemoDates::readTime(date.match(text).captured(1), now.addDays(-60)).time;
     return time && time->date().addDays(7) < now.date();
 }
@@ -126,7 +126,7 @@ bool saysThatSomethingIsDone(const QString& statement)
     return done.match(statement).hasMatch() && !denial.match(statement).hasMatch();
 }
 
-/// At least half of what the intent is about.
+/// Whether at least half of the intent's words were said.
 bool isAbout(const QStringList& said, const Intent& intent)
 {
     const auto wanted = stems(intent.text);

@@ -4,7 +4,7 @@
 
 #include <QStringList>
 
-/// What the user still means to do.
+/// What the user still plans to do.
 namespace pobblewig::DemoIntents {
 
 struct Intent {
@@ -12,11 +12,11 @@ struct Intent {
     QString kind = QStringLiteral("task");
 };
 
-/// Nothing for what dies with its day, such as a lunch.
+/// Returns nothing for plans that end with the day, such as a lunch.
 std::optional<Intent> intentIn(const DemoMaterial::Line& statement);
 
-/// The earlier ones and those of the day, without what the user says is done and without what has
-/// been over for a week.
+/// The earlier intents and those of the day, without those that the user reports as done and those
+/// that ended more than a week ago.
 std::vector<Intent> openAfter(const QStringList& earlier,
     const std::vector<DemoMaterial::Line>& statements, const QDateTime& now);
 

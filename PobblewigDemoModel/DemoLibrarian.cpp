@@ -15,7 +15,7 @@ constexpr qsizetype longestOpening = 250;
 
 struct Job {
     QStringView schema;
-    /// In the first sentences of its prompt.
+    /// A text in the first sentences of the prompt.
     QStringView task;
     JSONValue (*answer)(const QString& prompt, const QDateTime& now);
 };

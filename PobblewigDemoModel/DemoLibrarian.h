@@ -4,11 +4,11 @@
 
 #include <QDateTime>
 
-/// How the demo model keeps the app's memory in order.
+/// Answers the app's requests to maintain its memory.
 namespace pobblewig::DemoLibrarian {
 
-/// Nothing if the request is for none of these jobs, which it tells by the name of its schema or,
-/// where it has none, by how its prompt begins.
+/// Returns nothing for other requests. Recognises these by the name of their schema or, without
+/// one, by the beginning of their prompt.
 std::optional<JSONValue> answer(const ChatRequest& request, const QDateTime& now);
 
 } // namespace pobblewig::DemoLibrarian

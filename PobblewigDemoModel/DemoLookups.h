@@ -2,7 +2,7 @@
 
 #include "PobblewigDemoModel/DemoRule.h"
 
-/// Sentences that make the demo model look something up, or write down what it was told.
+/// Rules for sentences that make the demo model look something up or record it.
 namespace pobblewig::DemoLookups {
 
 const DemoRules& rules();

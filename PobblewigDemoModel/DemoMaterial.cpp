@@ -19,7 +19,7 @@ QString between(const QString& prompt, qsizetype start, qsizetype end)
     return prompt.mid(start, end < 0 ? -1 : end - start);
 }
 
-/// The words that something has to hold to be forgotten; none if it is no such wish.
+/// The words that identify what to forget; empty if the statement is not such a request.
 QStringList forgottenWords(const QString& statement)
 {
     static const QRegularExpression wish(
@@ -59,7 +59,7 @@ QString DemoMaterial::lastAfter(const QString& prompt, QStringView heading)
     const auto start = prompt.indexOf(heading);
     if (start < 0)
         return {};
-    // What the user wrote may hold these words too.
+    // The user's text may contain these words, too.
     const auto form = prompt.lastIndexOf(QStringLiteral("\n\nReturn ONLY JSON"));
     return between(prompt, start + heading.size(), form);
 }

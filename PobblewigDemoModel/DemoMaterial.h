@@ -5,14 +5,14 @@
 
 #include <vector>
 
-/// What the app lays before a model that is to keep its memory in order.
+/// Reads the material in prompts for maintaining memory.
 namespace pobblewig::DemoMaterial {
 
-/// What stands after the first `heading` and before the end, or all the rest if there is no such
-/// end. Empty without that heading.
+/// The text after the first `heading` and before `end`, or all the rest if `end` is missing. Empty
+/// without that heading.
 QString after(const QString& prompt, QStringView heading, QStringView end);
 
-/// The same for what comes last, before the form of the answer.
+/// The same for the last part, which ends before the description of the answer.
 QString lastAfter(const QString& prompt, QStringView heading);
 
 struct Line {
@@ -20,10 +20,10 @@ struct Line {
     QString text;
 };
 
-/// Those that begin with a time: "[2026-03-01T08:15:00Z] …". In the given zone.
+/// The lines that begin with a time: "[2026-03-01T08:15:00Z] …". Times are in the given zone.
 std::vector<Line> stampedLines(const QString& text, const QTimeZone& zone);
 
-/// What the user states in a conversation, and did not take back by asking to forget it.
+/// What the user states in a conversation and does not later ask to forget.
 std::vector<Line> userStatements(const QString& conversation, const QTimeZone& zone);
 
 } // namespace pobblewig::DemoMaterial

@@ -2,7 +2,7 @@
 
 #include "PobblewigDemoModel/DemoRule.h"
 
-/// Sentences that make the demo model err as small models do, to show how the app takes it.
+/// Rules that make the demo model err as small models do, to show how the app handles it.
 namespace pobblewig::DemoMisbehaviour {
 
 const DemoRules& rules();

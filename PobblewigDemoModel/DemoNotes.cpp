@@ -75,7 +75,7 @@ DemoFinding note(const QString& text, const QString& category, const QString& ki
             { QStringLiteral("confidence"), confidence } } };
 }
 
-/// A wish that has a day is over when the day is.
+/// A wish with a date expires at the end of that day.
 DemoFinding datedWish(const QString& wish, const QDateTime& date, const QDateTime& now)
 {
     const auto day = QLocale::c().toString(date.date(), QStringLiteral("dddd, d MMMM"));
@@ -158,7 +158,7 @@ const std::vector<TagRule>& tagRules()
     return all;
 }
 
-/// "PSYC 2010" is "psyc-2010".
+/// For example "psyc-2010" for "PSYC 2010".
 QStringList courseCodes(const QString& statement)
 {
     static const QRegularExpression code(QStringLiteral(R"(\b([A-Z]{2,5})[ -]?(\d{3,4})\b)"));
@@ -170,7 +170,7 @@ QStringList courseCodes(const QString& statement)
     return codes;
 }
 
-/// A state or an event, and not a plan, a habit or a denial.
+/// Whether it is a state or an event rather than a plan, a habit or a denial.
 bool isOfTheMoment(const QString& statement)
 {
     static const auto firstPerson = DemoWords::pattern(

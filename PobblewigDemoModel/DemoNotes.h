@@ -6,13 +6,13 @@
 
 #include <optional>
 
-/// What a statement says about the user.
+/// Reads what a statement says about the user.
 namespace pobblewig::DemoNotes {
 
-/// A preference, goal, fact or correction; all of them in the user's own words.
+/// A preference, goal, fact or correction, always as the user's explicit statement.
 std::optional<DemoFinding> noteIn(const QString& statement, const QDateTime& now);
 
-/// A state or an event of the day, with tags.
+/// A current state or event, with tags.
 std::optional<DemoFinding> observationIn(const QString& statement);
 
 } // namespace pobblewig::DemoNotes

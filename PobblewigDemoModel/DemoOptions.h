@@ -9,9 +9,9 @@ namespace pobblewig {
 
 struct DemoOptions {
     std::chrono::milliseconds delayBetweenWords {};
-    /// Refuses requests that offer tools, as servers do that know none.
+    /// Refuses requests that offer tools, as servers without tool support do.
     bool refusesTools = false;
-    /// What it takes for the present, in the user's zone.
+    /// The current time in the user's zone.
     std::function<QDateTime()> now = [] { return QDateTime::currentDateTime(); };
 };
 

@@ -21,12 +21,12 @@ struct ItemRule {
     {
     }
 
-    /// Read in the statement without its date if the item has one.
+    /// Matched against the statement without its date, if the item has one.
     QRegularExpression pattern;
     QString path;
-    /// With a place for the date, or else for what it is about.
+    /// With a placeholder for the date, or else for what it is about.
     QString summary;
-    /// In the details.
+    /// Keys in the details.
     QString aboutKey;
     QString dateKey;
 };

@@ -7,14 +7,15 @@
 
 #include <optional>
 
-/// What belongs into the reference memory: people, courses, dates.
+/// Finds what belongs in the reference memory: people, courses, dates.
 namespace pobblewig::DemoReferences {
 
-/// What a statement holds of it. Where no offered path fits, "misc" does, if that is offered.
+/// The reference item in a statement. Uses "misc" if no other offered path fits, provided that it
+/// is offered.
 std::optional<DemoFinding> itemIn(
     const QString& statement, const QDateTime& now, const QStringList& paths);
 
-/// "Start a section about baking".
+/// Reads for example "Start a section about baking".
 std::optional<DemoFinding> sectionIn(const QString& statement);
 
 } // namespace pobblewig::DemoReferences

@@ -2,7 +2,7 @@
 
 #include "PobblewigDemoModel/DemoRule.h"
 
-/// Sentences for the calendar and the list of reminders.
+/// Rules for sentences about the calendar and the reminders.
 namespace pobblewig::DemoReminders {
 
 const DemoRules& rules();

@@ -71,7 +71,7 @@ Calls openCalls(const DemoPlan& plan, const DemoResults& results)
     return calls;
 }
 
-/// The plan as it stands after these results.
+/// The plan after these results.
 DemoPlan reached(DemoPlan plan, const DemoResults& results)
 {
     while (plan.next && openCalls(plan, results).empty()) {
@@ -81,7 +81,7 @@ DemoPlan reached(DemoPlan plan, const DemoResults& results)
     return plan;
 }
 
-/// Which of the plan's tools have to be loaded first, and were not tried to be.
+/// Calls that load the plan's tools, unless they are loaded or loading was tried.
 Calls loading(const DemoPlan& plan, const Calls& open, const DemoTurn& turn)
 {
     const auto describe = QStringLiteral("describe_tool");
@@ -100,7 +100,7 @@ Calls loading(const DemoPlan& plan, const Calls& open, const DemoTurn& turn)
     return loads;
 }
 
-/// The calls of a plan are all changes or all look-ups.
+/// The calls of a plan are either all changes or all look-ups.
 QString fenced(const Calls& calls, const DemoTurn& turn)
 {
     using enum FencedCalls::Kind;
@@ -121,7 +121,7 @@ DemoReply calling(const DemoPlan& plan, const Calls& open, const DemoTurn& turn)
     return { plan.sentence, calls };
 }
 
-/// What the results of the plan's last calls amount to, or all of them if it planned nothing.
+/// Describes the results of the plan's last calls, or of all calls if it planned none.
 QString spokenResults(const DemoPlan& plan, const DemoTurn& turn)
 {
     auto results = turn.results;
@@ -144,7 +144,7 @@ DemoReply answer(const DemoTurn& turn, const QDateTime& now)
     return { spokenResults(plan, turn) };
 }
 
-/// Whether this is what the user will read, and not what is said between two rounds of tools.
+/// Whether the user will read this, rather than the model's text between two rounds of tools.
 bool isFinal(const DemoReply& reply)
 {
     return reply.calls.empty() && !reply.text.contains(u"```buddy-tools");
@@ -156,7 +156,7 @@ JSONValue emptiest(const ChatResponseFormat& format)
                              : JSONValue(JSONValue::Object());
 }
 
-/// In strings they are escaped: who looks for the object's end need not know what a string is.
+/// Escapes braces in strings, so that the end of an object can be found without parsing strings.
 QString withEscapedBraces(const QByteArray& json)
 {
     QByteArray escaped;

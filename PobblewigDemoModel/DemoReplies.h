@@ -10,20 +10,19 @@
 
 namespace pobblewig {
 
-/// What the demo model will say and call.
+/// The text and the calls of the demo model.
 struct DemoReply {
     QString text;
     std::vector<DemoToolCall> calls = {};
 };
 
-/// What stands in for an AI: a short list of rules, asked in order, of which the first that fits
-/// answers. Nothing is remembered between requests: which calls of a plan are still to be made, the
-/// conversation tells.
+/// Replaces an AI by a short list of rules, of which the first that fits answers. Keeps nothing
+/// between requests: the conversation tells which calls of a plan are still due.
 namespace DemoReplies {
 
 /// The first answer of a conversation says what the demo model is and how to get a real one. A
-/// request with a response format gets an answer of that format and nothing else: the emptiest one,
-/// unless it is one of the app's for its memory.
+/// request with a response format gets only that format: the emptiest value, except for the app's
+/// requests about its memory.
 DemoReply reply(const ChatRequest& request, const QDateTime& now);
 
 } // namespace DemoReplies

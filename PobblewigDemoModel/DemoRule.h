@@ -12,19 +12,19 @@
 
 namespace pobblewig {
 
-/// What the demo model means to do about a sentence.
+/// The demo model's plan for a sentence.
 struct DemoPlan {
-    /// Said before the calls; without calls it is the answer.
+    /// The text before the calls, or the whole answer without calls.
     QString sentence;
     std::vector<DemoToolCall> calls = {};
-    /// What follows from the results of the calls, and which tools that may need.
+    /// The plan that follows from the results of the calls, and the tools that it may need.
     std::function<DemoPlan(const DemoResults&)> next = {};
     QStringList nextTools = {};
-    /// Said in place of the sentence once the app has asked for a better answer.
+    /// Replaces the sentence after the app has asked for a better answer.
     QString afterNudge = {};
 };
 
-/// A sentence that fits a rule.
+/// A sentence that matches a rule.
 struct DemoSentence {
     QRegularExpressionMatch match;
     QDateTime now;
@@ -43,7 +43,7 @@ struct DemoRule {
     std::function<DemoPlan(const DemoSentence&)> plan;
 };
 
-/// Asked in order: the first that fits answers.
+/// In order; the first rule that matches answers.
 using DemoRules = std::vector<DemoRule>;
 
 } // namespace pobblewig

@@ -13,7 +13,7 @@ class DemoServer {
 public:
     explicit DemoServer(DemoOptions options);
 
-    /// The port in use; 0 asks for any free one. Nothing if it cannot be had.
+    /// The port in use; 0 requests any free one. Returns nothing if the port is not available.
     std::optional<quint16> listen(quint16 port);
 
 private:

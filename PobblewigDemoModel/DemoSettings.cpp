@@ -10,7 +10,7 @@ namespace pobblewig {
 
 namespace {
 
-/// How a word of the user begins, and what the app calls it.
+/// The beginning of a user's word, and the app's name for it.
 struct Name {
     QStringView spoken;
     QStringView known;
@@ -35,7 +35,7 @@ QString known(const std::array<Name, Size>& names, const QString& spoken)
     return found == names.end() ? spoken : found->known.toString();
 }
 
-/// "deadpanRoommate" as "deadpan roommate".
+/// Turns "deadpanRoommate" into "deadpan roommate".
 QString inWords(QString name)
 {
     static const QRegularExpression border(QStringLiteral("(?=[A-Z])"));

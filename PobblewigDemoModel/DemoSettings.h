@@ -2,7 +2,7 @@
 
 #include "PobblewigDemoModel/DemoRule.h"
 
-/// Sentences that change how the app behaves, sounds and looks.
+/// Rules for sentences that change how the app behaves, sounds and looks.
 namespace pobblewig::DemoSettings {
 
 const DemoRules& rules();

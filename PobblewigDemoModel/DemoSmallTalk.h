@@ -2,7 +2,7 @@
 
 #include "PobblewigDemoModel/DemoRule.h"
 
-/// Sentences that are answered without any tool. One of them fits whatever is said.
+/// Rules for sentences that need no tool. One of them matches any sentence.
 namespace pobblewig::DemoSmallTalk {
 
 const DemoRules& rules();

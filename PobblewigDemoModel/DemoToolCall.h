@@ -6,7 +6,7 @@
 
 namespace pobblewig {
 
-/// A function that the demo model calls.
+/// A function call by the demo model.
 struct DemoToolCall {
     QString name;
     JSONValue::Object arguments;

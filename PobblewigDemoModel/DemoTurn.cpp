@@ -22,14 +22,14 @@ bool isNudge(const QString& text)
     return text.startsWith(u"App note: ") || text.startsWith(u"Your last reply came through empty");
 }
 
-/// What the app says in the user's name in the course of a turn.
+/// Whether the app itself wrote this user message in the course of a turn.
 bool isOfTheApp(const QString& text)
 {
     return isNudge(text) || FencedCalls::results(text)
         || text.startsWith(u"The captured screenshot is attached.");
 }
 
-/// Where the newest message stands that a user wrote; the end if there is none.
+/// The index of the latest message that the user wrote, or the number of messages if there is none.
 size_t placeOfQuestion(Messages messages)
 {
     for (auto place = messages.size(); place-- > 0;) {
@@ -39,7 +39,7 @@ size_t placeOfQuestion(Messages messages)
     return messages.size();
 }
 
-/// The names that some text lists, several of them divided by ", ".
+/// The names in all matches of `list`, separated by ", " within a match.
 std::set<QString> namesIn(const QString& text, const QRegularExpression& list)
 {
     std::set<QString> names;
@@ -50,8 +50,8 @@ std::set<QString> namesIn(const QString& text, const QRegularExpression& list)
     return names;
 }
 
-/// An app explains its actions in its system prompt, whichever the protocol: "- set_mascot: …"
-/// where they are functions, else by a sample of each, {"type":"set_mascot",…}.
+/// The actions that the app's system prompt explains: "- set_mascot: …" if they are functions, else
+/// a sample of each, {"type":"set_mascot",…}.
 std::set<QString> changesIn(Messages messages)
 {
     static const QRegularExpression functions(

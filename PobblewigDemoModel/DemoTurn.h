@@ -9,17 +9,17 @@
 
 namespace pobblewig {
 
-/// What a tool answered.
+/// The answer of a tool.
 struct DemoToolResult {
     QString name;
-    /// What it was called with, where the conversation tells.
+    /// The arguments of the call, if the conversation shows them.
     QString argumentsText;
     QString text;
 };
 
 using DemoResults = std::vector<DemoToolResult>;
 
-/// The newest turn of a conversation: what the user said, and how far the answer has come.
+/// The latest turn of a conversation: what the user said, and how far the answer has progressed.
 struct DemoTurn {
     /// How the model may call tools: not at all, by function calls, or by blocks of text.
     enum class Protocol { none, functions, blocks };
@@ -28,19 +28,19 @@ struct DemoTurn {
 
     bool offers(const QString& tool) const;
 
-    /// At most 2000 characters of it.
+    /// Cut to 2000 characters.
     QString question;
     bool hasPicture = false;
-    /// Nothing was answered before it.
+    /// Whether there is no earlier answer.
     bool isFirst = true;
     DemoResults results;
-    /// A picture came after the question, as the result of a tool.
+    /// Whether a picture arrived after the question, as the result of a tool.
     bool hasScreenshot = false;
-    /// The app was not content with the answer and asks for a better one.
+    /// Whether the app rejected the answer and asked for a better one.
     bool wasNudged = false;
     Protocol protocol = Protocol::none;
     std::set<QString> functions;
-    /// What asks the app to change something, and not to look something up.
+    /// The tools that change something, as opposed to looking it up.
     std::set<QString> changes;
 };
 

@@ -3,22 +3,22 @@
 #include <QRegularExpression>
 #include <QString>
 
-/// What is left of a sentence once its small words are gone.
+/// Extracts the significant words of a sentence.
 namespace pobblewig::DemoWords {
 
-/// A pattern of words of any language, in any case.
+/// A pattern for words of any language, ignoring case.
 QRegularExpression pattern(const QString& text);
 
-/// Without courtesies at either end: "could you please", "thanks".
+/// Removes courtesies at both ends: "could you please", "thanks".
 QString withoutCourtesies(const QString& text);
 
-/// As a heading: "to email Davis, please" is "Email Davis".
+/// A heading, such as "Email Davis" for "to email Davis, please".
 QString title(QString text);
 
-/// For an id: the first words in lower case, joined by hyphens.
+/// An id: the first words in lower case, joined by hyphens.
 QString slug(const QString& text);
 
-/// What is worth searching for. Empty if every word is a small one.
+/// The words worth searching for; empty if there are only small words.
 QString keywords(const QString& text);
 
 } // namespace pobblewig::DemoWords

@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-/// How calls and their results travel in plain text, where a server knows no functions.
+/// Calls and their results as plain text, for servers without function calls.
 namespace pobblewig::FencedCalls {
 
 enum class Kind { lookUps, changes };
@@ -18,7 +18,7 @@ struct Result {
     QString text;
 };
 
-/// The results that a message reports; nothing if it is another kind of message.
+/// The results in a message, or nothing if it is another kind of message.
 std::optional<std::vector<Result>> results(const QString& message);
 
 } // namespace pobblewig::FencedCalls

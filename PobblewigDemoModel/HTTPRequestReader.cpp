@@ -13,7 +13,7 @@ tl::unexpected<RequestRefusal> refusal(int status, const QString& reason)
     return tl::unexpected(RequestRefusal { status, reason });
 }
 
-/// Digits only: a sign or a blank inside would be read differently by different servers.
+/// Accepts digits only, since servers disagree about signs and blanks.
 tl::expected<qint64, RequestRefusal> bodySize(const QByteArray& value)
 {
     const auto isDigit = [](char character) { return character >= '0' && character <= '9'; };

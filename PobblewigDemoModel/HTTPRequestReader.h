@@ -11,19 +11,19 @@ namespace pobblewig {
 
 struct ReceivedRequest {
     QByteArray method;
-    /// Without the query.
+    /// The path without the query.
     QByteArray path;
     QByteArray body;
 };
 
-/// Why a request is not answered with what it asks for.
+/// Why a request is refused.
 struct RequestRefusal {
     int status = 400;
     QString reason;
 };
 
-/// Puts a request together from the pieces in which it arrives, and refuses one that claims to be
-/// larger than 64 KiB of head or 16 MiB of body before it is held in memory.
+/// Assembles a request from the pieces in which it arrives. Refuses a head over 64 KiB or a body
+/// over 16 MiB before it is held in memory.
 class HTTPRequestReader {
 public:
     static constexpr qsizetype headLimit = 64 * 1024;
@@ -31,7 +31,7 @@ public:
 
     using Outcome = std::optional<tl::expected<ReceivedRequest, RequestRefusal>>;
 
-    /// Nothing while more has to arrive. After an outcome there is nothing more to feed.
+    /// Returns nothing while more data has to arrive. After an outcome no more data may be added.
     Outcome feed(const QByteArray& piece);
 
 private:

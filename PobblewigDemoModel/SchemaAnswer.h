@@ -4,9 +4,9 @@
 
 namespace pobblewig::SchemaAnswer {
 
-/// The emptiest value that a JSON Schema allows: no optional property, no list entry, no text, the
-/// first of several choices, and nothing where null is a choice. Asked what is worth remembering,
-/// a model answers so when there is nothing.
+/// The emptiest value that a JSON Schema allows: no optional properties, no list entries, no text,
+/// the first of several choices, and null if it is allowed. A model gives this answer if nothing is
+/// worth remembering.
 JSONValue emptiest(const JSONValue& schema);
 
 } // namespace pobblewig::SchemaAnswer

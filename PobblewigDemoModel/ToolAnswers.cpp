@@ -40,7 +40,8 @@ QString quoted(QString text, qsizetype longest)
     return quote == text ? quote : quote + u'…';
 }
 
-/// How the app's answer begins, and what to say then; an announcement of the change comes first.
+/// The beginning of the app's answer, and the reply to it, which may follow the sentence that
+/// announced the change.
 struct Wording {
     QStringView beginning;
     QStringView said;
