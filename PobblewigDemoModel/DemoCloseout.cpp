@@ -144,7 +144,7 @@ QString firstSentence(const QString& text)
     return (match.hasMatch() ? text.left(match.capturedEnd()) : text).trimmed();
 }
 
-/// Highlights from every day in turn.
+/// Takes an equal share of highlights from each day.
 QStringList highlightsOf(const std::vector<Daily>& dailies)
 {
     const auto share = mostHighlightsOfWeek / std::max<qsizetype>(std::ssize(dailies), 1);

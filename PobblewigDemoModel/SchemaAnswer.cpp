@@ -20,7 +20,7 @@ const JSONValue* firstOf(const JSONValue& list)
     return list.array() && !list.array()->empty() ? &list.array()->front() : nullptr;
 }
 
-/// Of several types, null if it is among them, else the first.
+/// The type of a schema. If there are several, null if it is among them, else the first.
 QString typeOf(const JSONValue& schema)
 {
     const auto& type = member(schema, QStringLiteral("type"));

@@ -78,7 +78,7 @@ QString sessionKey(const QUuid& ruleID, const QUuid& sessionID);
 std::optional<double> matchedDuration(
     const AccountabilityRule& rule, const RuleEvaluationContext& context);
 
-/// What is left of the rule's cooldown; nothing if it is over or never began.
+/// The remaining time of the rule's cooldown, or nothing if it is over or never began.
 std::optional<std::chrono::milliseconds> remainingCooldown(
     const AccountabilityRule& rule, const RuleEvaluationContext& context);
 

@@ -8,7 +8,7 @@ namespace pobblewig {
 /// An instant, in UTC.
 using TimePoint = std::chrono::sys_time<std::chrono::milliseconds>;
 
-/// How code gets the current time when it is not passed in; tests pass a clock of their own.
+/// The source of the current time where it is not passed in; tests pass their own.
 using Clock = std::function<TimePoint()>;
 
 TimePoint systemNow();

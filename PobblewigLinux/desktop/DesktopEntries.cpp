@@ -131,7 +131,7 @@ void DesktopEntries::loadFile(const QString& path, const QString& id)
 
 void DesktopEntries::buildIndexes()
 {
-    // Of two programs with the same name, the one in menus wins.
+    // If two programs have the same name, the one in menus wins.
     std::ranges::stable_partition(m_entries, &DesktopEntry::isShownInMenus);
     for (auto* index : { &m_ids, &m_lastPartsOfIDs, &m_windowClasses, &m_programs })
         index->clear();

@@ -14,7 +14,7 @@ namespace pobblewig {
 /// file was added to or removed from a directory.
 class DesktopEntries {
 public:
-    /// Of two files with the same id, the one in the earlier directory wins.
+    /// If two files have the same id, the one in the earlier directory wins.
     DesktopEntries(QStringList directories, QStringList languages);
 
     /// The directories of the user, the system, Flatpak and Snap.

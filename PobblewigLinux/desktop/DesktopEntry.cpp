@@ -33,7 +33,7 @@ constexpr std::array<QStringView, 14> runners {
     u"xdg-open",
 };
 
-/// The values of the group "Desktop Entry". Of a repeated key, the first value counts.
+/// The values of the group "Desktop Entry". The first value of a repeated key counts.
 Values values(QByteArrayView file, const QByteArrayList& wanted)
 {
     Values values;

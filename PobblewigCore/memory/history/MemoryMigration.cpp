@@ -17,8 +17,8 @@ namespace pobblewig {
 
 namespace {
 
-/// What can be told about any "memory.json". Without a version, or with one that is not a whole
-/// number, the file counts as current.
+/// Basic facts about any "memory.json". Without a version, or with one that is not a whole number,
+/// the file counts as current.
 struct MemoryFileOutline {
     int version = MemoryMigration::currentMemorySchemaVersion;
     int notes = 0;

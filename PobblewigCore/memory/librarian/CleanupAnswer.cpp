@@ -13,7 +13,7 @@ namespace {
 
 constexpr double defaultConfidence = 0.6;
 
-/// The notes by their statement. Of two with the same statement, an active one.
+/// The notes by their statement. If several have the same statement, an active one is preferred.
 QHash<QString, const MemoryNote*> byStatement(const std::vector<MemoryNote>& notes)
 {
     QHash<QString, const MemoryNote*> known;

@@ -8,7 +8,7 @@
 namespace pobblewig::CleanupAnswer {
 
 /// A note with the same statement as an existing one inherits its wording and history, and stays
-/// the user's own if it was. Of several with the same statement, the first counts. A new text is
+/// the user's own if it was. If several have the same statement, the first counts. A new text is
 /// cut if it is too long.
 std::vector<MemoryNote> notes(
     const AnswerFields& answer, const std::vector<MemoryNote>& existing, TimePoint now);

@@ -67,8 +67,8 @@ public:
     /// user's own changes have made the answer outdated.
     Task<> cleanupIfNeeded();
 
-    /// Called when the memory is deleted, so that no run in progress restores what it has read.
-    /// Such a run returns zeros or an empty summary.
+    /// Called when the memory is deleted, so that no run in progress restores what it has read. An
+    /// abandoned run returns zeros or an empty summary.
     void abandonRuns();
 
 private:
