@@ -59,18 +59,6 @@ class ConversationEndToEndTest(unittest.TestCase):
             self.assertTrue(said(program.conversation()[2:]).startswith(later))
             self.assertEqual(texts(program.chat_file(), "assistant"), [])
 
-    def test_an_endpoint_that_is_not_there_is_told_and_can_be_retried(self):
-        variables = self.model.variables | {"MAIN_MODEL_BASE_URL": "http://127.0.0.1:9/v1"}
-        with Program(variables) as program:
-            program.start()
-            program.open_chat()
-            program.send("anybody there?")
-            told = wait_for(lambda: program.shown("Error"), "the error")
-            self.assertNotIn(variables["MAIN_MODEL_API_KEY"], told)
-            program.press("Retry")
-            wait_for(lambda: program.is_usable("Retry"), "the second failure")
-            self.assertEqual(texts(program.chat_file(), "user"), ["anybody there?"])
-
     def test_without_a_model_the_message_is_not_lost(self):
         with Program() as program:
             program.start()
@@ -79,14 +67,6 @@ class ConversationEndToEndTest(unittest.TestCase):
             told = wait_for(lambda: program.shown("Error"), "the error")
             self.assertTrue(told.startswith("Model not configured: "), told)
             self.assertEqual(program.chat_file(), [])
-
-    def test_a_bad_settings_file_is_kept_aside(self):
-        with Program(self.model.variables) as program:
-            program.data.mkdir(parents=True)
-            (program.data / "settings.json").write_text('{"mode": 7}')
-            program.start()
-            kept = wait_for(lambda: list(program.data.glob("settings.json.corrupt-*")), "the copy")
-            self.assertEqual(kept[0].read_text(), '{"mode": 7}')
 
     def test_a_data_directory_that_cannot_be_is_told_and_lived_without(self):
         with Program(self.model.variables) as program:

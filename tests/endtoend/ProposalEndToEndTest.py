@@ -28,87 +28,79 @@ def wait_until_told(program, beginning):
 
 
 class ProposalEndToEndTest(unittest.TestCase):
-    protocols = ([], ["--no-native-tools"])
+    def started(self, *arguments):
+        model = DemoModel(arguments=arguments)
+        self.addCleanup(model.stop)
+        program = self.enterContext(Program(model.variables))
+        program.start()
+        program.open_chat()
+        return program
 
-    def each_protocol(self):
-        for arguments in self.protocols:
+    def test_what_the_model_wishes_waits_for_the_user_whichever_way_it_says_so(self):
+        for arguments in ([], ["--no-native-tools"]):
             with self.subTest(arguments=arguments):
-                model = DemoModel(arguments=arguments)
-                self.addCleanup(model.stop)
-                with Program(model.variables) as program:
-                    program.start()
-                    program.open_chat()
-                    # A server without tools is known as one from the first turn on.
-                    program.send("hello")
-                    wait_for(lambda: len(program.chat_file()) == 2, "the greeting")
-                    self.assertEqual("native tools rejected" in program.log_text(),
-                                     "--no-native-tools" in arguments)
-                    yield program
+                program = self.started(*arguments)
+                self.change_waits_over_a_restart(program)
+                self.assertEqual("native tools rejected" in program.log_text(),
+                                 "--no-native-tools" in arguments)
+                self.impossible_can_be_dismissed(program)
+                self.always_allowed_does_not_ask(program)
+                program.send("what's on my screen?")
+                wait_for(lambda: program.chat_file()[-1]["hadImage"], "the look at the screen")
+                program.kill()
 
-    def test_a_change_waits_for_the_user_over_a_restart(self):
-        for program in self.each_protocol():
-            program.send("switch to focus mode")
-            banner = wait_for(lambda: program.find("Proposal: mode → focus"), "the banner")
-            self.assertIn("Mode: Open-ended → Focus", program.texts_below(banner))
-            self.assertEqual(setting(program, "mode"), None)
+    def change_waits_over_a_restart(self, program):
+        program.send("switch to focus mode")
+        banner = wait_for(lambda: program.find("Proposal: mode → focus"), "the banner")
+        self.assertIn("Mode: Open-ended → Focus", program.texts_below(banner))
+        self.assertEqual(setting(program, "mode"), None)
 
-            program.kill()
-            program.start()
-            program.open_chat()
-            program.control("Proposal: mode → focus")
-            program.press("Confirm")
-            wait_until_told(program, "Changed setting: mode → focus")
-            self.assertEqual(setting(program, "mode"), "focus")
-            wait_for(lambda: not program.find("Proposal: mode → focus"), "no banner")
-            self.assertEqual(proposal(program, "pending"), [])
+        program.kill()
+        program.start()
+        program.open_chat()
+        program.control("Proposal: mode → focus")
+        program.press("Confirm")
+        wait_until_told(program, "Changed setting: mode → focus")
+        self.assertEqual(setting(program, "mode"), "focus")
+        wait_for(lambda: not program.find("Proposal: mode → focus"), "no banner")
+        self.assertEqual(proposal(program, "pending"), [])
 
-    def test_what_cannot_be_done_says_so_and_can_be_dismissed(self):
-        for program in self.each_protocol():
-            program.send("remind me to email Davis tomorrow at 9")
-            wait_for(lambda: proposal(program, "pending"), "the proposal")
-            program.press("Confirm")
-            wait_until_told(program, "That didn't work: ")
-            self.assertEqual(len(proposal(program, "pending")), 1)
-            program.press("Dismiss")
-            wait_until_told(program, "Dismissed the pending proposal: ")
-            self.assertEqual(len(proposal(program, "rejected")), 1)
+    def impossible_can_be_dismissed(self, program):
+        program.send("remind me to email Davis tomorrow at 9")
+        wait_for(lambda: proposal(program, "pending"), "the proposal")
+        program.press("Confirm")
+        wait_until_told(program, "That didn't work: ")
+        self.assertEqual(len(proposal(program, "pending")), 1)
+        program.press("Dismiss")
+        wait_until_told(program, "Dismissed the pending proposal: ")
+        self.assertEqual(len(proposal(program, "rejected")), 1)
 
-    def test_what_is_always_allowed_does_not_ask_again(self):
-        for program in self.each_protocol():
-            program.send("switch to focus mode")
-            program.control("Proposal: mode → focus")
-            program.press("Allow always")
-            wait_until_told(program, "Changed setting: mode → focus")
-            self.assertIs(setting(program, "actionConfirmations")["settings_change"], False)
-            program.send("be a deadpan roommate")
-            wait_until_told(program, "My persona changed: Classic → Deadpan Roommate.")
-            self.assertEqual(proposal(program, "pending"), [])
+    def always_allowed_does_not_ask(self, program):
+        program.send("switch to study mode")
+        program.press("Allow always")
+        wait_until_told(program, "Changed setting: mode → studying")
+        self.assertIs(setting(program, "actionConfirmations")["settings_change"], False)
+        program.send("be a deadpan roommate")
+        wait_until_told(program, "My persona changed: Classic → Deadpan Roommate.")
+        self.assertEqual(proposal(program, "pending"), [])
 
     def test_forgetting_always_asks_and_names_what_goes(self):
         notes = {"notes": [{"id": "0B0E7A52-0000-4000-8000-000000000001", "text": "Likes tea",
                             "createdAt": "2026-01-01T08:00:00Z"}]}
-        model = DemoModel()
-        self.addCleanup(model.stop)
-        with Program(model.variables) as program:
-            program.data.mkdir(parents=True)
-            (program.data / "memory.json").write_text(json.dumps(notes))
-            program.start()
-            program.open_chat()
-            program.send("forget that I like tea")
-            banner = program.control('Proposal: Delete the memory note "Likes tea"')
-            self.assertIsNone(program.find("Allow always"))
-            self.assertIn("Likes tea", program.texts_below(banner))
-            program.press("Confirm")
-            wait_until_told(program, 'Forgot the note "Likes tea"')
-            wait_for((program.data / "observations.json").exists, "the record of it")
-            for name in ("memory.json", "proposals.json", "observations.json"):
-                self.assertNotIn("Likes tea", (program.data / name).read_text())
-
-    def test_the_screen_is_looked_at_when_the_model_asks_for_it(self):
-        for program in self.each_protocol():
-            program.send("what's on my screen?")
-            wait_for(lambda: len(program.chat_file()) == 4, "the answer")
-            self.assertTrue(program.chat_file()[-1]["hadImage"])
+        program = self.started()
+        program.kill()
+        (program.data / "memory.json").write_text(json.dumps(notes))
+        program.start()
+        program.open_chat()
+        program.send("forget that I like tea")
+        banner = program.control('Proposal: Delete the memory note "Likes tea"')
+        self.assertIsNone(program.find("Allow always"))
+        self.assertIn("Likes tea", program.texts_below(banner))
+        program.press("Confirm")
+        wait_until_told(program, 'Forgot the note "Likes tea"')
+        wait_for((program.data / "observations.json").exists, "the record of it")
+        for name in ("memory.json", "proposals.json", "observations.json"):
+            self.assertNotIn("Likes tea", (program.data / name).read_text())
 
 
 if __name__ == "__main__":
