@@ -1,9 +1,7 @@
 #include "PobblewigDesktop/AppDelegate.h"
 
 #include "PobblewigDesktop/chat/ChatPanel.h"
-#include "desktop/chat/ScriptedChat.h"
-#include "support/FakeKeychain.h"
-#include "support/ScriptedHTTPClient.h"
+#include "desktop/ScriptedParts.h"
 #include "support/TableRow.h"
 
 #include <QSignalSpy>
@@ -33,16 +31,7 @@ class AppDelegateTest : public QObject {
         m_delegate.reset();
         m_delegate.emplace(m_windowSystem, *m_settings);
         QSignalSpy launched(&*m_delegate, &AppDelegate::launched);
-        m_delegate->launch([this] {
-            return AppCoordinator::Parts {
-                .directory = DataDirectory(QDir(m_scratch->path())),
-                .http = std::make_unique<ScriptedHTTPClient>(),
-                .keychain = std::make_unique<FakeKeychain>(),
-                .environment = [] { return Environment(); },
-                .calendar = [] { return Calendar(); },
-                .clock = [] { return ScriptedChat::now; },
-            };
-        });
+        m_delegate->launch([this] { return scriptedParts(m_scratch->path(), m_model); });
         QVERIFY(launched.wait());
     }
 
@@ -91,6 +80,7 @@ private Q_SLOTS:
     }
 
 private:
+    PromptedProvider m_model;
     UnavailableBuddyWindowSystem m_windowSystem;
     std::optional<QTemporaryDir> m_scratch;
     std::optional<QSettings> m_settings;

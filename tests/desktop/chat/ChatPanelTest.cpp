@@ -1,18 +1,12 @@
-#include "PobblewigDesktop/chat/ChatPanel.h"
-
-#include "desktop/chat/ScriptedChat.h"
+#include "desktop/chat/PanelFixture.h"
 #include "prompts/VisionUserPrompt.h"
 
-#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QFileDialog>
-#include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTest>
 
 namespace pobblewig {
 
@@ -21,24 +15,14 @@ using namespace std::chrono_literals;
 class ChatPanelTest : public QObject {
     Q_OBJECT
 
-    template <typename Widget>
-    Widget& named(const char* name) const
-    {
-        for (auto* const widget : m_panel->findChildren<Widget*>()) {
-            if (widget->accessibleName() == QLatin1String(name))
-                return *widget;
-        }
-        qFatal("There is no control of the name %s.", name);
-    }
-    QAbstractButton& button(const char* name) const { return named<QAbstractButton>(name); }
-    QLabel& label(const char* name) const { return named<QLabel>(name); }
-
-    QPlainTextEdit& input() const { return named<QPlainTextEdit>("Message"); }
+    QAbstractButton& button(const char* name) const { return m->button(name); }
+    QLabel& label(const char* name) const { return m->label(name); }
+    QPlainTextEdit& input() const { return m->input(); }
 
     /// As those who hear the conversation get it.
     QStringList spoken() const
     {
-        auto& view = named<QAbstractItemView>("Conversation");
+        auto& view = m->named<QAbstractItemView>("Conversation");
         auto* const list = QAccessible::queryAccessibleInterface(&view);
         QStringList result;
         for (auto number = 0; number < list->childCount(); ++number)
@@ -52,24 +36,12 @@ class ChatPanelTest : public QObject {
     {
         input().setPlainText(text);
         QTest::keyClick(&input(), Qt::Key_Return);
-        QTRY_VERIFY(m_talk->model.isAsked());
+        QTRY_VERIFY(m->talk.model.isAsked());
     }
 
 private Q_SLOTS:
-    void init()
-    {
-        m_talk = std::make_unique<ScriptedChat>();
-        m_panel = std::make_unique<ChatPanel>(m_talk->chat,
-            Calendar { QTimeZone::utc(), QLocale(QStringLiteral("en_GB")) },
-            [] { return ScriptedChat::now; });
-        m_panel->show();
-        QVERIFY(QTest::qWaitForWindowActive(m_panel.get()));
-    }
-    void cleanup()
-    {
-        m_panel.reset();
-        m_talk.reset();
-    }
+    void init() { m.emplace(); }
+    void cleanup() { m.reset(); }
 
     void whatWasWrittenBeforeAStopStaysUntilTheNextTurn()
     {
@@ -77,7 +49,7 @@ private Q_SLOTS:
         QVERIFY(input().toPlainText().isEmpty());
         QVERIFY(!button("Send").isVisible());
         QCOMPARE(label("State").text(), QStringLiteral("thinking…"));
-        m_talk->model.say(QStringLiteral("Half a"));
+        m->talk.model.say(QStringLiteral("Half a"));
         QTRY_COMPARE(spoken().last(), QStringLiteral("Pobblewig is writing: Half a"));
         button("Stop").click();
         QCOMPARE(spoken().last(), QStringLiteral("Pobblewig, unfinished: Half a"));
@@ -91,15 +63,15 @@ private Q_SLOTS:
     {
         // What a message says is never taken for a sentence to fill in.
         ask(QStringLiteral("Hello %1"));
-        m_talk->model.finish(TransportError { .text = QStringLiteral("No answer.") });
+        m->talk.model.finish(TransportError { .text = QStringLiteral("No answer.") });
         QTRY_VERIFY(label("Error").isVisible());
-        QCOMPARE(label("Error").text(), *m_talk->chat.lastError());
+        QCOMPARE(label("Error").text(), *m->talk.chat.lastError());
         QCOMPARE(label("Error").accessibleDescription(), label("Error").text());
         QTRY_VERIFY(button("Retry").isEnabled());
         button("Retry").click();
-        QTRY_VERIFY(m_talk->model.isAsked() && !label("Error").isVisible());
-        m_talk->model.say(QStringLiteral("Hi"));
-        m_talk->model.finish();
+        QTRY_VERIFY(m->talk.model.isAsked() && !label("Error").isVisible());
+        m->talk.model.say(QStringLiteral("Hi"));
+        m->talk.model.finish();
         const QStringList expected { QStringLiteral("Today"),
             QStringLiteral("You, 08:15: Hello %1"), QStringLiteral("Pobblewig, 08:15: Hi") };
         QTRY_COMPARE(spoken(), expected);
@@ -107,7 +79,7 @@ private Q_SLOTS:
 
     void whatCouldNotBeSentIsGivenBack()
     {
-        m_talk->models.main = nullptr;
+        m->talk.models.main = nullptr;
         input().setPlainText(QStringLiteral("Precious words"));
         button("Send").click();
         QTRY_VERIFY(label("Error").isVisible());
@@ -118,7 +90,7 @@ private Q_SLOTS:
     {
         const auto look = [this] { button("Look at my screen").click(); };
         // A canned question is not what somebody wrote.
-        m_talk->screen.enqueue(tl::unexpected(
+        m->talk.screen.enqueue(tl::unexpected(
             ScreenCaptureError { ScreenCaptureError::Kind::excludedApp, QStringLiteral("Vault") }));
         look();
         QTRY_VERIFY(label("Error").isVisible());
@@ -126,16 +98,16 @@ private Q_SLOTS:
 
         const auto captured = QStringLiteral("Captured \"Draft\" of Writer");
         for (const auto& written : { QString(), QStringLiteral("What is this?") }) {
-            m_talk->screen.enqueue(CapturedScreenshot { "JPEG", captured });
+            m->talk.screen.enqueue(CapturedScreenshot { "JPEG", captured });
             input().setPlainText(written);
             look();
-            QTRY_VERIFY(m_talk->model.isAsked());
+            QTRY_VERIFY(m->talk.model.isAsked());
             QVERIFY(label("Captured").isVisible());
             QCOMPARE(label("Captured").accessibleDescription(), captured);
             QVERIFY(!button("Look at my screen").isEnabled());
-            m_talk->model.say(QStringLiteral("A draft."));
-            m_talk->model.finish();
-            QTRY_VERIFY(m_talk->chat.canRetry());
+            m->talk.model.say(QStringLiteral("A draft."));
+            m->talk.model.finish();
+            QTRY_VERIFY(m->talk.chat.canRetry());
             QVERIFY(!label("Captured").isVisible() && input().toPlainText().isEmpty());
         }
         const auto said = QStringLiteral("You, 08:15, with a picture of the screen: %1");
@@ -158,20 +130,20 @@ private Q_SLOTS:
 
     void aSessionIsClosedQuietly()
     {
-        m_panel->setStateText(QStringLiteral("studying"));
-        m_panel->setClosingSession(true);
+        m->panel.setStateText(QStringLiteral("studying"));
+        m->panel.setClosingSession(true);
         QCOMPARE(label("State").text(), QStringLiteral("Summing up the day…"));
         QVERIFY(!button("New session").isEnabled());
-        QSignalSpy requests(m_panel.get(), &ChatPanel::newSessionRequested);
-        QTest::keyClick(m_panel.get(), Qt::Key_N, Qt::ControlModifier);
+        QSignalSpy requests(&m->panel, &ChatPanel::newSessionRequested);
+        QTest::keyClick(&m->panel, Qt::Key_N, Qt::ControlModifier);
         QVERIFY(requests.isEmpty());
         ask(QStringLiteral("Hello"));
         QCOMPARE(label("State").text(), QStringLiteral("thinking…"));
-        m_panel->setClosingSession(false);
-        m_talk->model.say(QStringLiteral("Hi"));
-        m_talk->model.finish();
+        m->panel.setClosingSession(false);
+        m->talk.model.say(QStringLiteral("Hi"));
+        m->talk.model.finish();
         QTRY_COMPARE(label("State").text(), QStringLiteral("studying"));
-        QTest::keyClick(m_panel.get(), Qt::Key_N, Qt::ControlModifier);
+        QTest::keyClick(&m->panel, Qt::Key_N, Qt::ControlModifier);
         QCOMPARE(requests.size(), 1);
     }
 
@@ -199,9 +171,9 @@ private Q_SLOTS:
 
     void escapeClosesFindAndThenThePanel()
     {
-        m_talk->exchange(QStringLiteral("tea or TEA"), QStringLiteral("Tea"));
-        QTest::keyClick(m_panel.get(), Qt::Key_F, Qt::ControlModifier);
-        auto& field = named<QLineEdit>("Find");
+        m->talk.exchange(QStringLiteral("tea or TEA"), QStringLiteral("Tea"));
+        QTest::keyClick(&m->panel, Qt::Key_F, Qt::ControlModifier);
+        auto& field = m->named<QLineEdit>("Find");
         QVERIFY(field.isVisible());
         QTest::keyClicks(&field, QStringLiteral("tea"));
         QCOMPARE(label("Matches").text(), QStringLiteral("3 of 3"));
@@ -209,23 +181,23 @@ private Q_SLOTS:
         QCOMPARE(label("Matches").text(), QStringLiteral("1 of 3"));
         button("Previous match").click();
         QCOMPARE(label("Matches").text(), QStringLiteral("3 of 3"));
-        m_talk->add(ChatMessage::Role::user, QStringLiteral("More tea"));
+        m->talk.add(ChatMessage::Role::user, QStringLiteral("More tea"));
         QCOMPARE(label("Matches").text(), QStringLiteral("3 of 4"));
         QTest::keyClicks(&field, QStringLiteral("pot"));
         QCOMPARE(label("Matches").text(), QStringLiteral("No matches"));
-        QTest::keyClick(m_panel.get(), Qt::Key_Escape);
-        QVERIFY(!field.isVisible() && m_panel->isVisible());
-        QTest::keyClick(m_panel.get(), Qt::Key_Escape);
-        QVERIFY(!m_panel->isVisible());
+        QTest::keyClick(&m->panel, Qt::Key_Escape);
+        QVERIFY(!field.isVisible() && m->panel.isVisible());
+        QTest::keyClick(&m->panel, Qt::Key_Escape);
+        QVERIFY(!m->panel.isVisible());
     }
 
     void theConversationIsSavedAsText()
     {
         const QTemporaryDir folder;
-        m_talk->add(ChatMessage::Role::user, QStringLiteral("Hi %1"), ScriptedChat::now - 24h);
-        m_talk->add(ChatMessage::Role::assistant, QStringLiteral("Hello\nyou"));
-        QTest::keyClick(m_panel.get(), Qt::Key_S, Qt::ControlModifier);
-        auto* const dialog = m_panel->findChild<QFileDialog*>();
+        m->talk.add(ChatMessage::Role::user, QStringLiteral("Hi %1"), ScriptedChat::now - 24h);
+        m->talk.add(ChatMessage::Role::assistant, QStringLiteral("Hello\nyou"));
+        QTest::keyClick(&m->panel, Qt::Key_S, Qt::ControlModifier);
+        auto* const dialog = m->panel.findChild<QFileDialog*>();
         QVERIFY(dialog);
         const auto path = folder.filePath(QStringLiteral("talk.txt"));
         Q_EMIT dialog->fileSelected(path);
@@ -240,15 +212,14 @@ private Q_SLOTS:
 
     void everyControlHasAName()
     {
-        for (auto* const control : m_panel->findChildren<QWidget*>()) {
-            if (control->focusPolicy() & Qt::TabFocus && control->isVisibleTo(m_panel.get()))
+        for (auto* const control : m->panel.findChildren<QWidget*>()) {
+            if (control->focusPolicy() & Qt::TabFocus && control->isVisibleTo(&m->panel))
                 QVERIFY2(!control->accessibleName().isEmpty(), control->metaObject()->className());
         }
     }
 
 private:
-    std::unique_ptr<ScriptedChat> m_talk;
-    std::unique_ptr<ChatPanel> m_panel;
+    std::optional<PanelFixture> m;
 };
 
 } // namespace pobblewig

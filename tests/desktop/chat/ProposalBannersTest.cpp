@@ -1,13 +1,11 @@
 #include "PobblewigDesktop/chat/ProposalBanners.h"
 
-#include "PobblewigDesktop/chat/ChatPanel.h"
 #include "PobblewigDesktop/chat/ProposalBanner.h"
-#include "desktop/chat/ScriptedChat.h"
+#include "desktop/chat/PanelFixture.h"
 #include "support/TableRow.h"
 
 #include <QAbstractItemView>
 #include <QAccessible>
-#include <QPlainTextEdit>
 #include <QProxyStyle>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -69,7 +67,7 @@ class ProposalBannersTest : public QObject {
 
     ProposalBanner* banner(const QString& id) const
     {
-        for (auto* const candidate : m_panel->findChildren<ProposalBanner*>()) {
+        for (auto* const candidate : m->panel.findChildren<ProposalBanner*>()) {
             if (candidate->proposalId() == id && !candidate->isHidden())
                 return candidate;
         }
@@ -78,53 +76,38 @@ class ProposalBannersTest : public QObject {
 
     QPushButton* button(const QString& id, const char* name) const
     {
-        for (auto* const candidate : banner(id)->findChildren<QPushButton*>()) {
-            if (candidate->accessibleName() == QLatin1String(name))
-                return candidate;
-        }
-        return nullptr;
+        return PanelFixture::find<QPushButton>(*banner(id), name);
     }
-
-    QPlainTextEdit& input() const { return *m_panel->findChild<QPlainTextEdit*>(); }
 
     QPoint middle(const QWidget* widget) const
     {
-        return widget->mapTo(m_panel.get(), widget->rect().center());
+        return widget->mapTo(&m->panel, widget->rect().center());
     }
 
     /// Whether a press at its place would reach it.
     bool isWithinReach(const QWidget* widget) const
     {
-        return m_panel->childAt(middle(widget)) == widget;
+        return m->panel.childAt(middle(widget)) == widget;
     }
 
     /// As the window system reports it.
     void click(const QPoint& place) const
     {
-        QTest::mouseClick(m_panel->windowHandle(), Qt::LeftButton, {}, place);
+        QTest::mouseClick(m->panel.windowHandle(), Qt::LeftButton, {}, place);
     }
 
-    QString focused() const { return m_panel->focusWidget()->accessibleName(); }
+    QString focused() const { return m->panel.focusWidget()->accessibleName(); }
 
 private Q_SLOTS:
     void initTestCase() { QApplication::setStyle(new StillStyle); }
     void init()
     {
-        m_talk = std::make_unique<ScriptedChat>();
-        m_panel = std::make_unique<ChatPanel>(m_talk->chat,
-            Calendar { QTimeZone::utc(), QLocale(QStringLiteral("en_GB")) },
-            [] { return ScriptedChat::now; });
-        m_panel->show();
-        QVERIFY(QTest::qWaitForWindowActive(m_panel.get()));
+        m.emplace();
         m_answers.clear();
-        QObject::connect(m_panel.get(), &ChatPanel::proposalAnswered, m_panel.get(),
+        QObject::connect(&m->panel, &ChatPanel::proposalAnswered, &m->panel,
             [this](const QString& id, ProposalAnswer answer) { m_answers[answer].append(id); });
     }
-    void cleanup()
-    {
-        m_panel.reset();
-        m_talk.reset();
-    }
+    void cleanup() { m.reset(); }
 
     void aProposalIsAGroupWithItsWordsAndAnswers_data()
     {
@@ -150,7 +133,7 @@ private Q_SLOTS:
     void aProposalIsAGroupWithItsWordsAndAnswers()
     {
         QFETCH(RuleProposal, proposal);
-        m_panel->setProposals({ proposal }, {});
+        m->panel.setProposals({ proposal }, {});
         auto* const shown = QAccessible::queryAccessibleInterface(banner(proposal.proposalId));
         QCOMPARE(shown->role(), QAccessible::Grouping);
         QTEST(shown->text(QAccessible::Name), "name");
@@ -159,11 +142,11 @@ private Q_SLOTS:
 
     void enterNeverAnswersAndTheFocusNeverComesByItself()
     {
-        m_panel->setProposals({ modeChange(), reminder(QStringLiteral("Tea")) }, {});
+        m->panel.setProposals({ modeChange(), reminder(QStringLiteral("Tea")) }, {});
         QCOMPARE(focused(), QStringLiteral("Message"));
-        QTest::keyClicks(&input(), QStringLiteral("Hello"));
-        QTest::keyClick(&input(), Qt::Key_Return);
-        QTRY_VERIFY(m_talk->model.isAsked());
+        QTest::keyClicks(&m->input(), QStringLiteral("Hello"));
+        QTest::keyClick(&m->input(), Qt::Key_Return);
+        QTRY_VERIFY(m->talk.model.isAsked());
         auto* const confirm = button(QStringLiteral("mode"), "Confirm");
         confirm->setFocus(Qt::TabFocusReason);
         QTest::keyClick(confirm, Qt::Key_Return);
@@ -177,44 +160,44 @@ private Q_SLOTS:
     void anAnswerIsGivenOnceUnlessItFails()
     {
         const auto id = QStringLiteral("mode");
-        m_panel->setProposals({ modeChange() }, {});
+        m->panel.setProposals({ modeChange() }, {});
         for (const auto* const name : { "Allow always", "Confirm", "Dismiss" })
             button(id, name)->click();
         QCOMPARE(m_answers[ProposalAnswer::allowAlways].takeFirst(), id);
         QVERIFY(confirmed().isEmpty() && dismissed().isEmpty());
         // What else happens in the meantime is no outcome.
-        m_panel->setProposals({ modeChange(), reminder(QStringLiteral("Tea")) }, {});
+        m->panel.setProposals({ modeChange(), reminder(QStringLiteral("Tea")) }, {});
         QVERIFY(!button(id, "Dismiss")->isEnabled());
-        m_panel->allowAnswer(id);
+        m->panel.allowAnswer(id);
         button(id, "Dismiss")->click();
         QCOMPARE(dismissed().takeFirst(), id);
-        m_panel->setProposals({}, {});
-        m_panel->allowAnswer(id);
+        m->panel.setProposals({}, {});
+        m->panel.allowAnswer(id);
         QVERIFY(!banner(id));
     }
 
     void aBannerThatGoesGivesTheFocusToTheInput()
     {
         const auto tea = reminder(QStringLiteral("Tea"));
-        m_panel->setProposals({ modeChange(), tea }, {});
+        m->panel.setProposals({ modeChange(), tea }, {});
         button(QStringLiteral("mode"), "Confirm")->setFocus(Qt::TabFocusReason);
-        m_panel->setProposals({ tea }, {});
+        m->panel.setProposals({ tea }, {});
         QCOMPARE(focused(), QStringLiteral("Message"));
     }
 
     void whatStaysKeepsItsBannerAndAPressThatHasBegun()
     {
         const auto id = QStringLiteral("mode");
-        m_panel->setProposals({ modeChange() }, {});
+        m->panel.setProposals({ modeChange() }, {});
         const auto* const confirm = button(id, "Confirm");
         QTRY_VERIFY(isWithinReach(confirm));
-        QTest::mousePress(m_panel->windowHandle(), Qt::LeftButton, {}, middle(confirm));
+        QTest::mousePress(m->panel.windowHandle(), Qt::LeftButton, {}, middle(confirm));
         AppSettings settings;
         settings.mode = CoachMode::studying;
-        m_panel->setProposals({ modeChange() }, settings);
+        m->panel.setProposals({ modeChange() }, settings);
         QCOMPARE(button(id, "Confirm"), confirm);
         QCOMPARE(banner(id)->accessibleDescription(), QStringLiteral("Mode: Studying → Focus"));
-        QTest::mouseRelease(m_panel->windowHandle(), Qt::LeftButton, {}, middle(confirm));
+        QTest::mouseRelease(m->panel.windowHandle(), Qt::LeftButton, {}, middle(confirm));
         QCOMPARE(confirmed().size(), 1);
     }
 
@@ -222,7 +205,7 @@ private Q_SLOTS:
     {
         const auto tea = reminder(QStringLiteral("Tea"));
         for (const auto& proposals : { std::vector { tea, modeChange() }, { modeChange() } }) {
-            m_panel->setProposals(proposals, {});
+            m->panel.setProposals(proposals, {});
             QCoreApplication::sendPostedEvents();
             auto* const dismiss = button(QStringLiteral("mode"), "Dismiss");
             const auto place = middle(dismiss);
@@ -232,18 +215,18 @@ private Q_SLOTS:
             QCOMPARE(middle(dismiss), place);
             click(place);
             QCOMPARE(dismissed().takeFirst(), QStringLiteral("mode"));
-            m_panel->allowAnswer(QStringLiteral("mode"));
+            m->panel.allowAnswer(QStringLiteral("mode"));
         }
     }
 
     void whatIsShownAgainStaysWithinReach()
     {
-        m_panel->setTheme(Theme::palette(ColorScheme::dark, {}));
-        m_panel->setProposals({ modeChange() }, {});
+        m->panel.setTheme(Theme::palette(ColorScheme::dark, {}));
+        m->panel.setProposals({ modeChange() }, {});
         const auto* const confirm = button(QStringLiteral("mode"), "Confirm");
         QTRY_VERIFY(isWithinReach(confirm));
-        m_panel->setTheme(Theme::palette(ColorScheme::dark, {}));
-        m_panel->setProposals({ modeChange() }, {});
+        m->panel.setTheme(Theme::palette(ColorScheme::dark, {}));
+        m->panel.setProposals({ modeChange() }, {});
         QCoreApplication::sendPostedEvents();
         QVERIFY(isWithinReach(confirm));
     }
@@ -253,11 +236,11 @@ private Q_SLOTS:
         std::vector<RuleProposal> proposals;
         for (auto number = 0; number < 6; ++number)
             proposals.push_back(reminder(QStringLiteral("Tea %1").arg(number)));
-        m_panel->setProposals(proposals, {});
+        m->panel.setProposals(proposals, {});
         const auto* const newest = button(QStringLiteral("Tea 5"), "Confirm");
-        const auto* const all = m_panel->findChild<ProposalBanners*>();
+        const auto* const all = m->panel.findChild<ProposalBanners*>();
         QTRY_VERIFY(isWithinReach(newest));
-        QCOMPARE(all->height(), m_panel->height() * 2 / 5);
+        QCOMPARE(all->height(), m->panel.height() * 2 / 5);
         // A press on what is partly out of sight shows it first.
         const auto* const older = button(QStringLiteral("Tea 4"), "Confirm");
         const auto* const words = banner(QStringLiteral("Tea 4"));
@@ -268,17 +251,17 @@ private Q_SLOTS:
         QTRY_VERIFY(isWithinReach(older));
         click(middle(older));
         QCOMPARE(confirmed().size(), 1);
-        m_panel->resize(m_panel->width(), 500);
+        m->panel.resize(m->panel.width(), 500);
         QTRY_COMPARE(all->height(), 200);
     }
 
     void tabGoesThroughTheAnswersAsTheyAreRead()
     {
-        m_panel->setProposals({ modeChange(), forget(QStringLiteral("Note")) }, {});
-        m_panel->findChild<QAbstractItemView*>()->setFocus();
+        m->panel.setProposals({ modeChange(), forget(QStringLiteral("Note")) }, {});
+        m->panel.findChild<QAbstractItemView*>()->setFocus();
         QStringList reached;
         do {
-            QTest::keyClick(m_panel->focusWidget(), Qt::Key_Tab);
+            QTest::keyClick(m->panel.focusWidget(), Qt::Key_Tab);
             reached.append(focused());
         } while (reached.last() != QStringLiteral("Message") && reached.size() < 20);
         const auto confirm = QStringLiteral("Confirm");
@@ -291,7 +274,7 @@ private Q_SLOTS:
     void aLongTextIsShownInFullOnDemand()
     {
         const auto id = QStringLiteral("A word and another. ").repeated(50).trimmed();
-        m_panel->setProposals({ forget(id) }, {});
+        m->panel.setProposals({ forget(id) }, {});
         auto* const more = banner(id)->findChild<QToolButton*>();
         QTRY_VERIFY(more->isVisible());
         const auto height = banner(id)->height();
@@ -303,11 +286,10 @@ private Q_SLOTS:
     }
 
 private:
-    std::unique_ptr<ScriptedChat> m_talk;
-    std::unique_ptr<ChatPanel> m_panel;
     QStringList& confirmed() { return m_answers[ProposalAnswer::confirm]; }
     QStringList& dismissed() { return m_answers[ProposalAnswer::dismiss]; }
 
+    std::optional<PanelFixture> m;
     std::map<ProposalAnswer, QStringList> m_answers;
 };
 

@@ -1,9 +1,7 @@
 #include "PobblewigDesktop/presence/DesktopPresence.h"
 
-#include "desktop/chat/ScriptedChat.h"
+#include "desktop/ScriptedParts.h"
 #include "support/Awaited.h"
-#include "support/FakeKeychain.h"
-#include "support/ScriptedHTTPClient.h"
 #include "support/TableRow.h"
 
 #include <QSignalSpy>
@@ -72,15 +70,7 @@ private Q_SLOTS:
         m_notifications.emplace();
         m_sounds.names.clear();
         m_autostart.emplace();
-        m_coordinator = std::make_unique<AppCoordinator>(AppCoordinator::Parts {
-            .directory = DataDirectory(QDir(m_scratch->path())),
-            .http = std::make_unique<ScriptedHTTPClient>(),
-            .keychain = std::make_unique<FakeKeychain>(),
-            .environment = [] { return Environment(); },
-            .calendar = [] { return Calendar(); },
-            .clock = [] { return ScriptedChat::now; },
-            .mainProviderOverride = [this]() { return BorrowedProvider::lent(&m_model); },
-        });
+        m_coordinator = std::make_unique<AppCoordinator>(scriptedParts(m_scratch->path(), m_model));
         start();
     }
 
