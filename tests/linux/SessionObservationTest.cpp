@@ -159,12 +159,10 @@ private Q_SLOTS:
 
     void gnomeTellsTheIdleTimeAlone()
     {
-        auto desktop = connection("desktop");
         FakeMutter mutter;
-        desktop.registerObject(QStringLiteral("/org/gnome/Mutter/IdleMonitor/Core"), &mutter,
-            QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
-        desktop.registerService(QStringLiteral("org.gnome.Mutter.IdleMonitor"));
-        desktop.registerService(QStringLiteral("org.gnome.Shell"));
+        QObject shell;
+        m_bus.offer("org.gnome.Mutter.IdleMonitor", "/org/gnome/Mutter/IdleMonitor/Core", &mutter);
+        m_bus.offer("org.gnome.Shell", "/org/gnome/Shell", &shell);
         const auto session = observe(m_wayland);
         QVERIFY(session->report().notes.value(0).startsWith(QStringLiteral("GNOME")));
         QCOMPARE(front(*session), QString());
@@ -176,16 +174,15 @@ private Q_SLOTS:
         QCOMPARE(session->provider().idleSeconds(), 65);
         Q_EMIT mutter.WatchFired(FakeMutter::activeWatch);
         QTRY_COMPARE(session->provider().idleSeconds(), 0);
-        QDBusConnection::disconnectFromBus(QStringLiteral("desktop"));
+        m_bus.withdraw("org.gnome.Shell");
+        m_bus.withdraw("org.gnome.Mutter.IdleMonitor");
     }
 
     void kwinCallsAtEveryChange()
     {
-        auto desktop = connection("desktop");
+        const auto desktop = m_bus.connection("desktop");
         FakeKWin kwin;
-        desktop.registerObject(
-            QStringLiteral("/Scripting"), &kwin, QDBusConnection::ExportAllSlots);
-        desktop.registerService(QStringLiteral("org.kde.KWin"));
+        m_bus.offer("org.kde.KWin", "/Scripting", &kwin);
         auto session = observe(m_wayland);
         QTRY_VERIFY(kwin.isStarted);
 
@@ -193,7 +190,7 @@ private Q_SLOTS:
         desktop.send(kwin.activation(konsole));
         QTRY_COMPARE(front(*session), QStringLiteral("org.kde.konsole"));
         QDBusPendingCallWatcher forged(
-            connection("another").asyncCall(kwin.activation({ QStringLiteral("forged") })));
+            m_bus.connection("another").asyncCall(kwin.activation({ QStringLiteral("forged") })));
         QTRY_VERIFY(forged.isFinished());
         QCOMPARE(front(*session), QStringLiteral("org.kde.konsole"));
         desktop.send(kwin.activation({}));
@@ -201,26 +198,20 @@ private Q_SLOTS:
 
         desktop.send(kwin.activation(konsole));
         QTRY_COMPARE(front(*session), QStringLiteral("org.kde.konsole"));
-        desktop.unregisterService(QStringLiteral("org.kde.KWin"));
+        m_bus.withdraw("org.kde.KWin");
         QTRY_COMPARE(front(*session), QString());
         kwin.script.clear();
-        desktop.registerService(QStringLiteral("org.kde.KWin"));
+        m_bus.offer("org.kde.KWin", "/Scripting", &kwin);
         QTRY_VERIFY(!kwin.script.isEmpty());
         session.reset();
         QTRY_VERIFY(kwin.script.isEmpty());
-        QDBusConnection::disconnectFromBus(QStringLiteral("desktop"));
     }
 
 private:
-    QDBusConnection connection(const char* name)
-    {
-        return QDBusConnection::connectToBus(m_bus.address(), QLatin1String(name));
-    }
-
     std::unique_ptr<SessionObservation> observe(const Environment& environment)
     {
         return std::make_unique<SessionObservation>(
-            nullptr, environment, connection("program"), [this] { return m_now; });
+            nullptr, environment, m_bus.connection("program"), [this] { return m_now; });
     }
 
     static QString front(SessionObservation& session)

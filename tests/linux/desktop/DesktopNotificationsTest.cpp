@@ -1,9 +1,11 @@
 #include "PobblewigLinux/desktop/DesktopNotifications.h"
 
+#include "PobblewigLinux/desktop/Sounds.h"
 #include "support/Awaited.h"
 #include "support/PrivateBus.h"
 #include "support/TableRow.h"
 
+#include <QLibrary>
 #include <QSignalSpy>
 
 namespace pobblewig {
@@ -45,11 +47,8 @@ private Q_SLOTS:
     void init()
     {
         m_server.emplace();
-        auto bus = connection("server");
-        QVERIFY(bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), &*m_server,
-            QDBusConnection::ExportAllSlots));
-        QVERIFY(bus.registerService(m_name));
-        m_notifications.emplace(connection("program"));
+        QVERIFY(m_bus.offer(service, object, &*m_server));
+        m_notifications.emplace(m_bus.connection("program"));
         m_opened.emplace(&*m_notifications, &NotificationPresenting::opened);
         m_replied.emplace(&*m_notifications, &NotificationPresenting::replied);
     }
@@ -79,16 +78,16 @@ private Q_SLOTS:
     void theUserOpensOrRepliesToOurs()
     {
         QVERIFY(present(QStringLiteral("Hello")));
-        signal(QStringLiteral("ActionInvoked"), { 99u, QStringLiteral("default") });
-        signal(QStringLiteral("ActionInvoked"), { 1u, QStringLiteral("inline-reply") });
-        signal(QStringLiteral("NotificationReplied"), { 99u, QStringLiteral("not ours") });
-        signal(QStringLiteral("NotificationReplied"), { 1u, QStringLiteral(" Done \n") });
+        signal("ActionInvoked", { 99u, QStringLiteral("default") });
+        signal("ActionInvoked", { 1u, QStringLiteral("inline-reply") });
+        signal("NotificationReplied", { 99u, QStringLiteral("not ours") });
+        signal("NotificationReplied", { 1u, QStringLiteral(" Done \n") });
         QTRY_COMPARE(m_replied->count(), 1);
         QCOMPARE(m_replied->front().front().toString(), QStringLiteral("Done"));
         QCOMPARE(m_opened->count(), 0);
         for (const auto* action : { "default", "open-chat" })
-            signal(QStringLiteral("ActionInvoked"), { 1u, QLatin1String(action) });
-        signal(QStringLiteral("NotificationReplied"), { 1u, QStringLiteral("  ") });
+            signal("ActionInvoked", { 1u, QLatin1String(action) });
+        signal("NotificationReplied", { 1u, QStringLiteral("  ") });
         QTRY_COMPARE(m_opened->count(), 3);
     }
 
@@ -96,7 +95,7 @@ private Q_SLOTS:
     {
         QVERIFY(present(QStringLiteral("One")));
         QVERIFY(present(QStringLiteral("Two")));
-        signal(QStringLiteral("NotificationClosed"), { 1u, 2u });
+        signal("NotificationClosed", { 1u, 2u });
         QVERIFY(present(QStringLiteral("Three")));
         m_notifications->withdraw();
         m_notifications->withdraw();
@@ -105,10 +104,48 @@ private Q_SLOTS:
 
     void withoutAServerThereIsNone()
     {
-        QVERIFY(connection("server").unregisterService(m_name));
+        QVERIFY(m_bus.withdraw(service));
         QVERIFY(!present(QStringLiteral("Hello")));
         DesktopNotifications withoutBus { QDBusConnection(QStringLiteral("nowhere")) };
         QVERIFY(!awaited(withoutBus.present({})));
+    }
+
+    void theNearestSoundThatThereIsIsPlayed_data()
+    {
+        QTest::addColumn<QString>("names");
+        QTest::addColumn<QString>("asked");
+        row("the buddy's", "Glass", "begin;message-new-instant;bell;end;");
+        row("another", "Submarine", "begin;bell;end;");
+        row("one after the other", "Submarine Glass", "begin;bell;message-new-instant;bell;end;");
+        row("none", "", "");
+        row("no sound server", "Glass Submarine", "begin;begin;");
+    }
+    void theNearestSoundThatThereIsIsPlayed()
+    {
+        QFETCH(QString, names);
+        const auto library = QStringLiteral(FAKE_CANBERRA);
+        auto* const hasServer = reinterpret_cast<bool*>(QLibrary::resolve(library, "hasServer"));
+        QVERIFY(hasServer);
+        *hasServer = QTest::currentDataTag() != QByteArray("no sound server");
+        {
+            Sounds sounds(library);
+            for (const auto& name : names.split(u' ', Qt::SkipEmptyParts))
+                sounds.play(name);
+        }
+        const auto takeAsked =
+            reinterpret_cast<const char* (*)()>(QLibrary::resolve(library, "takeAsked"));
+        QVERIFY(takeAsked);
+        QTEST(QString::fromLatin1(takeAsked()), "asked");
+    }
+
+    void withoutTheWholeLibraryThereIsSilence()
+    {
+        const auto half = QStringLiteral(HALF_CANBERRA);
+        for (const auto& library : { QStringLiteral("/nonexistent/libcanberra.so.0"), half })
+            Sounds(library).play(u"Glass");
+        const auto* const asked = reinterpret_cast<int*>(QLibrary::resolve(half, "asked"));
+        QVERIFY(asked);
+        QCOMPARE(*asked, 0);
     }
 
 private:
@@ -117,20 +154,13 @@ private:
         return awaited(m_notifications->present({ QStringLiteral("Mouse"), text }));
     }
 
-    void signal(const QString& name, const QVariantList& arguments)
+    void signal(const char* name, const QVariantList& arguments)
     {
-        auto message = QDBusMessage::createSignal(
-            QStringLiteral("/org/freedesktop/Notifications"), m_name, name);
-        message.setArguments(arguments);
-        connection("server").send(message);
+        m_bus.signal(object, service, name, arguments);
     }
 
-    QDBusConnection connection(const char* name)
-    {
-        return QDBusConnection::connectToBus(m_bus.address(), QLatin1String(name));
-    }
-
-    const QString m_name = QStringLiteral("org.freedesktop.Notifications");
+    static constexpr auto service = "org.freedesktop.Notifications";
+    static constexpr auto object = "/org/freedesktop/Notifications";
     PrivateBus m_bus;
     std::optional<FakeNotificationServer> m_server;
     std::optional<DesktopNotifications> m_notifications;

@@ -1,9 +1,8 @@
+#include "PobblewigLinux/desktop/OpenRequestLogic.h"
 #include "support/PrivateBus.h"
 #include "support/TableRow.h"
 
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QTemporaryDir>
+#include <QDateTime>
 
 namespace pobblewig {
 
@@ -100,11 +99,15 @@ private Q_SLOTS:
         QCOMPARE(Launch(m_bus.address(), { directory() }).line(), m_first);
     }
 
-    void withoutABusTheLockAloneDecides()
+    void theLockOfALivingProcessHoldsHoweverOldItIs()
     {
         const auto noBus = QStringLiteral("unix:path=/nonexistent");
         Launch first(noBus, { directory() });
         QCOMPARE(first.line(), m_first);
+        QFile lock(directory() + QStringLiteral("/process.lock"));
+        QVERIFY(lock.open(QIODevice::ReadWrite));
+        QVERIFY(lock.setFileTime(
+            QDateTime::currentDateTime().addDays(-9), QFileDevice::FileModificationTime));
         Launch second(noBus, { directory() });
         QVERIFY(second.line().contains(QStringLiteral("does not answer")));
         QVERIFY(second.ended());
@@ -131,17 +134,50 @@ private Q_SLOTS:
         QVERIFY(first.ended());
     }
 
+    void onlyALinkOfOursIsLetIn_data()
+    {
+        QTest::addColumn<QString>("uri");
+        QTest::addColumn<QString>("expected");
+        const auto ours = QStringLiteral("pobblewig://auth?code=abc");
+        row("ours", ours, ours);
+        row("in capitals", "POBBLEWIG://auth?code=abc", ours);
+        row("without a host", "pobblewig:/auth", "pobblewig:/auth");
+        row("an empty text", "", "");
+        row("a file", "file:///etc/passwd", "");
+        row("a path", "/etc/passwd", "");
+        row("an option", "--help", "");
+        row("the web", "https://example.org/?u=pobblewig://auth", "");
+        row("a longer scheme", "pobblewigs://auth", "");
+        row("a line break", "pobblewig://auth\nrm -rf", "");
+        row("a broken host", "pobblewig://a b/", "");
+        row("a lone surrogate", QStringLiteral("pobblewig://") + QChar(0xD800), "");
+        row("the longest", ours.leftJustified(2048, u'x'), ours.leftJustified(2048, u'x'));
+        row("too long", ours.leftJustified(2049, u'x'), "");
+    }
+    void onlyALinkOfOursIsLetIn()
+    {
+        QFETCH(QString, uri);
+        QTEST(OpenRequestLogic::link({ uri }).value_or(QUrl()).toString(), "expected");
+    }
+
+    void onlyTheFirstPlaceCounts()
+    {
+        const auto ours = QStringLiteral("pobblewig://auth");
+        QVERIFY(!OpenRequestLogic::link({}));
+        QVERIFY(!OpenRequestLogic::link({ QStringLiteral("file:///"), ours }));
+        QVERIFY(OpenRequestLogic::link(QStringList(100'000, ours)));
+    }
+
 private:
     QString directory() const { return m_scratch->filePath(QStringLiteral("data")); }
 
     void call(const char* method, const QVariantList& arguments)
     {
-        auto bus = QDBusConnection::connectToBus(m_bus.address(), QStringLiteral("caller"));
         auto message = QDBusMessage::createMethodCall(QStringLiteral("com.pobblewig.app"),
             QStringLiteral("/com/pobblewig/app"), QStringLiteral("org.freedesktop.Application"),
             QLatin1String(method));
         message.setArguments(arguments);
-        bus.call(message);
+        m_bus.connection("caller").call(message);
     }
 
     const QString m_first = QStringLiteral("first");

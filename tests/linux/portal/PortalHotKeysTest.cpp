@@ -48,11 +48,8 @@ private Q_SLOTS:
     void init()
     {
         m_portal.emplace();
-        auto bus = connection("portal");
-        QVERIFY(bus.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), &*m_portal,
-            QDBusConnection::ExportAllSlots));
-        QVERIFY(bus.registerService(m_service));
-        m_hotKeys.emplace(connection("program"), QStringLiteral("Talk with the buddy"),
+        QVERIFY(m_bus.offer(service, path, &*m_portal));
+        m_hotKeys.emplace(m_bus.connection("program"), QStringLiteral("Talk with the buddy"),
             std::chrono::milliseconds(500));
         m_pressed.emplace(&*m_hotKeys, &HotKeyProviding::pressed);
     }
@@ -102,7 +99,7 @@ private Q_SLOTS:
 
     void withoutThePortalThereAreNone()
     {
-        QVERIFY(connection("portal").unregisterService(m_service));
+        QVERIFY(m_bus.withdraw(service));
         QCOMPARE(assign("Ctrl+Alt+Space").error().kind, HotKeyError::Kind::unavailable);
     }
 
@@ -114,19 +111,13 @@ private:
 
     void press(const QString& session, const char* shortcut)
     {
-        auto signal = QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/portal/desktop"),
-            QStringLiteral("org.freedesktop.portal.GlobalShortcuts"), QStringLiteral("Activated"));
-        signal.setArguments({ QVariant::fromValue(QDBusObjectPath(session)),
-            QLatin1String(shortcut), QVariant::fromValue(qulonglong(0)), QVariantMap() });
-        connection("portal").send(signal);
+        m_bus.signal(path, "org.freedesktop.portal.GlobalShortcuts", "Activated",
+            { QVariant::fromValue(QDBusObjectPath(session)), QLatin1String(shortcut),
+                QVariant::fromValue(qulonglong(0)), QVariantMap() });
     }
 
-    QDBusConnection connection(const char* name)
-    {
-        return QDBusConnection::connectToBus(m_bus.address(), QLatin1String(name));
-    }
-
-    const QString m_service = QStringLiteral("org.freedesktop.portal.Desktop");
+    static constexpr auto service = "org.freedesktop.portal.Desktop";
+    static constexpr auto path = "/org/freedesktop/portal/desktop";
     PrivateBus m_bus;
     std::optional<FakeShortcutsPortal> m_portal;
     std::optional<PortalHotKeys> m_hotKeys;

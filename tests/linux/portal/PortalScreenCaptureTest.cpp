@@ -50,12 +50,9 @@ private Q_SLOTS:
         m_scratch.emplace();
         m_portal.emplace();
         m_front.app.reset();
-        auto bus = connection("portal");
-        QVERIFY(bus.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), &*m_portal,
-            QDBusConnection::ExportAllSlots));
-        QVERIFY(bus.registerService(m_service));
+        QVERIFY(m_bus.offer(service, "/org/freedesktop/portal/desktop", &*m_portal));
     }
-    void cleanup() { connection("portal").unregisterService(m_service); }
+    void cleanup() { m_bus.withdraw(service); }
 
     void theUserChoosesAndTheFileIsGone()
     {
@@ -97,13 +94,13 @@ private Q_SLOTS:
     void withoutAPortalNothingIsGranted()
     {
         using Session = SessionPermissions::Session;
-        SessionPermissions wayland(Session::wayland, connection("program"));
+        SessionPermissions wayland(Session::wayland, m_bus.connection("program"));
         QTRY_VERIFY(wayland.screenCaptureGranted());
         cleanup();
         QVERIFY(capture().error().kind == ScreenCaptureError::Kind::noCaptureTarget);
-        SessionPermissions none(Session::wayland, connection("program"));
+        SessionPermissions none(Session::wayland, m_bus.connection("program"));
         QVERIFY(!awaited(none.requestScreenCapture()) && !none.accessibilityGranted());
-        SessionPermissions x11(Session::x11, connection("program"));
+        SessionPermissions x11(Session::x11, m_bus.connection("program"));
         QVERIFY(x11.screenCaptureGranted() && x11.accessibilityGranted());
     }
 
@@ -117,23 +114,18 @@ private Q_SLOTS:
     }
 
 private:
-    QDBusConnection connection(const char* name)
-    {
-        return QDBusConnection::connectToBus(m_bus.address(), QLatin1String(name));
-    }
-
     QString file() const { return m_scratch->filePath(QStringLiteral("shot.png")); }
 
     PortalScreenCapture::Result capture()
     {
         using namespace std::chrono_literals;
         const auto patience = m_portal->response ? 20s : 0s;
-        PortalScreenCapture capture(
-            connection("program"), m_front, { QStringLiteral("org.example.Vault") }, patience);
+        PortalScreenCapture capture(m_bus.connection("program"), m_front,
+            { QStringLiteral("org.example.Vault") }, patience);
         return awaited(capture.captureForCurrentContext({}));
     }
 
-    const QString m_service = QStringLiteral("org.freedesktop.portal.Desktop");
+    static constexpr auto service = "org.freedesktop.portal.Desktop";
     PrivateBus m_bus;
     std::optional<QTemporaryDir> m_scratch;
     std::optional<FakePortal> m_portal;

@@ -17,15 +17,6 @@ class FakeTray : public QObject {
     Q_PROPERTY(bool IsStatusNotifierHostRegistered MEMBER m_hasHost)
 
 public:
-    explicit FakeTray(QDBusConnection bus)
-        : m_bus(std::move(bus))
-    {
-        m_bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), this,
-            QDBusConnection::ExportAllProperties | QDBusConnection::ExportAllSignals);
-    }
-
-    bool comeUp() { return m_bus.registerService(QStringLiteral("org.kde.StatusNotifierWatcher")); }
-
     void registerHost()
     {
         m_hasHost = true;
@@ -36,7 +27,6 @@ Q_SIGNALS:
     void StatusNotifierHostRegistered();
 
 private:
-    QDBusConnection m_bus;
     bool m_hasHost = false;
 };
 
@@ -48,24 +38,15 @@ private Q_SLOTS:
     {
         QVERIFY(m_x11);
         m_bus.emplace();
-        m_tray = std::make_unique<FakeTray>(connection("tray"));
-        m_watch = std::make_unique<TrayWatch>(m_x11.get(), connection("program"));
-        m_appeared = std::make_unique<QSignalSpy>(m_watch.get(), &TrayWatch::trayAppeared);
-    }
-
-    void cleanup()
-    {
-        m_appeared.reset();
-        m_watch.reset();
-        m_tray.reset();
-        for (const auto* name : { "tray", "program" })
-            QDBusConnection::disconnectFromBus(QLatin1String(name));
+        m_tray.emplace();
+        m_watch.emplace(m_x11.get(), m_bus->connection("program"));
+        m_appeared.emplace(&*m_watch, &TrayWatch::trayAppeared);
     }
 
     void aTrayThatIsThereIsReportedOnce()
     {
         m_tray->registerHost();
-        QVERIFY(m_tray->comeUp());
+        QVERIFY(trayComesUp());
         m_watch->start();
         QTRY_COMPARE(m_appeared->count(), 1);
         const SelectionOwner second("_NET_SYSTEM_TRAY_S0");
@@ -78,7 +59,7 @@ private Q_SLOTS:
     {
         m_watch->start();
         settle();
-        QVERIFY(m_tray->comeUp());
+        QVERIFY(trayComesUp());
         settle();
         QCOMPARE(m_appeared->count(), 0);
         m_tray->registerHost();
@@ -90,7 +71,7 @@ private Q_SLOTS:
         m_watch->start();
         settle();
         m_tray->registerHost();
-        QVERIFY(m_tray->comeUp());
+        QVERIFY(trayComesUp());
         QTRY_COMPARE(m_appeared->count(), 1);
     }
 
@@ -104,15 +85,15 @@ private Q_SLOTS:
     }
 
 private:
-    QDBusConnection connection(const char* name)
+    bool trayComesUp()
     {
-        return QDBusConnection::connectToBus(m_bus->address(), QLatin1String(name));
+        return m_bus->offer("org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher", &*m_tray);
     }
 
     /// Returns once all that was sent so far has been heard: the bus and the X server keep order.
     void settle()
     {
-        auto program = connection("program");
+        const auto program = m_bus->connection("program");
         auto ping = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
             QStringLiteral("/"), QStringLiteral("org.freedesktop.DBus.Peer"),
             QStringLiteral("Ping"));
@@ -126,9 +107,9 @@ private:
 
     std::unique_ptr<X11Connection> m_x11 = X11Connection::create();
     std::optional<PrivateBus> m_bus;
-    std::unique_ptr<FakeTray> m_tray;
-    std::unique_ptr<TrayWatch> m_watch;
-    std::unique_ptr<QSignalSpy> m_appeared;
+    std::optional<FakeTray> m_tray;
+    std::optional<TrayWatch> m_watch;
+    std::optional<QSignalSpy> m_appeared;
 };
 
 } // namespace pobblewig
