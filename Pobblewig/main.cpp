@@ -7,10 +7,10 @@
 #include "PobblewigLinux/desktop/OpenRequestLogic.h"
 #include "PobblewigLinux/desktop/SingleInstance.h"
 #include "PobblewigLinux/desktop/Sounds.h"
+#include "PobblewigLinux/modules/LateHTTPClient.h"
 #include "PobblewigLinux/x11/TrayWatch.h"
 #include "PobblewigLinux/x11/X11BuddyWindowSystem.h"
 #include "foundation/JSONFileStore.h"
-#include "foundation/NetworkHTTPClient.h"
 #include "foundation/QtKeychainHelper.h"
 
 #include <QApplication>
@@ -47,7 +47,7 @@ AppCoordinator::Parts parts(LinuxSession& session)
 {
     return {
         .directory = std::nullopt,
-        .http = std::make_unique<NetworkHTTPClient>(),
+        .http = std::make_unique<LateHTTPClient>(),
         .keychain = std::make_unique<QtKeychainHelper>(),
         .environment = [] { return currentEnvironment(EnvironmentFile::defaultPath()); },
         .wording = PlatformWording::linuxDesktop,

@@ -6,6 +6,10 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_AUTOMOC ON)
 set(CMAKE_AUTORCC ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+include(GNUInstallDirs)
+set(POBBLEWIG_MODULE_DIRECTORY ${CMAKE_INSTALL_LIBEXECDIR}/pobblewig/modules)
+file(RELATIVE_PATH POBBLEWIG_MODULES_FROM_PROGRAM
+    ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_PREFIX}/${POBBLEWIG_MODULE_DIRECTORY})
 # Executables and libraries must be compiled alike to share one precompiled header.
 set(CMAKE_CXX_COMPILE_OPTIONS_PIE -fPIC)
 
@@ -15,6 +19,8 @@ if(POBBLEWIG_CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER
         ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=${sloppiness} ${POBBLEWIG_CCACHE})
 endif()
+
+add_custom_target(pobblewig_modules)
 
 add_library(pobblewig_flags INTERFACE)
 target_compile_options(pobblewig_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Werror)
@@ -60,6 +66,26 @@ function(pobblewig_add_library name)
     add_library(pobblewig::${name} ALIAS pobblewig_${name})
     pobblewig_prepare(pobblewig_${name})
     target_link_libraries(pobblewig_${name} PUBLIC ${arg_LINKS})
+endfunction()
+
+# What the program loads by ModuleLoader when it is first asked for. A DOUBLE is for tests alone.
+function(pobblewig_add_module name)
+    cmake_parse_arguments(arg "DOUBLE" "" "SOURCES;LINKS" ${ARGN})
+    add_library(pobblewig_module_${name} MODULE ${arg_SOURCES})
+    pobblewig_prepare(pobblewig_module_${name})
+    target_link_libraries(pobblewig_module_${name} PRIVATE ${arg_LINKS})
+    # It keeps what it shares with the program to itself.
+    target_link_options(pobblewig_module_${name} PRIVATE -Wl,--exclude-libs,ALL)
+    set_target_properties(pobblewig_module_${name} PROPERTIES
+        PREFIX "" OUTPUT_NAME ${name} DEFINE_SYMBOL ""
+        LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/modules)
+    if(arg_DOUBLE)
+        set_property(TARGET pobblewig_module_${name} PROPERTY
+            LIBRARY_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/modules)
+    else()
+        add_dependencies(pobblewig_modules pobblewig_module_${name})
+        install(TARGETS pobblewig_module_${name} DESTINATION ${POBBLEWIG_MODULE_DIRECTORY})
+    endif()
 endfunction()
 
 function(pobblewig_add_executable name)
