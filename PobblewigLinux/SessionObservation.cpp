@@ -2,10 +2,10 @@
 
 #include "PobblewigLinux/SessionFrontmostAppProvider.h"
 #include "PobblewigLinux/desktop/MutterIdleTime.h"
+#include "PobblewigLinux/modules/ModuleLoader.h"
 #include "PobblewigLinux/wayland/KWinActiveWindow.h"
-#include "PobblewigLinux/wayland/WaylandIdleTime.h"
-#include "PobblewigLinux/wayland/WlrootsActiveWindow.h"
 #include "PobblewigLinux/x11/X11FrontmostAppProvider.h"
+#include "foundation/Log.h"
 
 #include <QDBusConnectionInterface>
 
@@ -19,12 +19,17 @@ bool isWaylandSession(const Environment& environment)
         || variable(environment, QStringLiteral("XDG_SESSION_TYPE")) == QStringLiteral("wayland");
 }
 
-std::unique_ptr<WaylandConnection> connectToWayland(const Environment& environment)
+std::unique_ptr<WaylandCompositor> connectToWayland(const Environment& environment)
 {
     if (!isWaylandSession(environment))
         return nullptr;
+    const auto module = ModuleLoader().load<WaylandConnecting>(QStringLiteral("wayland"));
+    if (!module) {
+        Log::line(QStringLiteral("buddy: %1").arg(module.error()));
+        return nullptr;
+    }
     const auto display = variable(environment, QStringLiteral("WAYLAND_DISPLAY"));
-    return WaylandConnection::open(display.value_or(QString()).toLocal8Bit());
+    return (*module)->connectTo(display.value_or(QString()).toLocal8Bit());
 }
 
 bool hasService(const QDBusConnection& bus, const QString& name)
@@ -32,12 +37,12 @@ bool hasService(const QDBusConnection& bus, const QString& name)
     return bus.isConnected() && bus.interface()->isServiceRegistered(name);
 }
 
-SessionOffers offersOfWayland(const WaylandConnection* wayland, const QDBusConnection& bus)
+SessionOffers offersOfWayland(const WaylandCompositor* wayland, const QDBusConnection& bus)
 {
     return {
         .isWayland = true,
-        .hasToplevelList = wayland && WlrootsActiveWindow::isOffered(*wayland),
-        .hasIdleNotify = wayland && WaylandIdleTime::isOffered(*wayland),
+        .hasToplevelList = wayland && wayland->hasToplevelList(),
+        .hasIdleNotify = wayland && wayland->hasIdleNotify(),
         .hasKWin = hasService(bus, KWinActiveWindow::service),
         .hasGNOMEShell = hasService(bus, QStringLiteral("org.gnome.Shell")),
         .hasMutterIdle = hasService(bus, MutterIdleTime::service),
@@ -45,20 +50,20 @@ SessionOffers offersOfWayland(const WaylandConnection* wayland, const QDBusConne
 }
 
 std::unique_ptr<ActiveWindowProviding> makeActiveWindow(
-    ActiveWindowSource source, WaylandConnection* wayland, const QDBusConnection& bus)
+    ActiveWindowSource source, WaylandCompositor* wayland, const QDBusConnection& bus)
 {
     if (source == ActiveWindowSource::wlroots)
-        return std::make_unique<WlrootsActiveWindow>(*wayland);
+        return wayland->makeActiveWindow();
     if (source == ActiveWindowSource::kwin)
         return std::make_unique<KWinActiveWindow>(bus);
     return nullptr;
 }
 
 std::unique_ptr<IdleTimeProviding> makeIdleTime(
-    IdleTimeSource source, WaylandConnection* wayland, const QDBusConnection& bus, Clock now)
+    IdleTimeSource source, WaylandCompositor* wayland, const QDBusConnection& bus, Clock now)
 {
     if (source == IdleTimeSource::waylandIdleNotify)
-        return std::make_unique<WaylandIdleTime>(*wayland, std::move(now));
+        return wayland->makeIdleTime(std::move(now));
     if (source == IdleTimeSource::mutter)
         return std::make_unique<MutterIdleTime>(bus, std::move(now));
     return nullptr;

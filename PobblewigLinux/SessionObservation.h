@@ -2,7 +2,7 @@
 
 #include "PobblewigLinux/SessionObservationLogic.h"
 #include "PobblewigLinux/desktop/ApplicationNames.h"
-#include "PobblewigLinux/wayland/WaylandConnection.h"
+#include "PobblewigLinux/wayland/WaylandCompositor.h"
 #include "PobblewigLinux/x11/X11Connection.h"
 #include "foundation/Time.h"
 #include "settings/Environment.h"
@@ -29,7 +29,7 @@ public:
 private:
     bool m_isWayland;
     ApplicationNames m_names;
-    std::unique_ptr<WaylandConnection> m_wayland;
+    std::unique_ptr<WaylandCompositor> m_wayland;
     ObservationReport m_report;
     std::unique_ptr<FrontmostAppProviding> m_provider;
 };
