@@ -35,6 +35,11 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
     target_compile_options(pobblewig_flags INTERFACE -fpch-preprocess)
     target_link_options(pobblewig_flags INTERFACE -fuse-ld=lld)
 endif()
+if(CMAKE_BUILD_TYPE STREQUAL "Release")
+    # Each library and page that a program does without is time until its first frame.
+    target_compile_options(pobblewig_flags INTERFACE -ffunction-sections -fdata-sections)
+    target_link_options(pobblewig_flags INTERFACE -Wl,--as-needed -Wl,-O2 -Wl,--icf=safe)
+endif()
 if(POBBLEWIG_SANITIZERS)
     target_compile_options(pobblewig_flags INTERFACE
         -fsanitize=${POBBLEWIG_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1

@@ -33,12 +33,13 @@ BuddyWindow::BuddyWindow(BuddyWindowSystem& system, QSettings& settings, BuddyVi
     setAttribute(Qt::WA_ShowWithoutActivating);
     setWindowTitle(QStringLiteral("Pobblewig"));
     setAccessibleName(QStringLiteral("Pobblewig"));
-    setCursor(Qt::PointingHandCursor);
     setMouseTracking(true);
     m_view->setAccessibleName(tr("Open chat"));
     connect(m_view, &BuddyView::clicked, this, &BuddyWindow::clicked);
     connect(m_view, &BuddyView::appeared, this, &BuddyWindow::appeared);
     connect(m_view, &BuddyView::appeared, this, &BuddyWindow::watchFullScreen);
+    // Its picture is looked for among all of a theme's files.
+    connect(m_view, &BuddyView::appeared, this, [this] { setCursor(Qt::PointingHandCursor); });
     connect(m_view, &BuddyView::ticked, this, &BuddyWindow::glide);
     connect(m_view, &BuddyView::ticked, this, &BuddyWindow::watchOcclusion);
     connect(m_view, &BuddyView::roomChanged, this, &BuddyWindow::fitAroundView);
