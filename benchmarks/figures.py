@@ -32,7 +32,8 @@ class Figure:
         if self.most is None and self.most_ratio is None:
             return None
         return ((self.most is None or self.value <= self.most)
-                and (self.most_ratio is None or self.ratio <= self.most_ratio))
+                and (self.most_ratio is None
+                     or self.value <= self.most_ratio * self.peer_value))
 
     def cells(self):
         aims = [f"{self.most:g} {self.unit}"] if self.most is not None else []
@@ -60,9 +61,12 @@ def read(path):
 
 
 def read_google(path):
-    """What Google Benchmark wrote to a file, which need not be there; it is empty after a crash."""
-    text = pathlib.Path(path).read_text("utf-8") if os.path.exists(path) else ""
-    for run in json.loads(text)["benchmarks"] if text else []:
+    """What Google Benchmark wrote to a file, which is missing or cut off after a crash."""
+    try:
+        runs = json.loads(pathlib.Path(path).read_text("utf-8"))["benchmarks"]
+    except (OSError, ValueError):
+        return
+    for run in runs:
         name = re.sub("/(min_time|iterations|real_time).*", "", run["name"])
         time = "real_time" if "real_time" in run["name"] else "cpu_time"
         yield Figure(name, run[time], run["time_unit"])
