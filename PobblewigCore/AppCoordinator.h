@@ -71,6 +71,7 @@ public:
     MemoryToolExecutor& toolExecutor() { return m_toolExecutor; }
 
     const PublishedState& state() const { return m_state; }
+    const UsageCounter::Snapshot& usage() const { return m_stores.usage.snapshot(); }
 
     /// The program's current state.
     DiagnosticsInfo diagnostics() const;

@@ -34,9 +34,10 @@ void pollWithNothingDue(benchmark::State& state)
         .http = std::make_unique<NetworkHTTPClient>(),
         .keychain = std::make_unique<QtKeychainHelper>(),
         .environment = [] { return Environment(); },
+        .wording = PlatformWording::linuxDesktop,
     });
     for (auto _ : state)
-        spawn(coordinator.pollOnce(systemNow()));
+        spawn(coordinator.pollOnce());
     state.counters["writes"] = operations->writes;
 }
 BENCHMARK(pollWithNothingDue)->Unit(benchmark::kMicrosecond);

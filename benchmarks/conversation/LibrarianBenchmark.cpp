@@ -7,6 +7,7 @@
 #include "Figure.h"
 #include "foundation/Log.h"
 #include "foundation/NetworkHTTPClient.h"
+#include "memory/MemorySnapshot.h"
 #include "support/FakeKeychain.h"
 
 #include <QCoreApplication>
@@ -110,7 +111,8 @@ AppCoordinator::Parts parts(const QDir& directory, const QUrl& model, const QUrl
         .http = std::make_unique<NetworkHTTPClient>(),
         .keychain = std::make_unique<FakeKeychain>(),
         .environment = [environment = std::move(environment)] { return environment; },
-        .clock = [] { return now; },
+        .wording = PlatformWording::linuxDesktop,
+        .moment = { [] { return now; } },
     };
 }
 
@@ -146,7 +148,9 @@ public:
         m_coordinator.start();
         m_coordinator.updateSettings(
             [&](AppSettings& settings) { settings.memoryEnabled = bool(given.librarian); });
-        runUntil([&] { return m_coordinator.state().memory.activeDailySession.has_value(); });
+        runUntil([&] {
+            return m_coordinator.state().of<MemorySnapshot>().activeDailySession.has_value();
+        });
     }
 
     Measured measure()
@@ -158,7 +162,7 @@ public:
             m_measured.turnsWhileClosing.push_back(ask(QStringLiteral("More %1").arg(turn)));
         if (m_hangs)
             m_librarian.reset();
-        run([&] { return !m_coordinator.state().isClosingSession; });
+        run([&] { return !m_coordinator.state().of<ConversationState>().isClosingSession; });
         return m_measured;
     }
 

@@ -104,7 +104,8 @@ AppCoordinator::Parts parts(const QDir& directory, const QUrl& model)
                     { QStringLiteral("MAIN_MODEL_ID"), QStringLiteral("model") },
                 };
             },
-        .clock = [] { return now; },
+        .wording = PlatformWording::linuxDesktop,
+        .moment = { [] { return now; } },
     };
 }
 

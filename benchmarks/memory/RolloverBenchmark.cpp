@@ -100,8 +100,8 @@ AppCoordinator::Parts parts(const DataDirectory& directory)
         .http = std::make_unique<NetworkHTTPClient>(),
         .keychain = std::make_unique<FakeKeychain>(),
         .environment = [] { return Environment(); },
-        .calendar = [] { return Calendar(); },
-        .clock = [] { return morning; } };
+        .wording = PlatformWording::linuxDesktop,
+        .moment = { [] { return morning; }, [] { return Calendar(); } } };
 }
 
 void spin(const std::function<bool()>& isDone)
@@ -112,7 +112,7 @@ void spin(const std::function<bool()>& isDone)
 
 Task<> poll(AppCoordinator* coordinator, bool* isOver)
 {
-    co_await coordinator->pollOnce(morning);
+    co_await coordinator->pollOnce();
     *isOver = true;
 }
 

@@ -80,7 +80,8 @@ AppCoordinator::Parts parts(const QDir& directory)
         .http = std::make_unique<NetworkHTTPClient>(),
         .keychain = std::make_unique<FakeKeychain>(),
         .environment = [] { return Environment(); },
-        .clock = [] { return now; },
+        .wording = PlatformWording::linuxDesktop,
+        .moment = { [] { return now; } },
     };
 }
 
@@ -92,7 +93,7 @@ void startUp(benchmark::State& state)
     fill(directory, int(state.range(0)));
     for (auto _ : state) {
         std::optional<AppCoordinator> coordinator(std::in_place, parts(directory));
-        spawn(coordinator->pollOnce(now));
+        spawn(coordinator->pollOnce());
         // A program that quits takes nothing apart.
         state.PauseTiming();
         coordinator.reset();

@@ -49,10 +49,10 @@ void TermPlayer::perform(const TermAct& act)
         return m_program->start();
     case TermAct::Kind::poll:
         noteEndIfDue();
-        return spawn(m_program->pollOnce(now()));
+        return spawn(m_program->pollOnce());
     case TermAct::Kind::say:
         // There is always a poll between two sentences.
-        spawn(m_program->pollOnce(now()));
+        spawn(m_program->pollOnce());
         settle();
         if (!m_program->chat().submit(act.text))
             m_ledger.fault(QStringLiteral("a turn was refused"));
@@ -80,8 +80,8 @@ AppCoordinator::Parts TermPlayer::parts()
         .http = std::move(http),
         .keychain = std::make_unique<FakeKeychain>(),
         .environment = [this] { return environment(); },
-        .calendar = [this] { return calendar(); },
-        .clock = [this] { return now(); },
+        .wording = PlatformWording::linuxDesktop,
+        .moment = { [this] { return now(); }, [this] { return calendar(); } },
     };
 }
 
@@ -144,9 +144,8 @@ void TermPlayer::notePresent()
         if (m_known.insert(session.id).second)
             m_ledger.session(session.id, session.dayKey);
     }
-    const auto& state = m_program->state();
-    if (!state.settings.memoryEnabled)
-        m_ledger.librarianCallsWhileOff(state.usage.librarianCalls);
+    if (!m_program->state().of<SettingsState>().settings.memoryEnabled)
+        m_ledger.librarianCallsWhileOff(m_program->usage().librarianCalls);
 }
 
 void TermPlayer::noteFailure(const QString& logged)

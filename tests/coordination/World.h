@@ -2,6 +2,7 @@
 
 #include "AppCoordinator.h"
 #include "activity/ScriptedFrontmostApp.h"
+#include "memory/MemorySnapshot.h"
 #include "support/Awaited.h"
 #include "support/FakeKeychain.h"
 #include "support/ScratchDirectory.h"
