@@ -256,6 +256,8 @@ private Q_SLOTS:
         apply({ reminder("r") });
         awaited(m->desk.confirmProposal(text("r")));
         QCOMPARE(told().size(), 2);
+        for (const auto& message : m->chat.messages())
+            QVERIFY(!message.sessionID);
         QCOMPARE(m->memory.observations.count(), 0);
     }
 
