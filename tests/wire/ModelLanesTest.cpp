@@ -97,6 +97,8 @@ private Q_SLOTS:
         row("other host", "", "https://m/v1", "https://o/v1", "https://m/v1");
         row("other port", "", "https://m/v1", "https://m:444/v1", "https://m/v1");
         row("other scheme", "", "https://m/v1", "http://m/v1", "https://m/v1");
+        row("other scheme at the same port", "", "https://m:8/v1", "http://m:8/v1",
+            "https://m:8/v1");
         row("sub-domain", "", "https://m/v1", "https://x.m/v1", "https://m/v1");
         row("host as user", "", "https://m/v1", "https://m@o/v1", "https://m/v1");
         row("same origin", "", "https://m/v1", "https://M:443/v2", "https://m:443/v2");
