@@ -96,14 +96,14 @@ private Q_SLOTS:
 
     void aStandingSpriteIsPutTogetherFromItsLayers()
     {
-        const auto rgb = [](Mascot mascot, QPoint dot) {
-            return at(BuddyBitmap::standing(MascotSprite::sprite(mascot)), dot);
+        const auto rgb = [](QStringView mascot, QPoint dot) {
+            return at(BuddyBitmap::standing(MascotSprite::sprite(*Mascot::find(mascot))), dot);
         };
-        QCOMPARE(rgb(Mascot::skrit, { 28, 4 }), (std::vector { RGB { 217, 119, 87 } }));
-        QCOMPARE(rgb(Mascot::mouse, { 23, 7 }), std::vector { mouseEye });
-        QCOMPARE(rgb(Mascot::mouse, { 24, 7 }), std::vector { mouseBody });
-        QCOMPARE(rgb(Mascot::axolotl, { 18, 8 }), (std::vector { RGB { 58, 42, 26 } }));
-        QCOMPARE(rgb(Mascot::axolotl, { 4, 15 }), (std::vector { RGB { 186, 126, 50 } }));
+        QCOMPARE(rgb(u"skrit", { 28, 4 }), (std::vector { RGB { 217, 119, 87 } }));
+        QCOMPARE(rgb(u"mouse", { 23, 7 }), std::vector { mouseEye });
+        QCOMPARE(rgb(u"mouse", { 24, 7 }), std::vector { mouseBody });
+        QCOMPARE(rgb(u"axolotl", { 18, 8 }), (std::vector { RGB { 58, 42, 26 } }));
+        QCOMPARE(rgb(u"axolotl", { 4, 15 }), (std::vector { RGB { 186, 126, 50 } }));
     }
 
     void aLookChangesItsDots_data()
@@ -132,7 +132,8 @@ private Q_SLOTS:
         QFETCH(BitmapKey, look);
         QFETCH(QPoint, dot);
         QFETCH(RGB, expected);
-        const auto bitmap = BuddyBitmap::rendered(MascotSprite::sprite(Mascot::mouse), look);
+        const auto bitmap =
+            BuddyBitmap::rendered(MascotSprite::sprite(*Mascot::find(u"mouse")), look);
         const auto isEmpty = expected == RGB {};
         QCOMPARE(at(bitmap, dot), isEmpty ? std::vector<RGB>() : std::vector { expected });
     }

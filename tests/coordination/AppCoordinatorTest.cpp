@@ -116,7 +116,7 @@ private Q_SLOTS:
         for (const auto& name : { u"memory_find_notes"_s, u"memory_get_active_context"_s,
                  u"rules_list"_s, u"interventions_recent"_s, u"apps_list_sources"_s }) {
             const auto result = awaited((*m)->toolExecutor().execute({ name, {} }));
-            QVERIFY2(result.ok, qPrintable(name + u": " + result.text));
+            QVERIFY2(result.ok, qPrintable(result.text));
         }
         QCOMPARE((*m)->diagnostics().totalToolCalls, 5);
     }
@@ -204,7 +204,7 @@ private Q_SLOTS:
 
     void aChangeOfOneFeatureIsPublishedOnce()
     {
-        QSignalSpy changes(m->operator->(), &AppCoordinator::stateChanged);
+        QSignalSpy changes(&**m, &AppCoordinator::stateChanged);
         (*m)->modes().setMode(CoachMode::focus);
         QCOMPARE(changes.size(), 1);
         (*m)->refresh();

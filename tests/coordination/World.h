@@ -49,6 +49,7 @@ public:
     }
 
     AppCoordinator* operator->() const { return m_program.get(); }
+    AppCoordinator& operator*() const { return *m_program; }
 
     template <typename Record>
     const Record& state() const

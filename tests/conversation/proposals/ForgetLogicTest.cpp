@@ -54,7 +54,8 @@ class ForgetLogicTest : public QObject {
 private Q_SLOTS:
     void init()
     {
-        m_memory = std::make_unique<MemoryTiers>(std::nullopt, [] { return Calendar(); });
+        m_memory = std::make_unique<MemoryTiers>(
+            std::nullopt, [] { return Calendar(); }, PlatformWording::linuxDesktop);
         const MemoryNote tea { .id = numbered("aaaaaaa1"), .text = u"Likes \"%1\" tea\nhot"_s };
         MemoryNote old { .id = numbered("aaaaaaa2"), .text = u"Liked coffee"_s };
         old.status = MemoryStatus::archived;
