@@ -61,8 +61,10 @@ private Q_SLOTS:
         m->poll();
         QCOMPARE(front(*m), u"");
         m->time += 1h;
+        m->desktop.show(u"Writer"_s, u"org.writer"_s);
         m->poll();
         QVERIFY(!m->state<SettingsState>().isPaused);
+        QCOMPARE(front(*m), u"Writer");
         (*m)->updateSettings(
             [](auto& settings) { settings.excludedBundleIDs = { u"org.vault"_s }; });
         m->desktop.show(u"Secret 2"_s, u"org.vault"_s);

@@ -102,7 +102,7 @@ private Q_SLOTS:
         const std::pair<QUrl, QString> cases[] { { closed, u"Nothing answers at 127.0.0.1:"_s },
             { QUrl(u"http://h.invalid"_s), u"No server named h.invalid "_s },
             { QUrl(u"file:///etc/hostname?hush"_s),
-                u"“file:///etc/hostname” is not the address of a web server."_s } };
+                u"“file:///etc/hostname” is not a web address."_s } };
         for (const auto& [url, begin] : cases) {
             const auto error =
                 awaited(m_client.send({ .url = url, .headers = {}, .body = {} })).error();

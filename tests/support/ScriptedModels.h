@@ -10,6 +10,7 @@ struct ScriptedModels : ModelProviding {
     LLMProvider* main = nullptr;
     LLMProvider* vision = nullptr;
     LLMProvider* librarian = nullptr;
+    LibrarianModelConfig librarianSettings;
 
     Task<std::unique_ptr<LLMProvider>> makeProvider(ModelUse use) override
     {
@@ -18,7 +19,10 @@ struct ScriptedModels : ModelProviding {
         return BorrowedProvider::lent(use == ModelUse::vision ? vision : librarian);
     }
     Task<MainModelConfig> mainConfig() override { co_return MainModelConfig(); }
-    Task<LibrarianModelConfig> librarianConfig() override { co_return LibrarianModelConfig(); }
+    Task<LibrarianModelConfig> librarianConfig() override
+    {
+        co_return LibrarianModelConfig(librarianSettings);
+    }
 };
 
 } // namespace pobblewig

@@ -47,6 +47,7 @@ private Q_SLOTS:
     {
         m_model = std::make_unique<ScriptedProvider>();
         m_models.librarian = m_model.get();
+        m_models.librarianSettings = { .temperature = 0.3, .maxOutputTokens = 1000 };
         m_stores = std::make_unique<ScriptedStores>();
         m_stores->memory.sessions.ensureActiveSession(now, Calendar());
         m_memory = &m_stores->memory;
@@ -308,11 +309,6 @@ private Q_SLOTS:
     }
 
 private:
-    static Task<LibrarianModelConfig> config()
-    {
-        co_return LibrarianModelConfig { .temperature = 0.3, .maxOutputTokens = 1000 };
-    }
-
     Task<Result> extracting() { return m_service->extractAfterTurn(window(), {}, {}, {}); }
     Result extract() { return awaited(extracting()); }
     Runs runAll()
