@@ -59,6 +59,18 @@ AppCoordinator::Parts parts(LinuxSession& session)
     };
 }
 
+/// The status to exit with if another process has the data.
+std::optional<int> refusal(SingleInstance& instance, const std::optional<QUrl>& link)
+{
+    const auto claim = instance.claim(link);
+    if (claim == SingleInstance::Claim::first)
+        return std::nullopt;
+    if (claim == SingleInstance::Claim::handedOver)
+        return 0;
+    std::fprintf(stderr, "%s\n", qPrintable(instance.refusal()));
+    return 1;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -74,12 +86,9 @@ int main(int argc, char** argv)
     ApplicationBus bus;
     SingleInstance instance(JSONFileStore::defaultDirectory(), bus);
     const auto link = OpenRequestLogic::link(QApplication::arguments().mid(1));
-    const auto claim = instance.claim(link);
-    if (claim == SingleInstance::Claim::handedOver)
-        return 0;
-    if (claim == SingleInstance::Claim::unanswered) {
-        std::fprintf(stderr, "%s\n", qPrintable(instance.refusal()));
-        return 1;
+    if (instance.isContested()) {
+        if (const auto status = refusal(instance, link))
+            return *status;
     }
 
     const auto connection = X11Connection::create();
@@ -108,7 +117,12 @@ int main(int argc, char** argv)
             &*trayWatch, &TrayWatch::trayAppeared, &presence, &DesktopPresence::showTray);
         trayWatch->start();
     });
-    delegate.launch([&] {
+    delegate.launch([&]() -> std::optional<AppCoordinator::Parts> {
+        // The lock waits for the disk, so the buddy does not wait for the lock.
+        if (const auto status = refusal(instance, link)) {
+            QApplication::exit(*status);
+            return std::nullopt;
+        }
         const auto environment = currentEnvironment(EnvironmentFile::defaultPath());
         return parts(session.emplace(connection.get(), environment));
     });

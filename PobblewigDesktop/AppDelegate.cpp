@@ -87,7 +87,7 @@ AppDelegate::AppDelegate(BuddyWindowSystem& windowSystem, QSettings& desktopSett
 
 AppDelegate::~AppDelegate() = default;
 
-void AppDelegate::launch(std::function<AppCoordinator::Parts()> makeParts)
+void AppDelegate::launch(MakeParts makeParts)
 {
     m_makeParts = std::move(makeParts);
     connect(&m_buddy, &BuddyWindow::appeared, this, &AppDelegate::startCoordinator);
@@ -112,9 +112,11 @@ void AppDelegate::openChat()
 
 void AppDelegate::startCoordinator()
 {
-    if (m_coordinator)
+    const auto makeParts = std::exchange(m_makeParts, nullptr);
+    auto parts = makeParts ? makeParts() : std::nullopt;
+    if (!parts)
         return;
-    m_coordinator = std::make_unique<AppCoordinator>(m_makeParts());
+    m_coordinator = std::make_unique<AppCoordinator>(*std::move(parts));
     connect(m_coordinator.get(), &AppCoordinator::stateChanged, this, &AppDelegate::showState);
     m_coordinator->start();
     showState();

@@ -22,8 +22,11 @@ public:
     AppDelegate(BuddyWindowSystem& windowSystem, QSettings& desktopSettings);
     ~AppDelegate() override;
 
+    /// Makes what the coordinator needs; nothing if the program must end instead.
+    using MakeParts = std::function<std::optional<AppCoordinator::Parts>()>;
+
     /// `makeParts` is called once the buddy is visible.
-    void launch(std::function<AppCoordinator::Parts()> makeParts);
+    void launch(MakeParts makeParts);
 
     /// Before the coordinator has started, the request is kept until it has.
     void openChat();
@@ -65,7 +68,7 @@ private:
     QSettings& m_desktopSettings;
     BuddyWindow m_buddy;
     DesktopPresence m_presence;
-    std::function<AppCoordinator::Parts()> m_makeParts;
+    MakeParts m_makeParts;
     std::unique_ptr<AppCoordinator> m_coordinator;
     std::unique_ptr<ChatPanel> m_panel;
     std::optional<Look> m_look;

@@ -4,6 +4,9 @@
 
 #include <QCryptographicHash>
 #include <QFileInfo>
+#include <QSysInfo>
+
+#include <csignal>
 
 namespace pobblewig {
 
@@ -16,9 +19,22 @@ SingleInstance::SingleInstance(const QDir& dataDirectory, ApplicationBus& bus)
     m_lock.setStaleLockTime(0);
 }
 
+bool SingleInstance::isContested() const
+{
+    qint64 process = 0;
+    QString host;
+    QString application;
+    if (!m_lock.getLockInfo(&process, &host, &application))
+        return false;
+    const auto isElsewhere = host != QSysInfo::machineHostName();
+    return isElsewhere || ::kill(pid_t(process), 0) == 0 || errno != ESRCH;
+}
+
 SingleInstance::Claim SingleInstance::claim(const std::optional<QUrl>& link)
 {
     using namespace std::chrono_literals;
+    if (m_lock.isLocked())
+        return Claim::first;
     FileOperations().makePath(m_directory.absolutePath());
     // Looks a second time, since the other process may just be starting or ending.
     for (const auto patience : { 0ms, 2000ms }) {

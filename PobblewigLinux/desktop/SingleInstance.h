@@ -23,8 +23,11 @@ public:
 
     SingleInstance(const QDir& dataDirectory, ApplicationBus& bus);
 
-    /// Call this once, before the directory is read. May wait some seconds if the other process is
-    /// busy. The claim lasts as long as this object.
+    /// Whether another process seems to use the directory. A quick look that claims nothing.
+    bool isContested() const;
+
+    /// Call this before the directory is read. May wait for the disk, or some seconds if the other
+    /// process is busy. The claim lasts as long as this object; further calls return the same.
     Claim claim(const std::optional<QUrl>& link);
 
     /// Starts to accept requests of other processes; until then they wait.

@@ -1,4 +1,5 @@
 #include "PobblewigLinux/desktop/OpenRequestLogic.h"
+#include "PobblewigLinux/desktop/SingleInstance.h"
 #include "support/PrivateBus.h"
 #include "support/TableRow.h"
 
@@ -93,9 +94,14 @@ private Q_SLOTS:
 
     void theLockOfAKilledProcessIsTakenOver()
     {
+        ApplicationBus bus;
+        const SingleInstance looking(QDir(directory()), bus);
+        QVERIFY(!looking.isContested());
         Launch first(m_bus.address(), { directory() });
         QCOMPARE(first.line(), m_first);
+        QVERIFY(looking.isContested());
         first.killed();
+        QVERIFY(!looking.isContested());
         QCOMPARE(Launch(m_bus.address(), { directory() }).line(), m_first);
     }
 
