@@ -72,6 +72,18 @@ BENCHMARK(appendAReply)
     ->ArgsProduct({ { 0, 1, 2, 3, 4, 5, 6 }, { 50'000, 100'000 } })
     ->Unit(benchmark::kMicrosecond);
 
+/// Reads the whole reply for what it asks to have done: twice the length takes twice the time.
+void parseAReply(benchmark::State& state)
+{
+    const auto reply = words(state).join(QString());
+    for (auto _ : state)
+        benchmark::DoNotOptimize(ActionParser::parse(reply, {}));
+    named(state);
+}
+BENCHMARK(parseAReply)
+    ->ArgsProduct({ { 0, 1, 2, 3, 4, 5, 6 }, { 200'000, 400'000 } })
+    ->Unit(benchmark::kMicrosecond);
+
 /// What it would cost to look at the whole for each token; a tenth as long already shows it.
 void sanitizeEveryTime(benchmark::State& state)
 {
