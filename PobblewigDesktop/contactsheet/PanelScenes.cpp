@@ -95,7 +95,7 @@ std::vector<RuleProposal> proposals()
     };
 }
 
-void propose(PanelStage& stage, size_t from, size_t count)
+void propose(PanelStage& stage, std::ptrdiff_t from, std::ptrdiff_t count)
 {
     const auto all = proposals();
     converse(stage.talk);

@@ -1,4 +1,5 @@
 #include "coordination/World.h"
+#include "memory/librarian/RolloverLogic.h"
 #include "support/TableRow.h"
 
 #include "foundation/ISO8601.h"
@@ -140,6 +141,20 @@ private Q_SLOTS:
         m->ask(u"Good morning"_s);
         QVERIFY(m->prompt().contains(u"the essay"));
         QCOMPARE(m->state<MemorySnapshot>().activeDailySession->turnCount, 1);
+    }
+
+    void aDayThatACrashCutOffIsClosedAtTheStart()
+    {
+        m->ask(u"Good night"_s);
+        const auto cutOff = m->state<MemorySnapshot>().activeDailySession->id;
+        (*m)->memory().summaries.add({ .id = RolloverLogic::dailySummaryID(cutOff),
+            .startDate = m->time,
+            .endDate = m->time,
+            .summary = u"Slept."_s });
+        m->restart();
+        const auto& previous = m->state<MemorySnapshot>().previousDailySession;
+        QVERIFY(previous && previous->id == cutOff && previous->summary == u"Slept."_s);
+        QVERIFY((*m)->chat().messages().empty());
     }
 
     void whatIsForgottenComesBackByNobody()
