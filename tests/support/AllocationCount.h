@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <optional>
 
+// The name is the sanitizers' own.
+// NOLINTNEXTLINE(bugprone-reserved-identifier)
 extern "C" __attribute__((weak)) int __sanitizer_install_malloc_and_free_hooks(
     void (*)(const volatile void*, size_t), void (*)(const volatile void*));
 
