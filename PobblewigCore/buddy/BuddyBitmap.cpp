@@ -40,6 +40,7 @@ DotCanvas bare(const MascotSprite& sprite, MascotGait gait, bool hasGlasses)
 void paintClaws(const MascotSprite& sprite, DotCanvas& canvas)
 {
     std::vector<MascotSprite::Cell> cells;
+    cells.reserve(sprite.claws.size());
     for (const auto& claw : sprite.claws)
         cells.push_back({ claw.row, claw.col, sprite.pawColor });
     canvas.paint(cells, 0);
