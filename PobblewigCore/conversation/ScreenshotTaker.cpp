@@ -4,6 +4,15 @@
 
 namespace pobblewig {
 
+namespace {
+
+void noteTheRequest(AppSettings& settings)
+{
+    settings.screenCaptureRequestedBefore = true;
+}
+
+} // namespace
+
 ScreenshotTaker::ScreenshotTaker(
     ScreenAccess access, SettingsStore& settings, const PlatformWording& wording)
     : m_access(access)
@@ -38,7 +47,7 @@ QString ScreenshotTaker::description(const ScreenCaptureError& error) const
 
 Task<> ScreenshotTaker::requestPermission()
 {
-    m_settings.update([](auto& settings) { settings.screenCaptureRequestedBefore = true; });
+    m_settings.update(noteTheRequest);
     if (m_access.permissions)
         co_await m_access.permissions->requestScreenCapture();
 }

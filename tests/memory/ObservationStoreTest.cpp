@@ -115,6 +115,8 @@ private Q_SLOTS:
         QCOMPARE(labels(store.withIDs({ idOf(u'c'), idOf(u'x'), idOf(u'd') })), u"dc"_s);
 
         store.markArchived({ idOf(u'b'), idOf(u'x'), idOf(u'e') }, idOf(u'p'));
+        QCOMPARE(ObservationStore(directory).withIDs({ idOf(u'e') })[0].archivedIntoPeriodID,
+            idOf(u'p'));
         QCOMPARE(store.pruneArchived(30, at(3) + 30 * 24h), 0);
         QCOMPARE(store.pruneArchived(30, at(3) + 30 * 24h + 1ms), 1);
         QCOMPARE(found("essay"), u"ec"_s);

@@ -66,10 +66,11 @@ private Q_SLOTS:
         add("bbbbbbb1", u"academics.courses"_s, u"Logic"_s);
         add("bbbbbbb2", u"academics.exams"_s, u"Final"_s);
         add("ccccccc1", u"misc"_s, u"Locker"_s);
-        const auto see = [&](const QString& summary, TimePoint at, const QString& tag) {
+        const auto see = [&](const QString& summary, TimePoint at, const QString& tag,
+                             TimePoint recordedAt = now) {
             m_memory->observations.add({ .id = QUuid::createUuid(),
                 .occurredAt = at,
-                .recordedAt = at,
+                .recordedAt = recordedAt,
                 .summary = summary,
                 .tags = { tag } });
         };
@@ -77,7 +78,7 @@ private Q_SLOTS:
         for (int count = 0; count < 30; ++count)
             see(u"exam dates"_s, now - 1h, u"dates"_s);
         // What is recorded while the question waits.
-        see(u"exam passed"_s, now + 1h, u"psyc"_s);
+        see(u"exam passed"_s, now - 1min, u"psyc"_s, now + 1h);
     }
 
     void aRequestSaysExactlyWhatWouldGo_data()
