@@ -13,6 +13,7 @@ import tempfile
 import figures
 
 BIN = pathlib.Path(sys.argv[1])
+LONGEST = "900"  # seconds, for one that hangs
 
 
 def benchmarks():
@@ -28,7 +29,7 @@ def run(name, command, environment, scratch):
     outputs = {"BENCHMARK_FIGURES": str(reported), "BENCHMARK_OUT": str(google),
                "BENCHMARK_OUT_FORMAT": "json"}
     print(f"\n{name}", flush=True)
-    status = subprocess.run(["scripts/virtual-desktop", *command],
+    status = subprocess.run(["timeout", LONGEST, "scripts/virtual-desktop", *command],
                             env=os.environ | environment | outputs, check=False).returncode
     found = [*figures.read(reported), *figures.read_google(google)]
     faults = [f"{name} has failed with status {status}"] if status else []

@@ -11,6 +11,8 @@ using namespace pobblewig;
 
 namespace {
 
+constexpr int mostLooks = 2000;
+
 /// How often something was sent, and then an answer awaited.
 int roundTrips = 0;
 
@@ -47,8 +49,12 @@ public:
         xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING,
             8, 10, "code\0Code");
         xcb_map_window(xcb, window);
-        while (!provider.frontmostApp())
-            continue;
+        for (int look = 0; !provider.frontmostApp(); ++look) {
+            if (look == mostLooks)
+                qFatal("the window did not come to the front");
+            // The window manager needs the processor, too.
+            ::usleep(10'000);
+        }
     }
 
 private:
