@@ -17,6 +17,7 @@
 #include <QStandardPaths>
 
 #include <cstdio>
+#include <malloc.h>
 
 using namespace pobblewig;
 
@@ -116,6 +117,8 @@ int main(int argc, char** argv)
         QObject::connect(
             &*trayWatch, &TrayWatch::trayAppeared, &presence, &DesktopPresence::showTray);
         trayWatch->start();
+        // Only the start needed so much.
+        ::malloc_trim(0);
     });
     delegate.launch([&]() -> std::optional<AppCoordinator::Parts> {
         // The lock waits for the disk, so the buddy does not wait for the lock.
