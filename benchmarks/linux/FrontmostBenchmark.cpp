@@ -12,6 +12,7 @@ using namespace pobblewig;
 namespace {
 
 constexpr int mostLooks = 2000;
+constexpr int looksBetweenTries = 100;
 
 /// How often something was sent, and then an answer awaited.
 int roundTrips = 0;
@@ -48,11 +49,14 @@ public:
             XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
         xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING,
             8, 10, "code\0Code");
-        xcb_map_window(xcb, window);
         for (int look = 0; !provider.frontmostApp(); ++look) {
             if (look == mostLooks)
                 qFatal("the window did not come to the front");
-            // The window manager needs the processor, too.
+            // A window manager that is still starting does not bring forward what it finds.
+            if (look % looksBetweenTries == 0) {
+                xcb_unmap_window(xcb, window);
+                xcb_map_window(xcb, window);
+            }
             ::usleep(10'000);
         }
     }
