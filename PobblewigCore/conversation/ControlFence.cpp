@@ -128,6 +128,11 @@ auto ControlFence::trailing(QStringView text) -> std::optional<Trailing>
     return Trailing { line.tag, start, before.sliced(line.end + 1) };
 }
 
+bool ControlFence::endsBehindFence(QStringView text)
+{
+    return text.lastIndexOf(marks) > text.lastIndexOf(u'\n');
+}
+
 QString ControlFence::strip(QStringView text)
 {
     QString kept;
@@ -136,6 +141,8 @@ QString ControlFence::strip(QStringView text)
         const auto end = blockEnd(text, at);
         if (end) {
             kept += text.sliced(from, at - from);
+            if (endsBehindFence(kept))
+                kept += u'\n';
             from = *end;
         }
         at = text.indexOf(marks, end.value_or(at + marks.size()));

@@ -223,6 +223,7 @@ void ReplyPreview::endBlock(qsizetype fence)
     m_at = fence;
     m_fence = fence;
     m_isClosing = true;
+    m_isBehindBlock = true;
 }
 
 void ReplyPreview::giveUpBlock()
@@ -246,6 +247,10 @@ void ReplyPreview::show(qsizetype from, qsizetype to)
 
 void ReplyPreview::show(QStringView piece)
 {
+    // What stood around a block must not make another one.
+    if (!piece.isEmpty() && std::exchange(m_isBehindBlock, false)
+        && ControlFence::endsBehindFence(m_text + m_held))
+        m_held += u'\n';
     const auto size = m_isHolding ? 0 : visibleSize(piece);
     if (size > 0) {
         m_held += piece.first(size);

@@ -71,6 +71,8 @@ private:
     qsizetype m_body = 0;
     /// Whether the fence ends a control block.
     bool m_isClosing = false;
+    /// A hidden block has just ended.
+    bool m_isBehindBlock = false;
     EnvelopeWatch m_watch;
 
     QString m_text;
