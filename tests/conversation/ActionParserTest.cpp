@@ -5,7 +5,6 @@
 
 #include <QJsonDocument>
 
-
 namespace pobblewig {
 
 using namespace Qt::StringLiterals;
