@@ -1,5 +1,5 @@
-#include "PobblewigLinux/desktop/OpenRequestLogic.h"
 #include "PobblewigLinux/desktop/SingleInstance.h"
+#include "PobblewigLinux/desktop/OpenRequestLogic.h"
 #include "support/PrivateBus.h"
 #include "support/TableRow.h"
 
