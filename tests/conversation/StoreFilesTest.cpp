@@ -222,9 +222,9 @@ private Q_SLOTS:
     void whatIsReadIsWhatIsWritten_data()
     {
         columns<QByteArray>("seed");
-        const QDir seeds(QFINDTESTDATA("../../fuzz/corpus/CodecFuzz"));
-        for (const auto& name : seeds.entryList(QDir::Files)) {
-            QFile file(seeds.filePath(name));
+        const auto directory = seeds();
+        for (const auto& name : directory.entryList(QDir::Files)) {
+            QFile file(directory.filePath(name));
             QVERIFY(file.open(QIODevice::ReadOnly));
             row(qPrintable(name), file.readAll());
         }
@@ -252,12 +252,19 @@ private:
         return bytes;
     }
 
+    /// Not those that a run of the fuzzing program has left beside the tests.
+    static QDir seeds()
+    {
+        const QFileInfo program(QFINDTESTDATA("../../fuzz/CodecFuzz.cpp"));
+        return program.dir().filePath(u"corpus/CodecFuzz"_s);
+    }
+
     static void addStores()
     {
         columns<QString, QByteArray>("name", "good");
         for (const auto& [name, open] : stores) {
             // The fuzzing program's seeds: a letter, then the file.
-            QFile seed(QFINDTESTDATA("../../fuzz/corpus/CodecFuzz/") + name);
+            QFile seed(seeds().filePath(name));
             QVERIFY(seed.open(QIODevice::ReadOnly));
             row(qPrintable(name), name, seed.readAll().sliced(1).trimmed());
         }
