@@ -29,6 +29,16 @@ bool isOfTheApp(const QString& text)
         || text.startsWith(u"The captured screenshot is attached.");
 }
 
+/// The text without the app's context in front of it.
+QString withoutContext(const QString& text)
+{
+    constexpr QStringView end = u"\n\nThe user's message:\n";
+    if (!text.startsWith(u"App context, not written by the user:"))
+        return text;
+    const auto place = text.indexOf(end);
+    return place < 0 ? text : text.sliced(place + end.size());
+}
+
 /// The index of the latest message that the user wrote, or the number of messages if there is none.
 size_t placeOfQuestion(Messages messages)
 {
@@ -108,7 +118,7 @@ DemoTurn DemoTurn::read(const ChatRequest& request)
         return turn;
     const auto& asked = messages[place];
     const auto since = messages.subspan(place + 1);
-    turn.question = Text::firstCharacters(asked.text().trimmed(), longestQuestion);
+    turn.question = Text::firstCharacters(withoutContext(asked.text()).trimmed(), longestQuestion);
     turn.hasPicture = asked.hasImage();
     turn.results = resultsIn(since);
     turn.hasScreenshot = std::ranges::any_of(since, &ChatRequestMessage::hasImage);

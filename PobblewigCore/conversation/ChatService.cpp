@@ -1,5 +1,6 @@
 #include "conversation/ChatService.h"
 
+#include "conversation/ConversationWindow.h"
 #include "foundation/Log.h"
 
 #include <algorithm>
@@ -269,11 +270,14 @@ ChatTurn::Progress ChatService::progress()
     };
 }
 
-std::vector<LLMMessage> ChatService::conversation(const Turn& turn) const
+std::vector<LLMMessage> ChatService::conversation(const Turn& turn)
 {
     std::vector<LLMMessage> messages;
-    for (const auto& entry : m_history.messages()) {
+    for (const auto& entry : window) {
         if (entry.role == ChatMessage::Role::system)
+    const auto begin = ConversationWindow::begin(m_history.messages(), m_windowBegin);
+    const auto window = m_history.messages() | std::views::drop(begin);
+    m_windowBegin = window.empty() ? std::nullopt : std::optional(window.front().id);
             continue;
         const auto role = entry.role == ChatMessage::Role::user ? LLMMessage::Role::user
                                                                 : LLMMessage::Role::assistant;

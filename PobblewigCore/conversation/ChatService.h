@@ -142,7 +142,8 @@ private:
     Task<ChatTurn::Input> turnInput(Turn turn);
     ToolRunner tools(const std::stop_token& stop);
     ChatTurn::Progress progress();
-    std::vector<LLMMessage> conversation(const Turn& turn) const;
+    /// The messages of the request, the turn's own included.
+    std::vector<LLMMessage> conversation(const Turn& turn);
 
     ChatMessage userMessageFor(const QString& text, bool hasImage, UserMessage userMessage);
     void append(ChatMessage message);
@@ -181,6 +182,8 @@ private:
     std::optional<Request> m_lastRequest;
     bool m_lastRequestRecordedUserMessage = false;
     std::stop_source m_stop;
+    /// The message with which the latest request began.
+    std::optional<QUuid> m_windowBegin;
 };
 
 } // namespace pobblewig

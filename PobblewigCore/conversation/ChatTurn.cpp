@@ -26,6 +26,13 @@ QString loggable(const QString& name)
     return isName ? name : QStringLiteral("(unknown tool)");
 }
 
+size_t newestOfUser(const std::vector<LLMMessage>& messages)
+{
+    const auto newest =
+        std::ranges::find(messages.rbegin(), messages.rend(), Role::user, &LLMMessage::role);
+    return size_t(std::distance(newest, messages.rend())) - 1;
+}
+
 void logTools(const std::vector<MemoryToolResult>& results, QStringView protocol)
 {
     QStringList names;
@@ -46,6 +53,9 @@ ChatTurn::ChatTurn(
     , m_messages { { .role = Role::system, .content = Prompts::mainAssistant(m_input.prompt) } }
 {
     std::ranges::move(m_input.conversation, std::back_inserter(m_messages));
+    m_question = newestOfUser(m_messages);
+    m_asked = m_messages[m_question].content;
+    tellContext();
 }
 
 Task<ChatTurn::Outcome> ChatTurn::run()
@@ -213,7 +223,12 @@ void ChatTurn::collectActions(const std::vector<LLMToolCall>& calls)
 void ChatTurn::sayThatAPictureIsThere()
 {
     m_input.prompt.hasImage = true;
-    m_messages.front().content = Prompts::mainAssistant(m_input.prompt);
+    tellContext();
+}
+
+void ChatTurn::tellContext()
+{
+    m_messages[m_question].content = Prompts::appContext(m_input.prompt) + m_asked;
 }
 
 } // namespace pobblewig

@@ -18,7 +18,7 @@ public:
     /// The constant input of the turn.
     struct Input {
         MainAssistantPrompt prompt;
-        /// The history with the turn's own message, without a system prompt.
+        /// The history with the turn's own message, the user's newest. Without a system prompt.
         std::vector<LLMMessage> conversation;
         int maxOutputTokens = 0;
         std::map<QString, bool> actionConfirmations = {};
@@ -64,6 +64,8 @@ private:
     Task<Failure> ask(std::vector<LLMToolDefinition> tools);
     void collectActions(const std::vector<LLMToolCall>& calls);
     void sayThatAPictureIsThere();
+    /// Writes the app's context in front of the user's newest message.
+    void tellContext();
 
     ModelRouter& m_router;
     ToolRunner m_tools;
@@ -72,6 +74,9 @@ private:
     std::stop_token m_stop;
 
     std::vector<LLMMessage> m_messages;
+    /// The index of the user's newest message, and its text.
+    size_t m_question = 0;
+    QString m_asked;
     ModelReply m_reply;
     std::vector<BuddyAction> m_actions;
     int m_round = 0;

@@ -105,11 +105,9 @@ QString memorySection(const QString& memory)
           u"directness.";
 }
 
-QString sessionSection(const SituationSnapshot& situation)
+QString openEndsSection(const SituationSnapshot& situation)
 {
     QString text;
-    if (!situation.sessionInfo.isEmpty())
-        text += u"\n\nCurrent session:\n" % situation.sessionInfo;
     if (!situation.unfinishedIntent.isEmpty())
         text += u"\n\nUnresolved intent from recent days (still open — follow up naturally when "
                 u"relevant):\n"
@@ -117,6 +115,13 @@ QString sessionSection(const SituationSnapshot& situation)
     if (!situation.canvasConnected)
         text += canvasHint;
     return text;
+}
+
+QString sessionSection(const SituationSnapshot& situation)
+{
+    if (situation.sessionInfo.isEmpty())
+        return {};
+    return u"\n\nCurrent session:\n" % situation.sessionInfo;
 }
 
 QString situationSection(const MainAssistantPrompt& prompt)
@@ -143,7 +148,13 @@ QString Prompts::mainAssistant(const MainAssistantPrompt& prompt)
     return identitySection(prompt) % principlesSection(situation.roles)
         % voiceSection(situation.persona) % u'\n' % toolsSection(prompt) % actionsSection(prompt)
         % u'\n' % referenceSection(situation) % memorySection(prompt.memory) % u'\n'
-        % sessionSection(situation) % situationSection(prompt) % clockSection(prompt);
+        % openEndsSection(situation);
+}
+
+QString Prompts::appContext(const MainAssistantPrompt& prompt)
+{
+    return u"App context, not written by the user:" % sessionSection(prompt.situation)
+        % situationSection(prompt) % clockSection(prompt) % u"\n\nThe user's message:\n";
 }
 
 } // namespace pobblewig

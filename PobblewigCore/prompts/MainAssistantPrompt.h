@@ -7,7 +7,7 @@
 
 namespace pobblewig {
 
-/// The material for the system prompt of a chat turn.
+/// The material for what a model is told in a chat turn besides the conversation.
 struct MainAssistantPrompt {
     /// The durable notes about the user; empty while the memory is off.
     QString memory;
@@ -23,8 +23,13 @@ struct MainAssistantPrompt {
 
 namespace Prompts {
 
-/// The system prompt, rebuilt for every turn. Constant parts come first, the clock last.
+/// The system prompt. It changes only with the settings and the memory, so that a server can reuse
+/// what it computed for the previous turn.
 QString mainAssistant(const MainAssistantPrompt& prompt);
+
+/// What changes with every turn: the session, the situation and the clock. It stands in front of
+/// the text of the user's newest message and is not stored.
+QString appContext(const MainAssistantPrompt& prompt);
 
 } // namespace Prompts
 

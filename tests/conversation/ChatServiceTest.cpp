@@ -4,7 +4,9 @@
 #include "prompts/PlatformWording.h"
 #include "support/Awaited.h"
 #include "support/LogLines.h"
+#include "support/RequestParts.h"
 #include "support/TableRow.h"
+#include "wire/ChatCompletionsLogic.h"
 
 #include <span>
 
@@ -15,7 +17,16 @@ namespace {
 /// All but the prompt.
 QString contents(const LLMRequest& request)
 {
-    return joined(std::span(request.messages).subspan(1), &LLMMessage::content);
+    return joined(std::span(request.messages).subspan(1), withoutContext);
+}
+
+/// The request as it is sent, up to the user's newest message.
+QByteArray beginning(const LLMRequest& request)
+{
+    QByteArray bytes;
+    for (const auto& message : std::span(request.messages).first(request.messages.size() - 1))
+        bytes += QJsonDocument(ChatCompletionsLogic::encodeMessage(message)).toJson();
+    return bytes;
 }
 
 } // namespace
@@ -68,12 +79,40 @@ private Q_SLOTS:
 
         const auto& request = m->model.requests().front();
         QCOMPARE(contents(request), u"earlier|how are you?");
-        const auto& prompt = request.messages.front().content;
-        QVERIFY(prompt.contains(u"\n\nCurrent situation:\nAll is quiet.\n\n"));
-        QVERIFY(prompt.endsWith(
-            u"Current mode: Studying.\nCurrent date and time: 2026-03-01T08:15:00Z"));
+        QVERIFY(prompts(request.messages).contains(u"Current situation:\nAll is quiet.\n\n"));
         QCOMPARE(request.maxTokens, 1024);
         QCOMPARE(request.temperature, 0.7);
+        QCOMPARE(m->texts(), u"internal|earlier|how are you?|fine");
+    }
+
+    void aRequestBeginsWithTheBytesOfTheOneBefore()
+    {
+        int turns = 0;
+        ChatService chat(m->all, m->moment,
+            { .models = m->models,
+                .situation = [&]() -> SituationSnapshot {
+                    return { .mode = CoachMode::focus,
+                        .summary = u"Kate, %1 min"_s.arg(turns),
+                        .sessionInfo = u"%1 turns today."_s.arg(turns) };
+                },
+                .wording = PlatformWording::linuxDesktop });
+        int moves = 0;
+        QByteArray before;
+        for (turns = 1; turns <= 40; ++turns) {
+            m->time += std::chrono::minutes(1);
+            m->model.enqueue(u"reply %1"_s.arg(turns));
+            chat.submit(u"question %1"_s.arg(turns));
+            QTRY_VERIFY(!chat.isInTurn());
+            if (turns % 3 == 0)
+                chat.say(u"The outcome of something."_s);
+            const auto& request = m->model.requests().back();
+            const auto bytes = beginning(request);
+            moves += bytes.startsWith(before) ? 0 : 1;
+            QVERIFY2(turns > 12 || moves == 0, "the history is not full yet");
+            QVERIFY(turns < 15 || request.messages.size() > 17);
+            before = bytes;
+        }
+        QVERIFY2(moves <= 7, qPrintable(QString::number(moves)));
     }
 
     void onlyWhatMayPassIsRetriedOnceByItself_data()
@@ -107,6 +146,20 @@ private Q_SLOTS:
         QVERIFY(!m->chat.lastError());
         QCOMPARE(m->texts(), u"hi|hello");
         QCOMPARE(contents(m->model.requests().back()), u"hi");
+    }
+
+    void aTurnWhoseMessageIsGoneIsNotRetried()
+    {
+        m->ask(u"hi"_s, LLMFailure(LLMError::http(500, {})), LLMFailure(LLMError::http(500, {})));
+        QVERIFY(m->chat.canRetry() && m->chat.lastError());
+        m->history.clear();
+        m->chat.reload();
+        QVERIFY(!m->chat.canRetry() && !m->chat.lastError());
+        m->chat.retryLast();
+        QVERIFY(!m->chat.isInTurn());
+        awaited(m->chat.send(u"hi"_s, {}, ChatService::UserMessage::reuseLast));
+        QCOMPARE(m->model.requests().size(), 2u);
+        QCOMPARE(m->texts(), u"");
     }
 
     void withoutAModelTheTextIsKeptForARetry()

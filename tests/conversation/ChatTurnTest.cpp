@@ -2,6 +2,7 @@
 
 #include "ChatFixture.h"
 #include "support/LogLines.h"
+#include "support/RequestParts.h"
 #include "support/TableRow.h"
 #include "support/Variables.h"
 
@@ -152,7 +153,7 @@ private Q_SLOTS:
 
         QCOMPARE(m->screen.looks().size(), 1u);
         const auto& messages = m->visionModel.requests().front().messages;
-        QVERIFY(messages.front().content.contains(u"A screenshot is attached"));
+        QVERIFY(prompts(messages).contains(u"A screenshot is attached"));
         QVERIFY(messages.back().imageJPEG == QByteArray("JPEG"));
         QCOMPARE(tail(m->visionModel.requests().front(), 3),
             QStringList({ u"captured: Captured Cats — the image is attached to this message"_s,

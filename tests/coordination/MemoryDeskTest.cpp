@@ -64,7 +64,7 @@ private Q_SLOTS:
     {
         fill((*m_world)->memory());
         m_world->ask(QStringLiteral("hello"));
-        const auto prompt = m_world->model.requests().front().messages.front().content;
+        const auto prompt = m_world->prompt();
         const auto notes =
             (*m_world)->memory().notes.residentMemory(MemoryStore::hardCapTokens, now);
         const auto exported = (*m_world)->memoryDesk().exportMemoryText();
@@ -80,7 +80,7 @@ private Q_SLOTS:
         fill((*m_world)->memory());
         (*m_world)->updateSettings([](auto& settings) { settings.memoryEnabled = false; });
         m_world->ask(QStringLiteral("hello"));
-        const auto prompt = m_world->model.requests().front().messages.front().content;
+        const auto prompt = m_world->prompt();
         QVERIFY(prompt.contains(u"Remembered user context: none yet."));
         QVERIFY(prompt.contains(u"turned your memory off"));
         QVERIFY(!prompt.contains(secret + QStringLiteral(" is the word")));

@@ -5,6 +5,7 @@
 #include "memory/MemorySnapshot.h"
 #include "support/Awaited.h"
 #include "support/FakeKeychain.h"
+#include "support/RequestParts.h"
 #include "support/ScratchDirectory.h"
 #include "support/ScriptedCalendar.h"
 #include "support/ScriptedHTTPClient.h"
@@ -67,8 +68,8 @@ public:
         QTRY_VERIFY(!m_program->chat().isInTurn());
     }
 
-    /// The system prompt of the latest request.
-    QString prompt() const { return model.requests().back().messages.front().content; }
+    /// What the latest request told the model besides the conversation.
+    QString prompt() const { return prompts(model.requests().back().messages); }
 
     /// The names of the files that hold a text, sorted.
     QStringList filesThatHold(const QString& text) const

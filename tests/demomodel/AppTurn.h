@@ -5,6 +5,7 @@
 #include "conversation/BuddyTools.h"
 #include "conversation/proposals/ActionTools.h"
 #include "prompts/ActionInstructions.h"
+#include "prompts/MainAssistantPrompt.h"
 #include "prompts/ToolInstructions.h"
 #include "support/TableRow.h"
 #include "support/ToolWorld.h"
@@ -79,7 +80,7 @@ public:
         say(Role::system, Prompts::nativeActionInstructions.toString());
         say(Role::user, u"Hi"_s);
         say(Role::assistant, u"Hello"_s);
-        say(Role::user, sentence);
+        say(Role::user, Prompts::appContext({}) + sentence);
     }
 
     void runWithFunctions()

@@ -17,6 +17,8 @@ namespace {
 /// Set to anything, it has the prompts as they are now written over those in "golden".
 constexpr auto rewrite = "POBBLEWIG_REWRITE_GOLDEN";
 
+const QString between = u"\n\n===== In front of the user's text =====\n\n"_s;
+
 MainAssistantPrompt emptyPrompt()
 {
     return {
@@ -61,7 +63,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("prompt");
         const auto golden = [](const char* name, const MainAssistantPrompt& prompt) {
-            row(name, Prompts::mainAssistant(prompt).toUtf8());
+            row(name,
+                (Prompts::mainAssistant(prompt) % between % Prompts::appContext(prompt)).toUtf8());
         };
         auto prompt = promptFor(CompanionPersona::classic, emptyPrompt());
         prompt.toolsAvailable = true;

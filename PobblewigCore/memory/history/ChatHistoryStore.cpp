@@ -6,12 +6,6 @@
 
 namespace pobblewig {
 
-namespace {
-
-constexpr std::ptrdiff_t mostMessages = 30;
-
-}
-
 ChatHistoryStore::ChatHistoryStore(const std::optional<DataDirectory>& directory)
     : m_file(directory, QStringLiteral("chat.json"), QStringLiteral("chat"))
     , m_messages(m_file.load<std::vector<ChatMessage>>())
@@ -58,8 +52,8 @@ void ChatHistoryStore::remove(const std::vector<ChatMessage>& messages)
 
 void ChatHistoryStore::trim()
 {
-    if (std::ssize(m_messages) > mostMessages)
-        m_messages.erase(m_messages.begin(), m_messages.end() - mostMessages);
+    if (std::ssize(m_messages) > std::ptrdiff_t(maxMessages))
+        m_messages.erase(m_messages.begin(), m_messages.end() - std::ptrdiff_t(maxMessages));
 }
 
 } // namespace pobblewig

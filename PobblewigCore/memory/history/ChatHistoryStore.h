@@ -13,6 +13,8 @@ namespace pobblewig {
 /// Lives on the main thread. Without a directory it works in memory only.
 class ChatHistoryStore {
 public:
+    static constexpr size_t maxMessages = 30;
+
     explicit ChatHistoryStore(const std::optional<DataDirectory>& directory);
 
     const std::vector<ChatMessage>& messages() const { return m_messages; }
