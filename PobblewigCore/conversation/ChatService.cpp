@@ -50,7 +50,7 @@ ChatService::ChatService(const Stores& stores, const Moment& moment, Surrounding
 
 std::optional<QString> ChatService::unsentText() const
 {
-    if (!canRetry() || !m_lastError || m_lastRequestRecordedUserMessage)
+    if (!canRetry() || !m_lastError || m_recordedMessage)
         return std::nullopt;
     return m_lastRequest->text;
 }
@@ -61,7 +61,7 @@ bool ChatService::submit(const QString& text, Screenshot withScreenshot)
     if (!canRun(request))
         return false;
     m_lastRequest = std::move(request);
-    m_lastRequestRecordedUserMessage = false;
+    m_recordedMessage.reset();
     run(AutoRetry::allowed);
     return true;
 }
@@ -97,6 +97,7 @@ void ChatService::reload()
 {
     m_messages = m_history.messages();
     Q_EMIT messagesChanged();
+    forgetLostTurn();
 }
 
 bool ChatService::canRun(const Request& request) const
@@ -127,8 +128,7 @@ Task<> ChatService::runTurn(AutoRetry autoRetry, std::stop_token stop)
 Task<ChatService::Outcome> ChatService::performLastRequest()
 {
     const auto request = *m_lastRequest;
-    const auto userMessage =
-        m_lastRequestRecordedUserMessage ? UserMessage::reuseLast : UserMessage::record;
+    const auto userMessage = m_recordedMessage ? UserMessage::reuseLast : UserMessage::record;
     if (request.screenshot == Screenshot::with)
         co_return co_await sendWithScreenshot(request.text, userMessage);
     co_return co_await send(request.text, std::nullopt, userMessage);
@@ -149,7 +149,7 @@ Task<> ChatService::completeTurn(Actions actions, std::stop_token stop)
 void ChatService::abandonTurn(const ChatError& error, AutoRetry autoRetry)
 {
     enter(Phase::idle);
-    if (autoRetry == AutoRetry::allowed && isWorthRetrying(error)) {
+    if (autoRetry == AutoRetry::allowed && isWorthRetrying(error) && canRetry()) {
         Log::line(QStringLiteral("buddy: request failed (%1); auto-retrying once")
                       .arg(loggable(*modelError(error))));
         run(AutoRetry::done);
@@ -173,21 +173,23 @@ Task<ChatService::Outcome> ChatService::send(
         co_return failed(LLMFailure(mainModelNotConfigured()));
     }
     const auto trimmed = text.trimmed();
-    if (trimmed.isEmpty())
+    const auto earlier = userMessage == UserMessage::reuseLast ? newestUserMessage() : std::nullopt;
+    if (trimmed.isEmpty() || (userMessage == UserMessage::reuseLast && !earlier))
         co_return Outcome();
 
     setLastError(std::nullopt);
     enter(Phase::streaming);
     beginPreview();
     m_lastToolCalls.clear();
-    Turn turn { userMessageFor(trimmed, image.has_value(), userMessage), std::move(image), stop };
-    const auto sessionID = turn.userMessage.sessionID;
+    const auto asked = earlier ? *earlier : recordUserMessage(trimmed, image.has_value());
+    const auto askedIn = asked.sessionID;
+    Turn turn { asked, std::move(image), stop };
 
     auto outcome = co_await requestReply(std::move(turn));
     if (stop.stop_requested())
         co_return failed(Cancelled());
     if (outcome)
-        finishReply(*outcome, sessionID);
+        finishReply(*outcome, askedIn);
     else
         setLastError(description(std::get<LLMFailure>(outcome.error())));
     beginPreview();
@@ -251,7 +253,8 @@ ToolRunner ChatService::tools(const std::stop_token& stop)
     return ToolRunner({
         .tools = m_tools,
         .executor = m.toolExecutor,
-        .isMemoryEnabled = isMemoryEnabled(),
+        .isMemoryEnabled = [this] { return isMemoryEnabled(); },
+        .stop = stop,
         .screenshots = m_screenshots,
         .captured =
             [this, stop](const QString& description) {
@@ -272,12 +275,12 @@ ChatTurn::Progress ChatService::progress()
 
 std::vector<LLMMessage> ChatService::conversation(const Turn& turn)
 {
-    std::vector<LLMMessage> messages;
-    for (const auto& entry : window) {
-        if (entry.role == ChatMessage::Role::system)
     const auto begin = ConversationWindow::begin(m_history.messages(), m_windowBegin);
     const auto window = m_history.messages() | std::views::drop(begin);
     m_windowBegin = window.empty() ? std::nullopt : std::optional(window.front().id);
+    std::vector<LLMMessage> messages;
+    for (const auto& entry : window) {
+        if (entry.role == ChatMessage::Role::system)
             continue;
         const auto role = entry.role == ChatMessage::Role::user ? LLMMessage::Role::user
                                                                 : LLMMessage::Role::assistant;
@@ -288,16 +291,16 @@ std::vector<LLMMessage> ChatService::conversation(const Turn& turn)
     return messages;
 }
 
-ChatMessage ChatService::userMessageFor(const QString& text, bool hasImage, UserMessage userMessage)
+std::optional<ChatMessage> ChatService::newestUserMessage() const
 {
-    if (userMessage == UserMessage::reuseLast) {
-        auto newestFirst = m_history.messages() | std::views::reverse;
-        const auto last =
-            std::ranges::find(newestFirst, ChatMessage::Role::user, &ChatMessage::role);
-        if (last != newestFirst.end())
-            return *last;
-    }
-    ChatMessage message {
+    auto newestFirst = m_history.messages() | std::views::reverse;
+    const auto newest = std::ranges::find(newestFirst, ChatMessage::Role::user, &ChatMessage::role);
+    return newest == newestFirst.end() ? std::nullopt : std::optional(*newest);
+}
+
+ChatMessage ChatService::recordUserMessage(const QString& text, bool hasImage)
+{
+    const ChatMessage message {
         .id = QUuid::createUuid(),
         .role = ChatMessage::Role::user,
         .text = text,
@@ -305,10 +308,8 @@ ChatMessage ChatService::userMessageFor(const QString& text, bool hasImage, User
         .hadImage = hasImage,
         .sessionID = sessionID(),
     };
-    if (userMessage == UserMessage::record) {
-        append(message);
-        m_lastRequestRecordedUserMessage = true;
-    }
+    append(message);
+    m_recordedMessage = message.id;
     return message;
 }
 
@@ -318,7 +319,20 @@ void ChatService::append(ChatMessage message)
     reload();
 }
 
-void ChatService::finishReply(const ChatTurn::Result& result, std::optional<QUuid> sessionID)
+void ChatService::forgetLostTurn()
+{
+    const auto isThere = [this](const QUuid& id) {
+        return std::ranges::find(m_messages, id, &ChatMessage::id) != m_messages.end();
+    };
+    if (!m_recordedMessage || isThere(*m_recordedMessage))
+        return;
+    m_lastRequest.reset();
+    m_recordedMessage.reset();
+    if (m_lastError)
+        setLastError(std::nullopt);
+}
+
+void ChatService::finishReply(const ChatTurn::Result& result, std::optional<QUuid> askedIn)
 {
     append({
         .id = QUuid::createUuid(),
@@ -326,7 +340,7 @@ void ChatService::finishReply(const ChatTurn::Result& result, std::optional<QUui
         .text = result.text,
         .timestamp = m_moment.now(),
         .hadImage = result.tookScreenshot,
-        .sessionID = sessionID,
+        .sessionID = isMemoryEnabled() ? askedIn : std::nullopt,
     });
     setCaptureIndicator(std::nullopt);
 }

@@ -68,7 +68,8 @@ public:
     /// The text of a failed turn that was not added to the history.
     std::optional<QString> unsentText() const;
 
-    /// Whether `retryLast` has an effect.
+    /// Whether `retryLast` has an effect. A turn whose message has left the history cannot be
+    /// retried.
     bool canRetry() const { return m_lastRequest && canRun(*m_lastRequest); }
 
     /// Returns false and does nothing while a turn runs, or if this turn needs a picture while one
@@ -89,11 +90,11 @@ public:
         m_tools = BuddyTools(std::move(ofFeatures), m.wording);
     }
 
-    /// Publishes the history again.
+    /// Publishes the history again. The error of a turn whose message is gone goes with it.
     void reload();
 
     /// Runs a whole turn. A retry reuses the latest user message in the history, so that it is
-    /// recorded only once.
+    /// recorded only once, and does nothing without one.
     Task<Outcome> send(QString text, std::optional<QByteArray> image, UserMessage userMessage);
 
     /// Takes a picture of the screen and runs a turn with it.
@@ -145,9 +146,11 @@ private:
     /// The messages of the request, the turn's own included.
     std::vector<LLMMessage> conversation(const Turn& turn);
 
-    ChatMessage userMessageFor(const QString& text, bool hasImage, UserMessage userMessage);
+    std::optional<ChatMessage> newestUserMessage() const;
+    ChatMessage recordUserMessage(const QString& text, bool hasImage);
     void append(ChatMessage message);
-    void finishReply(const ChatTurn::Result& result, std::optional<QUuid> sessionID);
+    void forgetLostTurn();
+    void finishReply(const ChatTurn::Result& result, std::optional<QUuid> askedIn);
 
     /// The active session, or nothing while the memory is off.
     std::optional<QUuid> sessionID() const;
@@ -179,11 +182,12 @@ private:
     std::vector<QString> m_lastToolCalls;
     int m_totalToolCalls = 0;
 
-    std::optional<Request> m_lastRequest;
-    bool m_lastRequestRecordedUserMessage = false;
-    std::stop_source m_stop;
     /// The message with which the latest request began.
     std::optional<QUuid> m_windowBegin;
+    std::optional<Request> m_lastRequest;
+    /// The message of the last request, once it is in the history.
+    std::optional<QUuid> m_recordedMessage;
+    std::stop_source m_stop;
 };
 
 } // namespace pobblewig

@@ -28,7 +28,7 @@ std::vector<LLMToolDefinition> ToolRunner::offered(std::set<QString> expanded) c
     return m.tools.offered({
         .retrieval = when(isAvailable()),
         .screenCapture = when(m.screenshots.isAvailable()),
-        .memory = when(m.isMemoryEnabled),
+        .memory = when(m.isMemoryEnabled()),
         .expanded = std::move(expanded),
     });
 }
@@ -63,17 +63,21 @@ ToolRunner::Place ToolRunner::place(const MemoryToolCall& call) const
 {
     if (call.name == TurnTools::describeTool || call.name == TurnTools::screenCapture)
         return Place::here;
+    return m.executor ? Place::executor : Place::nowhere;
+}
+
+bool ToolRunner::mayRun(const MemoryToolCall& call) const
+{
     const auto* tool = m.tools.find(call.name);
-    if (!m.executor || (!m.isMemoryEnabled && tool && tool->needsMemory))
-        return Place::nowhere;
-    return Place::executor;
+    return !m.stop.stop_requested() && (!tool || !tool->needsMemory || m.isMemoryEnabled());
 }
 
 Task<std::vector<MemoryToolResult>> ToolRunner::executeAll(std::vector<MemoryToolCall> calls)
 {
     if (calls.empty())
         co_return {};
-    co_return co_await m.executor->executeAll(std::move(calls));
+    co_return co_await m.executor->executeAll(
+        std::move(calls), [this](const auto& call) { return mayRun(call); });
 }
 
 Task<MemoryToolResult> ToolRunner::runHere(MemoryToolCall call)
@@ -83,8 +87,7 @@ Task<MemoryToolResult> ToolRunner::runHere(MemoryToolCall call)
     if (call.name == TurnTools::describeTool)
         co_return describeTool(call);
     if (place(call) == Place::nowhere)
-        co_return MemoryToolResult { call.name, false,
-            QStringLiteral("error: memory tools unavailable") };
+        co_return MemoryToolResult::unavailable(call.name);
     co_return MemoryToolResult { call.name, false, QStringLiteral("error: not executed") };
 }
 

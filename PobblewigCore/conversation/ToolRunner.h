@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <set>
+#include <stop_token>
 
 namespace pobblewig {
 
@@ -18,8 +19,10 @@ public:
         const BuddyTools& tools;
         /// Null if memory cannot be read.
         MemoryToolExecutor* executor = nullptr;
-        /// While false, no memory tool runs, even if a model knows its name.
-        bool isMemoryEnabled = true;
+        /// Asked for each call. While false, no memory tool runs, even if a model knows its name.
+        std::function<bool()> isMemoryEnabled;
+        /// A call that has not begun when the turn is stopped never runs.
+        std::stop_token stop = {};
         ScreenshotTaker& screenshots;
         /// Called with the description of each picture taken.
         std::function<void(const QString& description)> captured;
@@ -52,6 +55,7 @@ private:
 
     std::vector<MemoryToolCall> forExecutor(const std::vector<MemoryToolCall>& calls) const;
     Place place(const MemoryToolCall& call) const;
+    bool mayRun(const MemoryToolCall& call) const;
     Task<std::vector<MemoryToolResult>> executeAll(std::vector<MemoryToolCall> calls);
     Task<MemoryToolResult> runHere(MemoryToolCall call);
     MemoryToolResult describeTool(const MemoryToolCall& call);

@@ -18,6 +18,12 @@ struct MemoryToolResult {
     bool ok = false;
     QString text;
 
+    /// The result of a call that did not run.
+    static MemoryToolResult unavailable(const QString& name)
+    {
+        return { name, false, QStringLiteral("error: memory tools unavailable") };
+    }
+
     bool operator==(const MemoryToolResult&) const = default;
 };
 

@@ -40,7 +40,7 @@ std::vector<MemoryToolLogEntry> MemoryToolExecutor::recentLog(int limit) const
     return { m_log.end() - count, m_log.end() };
 }
 
-auto MemoryToolExecutor::executeAll(std::vector<MemoryToolCall> calls)
+auto MemoryToolExecutor::executeAll(std::vector<MemoryToolCall> calls, Permit mayRun)
     -> Task<std::vector<MemoryToolResult>>
 {
     std::vector<MemoryToolResult> results;
@@ -48,6 +48,10 @@ auto MemoryToolExecutor::executeAll(std::vector<MemoryToolCall> calls)
     for (auto& call : calls) {
         if (results.size() == maxCallsPerRequest)
             break;
+        if (mayRun && !mayRun(call)) {
+            results.push_back(MemoryToolResult::unavailable(call.name));
+            continue;
+        }
         auto result = co_await execute(std::move(call));
         results.push_back(std::move(result));
     }

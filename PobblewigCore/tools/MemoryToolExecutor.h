@@ -26,9 +26,13 @@ public:
     /// The latest calls, refused ones included, oldest first.
     std::vector<MemoryToolLogEntry> recentLog(int limit) const;
 
+    /// Whether a call may still run, asked right before it runs.
+    using Permit = std::function<bool(const MemoryToolCall& call)>;
+
     /// Returns one result for each call, in order. The calls run one after the other; calls over
-    /// the limit are refused.
-    Task<std::vector<MemoryToolResult>> executeAll(std::vector<MemoryToolCall> calls);
+    /// the limit or without a permit are refused.
+    Task<std::vector<MemoryToolResult>> executeAll(
+        std::vector<MemoryToolCall> calls, Permit mayRun = {});
     Task<MemoryToolResult> execute(MemoryToolCall call);
 
     /// Replaces all tools.

@@ -12,6 +12,12 @@ Task<Tool::Outcome> price(QString currency, ToolArguments arguments)
     co_return arguments.string(u"of"_s).value_or(u"nothing"_s) + u" costs two "_s + currency;
 }
 
+Task<Tool::Outcome> changed(ChatFixture& on, std::function<void(ChatFixture&)> change)
+{
+    change(on);
+    co_return u"done"_s;
+}
+
 Tool priceTool(Tool::Group group)
 {
     return { .group = group,
@@ -104,6 +110,42 @@ private Q_SLOTS:
         const auto& messages = m->model.requests().back().messages;
         QCOMPARE((messages.end() - 2)->content, u"d costs two crowns"_s);
         QCOMPARE(messages.back().content, u"refused: max 4 tool calls per request"_s);
+    }
+
+    void aSwitchAmidACallStopsTheNextOne_data()
+    {
+        QTest::addColumn<std::function<void(ChatFixture&)>>("change");
+        using Change = std::function<void(ChatFixture&)>;
+        row("stop", Change([](auto& on) { on.chat.cancelStreaming(); }));
+        row("memory off", Change([](auto& on) { on.setMemoryEnabled(false); }));
+    }
+    void aSwitchAmidACallStopsTheNextOne()
+    {
+        QFETCH(std::function<void(ChatFixture&)>, change);
+        auto tools = m->everyTool();
+        tools.push_back({ .group = Tool::Group::alwaysLoaded,
+            .name = u"switch"_s,
+            .run = [&](auto) { return changed(*m, change); } });
+        use(tools);
+        m->memory.sessions.ensureActiveSession(m->time, Calendar());
+        const auto note = call(u"memory_add_observation"_s, u"summary"_s, u"Is tired"_s);
+        m->model.enqueue(calling({ call(u"switch"_s, {}, {}), note }));
+        m->ask(u"I am tired"_s, u"Rest."_s);
+        QCOMPARE(m->memory.observations.count(), 0);
+        for (const auto& message : m->chat.messages())
+            QCOMPARE(message.sessionID.has_value(), message.role == ChatMessage::Role::user);
+    }
+
+    void aTurnThatIsTriedAgainRecordsNothingTwice()
+    {
+        m->memory.sessions.ensureActiveSession(m->time, Calendar());
+        const auto note = call(u"memory_add_observation"_s, u"summary"_s, u"Is tired"_s);
+        m->model.enqueue(calling({ note }));
+        m->model.enqueue(LLMError::http(500, {}));
+        m->model.enqueue(calling({ note }));
+        m->ask(u"I am tired"_s, u"Rest."_s);
+        QCOMPARE(m->model.requests().size(), 4u);
+        QCOMPARE(m->memory.observations.count(), 1);
     }
 
     void aReplyChangesAtMostFiftyThings()

@@ -1,6 +1,7 @@
 #include "memory/recall/MemoryTools.h"
 
 #include "foundation/IDPrefix.h"
+#include "foundation/Text.h"
 #include "memory/MemoryNoteSearch.h"
 #include "memory/recall/MemoryToolText.h"
 #include "memory/recall/RetrievalTools.h"
@@ -32,11 +33,27 @@ Task<Outcome> findNotes(Dependencies on, ToolArguments arguments)
     co_return MemoryToolText::renderNotes(found);
 }
 
+/// A turn that is tried again repeats its calls.
+std::optional<DatedObservation> inThisSession(const MemoryTiers& memory, const QString& summary)
+{
+    const auto session = memory.sessions.activeSession();
+    if (!session)
+        return std::nullopt;
+    const auto statement = Text::normalized(summary);
+    for (const auto& observation : memory.observations.withIDs(session->observationIDs)) {
+        if (Text::normalized(observation.summary) == statement)
+            return observation;
+    }
+    return std::nullopt;
+}
+
 Task<Outcome> addObservation(Dependencies on, ToolArguments arguments)
 {
     const auto summary = arguments.requiredString(u"summary"_s);
     if (!summary)
         co_return failed(summary.error());
+    if (const auto known = inThisSession(on.memory, *summary))
+        co_return u"recorded observation "_s + IDPrefix::shortID(known->id);
     const auto now = on.clock();
     const auto observation = on.memory.record({
         .id = QUuid::createUuid(),
