@@ -199,7 +199,6 @@ void ChatPanel::arrange()
 
 void ChatPanel::connectChat()
 {
-    connect(&m_chat, &ChatService::isStreamingChanged, this, &ChatPanel::showTurn);
     connect(&m_chat, &ChatService::activityChanged, this, &ChatPanel::showTurn);
     connect(&m_chat, &ChatService::activityChanged, this, &ChatPanel::showError);
     connect(&m_chat, &ChatService::lastErrorChanged, this, &ChatPanel::showError);
@@ -230,17 +229,17 @@ void ChatPanel::connectControls()
 
 void ChatPanel::showTurn()
 {
-    const auto isStreaming = m_chat.isStreaming();
-    m_send->setVisible(!isStreaming);
-    m_stop->setVisible(isStreaming);
+    const auto isInTurn = m_chat.isInTurn();
+    m_send->setVisible(!isInTurn);
+    m_stop->setVisible(isInTurn);
     m_send->setEnabled(!m_input->isBlank());
-    m_screen->setEnabled(!isStreaming);
+    m_screen->setEnabled(!isInTurn);
     m_header->setState(state());
 }
 
 QString ChatPanel::state() const
 {
-    if (m_chat.isStreaming())
+    if (m_chat.isInTurn())
         return tr("thinking…");
     return m_isClosingSession ? tr("Summing up the day…") : m_stateText;
 }
@@ -282,7 +281,14 @@ void ChatPanel::submit(const QString& text, ChatService::Screenshot screenshot)
     if (m_chat.submit(text, screenshot))
         m_view->followLatest();
     else
-        m_input->setPlainText(written);
+        giveBack(written);
+}
+
+void ChatPanel::giveBack(const QString& text)
+{
+    m_input->setPlainText(text);
+    if (!m_chat.isInTurn())
+        setNotice(tr("The last picture is still being taken. Try again in a moment."));
 }
 
 void ChatPanel::escape()

@@ -80,6 +80,7 @@ private:
     void send();
     void sendWithScreen();
     void submit(const QString& text, ChatService::Screenshot screenshot);
+    void giveBack(const QString& text);
     void escape();
 
     ChatService& m_chat;

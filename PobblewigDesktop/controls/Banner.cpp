@@ -2,10 +2,13 @@
 
 #include "PobblewigDesktop/controls/Icons.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
+#include "PobblewigDesktop/controls/WrappedLabel.h"
 
 #include <QAccessible>
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QPushButton>
 #include <QToolButton>
 
@@ -14,12 +17,13 @@ namespace pobblewig {
 namespace {
 
 constexpr int slideMilliseconds = 140;
+constexpr int mostLines = 6;
 
-}
+} // namespace
 
 Banner::Banner(Kind kind, const QString& name, const QString& action, QWidget* parent)
     : QFrame(parent)
-    , m_label(new QLabel(this))
+    , m_label(new WrappedLabel({}, this))
     , m_action(new QPushButton(action, this))
     , m_close(new QToolButton(this))
     , m_slide(this, "maximumHeight")
@@ -28,9 +32,8 @@ Banner::Banner(Kind kind, const QString& name, const QString& action, QWidget* p
     if (kind == Kind::error)
         PanelStyle::setRole(*this, QStringLiteral("danger"));
     m_label->setAccessibleName(name);
-    m_label->setTextFormat(Qt::PlainText);
-    m_label->setWordWrap(true);
-    m_label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_label->setMostLines(mostLines);
+    offerCopy();
     m_action->setAccessibleName(action);
     m_action->setVisible(!action.isEmpty());
     m_close->setAccessibleName(tr("Close"));
@@ -77,6 +80,15 @@ void Banner::setText(const QString& text)
 void Banner::setActionEnabled(bool isEnabled)
 {
     m_action->setEnabled(isEnabled);
+}
+
+void Banner::offerCopy()
+{
+    auto* const copy = new QAction(tr("Copy"), this);
+    connect(copy, &QAction::triggered, this,
+        [this] { QGuiApplication::clipboard()->setText(m_label->text()); });
+    addAction(copy);
+    setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 void Banner::slideIn()

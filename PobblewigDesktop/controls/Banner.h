@@ -5,13 +5,15 @@
 #include <QFrame>
 #include <QPropertyAnimation>
 
-class QLabel;
 class QPushButton;
 class QToolButton;
 
 namespace pobblewig {
 
-/// A message about the conversation. It slides in and stays until it is taken back or closed.
+class WrappedLabel;
+
+/// A message about the conversation. It slides in and stays until it is taken back or closed. Of a
+/// long text it shows the first lines; its menu copies the whole text.
 class Banner : public QFrame {
     Q_OBJECT
 
@@ -31,9 +33,10 @@ Q_SIGNALS:
     void actionTriggered();
 
 private:
+    void offerCopy();
     void slideIn();
 
-    QLabel* m_label;
+    WrappedLabel* m_label;
     QPushButton* m_action;
     QToolButton* m_close;
     QPropertyAnimation m_slide;

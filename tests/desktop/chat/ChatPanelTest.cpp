@@ -86,6 +86,31 @@ private Q_SLOTS:
         QTRY_COMPARE(input().toPlainText(), QStringLiteral("Precious words"));
     }
 
+    void aTurnCanBeStoppedFromItsBeginningToItsEnd()
+    {
+        button("Look at my screen").click();
+        QVERIFY(button("Stop").isVisible() && !button("Send").isVisible());
+        button("Stop").click();
+        QVERIFY(button("Send").isVisible() && !m->talk.chat.isInTurn());
+        button("Look at my screen").click();
+        QVERIFY(label("Notice").text().contains(QStringLiteral("still being taken")));
+        m->talk.screen.enqueue(CapturedScreenshot());
+        QTRY_VERIFY(m->talk.chat.canRetry());
+    }
+
+    void aLongErrorLeavesItsButtonReadable()
+    {
+        m->panel.resize(m->panel.minimumSize());
+        ask(QStringLiteral("Hello"));
+        const auto text = QString(600, u'x') + QStringLiteral(" y").repeated(500);
+        m->talk.model.finish(TransportError { .text = text });
+        QTRY_VERIFY(label("Error").isVisible());
+        auto& retry = button("Retry");
+        QTRY_VERIFY(retry.width() >= retry.sizeHint().width());
+        QVERIFY(m->panel.rect().contains(QRect(retry.mapTo(&m->panel, QPoint()), retry.size())));
+        QTRY_VERIFY(label("Error").height() < m->panel.height() / 3);
+    }
+
     void aLookAtTheScreenIsAskedForAndShown()
     {
         const auto look = [this] { button("Look at my screen").click(); };
