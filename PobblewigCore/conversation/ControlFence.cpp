@@ -128,9 +128,14 @@ auto ControlFence::trailing(QStringView text) -> std::optional<Trailing>
     return Trailing { line.tag, start, before.sliced(line.end + 1) };
 }
 
+QStringView ControlFence::lastLine(QStringView text)
+{
+    return text.sliced(text.lastIndexOf(u'\n') + 1);
+}
+
 bool ControlFence::endsBehindFence(QStringView text)
 {
-    return text.lastIndexOf(marks) > text.lastIndexOf(u'\n');
+    return lastLine(text).contains(marks);
 }
 
 QString ControlFence::strip(QStringView text)

@@ -52,6 +52,9 @@ std::optional<Trailing> trailing(QStringView text);
 /// Removes all control blocks. A block that does not end extends to the end of the text.
 QString strip(QStringView text);
 
+/// The text behind the last line break.
+QStringView lastLine(QStringView text);
+
 /// Whether the last line holds a fence, so that text behind it could make a tag of it.
 bool endsBehindFence(QStringView text);
 

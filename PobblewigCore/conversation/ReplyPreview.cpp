@@ -2,6 +2,8 @@
 
 #include "conversation/ControlBlock.h"
 
+#include <QStringBuilder>
+
 #include <algorithm>
 
 namespace pobblewig {
@@ -249,7 +251,7 @@ void ReplyPreview::show(QStringView piece)
 {
     // What stood around a block must not make another one.
     if (!piece.isEmpty() && std::exchange(m_isBehindBlock, false)
-        && ControlFence::endsBehindFence(m_text + m_held))
+        && endsBehindFence(QString(lastLine(m_text) % m_held)))
         m_held += u'\n';
     const auto size = m_isHolding ? 0 : visibleSize(piece);
     if (size > 0) {
