@@ -3,10 +3,12 @@
 #include "foundation/Text.h"
 #include "memory/librarian/AnswerFields.h"
 #include "memory/librarian/CleanupAnswer.h"
+#include "memory/librarian/CutAnswer.h"
 
 #include <QJsonDocument>
 
 #include <algorithm>
+#include <array>
 
 namespace pobblewig {
 
@@ -16,6 +18,8 @@ using LibrarianAnswers::Parsed;
 
 constexpr qsizetype longestAnswer = 1'000'000;
 constexpr qsizetype longestPath = 100;
+constexpr std::array extractionLists { u"notes", u"observations", u"referenceItems",
+    u"proposedSections" };
 
 tl::unexpected<QString> failed(QString problem)
 {
@@ -41,6 +45,19 @@ Parsed<AnswerFields> answerIn(const QString& text)
                           .arg(error.errorString())
                           .arg(error.offset));
     return AnswerFields(*JSONValue::fromJson(document.object()).object());
+}
+
+Parsed<AnswerFields> extractionIn(const QString& text)
+{
+    auto answer = answerIn(text);
+    const auto entries = answer ? std::nullopt : CutAnswer::wholeEntries(text);
+    if (entries)
+        answer = answerIn(*entries);
+    if (answer && std::ranges::none_of(extractionLists, [&](const auto* list) {
+            return answer->elementCount(QString::fromUtf16(list)).has_value();
+        }))
+        return failed(QStringLiteral("The model's answer has none of the expected lists."));
+    return answer;
 }
 
 /// The prompt's example of an optional text tempts models to write "null".
@@ -149,7 +166,7 @@ std::optional<QString> LibrarianAnswers::extractJSONObject(const QString& text)
 auto LibrarianAnswers::parseExtraction(const QString& text, MemorySource noteSource,
     const QString& itemSource, TimePoint now) -> Parsed<ExtractionResult>
 {
-    const auto answer = answerIn(text);
+    const auto answer = extractionIn(text);
     if (!answer)
         return failed(answer.error());
     const auto noteFrom = [&](const auto& fields) { return fields.note(noteSource, now); };
@@ -176,7 +193,7 @@ auto LibrarianAnswers::parseCloseout(const QString& text) -> Parsed<DailyCloseou
         .unfinishedIntent =
             entriesOf(*answer, QStringLiteral("unfinishedIntent"), intent, isIntent),
     };
-    if (closeout.summary.isEmpty())
+    if (closeout == DailyCloseout())
         return failed(noSummary());
     return closeout;
 }

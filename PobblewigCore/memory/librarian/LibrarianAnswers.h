@@ -61,10 +61,12 @@ using Parsed = tl::expected<Value, QString>;
 /// nothing if it is not closed.
 std::optional<QString> extractJSONObject(const QString& text);
 
-/// `noteSource` applies to notes that name no source. A note over 1,000 characters is dropped.
+/// `noteSource` applies to notes that name no source. A note over 1,000 characters is dropped. Of
+/// an answer that was cut, the whole entries count. One without any of the lists is refused.
 Parsed<ExtractionResult> parseExtraction(
     const QString& text, MemorySource noteSource, const QString& itemSource, TimePoint now);
 
+/// The summary may be missing if there is anything else.
 Parsed<DailyCloseout> parseCloseout(const QString& text);
 Parsed<WeeklyRollupResult> parseWeekly(const QString& text);
 

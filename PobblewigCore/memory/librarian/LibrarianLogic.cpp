@@ -110,6 +110,25 @@ std::vector<ChatMessage> LibrarianLogic::messagesAfter(
     return { std::next(last), messages.end() };
 }
 
+bool LibrarianLogic::hasReadableUserMessage(const std::vector<ChatMessage>& messages)
+{
+    return std::ranges::any_of(messages, [](const auto& message) {
+        return message.role == ChatMessage::Role::user && message.sessionID;
+    });
+}
+
+DailyCloseout LibrarianLogic::completed(DailyCloseout answer, DailyCloseout withoutModel)
+{
+    if (!answer.summary.isEmpty())
+        return answer;
+    answer.summary = std::move(withoutModel.summary);
+    if (answer.highlights.empty())
+        answer.highlights = std::move(withoutModel.highlights);
+    if (answer.unfinishedIntent.empty())
+        answer.unfinishedIntent = std::move(withoutModel.unfinishedIntent);
+    return answer;
+}
+
 DailyCloseout LibrarianLogic::deterministicCloseout(const std::vector<ChatMessage>& window,
     const std::vector<DatedObservation>& observations, const std::vector<QString>& previousIntent)
 {

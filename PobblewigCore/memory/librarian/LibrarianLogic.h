@@ -17,6 +17,13 @@ QString dailiesText(const std::vector<PeriodSummary>& dailies, const Calendar& c
 std::vector<ChatMessage> messagesAfter(
     const std::vector<ChatMessage>& messages, const std::optional<QUuid>& lastExtractedMessageID);
 
+/// Whether the user said anything that the librarian may read.
+bool hasReadableUserMessage(const std::vector<ChatMessage>& messages);
+
+/// What the model left out, as it would be without a model. With a summary of its own, an answer is
+/// complete.
+DailyCloseout completed(DailyCloseout answer, DailyCloseout withoutModel);
+
 /// The summary of a day without a model: honest, short, and with the unfinished items of the
 /// previous day.
 DailyCloseout deterministicCloseout(const std::vector<ChatMessage>& window,

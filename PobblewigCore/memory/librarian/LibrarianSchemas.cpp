@@ -94,7 +94,8 @@ constexpr auto closeoutForm = R"({
                 "required": ["text"]
             }
         }
-    }
+    },
+    "required": ["dailySummary"]
 })";
 
 constexpr auto weeklyForm = R"({
@@ -104,7 +105,8 @@ constexpr auto weeklyForm = R"({
         "summary": { "type": "string" },
         "chronologicalHighlights": { "type": "array", "items": { "type": "string" } },
         "unresolvedIntent": { "type": "array", "items": { "type": "string" } }
-    }
+    },
+    "required": ["summary"]
 })";
 
 constexpr auto cleanupForm = R"({

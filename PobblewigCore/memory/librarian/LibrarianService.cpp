@@ -24,6 +24,7 @@ Task<LibrarianExtractionResult> LibrarianService::extractAfterTurn(std::vector<C
     const auto conversation = LibrarianLogic::windowText(window);
     if (conversation.isEmpty())
         co_return LibrarianExtractionResult();
+    const auto lastSaidAt = window.back().timestamp;
     const auto now = m_moment.now();
     const auto prompt = Prompts::extraction({
         .residentMemory = m_memory.notes.residentMemory(MemoryStore::hardCapTokens, now),
@@ -35,8 +36,8 @@ Task<LibrarianExtractionResult> LibrarianService::extractAfterTurn(std::vector<C
     });
     const auto answer =
         co_await ask({ prompt, LibrarianSchemas::extraction() }, m_stop.get_token());
-    co_return take(
-        answer, u"extraction", { MemorySource::librarianSynthesis, QStringLiteral("librarian") });
+    co_return take(answer, u"extraction",
+        { MemorySource::librarianSynthesis, QStringLiteral("librarian"), lastSaidAt });
 }
 
 Task<LibrarianExtractionResult> LibrarianService::ingestMeetingNotes(MeetingNotes notes)
@@ -73,10 +74,8 @@ Task<DailyCloseout> LibrarianService::closeDailySession(DayToClose day)
         co_return DailyCloseout();
     const auto closeout =
         accepted<DailyCloseout>(answer, u"closeout", LibrarianAnswers::parseCloseout);
-    if (!closeout)
-        co_return LibrarianLogic::deterministicCloseout(
-            day.window, day.observations, day.previousIntent);
-    co_return *closeout;
+    co_return LibrarianLogic::completed(closeout.value_or(DailyCloseout()),
+        LibrarianLogic::deterministicCloseout(day.window, day.observations, day.previousIntent));
 }
 
 Task<WeeklyRollupResult> LibrarianService::weeklyRollup(std::vector<PeriodSummary> dailies)
@@ -162,7 +161,7 @@ LibrarianExtractionResult LibrarianService::take(
     });
     if (!extraction || !mayRemember())
         return {};
-    return store(*extraction, origin.occurredAt.value_or(now), now);
+    return store(*extraction, std::min(origin.occurredAt, now), now);
 }
 
 LibrarianExtractionResult LibrarianService::store(

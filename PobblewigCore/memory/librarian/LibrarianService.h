@@ -67,8 +67,8 @@ public:
     /// user's own changes have made the answer outdated.
     Task<> cleanupIfNeeded();
 
-    /// Called when the memory is deleted, so that no run in progress restores what it has read. An
-    /// abandoned run returns zeros or an empty summary.
+    /// Called when anything in memory is deleted, so that no run in progress restores what it has
+    /// read. An abandoned run returns zeros or an empty summary.
     void abandonRuns();
 
 private:
@@ -76,8 +76,8 @@ private:
     struct Origin {
         MemorySource noteSource;
         QString itemSource;
-        /// The time of the observations; without it, the time of the answer.
-        std::optional<TimePoint> occurredAt = std::nullopt;
+        /// The time of the observations.
+        TimePoint occurredAt;
     };
 
     /// The answer as parsed by `parse`. A failure is recorded under the name of the job.

@@ -68,6 +68,30 @@ private Q_SLOTS:
             u"The model's answer is too long.");
     }
 
+    void ofACutAnswerTheWholeEntriesCount_data()
+    {
+        columns<QString, QString>("answer", "found");
+        row("in an entry", "{'notes': [{'text': 'a'}, {'text': 'b'}, {'te", "a|b");
+        row("between lists", "{'notes': [{'text': 'a'}], 'observations': [", "a");
+        row("in another list", "{'notes': [{'text': 'a'}], 'observations': [{'summary': 'c'}, {",
+            "a|c");
+        row("signs in a text", "{'notes': [{'text': '}]{ \\\\'}, {'text': '}", "}]{ \\");
+        row("in the first entry", "{'notes': [{'text': 'a'", "none");
+        row("nothing known", "{'summary': 'a'}", "none");
+        row("nothing at all", "{}", "none");
+        row("nothing to keep", "{'notes': []}", "");
+        row("broken, not cut", "{'notes': [{'text': 'a'}, {'text': }]}", "none");
+    }
+    void ofACutAnswerTheWholeEntriesCount()
+    {
+        QFETCH(QString, answer);
+        const auto read = extraction(answer.replace(u'\'', u'"'));
+        auto found = read ? joined(read->notes, &NewNote::text) : u"none"_s;
+        if (read && !read->observations.empty())
+            found += u'|' + joined(read->observations, &DatedObservation::summary);
+        QTEST(found, "found");
+    }
+
     void aNoteIsReadWithIndulgence_data()
     {
         columns<QString, QString>("fields", "read");
@@ -142,7 +166,7 @@ private Q_SLOTS:
     void aDayNeedsASummary()
     {
         using LibrarianAnswers::parseCloseout;
-        QVERIFY(!parseCloseout(quoted("{'dailySummary': ' ', 'chronologicalHighlights': ['a']}")));
+        QVERIFY(!parseCloseout(quoted("{'dailySummary': ' ', 'chronologicalHighlights': []}")));
         const auto day = parseCloseout(
             quoted("{'dailySummary': ' Rested.\\n\\nRead. ', 'chronologicalHighlights': ['a', 4],"
                    "'unfinishedIntent': [{'text': 'b', 'kind': 'chore'}, {'text': ' '},"

@@ -88,6 +88,28 @@ private Q_SLOTS:
         QCOMPARE(day.summary, u"1 chat turn, 0 observations recorded."_s);
     }
 
+    void whatWasSaidIsDatedByItsLastMessage()
+    {
+        m_stores->time = now + days(1);
+        m_model->enqueue(quoted("{'observations': [{'summary': 'Slept badly'}]}"));
+        extract();
+        const auto observed = m_memory->observations.observations({}, {}).at(0);
+        QCOMPARE(observed.occurredAt, now);
+        QCOMPARE(observed.recordedAt, now + days(1));
+    }
+
+    void highlightsAreKeptWithoutASummary()
+    {
+        m_model->enqueue(quoted("{'chronologicalHighlights': ['Passed the exam']}"));
+        const auto day = awaited(
+            m_service->closeDailySession({ .window = window(), .previousIntent = { u"open"_s } }));
+        const DailyCloseout expected { u"1 chat turn, 0 observations recorded."_s,
+            { u"Passed the exam"_s }, { { u"open"_s } } };
+        QVERIFY(day == expected);
+        const auto required = m_model->requests()[0].responseFormat.schema.at(u"required"_s);
+        QCOMPARE(required.displayString(), u"[dailySummary]");
+    }
+
     void nothingFoundIsASuccess()
     {
         const LogLines log;
