@@ -61,11 +61,14 @@ AppCoordinator::AppCoordinator(Parts parts)
               .toolExecutor = &m_toolExecutor,
               .screen = m_parts.screen,
               .wording = m_parts.wording })
-    , m_proposals(m_stores, m_parts.moment, { chat(), modes(), *m_parts.calendarProvider })
+    , m_proposals(m_stores, m_parts.moment,
+          { chat(), modes(), *m_parts.calendarProvider,
+              [this] { m_librarian.service().abandonRuns(); } })
     , m_memory({ .stores = m_stores,
           .moment = m_parts.moment,
           .directory = m_room.directory(),
           .situation = [this] { return buildSituation().summary; },
+          .deleting = [this] { m_librarian.service().abandonRuns(); },
           .forgetting = [this] { forgetEverywhere(); },
           .forgotten = [this] { chat().reload(); } })
     , m_connections(m_stores.memory.reference, m_parts.moment)

@@ -93,6 +93,14 @@ void ChatService::say(const QString& text, std::optional<QUuid> relatedIntervent
         .relatedInterventionID = relatedInterventionID });
 }
 
+void ChatService::sayOffTheRecord(const QString& text)
+{
+    append({ .id = QUuid::createUuid(),
+        .role = ChatMessage::Role::assistant,
+        .text = text,
+        .timestamp = m_moment.now() });
+}
+
 void ChatService::reload()
 {
     m_messages = m_history.messages();

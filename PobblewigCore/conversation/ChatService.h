@@ -84,6 +84,9 @@ public:
     /// while the memory is off.
     void say(const QString& text, std::optional<QUuid> relatedInterventionID = std::nullopt);
 
+    /// The same, but without a session, so that no librarian reads it.
+    void sayOffTheRecord(const QString& text);
+
     /// Sets the features' tools, once all features exist.
     void setTools(std::vector<Tool> ofFeatures)
     {

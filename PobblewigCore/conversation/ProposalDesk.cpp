@@ -59,6 +59,7 @@ ProposalDesk::ProposalDesk(
     , m_chat(hands.chat)
     , m_modes(hands.modes)
     , m_writer(stores, moment, hands.calendarProvider)
+    , m_forgetting(hands.forgetting)
     , m_changed(std::move(changed))
 {
 }
@@ -94,7 +95,7 @@ void ProposalDesk::rejectProposal(const QString& proposalId)
     const auto proposal = m.proposals.proposal(proposalId);
     if (!proposal || !m.proposals.reject(proposalId))
         return;
-    m_chat.say(QStringLiteral("Dismissed the pending proposal: %1.").arg(proposal->name));
+    tell(QStringLiteral("Dismissed the pending proposal: %1.").arg(proposal->name), proposal->kind);
     m_changed();
 }
 
@@ -162,7 +163,7 @@ auto ProposalDesk::queue(const RuleProposal& proposal) -> Admission
     if (m.proposals.isFull())
         return Admission::tooMany;
     m.proposals.registerProposal(proposal);
-    m_chat.say(queuedText(proposal));
+    tell(queuedText(proposal), proposal.kind);
     return Admission::admitted;
 }
 
@@ -236,6 +237,8 @@ auto ProposalDesk::writing(const std::shared_ptr<ProposalWriter::Outcome>& outco
 auto ProposalDesk::execute(RuleProposal proposal, std::shared_ptr<ProposalWriter::Outcome> outcome)
     -> Task<ProposalManager::Execution>
 {
+    if (proposal.kind == Kind::forgetMemory)
+        m_forgetting();
     auto written = co_await m_writer.performWrite(std::move(proposal));
     if (!written)
         co_return tl::unexpected(written.error().description);
@@ -245,15 +248,23 @@ auto ProposalDesk::execute(RuleProposal proposal, std::shared_ptr<ProposalWriter
 
 void ProposalDesk::noteSuccess(const QString& text, Kind kind)
 {
-    m_chat.say(text);
+    tell(text, kind);
     // What was forgotten must not survive in the record of it.
     const auto isForgotten = kind == Kind::forgetMemory;
     record(isForgotten ? QStringLiteral("Forgot something at the user's request") : text, kind);
 }
 
+void ProposalDesk::tell(const QString& text, Kind kind)
+{
+    if (kind == Kind::forgetMemory)
+        m_chat.sayOffTheRecord(text);
+    else
+        m_chat.say(text);
+}
+
 void ProposalDesk::noteWriteResult(const QString& text, Kind kind)
 {
-    m_chat.say(text);
+    tell(text, kind);
     record(text, kind);
 }
 

@@ -20,6 +20,8 @@ public:
         ChatService& chat;
         ModeSwitch& modes;
         CalendarDataProviding& calendarProvider;
+        /// Called before something is forgotten, so that nothing in progress restores it.
+        std::function<void()> forgetting;
     };
 
     /// All arguments must outlive the desk. `changed` is called after each change.
@@ -60,6 +62,8 @@ private:
     Task<ProposalManager::Execution> execute(
         RuleProposal proposal, std::shared_ptr<ProposalWriter::Outcome> outcome);
 
+    /// What tells of a deletion names what was deleted, so no librarian reads it.
+    void tell(const QString& text, RuleProposal::Kind kind);
     void noteWriteResult(const QString& text, RuleProposal::Kind kind);
     void noteSuccess(const QString& text, RuleProposal::Kind kind);
     void record(const QString& text, RuleProposal::Kind kind);
@@ -69,6 +73,7 @@ private:
     ChatService& m_chat;
     ModeSwitch& m_modes;
     ProposalWriter m_writer;
+    std::function<void()> m_forgetting;
     std::function<void()> m_changed;
 };
 

@@ -64,7 +64,9 @@ struct Office : ScriptedStores {
     int changes = 0;
     ModeSwitch modes { settings, moment.clock, [] {} };
     ScriptedCalendar calendar;
-    ProposalDesk desk { all, moment, { chat, modes, calendar }, [this] { ++changes; } };
+    int deletions = 0;
+    ProposalDesk desk { all, moment, { chat, modes, calendar, [this] { ++deletions; } },
+        [this] { ++changes; } };
 };
 
 } // namespace
@@ -223,6 +225,10 @@ private Q_SLOTS:
         awaited(m->desk.allowAlwaysProposal(text("f")));
         QCOMPARE(told().back(), text("Forgot the note \"aaaaaaa2\""));
         QCOMPARE(m->memory.notes.notes().size(), 1u);
+        QCOMPARE(m->deletions, 1);
+        // No librarian reads what was to be forgotten.
+        for (const auto& message : m->chat.messages())
+            QVERIFY(!message.sessionID);
         QVERIFY(m->settings.settings().actionConfirmations.empty());
         QVERIFY(m->memory.observations.search({ .text = text("aaaaaaa2") }).empty());
         QVERIFY(m->proposals.proposal(text("f"))->name.isEmpty());

@@ -14,6 +14,7 @@ MemoryDesk::MemoryDesk(Dependencies dependencies)
 
 void MemoryDesk::deleteNote(const QUuid& id)
 {
+    m.deleting();
     m_memory.notes.deleteNote(id, m.moment.now());
     m.changed();
 }
@@ -26,12 +27,14 @@ void MemoryDesk::correctNote(const QUuid& id, const QString& newText)
 
 void MemoryDesk::deleteObservation(const QUuid& id)
 {
+    m.deleting();
     m_memory.observations.remove(id);
     m.changed();
 }
 
 void MemoryDesk::deleteReferenceItem(const QUuid& id)
 {
+    m.deleting();
     m_memory.reference.deleteItem(id);
     m.changed();
 }

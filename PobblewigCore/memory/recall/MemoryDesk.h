@@ -19,6 +19,8 @@ public:
         std::optional<DataDirectory> directory;
         /// Called after each change.
         std::function<void()> changed;
+        /// Called before an entry is deleted, so that nothing in progress restores it.
+        std::function<void()> deleting;
         /// Called before and after all memory is deleted, so that nothing in progress restores it
         /// and every quotation of it elsewhere is dropped.
         std::function<void()> forgetting;

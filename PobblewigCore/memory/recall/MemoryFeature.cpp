@@ -15,6 +15,7 @@ MemoryFeature::MemoryFeature(Surroundings surroundings)
           .retrieval = m_retrieval,
           .directory = m.directory,
           .changed = [this] { changed(); },
+          .deleting = m.deleting,
           .forgetting = m.forgetting,
           .forgotten = m.forgotten })
 {

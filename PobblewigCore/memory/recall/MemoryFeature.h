@@ -16,6 +16,8 @@ public:
         std::optional<DataDirectory> directory;
         /// The lines of the current situation.
         std::function<QString()> situation;
+        /// Called before an entry is deleted, so that nothing in progress restores it.
+        std::function<void()> deleting;
         /// Called before and after all memory is deleted, so that nothing in progress restores it
         /// and every quotation of it elsewhere is dropped.
         std::function<void()> forgetting;
