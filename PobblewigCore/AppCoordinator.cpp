@@ -170,6 +170,7 @@ SituationSnapshot AppCoordinator::buildSituation() const
     return SituationBuilder::snapshot({
         .settings = m_stores.settings.settings(),
         .memory = m_stores.memory,
+        .now = now,
         .calendar = m_parts.moment.calendar(),
         .lines = std::move(lines),
     });

@@ -99,6 +99,7 @@ void ActivityTracker::closeSession(TimePoint now)
     auto session = *std::exchange(m_currentSession, std::nullopt);
     session.endedAt = now;
     session.durationSeconds = secondsSince(session.startedAt, now);
+    session.startedAt = std::min(session.startedAt, now);
     session.isActive = false;
     m_history.insert(m_history.begin(), std::move(session));
     prune(now);

@@ -15,17 +15,17 @@ Task<> SessionEnd::endIfDue()
     co_await m.readingAlong.extractPendingTurns();
     // The user may have written something in the meantime.
     if (!m.chat.isInTurn())
-        co_await m.rollover.rolloverIfNeeded(m.moment.now(), m.moment.calendar(), ending);
+        co_await m.rollover.rolloverIfNeeded(ending);
     ended();
 }
 
 Task<> SessionEnd::startNewSession()
 {
-    if (m_isUnderWay || m.chat.isStreaming() || m.chat.messages().empty())
+    if (m_isUnderWay || m.chat.isInTurn() || m.chat.messages().empty())
         co_return;
     const auto ending = begin();
     co_await m.readingAlong.extractPendingTurns();
-    co_await m.rollover.forceRollover(m.moment.now(), m.moment.calendar(), ending);
+    co_await m.rollover.forceRollover(ending);
     ended();
 }
 

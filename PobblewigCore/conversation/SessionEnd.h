@@ -29,8 +29,8 @@ public:
     /// Called at each poll. A session never ends during a turn.
     Task<> endIfDue();
 
-    /// Does nothing without a conversation, while a reply is streaming or while a session is being
-    /// closed. Later messages belong to the new session.
+    /// Does nothing without a conversation, during a turn or while a session is being closed. Later
+    /// messages belong to the new session.
     Task<> startNewSession();
 
 private:

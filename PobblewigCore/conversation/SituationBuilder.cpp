@@ -8,8 +8,9 @@ namespace pobblewig {
 SituationSnapshot SituationBuilder::snapshot(const Situation& situation)
 {
     const auto& memory = situation.memory;
-    const auto dailies = memory.summaries.list(PeriodType::day, std::nullopt, std::nullopt);
-    const auto weeklies = memory.summaries.list(PeriodType::week, std::nullopt, std::nullopt);
+    // A wrong clock may have dated a summary into the future.
+    const auto dailies = memory.summaries.list(PeriodType::day, std::nullopt, situation.now);
+    const auto weeklies = memory.summaries.list(PeriodType::week, std::nullopt, situation.now);
     return {
         .mode = situation.settings.mode,
         .roles = situation.settings.roles,

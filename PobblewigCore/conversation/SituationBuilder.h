@@ -13,6 +13,7 @@ namespace pobblewig {
 struct Situation {
     const AppSettings& settings;
     const MemoryTiers& memory;
+    TimePoint now;
     Calendar calendar;
     /// The lines of each feature, in the features' order.
     QStringList lines;

@@ -20,6 +20,8 @@ struct DailySession {
     std::vector<QUuid> observationIDs;
     std::optional<QUuid> dailySummaryID = std::nullopt;
     std::optional<QUuid> previousSessionID = std::nullopt;
+    /// The newest message that the librarian has read or is never to read.
+    std::optional<QUuid> lastExtractedMessageID = std::nullopt;
     /// Made from a conversation that predates sessions.
     bool isImported = false;
 
@@ -39,6 +41,7 @@ struct DailySession {
             required("observationIDs", &DailySession::observationIDs),
             optional("dailySummaryID", &DailySession::dailySummaryID),
             optional("previousSessionID", &DailySession::previousSessionID),
+            optional("lastExtractedMessageID", &DailySession::lastExtractedMessageID),
             required("isImported", &DailySession::isImported) };
     }
 };

@@ -46,12 +46,8 @@ std::optional<DailySession> DailySessionStore::activeSession() const
 
 std::optional<DailySession> DailySessionStore::previousSession() const
 {
-    const DailySession* previous = nullptr;
-    for (const auto& session : m_sessions) {
-        if (session.endedAt && (!previous || session.startedAt > previous->startedAt))
-            previous = &session;
-    }
-    return previous ? std::optional(*previous) : std::nullopt;
+    const auto session = std::ranges::find_if_not(m_sessions, isActive);
+    return session == m_sessions.end() ? std::nullopt : std::optional(*session);
 }
 
 bool DailySessionStore::shouldRollOver(TimePoint now, const Calendar& calendar) const
@@ -97,12 +93,23 @@ void DailySessionStore::linkObservation(const QUuid& id)
     m_file.save(m_sessions);
 }
 
+void DailySessionStore::markExtracted(const QUuid& messageID)
+{
+    auto* session = active();
+    if (!session || session->lastExtractedMessageID == messageID)
+        return;
+    session->lastExtractedMessageID = messageID;
+    m_file.save(m_sessions);
+}
+
 std::optional<DailySession> DailySessionStore::finalizeActiveSession(Closing closing, TimePoint now)
 {
     auto* session = active();
     if (!session)
         return std::nullopt;
     session->endedAt = now;
+    session->startedAt = std::min(session->startedAt, now);
+    session->lastActivityAt = std::min(session->lastActivityAt, now);
     session->summary = std::move(closing.summary);
     session->activitySummary = std::move(closing.activitySummary);
     session->dailySummaryID = closing.dailySummaryID;
@@ -113,7 +120,10 @@ std::optional<DailySession> DailySessionStore::finalizeActiveSession(Closing clo
 DailySession DailySessionStore::startNewSession(
     TimePoint now, std::optional<QUuid> previousSessionID, const Calendar& calendar)
 {
-    m_sessions.insert(m_sessions.begin(), newSession(now, previousSessionID, calendar));
+    auto session = newSession(now, previousSessionID, calendar);
+    if (!m_sessions.empty())
+        session.lastExtractedMessageID = m_sessions.front().lastExtractedMessageID;
+    m_sessions.insert(m_sessions.begin(), std::move(session));
     if (m_sessions.size() > mostSessions)
         m_sessions.resize(mostSessions);
     m_file.save(m_sessions);

@@ -33,7 +33,7 @@ public:
     const std::vector<DailySession>& sessions() const { return m_sessions; }
     std::optional<DailySession> activeSession() const;
 
-    /// The ended session that began last.
+    /// The ended session that was opened last, whatever its clock said.
     std::optional<DailySession> previousSession() const;
 
     /// False while there is no active session.
@@ -44,9 +44,12 @@ public:
     void recordTurn(TimePoint now);
     void touch(TimePoint now);
     void linkObservation(const QUuid& id);
+    void markExtracted(const QUuid& messageID);
+
+    /// A session that a wrong clock began later than `now` begins at `now`, too.
     std::optional<DailySession> finalizeActiveSession(Closing closing, TimePoint now);
 
-    /// Does not end the active session.
+    /// Does not end the active session. The mark of what was extracted is carried over.
     DailySession startNewSession(
         TimePoint now, std::optional<QUuid> previousSessionID, const Calendar& calendar);
 

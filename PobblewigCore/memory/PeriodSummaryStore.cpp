@@ -36,14 +36,14 @@ std::vector<PeriodSummary> PeriodSummaryStore::list(std::optional<PeriodType> ty
     return wanted;
 }
 
-std::optional<PeriodSummary> PeriodSummaryStore::latestDaily() const
+std::optional<PeriodSummary> PeriodSummaryStore::latestDaily(TimePoint now) const
 {
-    return latest(PeriodType::day);
+    return latest(PeriodType::day, now);
 }
 
-std::optional<PeriodSummary> PeriodSummaryStore::latestWeekly() const
+std::optional<PeriodSummary> PeriodSummaryStore::latestWeekly(TimePoint now) const
 {
-    return latest(PeriodType::week);
+    return latest(PeriodType::week, now);
 }
 
 std::vector<PeriodSummary> PeriodSummaryStore::unsummarizedDailies() const
@@ -77,11 +77,12 @@ void PeriodSummaryStore::deleteAll()
     m_file.save(m_summaries);
 }
 
-std::optional<PeriodSummary> PeriodSummaryStore::latest(PeriodType type) const
+std::optional<PeriodSummary> PeriodSummaryStore::latest(PeriodType type, TimePoint now) const
 {
     const PeriodSummary* latest = nullptr;
     for (const auto& summary : m_summaries) {
-        if (summary.periodType == type && (!latest || summary.startDate > latest->startDate))
+        if (summary.periodType == type && summary.startDate <= now
+            && (!latest || summary.startDate > latest->startDate))
             latest = &summary;
     }
     return latest ? std::optional(*latest) : std::nullopt;

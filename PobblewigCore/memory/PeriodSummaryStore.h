@@ -26,8 +26,10 @@ public:
     std::vector<PeriodSummary> list(std::optional<PeriodType> type, std::optional<TimePoint> from,
         std::optional<TimePoint> to) const;
 
-    std::optional<PeriodSummary> latestDaily() const;
-    std::optional<PeriodSummary> latestWeekly() const;
+    /// The summary that began last, but not after `now`: a wrong clock may have dated one into the
+    /// future.
+    std::optional<PeriodSummary> latestDaily(TimePoint now) const;
+    std::optional<PeriodSummary> latestWeekly(TimePoint now) const;
 
     /// The days that are not part of a weekly summary yet, oldest first.
     std::vector<PeriodSummary> unsummarizedDailies() const;
@@ -39,7 +41,7 @@ public:
     void deleteAll();
 
 private:
-    std::optional<PeriodSummary> latest(PeriodType type) const;
+    std::optional<PeriodSummary> latest(PeriodType type, TimePoint now) const;
 
     StoreFile m_file;
     std::vector<PeriodSummary> m_summaries;

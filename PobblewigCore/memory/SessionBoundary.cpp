@@ -19,7 +19,7 @@ bool SessionBoundary::shouldRollOver(
     const DailySession& session, TimePoint now, double inactivityHours, const Calendar& calendar)
 {
     return !session.endedAt && dayKey(now, calendar) != session.dayKey
-        && now - session.lastActivityAt >= Hours(inactivityHours);
+        && std::chrono::abs(now - session.lastActivityAt) >= Hours(inactivityHours);
 }
 
 } // namespace pobblewig

@@ -12,7 +12,8 @@ namespace pobblewig::SessionBoundary {
 QString dayKey(TimePoint time, const Calendar& calendar);
 
 /// Whether an active session of an earlier day has been silent for `inactivityHours`. Neither
-/// midnight alone nor a silence within the day ends a session.
+/// midnight alone nor a silence within the day ends a session. Activity that far in the future was
+/// recorded by a wrong clock and counts as silence.
 bool shouldRollOver(
     const DailySession& session, TimePoint now, double inactivityHours, const Calendar& calendar);
 

@@ -162,7 +162,7 @@ Run measure()
     let(5);
     run.stall = watch.longest();
     run.bareWrites = millisecondsOfBareWrites(operations->replaced);
-    if (!coordinator.memory().summaries.latestDaily())
+    if (!coordinator.memory().summaries.latestDaily(morning))
         qFatal("the day did not end");
     return run;
 }

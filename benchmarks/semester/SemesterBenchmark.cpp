@@ -68,9 +68,10 @@ QStringList faultsOf(const Semester& semester)
 {
     const auto record = semester.record();
     const auto files = TermFiles::read(semester.data());
-    return TermChecks::sessions(files, record, semester.term()) + TermChecks::weeks(files)
-        + TermChecks::messages(files, record) + TermChecks::contents(files)
-        + TermChecks::memoryOff(files, record) + TermChecks::crashes(record);
+    return TermChecks::sessions(files, record, semester.term()) + TermChecks::times(files)
+        + TermChecks::weeks(files) + TermChecks::messages(files, record)
+        + TermChecks::contents(files) + TermChecks::memoryOff(files, record)
+        + TermChecks::crashes(record);
 }
 
 void playTheTerm()

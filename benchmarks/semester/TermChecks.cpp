@@ -80,6 +80,28 @@ QStringList TermChecks::sessions(const TermFiles& files, const TermRecord& recor
     return faults;
 }
 
+QStringList TermChecks::times(const TermFiles& files)
+{
+    QStringList faults;
+    std::map<QUuid, PeriodSummary> days;
+    TimePoint end {};
+    for (const auto& day : files.summaries(PeriodType::day)) {
+        expect(faults, end <= day.startDate && day.startDate <= day.endDate,
+            QStringLiteral("a day begins before the end of another, or ends before it begins"));
+        end = day.endDate;
+        days[day.id] = day;
+    }
+    for (const auto& observation : files.observations) {
+        const auto day = days.find(observation.archivedIntoPeriodID.value_or(QUuid()));
+        expect(faults,
+            day == days.end()
+                || (day->second.startDate <= observation.occurredAt
+                    && observation.occurredAt <= day->second.endDate),
+            QStringLiteral("an observation lies in another day"));
+    }
+    return faults;
+}
+
 QStringList TermChecks::weeks(const TermFiles& files)
 {
     QStringList faults;

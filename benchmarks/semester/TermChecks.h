@@ -10,6 +10,9 @@ namespace pobblewig::TermChecks {
 /// Each day of the script has its session, and each but the last is closed by one summary.
 QStringList sessions(const TermFiles& files, const TermRecord& record, const Term& days);
 
+/// Each day begins after the end of the one before, and what was observed lies in its day.
+QStringList times(const TermFiles& files);
+
 /// Each seven days make one week, in order.
 QStringList weeks(const TermFiles& files);
 

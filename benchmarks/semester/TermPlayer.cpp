@@ -73,7 +73,7 @@ void TermPlayer::switchMemory(bool isOn)
 
 AppCoordinator::Parts TermPlayer::parts()
 {
-    auto http = std::make_unique<WatchedHTTPClient>();
+    auto http = std::make_unique<WatchedHTTPClient>([this] { m_time = m_time.addSecs(2); });
     m_http = http.get();
     return {
         .directory = m_directory,

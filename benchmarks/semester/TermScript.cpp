@@ -98,9 +98,9 @@ void TermWriter::open(bool mayRunOn)
     if (!wasLate)
         poll(0, 5, false);
     if (day().date == m_plan.clockChange) {
-        // Five hours after half past two, of which one was struck twice.
-        poll(6, 29, false);
-        poll(6, 30, true);
+        // Five hours after a reply soon after half past two, which struck twice.
+        poll(6, 30, false);
+        poll(6, 31, true);
         return;
     }
     poll(5, 30, !wasLate);

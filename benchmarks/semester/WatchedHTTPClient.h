@@ -4,9 +4,15 @@
 
 namespace pobblewig {
 
-/// The real network, which tells when nothing is under way.
+/// The real network, which tells when nothing is under way. Each stream takes its time on the
+/// simulated clock.
 class WatchedHTTPClient : public HTTPClient {
 public:
+    explicit WatchedHTTPClient(std::function<void()> passTime)
+        : m_passTime(std::move(passTime))
+    {
+    }
+
     bool isIdle() const { return m_underWay == 0; }
 
     Task<tl::expected<HTTPResponse, TransportError>> send(HTTPRequest request) override
@@ -32,10 +38,12 @@ private:
         ++m_underWay;
         while (auto line = co_await lines->next())
             sink.push(*std::move(line));
+        m_passTime();
         sink.finish(lines->error());
         --m_underWay;
     }
 
+    std::function<void()> m_passTime;
     NetworkHTTPClient m_network;
     int m_underWay = 0;
 };

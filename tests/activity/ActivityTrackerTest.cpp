@@ -89,6 +89,15 @@ private Q_SLOTS:
         QVERIFY(ActivityTracker(m_desktop, *m_scratch).history().empty());
     }
 
+    void noSessionEndsBeforeItBegins()
+    {
+        ActivityTracker tracker(m_desktop, std::nullopt);
+        tracker.poll(start);
+        m_desktop.front.reset();
+        tracker.poll(start - 1h);
+        QCOMPARE(tracker.history()[0].startedAt, tracker.history()[0].endedAt);
+    }
+
     void theOldestSessionsGoByNumberAndByAge()
     {
         const auto oldest = start - days(14);

@@ -13,6 +13,8 @@ struct ScriptedLibrarian : ScriptedStores {
         : ScriptedStores(directory)
     {
         models.librarian = &model;
+        model.onReply = [this] { time += std::chrono::seconds(2); };
+        memory.sessions.ensureActiveSession(time, Calendar());
     }
 
     static QString noSituation() { return {}; }

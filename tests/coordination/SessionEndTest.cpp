@@ -61,8 +61,8 @@ struct Conversation {
     ScriptedLibrarian read { directory };
     ScriptedProvider model;
     ChatService chat { read.all, read.moment, { .models = read.models, .situation = situation } };
-    SessionRolloverService rollover { { read.memory, read.history, read.librarian, directory,
-        [](TimePoint, TimePoint) { return QString(); } } };
+    SessionRolloverService rollover { { read.moment, read.memory, read.history, read.librarian,
+        directory, [](TimePoint, TimePoint) { return QString(); } } };
     /// Whether a session was being closed, each time that there was something new.
     std::vector<bool> published;
     SessionEnd end { { .memory = read.memory,
@@ -98,16 +98,22 @@ private Q_SLOTS:
         awaited(m->end.endIfDue());
         QCOMPARE(m->closedSessions(), 0u);
         m->ask(QStringLiteral("I am tired"));
+        const auto lastSaidAt = m->chat.messages().back().timestamp;
         m->read.time += days(1);
-        m->read.model.enqueue(QStringLiteral("{}"));
+        m->read.model.enqueue(QStringLiteral("{\"observations\": [{\"summary\": \"Tired\"}]}"));
         m->read.model.enqueue(rested);
         awaited(m->end.endIfDue());
         QCOMPARE(m->asked(), QStringLiteral("librarian_extraction daily_closeout"));
-        QCOMPARE(m->read.memory.summaries.latestDaily()->summary, QStringLiteral("Rested."));
+        QCOMPARE(
+            m->read.memory.summaries.latestDaily(m->read.time)->summary, QStringLiteral("Rested."));
         QCOMPARE(
             archived(), QStringList({ QStringLiteral("I am tired"), QStringLiteral("Fine.") }));
         QVERIFY(m->chat.messages().empty());
         QVERIFY(m->published == std::vector({ true, false }));
+        const auto observed = m->read.memory.observations.observations({}, {}).at(0);
+        QCOMPARE(observed.occurredAt, lastSaidAt);
+        QVERIFY(observed.archivedIntoPeriodID);
+        QVERIFY(m->read.model.requests()[1].messages[0].content.contains(u"] Tired"));
     }
 
     void theUserCanComeBackInTime_data()
@@ -159,6 +165,10 @@ private Q_SLOTS:
         m->read.time += days(1);
         awaited(m->end.endIfDue());
         awaited(m->end.startNewSession());
+        m->chat.cancelStreaming();
+        // What a turn triggers is part of it.
+        m->chat.onTurnComplete = [this] { return m->end.startNewSession(); };
+        m->ask(QStringLiteral("Good morning"));
         QCOMPARE(m->closedSessions(), 0u);
         QVERIFY(m->published.empty());
     }
@@ -214,6 +224,9 @@ private Q_SLOTS:
         QTRY_COMPARE(texts(m->chat.messages()), goesOn);
         QCOMPARE(archived(), QStringList({ QStringLiteral("Old"), QStringLiteral("Fine.") }));
         QCOMPARE(m->closedSessions(), 1u);
+        const auto& sessions = m->read.memory.sessions.sessions();
+        QCOMPARE(sessions[0].startedAt, m->chat.messages()[0].timestamp);
+        QVERIFY(sessions[0].startedAt >= *sessions[1].endedAt);
     }
 
     /// The history does not hold all of it.
@@ -246,7 +259,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m->read.model.requests().size(), 2u);
         m->read.model.release();
         awaited(std::move(ending));
-        QCOMPARE(m->read.memory.summaries.latestDaily()->summary,
+        QCOMPARE(m->read.memory.summaries.latestDaily(m->read.time)->summary,
             QStringLiteral("2 chat turns, 0 observations recorded."));
         QCOMPARE(archived().size(), 2);
         QVERIFY(!m->end.isUnderWay());
@@ -255,35 +268,48 @@ private Q_SLOTS:
     void nothingForgottenIsWrittenDown_data()
     {
         QTest::addColumn<int>("answersBefore");
-        QTest::addColumn<bool>("areSessionsGone");
-        row("while it is read", 0, true);
-        row("while the day is written down", 1, true);
-        row("by the librarian alone", 1, false);
+        row("while it is read", 0);
+        row("while the day is written down", 1);
     }
     void nothingForgottenIsWrittenDown()
     {
         QFETCH(int, answersBefore);
-        QFETCH(bool, areSessionsGone);
-        m->ask(QStringLiteral("Secret"));
-        if (answersBefore > 0)
-            m->read.model.enqueue(QStringLiteral("{}"));
-        m->read.model.enqueue({ { LLMToken { rested } }, std::nullopt, true });
-        auto ending = m->end.startNewSession();
-        QTRY_COMPARE(m->read.model.requests().size(), size_t(answersBefore + 1));
+        beginToEnd(answersBefore);
         m->read.librarian.abandonRuns();
         m->read.history.clear();
-        if (areSessionsGone) {
-            m->read.memory.sessions.deleteAll();
-            m->read.memory.sessions.ensureActiveSession(m->read.time, Calendar());
-        }
+        m->read.memory.sessions.deleteAll();
+        m->read.memory.sessions.ensureActiveSession(m->read.time, Calendar());
         m->read.model.release();
-        awaited(std::move(ending));
+        QTRY_VERIFY(!m->end.isUnderWay());
         QVERIFY(m->read.memory.summaries.all().empty());
         QCOMPARE(m->closedSessions(), 0u);
         QVERIFY(archived().isEmpty() && m->chat.messages().empty());
     }
 
+    void aDeletionMeanwhileLetsTheDayBeToldAgain()
+    {
+        beginToEnd(1);
+        m->read.librarian.abandonRuns();
+        m->read.model.enqueue(QStringLiteral("{\"dailySummary\": \"Slept.\"}"));
+        m->read.model.release();
+        QTRY_VERIFY(!m->end.isUnderWay());
+        QCOMPARE(m->closedSessions(), 1u);
+        QCOMPARE(
+            m->read.memory.summaries.latestDaily(m->read.time)->summary, QStringLiteral("Slept."));
+    }
+
 private:
+    /// Until the librarian thinks about its next answer.
+    void beginToEnd(int answersBefore)
+    {
+        m->ask(QStringLiteral("Secret"));
+        if (answersBefore > 0)
+            m->read.model.enqueue(QStringLiteral("{}"));
+        m->read.model.enqueueHeld(rested);
+        spawn(m->end.startNewSession());
+        QTRY_COMPARE(m->read.model.requests().size(), size_t(answersBefore + 1));
+    }
+
     /// The texts of all archives.
     QStringList archived() const
     {

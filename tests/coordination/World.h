@@ -24,7 +24,12 @@ class World {
 public:
     static constexpr TimePoint morning { std::chrono::seconds(1772352900) };
 
-    World() { restart(); }
+    World()
+    {
+        for (auto* replying : { &model, &librarian })
+            replying->onReply = [this] { time += std::chrono::seconds(2); };
+        restart();
+    }
 
     /// The program is started anew over the same directory.
     void restart()

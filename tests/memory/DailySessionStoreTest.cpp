@@ -18,6 +18,8 @@ private Q_SLOTS:
         row("a moment before", "Tokyo 2026-03-03T23:50:01", "Tokyo 2026-03-04T04:50", false);
         row("five hours", "Tokyo 2026-03-03T23:50", "Tokyo 2026-03-04T04:50", true);
         row("same day", "Tokyo 2026-03-03T07:00", "Tokyo 2026-03-03T23:00", false);
+        row("a clock set back", "Tokyo 2026-03-04T00:01", "Tokyo 2026-03-03T23:59", false);
+        row("a wrong clock set right", "Tokyo 2030-03-03T07:00", "Tokyo 2026-03-03T07:00", true);
         row("a year later", "Tokyo 2026-03-03T07:00", "Tokyo 2027-03-03T07:00", true);
         row("short night", "New_York 2026-03-07T23:50", "New_York 2026-03-08T05:49", false);
         row("short night over", "New_York 2026-03-07T23:50", "New_York 2026-03-08T05:50", true);
@@ -39,6 +41,18 @@ private Q_SLOTS:
         QVERIFY(!store.shouldRollOver(time(now), calendar(now)));
     }
 
+    void noSessionEndsBeforeItBegins()
+    {
+        DailySessionStore store(std::nullopt);
+        store.ensureActiveSession(morning, Calendar());
+        const auto session = *store.finalizeActiveSession({}, morning - 1h);
+        QCOMPARE(session.startedAt, session.endedAt);
+        QCOMPARE(session.lastActivityAt, session.endedAt);
+        store.startNewSession(morning - 1h, {}, Calendar());
+        store.finalizeActiveSession({}, morning);
+        QCOMPARE(store.previousSession()->endedAt, morning);
+    }
+
     void onlyAnActiveSessionChanges()
     {
         const ScratchDirectory directory;
@@ -50,16 +64,20 @@ private Q_SLOTS:
         expected.endedAt = morning + 3h;
         expected.lastActivityAt = morning + 2h;
         expected.observationIDs = { QUuid::createUuid() };
+        expected.lastExtractedMessageID = QUuid::createUuid();
         std::tie(expected.summary, expected.activitySummary, expected.dailySummaryID) =
             std::tie(closing.summary, closing.activitySummary, closing.dailySummaryID);
         for (const bool isActive : { true, false }) {
             store.recordTurn(morning + 1h);
             store.touch(morning + 2h);
             store.linkObservation(expected.observationIDs.front());
+            store.markExtracted(*expected.lastExtractedMessageID);
             QCOMPARE(store.finalizeActiveSession(closing, morning + 3h).has_value(), isActive);
             QVERIFY(store.sessions() == std::vector { expected });
         }
         QVERIFY(DailySessionStore(directory).sessions() == store.sessions());
+        QVERIFY(store.startNewSession(morning + 4h, {}, Calendar()).lastExtractedMessageID
+            == expected.lastExtractedMessageID);
         store.deleteAll();
         QVERIFY(DailySessionStore(directory).sessions().empty());
     }

@@ -36,7 +36,7 @@ private Q_SLOTS:
         PeriodSummaryStore store(directory);
         const auto third = store.add(period(PeriodType::day, 3, 1, u"3"_s));
         store.add(period(PeriodType::day, 3, 1, u"4"_s));
-        QVERIFY(!store.latestWeekly());
+        QVERIFY(!store.latestWeekly(firstDay));
         store.add(period(PeriodType::week, 0, 7, u"w"_s));
         store.add(period(PeriodType::day, 1, 1, u"1"_s));
         const auto list = [&](std::optional<PeriodType> type, int from, int to) {
@@ -47,7 +47,8 @@ private Q_SLOTS:
         QCOMPARE(list(PeriodType::day, 4, 9), u"3|4"_s);
         QCOMPARE(list(std::nullopt, -2, 0), u"w"_s);
         QCOMPARE(list(std::nullopt, 8, 9), QString());
-        QVERIFY(store.latestDaily() == third);
+        store.add(period(PeriodType::day, 4000, 1, u"a wrong clock"_s));
+        QVERIFY(store.latestDaily(firstDay + days(3)) == third);
         QVERIFY(store.withID(third.id) == third);
         QVERIFY(!store.withID(QUuid::createUuid()));
         QVERIFY(PeriodSummaryStore(directory).all() == store.all());

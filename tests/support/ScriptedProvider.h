@@ -28,6 +28,9 @@ public:
     void enqueue(LLMFailure failure) { enqueue(Reply { {}, std::move(failure) }); }
     void enqueueHeld(const QString& text) { enqueue({ { LLMToken { text } }, {}, true }); }
 
+    /// Called as each reply ends.
+    std::function<void()> onReply = [] {};
+
     /// Lets all held replies end.
     void release()
     {
@@ -54,7 +57,8 @@ public:
         for (const auto& event : reply.events)
             sink.push(event);
         sink.setOnDrop([dropped = m_droppedStreams] { ++*dropped; });
-        const auto end = [sink, failure = reply.failure] {
+        const auto end = [this, sink, failure = reply.failure] {
+            onReply();
             if (!failure)
                 sink.push(LLMFinished {});
             sink.finish(failure);

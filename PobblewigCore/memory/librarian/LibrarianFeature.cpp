@@ -6,7 +6,8 @@ LibrarianFeature::LibrarianFeature(Surroundings surroundings)
     : m_moment(surroundings.moment)
     , m_memory(surroundings.stores.memory)
     , m_service(surroundings.stores, m_moment, surroundings.models)
-    , m_rollover({ .memory = m_memory,
+    , m_rollover({ .moment = m_moment,
+          .memory = m_memory,
           .history = surroundings.stores.history,
           .librarian = m_service,
           .chatArchiveDirectory = std::move(surroundings.directory),
@@ -17,9 +18,9 @@ LibrarianFeature::LibrarianFeature(Surroundings surroundings)
 
 void LibrarianFeature::start()
 {
-    m_rollover.finishInterrupted(m_moment.now(), m_moment.calendar());
+    m_rollover.finishInterrupted();
     m_memory.sessions.ensureActiveSession(m_moment.now(), m_moment.calendar());
-    spawn(m_rollover.rollUpWeek(m_moment.now()));
+    spawn(m_rollover.rollUpWeek());
 }
 
 } // namespace pobblewig

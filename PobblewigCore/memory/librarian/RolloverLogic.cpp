@@ -22,14 +22,21 @@ QUuid RolloverLogic::dailySummaryID(const QUuid& sessionID)
     return QUuid::createUuidV5(sessionID, QStringLiteral("daily summary"));
 }
 
-PeriodSummary RolloverLogic::dailySummary(const DailySession& session,
+bool RolloverLogic::isIdle(
+    const std::vector<ChatMessage>& window, const std::vector<DatedObservation>& observations)
+{
+    return observations.empty()
+        && std::ranges::find(window, ChatMessage::Role::user, &ChatMessage::role) == window.end();
+}
+
+PeriodSummary RolloverLogic::dailySummary(const DailySession& session, TimePoint endedAt,
     const DailyCloseout& closeout, const std::vector<DatedObservation>& observations, TimePoint now)
 {
     PeriodSummary summary {
         .id = dailySummaryID(session.id),
         .periodType = PeriodType::day,
-        .startDate = session.startedAt,
-        .endDate = now,
+        .startDate = std::min(session.startedAt, endedAt),
+        .endDate = endedAt,
         .summary = closeout.summary,
         .chronologicalHighlights = closeout.highlights,
         .sourceObservationIDs = ids(observations),

@@ -2,6 +2,7 @@
 
 #include "memory/DailySession.h"
 #include "memory/PeriodSummary.h"
+#include "memory/history/ChatMessage.h"
 #include "memory/librarian/LibrarianAnswers.h"
 
 #include <vector>
@@ -13,8 +14,14 @@ namespace pobblewig::RolloverLogic {
 /// after a crash finds the summary that it wrote.
 QUuid dailySummaryID(const QUuid& sessionID);
 
-PeriodSummary dailySummary(const DailySession& session, const DailyCloseout& closeout,
-    const std::vector<DatedObservation>& observations, TimePoint now);
+/// Whether there is nothing to tell of a day: the user said nothing, and nothing was observed.
+bool isIdle(
+    const std::vector<ChatMessage>& window, const std::vector<DatedObservation>& observations);
+
+/// The summary begins and ends with the session, which a wrong clock may have begun after its end.
+PeriodSummary dailySummary(const DailySession& session, TimePoint endedAt,
+    const DailyCloseout& closeout, const std::vector<DatedObservation>& observations,
+    TimePoint now);
 
 /// `dailies` has at least one day and is in order.
 PeriodSummary weeklySummary(

@@ -4,6 +4,9 @@
 #include "memory/history/ChatArchive.h"
 #include "memory/librarian/RolloverLogic.h"
 
+#include <algorithm>
+#include <set>
+
 namespace pobblewig {
 
 SessionRolloverService::SessionRolloverService(Dependencies dependencies)
@@ -14,34 +17,19 @@ SessionRolloverService::SessionRolloverService(Dependencies dependencies)
 auto SessionRolloverService::ending() const -> std::optional<Ending>
 {
     const auto session = m.memory.sessions.activeSession();
-    return session ? std::optional(Ending { session->id, m.history.messages() }) : std::nullopt;
+    if (!session)
+        return std::nullopt;
+    return Ending { session->id, m.moment.now(), m.history.messages() };
 }
 
-Task<RolloverOutcome> SessionRolloverService::rolloverIfNeeded(TimePoint now, Calendar calendar)
+Task<RolloverOutcome> SessionRolloverService::rolloverIfNeeded(std::optional<Ending> ending)
 {
-    return rolloverIfNeeded(now, std::move(calendar), ending());
-}
-
-Task<RolloverOutcome> SessionRolloverService::rolloverIfNeeded(
-    TimePoint now, Calendar calendar, std::optional<Ending> ending)
-{
-    if (!m.memory.sessions.shouldRollOver(now, calendar))
+    if (!m.memory.sessions.shouldRollOver(m.moment.now(), m.moment.calendar()))
         co_return RolloverOutcome();
-    co_return co_await performRollover(now, calendar, ending);
+    co_return co_await performRollover(std::move(ending));
 }
 
-Task<RolloverOutcome> SessionRolloverService::forceRollover(TimePoint now, Calendar calendar)
-{
-    return performRollover(now, std::move(calendar), ending());
-}
-
-Task<RolloverOutcome> SessionRolloverService::forceRollover(
-    TimePoint now, Calendar calendar, std::optional<Ending> ending)
-{
-    return performRollover(now, std::move(calendar), std::move(ending));
-}
-
-void SessionRolloverService::finishInterrupted(TimePoint now, const Calendar& calendar)
+void SessionRolloverService::finishInterrupted()
 {
     const auto& sessions = m.memory.sessions;
     const auto session =
@@ -51,80 +39,93 @@ void SessionRolloverService::finishInterrupted(TimePoint now, const Calendar& ca
     const auto summary = m.memory.summaries.withID(RolloverLogic::dailySummaryID(session->id));
     if (!summary)
         return;
-    const auto window = m.history.messages();
-    if (session->endedAt)
-        beginNext(*session, window, now, calendar);
-    else
-        finish(*session, *summary, window, now, calendar);
+    if (!session->endedAt)
+        finish(*session, *summary);
+    beginNext(*session, m.history.messages(), m.moment.now());
 }
 
-Task<> SessionRolloverService::rollUpWeek(TimePoint now)
+Task<> SessionRolloverService::rollUpWeek()
 {
     if (!m.memory.summaries.needsWeeklyRollup())
         co_return;
     const auto dailies = m.memory.summaries.unsummarizedDailies();
     const auto rollup = co_await m.librarian.weeklyRollup(dailies);
-    // The memory may have been deleted in the meantime.
-    if (m.memory.summaries.unsummarizedDailies() == dailies)
-        m.memory.summaries.add(RolloverLogic::weeklySummary(dailies, rollup, now));
+    // Abandoned, or the memory was deleted in the meantime.
+    if (rollup.summary.isEmpty() || m.memory.summaries.unsummarizedDailies() != dailies)
+        co_return;
+    m.memory.summaries.add(RolloverLogic::weeklySummary(dailies, rollup, m.moment.now()));
 }
 
-Task<RolloverOutcome> SessionRolloverService::performRollover(
-    TimePoint now, Calendar calendar, std::optional<Ending> ending)
+Task<RolloverOutcome> SessionRolloverService::performRollover(std::optional<Ending> ending)
 {
     if (m_isUnderWay || !ending || !isActive(ending->sessionID))
         co_return RolloverOutcome();
     m_isUnderWay = true;
     const auto session = *m.memory.sessions.activeSession();
-    const auto isClosed = co_await closeDay(session, ending->window, now);
-    const auto summary = m.memory.summaries.withID(RolloverLogic::dailySummaryID(session.id));
-    if (isClosed && summary) {
-        finish(session, *summary, ending->window, now, calendar);
-        co_await rollUpWeek(now);
-    }
+    const auto outcome = co_await close(session, *std::move(ending));
     m_isUnderWay = false;
-    co_return RolloverOutcome { .rolledOver = isClosed, .dailySummaryCreated = isClosed };
+    co_return outcome;
 }
 
-Task<bool> SessionRolloverService::closeDay(
-    DailySession session, std::vector<ChatMessage> window, TimePoint now)
+Task<RolloverOutcome> SessionRolloverService::close(DailySession session, Ending ending)
 {
-    const auto observations = m.memory.observations.observations(session.startedAt, now);
-    const auto latest = m.memory.summaries.latestDaily();
-    const auto closeout = co_await m.librarian.closeDailySession({
-        .dayKey = session.dayKey,
-        .window = std::move(window),
-        .observations = observations,
-        .activitySummary = m.activitySummaryProvider(session.startedAt, now),
-        .previousIntent = latest ? latest->unresolvedIntent : std::vector<QString>(),
-    });
-    // The memory, including the session, may have been deleted in the meantime.
-    if (!isActive(session.id) || closeout.summary.isEmpty())
-        co_return false;
-    m.memory.summaries.add(RolloverLogic::dailySummary(session, closeout, observations, now));
-    co_return true;
+    if (RolloverLogic::isIdle(ending.window, observationsOf(session, ending.at))) {
+        m.memory.sessions.finalizeActiveSession(
+            { .activitySummary = m.activitySummaryProvider(session.startedAt, ending.at) },
+            ending.at);
+        beginNext(session, ending.window, beginningAfter(ending));
+        co_return RolloverOutcome { .rolledOver = true };
+    }
+    const auto summary = co_await closeDay(session, ending);
+    if (!summary)
+        co_return RolloverOutcome();
+    finish(session, *summary);
+    beginNext(session, ending.window, beginningAfter(ending));
+    co_await rollUpWeek();
+    co_return RolloverOutcome { .rolledOver = true, .dailySummaryCreated = true };
 }
 
-void SessionRolloverService::finish(const DailySession& session, const PeriodSummary& summary,
-    const std::vector<ChatMessage>& window, TimePoint now, const Calendar& calendar)
+auto SessionRolloverService::closeDay(DailySession session, Ending ending)
+    -> Task<std::optional<PeriodSummary>>
+{
+    // A deletion abandons the answer; the day is then summarized without what was deleted.
+    while (isActive(session.id)) {
+        const auto observations = observationsOf(session, ending.at);
+        const auto latest = m.memory.summaries.latestDaily(ending.at);
+        const auto closeout = co_await m.librarian.closeDailySession({
+            .dayKey = session.dayKey,
+            .window = ending.window,
+            .observations = observations,
+            .activitySummary = m.activitySummaryProvider(session.startedAt, ending.at),
+            .previousIntent = latest ? latest->unresolvedIntent : std::vector<QString>(),
+        });
+        if (!closeout.summary.isEmpty() && isActive(session.id))
+            co_return m.memory.summaries.add(RolloverLogic::dailySummary(
+                session, ending.at, closeout, observations, m.moment.now()));
+    }
+    co_return std::nullopt;
+}
+
+void SessionRolloverService::finish(const DailySession& session, const PeriodSummary& summary)
 {
     m.memory.observations.markArchived(summary.sourceObservationIDs, summary.id);
-    m.memory.observations.pruneArchived(ObservationStore::archivedRetentionDays, now);
+    m.memory.observations.pruneArchived(ObservationStore::archivedRetentionDays, m.moment.now());
     m.memory.sessions.finalizeActiveSession(
         { .summary = summary.summary,
-            .activitySummary = m.activitySummaryProvider(session.startedAt, now),
+            .activitySummary = m.activitySummaryProvider(session.startedAt, summary.endDate),
             .dailySummaryID = summary.id },
-        now);
-    beginNext(session, window, now, calendar);
+        summary.endDate);
 }
 
-void SessionRolloverService::beginNext(const DailySession& ended,
-    const std::vector<ChatMessage>& window, TimePoint now, const Calendar& calendar)
+void SessionRolloverService::beginNext(
+    const DailySession& ended, const std::vector<ChatMessage>& window, TimePoint begin)
 {
     // Messages that cannot be archived stay, and are archived with the next session.
     if (archive(ended, window))
         m.history.remove(window);
-    m.memory.sessions.startNewSession(now, ended.id, calendar);
+    const auto now = m.moment.now();
+    const auto calendar = m.moment.calendar();
+    m.memory.sessions.startNewSession(begin, ended.id, calendar);
     m_lastRolloverAt = now;
     if (m.chatArchiveDirectory)
         ChatArchive::sweepChatArchives(*m.chatArchiveDirectory, now, calendar);
@@ -142,6 +143,32 @@ bool SessionRolloverService::archive(
         Log::line(
             QStringLiteral("buddy: failed to archive chat: %1").arg(written.error().description()));
     return written.has_value();
+}
+
+std::vector<DatedObservation> SessionRolloverService::observationsOf(
+    const DailySession& session, TimePoint to) const
+{
+    const std::set<QUuid> linked(session.observationIDs.begin(), session.observationIDs.end());
+    auto observations = m.memory.observations.observations(std::nullopt, to);
+    std::erase_if(observations, [&](const auto& observation) {
+        return observation.archivedIntoPeriodID
+            || (observation.occurredAt < session.startedAt && !linked.contains(observation.id));
+    });
+    return observations;
+}
+
+TimePoint SessionRolloverService::beginningAfter(const Ending& ending) const
+{
+    auto begin = m.moment.now();
+    const auto& window = ending.window;
+    const auto last = window.empty() ? std::nullopt : std::optional(window.back().id);
+    for (const auto& message : LibrarianLogic::messagesAfter(m.history.messages(), last))
+        begin = std::min(begin, message.timestamp);
+    for (const auto& observation : m.memory.observations.observations(ending.at, begin)) {
+        if (!observation.archivedIntoPeriodID)
+            begin = std::min(begin, observation.occurredAt);
+    }
+    return begin;
 }
 
 bool SessionRolloverService::isActive(const QUuid& sessionID) const

@@ -10,6 +10,7 @@ namespace pobblewig {
 
 struct RolloverOutcome {
     bool rolledOver = false;
+    /// False if nothing happened that day.
     bool dailySummaryCreated = false;
 
     bool operator==(const RolloverOutcome&) const = default;
@@ -18,12 +19,14 @@ struct RolloverOutcome {
 /// Ends a day: turns the active session into a daily summary, archives the conversation, opens the
 /// next session, and turns seven days into a week.
 ///
-/// Only one rollover runs at a time; a second call does nothing. Messages written in the meantime
-/// belong to the next session. If the process dies between two steps, no message is lost and no
-/// summary is repeated. Lives on the main thread, as long as the process.
+/// Only one rollover runs at a time; a second call does nothing. A session ends when its closing
+/// begins, however long the librarian takes: what comes meanwhile belongs to the next session. If
+/// the process dies between two steps, no message is lost and no summary is repeated. Lives on the
+/// main thread, as long as the process.
 class SessionRolloverService {
 public:
     struct Dependencies {
+        const Moment& moment;
         MemoryTiers& memory;
         ChatHistoryStore& history;
         LibrarianService& librarian;
@@ -33,9 +36,10 @@ public:
         std::function<QString(TimePoint from, TimePoint to)> activitySummaryProvider;
     };
 
-    /// A session and its messages.
+    /// A session and its messages when its closing began.
     struct Ending {
         QUuid sessionID;
+        TimePoint at;
         std::vector<ChatMessage> window;
     };
 
@@ -47,35 +51,41 @@ public:
     /// The current state of the active session, to be closed later, or nothing if there is none.
     std::optional<Ending> ending() const;
 
-    Task<RolloverOutcome> rolloverIfNeeded(TimePoint now, Calendar calendar);
+    Task<RolloverOutcome> rolloverIfNeeded() { return rolloverIfNeeded(ending()); }
 
     /// Later messages move to the next session. Does nothing if the ending's session is no longer
     /// active.
-    Task<RolloverOutcome> rolloverIfNeeded(
-        TimePoint now, Calendar calendar, std::optional<Ending> ending);
+    Task<RolloverOutcome> rolloverIfNeeded(std::optional<Ending> ending);
 
     /// Rolls over regardless of the day and of inactivity.
-    Task<RolloverOutcome> forceRollover(TimePoint now, Calendar calendar);
-    Task<RolloverOutcome> forceRollover(
-        TimePoint now, Calendar calendar, std::optional<Ending> ending);
+    Task<RolloverOutcome> forceRollover() { return performRollover(ending()); }
+    Task<RolloverOutcome> forceRollover(std::optional<Ending> ending)
+    {
+        return performRollover(std::move(ending));
+    }
 
     /// Call this at the start, before there is a new session or message. Finishes a rollover that a
     /// crash interrupted after its summary was written.
-    void finishInterrupted(TimePoint now, const Calendar& calendar);
+    void finishInterrupted();
 
     /// Turns days into a week if there are enough. Call this at the start as well, for the same
     /// reason.
-    Task<> rollUpWeek(TimePoint now);
+    Task<> rollUpWeek();
 
 private:
-    Task<RolloverOutcome> performRollover(
-        TimePoint now, Calendar calendar, std::optional<Ending> ending);
-    Task<bool> closeDay(DailySession session, std::vector<ChatMessage> window, TimePoint now);
-    void finish(const DailySession& session, const PeriodSummary& summary,
-        const std::vector<ChatMessage>& window, TimePoint now, const Calendar& calendar);
-    void beginNext(const DailySession& ended, const std::vector<ChatMessage>& window, TimePoint now,
-        const Calendar& calendar);
+    Task<RolloverOutcome> performRollover(std::optional<Ending> ending);
+    Task<RolloverOutcome> close(DailySession session, Ending ending);
+    Task<std::optional<PeriodSummary>> closeDay(DailySession session, Ending ending);
+    void finish(const DailySession& session, const PeriodSummary& summary);
+    void beginNext(
+        const DailySession& ended, const std::vector<ChatMessage>& window, TimePoint begin);
     bool archive(const DailySession& session, const std::vector<ChatMessage>& window);
+
+    /// What was observed in the session, or linked to it although it happened before, and is not
+    /// part of another day.
+    std::vector<DatedObservation> observationsOf(const DailySession& session, TimePoint to) const;
+    /// The time of the first message or observation since then, or the present.
+    TimePoint beginningAfter(const Ending& ending) const;
     bool isActive(const QUuid& sessionID) const;
 
     Dependencies m;

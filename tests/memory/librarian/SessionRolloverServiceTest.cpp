@@ -51,36 +51,41 @@ private:
 
 /// A launch of the program, as far as sessions go.
 struct Launch : ScriptedStores {
-    explicit Launch(const DataDirectory& place, LLMProvider* model = nullptr)
+    explicit Launch(const DataDirectory& place, ScriptedProvider* model = nullptr)
         : ScriptedStores(place)
         , directory(place)
     {
         models.librarian = model;
-        rollover.finishInterrupted(now, Calendar());
+        if (model)
+            model->onReply = [this] { time += 2s; };
+        rollover.finishInterrupted();
         memory.sessions.ensureActiveSession(now - days(1), Calendar());
     }
 
     void say(const QString& text)
     {
-        history.append({ .id = QUuid::createUuid(), .text = text, .timestamp = now });
+        history.append({ .id = QUuid::createUuid(), .text = text, .timestamp = time });
+    }
+    void observe(TimePoint at)
+    {
+        memory.record({ .id = QUuid::createUuid(), .occurredAt = at, .summary = u"slept"_s });
     }
     RolloverOutcome roll(TimePoint at = now)
     {
-        return awaited(rollover.forceRollover(at, Calendar()));
+        time = at;
+        return awaited(rollover.forceRollover());
     }
     /// Begins, and returns once the model has been asked that often.
     void beginToRoll(const ScriptedProvider& asked, size_t times)
     {
-        spawn([](Launch* launch) -> Task<> {
-            co_await launch->rollover.forceRollover(now, Calendar());
-        }(this));
+        spawn([](Launch* launch) -> Task<> { co_await launch->rollover.forceRollover(); }(this));
         QTRY_COMPARE(asked.requests().size(), times);
     }
 
     DataDirectory directory;
     ScriptedModels models;
     LibrarianService librarian { all, moment, models };
-    SessionRolloverService rollover { { memory, history, librarian, directory,
+    SessionRolloverService rollover { { moment, memory, history, librarian, directory,
         [](TimePoint, TimePoint) { return u"Writer 9 min"_s; } } };
 };
 
@@ -110,15 +115,14 @@ private Q_SLOTS:
         Launch launch(scratch);
         const auto session = *launch.memory.sessions.activeSession();
         launch.say(u"good morning"_s);
-        launch.memory.observations.add({ .id = QUuid::createUuid(),
-            .occurredAt = now - 1h,
-            .recordedAt = now - 1h,
-            .summary = u"slept well"_s });
+        launch.observe(now - 1h);
+        // Of a batch that was answered late.
+        launch.observe(now - days(2));
 
-        const auto outcome = awaited(launch.rollover.rolloverIfNeeded(now, Calendar()));
+        const auto outcome = awaited(launch.rollover.rolloverIfNeeded());
         QVERIFY(outcome == (RolloverOutcome { true, true }));
-        const auto summary = *launch.memory.summaries.latestDaily();
-        QCOMPARE(summary.sourceObservationIDs.size(), 1u);
+        const auto summary = *launch.memory.summaries.latestDaily(now);
+        QCOMPARE(summary.sourceObservationIDs.size(), 2u);
         const auto closed = *launch.memory.sessions.previousSession();
         QCOMPARE(closed.id, session.id);
         QVERIFY(closed.dailySummaryID == summary.id);
@@ -127,20 +131,42 @@ private Q_SLOTS:
         QVERIFY(launch.history.messages().empty());
         QCOMPARE(everythingSaid(scratch.path()), QStringList(u"good morning"_s));
 
-        QVERIFY(awaited(launch.rollover.rolloverIfNeeded(now, Calendar())) == RolloverOutcome());
-        QVERIFY(launch.roll().rolledOver);
-        QCOMPARE(launch.memory.sessions.activeSession()->dayKey,
-            launch.memory.sessions.previousSession()->dayKey);
+        QVERIFY(awaited(launch.rollover.rolloverIfNeeded()) == RolloverOutcome());
+    }
+
+    void aDayOfSilenceHasNoSummaryAndNoRequest()
+    {
+        const ScratchDirectory scratch;
+        ScriptedProvider model;
+        Launch launch(scratch, &model);
+        launch.history.append({ .role = ChatMessage::Role::assistant, .timestamp = now });
+        for (int day = 0; day < 21; ++day)
+            QVERIFY(launch.roll(now + days(day)) == (RolloverOutcome { true, false }));
+        QVERIFY(model.requests().empty() && launch.memory.summaries.all().empty());
+        QVERIFY(launch.history.messages().empty());
+        QCOMPARE(launch.memory.sessions.activeSession()->startedAt, now + days(20));
+    }
+
+    void aDayThatAWrongClockBeganBeginsAtItsEnd()
+    {
+        Launch launch { ScratchDirectory() };
+        launch.say(u"hello"_s);
+        launch.roll(now - days(400));
+        const auto& summary = launch.memory.summaries.all().front();
+        QCOMPARE(summary.startDate, now - days(400));
+        QCOMPARE(summary.endDate, summary.startDate);
     }
 
     void theSeventhDayMakesAWeek()
     {
         Launch launch { ScratchDirectory() };
         for (int day = 1; day <= 8; ++day) {
+            launch.say(u"hello"_s);
             launch.roll(now + days(day));
-            QCOMPARE(launch.memory.summaries.latestWeekly().has_value(), day >= 7);
+            QCOMPARE(launch.memory.summaries.latestWeekly(launch.time).has_value(), day >= 7);
         }
-        QCOMPARE(launch.memory.summaries.latestWeekly()->sourceDailySummaryIDs.size(), 7u);
+        QCOMPARE(
+            launch.memory.summaries.latestWeekly(launch.time)->sourceDailySummaryIDs.size(), 7u);
         QCOMPARE(launch.memory.summaries.unsummarizedDailies().size(), 1u);
     }
 
@@ -148,8 +174,11 @@ private Q_SLOTS:
     {
         const ScratchDirectory scratch;
         Launch launch(scratch);
-        for (int day = -6; day < 0; ++day)
+        for (int day = -6; day < 0; ++day) {
+            launch.say(u"hello"_s);
             launch.roll(now + days(day));
+        }
+        launch.say(u"hello"_s);
         ScriptedProvider model;
         model.enqueue(u"{\"dailySummary\": \"Rested.\"}"_s);
         model.enqueueHeld(u"{\"summary\": \"secret\"}"_s);
@@ -168,12 +197,14 @@ private Q_SLOTS:
         model.enqueue(
             u"{\"dailySummary\": \"Read.\", \"unfinishedIntent\": [{\"text\": \"Call Ana\"}]}"_s);
         Launch launch(scratch, &model);
+        launch.say(u"hello"_s);
         launch.roll();
+        launch.say(u"hello"_s);
         model.enqueue(LLMError::http(500, {}));
         launch.roll(now + days(1));
         QVERIFY(model.requests().back().messages[0].content.contains(u"Call Ana"));
         const auto open = std::vector { u"Call Ana"_s };
-        QCOMPARE(launch.memory.summaries.latestDaily()->unresolvedIntent, open);
+        QCOMPARE(launch.memory.summaries.latestDaily(launch.time)->unresolvedIntent, open);
     }
 
     void whatIsSaidWhileTheModelThinksBelongsToTheNextSession()
@@ -185,11 +216,18 @@ private Q_SLOTS:
         launch.say(u"yesterday"_s);
         launch.beginToRoll(model, 1);
         QVERIFY(launch.roll() == RolloverOutcome());
+        launch.time += 1s;
+        launch.observe(launch.time);
         launch.say(u"today"_s);
         model.release();
         QTRY_VERIFY(!launch.rollover.isUnderWay());
+        QCOMPARE(launch.memory.summaries.all()[0].endDate, now);
+        QCOMPARE(launch.memory.sessions.previousSession()->endedAt, now);
+        QCOMPARE(launch.memory.sessions.activeSession()->startedAt, now + 1s);
         QCOMPARE(launch.history.messages().size(), 1u);
         QCOMPARE(launch.history.messages().front().text, u"today");
+        launch.roll(now + 1h);
+        QCOMPARE(launch.memory.summaries.all()[1].sourceObservationIDs.size(), 1u);
     }
 
     void aCrashAtAnyWriteLosesAndRepeatsNothing()
@@ -202,10 +240,10 @@ private Q_SLOTS:
             dying.operations = operations;
             {
                 Launch launch(dying);
-                awaited(launch.rollover.rolloverIfNeeded(now, Calendar()));
+                awaited(launch.rollover.rolloverIfNeeded());
             }
             Launch again(scratch);
-            awaited(again.rollover.rolloverIfNeeded(now, Calendar()));
+            awaited(again.rollover.rolloverIfNeeded());
             QCOMPARE(again.memory.summaries.all().size(), 1u);
             QCOMPARE(again.memory.sessions.sessions().size(), 2u);
             QVERIFY(again.memory.sessions.activeSession()->previousSessionID.has_value());
