@@ -28,6 +28,7 @@ ConversationFeature::ConversationFeature(const Stores& stores, const Moment& mom
           .changed = [this] { changed(); } })
 {
     m_chat.onTurnComplete = [this] { return afterChatTurn(); };
+    QObject::connect(&m_chat, &ChatService::messagesChanged, &m_chat, [this] { readInTime(); });
 }
 
 void ConversationFeature::start()
@@ -60,6 +61,18 @@ Task<> ConversationFeature::afterChatTurn()
 Task<> ConversationFeature::remember()
 {
     co_await m_readingAlong.afterChatTurn();
+    changed();
+}
+
+void ConversationFeature::readInTime()
+{
+    if (m_readingAlong.isPressing())
+        spawn(readUnread());
+}
+
+Task<> ConversationFeature::readUnread()
+{
+    co_await m_readingAlong.extractPendingTurns();
     changed();
 }
 

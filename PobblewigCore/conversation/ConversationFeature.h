@@ -34,6 +34,8 @@ public:
 private:
     Task<> afterChatTurn();
     Task<> remember();
+    void readInTime();
+    Task<> readUnread();
     Task<> findModelLabel();
 
     MemoryTiers& m_memory;

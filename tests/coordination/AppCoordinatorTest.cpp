@@ -11,7 +11,7 @@ namespace {
 using namespace std::chrono_literals;
 using std::chrono::days;
 
-const auto nothing = u"{}"_s;
+const auto nothing = u"{\"notes\": []}"_s;
 
 void add(AppCoordinator& program, const QString& path, const QString& title, const QString& key,
     TimePoint date)
@@ -129,17 +129,23 @@ private Q_SLOTS:
         m->librarian.enqueue(nothing);
         m->librarian.enqueue(
             u"{\"dailySummary\": \"Wrote.\", \"unfinishedIntent\": [{\"text\": \"the essay\"}]}"_s);
+        (*m)->memory().summaries.add({ .id = QUuid::createUuid(),
+            .startDate = m->time + days(4000),
+            .endDate = m->time + days(4000),
+            .summary = u"A wrong clock."_s,
+            .unresolvedIntent = { u"the moon"_s } });
         m->ask(u"I have to hand in the essay"_s);
         QVERIFY(!m->prompt().contains(u"the essay"));
         m->time += days(1);
         m->poll();
-        QCOMPARE(m->state<MemorySnapshot>().dailySummaries.size(), 1u);
+        QCOMPARE(m->state<MemorySnapshot>().dailySummaries.size(), 2u);
         QVERIFY((*m)->chat().messages().empty());
+        QVERIFY(!m->librarian.requests().back().messages[0].content.contains(u"the moon"));
         const auto before = m->state<MemorySnapshot>().previousDailySession;
         QVERIFY(before->endedAt > before->startedAt);
         m->restart();
         m->ask(u"Good morning"_s);
-        QVERIFY(m->prompt().contains(u"the essay"));
+        QVERIFY(m->prompt().contains(u"the essay") && !m->prompt().contains(u"the moon"));
         QCOMPARE(m->state<MemorySnapshot>().activeDailySession->turnCount, 1);
     }
 
@@ -169,6 +175,29 @@ private Q_SLOTS:
         m->librarian.release();
         QTRY_VERIFY(!m->state<ConversationState>().isClosingSession);
         QCOMPARE(m->filesThatHold(u"zanzibar"_s), QStringList());
+    }
+
+    void aDeletedNoteIsNotLearnedAgain()
+    {
+        const auto note = (*m)->memory().notes.addNote({ u"likes tea"_s }, m->time)->id;
+        m->librarian.enqueueHeld(u"{\"notes\": [{\"text\": \"likes tea\"}]}"_s);
+        m->ask(u"I like tea"_s);
+        (*m)->startNewSession();
+        QTRY_COMPARE(m->librarian.requests().size(), 1u);
+        (*m)->memoryDesk().deleteNote(note);
+        m->librarian.release();
+        QTRY_VERIFY(!m->state<ConversationState>().isClosingSession);
+        QVERIFY((*m)->memory().notes.notes().empty());
+    }
+
+    void theLibrarianReadsBeforeTheHistoryForgets()
+    {
+        m->librarian.enqueue(nothing);
+        m->ask(u"I like tea"_s);
+        for (int note = 0; note < 40; ++note)
+            (*m)->chat().say(u"Done."_s);
+        QTRY_COMPARE(m->librarian.requests().size(), 1u);
+        QVERIFY(m->librarian.requests()[0].messages[0].content.contains(u"I like tea"));
     }
 
     void whatWasSaidWithTheMemoryOffReachesNoLibrarian()

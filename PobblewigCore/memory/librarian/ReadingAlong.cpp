@@ -2,6 +2,16 @@
 
 namespace pobblewig {
 
+namespace {
+
+std::optional<QUuid> keptMark(const DailySessionStore& sessions)
+{
+    const auto session = sessions.activeSession();
+    return session ? session->lastExtractedMessageID : std::nullopt;
+}
+
+} // namespace
+
 ReadingAlong::ReadingAlong(
     const Stores& stores, LibrarianService& librarian, std::function<QString()> situation)
     : m_settings(stores.settings)
@@ -9,6 +19,7 @@ ReadingAlong::ReadingAlong(
     , m_memory(stores.memory)
     , m_librarian(librarian)
     , m_situation(std::move(situation))
+    , m_lastExtractedMessageID(keptMark(m_memory.sessions))
 {
 }
 
@@ -16,6 +27,7 @@ Task<> ReadingAlong::afterChatTurn()
 {
     if (!isMemoryEnabled()) {
         passOver();
+        keepMark();
         co_return;
     }
     ++m_turnsSinceExtraction;
@@ -24,17 +36,37 @@ Task<> ReadingAlong::afterChatTurn()
     co_await m_librarian.cleanupIfNeeded();
 }
 
+bool ReadingAlong::isPressing() const
+{
+    const auto messages = unread();
+    if (!isMemoryEnabled() || messages.size() < mostUnread)
+        return false;
+    return messages.back().role != ChatMessage::Role::user
+        || messages.size() >= ChatHistoryStore::maxMessages;
+}
+
 Task<> ReadingAlong::extractPendingTurns()
 {
-    if (!isMemoryEnabled())
+    if (!isMemoryEnabled()) {
         passOver();
-    if (m_turnsSinceExtraction < 1 && m_lastExtractedMessageID)
+        keepMark();
         co_return;
-    auto window = LibrarianLogic::messagesAfter(m_history.messages(), m_lastExtractedMessageID);
+    }
+    auto window = unread();
+    if (!LibrarianLogic::hasReadableUserMessage(window))
+        co_return;
     // Before the first co_await, so that no message is passed on twice.
     passOver();
+    ++m_batchesUnderWay;
     co_await m_librarian.extractAfterTurn(std::move(window), m_situation(),
         m_memory.reference.tableOfContents().paths(), m_settings.settings().roles);
+    if (--m_batchesUnderWay == 0)
+        keepMark();
+}
+
+std::vector<ChatMessage> ReadingAlong::unread() const
+{
+    return LibrarianLogic::messagesAfter(m_history.messages(), m_lastExtractedMessageID);
 }
 
 void ReadingAlong::passOver()
@@ -42,6 +74,12 @@ void ReadingAlong::passOver()
     m_turnsSinceExtraction = 0;
     if (!m_history.messages().empty())
         m_lastExtractedMessageID = m_history.messages().back().id;
+}
+
+void ReadingAlong::keepMark()
+{
+    if (m_lastExtractedMessageID)
+        m_memory.sessions.markExtracted(*m_lastExtractedMessageID);
 }
 
 } // namespace pobblewig

@@ -5,10 +5,12 @@
 
 namespace pobblewig {
 
-/// Counts the turns of the conversation and passes them to the librarian in batches.
+/// Passes the conversation to the librarian in batches: after so many turns, or when so many
+/// messages are unread that the history might let go of one.
 class ReadingAlong {
 public:
     static constexpr int extractionIntervalTurns = 14;
+    static constexpr size_t mostUnread = 26;
 
     /// All arguments must outlive this object. `situation` is called for each batch.
     ReadingAlong(
@@ -17,22 +19,29 @@ public:
     /// Run this in the background: it takes as long as the model.
     Task<> afterChatTurn();
 
-    /// Reads the rest of the conversation before a day closes. A failed batch is not retried. After
-    /// a launch the rest is the whole conversation, because for users who quit every evening it is
-    /// better to read messages twice than never.
+    /// Whether the unread messages are to be read now, since the history has little room left. A
+    /// message of the user waits for its reply while there is room for one.
+    bool isPressing() const;
+
+    /// Reads what the user said since the last batch, and all around it. A failed batch is not
+    /// retried. What was being read when the program ended is read again.
     Task<> extractPendingTurns();
 
 private:
+    std::vector<ChatMessage> unread() const;
     /// Skips everything said so far.
     void passOver();
+    /// The next launch begins to read after what was passed over.
+    void keepMark();
     bool isMemoryEnabled() const { return m_settings.settings().memoryEnabled; }
 
     const SettingsStore& m_settings;
     const ChatHistoryStore& m_history;
-    const MemoryTiers& m_memory;
+    MemoryTiers& m_memory;
     LibrarianService& m_librarian;
     std::function<QString()> m_situation;
     int m_turnsSinceExtraction = 0;
+    int m_batchesUnderWay = 0;
     std::optional<QUuid> m_lastExtractedMessageID;
 };
 
