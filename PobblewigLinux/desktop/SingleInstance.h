@@ -1,9 +1,7 @@
 #pragma once
 
 #include "PobblewigLinux/desktop/ApplicationBus.h"
-
-#include <QDir>
-#include <QLockFile>
+#include "PobblewigLinux/desktop/DirectoryLock.h"
 
 namespace pobblewig {
 
@@ -12,8 +10,8 @@ namespace pobblewig {
 class SingleInstance {
 public:
     enum class Claim {
-        /// This process is the first. Also returned if the directory is not writable and so cannot
-        /// be locked.
+        /// This process is the first. Also returned if the directory cannot be opened, and no
+        /// process answers on the bus.
         first,
         /// Another process exists and was asked to come to the front or to open the link.
         handedOver,
@@ -24,7 +22,7 @@ public:
     SingleInstance(const QDir& dataDirectory, ApplicationBus& bus);
 
     /// Whether another process seems to use the directory. A quick look that claims nothing.
-    bool isContested() const;
+    bool isContested() const { return m_lock.isHeldByAnother(); }
 
     /// Call this before the directory is read. May wait for the disk, or some seconds if the other
     /// process is busy. The claim lasts as long as this object; further calls return the same.
@@ -37,12 +35,11 @@ public:
     QString refusal() const;
 
 private:
-    bool mayProceed(std::chrono::milliseconds patience);
     QString busName() const;
 
     QDir m_directory;
     ApplicationBus& m_bus;
-    QLockFile m_lock;
+    DirectoryLock m_lock;
 };
 
 } // namespace pobblewig

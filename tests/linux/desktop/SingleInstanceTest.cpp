@@ -3,7 +3,8 @@
 #include "support/PrivateBus.h"
 #include "support/TableRow.h"
 
-#include <QDateTime>
+#include <csignal>
+#include <sys/resource.h>
 
 namespace pobblewig {
 
@@ -11,11 +12,23 @@ namespace {
 
 const auto link = QStringLiteral("pobblewig://auth?code=abc");
 
+enum class Disk { usable, full };
+
+/// Lets every file be created, but nothing be written.
+void fillTheDisk()
+{
+    ::signal(SIGXFSZ, SIG_IGN);
+    constexpr rlimit nothing { 0, 0 };
+    ::setrlimit(RLIMIT_FSIZE, &nothing);
+}
+
 /// A running Instance.
 class Launch : public QProcess {
 public:
-    Launch(const QString& busAddress, const QStringList& arguments)
+    Launch(const QString& busAddress, const QStringList& arguments, Disk disk = Disk::usable)
     {
+        if (disk == Disk::full)
+            setChildProcessModifier(fillTheDisk);
         auto environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), busAddress);
         setProcessEnvironment(environment);
@@ -105,18 +118,24 @@ private Q_SLOTS:
         QCOMPARE(Launch(m_bus.address(), { directory() }).line(), m_first);
     }
 
-    void theLockOfALivingProcessHoldsHoweverOldItIs()
+    void aFullDiskKeepsNobodyApart()
     {
-        const auto noBus = QStringLiteral("unix:path=/nonexistent");
-        Launch first(noBus, { directory() });
+        Launch first(m_noBus, { directory() }, Disk::full);
         QCOMPARE(first.line(), m_first);
-        QFile lock(directory() + QStringLiteral("/process.lock"));
-        QVERIFY(lock.open(QIODevice::ReadWrite));
-        QVERIFY(lock.setFileTime(
-            QDateTime::currentDateTime().addDays(-9), QFileDevice::FileModificationTime));
-        Launch second(noBus, { directory() });
-        QVERIFY(second.line().contains(QStringLiteral("does not answer")));
+        Launch second(m_noBus, { directory() }, Disk::full);
+        const auto refusal = second.line();
+        QVERIFY(refusal.contains(QStringLiteral("does not answer")));
+        QVERIFY(refusal.contains(QStringLiteral("process %1)").arg(first.processId())));
         QVERIFY(second.ended());
+    }
+
+    void aDirectoryReachedByAnotherRouteIsTheSame()
+    {
+        const Launch first(m_noBus, { directory() });
+        QTRY_VERIFY(QFile::exists(directory()));
+        const auto route = m_scratch->filePath(QStringLiteral("route"));
+        QVERIFY(QFile::link(directory(), route));
+        QTRY_VERIFY(DirectoryLock(QDir(route)).isHeldByAnother());
     }
 
     void aDirectoryThatCannotBeWrittenToGoesUnlocked()
@@ -186,6 +205,7 @@ private:
         m_bus.connection("caller").call(message);
     }
 
+    const QString m_noBus = QStringLiteral("unix:path=/nonexistent");
     const QString m_first = QStringLiteral("first");
     PrivateBus m_bus;
     std::optional<QTemporaryDir> m_scratch;
