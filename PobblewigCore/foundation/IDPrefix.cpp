@@ -6,7 +6,17 @@ namespace {
 
 constexpr qsizetype shortLength = 8;
 
+/// The handle alone, if it stands in "[id:…]".
+QStringView bare(QStringView handle)
+{
+    constexpr QStringView label = u"id:";
+    if (handle.startsWith(u'[') && handle.endsWith(u']'))
+        handle = handle.sliced(1).chopped(1);
+    const auto isLabelled = handle.startsWith(label, Qt::CaseInsensitive);
+    return isLabelled ? handle.sliced(label.size()) : handle;
 }
+
+} // namespace
 
 QString IDPrefix::shortID(const QUuid& id)
 {
@@ -15,7 +25,9 @@ QString IDPrefix::shortID(const QUuid& id)
 
 bool IDPrefix::matches(const QUuid& id, const QString& prefix)
 {
-    return id.toString(QUuid::WithoutBraces).startsWith(prefix, Qt::CaseInsensitive);
+    const auto handle = bare(prefix);
+    return (prefix.isEmpty() || !handle.isEmpty())
+        && id.toString(QUuid::WithoutBraces).startsWith(handle, Qt::CaseInsensitive);
 }
 
 } // namespace pobblewig

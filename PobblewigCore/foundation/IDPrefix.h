@@ -29,7 +29,8 @@ QString shortID(const QUuid& id);
 
 bool matches(const QUuid& id, const QString& prefix);
 
-/// Accepts a whole id as well, in upper or lower case. An empty prefix matches every element.
+/// Accepts a whole id as well, in upper or lower case, and a handle as it is printed:
+/// "[id:1a2b3c4d]". An empty prefix matches every element.
 template <typename Element>
 IDPrefixResolution<Element> resolve(const QString& prefix, const std::vector<Element>& elements)
 {

@@ -48,16 +48,18 @@ struct WallTime {
 std::optional<WallTime> wallTime(const QString& text)
 {
     static const QRegularExpression form(
-        QStringLiteral("\\A([-0-9]{10}T[:0-9]{8})(?:\\.([0-9]{1,9}))?"
+        QStringLiteral("\\A([-0-9]{10})[T ]([0-9]{2}:[0-9]{2})(?:(:[0-9]{2})(?:\\.([0-9]{1,9}))?)?"
                        "(Z|[-+](?:[01][0-9]|2[0-3]):?[0-5][0-9])?\\z"));
     const auto match = form.match(text);
     if (!match.hasMatch())
         return std::nullopt;
-    const auto second = ISO8601::parse(QString(match.captured(1) + u'Z'));
+    const auto seconds = match.hasCaptured(3) ? match.captured(3) : QStringLiteral(":00");
+    const auto second =
+        ISO8601::parse(QString(match.captured(1) + u'T' + match.captured(2) + seconds + u'Z'));
     if (!second)
         return std::nullopt;
-    const auto fraction = match.captured(2).leftJustified(3, u'0', true).toInt();
-    return WallTime { *second + milliseconds(fraction), match.captured(3) };
+    const auto fraction = match.captured(4).leftJustified(3, u'0', true).toInt();
+    return WallTime { *second + milliseconds(fraction), match.captured(5) };
 }
 
 } // namespace

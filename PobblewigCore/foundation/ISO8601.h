@@ -15,7 +15,8 @@ QString format(TimePoint time);
 /// Reads exactly what `format` writes; returns nothing for anything else, fractions included.
 std::optional<TimePoint> parse(QStringView text);
 
-/// Also reads fractions of a second, truncated to milliseconds, and any zone.
+/// Also reads fractions of a second, truncated to milliseconds, any zone, a time without seconds,
+/// and a blank in place of the "T".
 std::optional<TimePoint> instant(const QString& text);
 
 /// Does the same, and reads a time without a zone in the calendar's zone.

@@ -159,4 +159,12 @@ QString Text::onOneLine(const QString& text)
     return line.removeIf(isUnseen);
 }
 
+QString Text::foreignLine(const QString& text)
+{
+    constexpr qsizetype mostCharacters = 200;
+    const auto line = onOneLine(text);
+    const auto shown = firstCharacters(line, mostCharacters);
+    return shown.size() == line.size() ? line : firstCharacters(shown, mostCharacters - 1) + u'…';
+}
+
 } // namespace pobblewig

@@ -24,4 +24,8 @@ QString normalized(const QString& text);
 /// blank; other control characters and marks that change the direction of writing are removed.
 QString onOneLine(const QString& text);
 
+/// What another program wrote, such as the title of a window: on one line and at most 200
+/// characters long. A longer text ends in "…".
+QString foreignLine(const QString& text);
+
 } // namespace pobblewig::Text

@@ -86,6 +86,13 @@ private Q_SLOTS:
         QTEST(Text::plainLine(text, 10), "line");
     }
 
+    void whatOthersWroteIsALineOfBoundedLength()
+    {
+        QCOMPARE(Text::foreignLine(u"a\r\nb\u202ec\x1b\t"_s), u"a bc "_s);
+        QCOMPARE(Text::foreignLine(QString(200, u'x')), QString(200, u'x'));
+        QCOMPARE(Text::foreignLine(QString(201, u'x')), QString(199, u'x') + u'…');
+    }
+
     void aStatementIsTheSameInAnyCaseAndSpacing()
     {
         QCOMPARE(Text::normalized(u" \n\u00a0"_s), u"");
@@ -106,11 +113,16 @@ private Q_SLOTS:
         const auto resolve = [&](const char* prefix) {
             return IDPrefix::resolve(QString::fromLatin1(prefix), std::vector { first, second });
         };
-        const auto whole = resolve("ABCDEF12-0000-4000-8000-000000000002");
-        QVERIFY(whole.found() && whole.found()->id == second.id);
-        const auto unknown = resolve("bcdef12");
-        QVERIFY(!unknown.found() && !unknown.isAmbiguous());
-        for (const auto* shared : { "ABCDEF12", "abcdef12-0000", "" })
+        const QByteArray whole("ABCDEF12-0000-4000-8000-000000000002");
+        for (const auto& handle : { whole, "[id:" + whole + ']', "ID:" + whole }) {
+            const auto meant = resolve(handle);
+            QVERIFY(meant.found() && meant.found()->id == second.id);
+        }
+        for (const auto* handle : { "bcdef12", "[id:]", "[]" }) {
+            const auto unknown = resolve(handle);
+            QVERIFY(!unknown.found() && !unknown.isAmbiguous());
+        }
+        for (const auto* shared : { "ABCDEF12", "abcdef12-0000", "[id:abcdef12]", "" })
             QVERIFY(resolve(shared).isAmbiguous());
     }
 };
