@@ -6,6 +6,8 @@ namespace pobblewig {
 
 namespace {
 
+constexpr auto wholeDay = std::chrono::days(1) - std::chrono::milliseconds(1);
+
 std::optional<TimePoint> midnight(const QString& day)
 {
     return ISO8601::parse(QString(day + QStringLiteral("T00:00:00Z")));
@@ -101,7 +103,8 @@ std::optional<double> ToolArguments::number(const QString& name) const
     return found ? std::optional(*found) : std::nullopt;
 }
 
-tl::expected<std::optional<TimePoint>, ArgError> ToolArguments::date(const QString& name) const
+tl::expected<std::optional<TimePoint>, ArgError> ToolArguments::date(
+    const QString& name, BareDate meaning) const
 {
     const auto text = string(name);
     if (!text)
@@ -109,7 +112,7 @@ tl::expected<std::optional<TimePoint>, ArgError> ToolArguments::date(const QStri
     if (const auto time = ISO8601::instant(*text))
         return time;
     if (const auto time = midnight(*text))
-        return time;
+        return meaning == BareDate::endOfDay ? *time + wholeDay : *time;
     return tl::unexpected(ArgError::badDate(*text));
 }
 

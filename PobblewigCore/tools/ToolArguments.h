@@ -40,9 +40,12 @@ public:
     std::optional<int> integer(const QString& name, int lowerBound, int upperBound) const;
     std::optional<double> number(const QString& name) const;
 
-    /// Reads ISO 8601 with or without fractions of a second, or a date, which means midnight in
-    /// UTC.
-    tl::expected<std::optional<TimePoint>, ArgError> date(const QString& name) const;
+    /// What a date without a time means, in UTC.
+    enum class BareDate { startOfDay, endOfDay };
+
+    /// Reads ISO 8601 with or without fractions of a second, or a bare date.
+    tl::expected<std::optional<TimePoint>, ArgError> date(
+        const QString& name, BareDate meaning = BareDate::startOfDay) const;
 
     /// The value unchanged, or null if there is none.
     const JSONValue& value(const QString& name) const;

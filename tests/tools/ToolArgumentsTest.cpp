@@ -46,6 +46,16 @@ private Q_SLOTS:
             QCOMPARE(date.error().description(), u"not an ISO-8601 date: "_s + text);
     }
 
+    void aBareDateCanMeanTheEndOfTheDay()
+    {
+        const auto end = [](const char* text) {
+            return **argument(QString::fromLatin1(text))
+                         .date(it, ToolArguments::BareDate::endOfDay);
+        };
+        QVERIFY(end("2026-03-01") == end("2026-03-01T23:59:59.999Z"));
+        QCOMPARE(ISO8601::format(end("2026-03-01 08:15Z")), u"2026-03-01T08:15:00Z"_s);
+    }
+
     void aValueOfTheWrongTypeIsAbsent_data()
     {
         QTest::addColumn<JSONValue>("value");

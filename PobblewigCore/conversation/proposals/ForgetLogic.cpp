@@ -113,7 +113,7 @@ tl::expected<ObservationStore::Query, ArgError> query(const ProposedForget& forg
     const auto from = bounds.date(fromName);
     if (!from)
         return tl::unexpected(from.error());
-    const auto to = bounds.date(toName);
+    const auto to = bounds.date(toName, ToolArguments::BareDate::endOfDay);
     if (!to)
         return tl::unexpected(to.error());
     return ObservationStore::Query {

@@ -2,8 +2,11 @@
 
 #include "foundation/IDPrefix.h"
 #include "foundation/ISO8601.h"
+#include "foundation/Text.h"
 
 #include <QStringList>
+
+#include <ranges>
 
 namespace pobblewig {
 
@@ -88,6 +91,27 @@ QString MemoryToolText::renderObservations(const std::vector<DatedObservation>& 
 QString MemoryToolText::renderPeriods(const std::vector<PeriodSummary>& summaries)
 {
     return joinedLines(summaries, periodLine, QStringLiteral("no period summaries yet"));
+}
+
+QString MemoryToolText::renderNewestPeriods(
+    const std::vector<PeriodSummary>& summaries, qsizetype characters)
+{
+    constexpr qsizetype longestHeading = 100;
+    auto text = renderPeriods(summaries);
+    if (Text::characterCount(text) <= characters)
+        return text;
+    auto room = characters - longestHeading;
+    QStringList lines;
+    for (const auto& summary : std::views::reverse(summaries)) {
+        auto line = periodLine(summary);
+        room -= Text::characterCount(line) + 1;
+        if (room < 0 && !lines.isEmpty())
+            break;
+        lines.prepend(std::move(line));
+    }
+    lines.prepend(QStringLiteral("(%1 earlier summaries omitted — narrow down with from and to)")
+                      .arg(std::ssize(summaries) - lines.size()));
+    return lines.join(u'\n');
 }
 
 QString MemoryToolText::renderExpanded(const ExpandedPeriod& period)

@@ -17,6 +17,9 @@ QString renderObservations(const std::vector<DatedObservation>& observations);
 
 QString renderPeriods(const std::vector<PeriodSummary>& summaries);
 
+/// The last of them, as many as fit into `characters`; a first line counts those left out.
+QString renderNewestPeriods(const std::vector<PeriodSummary>& summaries, qsizetype characters);
+
 /// The summary, then its days and observations.
 QString renderExpanded(const ExpandedPeriod& period);
 

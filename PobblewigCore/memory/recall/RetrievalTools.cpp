@@ -2,6 +2,7 @@
 
 #include "foundation/IDPrefix.h"
 #include "memory/recall/MemoryToolText.h"
+#include "tools/MemoryToolExecutor.h"
 
 namespace pobblewig {
 
@@ -40,7 +41,7 @@ tl::expected<TimeWindow, ArgError> timeWindow(const ToolArguments& arguments)
     const auto from = arguments.date(u"from"_s);
     if (!from)
         return tl::unexpected(from.error());
-    const auto to = arguments.date(u"to"_s);
+    const auto to = arguments.date(u"to"_s, ToolArguments::BareDate::endOfDay);
     if (!to)
         return tl::unexpected(to.error());
     return TimeWindow { *from, *to };
@@ -92,13 +93,19 @@ Task<Outcome> searchObservations(MemoryRetrievalService* retrieval, ToolArgument
         retrieval->searchObservations(std::move(query)), MemoryToolText::renderObservations);
 }
 
+QString newestPeriods(const std::vector<PeriodSummary>& summaries)
+{
+    return MemoryToolText::renderNewestPeriods(summaries, MemoryToolExecutor::maxResultCharacters);
+}
+
 Task<Outcome> listPeriodSummaries(MemoryRetrievalService* retrieval, ToolArguments arguments)
 {
     const auto window = timeWindow(arguments);
     if (!window)
         co_return failed(window.error());
-    co_return co_await rendered(
-        retrieval->listPeriodSummaries(window->from, window->to), MemoryToolText::renderPeriods);
+    const auto isBounded = window->from || window->to;
+    co_return co_await rendered(retrieval->listPeriodSummaries(window->from, window->to),
+        isBounded ? MemoryToolText::renderPeriods : newestPeriods);
 }
 
 Task<Outcome> expandPeriod(MemoryRetrievalService* retrieval, ToolArguments arguments)

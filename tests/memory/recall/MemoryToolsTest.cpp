@@ -85,7 +85,7 @@ private Q_SLOTS:
             "no reference items matched");
         row("memory_search_reference {'query': 7}", "error: missing required argument: query");
         row("memory_search_observations {'query': 'game', 'tags': ['mood'], 'limit': 'x'}", "GAME");
-        row("memory_search_observations {'from': '2026-03-01', 'to': '2026-03-02'}", "GAME");
+        row("memory_search_observations {'from': '2026-03-01', 'to': '2026-03-01'}", "GAME");
         row("memory_search_observations {'from': '2026-03-01T08:15:00.001Z'}",
             "no observations matched");
         row("memory_search_observations {'from': 'March 1'}",
@@ -96,7 +96,7 @@ private Q_SLOTS:
             "week summary 2026-02-28T08:15:00Z → 2026-02-28T09:15:00Z: mixed\n"
             "highlights: a | b\n## day 2026-02-28T08:15:00Z: busy\n"
             "## day 2026-03-01T08:15:00Z: calm\n## raw observations\nGAME");
-        row("memory_expand_period {'id': '22222222-0000-4000-8000-000000000002'}",
+        row("memory_expand_period {'id': '[id:22222222-0000-4000-8000-000000000002]'}",
             "day summary 2026-03-01T08:15:00Z → 2026-03-01T09:15:00Z: calm\n"
             "highlights: a | b\n## raw observations\nGAME");
         row("memory_expand_period {'id': '22222222'}",
@@ -114,7 +114,6 @@ private Q_SLOTS:
         row("memory_propose_pattern {'text': 't', 'evidenceNoteTexts': 'a'}",
             "error: missing required argument: evidenceNoteTexts");
         row("rules_list", "no rules configured");
-        row("interventions_recent", "(interventions unavailable)");
         row("Rules_list", "error: unknown tool: Rules_list");
     }
     void everyToolAnswersInWords()
@@ -139,6 +138,20 @@ private Q_SLOTS:
         const auto contents = world.run("memory_get_table_of_contents");
         QCOMPARE(contents.count(u'\n'), 24);
         QVERIFY(contents.contains(u"- people — People (0 items, updated —): "));
+    }
+
+    void theNewestSummariesAreListedOldestFirst()
+    {
+        World world;
+        for (int day = 0; day < 100; ++day)
+            world.addPeriod(PeriodType::day, QUuid::createUuid(), now + day * 24h,
+                u"day %1"_s.arg(day), {}, {});
+        const auto lines = world.run("memory_list_period_summaries").split(u'\n');
+        const auto shown = lines.size() - 1;
+        QVERIFY(shown > 40);
+        QVERIFY(lines.front().startsWith(u"(%1 earlier summaries"_s.arg(100 - shown)));
+        QVERIFY(lines[1].endsWith(u": day %1"_s.arg(100 - shown)));
+        QVERIFY(lines.back().endsWith(u": day 99"));
     }
 
     void theLimitOfASearchIsKeptInBounds_data()
