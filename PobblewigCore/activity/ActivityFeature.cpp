@@ -34,7 +34,8 @@ ActivityFeature::ActivityFeature(const Stores& stores, const Moment& moment,
     , m_moment(moment)
     , m_report(std::move(observation.report))
     , m_frontmost(observation.frontmostProvider,
-          { m_settings, moment, std::move(observation.alwaysExcluded) })
+          { m_settings, moment, std::move(observation.alwaysExcluded),
+              std::move(observation.identifierOf) })
     , m_tracker(m_frontmost, directory)
     , m_desk({ m_tracker, m_rules, moment, [this] { changed(); } })
 {

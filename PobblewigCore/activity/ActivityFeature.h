@@ -26,6 +26,8 @@ public:
         FrontmostAppProviding* frontmostProvider = nullptr;
         /// Applications of this platform that are never watched, regardless of the settings.
         std::vector<QString> alwaysExcluded = {};
+        /// The names by which the settings can exclude an application.
+        ExcludedApps::IdentifierOf identifierOf = nullptr;
         ObservationReport report = {};
     };
 

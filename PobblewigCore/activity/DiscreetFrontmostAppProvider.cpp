@@ -1,18 +1,8 @@
 #include "activity/DiscreetFrontmostAppProvider.h"
 
-#include <algorithm>
+#include "foundation/Text.h"
 
 namespace pobblewig {
-
-namespace {
-
-bool names(const std::vector<QString>& identifiers, const QString& identifier)
-{
-    return std::ranges::any_of(identifiers,
-        [&](const QString& each) { return each.compare(identifier, Qt::CaseInsensitive) == 0; });
-}
-
-} // namespace
 
 DiscreetFrontmostAppProvider::DiscreetFrontmostAppProvider(
     FrontmostAppProviding* source, Discretion discretion)
@@ -23,20 +13,26 @@ DiscreetFrontmostAppProvider::DiscreetFrontmostAppProvider(
 
 std::optional<FrontmostApp> DiscreetFrontmostAppProvider::frontmostApp()
 {
-    const auto& settings = m_discretion.settings;
-    if (!m_source || settings.isPaused(m_discretion.moment.now()))
+    if (!m_source || m_discretion.settings.isPaused(m_discretion.moment.now()))
         return std::nullopt;
-    auto front = m_source->frontmostApp();
-    if (front
-        && (names(m_discretion.alwaysExcluded, front->bundleIdentifier)
-            || names(settings.settings().excludedBundleIDs, front->bundleIdentifier)))
+    const auto front = m_source->frontmostApp();
+    if (!front || excluded().contains(front->bundleIdentifier))
         return std::nullopt;
-    return front;
+    return FrontmostApp { .name = Text::foreignLine(front->name),
+        .bundleIdentifier = Text::foreignLine(front->bundleIdentifier) };
 }
 
 double DiscreetFrontmostAppProvider::idleSeconds()
 {
     return m_source ? m_source->idleSeconds() : 0;
+}
+
+ExcludedApps DiscreetFrontmostAppProvider::excluded() const
+{
+    const auto& chosen = m_discretion.settings.settings().excludedBundleIDs;
+    std::set<QString> names(chosen.begin(), chosen.end());
+    names.insert(m_discretion.alwaysExcluded.begin(), m_discretion.alwaysExcluded.end());
+    return { names, m_discretion.identifierOf };
 }
 
 } // namespace pobblewig

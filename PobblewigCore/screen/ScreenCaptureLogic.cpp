@@ -1,5 +1,7 @@
 #include "screen/ScreenCaptureLogic.h"
 
+#include "foundation/Text.h"
+
 #include <algorithm>
 #include <ranges>
 
@@ -26,14 +28,16 @@ QSize ScreenCaptureLogic::targetSize(QSize size, int most)
 
 QString ScreenCaptureLogic::windowLabel(const QString& title, const QString& appName)
 {
-    return title.isEmpty() ? appName : QStringLiteral("\"%1\" of %2").arg(title, appName);
+    const auto app = Text::foreignLine(appName);
+    const auto line = Text::foreignLine(title);
+    return line.isEmpty() ? app : QStringLiteral("\"%1\" of %2").arg(line, app);
 }
 
 std::vector<Visibility> ScreenCaptureLogic::visibilities(
-    std::span<const ScreenWindow> windows, const std::set<QString>& excludedBundleIDs)
+    std::span<const ScreenWindow> windows, const ExcludedApps& excluded)
 {
     const auto isExcluded = [&](const ScreenWindow& window) {
-        return excludedBundleIDs.contains(window.bundleIdentifier);
+        return excluded.contains(window.bundleIdentifier);
     };
     const auto isBlanked = [&](const ScreenWindow& window) {
         return std::ranges::any_of(windows, [&](const ScreenWindow& other) {
@@ -91,7 +95,7 @@ QString ScreenCaptureLogic::description(
     switch (error.kind) {
     case ScreenCaptureError::Kind::excludedApp:
         return QStringLiteral("Screenshots are disabled while %1 is frontmost (excluded app).")
-            .arg(error.app);
+            .arg(Text::foreignLine(error.app));
     case ScreenCaptureError::Kind::permissionDenied:
         return wording.screenCaptureDenied.toString();
     case ScreenCaptureError::Kind::noCaptureTarget:

@@ -2,6 +2,7 @@
 
 #include "prompts/PlatformWording.h"
 #include "screen/ScreenCapturing.h"
+#include "settings/ExcludedApps.h"
 
 #include <QRect>
 #include <QRegion>
@@ -46,13 +47,13 @@ inline constexpr double jpegQuality = 0.7;
 /// Scales down so that the longer side is at most `most`, and each side at least 2 pixels.
 QSize targetSize(QSize size, int most = maxDimension);
 
-/// `"Draft" of Writer`, or the application's name alone for a window without a title.
+/// `"Draft" of Writer` on one line, or the application's name alone for a window without a title.
 QString windowLabel(const QString& title, const QString& appName);
 
 /// Our own windows are left out. All windows of an excluded application's program are blanked,
 /// including its menus.
 std::vector<Visibility> visibilities(
-    std::span<const ScreenWindow> windows, const std::set<QString>& excludedBundleIDs);
+    std::span<const ScreenWindow> windows, const ExcludedApps& excluded);
 
 /// `windows` is ordered from the bottom up. Windows that are entirely covered are not painted. The
 /// desktop is hidden beneath our own windows, and everywhere while a window is blanked, because

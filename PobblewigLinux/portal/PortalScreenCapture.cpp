@@ -1,7 +1,9 @@
 #include "PobblewigLinux/portal/PortalScreenCapture.h"
 
+#include "PobblewigLinux/desktop/ApplicationIdentifiers.h"
 #include "PobblewigLinux/portal/PortalRequest.h"
 #include "screen/ScreenshotEncoding.h"
+#include "settings/ExcludedApps.h"
 
 #include <QCoroFuture>
 #include <QFile>
@@ -47,7 +49,8 @@ Task<PortalScreenCapture::Result> PortalScreenCapture::captureForCurrentContext(
     using Kind = ScreenCaptureError::Kind;
     excludedBundleIDs.insert(m_alwaysExcluded.begin(), m_alwaysExcluded.end());
     const auto app = m_frontmost.frontmostApp();
-    if (app && excludedBundleIDs.contains(app->bundleIdentifier))
+    const ExcludedApps excluded(excludedBundleIDs, ApplicationIdentifiers::identifier);
+    if (app && excluded.contains(app->bundleIdentifier))
         co_return failed(Kind::excludedApp, app->name);
 
     const PortalRequest::Question question {

@@ -1,5 +1,6 @@
 #include "PobblewigLinux/x11/X11ScreenCapture.h"
 
+#include "PobblewigLinux/desktop/ApplicationIdentifiers.h"
 #include "PobblewigLinux/x11/X11WindowContents.h"
 #include "screen/ScreenCaptureLogic.h"
 #include "screen/ScreenshotEncoding.h"
@@ -128,17 +129,18 @@ Task<X11ScreenCapture::Result> X11ScreenCapture::captureForCurrentContext(
 {
     using Kind = ScreenCaptureError::Kind;
     excludedBundleIDs.insert(m_alwaysExcluded.begin(), m_alwaysExcluded.end());
+    const ExcludedApps excluded(excludedBundleIDs, ApplicationIdentifiers::identifier);
     auto label = QStringLiteral("the main display");
     QImage image;
     if (const auto front = m_front.window()) {
         const auto app = m_appOfWindow(*front).value_or(FrontmostApp());
         const auto name = app.name.isEmpty() ? QStringLiteral("the frontmost app") : app.name;
-        if (excludedBundleIDs.contains(app.bundleIdentifier))
+        if (excluded.contains(app.bundleIdentifier))
             co_return failed(Kind::excludedApp, name);
         label = ScreenCaptureLogic::windowLabel(X11WindowTree::title(m_connection, *front), name);
         image = co_await windowPicture(*front);
     } else {
-        image = co_await displayPicture(std::move(excludedBundleIDs));
+        image = co_await displayPicture(excluded);
     }
     if (image.isNull())
         co_return failed(Kind::noCaptureTarget);
@@ -168,7 +170,7 @@ Task<QImage> X11ScreenCapture::windowPicture(xcb_window_t client)
     co_return X11WindowTree::isOnScreen(m_connection, client) ? picture : QImage();
 }
 
-Task<QImage> X11ScreenCapture::displayPicture(std::set<QString> excludedBundleIDs)
+Task<QImage> X11ScreenCapture::displayPicture(ExcludedApps excluded)
 {
     const auto display = mainDisplay();
     const auto topLevels = X11WindowTree::topLevels(m_connection);
@@ -176,7 +178,7 @@ Task<QImage> X11ScreenCapture::displayPicture(std::set<QString> excludedBundleID
     windows.reserve(topLevels.size());
     for (const auto& topLevel : topLevels)
         windows.push_back(described(topLevel));
-    const auto visibilities = ScreenCaptureLogic::visibilities(windows, excludedBundleIDs);
+    const auto visibilities = ScreenCaptureLogic::visibilities(windows, excluded);
     const auto layers = std::make_shared<Layers>(
         displayLayers(m_connection, topLevels, windows, visibilities, display));
     co_await repainted(layers);

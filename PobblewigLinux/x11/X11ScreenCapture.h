@@ -30,7 +30,7 @@ public:
 
 private:
     Task<QImage> windowPicture(xcb_window_t client);
-    Task<QImage> displayPicture(std::set<QString> excludedBundleIDs);
+    Task<QImage> displayPicture(ExcludedApps excluded);
     ScreenWindow described(const X11TopLevel& topLevel);
 
     X11Connection& m_connection;

@@ -139,12 +139,18 @@ private Q_SLOTS:
         FakeKeychain keychain;
         SettingsStore settings(std::nullopt, keychain);
         const Moment moment { [] { return start; } };
+        const auto identifierOf = [](const QString& name) {
+            return name == u"diary" ? std::optional(u"org.example.diary"_s) : std::nullopt;
+        };
         DiscreetFrontmostAppProvider discreet(
-            &m_desktop, { settings, moment, { u"org.keepassxc.KeePassXC"_s } });
+            &m_desktop, { settings, moment, { u"org.keepassxc.KeePassXC"_s }, identifierOf });
         const auto pause = [&](bool isPaused) {
             settings.update([&](auto& changed) { changed.pausedIndefinitely = isPaused; });
         };
         ActivityTracker tracker(discreet, *m_scratch);
+        m_desktop.show(u"a\nb\u202e"_s + QString(300, u'x'), u"long"_s);
+        QCOMPARE(discreet.frontmostApp()->name.size(), 200);
+        QVERIFY(discreet.frontmostApp()->name.startsWith(u"a bxx"));
         auto at = start;
         const auto poll = [&](const QString& name, const QString& id) {
             m_desktop.show(name, id);
@@ -153,7 +159,10 @@ private Q_SLOTS:
         };
         QVERIFY(poll(u"Writer"_s, u"writer"_s));
         QVERIFY(!poll(u"Secret 1"_s, u"org.KeePassXC.keepassxc"_s));
-        settings.update([](auto& changed) { changed.excludedBundleIDs = { u"COM.vault.app"_s }; });
+        settings.update([](auto& changed) {
+            changed.excludedBundleIDs = { u"COM.vault.app"_s, u"diary"_s };
+        });
+        QVERIFY(!poll(u"Secret 4"_s, u"org.example.Diary"_s));
         QVERIFY(!poll(u"Secret 2"_s, u"com.Vault.app"_s));
         QVERIFY(poll(u"Writer"_s, u"com.vault.app.help"_s));
         pause(true);

@@ -51,6 +51,7 @@ private Q_SLOTS:
         const auto browser = u"Safari"_s;
         QCOMPARE(label({}, browser), browser);
         QCOMPARE(label(u"50 %2 off"_s, browser), u"\"50 %2 off\" of Safari");
+        QCOMPARE(label(u"a\nb\u202ec"_s, browser), u"\"a bc\" of Safari");
     }
 
     void excludedProgramsAreBlankedWithTheirMenus()
@@ -67,7 +68,7 @@ private Q_SLOTS:
         };
         using enum Visibility;
         const std::vector expected { blanked, blanked, blanked, shown, shown, leftOut, blanked };
-        QVERIFY(ScreenCaptureLogic::visibilities(windows, { vault }) == expected);
+        QVERIFY(ScreenCaptureLogic::visibilities(windows, { { vault }, nullptr }) == expected);
     }
 
     void onlyWhatCanBeSeenIsPainted_data()

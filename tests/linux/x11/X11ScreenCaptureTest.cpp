@@ -97,7 +97,10 @@ private Q_SLOTS:
         m_apps[front.id()].bundleIdentifier = vault;
         const ScreenCaptureError expected { ScreenCaptureError::Kind::excludedApp,
             QStringLiteral("Vault") };
-        m_excluded = { vault };
+        m_excluded = { vault.toUpper() };
+        QVERIFY(capture().error() == expected);
+        m_apps[front.id()].bundleIdentifier = QStringLiteral("org.mozilla.firefox");
+        m_excluded = { QStringLiteral("Firefox") };
         QVERIFY(capture().error() == expected);
         m_apps[front.id()].bundleIdentifier = QStringLiteral("always.excluded");
         m_excluded.clear();
