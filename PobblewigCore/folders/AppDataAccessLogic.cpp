@@ -2,6 +2,7 @@
 
 #include "folders/SecretDenylist.h"
 #include "foundation/ISO8601.h"
+#include "foundation/Text.h"
 
 #include <QDir>
 
@@ -10,8 +11,6 @@
 namespace pobblewig {
 
 namespace {
-
-constexpr qsizetype longestName = 255;
 
 QString withoutOuterSlashes(QStringView path)
 {
@@ -63,18 +62,54 @@ bool fitsAny(QStringView name, std::span<const QStringView> patterns)
     return std::ranges::any_of(patterns, [&](auto pattern) { return fits(name, pattern); });
 }
 
-bool endsInSecretWord(QStringView part)
+/// Whether the words stand whole in the part.
+bool contains(QStringView part, QStringView words)
 {
-    return std::ranges::any_of(SecretDenylist::words(), [&](auto word) {
-        return part.endsWith(word)
-            && (part.size() == word.size() || part.chopped(word.size()).endsWith(u'-'));
-    });
+    return QStringLiteral("-%1-").arg(part).contains(QStringLiteral("-%1-").arg(words));
 }
 
+bool endsWith(QStringView part, QStringView words)
+{
+    return QStringLiteral("-%1").arg(part).endsWith(QStringLiteral("-%1").arg(words));
+}
+
+bool isNumber(QStringView text)
+{
+    return !text.isEmpty() && std::ranges::all_of(text, [](QChar c) { return c.isDigit(); });
+}
+
+/// "token" for "token-(1)", "token-2026" and "token-backup".
+QStringView withoutMarksOfCopies(QStringView part)
+{
+    for (;;) {
+        const auto place = part.lastIndexOf(u'-');
+        auto mark = part.sliced(place + 1);
+        if (mark.startsWith(u'(') && mark.endsWith(u')'))
+            mark = mark.sliced(1).chopped(1);
+        if (place < 0 || !(isNumber(mark) || fitsAny(mark, SecretDenylist::wordsOfCopies())))
+            return part;
+        part = part.first(place);
+    }
+}
+
+bool hasSecretWord(QStringView part)
+{
+    const auto end = withoutMarksOfCopies(part);
+    return std::ranges::any_of(
+               SecretDenylist::words(), [&](auto word) { return contains(part, word); })
+        || std::ranges::any_of(
+            SecretDenylist::lastWords(), [&](auto word) { return endsWith(end, word); });
+}
+
+/// Also looks at "server.key" in "server.key.txt". A name without its only ending is just a word.
 bool isSecret(QStringView name)
 {
+    for (auto inner = name; inner.contains(u'.'); inner = inner.first(inner.lastIndexOf(u'.'))) {
+        if (fitsAny(inner, SecretDenylist::files()))
+            return true;
+    }
     return fitsAny(name, SecretDenylist::files())
-        || std::ranges::any_of(name.split(u'.'), endsInSecretWord);
+        || std::ranges::any_of(name.split(u'.'), hasSecretWord);
 }
 
 QStringView original(QStringView name)
@@ -90,11 +125,16 @@ bool isDeniedFolder(const QString& name)
     return fitsAny(folded(name), SecretDenylist::folders());
 }
 
-bool breaksTheLine(QChar character)
+QByteArrayView lastLine(QByteArrayView bytes)
 {
-    const auto category = character.category();
-    return category == QChar::Other_Control || category == QChar::Separator_Line
-        || category == QChar::Separator_Paragraph;
+    return bytes.sliced(bytes.lastIndexOf('\n') + 1);
+}
+
+QString shortened(const QString& line, qsizetype characters)
+{
+    if (Text::characterCount(line) <= characters)
+        return line;
+    return Text::firstCharacters(line, characters - 1) + u'…';
 }
 
 } // namespace
@@ -127,13 +167,20 @@ bool AppDataAccessLogic::isDenied(const QString& basename)
     return isSecret(name) || isSecret(original(name));
 }
 
+std::optional<QString> AppDataAccessLogic::deniedFolder(const QString& path)
+{
+    const auto folders = QDir::cleanPath(path).split(u'/');
+    const auto folder = std::ranges::find_if(folders, isDeniedFolder);
+    return folder == folders.end() ? std::nullopt : std::optional(*folder);
+}
+
 std::optional<QString> AppDataAccessLogic::deniedPart(const QString& path)
 {
-    auto folders = QDir::cleanPath(path).split(u'/');
-    const auto file = folders.takeLast();
-    const auto folder = std::ranges::find_if(folders, isDeniedFolder);
-    if (folder != folders.end())
-        return *folder;
+    const auto clean = QDir::cleanPath(path);
+    const auto slash = clean.lastIndexOf(u'/');
+    if (auto folder = deniedFolder(clean.first(std::max<qsizetype>(slash, 0))))
+        return folder;
+    const auto file = clean.sliced(slash + 1);
     return isDenied(file) ? std::optional(file) : std::nullopt;
 }
 
@@ -142,33 +189,28 @@ bool AppDataAccessLogic::looksLikeText(QByteArrayView bytes)
     return !bytes.first(std::min<qsizetype>(bytes.size(), 8192)).contains('\0');
 }
 
-AppDataTail AppDataAccessLogic::tail(QByteArrayView bytes, int count)
+AppDataTail AppDataAccessLogic::tail(QByteArrayView bytes, int count, qsizetype characters)
 {
     if (bytes.isEmpty())
         return {};
     if (bytes.endsWith('\n'))
         bytes.chop(1);
-    qsizetype start = 0;
-    int total = 1;
-    for (auto place = bytes.size() - 1; place >= 0; --place) {
-        if (bytes[place] != '\n')
-            continue;
-        if (total == count)
-            start = place + 1;
-        ++total;
+    const auto total = int(bytes.count('\n')) + 1;
+    auto text = shortened(QString::fromUtf8(lastLine(bytes)), characters);
+    auto shown = 1;
+    for (; shown < std::min(total, count); ++shown) {
+        bytes.chop(lastLine(bytes).size() + 1);
+        auto longer = QString::fromUtf8(lastLine(bytes)) + u'\n' + text;
+        if (Text::characterCount(longer) > characters)
+            break;
+        text = std::move(longer);
     }
-    return {
-        .text = QString::fromUtf8(bytes.sliced(start)),
-        .shown = std::min(total, count),
-        .total = total,
-    };
+    return { .text = text, .shown = shown, .total = total };
 }
 
 QString AppDataAccessLogic::shownName(const QString& name)
 {
-    auto shown = name.left(longestName);
-    std::ranges::replace_if(shown, breaksTheLine, QChar::ReplacementCharacter);
-    return name.size() > longestName ? shown + u'…' : shown;
+    return Text::foreignLine(name);
 }
 
 QString AppDataAccessLogic::sourceLine(const QString& name, const QString& rootPath, bool enabled)

@@ -10,7 +10,7 @@ struct AppDataAccessError {
     QString message;
 };
 
-/// The last lines of a text.
+/// The last lines of a text. The beginning of a line that alone is too long ends in "…".
 struct AppDataTail {
     QString text;
     int shown = 0;
@@ -37,14 +37,18 @@ tl::expected<AppDataLocation, AppDataAccessError> resolve(
 /// file systems ignore: compatibility forms, invisible characters, blanks and dots at the end.
 bool isDenied(const QString& basename);
 
+/// The folder on a path that must not be listed.
+std::optional<QString> deniedFolder(const QString& path);
+
 /// The part of a path that must not be read: its file, or one of its folders.
 std::optional<QString> deniedPart(const QString& path);
 
 /// Whether the first 8192 bytes contain no NUL.
 bool looksLikeText(QByteArrayView bytes);
 
-/// The last `count` lines. A line break at the very end does not start another line.
-AppDataTail tail(QByteArrayView bytes, int count);
+/// As many of the last lines as fit into `characters`, but at most `count` and at least one. A line
+/// break at the very end does not start another line.
+AppDataTail tail(QByteArrayView bytes, int count, qsizetype characters);
 
 /// The name on one line and of limited length.
 QString shownName(const QString& name);

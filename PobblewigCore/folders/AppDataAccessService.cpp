@@ -1,6 +1,7 @@
 #include "folders/AppDataAccessService.h"
 
 #include "folders/AppDataAccessLogic.h"
+#include "tools/MemoryToolExecutor.h"
 
 #include <QCoroFuture>
 #include <QDir>
@@ -58,7 +59,9 @@ QString tooBig(const QString& name, qint64 size)
 
 QString shown(QByteArrayView bytes, int lines)
 {
-    const auto end = Logic::tail(bytes, lines);
+    constexpr qsizetype longestHeading = 100;
+    const auto end =
+        Logic::tail(bytes, lines, MemoryToolExecutor::maxResultCharacters - longestHeading);
     if (end.shown == end.total)
         return end.text;
     return QStringLiteral("[showing last %1 of %2 lines — %3 earlier lines omitted]\n")
@@ -96,11 +99,15 @@ QString read(const AppDataReading& reading, const AppDataLocation& location, int
 QString list(const AppDataReading& reading, const AppDataLocation& location)
 {
     const auto listing = reading.list(location, Logic::maxListingEntries);
+    if (const auto denied = Logic::deniedFolder(location.path))
+        return denial(*denied);
     if (!listing && listing.error().kind == Kind::notThere)
         return QStringLiteral("error: no such directory: %1 (use apps_read_file for files)")
             .arg(Logic::shownName(location.path.isEmpty() ? location.root : location.path));
     if (!listing)
         return answer(listing.error(), location);
+    if (const auto denied = Logic::deniedFolder(listing->realPath()))
+        return denial(*denied);
     QStringList lines;
     for (const auto& entry : listing->newestFirst())
         lines.append(Logic::listingLine(entry));

@@ -15,8 +15,9 @@ bool comesFirst(const AppDataEntry& left, const AppDataEntry& right)
 
 } // namespace
 
-AppDataListing::AppDataListing(int limit)
+AppDataListing::AppDataListing(int limit, QString realPath)
     : m_limit(limit)
+    , m_realPath(std::move(realPath))
 {
 }
 

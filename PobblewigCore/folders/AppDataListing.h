@@ -20,7 +20,10 @@ struct AppDataEntry {
 /// The newest entries of a folder. Keeps at most `limit`, however many are added.
 class AppDataListing {
 public:
-    explicit AppDataListing(int limit);
+    explicit AppDataListing(int limit, QString realPath = {});
+
+    /// The folder's path relative to the root, with all links resolved.
+    const QString& realPath() const { return m_realPath; }
 
     /// Undated entries come last; entries with the same date are sorted by name.
     std::vector<AppDataEntry> newestFirst() const;
@@ -32,6 +35,7 @@ public:
 
 private:
     qsizetype m_limit;
+    QString m_realPath;
     qint64 m_added = 0;
 
     /// A heap with the oldest entry on top.

@@ -18,7 +18,8 @@ constexpr QStringView secretFiles[] = {
     u".terraformrc", u"kubeconfig*", u"*.kubeconfig", u"rclone.conf", u".msmtprc", u"msmtprc",
     u".fetchmailrc", u".mbsyncrc", u".offlineimaprc", u"wpa-supplicant*.conf", u"*.nmconnection",
     u"wp-config.php", u"sitemanager.xml", u"recentservers.xml", u"filezilla.xml", u"*.remmina",
-    u"settings-security.xml", u"hosts.yml",
+    u"settings-security.xml", u"hosts.yml", u"gradle.properties", u"nuget.config", u"pip.conf",
+    u".hgrc",
     // Credentials
     u"*credentials*", u".secret*", u"*client-secret*", u"service-account*.json",
     u"serviceaccount*.json", u"*-adminsdk-*.json", u"auth.json", u".netrc", u"-netrc",
@@ -43,19 +44,27 @@ constexpr QStringView secretFiles[] = {
     u"consolehost-history.txt"
 };
 
-constexpr QStringView secretWords[] = { u"private-key", u"privatekey", u"secret-key", u"secretkey",
+constexpr QStringView secretWords[] = { u"password", u"passwords", u"passwd", u"passphrase",
+    u"passphrases", u"credentials", u"creds", u"secret-key", u"secretkey", u"secret-keys",
     u"encryption-key", u"access-key", u"accesskey", u"access-keys", u"api-key", u"apikey",
-    u"api-keys", u"apikeys", u"credential", u"cred", u"creds", u"secret", u"secrets", u"password",
-    u"passwords", u"passphrase", u"token", u"tokens", u"recovery-codes", u"backup-codes" };
+    u"api-keys", u"apikeys", u"api-token", u"api-tokens", u"recovery-codes", u"recovery-phrase",
+    u"backup-codes", u"seed-phrase", u"wallet-seed", u"client-secret" };
+
+constexpr QStringView secretLastWords[] = { u"private-key", u"private-keys", u"privatekey",
+    u"credential", u"cred", u"secret", u"secrets", u"token", u"tokens", u"recovery-code",
+    u"backup-code", u"seed-words" };
+
+constexpr QStringView copyWords[] = { u"copy", u"backup", u"old", u"new", u"list", u"export" };
 
 constexpr QStringView secretFolders[] = { u".ssh", u".gnupg", u".aws", u".azure", u"gcloud",
     u".gcloud", u".kube", u".docker", u".terraform.d", u".oci", u".vault", u".sops", u".pki",
-    u".putty", u".subversion", u".purple", u".secrets", u"secrets", u".credentials", u"credentials",
-    u"private-keys-v1.d", u".password-store", u"keyrings", u"keychains", u"kwalletd", u"keepassxc",
-    u"bitwarden", u"bitwarden-cli", u".1password", u"1password", u".op", u".lpass", u".lastpass",
-    u"enpass", u"*.opvault", u"*.agilekeychain", u".mozilla", u".librewolf", u"google-chrome*",
-    u"bravesoftware", u"microsoft-edge*", u"local-storage", u"session-storage", u"indexeddb",
-    u"local-extension-settings", u".bitcoin", u".ethereum", u".electrum", u".monero" };
+    u".putty", u".subversion", u".git", u".hg", u".m2", u".purple", u".secrets", u"secrets",
+    u".credentials", u"credentials", u"private-keys-v1.d", u".password-store", u"keyrings",
+    u"keychains", u"kwalletd", u"keepassxc", u"bitwarden", u"bitwarden-cli", u".1password",
+    u"1password", u".op", u".lpass", u".lastpass", u"enpass", u"*.opvault", u"*.agilekeychain",
+    u".mozilla", u".librewolf", u"google-chrome*", u"bravesoftware", u"microsoft-edge*",
+    u"local-storage", u"session-storage", u"indexeddb", u"local-extension-settings", u".bitcoin",
+    u".ethereum", u".electrum", u".monero" };
 
 constexpr QStringView copies[] = { u"~", u"-", u".bak", u".backup", u".old", u".orig", u".save",
     u".swp", u".tmp", u".copy" };
@@ -70,6 +79,16 @@ std::span<const QStringView> SecretDenylist::files()
 std::span<const QStringView> SecretDenylist::words()
 {
     return secretWords;
+}
+
+std::span<const QStringView> SecretDenylist::lastWords()
+{
+    return secretLastWords;
+}
+
+std::span<const QStringView> SecretDenylist::wordsOfCopies()
+{
+    return copyWords;
 }
 
 std::span<const QStringView> SecretDenylist::folders()

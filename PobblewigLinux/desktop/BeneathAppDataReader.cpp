@@ -178,7 +178,7 @@ auto BeneathAppDataReader::list(const AppDataLocation& location, int limit) cons
     if (!folder)
         return failure(lastError());
     readable.release();
-    AppDataListing listing(limit);
+    AppDataListing listing(limit, QFile::decodeName(place->path));
     while (const auto* name = nextName(folder.get()))
         listing.add(entry(::dirfd(folder.get()), name));
     return listing;
