@@ -62,9 +62,9 @@ QString ConversationView::textToCopy() const
 {
     if (const auto& selection = m_marks.selection) {
         if (const auto row = m_model.rowOf(selection->message))
-            return m_model.row(*row).text.mid(selection->range.start, selection->range.length);
+            return shownText(*row).mid(selection->range.start, selection->range.length);
     }
-    return currentIndex().isValid() ? m_model.row(currentIndex().row()).text : QString();
+    return currentIndex().isValid() ? shownText(currentIndex().row()) : QString();
 }
 
 void ConversationView::setTheme(const Palette& palette)
@@ -229,13 +229,18 @@ void ConversationView::contextMenuEvent(QContextMenuEvent* event)
     if (m_marks.selection)
         menu->addAction(tr("Copy selection"), this, &ConversationView::copy);
     if (index.isValid()) {
-        const auto text = m_model.row(index.row()).text;
+        const auto text = shownText(index.row());
         menu->addAction(
             tr("Copy message"), this, [text] { QGuiApplication::clipboard()->setText(text); });
     }
     menu->addAction(tr("Find…"), this, &ConversationView::findRequested);
     menu->popup(
         isByKeyboard ? viewport()->mapToGlobal(visualRect(index).center()) : event->globalPos());
+}
+
+QString ConversationView::shownText(int row) const
+{
+    return MessageLayout::asShown(m_model.row(row).text);
 }
 
 void ConversationView::noteScrolling()

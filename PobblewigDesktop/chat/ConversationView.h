@@ -64,6 +64,7 @@ private:
         int top = 0;
     };
 
+    QString shownText(int row) const;
     void noteScrolling();
     void keepPlace();
     void restorePlace();

@@ -32,17 +32,6 @@ QStringView paragraphStart(QStringView piece)
     return piece.first(end - piece.begin());
 }
 
-/// As long as the original, so that positions stay true.
-QString withoutControls(QStringView text)
-{
-    auto shown = text.toString();
-    for (auto& character : shown) {
-        if (character.category() == QChar::Other_Control && character != u'\t')
-            character = u' ';
-    }
-    return shown;
-}
-
 } // namespace
 
 struct MessageLayout::Segment {
@@ -59,6 +48,17 @@ struct MessageLayout::Segment {
     bool isOpen = true;
     std::unique_ptr<QTextLayout> lines;
 };
+
+QString MessageLayout::asShown(const QString& text)
+{
+    auto shown = text;
+    for (auto& character : shown) {
+        const auto isControl = character.category() == QChar::Other_Control;
+        if (isControl && character != u'\t' && !endsParagraph(character))
+            character = u' ';
+    }
+    return shown;
+}
 
 MessageLayout::MessageLayout(Shape shape)
     : m_shape(std::move(shape))
@@ -226,7 +226,7 @@ void MessageLayout::takePiece()
     const auto text = QStringView(m_text).mid(segment.start, segment.length);
     if (!segment.continuesParagraph)
         segment.rightToLeft = text.isRightToLeft();
-    segment.lines->setText(withoutControls(text));
+    segment.lines->setText(asShown(text.toString()));
     placeLines(segment, std::numeric_limits<int>::max());
     if (taken.size() < offered.size()) {
         segment.isOpen = false;

@@ -62,6 +62,10 @@ public:
         QColor currentMatch;
     };
 
+    /// The text as the reader sees it, of the same length: paragraphs and tabs, but no other
+    /// control characters.
+    static QString asShown(const QString& text);
+
     static constexpr auto everything = std::numeric_limits<qsizetype>::max();
 
     explicit MessageLayout(Shape shape);

@@ -155,6 +155,16 @@ private Q_SLOTS:
         }
     }
 
+    void onlyWhatIsShownIsCopied()
+    {
+        auto message = rows(1, 1, 1);
+        message.front().text = QStringLiteral("rm\x1b[1A\x08 -rf\ttree\r\nnext\u0085");
+        show(message);
+        m_view->setFocus();
+        QTest::keyClick(m_view.get(), Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("rm [1A  -rf\ttree \nnext "));
+    }
+
     void aMatchIsBroughtIntoSight()
     {
         show(rows(1, 10, 100));
