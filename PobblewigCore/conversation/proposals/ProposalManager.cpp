@@ -56,9 +56,7 @@ std::optional<RuleProposal> ProposalManager::registerProposal(RuleProposal propo
     if (!isNew(proposal))
         return std::nullopt;
     if (find(proposal.proposalId)) {
-        Log::line(
-            QStringLiteral("buddy: proposalId collision on %1 — registering as a new proposal")
-                .arg(proposal.proposalId));
+        Log::line(QStringLiteral("buddy: proposalId collision — registering as a new proposal"));
         proposal.proposalId = ProposalLogic::nextFreeSuffix(proposal.proposalId, m_state.proposals);
     }
     proposal.status = Status::pending;
