@@ -22,8 +22,13 @@ bool Autostart::isEnabled() const
 
 tl::expected<void, FileError> Autostart::setEnabled(bool isEnabled)
 {
-    if (isEnabled)
-        return writeDurably(m_path, AutostartLogic::file(m_program), FileOperations());
+    if (isEnabled) {
+        const auto text = AutostartLogic::file(m_program);
+        if (!text)
+            return tl::unexpected(
+                FileError { QStringLiteral("the program's path contains a line break") });
+        return writeDurably(m_path, *text, FileOperations());
+    }
     QFile file(m_path);
     if (file.exists() && !file.remove())
         return tl::unexpected(FileError { file.errorString() });

@@ -2,6 +2,8 @@
 
 #include "PobblewigLinux/desktop/DesktopEntry.h"
 
+#include <algorithm>
+
 namespace pobblewig {
 
 namespace {
@@ -27,6 +29,21 @@ QString quoted(const QString& word)
     return escaped(u'"' + quoted + u'"');
 }
 
+/// Some desktops look for a program whose name has the percent sign still doubled, but not for the
+/// program of an argument.
+QString commandLine(const QString& program)
+{
+    if (!program.contains(u'%'))
+        return quoted(program);
+    return QStringLiteral("sh -c %1 %2")
+        .arg(quoted(QStringLiteral("exec \"$0\"")), quoted(program));
+}
+
+bool isControl(QChar character)
+{
+    return character.category() == QChar::Other_Control;
+}
+
 } // namespace
 
 bool AutostartLogic::startsProgram(QByteArrayView file)
@@ -35,8 +52,10 @@ bool AutostartLogic::startsProgram(QByteArrayView file)
     return entry && entry->startsWithDesktop;
 }
 
-QByteArray AutostartLogic::file(const QString& program)
+std::optional<QByteArray> AutostartLogic::file(const QString& program)
 {
+    if (std::ranges::any_of(program, isControl))
+        return std::nullopt;
     return QStringLiteral("[Desktop Entry]\n"
                           "Type=Application\n"
                           "Name=Pobblewig\n"
@@ -46,7 +65,7 @@ QByteArray AutostartLogic::file(const QString& program)
                           "Icon=com.pobblewig.app\n"
                           "Terminal=false\n"
                           "StartupNotify=false\n")
-        .arg(quoted(program), escaped(program))
+        .arg(commandLine(program), escaped(program))
         .toUtf8();
 }
 

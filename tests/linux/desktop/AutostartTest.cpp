@@ -19,6 +19,7 @@ private Q_SLOTS:
         row("plain", "pobblewig");
         row("blanks", "my own pobblewig");
         row("what shells and desktop files treat specially", "p`o$b\\b\"l'e~w&i;g#*");
+        row("per cent signs", "100%% p%f %");
         row("another script", "Поблвиг");
     }
     void whatIsWrittenStartsThisProgram()
@@ -67,6 +68,9 @@ private Q_SLOTS:
 
     void whatCannotBeWrittenIsSaid()
     {
+        Autostart broken(directory(), QStringLiteral("/usr/bin/a\nExec=b"));
+        QVERIFY(!broken.setEnabled(true));
+        QVERIFY(!QFile::exists(file()));
         QFile obstacle(directory().path());
         QVERIFY(obstacle.open(QIODevice::WriteOnly));
         Autostart autostart(directory(), QStringLiteral("/usr/bin/pobblewig"));
