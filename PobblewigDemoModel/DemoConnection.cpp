@@ -34,6 +34,12 @@ DemoConnection::DemoConnection(QTcpSocket* socket, DemoOptions options)
     socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     m_pace.setInterval(m_options.delayBetweenWords);
     connect(&m_pace, &QTimer::timeout, this, &DemoConnection::sendNextEvent);
+    m_silence.setSingleShot(true);
+    m_silence.start(m_options.patience);
+    connect(&m_silence, &QTimer::timeout, socket, &QTcpSocket::abort);
+    const auto restart = [this] { m_silence.start(m_options.patience); };
+    connect(socket, &QTcpSocket::bytesWritten, &m_silence, restart);
+    connect(socket, &QTcpSocket::readyRead, &m_silence, restart);
     connect(socket, &QTcpSocket::readyRead, this, &DemoConnection::receive);
     connect(socket, &QTcpSocket::disconnected, &m_pace, &QTimer::stop);
     connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);

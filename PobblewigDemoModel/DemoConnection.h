@@ -11,8 +11,8 @@
 
 namespace pobblewig {
 
-/// Answers the only request of a connection and closes it. Belongs to its socket, so a client that
-/// disconnects during a reply ends only that reply.
+/// Answers the only request of a connection and closes it, or closes a silent one. Belongs to its
+/// socket, so a client that disconnects during a reply ends only that reply.
 class DemoConnection : public QObject {
 public:
     DemoConnection(QTcpSocket* socket, DemoOptions options);
@@ -32,6 +32,7 @@ private:
     std::vector<QByteArray> m_events;
     size_t m_nextEvent = 0;
     QTimer m_pace;
+    QTimer m_silence;
 };
 
 } // namespace pobblewig

@@ -1,5 +1,9 @@
 #include "PobblewigDemoModel/HTTPRequestReader.h"
 
+#include "foundation/ThisComputer.h"
+
+#include <QUrl>
+
 #include <algorithm>
 
 namespace pobblewig {
@@ -11,6 +15,11 @@ const QByteArray endOfHead("\r\n\r\n");
 tl::unexpected<RequestRefusal> refusal(int status, const QString& reason)
 {
     return tl::unexpected(RequestRefusal { status, reason });
+}
+
+bool isOfThisComputer(const QByteArray& url)
+{
+    return isThisComputer(QUrl::fromEncoded(url).host());
 }
 
 /// Accepts digits only, since servers disagree about signs and blanks.
@@ -54,18 +63,35 @@ tl::expected<void, RequestRefusal> HTTPRequestReader::readHead(const QByteArray&
     if (words.size() != 3 || !words[2].startsWith("HTTP/1."))
         return refusal(400, QStringLiteral("not an HTTP request"));
     for (const auto& line : lines.mid(1)) {
-        const auto name = line.first(qMax(line.indexOf(':'), 0)).toLower();
-        if (name == "transfer-encoding")
-            return refusal(411, QStringLiteral("a body needs a Content-Length"));
-        if (name != "content-length")
-            continue;
-        const auto size = bodySize(line.mid(name.size() + 1).trimmed());
-        if (!size)
-            return tl::unexpected(size.error());
-        m_bodySize = *size;
+        const auto name = line.first(qMax(line.indexOf(':'), 0));
+        if (const auto read = readField(name.toLower(), line.mid(name.size() + 1).trimmed()); !read)
+            return read;
     }
+    if (!m_hasHost)
+        return refusal(400, QStringLiteral("no Host is named"));
     const auto& target = words[1];
     m_request = ReceivedRequest { words[0], target.split('?').first(), {} };
+    return {};
+}
+
+tl::expected<void, RequestRefusal> HTTPRequestReader::readField(
+    const QByteArray& name, const QByteArray& value)
+{
+    if (name == "transfer-encoding")
+        return refusal(411, QStringLiteral("a body needs a Content-Length"));
+    if (name == "origin" && !isOfThisComputer(value))
+        return refusal(403, QStringLiteral("web pages from elsewhere are not answered"));
+    if (name == "host") {
+        if (!isOfThisComputer("http://" + value))
+            return refusal(403, QStringLiteral("this server is for this computer only"));
+        m_hasHost = true;
+    }
+    if (name != "content-length")
+        return {};
+    const auto size = bodySize(value);
+    if (!size)
+        return tl::unexpected(size.error());
+    m_bodySize = *size;
     return {};
 }
 

@@ -23,7 +23,8 @@ struct RequestRefusal {
 };
 
 /// Assembles a request from the pieces in which it arrives. Refuses a head over 64 KiB or a body
-/// over 16 MiB before it is held in memory.
+/// over 16 MiB before it is held in memory, and any request that a web page from elsewhere has sent
+/// or that calls this computer by another name.
 class HTTPRequestReader {
 public:
     static constexpr qsizetype headLimit = 64 * 1024;
@@ -36,10 +37,12 @@ public:
 
 private:
     tl::expected<void, RequestRefusal> readHead(const QByteArray& head);
+    tl::expected<void, RequestRefusal> readField(const QByteArray& name, const QByteArray& value);
 
     QByteArray m_buffer;
     std::optional<ReceivedRequest> m_request;
     qint64 m_bodySize = 0;
+    bool m_hasHost = false;
 };
 
 } // namespace pobblewig

@@ -1,17 +1,12 @@
 #include "foundation/EnvironmentProxies.h"
 
-#include <QHostAddress>
+#include "foundation/ThisComputer.h"
 
 #include <algorithm>
 
 namespace pobblewig {
 
 namespace {
-
-bool isThisMachine(const QString& host)
-{
-    return host == u"localhost" || QHostAddress(host).isLoopback();
-}
 
 bool covers(QStringView entry, const QString& host)
 {
@@ -55,7 +50,7 @@ QString EnvironmentProxies::variable(const QString& name) const
 
 bool EnvironmentProxies::isReachedDirectly(const QString& host) const
 {
-    if (isThisMachine(host))
+    if (isThisComputer(host))
         return true;
     const auto entries = variable(QStringLiteral("no_proxy")).split(u',');
     return std::ranges::any_of(entries, [&](const auto& entry) {

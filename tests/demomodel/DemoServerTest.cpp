@@ -16,7 +16,7 @@ class DemoServerTest : public QObject {
 private:
     static QByteArray post(const QByteArray& body)
     {
-        return "POST /v1/chat/completions HTTP/1.1\r\nHost: x\r\nContent-Length: "
+        return "POST /v1/chat/completions HTTP/1.1\r\nHost: localhost:1\r\nContent-Length: "
             + QByteArray::number(body.size()) + "\r\n\r\n" + body;
     }
 
@@ -89,6 +89,18 @@ private Q_SLOTS:
         const auto sized = [](const QByteArray& size) {
             return "POST /chat/completions HTTP/1.1\r\ncontent-LENGTH:" + size + "\r\n\r\n";
         };
+        const auto with = [](const QByteArray& fields) {
+            return chat().replace("Host: localhost:1", fields);
+        };
+        row("by address", with("host:127.0.0.1:8080"), 200);
+        row("by the new kind of address", with("Host: [::1]:8080"), 200);
+        row("from a page of this computer",
+            with("Host: localhost\r\nOrigin: http://localhost:3000"), 200);
+        row("by another name", with("Host: rebound.example:8080"), 403);
+        row("by two names", with("Host: localhost\r\nHost: rebound.example"), 403);
+        row("by no name", with("Accept: */*"), 400);
+        row("from another page", with("Host: localhost\r\nOrigin: https://example.org"), 403);
+        row("from an unknown page", with("Host: localhost\r\nOrigin: null"), 403);
         row("without stream", chat(), 200);
         row("without /v1", chat().replace("/v1", ""), 200);
         row("with a query", chat().replace("completions", "completions?a=b"), 200);
@@ -130,6 +142,15 @@ private Q_SLOTS:
         const auto outcome = reader.feed(request.last(1));
         QVERIFY(outcome && *outcome);
         QCOMPARE((*outcome)->body, QByteArray("body"));
+    }
+
+    void aSilentClientIsLeft()
+    {
+        DemoServer server({ .patience = 20ms });
+        QTcpSocket silent;
+        open(silent, *server.listen(0));
+        silent.write(chat().chopped(1));
+        QTRY_COMPARE(silent.state(), QAbstractSocket::UnconnectedState);
     }
 
     void aTakenPortIsReported()
