@@ -1,6 +1,7 @@
 #include "PobblewigDesktop/AppDelegate.h"
 #include "PobblewigLinux/LinuxSession.h"
 #include "PobblewigLinux/desktop/ApplicationBus.h"
+#include "PobblewigLinux/desktop/ApplicationIdentifiers.h"
 #include "PobblewigLinux/desktop/Autostart.h"
 #include "PobblewigLinux/desktop/BeneathAppDataReader.h"
 #include "PobblewigLinux/desktop/DesktopNotifications.h"
@@ -51,10 +52,12 @@ AppCoordinator::Parts parts(LinuxSession& session)
         .http = std::make_unique<LateHTTPClient>(),
         .keychain = std::make_unique<QtKeychainHelper>(),
         .environment = [] { return currentEnvironment(EnvironmentFile::defaultPath()); },
+        .environmentFile = EnvironmentFile::defaultPath(),
         .wording = PlatformWording::linuxDesktop,
         .appDataReading = std::make_unique<BeneathAppDataReader>(),
         .observation = { .frontmostProvider = &session.frontmostProvider(),
             .alwaysExcluded = LinuxSession::alwaysExcluded(),
+            .identifierOf = ApplicationIdentifiers::identifier,
             .report = session.observation() },
         .screen = { session.capturer(), &session.permissions() },
     };

@@ -44,6 +44,7 @@ AppCoordinator::AppCoordinator(Parts parts)
     , m_lanes(*m_parts.keychain, m_market)
     , m_models(models(m_parts, m_lanes))
     , m_toolExecutor({}, m_parts.moment.clock)
+    , m_keySafety(m_parts.environmentFile)
     , m_settings(m_stores.settings, m_parts.moment)
     , m_activity(m_stores, m_parts.moment, m_room.directory(), m_parts.observation)
     , m_librarian({ .stores = m_stores,
@@ -74,8 +75,8 @@ AppCoordinator::AppCoordinator(Parts parts)
     , m_connections(m_stores.memory.reference, m_parts.moment)
     , m_folders(m_stores.settings, m_parts.appDataReading.get())
     // The conversation ticks first, so that the records of a session are written before the rest.
-    , m_features { { &m_librarian }, { &m_conversation }, { &m_settings }, { &m_activity },
-        { &m_memory }, { &m_connections }, { &m_folders }, { &m_proposals } }
+    , m_features { { &m_keySafety }, { &m_librarian }, { &m_conversation }, { &m_settings },
+        { &m_activity }, { &m_memory }, { &m_connections }, { &m_folders }, { &m_proposals } }
 {
     std::vector<Tool> tools;
     for (const auto& entry : m_features) {
@@ -87,6 +88,7 @@ AppCoordinator::AppCoordinator(Parts parts)
     chat().onActions = [this](ChatService::Actions actions) {
         return proposalDesk().apply(std::move(actions));
     };
+    m_models->onUse = [this](const auto& model) { m_keySafety.noteUse(model); };
     m_pollTimer.setInterval(m_parts.pollInterval);
     connect(&m_pollTimer, &QTimer::timeout, this, [this] { spawn(pollOnce()); });
     refresh();

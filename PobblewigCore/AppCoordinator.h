@@ -11,6 +11,7 @@
 #include "memory/recall/MemoryFeature.h"
 #include "settings/SettingsFeature.h"
 #include "tools/MemoryToolExecutor.h"
+#include "wire/KeySafetyFeature.h"
 #include "wire/LaneProviders.h"
 
 #include <QObject>
@@ -46,6 +47,8 @@ public:
         std::unique_ptr<KeychainHelper> keychain;
         /// Called at every use of a model.
         std::function<Environment()> environment;
+        /// The file that part of it comes from; kept from other users.
+        QString environmentFile = {};
         PlatformWording wording;
         Moment moment = {};
         /// Replaces the models that the environment names, so that the logic runs without a
@@ -119,6 +122,7 @@ private:
     std::unique_ptr<ModelProviding> m_models;
     MemoryToolExecutor m_toolExecutor;
 
+    KeySafetyFeature m_keySafety;
     SettingsFeature m_settings;
     ActivityFeature m_activity;
     LibrarianFeature m_librarian;

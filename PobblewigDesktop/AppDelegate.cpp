@@ -247,6 +247,9 @@ void AppDelegate::showPanelState()
     // Only news is worth a notice: one that was closed stays closed.
     if (std::exchange(m_shownProblem, problem) != problem)
         m_panel->setNotice(storageNotice(problem));
+    const auto& warnings = state.of<KeySafetyState>().warnings;
+    if (std::exchange(m_shownWarnings, warnings) != warnings && !problem)
+        m_panel->setNotice(warnings.join(u'\n'));
 }
 
 void AppDelegate::showNotice(const QString& text)

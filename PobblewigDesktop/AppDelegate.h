@@ -73,6 +73,7 @@ private:
     std::unique_ptr<ChatPanel> m_panel;
     std::optional<Look> m_look;
     std::optional<QString> m_shownProblem;
+    QStringList m_shownWarnings;
     /// The notice that the panel shows once it exists.
     QString m_notice;
     bool m_isChatRequested = false;

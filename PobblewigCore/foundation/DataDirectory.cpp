@@ -1,5 +1,7 @@
 #include "foundation/DataDirectory.h"
 
+#include "foundation/PrivateFiles.h"
+
 #include <QFileInfo>
 
 namespace pobblewig {
@@ -9,6 +11,7 @@ std::optional<QString> DataDirectory::prepare() const
     const auto name = path.absolutePath();
     if (const auto error = operations->makePath(name))
         return QString::fromStdString(error.message());
+    PrivateFiles::tighten(name);
     const QFileInfo info(name);
     if (!info.isDir())
         return QStringLiteral("it is not a directory");

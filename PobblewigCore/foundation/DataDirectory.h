@@ -24,7 +24,8 @@ struct DataDirectory {
     {
     }
 
-    /// Creates the directory if need be. Returns why files cannot be written there, or nothing.
+    /// Creates the directory if need be, and keeps it and its files from other users. Returns why
+    /// files cannot be written there, or nothing.
     std::optional<QString> prepare() const;
 
     QDir path;

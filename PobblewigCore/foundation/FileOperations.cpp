@@ -1,6 +1,5 @@
 #include "foundation/FileOperations.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -81,6 +80,19 @@ std::error_code replace(
     return operations.syncDirectory(info.path());
 }
 
+std::error_code madePath(const QFileInfo& directory)
+{
+    if (directory.isDir())
+        return {};
+    if (const auto error = madePath(QFileInfo(directory.path())))
+        return error;
+    if (::mkdir(QFile::encodeName(directory.filePath()).constData(), 0700) == 0)
+        return {};
+    // Another process may have been faster.
+    return errno == EEXIST && QFileInfo(directory.filePath()).isDir() ? std::error_code()
+                                                                      : lastError();
+}
+
 QString withoutLinks(const QString& path)
 {
     const auto target = QFileInfo(path).canonicalFilePath();
@@ -91,10 +103,7 @@ QString withoutLinks(const QString& path)
 
 std::error_code FileOperations::makePath(const QString& directory) const
 {
-    errno = 0;
-    if (QDir().mkpath(directory))
-        return {};
-    return errno != 0 ? lastError() : std::make_error_code(std::errc::io_error);
+    return madePath(QFileInfo(directory));
 }
 
 tl::expected<int, std::error_code> FileOperations::create(
@@ -102,7 +111,7 @@ tl::expected<int, std::error_code> FileOperations::create(
 {
     const auto name = QFile::encodeName(path);
     const auto flags = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW;
-    const auto file = uninterrupted([&] { return ::open(name.constData(), flags, 0666); });
+    const auto file = uninterrupted([&] { return ::open(name.constData(), flags, 0600); });
     if (file < 0)
         return tl::unexpected(lastError());
     if (permissions && ::fchmod(file, mode_t(*permissions)) != 0) {

@@ -22,11 +22,11 @@ class FileOperations {
 public:
     virtual ~FileOperations() = default;
 
-    /// Creates the directory and those above it.
+    /// Creates the directory and those above it, for this user only.
     virtual std::error_code makePath(const QString& directory) const;
 
     /// Opens an empty file for writing; the caller has to `close` the descriptor. Without
-    /// permissions the file gets the process default.
+    /// permissions the file is for this user only.
     virtual tl::expected<int, std::error_code> create(
         const QString& path, std::optional<unsigned> permissions) const;
 

@@ -23,6 +23,7 @@ Task<std::unique_ptr<LLMProvider>> LaneProviders::makeProvider(ModelUse use)
     auto configuration = co_await m_lanes.configuration(use, m_environment());
     if (!configuration)
         co_return std::unique_ptr<LLMProvider>();
+    onUse(*configuration);
     co_return std::make_unique<OpenAICompatibleProvider>(
         *std::move(configuration), m_http, requestTimeout);
 }

@@ -4,6 +4,7 @@
 #include "wire/LLMProvider.h"
 #include "wire/LaneConfigurations.h"
 
+#include <functional>
 #include <memory>
 
 namespace pobblewig {
@@ -19,6 +20,9 @@ public:
 
     virtual Task<MainModelConfig> mainConfig() = 0;
     virtual Task<LibrarianModelConfig> librarianConfig() = 0;
+
+    /// Called with each model that is about to be used.
+    std::function<void(const LLMConfiguration&)> onUse = [](const LLMConfiguration&) {};
 };
 
 } // namespace pobblewig

@@ -168,6 +168,24 @@ private Q_SLOTS:
         QCOMPARE(QFile::permissions(path()) & (permissions | shared), permissions);
     }
 
+    void filesAreForTheUserAlone()
+    {
+        const auto shared = QFile::ReadGroup | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
+        const auto isPrivate = [&](const QString& name) {
+            return (QFile::permissions(name) & shared) == QFile::Permissions();
+        };
+        const auto folder = m_scratch->path(u"new/folder"_s);
+        QVERIFY(writeDurably(folder + u"/file"_s, examText, FileOperations()));
+        QVERIFY(isPrivate(folder + u"/file"_s) && isPrivate(folder));
+        QVERIFY(isPrivate(m_scratch->path(u"new"_s)));
+
+        put("old");
+        for (const auto& name : { folder, path() })
+            QVERIFY(QFile::setPermissions(name, QFile::permissions(name) | shared));
+        QVERIFY(!DataDirectory(*m_scratch).prepare());
+        QVERIFY(isPrivate(folder) && isPrivate(path()));
+    }
+
     void whatACrashLeftBehindIsOverwritten()
     {
         m_scratch->write(u".exams.json.partial"_s, QByteArray(9000, 'x'));
