@@ -88,6 +88,12 @@ TimePoint PresenceLogic::startOfTomorrow(TimePoint now, const Calendar& calendar
     return TimePoint(std::chrono::milliseconds(start.toMSecsSinceEpoch()));
 }
 
+std::optional<TimePoint> PresenceLogic::endOfPause(const AppSettings& settings, bool isPaused)
+{
+    const auto hasEnd = isPaused && !settings.pausedIndefinitely;
+    return hasEnd ? settings.pausedUntil : std::nullopt;
+}
+
 std::optional<TimePoint> PresenceLogic::pauseEnd(
     PauseLength length, TimePoint now, const Calendar& calendar)
 {

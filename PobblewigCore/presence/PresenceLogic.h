@@ -21,6 +21,9 @@ QString inWords(const PresenceState& state, TimePoint now, const Calendar& calen
 
 TimePoint startOfTomorrow(TimePoint now, const Calendar& calendar);
 
+/// Returns nothing without a pause, or if it lasts until the user ends it.
+std::optional<TimePoint> endOfPause(const AppSettings& settings, bool isPaused);
+
 /// Returns nothing if the pause lasts until the user ends it.
 std::optional<TimePoint> pauseEnd(PauseLength length, TimePoint now, const Calendar& calendar);
 

@@ -91,7 +91,7 @@ PresenceState DesktopPresence::currentState() const
         .mode = settings.mode,
         .modeRevertAt = settings.modeRevertAt,
         .isPaused = isPaused,
-        .pausedUntil = isPaused ? settings.pausedUntil : std::nullopt,
+        .pausedUntil = PresenceLogic::endOfPause(settings, isPaused),
         .activity = m_activity,
     };
 }

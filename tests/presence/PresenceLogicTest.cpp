@@ -66,6 +66,15 @@ private Q_SLOTS:
         QTEST(PresenceLogic::inWords(state, m_now, m_calendar), "words");
     }
 
+    void aPauseWithoutEndHasNone()
+    {
+        AppSettings settings { .pausedUntil = m_now };
+        QVERIFY(PresenceLogic::endOfPause(settings, true) == m_now);
+        QVERIFY(!PresenceLogic::endOfPause(settings, false));
+        settings.pausedIndefinitely = true;
+        QVERIFY(!PresenceLogic::endOfPause(settings, true));
+    }
+
     void aHotKeyTakesNoKeyThatPeopleTypeWith()
     {
         const auto isUsable = [](const QString& keys) {
