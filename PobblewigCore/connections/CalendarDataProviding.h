@@ -34,6 +34,8 @@ struct ReminderDTO {
     std::optional<QString> listName = std::nullopt;
     std::optional<QString> notes = std::nullopt;
     bool isCompleted = false;
+    /// Due on that day, at no particular time.
+    bool isAllDay = false;
 
     bool operator==(const ReminderDTO&) const = default;
 };

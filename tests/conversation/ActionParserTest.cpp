@@ -141,20 +141,28 @@ private Q_SLOTS:
             "settingsChange m-scheme: color scheme → brown "
             "{'key':'mascotColorScheme','value':'brown'}");
         row("propose_reminder", "'proposalId':'r','title':'Call\\r\\nDavis\\t\\u0000now','due':5",
-            "reminder r: Call Davis now {'title':'Call Davis now'}");
+            "reminder r: Call Davis now {'allDay':false,'title':'Call Davis now'}");
         row("propose_reminder ", "'proposalId':'r','title':'A','due':'2026-03-01','notes':[]",
-            "reminder r: A {'title':'A'}");
+            "reminder r: A {'allDay':true,'due':'2026-02-28T23:00:00Z','title':'A'}");
         row("propose_reminder  ", "'proposalId':'r','title':' \\n '", "");
         row("propose_calendar_event",
             "'proposalId':'e','title':'A','start':'2026-07-28T15:00:00.5','end':'soon',"
             "'notes':'a\\nb','calendarName':'Work'",
-            "calendarEvent e: A {'calendarName':'Work','notes':'a\\nb',"
+            "calendarEvent e: A {'allDay':false,'calendarName':'Work',"
+            "'notes':'a\\nb',"
             "'start':'2026-07-28T13:00:00Z','title':'A'}");
         row("propose_calendar_event ",
             "'proposalId':'e','title':'A','start':'2026-03-29T02:30:00','end':'2026-03-29T04:00:"
             "00Z'",
-            "calendarEvent e: A {'end':'2026-03-29T04:00:00Z',"
+            "calendarEvent e: A {'allDay':false,'end':'2026-03-29T04:00:00Z',"
             "'start':'2026-03-29T01:30:00Z','title':'A'}");
+        row("propose_calendar_event   ",
+            "'proposalId':'e','title':'A','start':'2026-07-28 15:00','end':'2026-07-28T14:00'",
+            "calendarEvent e: A {'allDay':false,'start':'2026-07-28T13:00:00Z','title':'A'}");
+        row("propose_calendar_event    ",
+            "'proposalId':'e','title':'A','start':'2026-07-28','end':'2026-07-29'",
+            "calendarEvent e: A {'allDay':true,'end':'2026-07-28T22:00:00Z',"
+            "'start':'2026-07-27T22:00:00Z','title':'A'}");
         row("propose_calendar_event  ", "'proposalId':'e','title':'A','start':'tomorrow'", "");
         row("forget_memory", "'proposalId':'f','target':'note','id':'1a2b3c4d'",
             "forgetMemory f: forget note 1a2b3c4d "

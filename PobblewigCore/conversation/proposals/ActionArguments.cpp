@@ -92,10 +92,15 @@ std::optional<int> ActionArguments::integer(
     return m_values.integer(name, lowerBound, upperBound);
 }
 
-std::optional<TimePoint> ActionArguments::date(const QString& name, const Calendar& calendar) const
+std::optional<GivenTime> ActionArguments::date(const QString& name, const Calendar& calendar) const
 {
     const auto text = line(name);
-    return text ? ISO8601::instant(*text, calendar) : std::nullopt;
+    if (!text)
+        return std::nullopt;
+    if (const auto time = ISO8601::instant(*text, calendar))
+        return GivenTime { *time };
+    const auto start = ISO8601::instant(*text + QStringLiteral("T00:00"), calendar);
+    return start ? std::optional(GivenTime { *start, true }) : std::nullopt;
 }
 
 std::optional<ActionArguments> ActionArguments::nested(const QString& name) const

@@ -5,6 +5,13 @@
 
 namespace pobblewig {
 
+/// A time that a model gives.
+struct GivenTime {
+    TimePoint time;
+    /// The model named a day only, which begins at `time`.
+    bool isDay = false;
+};
+
 /// A model's arguments of an action, limited to what the program can keep and show: a line that is
 /// too long counts as absent, other values are cut.
 class ActionArguments {
@@ -26,7 +33,7 @@ public:
     std::vector<QString> conditions(const QString& name) const;
     std::optional<QString> notes() const;
     std::optional<int> integer(const QString& name, int lowerBound, int upperBound) const;
-    std::optional<TimePoint> date(const QString& name, const Calendar& calendar) const;
+    std::optional<GivenTime> date(const QString& name, const Calendar& calendar) const;
 
     /// A nested object of arguments.
     std::optional<ActionArguments> nested(const QString& name) const;

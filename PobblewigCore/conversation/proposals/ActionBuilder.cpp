@@ -83,13 +83,16 @@ Actions ActionBuilder::proposedCalendarEvent(const Request& request)
     const auto start = request.date(QStringLiteral("start"));
     if (!made || !title || !start)
         return {};
+    const auto end = request.date(QStringLiteral("end"));
+    const auto endsLater = end && end->time >= start->time;
     made->name = *title;
     made->event = ProposedCalendarEvent {
         .title = *title,
-        .start = *start,
-        .end = request.date(QStringLiteral("end")),
+        .start = start->time,
+        .end = endsLater ? std::optional(end->time) : std::nullopt,
         .notes = request.arguments.notes(),
         .calendarName = request.line(QStringLiteral("calendarName")),
+        .allDay = start->isDay,
     };
     return { *std::move(made) };
 }
@@ -100,11 +103,13 @@ Actions ActionBuilder::proposedReminder(const Request& request)
     const auto title = request.line(QStringLiteral("title"));
     if (!made || !title)
         return {};
+    const auto due = request.date(QStringLiteral("due"));
     made->name = *title;
     made->reminder = ProposedReminder {
         .title = *title,
-        .due = request.date(QStringLiteral("due")),
+        .due = due ? std::optional(due->time) : std::nullopt,
         .notes = request.arguments.notes(),
+        .allDay = due && due->isDay,
     };
     return { *std::move(made) };
 }

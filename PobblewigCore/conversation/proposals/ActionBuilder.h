@@ -23,7 +23,7 @@ struct Request {
     Origin origin = Origin::block;
 
     std::optional<QString> line(const QString& name) const { return arguments.line(name); }
-    std::optional<TimePoint> date(const QString& name) const
+    std::optional<GivenTime> date(const QString& name) const
     {
         return arguments.date(name, calendar);
     }

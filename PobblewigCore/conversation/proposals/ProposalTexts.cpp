@@ -64,17 +64,16 @@ void add(Lines& lines, const QString& label, const QString& text)
         lines.append(QStringLiteral("%1: %2").arg(label, text));
 }
 
-QString span(TimePoint start, const std::optional<TimePoint>& end, const Calendar& calendar)
+QString span(const ProposedCalendarEvent& event, const Calendar& calendar)
 {
-    auto text = calendar.moment(start);
-    if (!end)
+    const auto text = ProposalTexts::when(event.start, event.allDay, calendar);
+    const auto isSameDay = event.end && calendar.day(*event.end) == calendar.day(event.start);
+    if (!event.end || (event.allDay && isSameDay))
         return text;
-    const auto time = calendar.dateTime(*end).time();
-    const auto isSameDay = calendar.day(*end) == calendar.day(start);
-    text += QStringLiteral(" – ");
-    text +=
-        isSameDay ? calendar.locale.toString(time, QLocale::ShortFormat) : calendar.moment(*end);
-    return text;
+    const auto time = calendar.dateTime(*event.end).time();
+    return text + QStringLiteral(" – ")
+        + (isSameDay ? calendar.locale.toString(time, QLocale::ShortFormat)
+                     : ProposalTexts::when(*event.end, event.allDay, calendar));
 }
 
 QString notes(const std::optional<QString>& text)
@@ -84,7 +83,7 @@ QString notes(const std::optional<QString>& text)
 
 Lines eventLines(const ProposedCalendarEvent& event, const Calendar& calendar)
 {
-    Lines lines { titled(event.title), span(event.start, event.end, calendar) };
+    Lines lines { titled(event.title), span(event, calendar) };
     add(lines, Texts::tr("Calendar"),
         embedded(event.calendarName.value_or(QString()), entryLength));
     add(lines, Texts::tr("Notes"), notes(event.notes));
@@ -93,8 +92,8 @@ Lines eventLines(const ProposedCalendarEvent& event, const Calendar& calendar)
 
 Lines reminderLines(const ProposedReminder& reminder, const Calendar& calendar)
 {
-    const auto due =
-        reminder.due ? calendar.moment(*reminder.due) : Texts::tr("at no particular time");
+    const auto due = reminder.due ? ProposalTexts::when(*reminder.due, reminder.allDay, calendar)
+                                  : Texts::tr("at no particular time");
     Lines lines { titled(reminder.title) };
     add(lines, Texts::tr("Due"), due);
     add(lines, Texts::tr("Notes"), notes(reminder.notes));
@@ -219,6 +218,12 @@ ProposalWords ProposalTexts::words(
     if (words.lines.isEmpty())
         words.lines.append(name(proposal));
     return words;
+}
+
+QString ProposalTexts::when(TimePoint time, bool isDay, const Calendar& calendar)
+{
+    return isDay ? calendar.locale.toString(calendar.day(time), QLocale::LongFormat)
+                 : calendar.moment(time);
 }
 
 QString ProposalTexts::name(const RuleProposal& proposal)

@@ -25,6 +25,9 @@ namespace ProposalTexts {
 ProposalWords words(
     const RuleProposal& proposal, const AppSettings& settings, const Calendar& calendar);
 
+/// A moment, or only its day.
+QString when(TimePoint time, bool isDay, const Calendar& calendar);
+
 /// The proposal's own name, treated the same way.
 QString name(const RuleProposal& proposal);
 

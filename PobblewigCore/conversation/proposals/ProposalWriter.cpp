@@ -1,6 +1,7 @@
 #include "conversation/proposals/ProposalWriter.h"
 
 #include "conversation/proposals/MemoryForgetter.h"
+#include "conversation/proposals/ProposalTexts.h"
 #include "conversation/proposals/SelfChangeNote.h"
 #include "settings/SettingsWriteLogic.h"
 
@@ -45,14 +46,14 @@ auto ProposalWriter::addReminder(RuleProposal proposal) -> Task<Result>
 {
     if (!proposal.reminder)
         co_return unsupported(QStringLiteral("missing reminder payload"));
-    const auto& [title, due, notes] = *proposal.reminder;
+    const auto& [title, due, notes, allDay] = *proposal.reminder;
     const auto saved = co_await m_calendarProvider.saveReminder(
-        { .title = title, .dueDate = due, .notes = notes });
+        { .title = title, .dueDate = due, .notes = notes, .isAllDay = allDay });
     if (!saved)
         co_return tl::unexpected(saved.error());
     auto text = QStringLiteral("Added reminder '%1'").arg(title);
     if (due)
-        text += QStringLiteral(" due ") + m_moment.calendar().moment(*due);
+        text += QStringLiteral(" due ") + ProposalTexts::when(*due, allDay, m_moment.calendar());
     co_return Outcome { std::move(text) };
 }
 
@@ -65,11 +66,14 @@ auto ProposalWriter::addEvent(RuleProposal proposal) -> Task<Result>
         .startDate = event.start,
         .endDate = event.end,
         .calendarName = event.calendarName,
-        .notes = event.notes });
+        .notes = event.notes,
+        .isAllDay = event.allDay });
     if (!saved)
         co_return tl::unexpected(saved.error());
-    co_return Outcome { QStringLiteral("Added '%1' to your calendar for %2")
-                            .arg(event.title, m_moment.calendar().moment(event.start)) };
+    co_return Outcome {
+        QStringLiteral("Added '%1' to your calendar for %2")
+            .arg(event.title, ProposalTexts::when(event.start, event.allDay, m_moment.calendar()))
+    };
 }
 
 auto ProposalWriter::changeSetting(const RuleProposal& proposal) -> Result

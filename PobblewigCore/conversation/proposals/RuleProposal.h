@@ -11,6 +11,7 @@ struct ProposedCalendarEvent {
     std::optional<TimePoint> end = std::nullopt;
     std::optional<QString> notes = std::nullopt;
     std::optional<QString> calendarName = std::nullopt;
+    bool allDay = false;
 
     bool operator==(const ProposedCalendarEvent&) const = default;
 
@@ -20,7 +21,7 @@ struct ProposedCalendarEvent {
         using T = ProposedCalendarEvent;
         return std::tuple { required("title", &T::title), required("start", &T::start),
             optional("end", &T::end), optional("notes", &T::notes),
-            optional("calendarName", &T::calendarName) };
+            optional("calendarName", &T::calendarName), defaulted("allDay", &T::allDay) };
     }
 };
 
@@ -28,6 +29,8 @@ struct ProposedReminder {
     QString title;
     std::optional<TimePoint> due = std::nullopt;
     std::optional<QString> notes = std::nullopt;
+    /// Due on that day, at no particular time.
+    bool allDay = false;
 
     bool operator==(const ProposedReminder&) const = default;
 
@@ -36,7 +39,7 @@ struct ProposedReminder {
         using namespace json;
         using T = ProposedReminder;
         return std::tuple { required("title", &T::title), optional("due", &T::due),
-            optional("notes", &T::notes) };
+            optional("notes", &T::notes), defaulted("allDay", &T::allDay) };
     }
 };
 

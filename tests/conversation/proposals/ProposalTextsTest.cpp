@@ -89,6 +89,12 @@ private Q_SLOTS:
             "Dentist|Monday, 2 March 2026, 00:00|Calendar: Home|Notes: Bring the card");
         row("in the last year", newEvent({ u"\u200b"_s, TimePoint(253402300799s) - 1h }),
             "Untitled|Friday, 31 December 9999, 23:59");
+        row("a day", newEvent({ dentist, start, start, {}, {}, true }),
+            "Dentist|Monday, 2 March 2026");
+        row("some days", newEvent({ dentist, start, start + 24h, {}, {}, true }),
+            "Dentist|Monday, 2 March 2026 – Tuesday, 3 March 2026");
+        row("for a day", newReminder({ dentist, start, {}, true }),
+            "Dentist|Due: Monday, 2 March 2026");
         row("a reminder", newReminder({ dentist, start }),
             "Dentist|Due: Monday, 2 March 2026, 00:00");
         row("for no time", newReminder({ dentist }), "Dentist|Due: at no particular time");
