@@ -178,10 +178,6 @@ const DemoRules& DemoLookups::rules()
         { QStringLiteral(R"(^what am i (?:doing|up to)|^what(?:'s| is) going on\b)"),
             ask(QStringLiteral("Let me look around."),
                 QStringLiteral("memory_get_active_context")) },
-        { QStringLiteral(
-              R"(^what (?:did|have) you (?:remind|nudge|message)|\byour recent (?:messages|reminders)\b)"),
-            ask(QStringLiteral("Let me see what I wrote to you."),
-                QStringLiteral("interventions_recent")) },
         { QStringLiteral(R"(^(?:list|show|what|which)\b.*\bfolders\b)"),
             ask(QStringLiteral("Let me see which folders you share."),
                 QStringLiteral("apps_list_sources")) },

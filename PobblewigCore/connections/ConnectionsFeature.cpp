@@ -8,8 +8,6 @@
 
 namespace pobblewig {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr int daysAhead = 14;
@@ -36,12 +34,6 @@ void addLine(
         lines.push_back(heading + entries.join(QStringLiteral(" | ")));
 }
 
-/// Outcomes of messages are not recorded yet.
-Task<Tool::Outcome> recentInterventions(ToolArguments)
-{
-    co_return u"(interventions unavailable)"_s;
-}
-
 } // namespace
 
 ConnectionsFeature::ConnectionsFeature(const ReferenceMemoryStore& reference, const Moment& moment)
@@ -63,19 +55,6 @@ std::vector<QString> ConnectionsFeature::situation(TimePoint now) const
     addLine(lines, QStringLiteral("Due reminders: "),
         CalendarSyncLogic::dueReminders(items, now, reminderHours, mostItems));
     return lines;
-}
-
-std::vector<Tool> ConnectionsFeature::tools()
-{
-    return { {
-        .group = Tool::Group::situation,
-        .name = u"interventions_recent"_s,
-        .description = u"Recent proactive messages — deadline reminders and daily briefings — and "
-                       "how the user responded."_s,
-        .section = Tool::Section::situation,
-        .instruction = u"interventions_recent {} — recent proactive messages and outcomes."_s,
-        .run = recentInterventions,
-    } };
 }
 
 } // namespace pobblewig

@@ -13,7 +13,6 @@ public:
     ConnectionsFeature(const ReferenceMemoryStore& reference, const Moment& moment);
 
     std::vector<QString> situation(TimePoint now) const override;
-    std::vector<Tool> tools() override;
 
 private:
     const ReferenceMemoryStore& m_reference;

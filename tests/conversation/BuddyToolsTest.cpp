@@ -92,11 +92,11 @@ private Q_SLOTS:
                 .screenCapture = yes,
                 .expanded = { u"apps_read_file"_s, u"rules_list"_s } },
             QString(memory
-                + u"describe_tool memory_get_active_context interventions_recent "
+                + u"describe_tool memory_get_active_context "
                   "screen_capture apps_read_file "_s));
         row("no memory",
             Offer { .retrieval = yes, .memory = no, .expanded = { u"memory_expand_period"_s } },
-            "describe_tool interventions_recent ");
+            "describe_tool ");
     }
     void onlyWhatThereIsIsOffered()
     {

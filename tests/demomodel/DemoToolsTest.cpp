@@ -92,7 +92,6 @@ private Q_SLOTS:
             "apps_read_file{path: todo.txt, source: notes, tailLines: 20}",
             "That did not work. The app says: \"error: refused\"");
         row("what am I doing right now?", "memory_get_active_context{}", "Result of");
-        row("what did you remind me of lately?", "interventions_recent{}", "Result of");
         row("what are my goals?",
             "describe_tool{name: memory_list_active_goals} memory_list_active_goals{}", "Result");
         row("show me the table of contents",

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "activity/RuleTools.h"
-#include "connections/ConnectionsFeature.h"
 #include "folders/FolderTools.h"
 #include "memory/recall/MemoryTools.h"
 #include "memory/recall/NativeMemoryRetrieval.h"
@@ -13,13 +12,10 @@ namespace pobblewig {
 struct ToolWorld : ScriptedStores {
     NativeMemoryRetrieval retrieval { memory, [] { return QStringLiteral("Current app: Kate"); } };
 
-    ConnectionsFeature connections { memory.reference, moment };
-
     std::vector<Tool> everyTool(Clock clock = systemNow)
     {
         auto tools = MemoryTools::tools({ retrieval, memory, std::move(clock) });
         std::ranges::move(RuleTools::tools(rules), std::back_inserter(tools));
-        std::ranges::move(connections.tools(), std::back_inserter(tools));
         std::ranges::move(FolderTools::tools(nullptr), std::back_inserter(tools));
         return tools;
     }
