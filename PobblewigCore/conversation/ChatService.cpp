@@ -238,11 +238,10 @@ Task<ChatTurn::Outcome> ChatService::requestReply(Turn turn)
 Task<ChatTurn::Input> ChatService::turnInput(Turn turn)
 {
     const auto config = co_await m.models.mainConfig();
-    const auto situation = m.situation();
     const auto lane = co_await m_router.lane(turn.image.has_value());
     co_return ChatTurn::Input {
         .prompt = { .memory = residentMemory(),
-            .situation = situation,
+            .situation = m.situation(),
             .hasImage = turn.image.has_value(),
             .toolsAvailable = tools(turn.stop).isAvailable(),
             .nativeTools = m_router.offersNativeTools(lane),

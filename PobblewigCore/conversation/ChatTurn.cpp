@@ -192,6 +192,11 @@ Task<ChatTurn::Outcome> ChatTurn::finish()
 Task<ChatTurn::Failure> ChatTurn::ask(std::vector<LLMToolDefinition> tools)
 {
     m_progress.replyBegins();
+    // The user may have switched it off during the turn.
+    if (!m_tools.isMemoryEnabled()) {
+        m_input.prompt.forgetMemory();
+        m_messages.front().content = Prompts::mainAssistant(m_input.prompt);
+    }
     auto reply = co_await m_router.streamRouted({ .messages = m_messages,
                                                     .maxTokens = m_input.maxOutputTokens,
                                                     .tools = std::move(tools),

@@ -21,7 +21,7 @@ struct Situation {
 
 namespace SituationBuilder {
 
-/// The description of the situation for the model.
+/// The description of the situation for the model. With the memory off, nothing of it is told.
 SituationSnapshot snapshot(const Situation& situation);
 
 } // namespace SituationBuilder

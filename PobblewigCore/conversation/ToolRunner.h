@@ -37,6 +37,7 @@ public:
 
     explicit ToolRunner(Dependencies dependencies);
 
+    bool isMemoryEnabled() const { return m.isMemoryEnabled(); }
     bool isAvailable() const { return m.executor || m.screenshots.isAvailable(); }
 
     /// The tools offered to a model after these deferred tools were loaded.

@@ -112,7 +112,7 @@ QString openEndsSection(const SituationSnapshot& situation)
         text += u"\n\nUnresolved intent from recent days (still open — follow up naturally when "
                 u"relevant):\n"
             % situation.unfinishedIntent;
-    if (!situation.canvasConnected)
+    if (situation.canvasIsMissing)
         text += canvasHint;
     return text;
 }
@@ -141,6 +141,14 @@ QString clockSection(const MainAssistantPrompt& prompt)
 }
 
 } // namespace
+
+void MainAssistantPrompt::forgetMemory()
+{
+    memory.clear();
+    situation.referenceTOC.clear();
+    situation.chronologicalIndex.clear();
+    situation.unfinishedIntent.clear();
+}
 
 QString Prompts::mainAssistant(const MainAssistantPrompt& prompt)
 {

@@ -19,6 +19,9 @@ struct MainAssistantPrompt {
     ToolLines tools = {};
     TimePoint now;
     PlatformWording wording;
+
+    /// Takes out what comes from the user's memory.
+    void forgetMemory();
 };
 
 namespace Prompts {

@@ -26,7 +26,8 @@ struct SituationSnapshot {
     QString sessionInfo = {};
     /// What the last days left unfinished.
     QString unfinishedIntent = {};
-    bool canvasConnected = false;
+    /// The user could connect Canvas, but has not done so.
+    bool canvasIsMissing = false;
 };
 
 } // namespace pobblewig

@@ -129,6 +129,27 @@ private Q_SLOTS:
             u"apps_list_sources is now available — call it in your next step. It does: "));
     }
 
+    void aMemoryThatIsSwitchedOffDuringATurnIsOutOfIt()
+    {
+        m->memory.sessions.ensureActiveSession(m->time, Calendar());
+        m->memory.notes.addNote({ .text = u"Likes green tea"_s }, TimePoint());
+        auto request = findingNotes();
+        request.isHeld = true;
+        m->model.enqueue(std::move(request));
+        m->model.enqueue(u"No idea."_s);
+        m->chat.submit(u"tea?"_s);
+        QTRY_COMPARE(m->model.requests().size(), 1u);
+        QVERIFY(m->model.requests()[0].messages.front().content.contains(u"green tea"));
+        m->setMemoryEnabled(false);
+        m->model.release();
+        m->finishTurn();
+        const auto& last = m->model.requests().back();
+        QCOMPARE(tail(last, 1).front(), u"error: memory tools unavailable");
+        QVERIFY(!last.messages.front().content.contains(u"green tea"));
+        QVERIFY(!toolNames(last).contains(u"memory_find_notes"));
+        QVERIFY(!m->chat.messages().back().sessionID);
+    }
+
     void withTheMemoryOffNothingOfItIsOffered()
     {
         m->setMemoryEnabled(false);

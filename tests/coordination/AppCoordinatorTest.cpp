@@ -1,4 +1,5 @@
 #include "coordination/World.h"
+#include "conversation/SituationBuilder.h"
 #include "memory/librarian/RolloverLogic.h"
 #include "support/TableRow.h"
 
@@ -93,6 +94,7 @@ private Q_SLOTS:
         (*m)->modes().pauseObservation(std::nullopt);
         m->ask(u"hello"_s);
         const QStringList expected {
+            u"The user's local time: Sunday, 1 March 2026, "_s,
             u"Your current desktop form: axolotl (pink color scheme) — "_s,
             u"Your settings (yours to change with update_settings when the user asks; the user "
             u"confirms each change): mode openEnded; roles [accountabilityPartner, tutor] — "_s,
@@ -112,16 +114,34 @@ private Q_SLOTS:
                 at, lines.end(), [&](const auto& line) { return line.startsWith(beginning); });
             QVERIFY2(at != lines.end(), qPrintable(beginning));
         }
+        QVERIFY(!m->prompt().contains(u"table of contents (you always see this"));
+    }
+
+    void theClockIsTheUsersOwn_data()
+    {
+        columns<QByteArray, QString>("zone", "clock");
+        row("east", QByteArray("Europe/Berlin"), "09:15 (Europe/Berlin, UTC+01:00)");
+        row("west", QByteArray("America/St_Johns"), "04:45 (America/St_Johns, UTC-03:30)");
+    }
+    void theClockIsTheUsersOwn()
+    {
+        QFETCH(QByteArray, zone);
+        QFETCH(QString, clock);
+        const auto snapshot = SituationBuilder::snapshot({ .settings = {},
+            .memory = (*m)->memory(),
+            .now = World::morning,
+            .calendar = { QTimeZone(zone) } });
+        QVERIFY2(snapshot.summary.endsWith(clock), qPrintable(snapshot.summary));
     }
 
     void everyFeaturesToolsCanBeCalled()
     {
         for (const auto& name : { u"memory_find_notes"_s, u"memory_get_active_context"_s,
-                 u"rules_list"_s, u"interventions_recent"_s, u"apps_list_sources"_s }) {
+                 u"rules_list"_s, u"apps_list_sources"_s }) {
             const auto result = awaited((*m)->toolExecutor().execute({ name, {} }));
             QVERIFY2(result.ok, qPrintable(result.text));
         }
-        QCOMPARE((*m)->diagnostics().totalToolCalls, 5);
+        QCOMPARE((*m)->diagnostics().totalToolCalls, 4);
     }
 
     void aTermGoesFromDayToDay()
@@ -147,6 +167,9 @@ private Q_SLOTS:
         m->ask(u"Good morning"_s);
         QVERIFY(m->prompt().contains(u"the essay") && !m->prompt().contains(u"the moon"));
         QCOMPARE(m->state<MemorySnapshot>().activeDailySession->turnCount, 1);
+        (*m)->updateSettings([](auto& settings) { settings.memoryEnabled = false; });
+        m->ask(u"And now?"_s);
+        QVERIFY(!m->prompt().contains(u"the essay") && !m->prompt().contains(u"Wrote."));
     }
 
     void aDayThatACrashCutOffIsClosedAtTheStart()

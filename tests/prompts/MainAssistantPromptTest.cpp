@@ -22,7 +22,7 @@ const QString between = u"\n\n===== In front of the user's text =====\n\n"_s;
 MainAssistantPrompt emptyPrompt()
 {
     return {
-        .situation = { .summary = u"No active app session right now."_s, .canvasConnected = true },
+        .situation = { .summary = u"No active app session right now."_s },
         .now = *ISO8601::parse(u"2026-03-01T08:15:00Z"),
         .wording = PlatformWording::linuxDesktop,
     };
@@ -41,6 +41,7 @@ MainAssistantPrompt fullPrompt()
         .chronologicalIndex = u"- [id:0A1B2C3D] day 2026-02-28: Wrote the draft."_s,
         .sessionInfo = u"Day 2026-03-01, session started 08:02, 3 turns today."_s,
         .unfinishedIntent = u"- Ask Professor Davis for an extension."_s,
+        .canvasIsMissing = true,
     };
     prompt.hasImage = true;
     return prompt;
