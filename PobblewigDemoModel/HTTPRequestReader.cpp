@@ -65,7 +65,7 @@ tl::expected<void, RequestRefusal> HTTPRequestReader::readHead(const QByteArray&
     for (const auto& line : lines.mid(1)) {
         const auto name = line.first(qMax(line.indexOf(':'), 0));
         if (const auto read = readField(name.toLower(), line.mid(name.size() + 1).trimmed()); !read)
-            return read;
+            return tl::unexpected(read.error());
     }
     if (!m_hasHost)
         return refusal(400, QStringLiteral("no Host is named"));
