@@ -57,6 +57,16 @@ QString managedModelID(Lane lane, const MarketConfig& market)
     Q_UNREACHABLE();
 }
 
+bool isLibrarian(ModelUse use)
+{
+    return LaneLogic::managedLane(use) == Lane::librarian;
+}
+
+std::optional<QString> ownModelID(ModelUse use, const Environment& environment)
+{
+    return variable(environment, variableName(isLibrarian(use) ? ModelUse::librarian : use, u"ID"));
+}
+
 } // namespace
 
 QString LaneLogic::keyVariable(ModelUse use)
@@ -83,12 +93,30 @@ ProviderRouting::Lane LaneLogic::managedLane(ModelUse use)
     Q_UNREACHABLE();
 }
 
-QString LaneLogic::modelID(ModelUse use, const Environment& environment)
+bool LaneLogic::namesModel(ModelUse use, const Environment& environment)
 {
-    const bool isLibrarian = managedLane(use) == Lane::librarian;
-    const auto name = variableName(isLibrarian ? ModelUse::librarian : use, u"ID");
-    const auto usual = isLibrarian ? QStringLiteral("deepseek-ai/DeepSeek-V4-Flash") : QString();
-    return variable(environment, name).value_or(usual);
+    return ownModelID(use, environment)
+        || (isLibrarian(use) && ownModelID(ModelUse::main, environment));
+}
+
+QString LaneLogic::modelID(ModelUse use, ModelUse keyOwner, const Environment& environment)
+{
+    if (const auto own = ownModelID(use, environment))
+        return *own;
+    if (!isLibrarian(use))
+        return {};
+    const auto mainModel = ownModelID(ModelUse::main, environment);
+    return keyOwner == ModelUse::main && mainModel
+        ? *mainModel
+        : QStringLiteral("deepseek-ai/DeepSeek-V4-Flash");
+}
+
+int LaneLogic::maxOutputTokens(ModelUse use, const Environment& environment, int usual)
+{
+    constexpr int most = 1'000'000;
+    const auto given = variable(environment, variableName(use, u"MAX_OUTPUT_TOKENS"));
+    const auto tokens = given.value_or(QString()).toInt();
+    return tokens > 0 && tokens <= most ? tokens : usual;
 }
 
 QString LaneLogic::provider(
@@ -103,17 +131,19 @@ QString LaneLogic::baseURL(
 {
     auto mainURL = variable(environment, variableName(ModelUse::main, u"BASE_URL"))
                        .value_or(market.defaultVendorBaseUrl);
-    auto ownURL = variable(environment, variableName(use, u"BASE_URL")).value_or(mainURL);
-    if (keyOwner == use || haveSameOrigin(ownURL, mainURL))
-        return ownURL;
-    return mainURL;
+    const auto ownURL = variable(environment, variableName(use, u"BASE_URL"));
+    if (keyOwner == use)
+        return ownURL.value_or(market.defaultVendorBaseUrl);
+    return ownURL && haveSameOrigin(*ownURL, mainURL) ? *ownURL : mainURL;
 }
 
 std::optional<LLMConfiguration> LaneLogic::directConfiguration(ModelUse use,
     const std::optional<LaneKey>& key, const Environment& environment, const MarketConfig& market)
 {
-    const auto model = modelID(use, environment);
-    if (!key || key->key.isEmpty() || model.isEmpty())
+    if (!key || key->key.isEmpty())
+        return std::nullopt;
+    const auto model = modelID(use, key->owner, environment);
+    if (model.isEmpty())
         return std::nullopt;
     const auto url = serverURL(baseURL(use, key->owner, environment, market));
     if (!url)

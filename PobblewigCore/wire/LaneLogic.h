@@ -25,14 +25,23 @@ QString keyAccount(ModelUse use);
 
 ProviderRouting::Lane managedLane(ModelUse use);
 
-/// Empty if the environment names no model and the use has no default.
-QString modelID(ModelUse use, const Environment& environment);
+/// Whether the environment names a model that the use may get. A keyring can ask the user for a
+/// password, so that it is opened only then.
+bool namesModel(ModelUse use, const Environment& environment);
+
+/// The model for a key of that owner. A librarian without a model of its own uses the main model
+/// where it borrows the main key, and thereby the main server. Empty if there is none.
+QString modelID(ModelUse use, ModelUse keyOwner, const Environment& environment);
+
+/// The length limit of a reply in tokens. `usual` unless the environment gives a sensible number.
+int maxOutputTokens(ModelUse use, const Environment& environment, int usual);
 
 /// Used as a label only.
 QString provider(ModelUse use, const Environment& environment, const MarketConfig& market);
 
 /// The server for a key of that owner. A key is sent only to the server that it belongs to: a use
-/// that borrows the main key is served by the main server.
+/// that borrows the main key is served by the main server, and an own key without an own server
+/// belongs to the default vendor.
 QString baseURL(
     ModelUse use, ModelUse keyOwner, const Environment& environment, const MarketConfig& market);
 

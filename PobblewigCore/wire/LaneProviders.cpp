@@ -33,6 +33,11 @@ Task<MainModelConfig> LaneProviders::mainConfig()
     return m_lanes.resolvedMainModel(m_environment());
 }
 
+Task<MainModelConfig> LaneProviders::visionConfig()
+{
+    return m_lanes.resolvedVisionModel(m_environment());
+}
+
 Task<LibrarianModelConfig> LaneProviders::librarianConfig()
 {
     return m_lanes.resolvedLibrarianModel(m_environment());

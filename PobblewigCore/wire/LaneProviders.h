@@ -17,6 +17,7 @@ public:
 
     Task<std::unique_ptr<LLMProvider>> makeProvider(ModelUse use) override;
     Task<MainModelConfig> mainConfig() override;
+    Task<MainModelConfig> visionConfig() override;
     Task<LibrarianModelConfig> librarianConfig() override;
 
 private:

@@ -14,6 +14,8 @@ auto ModelLanes::configuration(ModelUse use, Environment environment)
     const auto managed = co_await managedConfiguration(LaneLogic::managedLane(use), environment);
     if (managed)
         co_return managed;
+    if (LaneLogic::modelID(use, use, environment).isEmpty())
+        co_return std::nullopt;
     const auto key = co_await laneKey(use, environment);
     co_return LaneLogic::directConfiguration(use, key, environment, m_market);
 }
@@ -87,15 +89,20 @@ Task<LibrarianModelConfig> ModelLanes::resolvedMemeModel(Environment environment
 
 auto ModelLanes::laneKey(ModelUse use, Environment environment) -> Task<std::optional<LaneKey>>
 {
-    if (const auto key = variable(environment, LaneLogic::keyVariable(use)))
-        co_return LaneKey { *key, use };
-    const auto key = co_await kept(LaneLogic::keyAccount(use));
-    if (key)
-        co_return LaneKey { *key, use };
-    if (use == ModelUse::main)
-        co_return std::nullopt;
-    const auto mainKey = co_await laneKey(ModelUse::main, environment);
-    co_return mainKey;
+    const auto mayAskKeyring = LaneLogic::namesModel(use, environment);
+    std::vector<ModelUse> owners { use };
+    if (use != ModelUse::main)
+        owners.push_back(ModelUse::main);
+    for (const auto owner : owners) {
+        if (const auto key = variable(environment, LaneLogic::keyVariable(owner)))
+            co_return LaneKey { *key, owner };
+        if (!mayAskKeyring)
+            continue;
+        const auto key = co_await kept(LaneLogic::keyAccount(owner));
+        if (key)
+            co_return LaneKey { *key, owner };
+    }
+    co_return std::nullopt;
 }
 
 auto ModelLanes::apiKey(ModelUse use, Environment environment) -> Task<Text>
@@ -104,30 +111,33 @@ auto ModelLanes::apiKey(ModelUse use, Environment environment) -> Task<Text>
     co_return found ? Text(found->key) : std::nullopt;
 }
 
-Task<QString> ModelLanes::baseURL(ModelUse use, Environment environment)
+Task<ModelUse> ModelLanes::keyOwner(ModelUse use, Environment environment)
 {
     const auto key = co_await laneKey(use, environment);
-    const auto owner = key ? key->owner : use;
-    co_return LaneLogic::baseURL(use, owner, environment, m_market);
+    co_return key ? key->owner : use;
 }
 
 Task<MainModelConfig> ModelLanes::mainModel(ModelUse use, Environment environment)
 {
-    const auto url = co_await baseURL(use, environment);
-    co_return MainModelConfig {
+    const auto owner = co_await keyOwner(use, environment);
+    MainModelConfig config {
         .provider = LaneLogic::provider(use, environment, m_market),
-        .baseURL = url,
-        .modelID = LaneLogic::modelID(use, environment),
+        .baseURL = LaneLogic::baseURL(use, owner, environment, m_market),
+        .modelID = LaneLogic::modelID(use, owner, environment),
     };
+    config.maxOutputTokens = LaneLogic::maxOutputTokens(use, environment, config.maxOutputTokens);
+    co_return config;
 }
 
 Task<LibrarianModelConfig> ModelLanes::librarianModel(ModelUse use, Environment environment)
 {
-    const auto url = co_await baseURL(use, environment);
-    co_return LibrarianModelConfig {
-        .baseURL = url,
-        .modelID = LaneLogic::modelID(use, environment),
+    const auto owner = co_await keyOwner(use, environment);
+    LibrarianModelConfig config {
+        .baseURL = LaneLogic::baseURL(use, owner, environment, m_market),
+        .modelID = LaneLogic::modelID(use, owner, environment),
     };
+    config.maxOutputTokens = LaneLogic::maxOutputTokens(use, environment, config.maxOutputTokens);
+    co_return config;
 }
 
 auto ModelLanes::kept(QString account) -> Task<Text>

@@ -23,7 +23,8 @@ public:
     /// POBBLEWIG_CLOUD_CREDENTIAL, else the keyring's, else the session of a signed-in user.
     Task<Text> cloudCredential(Environment environment);
 
-    /// The use's own key, from the environment, else the keyring, else the main model's key.
+    /// The use's own key, from the environment, else the keyring, else the main model's key. The
+    /// keyring is asked only if the environment names a model.
     Task<Text> mainAPIKey(Environment environment);
     Task<Text> visionAPIKey(Environment environment);
     Task<Text> librarianAPIKey(Environment environment);
@@ -38,7 +39,7 @@ public:
 private:
     Task<std::optional<LaneKey>> laneKey(ModelUse use, Environment environment);
     Task<Text> apiKey(ModelUse use, Environment environment);
-    Task<QString> baseURL(ModelUse use, Environment environment);
+    Task<ModelUse> keyOwner(ModelUse use, Environment environment);
     Task<MainModelConfig> mainModel(ModelUse use, Environment environment);
     Task<LibrarianModelConfig> librarianModel(ModelUse use, Environment environment);
     Task<Text> kept(QString account);

@@ -19,6 +19,7 @@ public:
     virtual Task<std::unique_ptr<LLMProvider>> makeProvider(ModelUse use) = 0;
 
     virtual Task<MainModelConfig> mainConfig() = 0;
+    virtual Task<MainModelConfig> visionConfig() = 0;
     virtual Task<LibrarianModelConfig> librarianConfig() = 0;
 
     /// Called with each model that is about to be used.

@@ -43,6 +43,7 @@ public:
         co_return std::make_unique<StagedModel>(m_prompter);
     }
     Task<MainModelConfig> mainConfig() override { co_return MainModelConfig(); }
+    Task<MainModelConfig> visionConfig() override { co_return MainModelConfig(); }
     Task<LibrarianModelConfig> librarianConfig() override { co_return LibrarianModelConfig(); }
 
 private:

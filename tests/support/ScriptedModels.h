@@ -11,6 +11,7 @@ struct ScriptedModels : ModelProviding {
     LLMProvider* vision = nullptr;
     LLMProvider* librarian = nullptr;
     LibrarianModelConfig librarianSettings;
+    MainModelConfig visionSettings;
 
     Task<std::unique_ptr<LLMProvider>> makeProvider(ModelUse use) override
     {
@@ -19,6 +20,7 @@ struct ScriptedModels : ModelProviding {
         return BorrowedProvider::lent(use == ModelUse::vision ? vision : librarian);
     }
     Task<MainModelConfig> mainConfig() override { co_return MainModelConfig(); }
+    Task<MainModelConfig> visionConfig() override { co_return MainModelConfig(visionSettings); }
     Task<LibrarianModelConfig> librarianConfig() override
     {
         co_return LibrarianModelConfig(librarianSettings);

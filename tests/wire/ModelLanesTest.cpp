@@ -63,6 +63,13 @@ private Q_SLOTS:
             "", "o p v@https://vendor");
         row("librarian's usual model", librarian, "MAIN_MODEL_API_KEY=k", "",
             "k vendor deepseek-ai/DeepSeek-V4-Flash@https://vendor");
+        row("a librarian with the main key", librarian, "MAIN_MODEL_API_KEY=k MAIN_MODEL_ID=m", "",
+            "k vendor m@https://vendor");
+        row("a librarian with its own key", librarian,
+            "MAIN_MODEL_API_KEY=k MAIN_MODEL_ID=m LIBRARIAN_MODEL_API_KEY=o", "",
+            "o vendor deepseek-ai/DeepSeek-V4-Flash@https://vendor");
+        row("memes with the main key", meme, "MAIN_MODEL_API_KEY=k MAIN_MODEL_ID=m", "",
+            "k vendor m@https://vendor");
         row("memes share the librarian's model", meme, "MEME_MODEL_API_KEY=o LIBRARIAN_MODEL_ID=m",
             "", "o vendor m@https://vendor");
         row("but not its key", meme, "LIBRARIAN_MODEL_API_KEY=l", "librarian-model-api-key=l",
@@ -93,6 +100,7 @@ private Q_SLOTS:
         columns<QString, QString, QString, QString>("ownKey", "mainURL", "ownURL", "used");
         row("own key, own server", "o", "https://m/v1", "https://o/v1", "https://o/v1");
         row("own key, vendor", "o", "", "", "https://vendor");
+        row("own key, not the main server", "o", "https://m/v1", "", "https://vendor");
         row("main key, main server", "", "https://m/v1", "", "https://m/v1");
         row("other host", "", "https://m/v1", "https://o/v1", "https://m/v1");
         row("other port", "", "https://m/v1", "https://m:444/v1", "https://m/v1");
@@ -120,6 +128,32 @@ private Q_SLOTS:
             QVERIFY(lane);
             QTEST(lane->baseURL.toString(), "used");
             QCOMPARE(lane->apiKey, ownKey.isEmpty() ? u"k"_s : ownKey);
+        }
+    }
+
+    void theKeyringIsLeftAloneWithoutAModel()
+    {
+        FakeKeychain keychain(variables(u"main-model-api-key=k librarian-model-api-key=l"_s));
+        ModelLanes lanes(keychain, market({}, {}));
+        for (const auto use :
+            { ModelUse::main, ModelUse::vision, ModelUse::librarian, ModelUse::meme })
+            QVERIFY(!awaited(lanes.configuration(use, {})));
+        QVERIFY(!awaited(lanes.configuration(ModelUse::vision, variables(u"MAIN_MODEL_ID=m"_s))));
+        QVERIFY(keychain.accountsRead.isEmpty());
+    }
+
+    void aLaneLimitsItsReplies()
+    {
+        FakeKeychain keychain;
+        ModelLanes lanes(keychain, market({}, {}));
+        for (const auto& [given, limit] : { std::pair("8192", 8192), { "0", 1024 }, { "-1", 1024 },
+                 { "many", 1024 }, { "1000001", 1024 }, { "", 1024 } }) {
+            const auto environment = variables(u"VISION_MODEL_MAX_OUTPUT_TOKENS="_s
+                + QLatin1String(given) + u" MEME_MODEL_MAX_OUTPUT_TOKENS=7"_s);
+            QCOMPARE(awaited(lanes.resolvedVisionModel(environment)).maxOutputTokens, limit);
+            QCOMPARE(awaited(lanes.resolvedMainModel(environment)).maxOutputTokens, 1024);
+            QCOMPARE(awaited(lanes.resolvedLibrarianModel(environment)).maxOutputTokens, 1200);
+            QCOMPARE(awaited(lanes.resolvedMemeModel(environment)).maxOutputTokens, 7);
         }
     }
 
