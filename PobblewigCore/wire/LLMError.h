@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/HTTPClient.h"
+#include "wire/ServerComplaint.h"
 
 #include <QString>
 
@@ -9,16 +10,22 @@
 namespace pobblewig {
 
 struct LLMError {
-    enum class Kind { notConfigured, http, invalidResponse };
+    enum class Kind { notConfigured, http, invalidResponse, onlyThought };
 
     static LLMError notConfigured(QString reason);
+    /// The status is 0 for an error within a reply that has none.
     static LLMError http(int status, QString body);
     static LLMError invalidResponse(QString reason);
+    /// The model has used all of its reply for thinking.
+    static LLMError onlyThought();
 
     Kind kind = Kind::notConfigured;
     int status = 0;
     /// The reason, or the response's body.
     QString text;
+
+    /// What a server complains about. An error of another kind is `plain`.
+    ServerComplaint complaint() const;
 
     /// For the user. Shows at most the first 300 characters of a body.
     QString description() const;
@@ -28,6 +35,9 @@ struct LLMError {
 using LLMFailure = std::variant<LLMError, TransportError>;
 
 QString description(const LLMFailure& failure);
+
+/// A failure of the transport is `plain`.
+ServerComplaint complaint(const LLMFailure& failure);
 
 /// For the log. Leaves out the server's text, which may quote a key or the conversation.
 QString loggable(const LLMFailure& failure);
