@@ -39,11 +39,12 @@ QJsonObject encodedImageMessage(const LLMMessage& message)
 
 QJsonObject encodedToolCall(const LLMToolCall& call)
 {
+    const auto isSendable = !call.isBroken && !call.argumentsJSON.trimmed().isEmpty();
+    const auto arguments = isSendable ? call.argumentsJSON : QStringLiteral("{}");
     QJsonObject object {
         { u"id"_s, call.id },
         { u"type"_s, u"function"_s },
-        { u"function"_s,
-            QJsonObject { { u"name"_s, call.name }, { u"arguments"_s, call.argumentsJSON } } },
+        { u"function"_s, QJsonObject { { u"name"_s, call.name }, { u"arguments"_s, arguments } } },
     };
     if (call.thoughtSignature && !call.thoughtSignature->isEmpty()) {
         const QJsonObject google { { u"thought_signature"_s, *call.thoughtSignature } };

@@ -11,7 +11,8 @@ namespace pobblewig::ChatCompletionsLogic {
 /// signed-in user replaces the credential.
 HTTPRequest applyAuth(HTTPRequest request, const LLMConfiguration& configuration);
 
-/// The arguments of tool calls are sent back exactly as the model wrote them.
+/// The arguments of tool calls are sent back exactly as the model wrote them, unless they do not
+/// parse: a server may refuse the whole conversation for those, so they become "{}".
 QJsonObject encodeMessage(const LLMMessage& message);
 
 QJsonObject buildPayload(

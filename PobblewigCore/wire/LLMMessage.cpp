@@ -6,11 +6,13 @@ namespace pobblewig {
 
 namespace {
 
-JSONValue::Object parsedArguments(const QString& text)
+/// Returns nothing for text that is not a JSON object. A blank text means no arguments.
+std::optional<JSONValue::Object> parsedArguments(const QString& text)
 {
     const auto document = QJsonDocument::fromJson(text.toUtf8());
-    const auto value = JSONValue::fromJson(document.object());
-    return *value.object();
+    if (!document.isObject() && !text.trimmed().isEmpty())
+        return std::nullopt;
+    return *JSONValue::fromJson(document.object()).object();
 }
 
 } // namespace
@@ -21,8 +23,13 @@ LLMToolCall::LLMToolCall(QString id, QString name, QString argumentsJSON,
     , name(std::move(name))
     , argumentsJSON(std::move(argumentsJSON))
     , thoughtSignature(std::move(thoughtSignature))
-    , arguments(arguments ? std::move(*arguments) : parsedArguments(this->argumentsJSON))
 {
+    auto parsed = parsedArguments(this->argumentsJSON);
+    isBroken = !parsed;
+    if (arguments)
+        this->arguments = *std::move(arguments);
+    else if (parsed)
+        this->arguments = *std::move(parsed);
 }
 
 } // namespace pobblewig

@@ -18,8 +18,8 @@ struct LLMToolDefinition {
     JSONValue::Object parameters;
 };
 
-/// A call as the model wrote it. Arguments that do not parse give an empty dictionary, not an
-/// error.
+/// A call as the model wrote it. Arguments that do not parse give an empty dictionary, and the call
+/// is broken.
 struct LLMToolCall {
     LLMToolCall() = default;
     LLMToolCall(QString id, QString name, QString argumentsJSON,
@@ -30,6 +30,8 @@ struct LLMToolCall {
     QString name;
     /// The exact text that the model streamed.
     QString argumentsJSON;
+    /// The arguments are not a JSON object, as of a call that the length limit cut off.
+    bool isBroken = false;
     std::optional<QString> thoughtSignature;
     JSONValue::Object arguments;
 };

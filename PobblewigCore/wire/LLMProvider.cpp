@@ -4,7 +4,6 @@ namespace pobblewig {
 
 namespace {
 
-constexpr qsizetype mostCharacters = 200'000;
 constexpr int mostEvents = 20'000;
 
 LLMFailure answerTooLong()
@@ -27,6 +26,8 @@ Task<tl::expected<LLMCompletion, LLMFailure>> LLMProvider::completeWithUsage(LLM
             completion.promptTokens = usage->promptTokens;
             completion.completionTokens = usage->completionTokens;
         }
+        if (const auto* end = std::get_if<LLMFinished>(&*event))
+            completion.end = *end;
         if (++events > mostEvents || completion.text.size() > mostCharacters)
             co_return tl::unexpected(answerTooLong());
     }

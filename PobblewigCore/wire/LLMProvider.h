@@ -58,7 +58,14 @@ struct LLMUsage {
     int completionTokens = 0;
 };
 
-struct LLMFinished { };
+struct LLMFinished {
+    /// The reply ended at its length limit.
+    bool isCutOff = false;
+    /// The model thought before it answered, which counts towards the limit.
+    bool hasThought = false;
+
+    bool operator==(const LLMFinished&) const = default;
+};
 
 using LLMStreamEvent = std::variant<LLMToken, LLMToolCalls, LLMUsage, LLMFinished>;
 using LLMStream = Stream<LLMStreamEvent, LLMFailure>;
@@ -67,6 +74,7 @@ struct LLMCompletion {
     QString text;
     int promptTokens = 0;
     int completionTokens = 0;
+    LLMFinished end = {};
 };
 
 /// The messages and parameters of a request to a model.
@@ -83,6 +91,12 @@ struct LLMRequest {
 /// A model behind an endpoint. Holds no state between calls and is cheap to create.
 class LLMProvider {
 public:
+    /// The longest answer that is read.
+    static constexpr qsizetype mostCharacters = 200'000;
+
+    /// How much more room a reply gets from a model that thinks.
+    static constexpr int roomForThinking = 4;
+
     virtual ~LLMProvider() = default;
 
     virtual const LLMConfiguration& configuration() const = 0;

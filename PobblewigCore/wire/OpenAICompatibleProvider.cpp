@@ -22,7 +22,7 @@ public:
     {
     }
 
-    /// Returns false at the end mark.
+    /// Returns false at the end mark, or at an error in its place.
     bool read(QByteArrayView line);
     void finish();
 
@@ -32,6 +32,8 @@ private:
 
     LLMStream::Sink m_events;
     ToolCallAccumulator m_toolCalls;
+    LLMFinished m_end;
+    std::optional<LLMError> m_error;
 };
 
 bool ReplyReader::read(QByteArrayView line)
@@ -44,7 +46,7 @@ bool ReplyReader::read(QByteArrayView line)
         return false;
     if (const auto chunk = StreamChunk::decode(payload))
         read(*chunk);
-    return true;
+    return !m_error;
 }
 
 void ReplyReader::read(const StreamChunk& chunk)
@@ -54,16 +56,18 @@ void ReplyReader::read(const StreamChunk& chunk)
         m_events.push(
             LLMUsage { usage->promptTokens.value_or(0), usage->completionTokens.value_or(0) });
     }
-    if (!chunk.choices)
-        return;
-    for (const auto& choice : *chunk.choices) {
+    for (const auto& choice : chunk.choices.value_or(std::vector<StreamChunk::Choice>())) {
         if (choice.delta)
             read(*choice.delta);
+        m_end.isCutOff |= choice.isCutOff;
     }
+    if (chunk.error)
+        m_error = LLMError::http(chunk.error->status.value_or(0), chunk.error->message);
 }
 
 void ReplyReader::read(const StreamChunk::Delta& delta)
 {
+    m_end.hasThought |= delta.hasThought;
     if (delta.content && !delta.content->isEmpty())
         m_events.push(LLMToken { *delta.content });
     if (!delta.toolCalls)
@@ -74,9 +78,13 @@ void ReplyReader::read(const StreamChunk::Delta& delta)
 
 void ReplyReader::finish()
 {
+    if (m_error) {
+        m_events.finish(*m_error);
+        return;
+    }
     if (auto calls = m_toolCalls.complete(); !calls.empty())
         m_events.push(LLMToolCalls { std::move(calls) });
-    m_events.push(LLMFinished {});
+    m_events.push(m_end);
     m_events.finish();
 }
 

@@ -21,6 +21,7 @@ public:
         return {
             .choices = records(object, "choices", &ChunkReader::choice),
             .usage = record(object, "usage", &ChunkReader::usage),
+            .error = error(object),
         };
     }
 
@@ -32,13 +33,53 @@ private:
 
     StreamChunk::Choice choice(Object object)
     {
-        return { record(object, "delta", &ChunkReader::delta) };
+        const auto reason = words(object, "finish_reason");
+        return { record(object, "delta", &ChunkReader::delta),
+            reason == "length" || reason == "max_tokens" };
+    }
+
+    // No two servers form it alike, so nothing about it is a wrong type.
+    static std::optional<StreamChunk::Error> error(Object object)
+    {
+        if (const auto message = words(object, "error"); !message.empty())
+            return StreamChunk::Error { {}, qtText(message) };
+        Object details;
+        if (object.at_key("error").get(details) != simdjson::SUCCESS || details.size() == 0)
+            return std::nullopt;
+        const auto message = words(details, "message");
+        return StreamChunk::Error {
+            .status = status(details),
+            .message = message.empty() ? QString::fromStdString(simdjson::minify(details))
+                                       : qtText(message),
+        };
+    }
+
+    static std::optional<int> status(Object error)
+    {
+        int64_t code = 0;
+        const auto isStatus =
+            error.at_key("code").get(code) == simdjson::SUCCESS && code >= 400 && code <= 599;
+        return isStatus ? std::optional(int(code)) : std::nullopt;
+    }
+
+    static QString qtText(std::string_view text)
+    {
+        return QString::fromUtf8(text.data(), qsizetype(text.size()));
+    }
+
+    /// Empty if the field is missing or of another type.
+    static std::string_view words(Object object, std::string_view key)
+    {
+        std::string_view text;
+        return object.at_key(key).get(text) == simdjson::SUCCESS ? text : std::string_view();
     }
 
     StreamChunk::Delta delta(Object object)
     {
         return {
             .content = text(object, "content"),
+            .hasThought =
+                !words(object, "reasoning_content").empty() || !words(object, "reasoning").empty(),
             .toolCalls = records(object, "tool_calls", &ChunkReader::toolCall),
         };
     }
@@ -87,9 +128,7 @@ private:
     std::optional<QString> text(Object object, std::string_view key)
     {
         const auto text = field<std::string_view>(object, key);
-        if (!text)
-            return std::nullopt;
-        return QString::fromUtf8(text->data(), qsizetype(text->size()));
+        return text ? std::optional(qtText(*text)) : std::nullopt;
     }
 
     std::optional<int> number(Object object, std::string_view key)

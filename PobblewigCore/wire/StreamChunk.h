@@ -31,18 +31,31 @@ struct ToolCallDelta {
 struct StreamChunk {
     struct Delta {
         std::optional<QString> content;
+        /// Whether the model has written a part of its thoughts.
+        bool hasThought = false;
         std::optional<std::vector<ToolCallDelta>> toolCalls;
     };
     struct Choice {
         std::optional<Delta> delta;
+        /// Whether the reply has ended at its length limit.
+        bool isCutOff = false;
     };
     struct Usage {
         std::optional<int> promptTokens;
         std::optional<int> completionTokens;
     };
 
+    /// What the server reports in place of the rest of the reply.
+    struct Error {
+        /// An HTTP status, where the server gives one.
+        std::optional<int> status;
+        /// The server's words, or the whole error as JSON if it has none.
+        QString message;
+    };
+
     std::optional<std::vector<Choice>> choices;
     std::optional<Usage> usage;
+    std::optional<Error> error;
 
     /// Returns nothing for text that is not JSON, or that has a value of the wrong type.
     static std::optional<StreamChunk> decode(QByteArrayView json);

@@ -16,6 +16,7 @@ public:
         std::optional<LLMFailure> failure = std::nullopt;
         /// Ends only after `release`; its events come at once.
         bool isHeld = false;
+        LLMFinished end = {};
     };
 
     explicit ScriptedProvider(LLMConfiguration configuration = {})
@@ -57,10 +58,10 @@ public:
         for (const auto& event : reply.events)
             sink.push(event);
         sink.setOnDrop([dropped = m_droppedStreams] { ++*dropped; });
-        const auto end = [this, sink, failure = reply.failure] {
+        const auto end = [this, sink, failure = reply.failure, finished = reply.end] {
             onReply();
             if (!failure)
-                sink.push(LLMFinished {});
+                sink.push(finished);
             sink.finish(failure);
         };
         if (reply.isHeld)

@@ -39,12 +39,16 @@ private Q_SLOTS:
             u"{'content':[{'text':'','type':'text'},{'image_url':{'url':"
             "'data:image/jpeg;base64,/9gA'},'type':'image_url'}],'role':'user'}");
         QCOMPARE(encoded({ Role::system, hi, image, {}, {} }), u"{'content':'hi','role':'system'}");
-        QCOMPARE(encoded({ .role = Role::assistant, .toolCalls = { { LLMToolCall(hi, hi, hi) } } }),
-            u"{'role':'assistant','tool_calls':[{'function':{'arguments':'hi','name':'hi'},"
-            "'id':'hi','type':'function'}]}");
+        for (const auto& [written, sent] : { std::pair(u"{ } "_s, u"{ } "_s), { hi, u"{}"_s },
+                 { u"[1]"_s, u"{}"_s }, { u" "_s, u"{}"_s } }) {
+            const auto plain = LLMToolCall(hi, hi, written);
+            QCOMPARE(encoded({ .role = Role::assistant, .toolCalls = { { plain } } }),
+                u"{'role':'assistant','tool_calls':[{'function':{'arguments':'%1','name':'hi'},"
+                "'id':'hi','type':'function'}]}"_s.arg(sent));
+        }
         QCOMPARE(encoded({ Role::assistant, hi, {}, { { call } }, {} }),
             u"{'content':'hi','role':'assistant','tool_calls':[{'extra_content':{'google':"
-            "{'thought_signature':'S'}},'function':{'arguments':'{ bad','name':'f'},"
+            "{'thought_signature':'S'}},'function':{'arguments':'{}','name':'f'},"
             "'id':'hi','type':'function'}]}");
     }
 

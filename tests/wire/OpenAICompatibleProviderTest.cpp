@@ -26,13 +26,15 @@ QString described(const LLMStreamEvent& event)
         return token->text;
     if (const auto* usage = std::get_if<LLMUsage>(&event))
         return u"%1+%2"_s.arg(usage->promptTokens).arg(usage->completionTokens);
+    if (const auto* end = std::get_if<LLMFinished>(&event))
+        return end->isCutOff ? u"cut"_s : end->hasThought ? u"thought"_s : u"."_s;
     QStringList texts;
     if (const auto* calls = std::get_if<LLMToolCalls>(&event)) {
         for (const auto& call : calls->calls)
             texts.append(call.id + u'=' + call.name + call.argumentsJSON
                 + call.thoughtSignature.value_or(QString()));
     }
-    return texts.isEmpty() ? u"."_s : texts.join(u';');
+    return texts.join(u';');
 }
 
 Task<QStringList> collected(std::shared_ptr<LLMStream> stream)
@@ -83,6 +85,20 @@ private Q_SLOTS:
             ".");
         row("escapes", token("\\ud83e\\udd98 \\n\\'\xC3\xA9"), "🦘 \n\"é|.");
         row("an empty token", token(""), ".");
+        const QByteArray end = "data: {'choices':[{'delta':{},'finish_reason':";
+        row("cut off", token("a") + end + "'length'}]}\n" + done, "a|cut");
+        row("a reason of another type", token("a") + end + "7}]}\n", "a|.");
+        row("thoughts", "data: {'choices':[{'delta':{'reasoning':'Hm'}}]}\n" + token("a"),
+            "a|thought");
+        row("an error after a token",
+            token("a") + "data: {'error':{'message':'Overloaded','code':529}}\n" + token("b"),
+            "a|API error 529: Overloaded");
+        row("an error as a text", QByteArray("data: {'error':'Out of memory'}\n"),
+            "API error: Out of memory");
+        row("an error without words", QByteArray("data: {'error':{'code':7}}\n"),
+            "API error: {\"code\":7}");
+        row("no error", "data: {'error':null,'choices':[{'delta':{'content':'a'}}]}\n" + done,
+            "a|.");
         row("usage first",
             QByteArray("data: {'choices':[{'delta':{'content':'a'}}],"
                        "'usage':{'prompt_tokens':3,'completion_tokens':4}}\n"),
