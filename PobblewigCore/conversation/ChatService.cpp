@@ -21,16 +21,15 @@ tl::unexpected<ChatError> failed(ChatError error)
     return tl::unexpected(std::move(error));
 }
 
-const LLMError* modelError(const ChatError& error)
-{
-    const auto* failure = std::get_if<LLMFailure>(&error);
-    return failure ? std::get_if<LLMError>(failure) : nullptr;
-}
-
+/// Whether the same request may succeed a moment later.
 bool isWorthRetrying(const ChatError& error)
 {
+    using Kind = LLMError::Kind;
     const auto* model = modelError(error);
-    return model && model->kind != LLMError::Kind::notConfigured;
+    if (!model || model->kind == Kind::notConfigured || model->kind == Kind::onlyThought)
+        return false;
+    const auto about = model->complaint();
+    return about == ServerComplaint::plain || about == ServerComplaint::toolsUnsupported;
 }
 
 } // namespace
@@ -42,7 +41,7 @@ ChatService::ChatService(const Stores& stores, const Moment& moment, Surrounding
     , m_moment(moment)
     , m(std::move(surroundings))
     , m_tools({}, m.wording)
-    , m_router(stores.usage, m.models)
+    , m_router(stores.usage, m.models, m.loadingPause)
     , m_screenshots(m.screen, stores.settings, m.wording)
     , m_messages(stores.history.messages())
 {
@@ -70,6 +69,17 @@ void ChatService::retryLast()
 {
     if (canRetry())
         run(AutoRetry::allowed);
+}
+
+bool ChatService::canContinue() const
+{
+    return !isInTurn() && !m_messages.empty() && m_messages.back().isCutOff();
+}
+
+void ChatService::continueReply()
+{
+    if (canContinue())
+        submit(tr("Please go on where your last message was cut off."));
 }
 
 void ChatService::cancelStreaming()
@@ -186,6 +196,7 @@ Task<ChatService::Outcome> ChatService::send(
         co_return Outcome();
 
     setLastError(std::nullopt);
+    setNotice(std::nullopt);
     enter(Phase::streaming);
     beginPreview();
     m_lastToolCalls.clear();
@@ -199,7 +210,7 @@ Task<ChatService::Outcome> ChatService::send(
     if (outcome)
         finishReply(*outcome, askedIn);
     else
-        setLastError(description(std::get<LLMFailure>(outcome.error())));
+        failReply(std::get<LLMFailure>(outcome.error()), askedIn);
     beginPreview();
     enter(nextPhase);
     if (!outcome)
@@ -237,7 +248,6 @@ Task<ChatTurn::Outcome> ChatService::requestReply(Turn turn)
 
 Task<ChatTurn::Input> ChatService::turnInput(Turn turn)
 {
-    const auto config = co_await m.models.mainConfig();
     const auto lane = co_await m_router.lane(turn.image.has_value());
     co_return ChatTurn::Input {
         .prompt = { .memory = residentMemory(),
@@ -249,7 +259,6 @@ Task<ChatTurn::Input> ChatService::turnInput(Turn turn)
             .now = m_moment.now(),
             .wording = m.wording },
         .conversation = conversation(turn),
-        .maxOutputTokens = config.maxOutputTokens,
         .actionConfirmations = m_settings.settings().actionConfirmations,
         .calendar = m_moment.calendar(),
     };
@@ -277,6 +286,8 @@ ChatTurn::Progress ChatService::progress()
         .replyBegins = [this] { beginPreview(); },
         .replyGrows = [this](const QString& token) { growPreview(token); },
         .toolsRan = [this](const auto& results) { noteTools(results); },
+        .modelLoads = [this] { noteLoading(); },
+        .oldestLeftOut = [this](size_t count) { noteLeftOut(count); },
     };
 }
 
@@ -348,8 +359,21 @@ void ChatService::finishReply(const ChatTurn::Result& result, std::optional<QUui
         .timestamp = m_moment.now(),
         .hadImage = result.tookScreenshot,
         .sessionID = isMemoryEnabled() ? askedIn : std::nullopt,
+        .cutOff = result.isCutOff ? std::optional(true) : std::nullopt,
     });
     setCaptureIndicator(std::nullopt);
+}
+
+void ChatService::failReply(const LLMFailure& failure, std::optional<QUuid> askedIn)
+{
+    const auto partial = m_preview.text().trimmed();
+    if (!partial.isEmpty()) {
+        finishReply({ .text = partial, .isCutOff = true }, askedIn);
+        // It is continued rather than asked for again.
+        m_lastRequest.reset();
+    }
+    const auto isTooLong = complaint(failure) == ServerComplaint::contextOverflow;
+    setLastError(description(failure), isTooLong ? Remedy::newSession : Remedy::retry);
 }
 
 std::optional<QUuid> ChatService::sessionID() const
@@ -369,6 +393,8 @@ void ChatService::enter(Phase phase)
 {
     const auto wasStreaming = isStreaming();
     m_phase = phase;
+    if (!isStreaming())
+        endLoading();
     if (isStreaming() != wasStreaming)
         Q_EMIT isStreamingChanged();
 }
@@ -383,6 +409,7 @@ void ChatService::beginPreview()
 
 void ChatService::growPreview(const QString& token)
 {
+    endLoading();
     m_preview.append(token);
     Q_EMIT streamingPreviewChanged();
 }
@@ -393,9 +420,42 @@ void ChatService::noteTools(const std::vector<MemoryToolResult>& results)
     m_totalToolCalls += int(results.size());
 }
 
-void ChatService::setLastError(std::optional<QString> error)
+void ChatService::noteLoading()
+{
+    m_isModelLoading = true;
+    setNotice(tr("The model is still loading. Your message waits for it."));
+}
+
+void ChatService::endLoading()
+{
+    if (std::exchange(m_isModelLoading, false))
+        setNotice(std::nullopt);
+}
+
+void ChatService::noteLeftOut(size_t count)
+{
+    const auto begin = ConversationWindow::begin(m_history.messages(), m_windowBegin);
+    for (const auto& entry : m_history.messages() | std::views::drop(begin)) {
+        if (entry.role == ChatMessage::Role::system)
+            continue;
+        m_windowBegin = entry.id;
+        if (count-- == 0)
+            break;
+    }
+    setNotice(tr("The conversation is too long for the model: it no longer sees the oldest "
+                 "messages."));
+}
+
+void ChatService::setNotice(std::optional<QString> notice)
+{
+    m_notice = std::move(notice);
+    Q_EMIT noticeChanged();
+}
+
+void ChatService::setLastError(std::optional<QString> error, Remedy remedy)
 {
     m_lastError = std::move(error);
+    m_remedy = remedy;
     Q_EMIT lastErrorChanged();
 }
 

@@ -35,10 +35,13 @@ public:
         MemoryToolExecutor* toolExecutor = nullptr;
         ScreenAccess screen = {};
         PlatformWording wording;
+        /// How long to wait before a model that is still loading is asked again.
+        std::chrono::milliseconds loadingPause = std::chrono::seconds(2);
     };
 
     enum class Screenshot { without, with };
     enum class UserMessage { record, reuseLast };
+    enum class Remedy { retry, newSession };
     using Actions = std::vector<BuddyAction>;
     using Outcome = tl::expected<Actions, ChatError>;
 
@@ -57,6 +60,16 @@ public:
 
     /// The error of the last turn, as text for the user.
     const std::optional<QString>& lastError() const { return m_lastError; }
+
+    /// What helps against that error. A conversation that is too long needs a new session.
+    Remedy remedy() const { return m_remedy; }
+
+    /// A line about the current or the last turn that is no error: that the model is still
+    /// loading, or that it did not see the oldest messages.
+    const std::optional<QString>& notice() const { return m_notice; }
+
+    /// Whether the newest message is a reply that was cut off, and no turn runs.
+    bool canContinue() const;
 
     /// A description of the screenshot while its turn runs.
     const std::optional<QString>& captureIndicator() const { return m_captureIndicator; }
@@ -78,6 +91,9 @@ public:
 
     /// Repeats the last turn without recording its user message twice.
     void retryLast();
+
+    /// Asks the model to go on with a reply that was cut off.
+    void continueReply();
     void cancelStreaming();
 
     /// Adds a message that the buddy writes by itself. It belongs to the active session, or to none
@@ -112,6 +128,7 @@ Q_SIGNALS:
     void streamingPreviewChanged();
     void isStreamingChanged();
     void lastErrorChanged();
+    void noticeChanged();
     void captureIndicatorChanged();
 
     /// (true, false) when a turn starts, (false, true) after a success, (false, false) after a
@@ -154,6 +171,8 @@ private:
     void append(ChatMessage message);
     void forgetLostTurn();
     void finishReply(const ChatTurn::Result& result, std::optional<QUuid> askedIn);
+    /// Keeps what has arrived of the reply.
+    void failReply(const LLMFailure& failure, std::optional<QUuid> askedIn);
 
     /// The active session, or nothing while the memory is off.
     std::optional<QUuid> sessionID() const;
@@ -165,7 +184,11 @@ private:
     void beginPreview();
     void growPreview(const QString& token);
     void noteTools(const std::vector<MemoryToolResult>& results);
-    void setLastError(std::optional<QString> error);
+    void noteLoading();
+    void noteLeftOut(size_t count);
+    void endLoading();
+    void setNotice(std::optional<QString> notice);
+    void setLastError(std::optional<QString> error, Remedy remedy = Remedy::retry);
     void setCaptureIndicator(std::optional<QString> indicator);
 
     const SettingsStore& m_settings;
@@ -181,11 +204,14 @@ private:
     ReplyPreview m_preview;
     Phase m_phase = Phase::idle;
     std::optional<QString> m_lastError;
+    Remedy m_remedy = Remedy::retry;
+    std::optional<QString> m_notice;
+    bool m_isModelLoading = false;
     std::optional<QString> m_captureIndicator;
     std::vector<QString> m_lastToolCalls;
     int m_totalToolCalls = 0;
 
-    /// The message with which the latest request began.
+    /// The message with which the latest request began, or begins now that older ones did not fit.
     std::optional<QUuid> m_windowBegin;
     std::optional<Request> m_lastRequest;
     /// The message of the last request, once it is in the history.

@@ -1,6 +1,7 @@
 #include "conversation/ChatTurn.h"
 
 #include "conversation/ActionParser.h"
+#include "conversation/ContextLogic.h"
 #include "conversation/proposals/ActionTools.h"
 #include "conversation/proposals/ProposalLogic.h"
 #include "foundation/Log.h"
@@ -186,22 +187,18 @@ Task<ChatTurn::Outcome> ChatTurn::finish()
         .text = parsed.displayText.isEmpty() ? QString::fromUtf8(tangledUp) : parsed.displayText,
         .actions = ProposalLogic::dedupedActions(std::move(m_actions)),
         .tookScreenshot = m_tools.toolScreenshot().has_value(),
+        .isCutOff = m_reply.end.isCutOff && !parsed.displayText.isEmpty(),
     };
 }
 
 Task<ChatTurn::Failure> ChatTurn::ask(std::vector<LLMToolDefinition> tools)
 {
-    m_progress.replyBegins();
-    // The user may have switched it off during the turn.
-    if (!m_tools.isMemoryEnabled()) {
-        m_input.prompt.forgetMemory();
-        m_messages.front().content = Prompts::mainAssistant(m_input.prompt);
+    auto reply = co_await request(tools);
+    for (int attempt = 0; attempt < ContextLogic::mostAttempts && !reply; ++attempt) {
+        if (complaint(reply.error()) != ServerComplaint::contextOverflow || !leaveOutOldest())
+            break;
+        reply = co_await request(tools);
     }
-    auto reply = co_await m_router.streamRouted({ .messages = m_messages,
-                                                    .maxTokens = m_input.maxOutputTokens,
-                                                    .tools = std::move(tools),
-                                                    .onToken = m_progress.replyGrows },
-        m_stop);
     if (!reply)
         co_return reply.error();
     m_reply = *std::move(reply);
@@ -211,10 +208,41 @@ Task<ChatTurn::Failure> ChatTurn::ask(std::vector<LLMToolDefinition> tools)
     co_return std::nullopt;
 }
 
+Task<ModelRouter::Reply> ChatTurn::request(std::vector<LLMToolDefinition> tools)
+{
+    m_progress.replyBegins();
+    // The user may have switched it off during the turn.
+    if (!m_tools.isMemoryEnabled()) {
+        m_input.prompt.forgetMemory();
+        m_messages.front().content = Prompts::mainAssistant(m_input.prompt);
+    }
+    return m_router.streamRouted({ .messages = m_messages,
+                                     .tools = std::move(tools),
+                                     .onToken = m_progress.replyGrows,
+                                     .onLoading = m_progress.modelLoads },
+        m_stop);
+}
+
+bool ChatTurn::leaveOutOldest()
+{
+    const auto [first, count] = ContextLogic::oldestPart(m_messages, m_question);
+    if (count == 0)
+        return false;
+    const auto begin = m_messages.begin() + ptrdiff_t(first);
+    m_messages.erase(begin, begin + ptrdiff_t(count));
+    if (first < m_question) {
+        m_question -= count;
+        m_progress.oldestLeftOut(count);
+    }
+    Log::line(QStringLiteral("buddy: the request is too long; asking again without %1 messages")
+                  .arg(count));
+    return true;
+}
+
 void ChatTurn::collectActions(const std::vector<LLMToolCall>& calls)
 {
     for (const auto& call : calls) {
-        if (!ActionTools::isOffered(call.name))
+        if (call.isBroken || !ActionTools::isOffered(call.name))
             continue;
         auto actions = ActionParser::actions(call, m_input.calendar);
         if (actions.empty())

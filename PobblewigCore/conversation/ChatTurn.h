@@ -20,7 +20,6 @@ public:
         MainAssistantPrompt prompt;
         /// The history with the turn's own message, the user's newest. Without a system prompt.
         std::vector<LLMMessage> conversation;
-        int maxOutputTokens = 0;
         std::map<QString, bool> actionConfirmations = {};
         Calendar calendar = {};
     };
@@ -32,6 +31,10 @@ public:
         std::function<void()> replyBegins;
         std::function<void(const QString& token)> replyGrows;
         std::function<void(std::vector<MemoryToolResult> results)> toolsRan;
+        /// Called when the model is still loading and the turn waits for it.
+        std::function<void()> modelLoads;
+        /// Called when so many of the conversation's oldest messages did not fit the model.
+        std::function<void(size_t count)> oldestLeftOut;
     };
 
     struct Result {
@@ -39,6 +42,8 @@ public:
         /// Proposals have no `id` and `createdAt` yet.
         std::vector<BuddyAction> actions;
         bool tookScreenshot = false;
+        /// The text ended at the length limit.
+        bool isCutOff = false;
     };
     using Outcome = tl::expected<Result, ChatError>;
 
@@ -62,6 +67,8 @@ private:
 
     /// Asks the model to continue and stores the answer in `m_reply`.
     Task<Failure> ask(std::vector<LLMToolDefinition> tools);
+    Task<ModelRouter::Reply> request(std::vector<LLMToolDefinition> tools);
+    bool leaveOutOldest();
     void collectActions(const std::vector<LLMToolCall>& calls);
     void sayThatAPictureIsThere();
     /// Writes the app's context in front of the user's newest message.

@@ -43,6 +43,10 @@ QString acknowledgement(Consequence consequence)
     Q_UNREACHABLE();
 }
 
+constexpr QStringView brokenCall =
+    u"error: the arguments of this call are not a complete JSON object; perhaps the reply was cut "
+    u"off at its length limit. Nothing was done. Make the call again, with shorter arguments.";
+
 constexpr std::array<QStringView, 9> claims { u"proposed", u"confirm it in the app",
     u"confirm in the banner", u"confirm it in settings", u"queued for your confirmation",
     u"waiting for your confirmation", u"pending your confirmation", u"i've queued",
@@ -70,7 +74,7 @@ std::vector<MemoryToolCall> ChatTurnLogic::retrievalCalls(const std::vector<LLMT
 {
     std::vector<MemoryToolCall> result;
     for (const auto& call : calls) {
-        if (!ActionTools::isOffered(call.name))
+        if (!call.isBroken && !ActionTools::isOffered(call.name))
             result.push_back({ call.name, call.arguments });
     }
     return result;
@@ -84,7 +88,9 @@ std::vector<LLMMessage> ChatTurnLogic::toolMessages(const std::vector<LLMToolCal
     auto result = results.begin();
     for (const auto& call : calls) {
         messages.push_back({ .role = LLMMessage::Role::tool, .toolCallID = call.id });
-        if (ActionTools::isOffered(call.name))
+        if (call.isBroken)
+            messages.back().content = brokenCall.toString();
+        else if (ActionTools::isOffered(call.name))
             messages.back().content = actionAcknowledgement(call, actionConfirmations, calendar);
         else if (result != results.end())
             messages.back().content = (result++)->text;

@@ -17,7 +17,7 @@ inline constexpr int maxRounds = 3;
 /// More calls in one reply are an error of the model; the rest is ignored.
 inline constexpr size_t maxCallsPerReply = 64;
 
-/// The calls that read, in their order.
+/// The calls that read, in their order. Broken calls are not run.
 std::vector<MemoryToolCall> retrievalCalls(const std::vector<LLMToolCall>& calls);
 
 /// The results of a round as function results, one message for each call, including actions.

@@ -3,6 +3,8 @@
 #include "foundation/EnumNames.h"
 #include "foundation/Log.h"
 
+#include <QTimer>
+
 #include <algorithm>
 #include <utility>
 
@@ -24,20 +26,28 @@ bool speaksOfToolCalls(const std::vector<LLMMessage>& messages)
     });
 }
 
+/// With the pauses between them, a few minutes.
+constexpr int mostWaitsForLoading = 90;
+
 LLMRequest modelRequest(const ModelRouter::Request& request, UsageLane lane)
 {
     return {
         .messages = request.messages,
-        .maxTokens = request.maxTokens,
         .temperature = lane == UsageLane::main ? 0.7 : 0.4,
     };
 }
 
 int status(const ChatError& error)
 {
-    const auto* failure = std::get_if<LLMFailure>(&error);
-    const auto* model = failure ? std::get_if<LLMError>(failure) : nullptr;
+    const auto* model = modelError(error);
     return model && model->kind == LLMError::Kind::http ? model->status : 0;
+}
+
+/// Whether the model had no room left for more than its thoughts.
+bool hasOnlyThought(const ModelReply& reply)
+{
+    return reply.end.isCutOff && reply.end.hasThought && reply.text.trimmed().isEmpty()
+        && std::ranges::all_of(reply.toolCalls, &LLMToolCall::isBroken);
 }
 
 tl::unexpected<ChatError> cancelled()
@@ -47,9 +57,11 @@ tl::unexpected<ChatError> cancelled()
 
 } // namespace
 
-ModelRouter::ModelRouter(UsageCounter& usage, ModelProviding& models)
+ModelRouter::ModelRouter(
+    UsageCounter& usage, ModelProviding& models, std::chrono::milliseconds loadingPause)
     : m_usage(usage)
     , m_models(models)
+    , m_loadingPause(loadingPause)
 {
 }
 
@@ -72,14 +84,15 @@ Task<ModelRouter::Reply> ModelRouter::streamRouted(Request request, std::stop_to
     auto asked = modelRequest(request, routed.lane);
     if (offersNativeTools(routed.lane))
         asked.tools = request.tools;
-    auto reply =
-        co_await stream(routed.provider->streamChat(asked), routed.lane, request.onToken, stop);
-    if (reply || !rejectsTools(reply.error(), asked))
+    Attempt attempt { routed, std::move(asked), request.onToken, request.onLoading };
+    auto reply = co_await streamOnceLoaded(attempt, stop);
+    if (reply || !rejectsTools(reply.error(), attempt.asked))
         co_return reply;
-    disableNativeTools(routed.lane, reply.error());
-    asked.tools.clear();
-    co_return co_await stream(
-        routed.provider->streamChat(std::move(asked)), routed.lane, request.onToken, stop);
+    attempt.asked.tools.clear();
+    auto plainReply = co_await streamOnceLoaded(std::move(attempt), stop);
+    if (plainReply)
+        disableNativeTools(routed.lane, reply.error());
+    co_return plainReply;
 }
 
 void ModelRouter::close()
@@ -97,13 +110,64 @@ Task<ModelRouter::Route> ModelRouter::route(bool hasImage)
     }
     if (!route.provider)
         route.provider = co_await m_models.makeProvider(ModelUse::main);
+    auto configured =
+        route.lane == UsageLane::vision ? m_models.visionConfig() : m_models.mainConfig();
+    const auto config = co_await std::move(configured);
+    route.maxTokens = config.maxOutputTokens;
     co_return route;
 }
 
-Task<ModelRouter::Reply> ModelRouter::stream(
-    LLMStream stream, UsageLane lane, TokenHandler onToken, std::stop_token stop)
+Task<ModelRouter::Reply> ModelRouter::streamOnceLoaded(Attempt attempt, std::stop_token stop)
 {
-    const auto events = std::make_shared<LLMStream>(std::move(stream));
+    for (int waits = 0;; ++waits) {
+        auto reply = co_await streamWithRoom(attempt, stop);
+        if (reply || complaint(reply.error()) != ServerComplaint::modelLoading
+            || waits == mostWaitsForLoading)
+            co_return reply;
+        if (waits == 0 && attempt.onLoading)
+            attempt.onLoading();
+        co_await pauseForLoading();
+        if (stop.stop_requested())
+            co_return cancelled();
+    }
+}
+
+Task<> ModelRouter::pauseForLoading()
+{
+    // An empty stream, so that `close` ends it like a reply.
+    const auto pause = std::make_shared<LLMStream>();
+    m_stream = pause;
+    QTimer::singleShot(m_loadingPause, [sink = pause->sink()] { sink.finish(); });
+    co_await pause->next();
+}
+
+Task<ModelRouter::Reply> ModelRouter::streamWithRoom(Attempt attempt, std::stop_token stop)
+{
+    giveRoom(attempt.asked, attempt.route);
+    auto reply = co_await stream(attempt, stop);
+    const auto isNewInsight =
+        reply && reply->end.hasThought && m_thinkingLanes.insert(attempt.route.lane).second;
+    if (isNewInsight && hasOnlyThought(*reply)) {
+        giveRoom(attempt.asked, attempt.route);
+        reply = co_await stream(std::move(attempt), stop);
+    }
+    if (reply && hasOnlyThought(*reply) && reply->toolCalls.empty())
+        co_return tl::unexpected(ChatError(LLMFailure(LLMError::onlyThought())));
+    co_return reply;
+}
+
+void ModelRouter::giveRoom(LLMRequest& request, const Route& route) const
+{
+    const auto factor = m_thinkingLanes.contains(route.lane) ? LLMProvider::roomForThinking : 1;
+    request.maxTokens = route.maxTokens * factor;
+}
+
+Task<ModelRouter::Reply> ModelRouter::stream(Attempt attempt, std::stop_token stop)
+{
+    const auto lane = attempt.route.lane;
+    const auto onToken = attempt.onToken;
+    const auto events =
+        std::make_shared<LLMStream>(attempt.route.provider->streamChat(std::move(attempt.asked)));
     m_stream = events;
     ModelReply reply;
     std::optional<LLMUsage> usage;
@@ -118,6 +182,12 @@ Task<ModelRouter::Reply> ModelRouter::stream(
             reply.toolCalls = std::move(calls->calls);
         } else if (const auto* reported = std::get_if<LLMUsage>(&*event)) {
             usage = *reported;
+        } else if (const auto* end = std::get_if<LLMFinished>(&*event)) {
+            reply.end = *end;
+        }
+        if (reply.text.size() > LLMProvider::mostCharacters) {
+            reply.end.isCutOff = true;
+            events->close();
         }
     }
     if (stop.stop_requested())
@@ -132,7 +202,9 @@ Task<ModelRouter::Reply> ModelRouter::stream(
 
 bool ModelRouter::rejectsTools(const ChatError& error, const LLMRequest& request) const
 {
-    const auto isRejection = status(error) == 400 || status(error) == 422;
+    const auto about = complaint(error);
+    const auto isRejection = about == ServerComplaint::toolsUnsupported
+        || (about == ServerComplaint::plain && (status(error) == 400 || status(error) == 422));
     // An exchange that began with tool calls cannot be sent without them.
     return isRejection && !request.tools.empty() && !speaksOfToolCalls(request.messages);
 }

@@ -27,7 +27,8 @@ struct ChatFixture : ToolWorld {
             .situation = situation,
             .toolExecutor = &executor,
             .screen = { &screen, &permissions },
-            .wording = PlatformWording::linuxDesktop } };
+            .wording = PlatformWording::linuxDesktop,
+            .loadingPause = std::chrono::milliseconds(0) } };
     QSignalSpy activity { &chat, &ChatService::activityChanged };
 
     ChatFixture()

@@ -1,6 +1,8 @@
 #include "conversation/ChatTurn.h"
 
 #include "ChatFixture.h"
+#include "conversation/ContextLogic.h"
+#include "support/Awaited.h"
 #include "support/LogLines.h"
 #include "support/RequestParts.h"
 #include "support/TableRow.h"
@@ -57,7 +59,7 @@ QStringList tail(const LLMRequest& request, qsizetype count)
 {
     QStringList contents;
     for (const auto& message : request.messages)
-        contents.append(message.content);
+        contents.append(withoutContext(message));
     return contents.last(count);
 }
 
@@ -226,6 +228,145 @@ private Q_SLOTS:
         QVERIFY(said[1].endsWith(u"plus what you already know."));
         QCOMPARE(tail(m->model.requests()[4], 2)[0], u"(gathering context before answering)");
         QVERIFY(tail(m->model.requests()[5], 1)[0].endsWith(u"do not request more tools."));
+    }
+
+    void toolsAreGivenUpOnlyIfThatHelps_data()
+    {
+        columns<QString, int, bool>("body", "requests", "keepsTools");
+        row("a picture", "image input is not supported", 1, true);
+        row("a bad request all the same", "no", 2, true);
+        row("tools", "tools param requires --jinja flag", 2, false);
+    }
+    void toolsAreGivenUpOnlyIfThatHelps()
+    {
+        QFETCH(QString, body);
+        QFETCH(bool, keepsTools);
+        const LogLines log;
+        const auto refusal = LLMError::http(keepsTools ? 400 : 500, body);
+        m->model.enqueue(refusal);
+        if (keepsTools)
+            m->model.enqueue(refusal);
+        else
+            m->model.enqueue(u"Hello."_s);
+        awaited(m->chat.send(u"?"_s, QByteArray("JPEG"), ChatService::UserMessage::record));
+        QTEST(int(m->model.requests().size()), "requests");
+        m->ask(u"hi"_s, u"Hello."_s, u"Hello."_s);
+        QCOMPARE(!m->model.requests().back().tools.empty(), keepsTools);
+    }
+
+    void aRequestThatIsTooLongLosesItsOldestMessages()
+    {
+        const LogLines log;
+        const auto tooLong = LLMError::http(400, u"exceed_context_size_error"_s);
+        m->ask(QString(500, u'a'), QString(500, u'b'));
+        m->ask(u"c"_s, u"d"_s);
+        m->ask(u"e"_s, tooLong, u"f"_s);
+        QVERIFY(m->succeeded() && m->chat.notice());
+        QVERIFY(!m->model.requests().back().tools.empty());
+        QCOMPARE(tail(m->model.requests().back(), 3).join(u'|'), u"c|d|e");
+
+        m->ask(u"g"_s, findingNotes(), u"h"_s);
+        QVERIFY(!m->chat.notice());
+        QCOMPARE(tail(m->model.requests()[4], 5).join(u'|'), u"c|d|e|f|g");
+        QCOMPARE(m->model.requests()[4].messages.size(), 6u);
+
+        const auto before = m->model.requests().size();
+        for (int attempt = 0; attempt < 10; ++attempt)
+            m->model.enqueue(tooLong);
+        m->ask(u"i"_s);
+        QVERIFY(m->chat.remedy() == ChatService::Remedy::newSession);
+        QVERIFY(m->model.requests().size() - before <= ContextLogic::mostAttempts + 1);
+        QCOMPARE(m->model.requests().back().messages.size(), 2u);
+        QCOMPARE(tail(m->model.requests().back(), 1).front(), u"i");
+    }
+
+    /// Messages as letters: System, User, Assistant, Tool; the newest one of the user is "N".
+    void theOldestPartGoesFirst_data()
+    {
+        columns<QString, int, int>("messages", "first", "count");
+        row("half of the history", "SUAUAN", 1, 2);
+        row("to the next message of the user", "SUAAAN", 1, 4);
+        row("with what the turn has read", "SUANATT", 1, 2);
+        row("a round with all its results", "SNATTAT", 2, 3);
+        row("rounds by text", "SNAUAUAU", 2, 4);
+        row("not the last round", "SNATT", 2, 0);
+        row("nothing", "SN", 0, 0);
+    }
+    void theOldestPartGoesFirst()
+    {
+        QFETCH(QString, messages);
+        std::vector<LLMMessage> request;
+        for (const auto letter : messages) {
+            const auto role = QStringView(u"SUAT").indexOf(letter == u'N' ? u'U' : letter);
+            request.push_back({ .role = LLMMessage::Role(role), .content = u"x"_s });
+        }
+        const auto part = ContextLogic::oldestPart(request, size_t(messages.indexOf(u'N')));
+        QTEST(int(part.first), "first");
+        QTEST(int(part.count), "count");
+    }
+
+    void aModelThatIsLoadingIsWaitedFor()
+    {
+        const auto loading = LLMError::http(503, u"{\"message\":\"Loading model\"}"_s);
+        QStringList notices;
+        QObject::connect(&m->chat, &ChatService::noticeChanged, &m->chat,
+            [&] { notices.append(m->chat.notice().value_or(QString())); });
+        m->ask(u"hi"_s, loading, loading, u"Hello."_s);
+        QCOMPARE(m->texts(), u"hi|Hello.");
+        QCOMPARE(notices.filter(u"loading"_s).size(), 1);
+        QVERIFY(!m->chat.notice());
+
+        for (int request = 0; request < 91; ++request)
+            m->model.enqueue(loading);
+        m->ask(u"still?"_s);
+        QCOMPARE(m->model.requests().size(), 3u + 91u);
+        QVERIFY(m->error().contains(u"loading") && !m->chat.notice());
+
+        m->model.enqueue(loading);
+        m->chat.submit(u"stop"_s);
+        QTRY_VERIFY(m->chat.notice());
+        m->chat.cancelStreaming();
+        QVERIFY(!m->chat.notice());
+        QTest::qWait(0);
+        QCOMPARE(m->model.requests().size(), 3u + 92u);
+    }
+
+    void thoughtsLeaveRoomForTheAnswer()
+    {
+        const auto cutThought = Reply { .end = { .isCutOff = true, .hasThought = true } };
+        m->ask(
+            u"why?"_s, cutThought, Reply { { LLMToken { u"So."_s } }, {}, false, { false, true } });
+        m->ask(u"why?"_s, cutThought);
+        QVERIFY(m->error().contains(u"MAX_OUTPUT_TOKENS"));
+        QCOMPARE(m->texts(), u"why?|So.|why?");
+        QStringList limits;
+        for (const auto& request : m->model.requests())
+            limits.append(QString::number(request.maxTokens));
+        QCOMPARE(limits.join(u' '), u"1024 4096 4096");
+    }
+
+    void aReplyCutByItsLengthIsMarked()
+    {
+        m->ask(u"a list"_s, Reply { { LLMToken { u"One, two"_s } }, {}, false, { true } });
+        QVERIFY(m->succeeded() && m->history.messages().back().isCutOff());
+        QVERIFY(m->chat.canContinue());
+        const QString flood(LLMProvider::mostCharacters + 1, u'x');
+        m->ask(u"more"_s, Reply { { LLMToken { flood } }, {}, true });
+        QVERIFY(m->history.messages().back().isCutOff());
+        QCOMPARE(m->model.droppedStreams(), 1);
+    }
+
+    void aBrokenCallIsAnsweredAndNotRun()
+    {
+        const auto broken = [](const QString& name) {
+            return LLMToolCall(name, name, u"{\"query\": \"te"_s);
+        };
+        m->ask(u"tea?"_s, calling({ broken(u"memory_find_notes"_s), broken(u"set_mascot"_s) }),
+            u"Tea."_s);
+        QCOMPARE(m->executor.totalCalls(), 0);
+        for (const auto& told : tail(m->model.requests().back(), 2))
+            QVERIFY(told.startsWith(u"error: the arguments of this call"));
+        QCOMPARE(m->texts(), u"tea?|Tea.");
     }
 
     void aRejectionAmidToolCallsStartsTheTurnOver()

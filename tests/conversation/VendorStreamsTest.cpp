@@ -48,13 +48,11 @@ QJsonObject bodyOf(const QByteArray& request)
 }
 
 /// What a request says back to the model of its last reply: its call and the beginning of the
-/// result, or that the reply was found empty.
+/// result.
 QString toldBack(const QByteArray& request)
 {
     const auto messages = bodyOf(request)[u"messages"].toArray();
     const auto last = messages.last()[u"content"].toString();
-    if (last.startsWith(u"Your last reply came through empty"))
-        return u"empty"_s;
     const auto call = messages[messages.size() - 2][u"tool_calls"][0];
     const auto function = call[u"function"];
     const auto signature = call[u"extra_content"][u"google"][u"thought_signature"].toString();
@@ -88,13 +86,11 @@ private Q_SLOTS:
             "a propose_reminder {'proposalId':'t','title':'Tea'}S1 registered", "Tea", "Done.");
         row("a call that the length limit cut",
             delta(call("{`title`:`T")) + chunk("{'choices':[{'finish_reason':'length'}]}"),
-            "a propose_reminder {'title':'T error:", "", "Done.");
+            "a propose_reminder {} error:", "", "Done.");
         row("thoughts aside",
             delta("'reasoning_content':'Hm. ','content':null") + delta("'reasoning':'Well.'")
                 + delta("'content':'Tea.','reasoning_details':[{'text':'x'}]"),
             "", "", "Tea.");
-        row("an error in place of a reply", chunk("{'error':{'message':'Overloaded','code':529}}"),
-            "empty", "", "Done.");
     }
     void aStreamLeadsToItsCallsAndItsText()
     {
@@ -109,6 +105,26 @@ private Q_SLOTS:
             QCOMPARE(toldBack(m_server->requests().back()), told.replace(u'\'', u'"'));
         QTEST(m_actions.join(u'|'), "actions");
         QTEST(m_chat->chat.messages().back().text, "answer");
+    }
+
+    void anErrorWithinAStreamIsAFailure()
+    {
+        const auto error = chunk("{'error':{'message':'Overloaded','code':529}}");
+        m_server->enqueue(streamed(error));
+        m_server->enqueue(streamed(delta("'content':'Tea is'") + error));
+        ask();
+        QVERIFY(!m_chat->succeeded());
+        QCOMPARE(m_chat->error(), u"API error 529: Overloaded");
+        QCOMPARE(m_chat->texts(), u"tea?|Tea is");
+        QVERIFY(m_chat->history.messages().back().isCutOff());
+        QVERIFY(!m_chat->chat.canRetry());
+
+        m_server->enqueue(streamed(delta("'content':' good.'")));
+        m_chat->chat.continueReply();
+        m_chat->finishTurn();
+        QVERIFY(m_chat->succeeded() && !m_chat->chat.canContinue());
+        QVERIFY(m_chat->texts().endsWith(u"cut off.|good."));
+        QCOMPARE(m_server->requests().size(), 3u);
     }
 
     void usageThatGrowsIsCountedOnce()
@@ -141,7 +157,7 @@ private Q_SLOTS:
         QVERIFY(requests[2].contains("buddy-tools") && !requests[1].contains("buddy-tools"));
     }
 
-    void aCutStreamLeavesNothingBehind()
+    void aCutStreamLeavesOnlyItsText()
     {
         const auto body = delta("'content':'Su'") + delta(call(tea));
         m_server->enqueue({ Send { "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n"
@@ -149,7 +165,8 @@ private Q_SLOTS:
             LoopbackServer::Close() });
         ask();
         QVERIFY(!m_chat->succeeded() && !m_chat->error().isEmpty());
-        QCOMPARE(m_chat->texts(), u"tea?");
+        QCOMPARE(m_chat->texts(), u"tea?|Su");
+        QVERIFY(m_chat->chat.canContinue());
         QVERIFY(m_actions.isEmpty() && m_chat->chat.streamingPreview().isEmpty());
         QCOMPARE(m_server->requests().size(), 1u);
     }

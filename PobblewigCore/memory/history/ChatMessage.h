@@ -18,6 +18,11 @@ struct ChatMessage {
     /// Set on a message that the program sent unprompted.
     std::optional<QUuid> relatedInterventionID = std::nullopt;
 
+    /// Set on a reply that ended before the model was done: at its length limit, or by a failure.
+    std::optional<bool> cutOff = std::nullopt;
+
+    bool isCutOff() const { return cutOff.value_or(false); }
+
     bool operator==(const ChatMessage&) const = default;
 
     static constexpr auto jsonFields()
@@ -27,7 +32,8 @@ struct ChatMessage {
             required("text", &ChatMessage::text), required("timestamp", &ChatMessage::timestamp),
             defaulted("hadImage", &ChatMessage::hadImage),
             optional("sessionID", &ChatMessage::sessionID),
-            optional("relatedInterventionID", &ChatMessage::relatedInterventionID) };
+            optional("relatedInterventionID", &ChatMessage::relatedInterventionID),
+            optional("cutOff", &ChatMessage::cutOff) };
     }
 };
 
