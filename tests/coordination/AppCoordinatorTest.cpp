@@ -246,7 +246,7 @@ private Q_SLOTS:
         QCOMPARE(m->filesThatHold(u"I am ill"_s).size(), 1);
     }
 
-    void aLibrarianThatFailsIsToldOfInTheDiagnosticsOnly()
+    void aLibrarianThatFailsIsToldOfOutsideTheConversation()
     {
         for (int turn = 0; turn < 14; ++turn) {
             m->librarian.enqueue(LLMError::http(500, u"oops"_s));
@@ -254,6 +254,8 @@ private Q_SLOTS:
         }
         QTRY_VERIFY((*m)->diagnostics().librarianLastError);
         QVERIFY((*m)->diagnostics().text().contains(u"oops"));
+        QTRY_COMPARE(
+            (*m)->state().of<LibrarianState>().lastError, (*m)->diagnostics().librarianLastError);
         QVERIFY(!(*m)->chat().lastError());
     }
 

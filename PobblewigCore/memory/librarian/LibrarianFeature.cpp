@@ -23,4 +23,9 @@ void LibrarianFeature::start()
     spawn(m_rollover.rollUpWeek());
 }
 
+void LibrarianFeature::publish(PublishedState& state) const
+{
+    state.set(LibrarianState { m_service.lastError() });
+}
+
 } // namespace pobblewig

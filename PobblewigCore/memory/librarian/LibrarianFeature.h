@@ -6,6 +6,13 @@
 
 namespace pobblewig {
 
+struct LibrarianState {
+    /// Why the librarian's latest run failed, or nothing since a run that went well.
+    std::optional<QString> lastError;
+
+    bool operator==(const LibrarianState&) const = default;
+};
+
 /// The second model, which reads the conversations, and the rollover of ended sessions.
 class LibrarianFeature : public Feature {
 public:
@@ -30,6 +37,8 @@ public:
 
     /// Finishes a rollover that a crash interrupted, and opens a session.
     void start() override;
+    void publish(PublishedState& state) const override;
+    int revision() const override { return m_service.revision(); }
 
 private:
     const Moment& m_moment;

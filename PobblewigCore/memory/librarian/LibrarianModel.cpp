@@ -2,6 +2,8 @@
 
 #include "foundation/Log.h"
 
+#include <utility>
+
 namespace pobblewig {
 
 namespace {
@@ -30,6 +32,12 @@ std::optional<int> rejection(const LLMFailure& failure)
     return isRejection ? std::optional(error->status) : std::nullopt;
 }
 
+bool hasOnlyThought(const LLMCompletion& completion)
+{
+    return completion.end.isCutOff && completion.end.hasThought
+        && completion.text.trimmed().isEmpty();
+}
+
 } // namespace
 
 LibrarianModel::LibrarianModel(UsageCounter& usage, ModelProviding& models)
@@ -56,7 +64,7 @@ auto LibrarianModel::ask(Question question, std::stop_token stop) -> Task<Answer
 auto LibrarianModel::complete(std::shared_ptr<LLMProvider> provider, LLMRequest request,
     std::stop_token stop) -> Task<Completion>
 {
-    const auto first = co_await completeOnce(provider, request);
+    const auto first = co_await completeWithRoom(provider, request, stop);
     const auto status = first ? std::nullopt : rejection(first.error());
     if (!status || stop.stop_requested())
         co_return first;
@@ -64,7 +72,22 @@ auto LibrarianModel::complete(std::shared_ptr<LLMProvider> provider, LLMRequest 
                              "json_object")
                   .arg(*status));
     request.responseFormat = { .kind = LLMResponseFormat::Kind::jsonObject };
-    co_return co_await completeOnce(provider, request);
+    co_return co_await completeWithRoom(provider, request, stop);
+}
+
+auto LibrarianModel::completeWithRoom(std::shared_ptr<LLMProvider> provider, LLMRequest request,
+    std::stop_token stop) -> Task<Completion>
+{
+    auto roomy = request;
+    roomy.maxTokens *= LLMProvider::roomForThinking;
+    auto completion = co_await completeOnce(provider, m_thinks ? roomy : request);
+    const auto hasThought = completion && completion->end.hasThought;
+    const auto isNewInsight = hasThought && !std::exchange(m_thinks, true);
+    if (isNewInsight && completion->end.isCutOff && !stop.stop_requested())
+        completion = co_await completeOnce(provider, std::move(roomy));
+    if (completion && hasOnlyThought(*completion))
+        co_return tl::unexpected(LLMFailure(LLMError::onlyThought()));
+    co_return completion;
 }
 
 auto LibrarianModel::completeOnce(std::shared_ptr<LLMProvider> provider, LLMRequest request)

@@ -28,7 +28,8 @@ public:
     LibrarianModel(UsageCounter& usage, ModelProviding& models);
 
     /// If a server rejects the request, asks once more without the schema, which the prompt
-    /// describes as well. Sends nothing after `stop`.
+    /// describes as well. If the model's thoughts have used up the room for the answer, asks once
+    /// more with more room, as from then on. Sends nothing after `stop`.
     Task<Answer> ask(Question question, std::stop_token stop);
 
 private:
@@ -36,10 +37,13 @@ private:
 
     Task<Completion> complete(
         std::shared_ptr<LLMProvider> provider, LLMRequest request, std::stop_token stop);
+    Task<Completion> completeWithRoom(
+        std::shared_ptr<LLMProvider> provider, LLMRequest request, std::stop_token stop);
     Task<Completion> completeOnce(std::shared_ptr<LLMProvider> provider, LLMRequest request);
 
     UsageCounter& m_usage;
     ModelProviding& m_models;
+    bool m_thinks = false;
 };
 
 } // namespace pobblewig

@@ -141,6 +141,7 @@ void LibrarianService::clearError()
 {
     m_lastError.reset();
     m_lastErrorAt.reset();
+    ++m_revision;
 }
 
 std::nullopt_t LibrarianService::fail(
@@ -148,6 +149,7 @@ std::nullopt_t LibrarianService::fail(
 {
     m_lastError = description;
     m_lastErrorAt = m_moment.now();
+    ++m_revision;
     Log::line(u"buddy: librarian " % job % u" failed: " % loggable);
     return std::nullopt;
 }

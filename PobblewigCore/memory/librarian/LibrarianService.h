@@ -53,6 +53,9 @@ public:
     const std::optional<QString>& lastError() const { return m_lastError; }
     std::optional<TimePoint> lastErrorAt() const { return m_lastErrorAt; }
 
+    /// Grows whenever the latest failure changes.
+    int revision() const { return m_revision; }
+
     /// Returns all zeros after a failure, without a model, or if there is nothing to read in the
     /// window.
     Task<LibrarianExtractionResult> extractAfterTurn(std::vector<ChatMessage> window,
@@ -105,6 +108,7 @@ private:
     bool m_isCleaningUp = false;
     std::optional<TimePoint> m_lastRunAt;
     std::optional<TimePoint> m_lastCleanupAt;
+    int m_revision = 0;
     std::optional<QString> m_lastError;
     std::optional<TimePoint> m_lastErrorAt;
 };

@@ -163,6 +163,22 @@ private Q_SLOTS:
         }
     }
 
+    void thoughtsLeaveRoomForTheAnswer()
+    {
+        const LogLines log;
+        const ScriptedProvider::Reply thought { .end = { .isCutOff = true, .hasThought = true } };
+        m_model->enqueue(thought);
+        m_model->enqueue(quoted("{'notes': [{'text': 'Studies law'}]}"));
+        QCOMPARE(extract().notesAdded, 1);
+        m_model->enqueue(thought);
+        QVERIFY(extract() == Result());
+        QVERIFY(m_service->lastError()->contains(u"MAX_OUTPUT_TOKENS"));
+        QStringList limits;
+        for (const auto& request : m_model->requests())
+            limits.append(QString::number(request.maxTokens));
+        QCOMPARE(limits.join(u' '), u"1000 4000 4000");
+    }
+
     void noModelCanDoHarm_data()
     {
         using Reply = ScriptedProvider::Reply;
