@@ -54,14 +54,29 @@ QString stateInWords(const AppSettings& settings)
     return PresenceLogic::modeInWords(state, systemNow(), Calendar::current());
 }
 
-QString storageNotice(const std::optional<QString>& problem)
+/// A memory that is not kept is seen for as long as that lasts.
+QString stateInWords(const AppSettings& settings, const LibrarianState& librarian)
 {
-    if (!problem)
-        return {};
+    const auto mode = stateInWords(settings);
+    if (!librarian.lastError)
+        return mode;
+    const auto sign = AppDelegate::tr("taking no notes");
+    return mode.isEmpty() ? sign : QStringLiteral("%1 · %2").arg(mode, sign);
+}
+
+QString librarianNotice(const QString& error)
+{
+    return AppDelegate::tr("Pobblewig cannot take notes at the moment, so it will not remember "
+                           "what you talk about: %1")
+        .arg(error);
+}
+
+QString storageNotice(const QString& problem)
+{
     return AppDelegate::tr(
         "Pobblewig cannot save anything at the moment: %1. What you write now is kept only "
         "until you quit.")
-        .arg(*problem);
+        .arg(problem);
 }
 
 } // namespace
@@ -237,19 +252,35 @@ void AppDelegate::showPanelState()
     const auto& state = m_coordinator->state();
     const auto& settings = state.of<SettingsState>().settings;
     const auto& conversation = state.of<ConversationState>();
-    const auto& problem = state.of<StorageState>().problem;
     m_panel->setTheme(paletteFor(settings));
     m_panel->setFace(BuddyFace::icon(spriteFor(settings.mascot, settings.mascotColorScheme)));
-    m_panel->setStateText(stateInWords(settings));
+    m_panel->setStateText(stateInWords(settings, state.of<LibrarianState>()));
     m_panel->setModelLabel(conversation.modelLabel);
     m_panel->setClosingSession(conversation.isClosingSession);
     m_panel->setProposals(state.of<ProposalState>().pendingProposals, settings);
+    showProblems();
+}
+
+void AppDelegate::showProblems()
+{
+    const auto& state = m_coordinator->state();
+    noteLibrarian(state.of<LibrarianState>());
+    auto problems = state.of<KeySafetyState>().warnings;
+    if (const auto& storage = state.of<StorageState>().problem)
+        problems.prepend(storageNotice(*storage));
+    if (m_librarianNotice && !m_librarianNotice->isEmpty())
+        problems.append(*m_librarianNotice);
     // Only news is worth a notice: one that was closed stays closed.
-    if (std::exchange(m_shownProblem, problem) != problem)
-        m_panel->setNotice(storageNotice(problem));
-    const auto& warnings = state.of<KeySafetyState>().warnings;
-    if (std::exchange(m_shownWarnings, warnings) != warnings && !problem)
-        m_panel->setNotice(warnings.join(u'\n'));
+    if (std::exchange(m_shownProblems, problems) != problems)
+        m_panel->setNotice(problems.join(u'\n'));
+}
+
+void AppDelegate::noteLibrarian(const LibrarianState& librarian)
+{
+    if (!librarian.lastError && m_librarianNotice)
+        m_librarianNotice = QString();
+    else if (librarian.lastError && !m_librarianNotice)
+        m_librarianNotice = librarianNotice(*librarian.lastError);
 }
 
 void AppDelegate::showNotice(const QString& text)

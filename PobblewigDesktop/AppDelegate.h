@@ -62,6 +62,8 @@ private:
     void showState();
     void showLook(const AppSettings& settings);
     void showPanelState();
+    void showProblems();
+    void noteLibrarian(const LibrarianState& librarian);
     void showNotice(const QString& text);
     void toggleChat();
 
@@ -73,6 +75,7 @@ private:
     std::unique_ptr<ChatPanel> m_panel;
     std::optional<Look> m_look;
     std::optional<QString> m_shownProblem;
+    bool m_hasToldOfLibrarian = false;
     QStringList m_shownWarnings;
     /// The notice that the panel shows once it exists.
     QString m_notice;

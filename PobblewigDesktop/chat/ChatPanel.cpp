@@ -53,6 +53,8 @@ ChatPanel::ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget*
     , m_find(new ConversationFind(*m_findBar, *m_model, *m_view, this))
     , m_saving(new ConversationSaving(chat, m_calendar, *this))
     , m_notice(new Banner(Banner::Kind::notice, tr("Notice"), {}, this))
+    , m_hint(new Banner(Banner::Kind::notice, tr("Hint"), {}, this))
+    , m_cutOff(new Banner(Banner::Kind::notice, tr("Cut off"), {}, this))
     , m_error(new Banner(Banner::Kind::error, tr("Error"), tr("Retry"), this))
     , m_proposals(new ProposalBanners(*this))
     , m_capture(new QLabel(this))
@@ -70,6 +72,7 @@ ChatPanel::ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget*
     setTheme(Theme::palette(Theme::desktopScheme(palette()), {}));
     showTurn();
     showError();
+    showHint();
     showCapture();
 }
 
@@ -80,6 +83,8 @@ void ChatPanel::setTheme(const Palette& palette)
     m_findBar->setTheme(palette);
     m_view->setTheme(palette);
     m_notice->setTheme(palette);
+    m_hint->setTheme(palette);
+    m_cutOff->setTheme(palette);
     m_error->setTheme(palette);
     m_proposals->setTheme(palette);
     m_input->setTheme(palette);
@@ -179,7 +184,9 @@ void ChatPanel::arrange()
     below->setContentsMargins(margin, gap, margin, margin);
     below->setSpacing(gap);
     below->addWidget(m_notice);
+    below->addWidget(m_hint);
     below->addWidget(m_error);
+    below->addWidget(m_cutOff);
     below->addWidget(m_proposals);
     below->addWidget(m_capture);
     below->addLayout(writing);
@@ -202,6 +209,8 @@ void ChatPanel::connectChat()
     connect(&m_chat, &ChatService::activityChanged, this, &ChatPanel::showTurn);
     connect(&m_chat, &ChatService::activityChanged, this, &ChatPanel::showError);
     connect(&m_chat, &ChatService::lastErrorChanged, this, &ChatPanel::showError);
+    connect(&m_chat, &ChatService::messagesChanged, this, &ChatPanel::showRemedy);
+    connect(&m_chat, &ChatService::noticeChanged, this, &ChatPanel::showHint);
     connect(&m_chat, &ChatService::captureIndicatorChanged, this, &ChatPanel::showCapture);
     connect(m_feed, &ConversationFeed::textsChanged, m_find, &ConversationFind::refresh);
 }
@@ -214,7 +223,8 @@ void ChatPanel::connectControls()
     connect(m_saving, &ConversationSaving::failed, this, &ChatPanel::setNotice);
     connect(m_view, &ConversationView::findRequested, m_findBar, &FindBar::open);
     connect(m_findBar, &FindBar::closeRequested, m_find, &ConversationFind::close);
-    connect(m_error, &Banner::actionTriggered, &m_chat, &ChatService::retryLast);
+    connect(m_error, &Banner::actionTriggered, this, &ChatPanel::remedy);
+    connect(m_cutOff, &Banner::actionTriggered, &m_chat, &ChatService::continueReply);
     connect(m_proposals, &ProposalBanners::answered, this, &ChatPanel::proposalAnswered);
     connect(
         m_proposals, &ProposalBanners::focusGivenUp, m_input, qOverload<>(&MessageInput::setFocus));
@@ -247,10 +257,37 @@ QString ChatPanel::state() const
 void ChatPanel::showError()
 {
     m_error->setText(m_chat.lastError().value_or(QString()));
-    m_error->setActionEnabled(m_chat.canRetry());
+    showRemedy();
     const auto unsent = m_chat.unsentText();
     if (unsent && *unsent != Prompts::visionUserPrompt && m_input->isBlank())
         m_input->setPlainText(*unsent);
+}
+
+void ChatPanel::showRemedy()
+{
+    const auto isCutOff = m_chat.canContinue();
+    m_cutOff->setText(isCutOff ? tr("The reply was cut off.") : QString());
+    m_cutOff->setAction(tr("Continue"), Icons::Name::chevronDown);
+    if (m_chat.remedy() == ChatService::Remedy::newSession) {
+        m_error->setAction(tr("New session"), Icons::Name::newSession);
+        m_error->setActionEnabled(!m_isClosingSession);
+        return;
+    }
+    m_error->setAction(isCutOff ? QString() : tr("Retry"), Icons::Name::retry);
+    m_error->setActionEnabled(m_chat.canRetry());
+}
+
+void ChatPanel::showHint()
+{
+    m_hint->setText(m_chat.notice().value_or(QString()));
+}
+
+void ChatPanel::remedy()
+{
+    if (m_chat.remedy() == ChatService::Remedy::newSession)
+        Q_EMIT newSessionRequested();
+    else
+        m_chat.retryLast();
 }
 
 void ChatPanel::showCapture()

@@ -76,6 +76,9 @@ private:
     void showTurn();
     QString state() const;
     void showError();
+    void showRemedy();
+    void showHint();
+    void remedy();
     void showCapture();
     void send();
     void sendWithScreen();
@@ -95,6 +98,8 @@ private:
     ConversationFind* m_find;
     ConversationSaving* m_saving;
     Banner* m_notice;
+    Banner* m_hint;
+    Banner* m_cutOff;
     Banner* m_error;
     ProposalBanners* m_proposals;
     QLabel* m_capture;

@@ -64,7 +64,8 @@ std::vector<ConversationRow> ConversationLogic::rows(
             .text = message.text,
             .timestamp = message.timestamp,
             .time = calendar.locale.toString(moment.time(), QLocale::ShortFormat),
-            .hadImage = message.hadImage });
+            .hadImage = message.hadImage,
+            .isCutOff = message.isCutOff() });
         previous = &message;
     }
     return rows;
@@ -84,6 +85,8 @@ QString ConversationLogic::spoken(const ConversationRow& row)
     default:
         break;
     }
+    if (row.isCutOff)
+        return Texts::tr("%1, %2, cut off: %3").arg(speaker(row.kind), row.time, row.text);
     const auto line = row.hadImage ? Texts::tr("%1, %2, with a picture of the screen: %3")
                                    : Texts::tr("%1, %2: %3");
     return line.arg(speaker(row.kind), row.time, row.text);

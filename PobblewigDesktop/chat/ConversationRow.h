@@ -31,6 +31,8 @@ struct ConversationRow {
     TimePoint timestamp;
     QString time;
     bool hadImage = false;
+    /// The reply ended before the model was done, and is kept.
+    bool isCutOff = false;
 
     bool isMessage() const { return !id.isNull(); }
     bool isReplyInProgress() const { return kind == Kind::preview || kind == Kind::partial; }

@@ -31,8 +31,9 @@ bool hasFooter(const ConversationRow& row)
 
 QString footerText(const ConversationRow& row)
 {
-    return row.kind == ConversationRow::Kind::partial ? MessageDelegate::tr("Unfinished")
-                                                      : row.time;
+    if (row.kind == ConversationRow::Kind::partial)
+        return MessageDelegate::tr("Unfinished");
+    return row.isCutOff ? MessageDelegate::tr("%1, cut off").arg(row.time) : row.time;
 }
 
 QRectF visiblePart(const QStyleOptionViewItem& option)

@@ -1,6 +1,5 @@
 #include "PobblewigDesktop/controls/Banner.h"
 
-#include "PobblewigDesktop/controls/Icons.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 #include "PobblewigDesktop/controls/WrappedLabel.h"
 
@@ -58,7 +57,8 @@ Banner::Banner(Kind kind, const QString& name, const QString& action, QWidget* p
 void Banner::setTheme(const Palette& palette)
 {
     m_close->setIcon(Icons::icon(Icons::Name::close, palette.text, palette.muted));
-    m_action->setIcon(Icons::icon(Icons::Name::retry, palette.text, palette.muted));
+    m_action->setIcon(Icons::icon(m_actionIcon, palette.text, palette.muted));
+    m_palette = palette;
 }
 
 void Banner::setText(const QString& text)
@@ -75,6 +75,15 @@ void Banner::setText(const QString& text)
         slideIn();
     QAccessibleEvent alert(m_label, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
+}
+
+void Banner::setAction(const QString& text, Icons::Name icon)
+{
+    m_actionIcon = icon;
+    m_action->setIcon(Icons::icon(icon, m_palette.text, m_palette.muted));
+    m_action->setText(text);
+    m_action->setAccessibleName(text);
+    m_action->setVisible(!text.isEmpty());
 }
 
 void Banner::setActionEnabled(bool isEnabled)

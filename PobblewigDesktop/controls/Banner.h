@@ -1,5 +1,6 @@
 #pragma once
 
+#include "PobblewigDesktop/controls/Icons.h"
 #include "PobblewigDesktop/controls/Theme.h"
 
 #include <QFrame>
@@ -27,6 +28,9 @@ public:
 
     /// An empty text hides the banner.
     void setText(const QString& text);
+
+    /// Without a text there is no button.
+    void setAction(const QString& text, Icons::Name icon);
     void setActionEnabled(bool isEnabled);
 
 Q_SIGNALS:
@@ -38,6 +42,8 @@ private:
 
     WrappedLabel* m_label;
     QPushButton* m_action;
+    Icons::Name m_actionIcon = Icons::Name::retry;
+    Palette m_palette;
     QToolButton* m_close;
     QPropertyAnimation m_slide;
 };

@@ -2,6 +2,8 @@
 
 #include "PobblewigDesktop/chat/ChatPanel.h"
 #include "desktop/ScriptedParts.h"
+#include "desktop/chat/PanelFixture.h"
+#include "support/ScriptedProvider.h"
 #include "support/TableRow.h"
 
 #include <QSignalSpy>
@@ -9,6 +11,7 @@
 
 namespace pobblewig {
 
+using namespace Qt::StringLiterals;
 using OpenChat = std::function<void(AppDelegate&)>;
 
 class AppDelegateTest : public QObject {
@@ -31,7 +34,8 @@ class AppDelegateTest : public QObject {
         m_delegate.reset();
         m_delegate.emplace(m_windowSystem, *m_settings);
         QSignalSpy launched(&*m_delegate, &AppDelegate::launched);
-        m_delegate->launch([this] { return scriptedParts(m_scratch->path(), m_model); });
+        m_delegate->launch(
+            [this] { return scriptedParts(m_scratch->path(), m_model, &m_librarian); });
         QVERIFY(launched.wait());
     }
 
@@ -79,8 +83,34 @@ private Q_SLOTS:
         QCOMPARE(shown<ChatPanel>().size(), size);
     }
 
+    void aMemoryThatIsNotKeptIsToldOnceAndSeenAllTheTime()
+    {
+        m_delegate->openChat();
+        auto& panel = shown<ChatPanel>();
+        const auto text = [&panel](const char* name) {
+            auto* const label = PanelFixture::find<QLabel>(panel, name);
+            return label->isVisible() ? label->text() : QString();
+        };
+        PanelFixture::find<QPlainTextEdit>(panel, "Message")->setPlainText(u"Hello"_s);
+        PanelFixture::find<QAbstractButton>(panel, "Send")->click();
+        QTRY_VERIFY(m_model.isAsked());
+        m_model.say(u"Hi"_s);
+        m_model.finish();
+        for (int request = 0; request < 8; ++request)
+            m_librarian.enqueue(LLMError::http(404, u"model not found"_s));
+        QTRY_COMPARE(text("State"), QString());
+        Q_EMIT panel.newSessionRequested();
+        QTRY_VERIFY(text("Notice").contains(u"model not found"));
+        QTRY_VERIFY(text("State").contains(u"taking no notes"));
+        panel.setNotice({});
+        Q_EMIT panel.newSessionRequested();
+        QTRY_VERIFY(text("State").contains(u"taking no notes"));
+        QCOMPARE(text("Notice"), QString());
+    }
+
 private:
     PromptedProvider m_model;
+    ScriptedProvider m_librarian;
     UnavailableBuddyWindowSystem m_windowSystem;
     std::optional<QTemporaryDir> m_scratch;
     std::optional<QSettings> m_settings;

@@ -9,10 +9,12 @@
 namespace pobblewig {
 
 /// The parts of a coordinator that keeps its files in a folder and asks one model.
-inline AppCoordinator::Parts scriptedParts(const QString& folder, LLMProvider& model)
+inline AppCoordinator::Parts scriptedParts(
+    const QString& folder, LLMProvider& model, LLMProvider* librarian = nullptr)
 {
     auto models = std::make_unique<ScriptedModels>();
     models->main = &model;
+    models->librarian = librarian;
     return {
         .directory = DataDirectory(QDir(folder)),
         .http = std::make_unique<ScriptedHTTPClient>(),

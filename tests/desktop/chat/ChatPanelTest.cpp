@@ -77,6 +77,42 @@ private Q_SLOTS:
         QTRY_COMPARE(spoken(), expected);
     }
 
+    void aReplyThatBreaksOffIsContinued()
+    {
+        ask(QStringLiteral("Hello"));
+        m->talk.model.say(QStringLiteral("Half a"));
+        m->talk.model.finish(TransportError { .text = QStringLiteral("No answer.") });
+        QTRY_VERIFY(button("Continue").isVisible() && label("Error").isVisible());
+        QVERIFY(!m->find<QAbstractButton>(m->panel, "Retry"));
+        QCOMPARE(spoken().last(), QStringLiteral("Pobblewig, 08:15, cut off: Half a"));
+        button("Continue").click();
+        QTRY_VERIFY(m->talk.model.isAsked() && !label("Cut off").isVisible());
+    }
+
+    void aConversationThatIsTooLongNeedsANewSession()
+    {
+        QSignalSpy requests(&m->panel, &ChatPanel::newSessionRequested);
+        ask(QStringLiteral("Hello"));
+        m->talk.model.finish(LLMError::http(400, QStringLiteral("exceed_context_size_error")));
+        QTRY_VERIFY(label("Error").isVisible());
+        auto* const banner = label("Error").parentWidget();
+        m->find<QAbstractButton>(*banner, "New session")->click();
+        QCOMPARE(requests.size(), 1);
+        m->talk.history.clear();
+        m->talk.chat.reload();
+        QVERIFY(!label("Error").isVisible());
+    }
+
+    void aModelThatIsLoadingIsMentioned()
+    {
+        ask(QStringLiteral("Hello"));
+        m->talk.model.finish(LLMError::http(503, QStringLiteral("Loading model")));
+        QTRY_VERIFY(label("Hint").isVisible());
+        QCOMPARE(label("Hint").text(), m->talk.chat.notice().value_or(QString()));
+        button("Stop").click();
+        QVERIFY(!label("Hint").isVisible());
+    }
+
     void whatCouldNotBeSentIsGivenBack()
     {
         m->talk.models.main = nullptr;
