@@ -19,8 +19,7 @@ std::vector<BuddyAction> actionsOf(const QJsonObject& payload, const Calendar& c
 {
     const auto fields = JSONValue::fromJson(payload);
     const auto type = payload.value(u"type").toString();
-    return ActionTools::actions(
-        type, { ActionArguments(*fields.object()), calendar, ActionBuilder::Origin::block });
+    return ActionTools::actions(type, { ActionArguments(*fields.object()), calendar });
 }
 
 std::vector<BuddyAction> actionsOf(
@@ -66,8 +65,7 @@ auto ActionParser::parseToolCalls(const QString& text) -> ToolRequest
 std::vector<BuddyAction> ActionParser::actions(
     const LLMToolCall& toolCall, const Calendar& calendar)
 {
-    return ActionTools::actions(toolCall.name,
-        { ActionArguments(toolCall.arguments), calendar, ActionBuilder::Origin::toolCall });
+    return ActionTools::actions(toolCall.name, { ActionArguments(toolCall.arguments), calendar });
 }
 
 QString ActionParser::stripControlFences(const QString& text)

@@ -105,7 +105,7 @@ Task<> ProposalDesk::allowAlwaysProposal(QString proposalId)
     if (!proposal || proposal->status != RuleProposal::Status::pending)
         co_return;
     if (ProposalLogic::canAllowAlways(*proposal))
-        askNoMore(*ProposalLogic::actionClass(proposal->kind));
+        m.settings.allow(*ProposalLogic::actionClass(proposal->kind));
     co_await confirmProposal(proposalId);
 }
 
@@ -179,12 +179,6 @@ auto ProposalDesk::writeUnasked(RuleProposal proposal) -> Task<Admission>
     if (registered && ProposalLogic::payloadEquivalent(*registered, proposal))
         co_await confirmWrite(*registered);
     co_return Admission::admitted;
-}
-
-void ProposalDesk::askNoMore(const QString& actionClass)
-{
-    m.settings.update(
-        [&](AppSettings& settings) { settings.actionConfirmations[actionClass] = false; });
 }
 
 std::optional<QString> ProposalDesk::settingRefusal(const RuleProposal& proposal) const

@@ -49,7 +49,6 @@ private:
     Task<Admission> handleWrite(RuleProposal proposal);
     Admission queue(const RuleProposal& proposal);
     Task<Admission> writeUnasked(RuleProposal proposal);
-    void askNoMore(const QString& actionClass);
 
     /// Also checks against the mascot that the buddy will have if the user accepts a pending
     /// change.

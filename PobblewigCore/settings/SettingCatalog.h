@@ -19,11 +19,12 @@ enum class AssistantAccess {
     none,
     /// The assistant may change it, but no prompt mentions it.
     accepted,
-    /// The assistant may change it, and prompts say so. The user can switch the confirmation off.
+    /// The assistant may change it, and prompts say so.
     proposed,
-    /// The same, but the user is always asked.
-    alwaysAsked
 };
+
+/// Which changes by the assistant ask the user even if the confirmation is switched off.
+enum class AlwaysAsks { none, toSwitchOff, all };
 
 /// The unit of a number.
 struct SettingUnit {
@@ -112,6 +113,7 @@ struct Setting {
     const char* label;
     SettingsPage page;
     AssistantAccess assistant;
+    AlwaysAsks alwaysAsks = AlwaysAsks::none;
     SettingKind kind;
     /// A sample value for models, in place of a description.
     QStringView sample = {};

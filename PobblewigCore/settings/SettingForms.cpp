@@ -4,7 +4,11 @@
 #include "settings/ActionAutonomy.h"
 #include "settings/ThemePreference.h"
 
+#include "foundation/Text.h"
+
 #include <QCoreApplication>
+#include <QDir>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -38,6 +42,25 @@ struct NamedFolder {
         };
     }
 };
+
+constexpr qsizetype longestURL = 300;
+constexpr qsizetype longestFolderName = 40;
+constexpr qsizetype longestPath = 1000;
+
+bool isFolderName(const QString& name)
+{
+    static const QRegularExpression partOfPath(QStringLiteral("[/~]"));
+    const auto isPlain = Text::plainLine(name, longestFolderName) == name;
+    return !name.isEmpty() && isPlain && !name.contains(partOfPath);
+}
+
+bool isFolderPath(const QString& path)
+{
+    const auto isBelowHome = path == u"~" || path.startsWith(u"~/");
+    // Blanks may repeat, but nothing in the path may be invisible.
+    const auto isPlain = Text::plainLine(path, longestPath) == path.simplified();
+    return isPlain && (isBelowHome || QDir::isAbsolutePath(path));
+}
 
 bool isBlank(const QString& given)
 {
@@ -201,8 +224,11 @@ void SettingForms::setQuestions(S& settings, const QStringList& ids)
 
 bool SettingForms::isSecureURL(const QString& text)
 {
-    constexpr QStringView scheme = u"https://";
-    return text.startsWith(scheme) && text.size() > scheme.size();
+    static const QRegularExpression plain(
+        QStringLiteral(
+            R"(\Ahttps://[a-z0-9]([a-z0-9.-]{0,251}[a-z0-9])?(:[0-9]{1,5})?([/?#][!-~]*)?\z)"),
+        QRegularExpression::CaseInsensitiveOption);
+    return text.size() <= longestURL && plain.match(text).hasMatch();
 }
 
 QStringList SettingForms::excludedApps(const S& settings)
@@ -231,7 +257,7 @@ QStringList SettingForms::dataSources(const S& settings)
     for (const auto& source : settings.appDataSources) {
         const auto form =
             source.enabled ? QStringLiteral("%1 (%2)") : QStringLiteral("%1 (%2, off)");
-        sources.append(form.arg(source.name, source.rootPath));
+        sources.append(form.arg(source.rootPath, source.name));
     }
     return sources;
 }
@@ -239,17 +265,17 @@ QStringList SettingForms::dataSources(const S& settings)
 bool SettingForms::setDataSources(S& settings, const JSONValue& value)
 {
     const auto folders = json::decode<std::vector<NamedFolder>>(value.toJson());
-    const auto isNameless = [](const NamedFolder& folder) {
-        return isBlank(folder.name) || isBlank(folder.path);
-    };
-    if (!folders || std::ranges::any_of(*folders, isNameless))
+    if (!folders)
         return false;
-    settings.appDataSources.clear();
+    std::vector<AppDataSource> sources;
     for (const auto& folder : *folders) {
-        settings.appDataSources.push_back({ .id = QUuid::createUuid(),
-            .name = folder.name.trimmed(),
-            .rootPath = folder.path.trimmed() });
+        const auto name = folder.name.trimmed();
+        const auto path = folder.path.trimmed();
+        if (!isFolderName(name) || !isFolderPath(path))
+            return false;
+        sources.push_back({ .id = QUuid::createUuid(), .name = name, .rootPath = path });
     }
+    settings.appDataSources = std::move(sources);
     return true;
 }
 

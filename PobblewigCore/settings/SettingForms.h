@@ -77,14 +77,18 @@ Options questions(const S& settings);
 QStringList askedQuestions(const S& settings);
 void setQuestions(S& settings, const QStringList& ids);
 
+/// An https address with a plain host name and nothing in front of it, short enough to be shown
+/// whole.
 bool isSecureURL(const QString& text);
 
 QStringList excludedApps(const S& settings);
 bool setExcludedApps(S& settings, const JSONValue& value);
 QString excludedAppsInNumbers(const S& settings);
 
+/// The path of each folder, followed by its name.
 QStringList dataSources(const S& settings);
-/// Gives each folder a new id.
+/// Gives each folder a new id. Refuses names that read like a path, and paths that cannot be shown
+/// as they are.
 bool setDataSources(S& settings, const JSONValue& value);
 QString dataSourcesInNumbers(const S& settings);
 

@@ -1,5 +1,7 @@
 #include "settings/SettingsStore.h"
 
+#include "settings/ActionAutonomy.h"
+
 namespace pobblewig {
 
 SettingsStore::SettingsStore(const std::optional<DataDirectory>& directory,
@@ -22,6 +24,26 @@ void SettingsStore::update(const std::function<void(AppSettings&)>& change)
 {
     change(m_settings);
     m_file.save(m_settings);
+}
+
+std::vector<QString> SettingsStore::allowances() const
+{
+    std::vector<QString> classes;
+    for (const auto& [actionClass, asks] : m_settings.actionConfirmations) {
+        if (!ActionAutonomy::requiresConfirmation(actionClass, m_settings))
+            classes.push_back(actionClass);
+    }
+    return classes;
+}
+
+void SettingsStore::allow(const QString& actionClass)
+{
+    update([&](AppSettings& settings) { settings.actionConfirmations[actionClass] = false; });
+}
+
+void SettingsStore::revokeAllowance(const QString& actionClass)
+{
+    update([&](AppSettings& settings) { settings.actionConfirmations.erase(actionClass); });
 }
 
 QString SettingsStore::resolvedCanvasBaseURL(const Environment& environment) const

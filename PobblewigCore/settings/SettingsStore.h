@@ -26,6 +26,12 @@ public:
 
     void update(const std::function<void(AppSettings&)>& change);
 
+    /// The classes of actions that the user has allowed without a question.
+    std::vector<QString> allowances() const;
+    void allow(const QString& actionClass);
+    /// Asks about these actions again.
+    void revokeAllowance(const QString& actionClass);
+
     /// The user's address, else the variable CANVAS_BASE_URL, else the deployment's default.
     QString resolvedCanvasBaseURL(const Environment& environment) const;
 

@@ -136,26 +136,25 @@ QString shortValue(const Setting& setting, const AppSettings& settings)
     return setting.summary ? setting.summary(settings) : std::visit(words, setting.kind);
 }
 
-QStringList keys(SettingCatalog::Rows rows, AssistantAccess least)
+} // namespace
+
+QStringList SettingsWriteLogic::allowedKeys(Rows rows)
 {
     QStringList keys;
     for (const auto& setting : rows) {
-        if (setting.assistant >= least)
+        if (setting.assistant != AssistantAccess::none)
             keys.append(setting.key.toString());
     }
     return keys;
 }
 
-} // namespace
-
-QStringList SettingsWriteLogic::allowedKeys(Rows rows)
+bool SettingsWriteLogic::alwaysAsks(const QString& key, const JSONValue& value, Rows rows)
 {
-    return keys(rows, AssistantAccess::accepted);
-}
-
-QStringList SettingsWriteLogic::alwaysConfirmKeys(Rows rows)
-{
-    return keys(rows, AssistantAccess::alwaysAsked);
+    const auto* setting = SettingCatalog::find(key, rows);
+    if (!setting || setting->alwaysAsks == AlwaysAsks::none)
+        return false;
+    const auto* const isOn = value.boolean();
+    return setting->alwaysAsks == AlwaysAsks::all || (isOn && !*isOn);
 }
 
 const Setting* SettingsWriteLogic::allowed(const QString& key, Rows rows)
@@ -170,6 +169,16 @@ std::optional<QString> SettingsWriteLogic::validate(
     auto changed = current;
     const auto outcome = apply(key, value, changed, rows);
     return outcome ? std::nullopt : std::optional(outcome.error().reason);
+}
+
+bool SettingsWriteLogic::isInEffect(
+    const QString& key, const JSONValue& value, const AppSettings& settings, Rows rows)
+{
+    const auto* setting = allowed(key, rows);
+    auto changed = settings;
+    // Compared as texts, since each write gives the entries of a list new ids.
+    return setting && write(*setting, value, changed)
+        && SettingTexts::value(*setting, changed) == SettingTexts::value(*setting, settings);
 }
 
 tl::expected<QString, SettingsWriteError> SettingsWriteLogic::apply(

@@ -25,6 +25,17 @@ QString apply(const char* key, const char* text, AppSettings& settings)
         .value_or(u"refused"_s);
 }
 
+/// The keys whose change to this value asks whatever is allowed.
+QStringList asking(bool value)
+{
+    QStringList keys;
+    for (const auto& setting : SettingCatalog::all()) {
+        if (SettingsWriteLogic::alwaysAsks(setting.key.toString(), value))
+            keys.append(setting.key.toString());
+    }
+    return keys;
+}
+
 /// Nothing is stored of a value that is refused.
 void refused(const char* key, const char* text, const char* demand)
 {
@@ -79,10 +90,19 @@ private Q_SLOTS:
         refused("cloudSyncEnabled", "'true'", "a boolean");
         refused("maxActivitySessions", "'100'", "a number");
         refused("excludedBundleIDs", "['a', ' \\n']", "an array of bundle-ID strings");
-        refused("canvasBaseURL", "'https://'", "an https:// URL");
-        refused("canvasBaseURL", "'http://x'", "an https:// URL");
-        refused("appDataSources", "[{'name':'a','path':' '}]",
-            R"(an array of {"name":"...","path":"..."} entries)");
+        for (const auto* url :
+            { "'https://'", "'http://x'", "'https://canvas.school.edu@evil.example'",
+                "'https://evil.example\\\\@school.edu'", "'https://[::1]/'",
+                "'https://ev\u0456l.example'", "'https://evil.example /'" })
+            refused(
+                "canvasBaseURL", url, "an https:// URL with a plain host name and no user name");
+        for (const auto* folder : { "'name':'a','path':' '", "'name':' ','path':'/n'",
+                 "'name':'~/Documents','path':'/'", "'name':'Lectures (/home','path':'/n'",
+                 "'name':'Lecture slides of all the courses of mine','path':'/n'",
+                 "'name':'a','path':'n'", "'name':'a','path':'/n\u200b'" })
+            refused("appDataSources", qPrintable(u"[{%1}]"_s.arg(QString::fromUtf8(folder))),
+                R"(an array of {"name":"...","path":"..."} entries, each name at most 40 )"
+                "characters without / and ~, each path absolute or below ~");
     }
     void aValueIsStoredAndSaidOrRefusedAndExplained()
     {
@@ -148,8 +168,14 @@ private Q_SLOTS:
         QCOMPARE(users.join(u' '),
             u"mascotSizeScale memeModeEnabled memoryEnabled actionConfirmations "
             "dailyBriefingEnabled themePreference accentChoice");
-        QCOMPARE(SettingsWriteLogic::alwaysConfirmKeys().join(u' '),
-            u"excludedBundleIDs cloudSyncEnabled appDataSources");
+        QCOMPARE(asking(true).join(u' '),
+            u"excludedBundleIDs maxActivitySessions activityRetentionDays canvasBaseURL "
+            "canvasSyncEnabled classroomSyncEnabled calendarSyncEnabled remindersSyncEnabled "
+            "cloudSyncEnabled appDataSources");
+        auto lifting = asking(false);
+        for (const auto& key : asking(true))
+            lifting.removeOne(key);
+        QCOMPARE(lifting.join(u' '), u"pausedIndefinitely");
         const auto refusal = u"'%1' is not a setting the assistant may change"_s;
         for (const auto& key : { u"memoryEnabled"_s, u"%1"_s })
             QCOMPARE(SettingsWriteLogic::validate(key, false, {}), refusal.arg(key));
@@ -161,7 +187,8 @@ private Q_SLOTS:
         const Setting row { .key = u"dailyNaps",
             .label = "Naps a day",
             .page = SettingsPage::activity,
-            .assistant = AssistantAccess::alwaysAsked,
+            .assistant = AssistantAccess::proposed,
+            .alwaysAsks = AlwaysAsks::all,
             .kind = NumberSetting { &AppSettings::maxActivitySessions, 1, 3, &naps },
             .sample = u"2 at best" };
         const SettingCatalog::Rows rows(&row, 1);
@@ -172,7 +199,7 @@ private Q_SLOTS:
         QCOMPARE(SettingsWriteLogic::apply(key, 9, settings, rows).value_or(QString()),
             u"dailyNaps → 3 naps"_s);
         QCOMPARE(SettingTexts::value(row, settings), u"3 naps"_s);
-        QCOMPARE(SettingsWriteLogic::alwaysConfirmKeys(rows), Prompts::settingKeys(rows));
+        QVERIFY(SettingsWriteLogic::alwaysAsks(key, 9, rows));
         QCOMPARE(Prompts::settingEncodings(rows), u"a whole number for dailyNaps (2 at best)"_s);
         QCOMPARE(SettingCatalog::onPage(SettingsPage::activity, rows).size(), 1u);
     }
@@ -233,7 +260,7 @@ private Q_SLOTS:
         QVERIFY(!sources[0].id.isNull() && sources[0].id != sources[1].id && sources[0].enabled);
         sources[1].enabled = false;
         const auto& setting = *SettingCatalog::find(u"appDataSources"_s);
-        QCOMPARE(SettingTexts::value(setting, settings), u"%2 (/n), Same (~, off)"_s);
+        QCOMPARE(SettingTexts::value(setting, settings), u"/n (%2), ~ (Same, off)"_s);
     }
 };
 

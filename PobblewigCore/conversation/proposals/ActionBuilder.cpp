@@ -14,7 +14,7 @@ using ActionBuilder::Request;
 
 constexpr int defaultCooldownMinutes = 120;
 constexpr int defaultModeMinutes = 60;
-constexpr int mostMinutesOfACall = 7 * 24 * 60;
+constexpr int mostModeMinutes = 8 * 60;
 
 template <typename Enum>
 std::optional<Enum> named(const std::optional<QString>& name)
@@ -178,10 +178,7 @@ Actions ActionBuilder::temporaryMode(const Request& request)
     const auto mode = named<CoachMode>(request.line(QStringLiteral("mode")));
     if (!mode)
         return {};
-    using Limits = std::numeric_limits<int>;
-    const bool isCall = request.origin == Origin::toolCall;
-    const auto minutes = request.arguments.integer(QStringLiteral("minutes"),
-        isCall ? 1 : Limits::min(), isCall ? mostMinutesOfACall : Limits::max());
+    const auto minutes = request.arguments.integer(QStringLiteral("minutes"), 1, mostModeMinutes);
     return { TemporaryMode { *mode, minutes.value_or(defaultModeMinutes) } };
 }
 

@@ -6,21 +6,13 @@
 #include <vector>
 
 /// Turns the arguments of an action into actions, or into none if a required argument is absent.
-/// `Origin` tells whether the model called a function or wrote a block.
 namespace pobblewig::ActionBuilder {
 
 using Actions = std::vector<BuddyAction>;
 
-enum class Origin {
-    block,
-    /// Clamps the minutes of a mode to what a user can set.
-    toolCall,
-};
-
 struct Request {
     const ActionArguments& arguments;
     const Calendar& calendar;
-    Origin origin = Origin::block;
 
     std::optional<QString> line(const QString& name) const { return arguments.line(name); }
     std::optional<GivenTime> date(const QString& name) const
@@ -38,6 +30,7 @@ Actions newPersona(const Request& request);
 /// A change of colours is a separate proposal, since the user answers each on its own.
 Actions newMascot(const Request& request);
 Actions forgottenMemory(const Request& request);
+/// For at most eight hours, since the user is not asked.
 Actions temporaryMode(const Request& request);
 
 } // namespace pobblewig::ActionBuilder

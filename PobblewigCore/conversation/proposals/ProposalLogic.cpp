@@ -10,15 +10,16 @@ namespace pobblewig {
 
 namespace {
 
-bool changesOneOf(const RuleProposal& proposal, const QStringList& keys)
+bool changesWhatAlwaysAsks(const RuleProposal& proposal)
 {
-    return proposal.settingsChange && keys.contains(proposal.settingsChange->key);
+    const auto& change = proposal.settingsChange;
+    return change && SettingsWriteLogic::alwaysAsks(change->key, change->value);
 }
 
 bool changesMascot(const BuddyAction& action)
 {
     const auto* proposal = std::get_if<RuleProposal>(&action);
-    return proposal && changesOneOf(*proposal, { QStringLiteral("mascot") });
+    return proposal && proposal->settingsChange && proposal->settingsChange->key == u"mascot";
 }
 
 bool hasID(const std::vector<RuleProposal>& proposals, const QString& proposalId)
@@ -71,7 +72,7 @@ bool ProposalLogic::needsConfirmation(
     const RuleProposal& proposal, const std::map<QString, bool>& actionConfirmations)
 {
     const auto kind = actionClass(proposal.kind);
-    return !kind || changesOneOf(proposal, SettingsWriteLogic::alwaysConfirmKeys())
+    return !kind || changesWhatAlwaysAsks(proposal)
         || ActionAutonomy::requiresConfirmation(*kind, actionConfirmations);
 }
 

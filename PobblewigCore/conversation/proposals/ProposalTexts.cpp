@@ -1,10 +1,12 @@
 #include "conversation/proposals/ProposalTexts.h"
 
+#include "conversation/proposals/ProposalLogic.h"
 #include "foundation/Text.h"
 #include "settings/SettingTexts.h"
 #include "settings/SettingsWriteLogic.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QSet>
 
 #include <algorithm>
@@ -16,6 +18,7 @@ namespace {
 constexpr qsizetype titleLength = 200;
 constexpr qsizetype notesLength = 300;
 constexpr qsizetype entryLength = 100;
+constexpr qsizetype wholeEntryLength = 1'050;
 constexpr qsizetype valueLength = 300;
 constexpr qsizetype mostEntries = 20;
 /// Long enough for a whole note and the words around it.
@@ -64,6 +67,13 @@ void add(Lines& lines, const QString& label, const QString& text)
         lines.append(QStringLiteral("%1: %2").arg(label, text));
 }
 
+/// Adds a line for each entry.
+void addEach(Lines& lines, const QString& label, const QStringList& entries)
+{
+    for (const auto& entry : entries)
+        add(lines, label, embedded(entry, wholeEntryLength));
+}
+
 QString span(const ProposedCalendarEvent& event, const Calendar& calendar)
 {
     const auto text = ProposalTexts::when(event.start, event.allDay, calendar);
@@ -107,6 +117,13 @@ QStringList without(QStringList entries, const QStringList& others)
     return entries;
 }
 
+/// Whether each entry of the list has a line of its own, so that none hides behind another.
+bool isAlwaysWhole(const Setting& setting)
+{
+    return setting.alwaysAsks == AlwaysAsks::all
+        && std::holds_alternative<ListSetting>(setting.kind);
+}
+
 /// Describes the change from one value of a setting to another.
 Lines change(const Setting& setting, const AppSettings& before, const AppSettings& after)
 {
@@ -116,11 +133,49 @@ Lines change(const Setting& setting, const AppSettings& before, const AppSetting
                               embedded(SettingTexts::value(setting, after), valueLength));
     const auto old = SettingTexts::entries(setting, before);
     const auto now = SettingTexts::entries(setting, after);
-    if (line.size() <= oneLineLength || (old.isEmpty() && now.isEmpty()))
+    const auto isShort = line.size() <= oneLineLength || (old.isEmpty() && now.isEmpty());
+    if (isShort && !isAlwaysWhole(setting))
         return { line };
     Lines lines { QStringLiteral("%1: %2 → %3").arg(label).arg(old.size()).arg(now.size()) };
-    add(lines, Texts::tr("Added"), listed(without(now, old)));
-    add(lines, Texts::tr("Removed"), listed(without(old, now)));
+    const auto added = without(now, old);
+    const auto removed = without(old, now);
+    if (isAlwaysWhole(setting)) {
+        addEach(lines, Texts::tr("Added"), added);
+        addEach(lines, Texts::tr("Removed"), removed);
+    } else {
+        add(lines, Texts::tr("Added"), listed(added));
+        add(lines, Texts::tr("Removed"), listed(removed));
+    }
+    return lines;
+}
+
+/// What is shared by a folder that holds far more than its name says, or nothing.
+QString warning(const AppDataSource& source)
+{
+    const auto home = QDir::homePath();
+    auto path = source.rootPath;
+    if (path == u"~" || path.startsWith(u"~/"))
+        path.replace(0, 1, home);
+    path = QDir::cleanPath(path);
+    if (path == u"/")
+        return Texts::tr("Careful: %1 is everything on this computer.").arg(source.rootPath);
+    if (home == path || home.startsWith(path + u'/'))
+        return Texts::tr("Careful: %1 is everything in your home folder.").arg(source.rootPath);
+    return {};
+}
+
+/// For the folders that are new.
+Lines warnings(const AppSettings& before, const AppSettings& after)
+{
+    Lines lines;
+    for (const auto& source : after.appDataSources) {
+        const auto isKnown =
+            std::ranges::find(before.appDataSources, source.rootPath, &AppDataSource::rootPath)
+            != before.appDataSources.end();
+        if (const auto text = warning(source); !isKnown && !text.isEmpty())
+            lines.append(text);
+    }
+    lines.removeDuplicates();
     return lines;
 }
 
@@ -134,7 +189,7 @@ Lines settingLines(const ProposedSettingsChange& proposed, const AppSettings& be
                      .arg(embedded(label, entryLength),
                          embedded(proposed.value.displayString(), valueLength)) };
     }
-    auto lines = change(*setting, before, after);
+    auto lines = warnings(before, after) + change(*setting, before, after);
     // A new mascot, for example, can change the colours as well.
     for (const auto& other : SettingCatalog::all()) {
         const auto changes =
@@ -158,14 +213,17 @@ Lines ruleLines(const RuleProposal& rule)
         watched.append({ names->begin(), names->end() });
     // An empty name matches every application.
     std::ranges::replace(watched, QString(), Texts::tr("any app"));
+    const auto isLong = watched.size() > mostEntries;
     QStringList silent;
     for (const auto mode : rule.excludedModes)
         silent.append(displayName(mode));
     Lines lines { titled(rule.name) };
-    lines.append(watched.isEmpty()
-            ? Texts::tr("Watches nothing")
-            : Texts::tr("Checks in after %1 of %2")
-                  .arg(minutesInWords(rule.thresholdMinutes), listed(watched)));
+    lines.append(watched.isEmpty() ? Texts::tr("Watches nothing")
+                                   : Texts::tr("Checks in after %1 of %2")
+                                         .arg(minutesInWords(rule.thresholdMinutes),
+                                             isLong ? Texts::tr("any of these") : listed(watched)));
+    if (isLong)
+        addEach(lines, Texts::tr("Watches"), watched);
     lines.append(
         Texts::tr("At most every %1, in a %2 tone")
             .arg(minutesInWords(rule.cooldownMinutes), EnumNames::text(rule.responseStyle)));
@@ -214,7 +272,10 @@ Lines lines(const RuleProposal& proposal, const AppSettings& settings, const Cal
 ProposalWords ProposalTexts::words(
     const RuleProposal& proposal, const AppSettings& settings, const Calendar& calendar)
 {
-    ProposalWords words { title(proposal.kind), lines(proposal, settings, calendar) };
+    ProposalWords words { .title = title(proposal.kind),
+        .lines = lines(proposal, settings, calendar),
+        .isInFull = proposal.kind != RuleProposal::Kind::forgetMemory
+            && !ProposalLogic::canAllowAlways(proposal) };
     if (words.lines.isEmpty())
         words.lines.append(name(proposal));
     return words;
@@ -229,6 +290,24 @@ QString ProposalTexts::when(TimePoint time, bool isDay, const Calendar& calendar
 QString ProposalTexts::name(const RuleProposal& proposal)
 {
     return titled(proposal.name);
+}
+
+QString ProposalTexts::allowAlways(const RuleProposal& proposal)
+{
+    if (!ProposalLogic::canAllowAlways(proposal))
+        return {};
+    switch (proposal.kind) {
+    case RuleProposal::Kind::calendarEvent:
+        return Texts::tr("Allow always for calendar events");
+    case RuleProposal::Kind::reminder:
+        return Texts::tr("Allow always for reminders");
+    case RuleProposal::Kind::settingsChange:
+        return Texts::tr("Allow always for ordinary settings");
+    case RuleProposal::Kind::rule:
+    case RuleProposal::Kind::forgetMemory:
+        break;
+    }
+    return {};
 }
 
 } // namespace pobblewig

@@ -14,6 +14,8 @@ struct ProposalWords {
     QString title;
     /// One line each about the current and the proposed state, the most important first.
     QStringList lines;
+    /// Whether no line may be shortened.
+    bool isInFull = false;
 
     bool operator==(const ProposalWords&) const = default;
 };
@@ -30,6 +32,9 @@ QString when(TimePoint time, bool isDay, const Calendar& calendar);
 
 /// The proposal's own name, treated the same way.
 QString name(const RuleProposal& proposal);
+
+/// The answer that allows this kind of change for good and names the kind; empty if there is none.
+QString allowAlways(const RuleProposal& proposal);
 
 } // namespace ProposalTexts
 

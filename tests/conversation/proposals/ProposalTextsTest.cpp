@@ -67,9 +67,20 @@ private Q_SLOTS:
         row("a long list",
             change(u"appDataSources"_s,
                 JSONValue::Array { folder("Thesis", "~/thesis"), folder("כתבים", "/w") }),
-            "Folders the assistant may read: 1 → 2|"
-            "Added: Thesis (~/thesis), \u2068כתבים (/w)\u2069|"
-            "Removed: Notes (/home/me/a rather long way to the folder of notes)");
+            "Folders the assistant may read: 1 → 2|Added: ~/thesis (Thesis)|"
+            "Added: \u2068/w (כתבים)\u2069|"
+            "Removed: /home/me/a rather long way to the folder of notes (Notes)");
+        row("everything",
+            change(u"appDataSources"_s,
+                JSONValue::Array { folder("Lecture slides", "//"), folder("Notes", "~/.") }),
+            "Careful: // is everything on this computer.|"
+            "Careful: ~/. is everything in your home folder.|"
+            "Folders the assistant may read: 1 → 2|Added: // (Lecture slides)|"
+            "Added: ~/. (Notes)|"
+            "Removed: /home/me/a rather long way to the folder of notes (Notes)");
+        row("under cover of another",
+            change(u"canvasBaseURL"_s, u"https://school.edu@evil.example"_s),
+            "Canvas address cannot be set to https://school.edu@evil.example");
         row("nothing new", change(u"excludedBundleIDs"_s, JSONValue::Array {}),
             "Excluded apps: 7 → 7");
         row("without what belongs to it",
@@ -134,7 +145,29 @@ private Q_SLOTS:
         }
         QCOMPARE(text(rule).indexOf(u'|'), 201);
         QCOMPARE(ProposalTexts::name(rule).size(), 201);
-        QVERIFY(text(rule).contains(u"… and 980 more|"));
+    }
+
+    void nothingHidesInAListThatAlwaysAsks()
+    {
+        JSONValue::Array folders;
+        RuleProposal rule { .name = u"Apps"_s };
+        for (int number = 0; number < 30; ++number) {
+            const auto path = u"/folder/%1"_s.arg(number).toUtf8();
+            folders.push_back(folder("Slides", path.constData()));
+            rule.applicationMatch.push_back(QString::fromUtf8(path));
+        }
+        for (const auto& proposal : { change(u"appDataSources"_s, folders), rule }) {
+            const auto words = ProposalTexts::words(proposal, settings(), calendar);
+            QVERIFY(words.isInFull);
+            QCOMPARE(words.lines.filter(u"/folder/"_s).size(), 30);
+        }
+    }
+
+    void anAllowanceNamesItsScope()
+    {
+        QCOMPARE(ProposalTexts::allowAlways(change(u"mode"_s, u"focus"_s)),
+            u"Allow always for ordinary settings"_s);
+        QCOMPARE(ProposalTexts::allowAlways(change(u"canvasBaseURL"_s, u"https://x"_s)), QString());
     }
 };
 
