@@ -43,6 +43,7 @@ ChatService::ChatService(const Stores& stores, const Moment& moment, Surrounding
     , m_tools({}, m.wording)
     , m_router(stores.usage, m.models, m.loadingPause)
     , m_screenshots(m.screen, stores.settings, m.wording)
+    , m_captureConsent(stores.settings, moment, m.patience)
     , m_messages(stores.history.messages())
 {
 }
@@ -272,6 +273,7 @@ ToolRunner ChatService::tools(const std::stop_token& stop)
         .isMemoryEnabled = [this] { return isMemoryEnabled(); },
         .stop = stop,
         .screenshots = m_screenshots,
+        .consent = m_captureConsent,
         .captured =
             [this, stop](const QString& description) {
                 if (!stop.stop_requested())

@@ -34,6 +34,8 @@ public:
         /// Null if memory cannot be read.
         MemoryToolExecutor* toolExecutor = nullptr;
         ScreenAccess screen = {};
+        /// How long the user may take to allow the model a picture.
+        std::chrono::milliseconds patience = CaptureConsent::usualPatience;
         PlatformWording wording;
         /// How long to wait before a model that is still loading is asked again.
         std::chrono::milliseconds loadingPause = std::chrono::seconds(2);
@@ -73,6 +75,9 @@ public:
 
     /// A description of the screenshot while its turn runs.
     const std::optional<QString>& captureIndicator() const { return m_captureIndicator; }
+
+    /// Asks the user before the model looks at the screen by itself.
+    CaptureConsent& captureConsent() { return m_captureConsent; }
 
     /// The tools of the latest round, with failures marked.
     const std::vector<QString>& lastToolCalls() const { return m_lastToolCalls; }
@@ -199,6 +204,7 @@ private:
     BuddyTools m_tools;
     ModelRouter m_router;
     ScreenshotTaker m_screenshots;
+    CaptureConsent m_captureConsent;
 
     std::vector<ChatMessage> m_messages;
     ReplyPreview m_preview;

@@ -14,6 +14,19 @@ MemoryToolResult captureResult(bool ok, const QString& text)
     return { .name = TurnTools::screenCapture.toString(), .ok = ok, .text = text };
 }
 
+std::optional<QString> refusal(CaptureConsent::Verdict verdict)
+{
+    switch (verdict) {
+    case CaptureConsent::Verdict::granted:
+        return std::nullopt;
+    case CaptureConsent::Verdict::denied:
+        return QStringLiteral("the user did not allow a picture");
+    case CaptureConsent::Verdict::paused:
+        return QStringLiteral("observation is paused, so there are no pictures of the screen");
+    }
+    Q_UNREACHABLE();
+}
+
 } // namespace
 
 ToolRunner::ToolRunner(Dependencies dependencies)
@@ -111,7 +124,18 @@ Task<MemoryToolResult> ToolRunner::runScreenCapture()
     if (m_toolScreenshot)
         co_return captureResult(
             false, QStringLiteral("refused: at most one screen capture per request"));
-    if (!m.screenshots.isAvailable() || m.screenshots.isTaking())
+    if (!m_captureRefusal && canCapture()) {
+        const auto verdict = co_await m.consent.ask(m.stop);
+        m_captureRefusal = refusal(verdict);
+    }
+    if (m_captureRefusal)
+        co_return captureResult(false, *m_captureRefusal);
+    co_return co_await capture();
+}
+
+Task<MemoryToolResult> ToolRunner::capture()
+{
+    if (!canCapture())
         co_return captureResult(false, QStringLiteral("error: screen capture is not available"));
     const auto screenshot = co_await m.screenshots.take();
     if (!screenshot)

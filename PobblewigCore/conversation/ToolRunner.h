@@ -1,6 +1,7 @@
 #pragma once
 
 #include "conversation/BuddyTools.h"
+#include "conversation/CaptureConsent.h"
 #include "conversation/ScreenshotTaker.h"
 #include "tools/MemoryToolExecutor.h"
 
@@ -21,9 +22,12 @@ public:
         MemoryToolExecutor* executor = nullptr;
         /// Asked for each call. While false, no memory tool runs, even if a model knows its name.
         std::function<bool()> isMemoryEnabled;
-        /// A call that has not begun when the turn is stopped never runs.
+        /// A call that has not begun when the turn is stopped never runs. Ends a wait for the
+        /// user's consent.
         std::stop_token stop = {};
         ScreenshotTaker& screenshots;
+        /// Asked before each picture.
+        CaptureConsent& consent;
         /// Called with the description of each picture taken.
         std::function<void(const QString& description)> captured;
     };
@@ -61,10 +65,14 @@ private:
     Task<MemoryToolResult> runHere(MemoryToolCall call);
     MemoryToolResult describeTool(const MemoryToolCall& call);
     Task<MemoryToolResult> runScreenCapture();
+    bool canCapture() const { return m.screenshots.isAvailable() && !m.screenshots.isTaking(); }
+    Task<MemoryToolResult> capture();
 
     Dependencies m;
     std::set<QString> m_expanded;
     std::optional<QByteArray> m_toolScreenshot;
+    /// Why there is no picture, once the user was asked in vain.
+    std::optional<QString> m_captureRefusal;
 };
 
 } // namespace pobblewig

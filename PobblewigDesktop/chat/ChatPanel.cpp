@@ -29,6 +29,19 @@ constexpr QSize leastSize(300, 320);
 constexpr int margin = 12;
 constexpr int gap = 8;
 
+CaptureConsent::Answer captureAnswer(ProposalAnswer answer)
+{
+    switch (answer) {
+    case ProposalAnswer::confirm:
+        return CaptureConsent::Answer::lookNow;
+    case ProposalAnswer::dismiss:
+        return CaptureConsent::Answer::notNow;
+    case ProposalAnswer::allowAlways:
+        return CaptureConsent::Answer::allowUntilQuit;
+    }
+    Q_UNREACHABLE();
+}
+
 QToolButton* inputButton(const QString& name, QWidget* parent)
 {
     auto* const button = new QToolButton(parent);
@@ -74,6 +87,7 @@ ChatPanel::ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget*
     showError();
     showHint();
     showCapture();
+    showCaptureQuestion();
 }
 
 void ChatPanel::setTheme(const Palette& palette)
@@ -187,7 +201,6 @@ void ChatPanel::arrange()
     below->addWidget(m_hint);
     below->addWidget(m_error);
     below->addWidget(m_cutOff);
-    below->addWidget(m_proposals);
     below->addWidget(m_capture);
     below->addLayout(writing);
 
@@ -195,10 +208,15 @@ void ChatPanel::arrange()
     find->setContentsMargins(margin, gap / 2, margin, gap / 2);
     find->addWidget(m_findBar);
 
+    auto* const proposals = new QVBoxLayout;
+    proposals->setContentsMargins(margin, gap, margin, 0);
+    proposals->addWidget(m_proposals);
+
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(m_header);
+    column->addLayout(proposals);
     column->addLayout(find);
     column->addWidget(m_view, 1);
     column->addLayout(below);
@@ -212,6 +230,8 @@ void ChatPanel::connectChat()
     connect(&m_chat, &ChatService::messagesChanged, this, &ChatPanel::showRemedy);
     connect(&m_chat, &ChatService::noticeChanged, this, &ChatPanel::showHint);
     connect(&m_chat, &ChatService::captureIndicatorChanged, this, &ChatPanel::showCapture);
+    connect(&m_chat.captureConsent(), &CaptureConsent::isAskingChanged, this,
+        &ChatPanel::showCaptureQuestion);
     connect(m_feed, &ConversationFeed::textsChanged, m_find, &ConversationFind::refresh);
 }
 
@@ -225,7 +245,7 @@ void ChatPanel::connectControls()
     connect(m_findBar, &FindBar::closeRequested, m_find, &ConversationFind::close);
     connect(m_error, &Banner::actionTriggered, this, &ChatPanel::remedy);
     connect(m_cutOff, &Banner::actionTriggered, &m_chat, &ChatService::continueReply);
-    connect(m_proposals, &ProposalBanners::answered, this, &ChatPanel::proposalAnswered);
+    connect(m_proposals, &ProposalBanners::answered, this, &ChatPanel::answer);
     connect(
         m_proposals, &ProposalBanners::focusGivenUp, m_input, qOverload<>(&MessageInput::setFocus));
     connect(m_input, &MessageInput::submitted, this, &ChatPanel::send);
@@ -249,6 +269,8 @@ void ChatPanel::showTurn()
 
 QString ChatPanel::state() const
 {
+    if (m_chat.captureConsent().isAsking())
+        return tr("waiting for your answer…");
     if (m_chat.isInTurn())
         return tr("thinking…");
     return m_isClosingSession ? tr("Summing up the day…") : m_stateText;
@@ -295,6 +317,20 @@ void ChatPanel::showCapture()
     const auto& indicator = m_chat.captureIndicator();
     PanelStyle::setText(*m_capture, indicator.value_or(QString()));
     m_capture->setVisible(indicator.has_value());
+}
+
+void ChatPanel::showCaptureQuestion()
+{
+    m_proposals->setCaptureQuestion(m_chat.captureConsent().isAsking());
+    showTurn();
+}
+
+void ChatPanel::answer(const QString& id, ProposalAnswer answer)
+{
+    if (id == ProposalBanners::captureId)
+        m_chat.captureConsent().answer(captureAnswer(answer));
+    else
+        Q_EMIT proposalAnswered(id, answer);
 }
 
 void ChatPanel::send()

@@ -80,6 +80,8 @@ private:
     void showHint();
     void remedy();
     void showCapture();
+    void showCaptureQuestion();
+    void answer(const QString& id, ProposalAnswer answer);
     void send();
     void sendWithScreen();
     void submit(const QString& text, ChatService::Screenshot screenshot);

@@ -3,7 +3,6 @@
 #include "PobblewigDesktop/controls/Icons.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 #include "PobblewigDesktop/controls/WrappedLabel.h"
-#include "conversation/proposals/ProposalLogic.h"
 
 #include <QAccessible>
 #include <QHBoxLayout>
@@ -26,22 +25,22 @@ constexpr int mostLinesOfOthers = 2;
 
 } // namespace
 
-ProposalBanner::ProposalBanner(const RuleProposal& proposal, QWidget* parent)
+ProposalBanner::ProposalBanner(const BannerQuestion& question, QWidget* parent)
     : QGroupBox(parent)
-    , m_proposalId(proposal.proposalId)
+    , m_id(question.id)
     , m_title(new QLabel(this))
     , m_expander(new QToolButton(this))
     , m_column(new QVBoxLayout)
     , m_answerRow(new QHBoxLayout)
 {
     setObjectName(QStringLiteral("proposal"));
-    setAccessibleName(tr("Proposal: %1").arg(ProposalTexts::name(proposal)));
+    setAccessibleName(question.name);
     m_title->setTextFormat(Qt::PlainText);
     PanelStyle::setRole(*m_title, QStringLiteral("caption"));
     m_expander->setObjectName(QStringLiteral("expander"));
     m_expander->setFocusPolicy(Qt::TabFocus);
     connect(m_expander, &QToolButton::clicked, this, &ProposalBanner::toggle);
-    addAnswers(ProposalLogic::canAllowAlways(proposal));
+    addAnswers(question);
     arrange();
 }
 
@@ -118,18 +117,18 @@ void ProposalBanner::showEvent(QShowEvent* event)
     QAccessible::updateAccessibility(&alert);
 }
 
-void ProposalBanner::addAnswers(bool canAllowAlways)
+void ProposalBanner::addAnswers(const BannerQuestion& question)
 {
     auto* const usual = new QHBoxLayout;
     usual->setSpacing(gap);
-    usual->addWidget(answer(tr("Confirm"), QStringLiteral("primary"), ProposalAnswer::confirm));
-    usual->addWidget(answer(tr("Dismiss"), QString(), ProposalAnswer::dismiss));
+    usual->addWidget(answer(question.confirm, QStringLiteral("primary"), ProposalAnswer::confirm));
+    usual->addWidget(answer(question.dismiss, QString(), ProposalAnswer::dismiss));
     usual->addStretch();
     m_answerRow->setSpacing(gap);
     m_answerRow->addLayout(usual, 1);
-    if (canAllowAlways)
+    if (!question.allowAlways.isEmpty())
         m_answerRow->addWidget(
-            answer(tr("Allow always"), QStringLiteral("quiet"), ProposalAnswer::allowAlways), 0,
+            answer(question.allowAlways, QStringLiteral("quiet"), ProposalAnswer::allowAlways), 0,
             Qt::AlignLeft);
 }
 
@@ -145,7 +144,7 @@ QPushButton* ProposalBanner::answer(const QString& name, const QString& role, Pr
     connect(button, &QPushButton::clicked, this, [this, answer] {
         giveUpFocus();
         setAnswerable(false);
-        Q_EMIT answered(m_proposalId, answer);
+        Q_EMIT answered(m_id, answer);
     });
     m_answers.push_back(button);
     return button;
@@ -181,7 +180,7 @@ void ProposalBanner::showLines()
 {
     for (auto* const line : m_lines) {
         const auto most = line == m_lines.front() ? mostLinesOfTheFirst : mostLinesOfOthers;
-        line->setMostLines(m_isExpanded ? WrappedLabel::unlimited : most);
+        line->setMostLines(m_isExpanded || m_words.isInFull ? WrappedLabel::unlimited : most);
     }
     const auto name = m_isExpanded ? tr("Show less") : tr("Show all");
     m_expander->setAccessibleName(name);
@@ -196,7 +195,7 @@ void ProposalBanner::showExpander()
         return line->lineCount()
             > (line == m_lines.front() ? mostLinesOfTheFirst : mostLinesOfOthers);
     };
-    m_expander->setVisible(std::ranges::any_of(m_lines, isLong));
+    m_expander->setVisible(!m_words.isInFull && std::ranges::any_of(m_lines, isLong));
 }
 
 } // namespace pobblewig

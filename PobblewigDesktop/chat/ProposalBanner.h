@@ -18,16 +18,27 @@ namespace pobblewig {
 
 class WrappedLabel;
 
-/// A change that waits for the user's answer: its description, and the answers to choose from. A
+/// What a banner asks.
+struct BannerQuestion {
+    QString id;
+    /// For assistive technology.
+    QString name;
+    QString confirm;
+    QString dismiss;
+    /// Empty if this is no answer.
+    QString allowAlways;
+};
+
+/// A question that waits for the user: what it is about, and the answers to choose from. A
 /// group for assistive technology. Only the pointer, Tab and Space reach the answers; Enter does
 /// not.
 class ProposalBanner : public QGroupBox {
     Q_OBJECT
 
 public:
-    explicit ProposalBanner(const RuleProposal& proposal, QWidget* parent = nullptr);
+    explicit ProposalBanner(const BannerQuestion& question, QWidget* parent = nullptr);
 
-    const QString& proposalId() const { return m_proposalId; }
+    const QString& id() const { return m_id; }
     const ProposalWords& words() const { return m_words; }
 
     /// In the order in which Tab reaches them.
@@ -43,7 +54,7 @@ public:
     void giveUpFocus();
 
 Q_SIGNALS:
-    void answered(const QString& proposalId, ProposalAnswer answer);
+    void answered(const QString& id, ProposalAnswer answer);
 
     /// Nothing has the focus now.
     void focusGivenUp();
@@ -54,14 +65,14 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    void addAnswers(bool canAllowAlways);
+    void addAnswers(const BannerQuestion& question);
     QPushButton* answer(const QString& name, const QString& role, ProposalAnswer answer);
     void arrange();
     void toggle();
     void showLines();
     void showExpander();
 
-    QString m_proposalId;
+    QString m_id;
     ProposalWords m_words;
     QLabel* m_title;
     QToolButton* m_expander;

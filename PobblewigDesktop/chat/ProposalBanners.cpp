@@ -24,6 +24,33 @@ constexpr int slideMilliseconds = 140;
 /// Longer than it takes to notice that something else is under the pointer, and not to press.
 constexpr auto settlingTime = 400ms;
 
+BannerQuestion questionOf(const RuleProposal& proposal)
+{
+    return { .id = proposal.proposalId,
+        .name = ProposalBanners::tr("Proposal: %1").arg(ProposalTexts::name(proposal)),
+        .confirm = ProposalBanners::tr("Confirm"),
+        .dismiss = ProposalBanners::tr("Dismiss"),
+        .allowAlways = ProposalTexts::allowAlways(proposal) };
+}
+
+BannerQuestion captureQuestion()
+{
+    return { .id = ProposalBanners::captureId.toString(),
+        .name = ProposalBanners::tr("May the assistant look at your screen?"),
+        .confirm = ProposalBanners::tr("Look now"),
+        .dismiss = ProposalBanners::tr("Not now"),
+        .allowAlways = ProposalBanners::tr("Allow until I quit") };
+}
+
+ProposalWords captureWords()
+{
+    return { ProposalBanners::tr("Look at your screen"),
+        { ProposalBanners::tr("May the assistant look at your screen?"),
+            ProposalBanners::tr(
+                "It asks for one picture of the window that you work with. The picture goes "
+                "to the model's server and is not kept.") } };
+}
+
 } // namespace
 
 ProposalBanners::ProposalBanners(QWidget& panel)
@@ -73,24 +100,25 @@ void ProposalBanners::setTheme(const Palette& palette)
 void ProposalBanners::setProposals(const std::vector<RuleProposal>& proposals,
     const AppSettings& settings, const Calendar& calendar)
 {
-    keepOnly(proposals);
-    const auto height = isHidden() ? 0 : this->height();
+    remove([&proposals](const ProposalBanner& banner) {
+        return banner.id() != captureId
+            && std::ranges::find(proposals, banner.id(), &RuleProposal::proposalId)
+            == proposals.end();
+    });
+    const auto height = shownHeight();
     auto hasNew = false;
-    for (const auto& proposal : proposals) {
-        auto* shown = banner(proposal.proposalId);
-        if (!shown) {
-            hasNew = true;
-            shown = add(proposal);
-        }
-        const auto words = ProposalTexts::words(proposal, settings, calendar);
-        if (words != shown->words()) {
-            shown->setWords(words);
-            hold();
-        }
-    }
-    setVisible(!m_banners.empty());
-    if (hasNew)
-        slideFrom(height);
+    for (const auto& proposal : proposals)
+        hasNew |= show(questionOf(proposal), ProposalTexts::words(proposal, settings, calendar));
+    showAll(height, hasNew);
+}
+
+void ProposalBanners::setCaptureQuestion(bool isAsked)
+{
+    if (!isAsked)
+        remove([](const ProposalBanner& banner) { return banner.id() == captureId; });
+    const auto height = shownHeight();
+    const auto isNew = isAsked && show(captureQuestion(), captureWords());
+    showAll(height, isNew);
 }
 
 void ProposalBanners::allowAnswer(const QString& proposalId)
@@ -140,19 +168,16 @@ void ProposalBanners::scrollContentsBy(int dx, int dy)
     hold();
 }
 
-ProposalBanner* ProposalBanners::banner(const QString& proposalId) const
+ProposalBanner* ProposalBanners::banner(QStringView id) const
 {
-    const auto found = std::ranges::find(m_banners, proposalId, &ProposalBanner::proposalId);
+    const auto found = std::ranges::find(m_banners, id, &ProposalBanner::id);
     return found == m_banners.end() ? nullptr : *found;
 }
 
-void ProposalBanners::keepOnly(const std::vector<RuleProposal>& proposals)
+void ProposalBanners::remove(const Unwanted& isUnwanted)
 {
-    const auto isIn = [&proposals](const ProposalBanner* banner) {
-        return std::ranges::find(proposals, banner->proposalId(), &RuleProposal::proposalId)
-            != proposals.end();
-    };
-    const auto gone = std::ranges::stable_partition(m_banners, isIn);
+    const auto gone = std::ranges::stable_partition(
+        m_banners, [&](const ProposalBanner* banner) { return !isUnwanted(*banner); });
     for (auto* const banner : gone) {
         banner->giveUpFocus();
         banner->hide();
@@ -163,9 +188,27 @@ void ProposalBanners::keepOnly(const std::vector<RuleProposal>& proposals)
     m_banners.erase(gone.begin(), gone.end());
 }
 
-ProposalBanner* ProposalBanners::add(const RuleProposal& proposal)
+bool ProposalBanners::show(const BannerQuestion& question, const ProposalWords& words)
 {
-    auto* const banner = new ProposalBanner(proposal, m_column);
+    auto* const known = banner(question.id);
+    auto* const shown = known ? known : add(question);
+    if (words != shown->words()) {
+        shown->setWords(words);
+        hold();
+    }
+    return !known;
+}
+
+void ProposalBanners::showAll(int heightBefore, bool hasNew)
+{
+    setVisible(!m_banners.empty());
+    if (hasNew)
+        slideFrom(heightBefore);
+}
+
+ProposalBanner* ProposalBanners::add(const BannerQuestion& question)
+{
+    auto* const banner = new ProposalBanner(question, m_column);
     banner->setTheme(m_palette);
     m_layout->addWidget(banner);
     connect(banner, &ProposalBanner::answered, this, &ProposalBanners::answered);
@@ -212,8 +255,12 @@ void ProposalBanners::arrive()
 
 void ProposalBanners::showNewest()
 {
-    if (m_isArriving && m_slide.state() != QPropertyAnimation::Running)
-        verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+    if (!m_isArriving || m_banners.empty() || m_slide.state() == QPropertyAnimation::Running)
+        return;
+    const auto* const newest = m_banners.back();
+    // The answers come last, so that nobody presses one before the rest has been in sight.
+    const auto isTall = newest->height() > viewport()->height();
+    verticalScrollBar()->setValue(isTall ? newest->y() : verticalScrollBar()->maximum());
 }
 
 bool ProposalBanners::reveal(QWidget& control)

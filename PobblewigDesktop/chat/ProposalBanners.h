@@ -8,6 +8,7 @@
 #include <QScrollArea>
 #include <QTimer>
 
+#include <functional>
 #include <vector>
 
 class QVBoxLayout;
@@ -15,9 +16,10 @@ class QVBoxLayout;
 namespace pobblewig {
 
 class ProposalBanner;
+struct BannerQuestion;
 
-/// The changes that wait for the user's answer, one banner each, in at most two fifths of the
-/// window.
+/// The changes that wait for the user's answer, and the question whether the model may look at the
+/// screen, one banner each, in at most two fifths of the window.
 ///
 /// New banners slide in. While anything moves, and for a moment afterwards, a press of the pointer
 /// does not reach an answer, because it was meant for whatever had been there before. A press on a
@@ -26,6 +28,9 @@ class ProposalBanners : public QScrollArea {
     Q_OBJECT
 
 public:
+    /// The id of the question for a picture. No proposal has it.
+    static constexpr QStringView captureId = u"";
+
     explicit ProposalBanners(QWidget& panel);
 
     int heightForWidth(int width) const override;
@@ -37,11 +42,14 @@ public:
     void setProposals(const std::vector<RuleProposal>& proposals, const AppSettings& settings,
         const Calendar& calendar);
 
+    /// Asks whether the model may look at the screen, or no longer.
+    void setCaptureQuestion(bool isAsked);
+
     /// Lets the user answer this proposal again if it is still here.
     void allowAnswer(const QString& proposalId);
 
 Q_SIGNALS:
-    void answered(const QString& proposalId, ProposalAnswer answer);
+    void answered(const QString& id, ProposalAnswer answer);
 
     /// The user answered by keyboard, and nothing has the focus now.
     void focusGivenUp();
@@ -54,9 +62,15 @@ protected:
     void scrollContentsBy(int dx, int dy) override;
 
 private:
-    ProposalBanner* banner(const QString& proposalId) const;
-    void keepOnly(const std::vector<RuleProposal>& proposals);
-    ProposalBanner* add(const RuleProposal& proposal);
+    using Unwanted = std::function<bool(const ProposalBanner& banner)>;
+
+    ProposalBanner* banner(QStringView id) const;
+    void remove(const Unwanted& isUnwanted);
+    /// Returns whether the question is new.
+    bool show(const BannerQuestion& question, const ProposalWords& words);
+    ProposalBanner* add(const BannerQuestion& question);
+    void showAll(int heightBefore, bool hasNew);
+    int shownHeight() const { return isHidden() ? 0 : height(); }
     void orderControls(const ProposalBanner& newest);
     void slideFrom(int height);
     void arrive();

@@ -70,6 +70,31 @@ RuleProposal forgotten(const QString& note)
         .name = QStringLiteral("Delete the memory note \"%1\"").arg(note) };
 }
 
+JSONValue folder(const QString& name, const QString& path)
+{
+    return JSONValue::Object { { QStringLiteral("name"), name }, { QStringLiteral("path"), path } };
+}
+
+/// A folder that holds everything, among others with harmless names.
+RuleProposal everythingShared(int others)
+{
+    JSONValue::Array folders;
+    for (int number = 1; number <= others; ++number)
+        folders.push_back(folder(QStringLiteral("Week %1").arg(number),
+            QStringLiteral("~/Documents/Lectures/%1").arg(number)));
+    folders.push_back(folder(QStringLiteral("Lecture slides, read only"),
+        others > 0 ? QStringLiteral("~") : QStringLiteral("/")));
+    return changed(QStringLiteral("appDataSources"), folders);
+}
+
+/// An address that begins like the school's.
+RuleProposal longAddress()
+{
+    return changed(QStringLiteral("canvasBaseURL"),
+        QStringLiteral("https://canvas.school.edu.%1example.net/login")
+            .arg(QStringLiteral("courses.").repeated(24)));
+}
+
 std::vector<RuleProposal> proposals()
 {
     return {
@@ -93,6 +118,17 @@ std::vector<RuleProposal> proposals()
             .excludedModes = { CoachMode::relaxing },
             .cooldownMinutes = 120 },
     };
+}
+
+void proposeAlone(PanelStage& stage, const RuleProposal& proposal)
+{
+    converse(stage.talk);
+    stage.panel.setProposals({ proposal }, {});
+}
+
+Task<> askForPicture(CaptureConsent* consent)
+{
+    std::ignore = co_await consent->ask({});
 }
 
 void propose(PanelStage& stage, std::ptrdiff_t from, std::ptrdiff_t count)
@@ -193,6 +229,18 @@ std::vector<PanelScene> PanelScenes::all()
         { QStringLiteral("proposals, right to left"),
             [](PanelStage& stage) { propose(stage, 3, 1); } },
         { QStringLiteral("proposals, list"), [](PanelStage& stage) { propose(stage, 4, 1); } },
+        { QStringLiteral("proposal, the whole disk"),
+            [](PanelStage& stage) { proposeAlone(stage, everythingShared(0)); } },
+        { QStringLiteral("proposal, many folders"),
+            [](PanelStage& stage) { proposeAlone(stage, everythingShared(22)); } },
+        { QStringLiteral("proposal, long address"),
+            [](PanelStage& stage) { proposeAlone(stage, longAddress()); } },
+        { QStringLiteral("question for a picture"),
+            [](PanelStage& stage) {
+                converse(stage.talk);
+                stage.talk.ask(QStringLiteral("What am I missing here?"));
+                spawn(askForPicture(&stage.talk.chat().captureConsent()));
+            } },
         { QStringLiteral("proposals, three"), [](PanelStage& stage) { propose(stage, 0, 3); } },
         { QStringLiteral("proposals, six"), [](PanelStage& stage) { propose(stage, 0, 6); } },
         { QStringLiteral("proposals, narrow"),

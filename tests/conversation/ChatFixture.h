@@ -16,6 +16,12 @@ namespace pobblewig {
 
 /// A chat with scripted models, a scripted screen and a memory.
 struct ChatFixture : ToolWorld {
+    using CaptureAnswer = CaptureConsent::Answer;
+
+    std::chrono::milliseconds patience;
+    /// The user's answer when the model asks for a picture, at once; without one, the user is slow.
+    std::optional<CaptureAnswer> captureAnswer = CaptureAnswer::lookNow;
+    int captureQuestions = 0;
     ScriptedProvider model;
     ScriptedProvider visionModel;
     ScriptedModels models;
@@ -27,12 +33,20 @@ struct ChatFixture : ToolWorld {
             .situation = situation,
             .toolExecutor = &executor,
             .screen = { &screen, &permissions },
+            .patience = patience,
             .wording = PlatformWording::linuxDesktop,
             .loadingPause = std::chrono::milliseconds(0) } };
     QSignalSpy activity { &chat, &ChatService::activityChanged };
 
-    ChatFixture()
+    explicit ChatFixture(std::chrono::milliseconds time = CaptureConsent::usualPatience)
+        : patience(time)
     {
+        auto& consent = chat.captureConsent();
+        QObject::connect(&consent, &CaptureConsent::isAskingChanged, &consent, [&] {
+            captureQuestions += consent.isAsking() ? 1 : 0;
+            if (consent.isAsking() && captureAnswer)
+                consent.answer(*captureAnswer);
+        });
         models.main = &model;
         chat.setTools(everyTool());
         settings.update([](auto& changed) { changed.excludedBundleIDs = { u"org.vault"_s }; });

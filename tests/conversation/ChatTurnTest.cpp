@@ -187,6 +187,63 @@ private Q_SLOTS:
         QVERIFY(!m->chat.captureIndicator());
     }
 
+    void aPictureForTheModelIsTheUsersToAllow_data()
+    {
+        columns<std::optional<ChatFixture::CaptureAnswer>, bool, int, QString>(
+            "answer", "isPaused", "questions", "told");
+        using Answer = ChatFixture::CaptureAnswer;
+        const auto denied = "the user did not allow a picture";
+        row("yes", std::optional(Answer::lookNow), false, 1, "captured: Captured Cats");
+        row("no", std::optional(Answer::notNow), false, 1, denied);
+        row("silence", std::optional<Answer>(), false, 1, denied);
+        row("paused", std::optional(Answer::allowUntilQuit), true, 0, "observation is paused");
+    }
+    void aPictureForTheModelIsTheUsersToAllow()
+    {
+        QFETCH(std::optional<ChatFixture::CaptureAnswer>, answer);
+        QFETCH(bool, isPaused);
+        QFETCH(QString, told);
+        if (!answer)
+            m = std::make_unique<ChatFixture>(std::chrono::milliseconds(0));
+        m->captureAnswer = answer;
+        m->settings.update([&](auto& settings) { settings.pausedIndefinitely = isPaused; });
+        m->screen.enqueue(CapturedScreenshot { "JPEG", u"Captured Cats"_s });
+        const auto look = call(u"screen_capture"_s);
+        m->ask(u"good night"_s, calling({ look, look }), u"Sleep well."_s);
+        const auto& messages = m->model.requests().back().messages;
+        const auto result = std::ranges::find(messages, look.id, &LLMMessage::toolCallID);
+        QVERIFY(result->content.startsWith(told));
+        QCOMPARE(m->screen.looks().size(), told.startsWith(u"captured") ? 1u : 0u);
+        QTEST(m->captureQuestions, "questions");
+    }
+
+    void onceAllowedThereIsNoQuestionUntilAPause()
+    {
+        m->captureAnswer = ChatFixture::CaptureAnswer::allowUntilQuit;
+        for (const auto isPaused : { false, false, true }) {
+            m->settings.update([&](auto& settings) { settings.pausedIndefinitely = isPaused; });
+            m->screen.enqueue(CapturedScreenshot { "JPEG", u"Captured Cats"_s });
+            m->ask(u"look"_s, calling({ call(u"screen_capture"_s) }), u"A cat."_s);
+        }
+        QCOMPARE(m->captureQuestions, 1);
+        QCOMPARE(m->screen.looks().size(), 2u);
+    }
+
+    void stoppingWithdrawsTheQuestionForAPicture()
+    {
+        m->captureAnswer.reset();
+        m->model.enqueue(calling({ call(u"screen_capture"_s) }));
+        m->chat.submit(u"look"_s);
+        auto& consent = m->chat.captureConsent();
+        QTRY_VERIFY(consent.isAsking());
+        m->chat.cancelStreaming();
+        QVERIFY(!consent.isAsking());
+        consent.answer(ChatFixture::CaptureAnswer::allowUntilQuit);
+        m->ask(u"hi"_s, u"Hello."_s);
+        QVERIFY(m->screen.looks().empty());
+        QCOMPARE(m->texts(), u"look|hi|Hello.");
+    }
+
     void aLookThatIsDeniedIsToldToTheModel()
     {
         m->model.enqueue(calling({ call(u"screen_capture"_s) }));

@@ -68,7 +68,7 @@ class ProposalBannersTest : public QObject {
     ProposalBanner* banner(const QString& id) const
     {
         for (auto* const candidate : m->panel.findChildren<ProposalBanner*>()) {
-            if (candidate->proposalId() == id && !candidate->isHidden())
+            if (candidate->id() == id && !candidate->isHidden())
                 return candidate;
         }
         return nullptr;
@@ -114,7 +114,7 @@ private Q_SLOTS:
         QTest::addColumn<RuleProposal>("proposal");
         QTest::addColumn<QString>("name");
         QTest::addColumn<QStringList>("children");
-        const QStringList always { QStringLiteral("Allow always") };
+        const QStringList always { QStringLiteral("Allow always for ordinary settings") };
         const QStringList answers { QStringLiteral("Confirm"), QStringLiteral("Dismiss") };
         const auto setting = QStringLiteral("Change a setting");
         row("a setting", modeChange(), "Proposal: mode → focus",
@@ -161,7 +161,8 @@ private Q_SLOTS:
     {
         const auto id = QStringLiteral("mode");
         m->panel.setProposals({ modeChange() }, {});
-        for (const auto* const name : { "Allow always", "Confirm", "Dismiss" })
+        for (const auto* const name :
+            { "Allow always for ordinary settings", "Confirm", "Dismiss" })
             button(id, name)->click();
         QCOMPARE(m_answers[ProposalAnswer::allowAlways].takeFirst(), id);
         QVERIFY(confirmed().isEmpty() && dismissed().isEmpty());
@@ -266,8 +267,9 @@ private Q_SLOTS:
         } while (reached.last() != QStringLiteral("Message") && reached.size() < 20);
         const auto confirm = QStringLiteral("Confirm");
         const auto dismiss = QStringLiteral("Dismiss");
-        const QStringList expected { confirm, dismiss, QStringLiteral("Allow always"), confirm,
-            dismiss, QStringLiteral("Message") };
+        const QStringList expected { confirm, dismiss,
+            QStringLiteral("Allow always for ordinary settings"), confirm, dismiss,
+            QStringLiteral("Message") };
         QCOMPARE(reached, expected);
     }
 
@@ -283,6 +285,43 @@ private Q_SLOTS:
         QTRY_VERIFY(banner(id)->height() > 2 * height);
         more->click();
         QTRY_COMPARE(banner(id)->height(), height);
+    }
+
+    void whatAlwaysAsksIsShownFromItsBeginning()
+    {
+        JSONValue::Array folders;
+        for (int number = 0; number < 40; ++number)
+            folders.push_back(JSONValue::Object { { QStringLiteral("name"), QStringLiteral("x") },
+                { QStringLiteral("path"), QStringLiteral("/folder/%1").arg(number) } });
+        auto change = modeChange();
+        change.settingsChange = { QStringLiteral("appDataSources"), folders };
+        m->panel.setProposals({ change }, {});
+        const auto* const shown = banner(QStringLiteral("mode"));
+        const auto* const label = shown->findChild<QLabel*>();
+        QTRY_VERIFY(!label->visibleRegion().isEmpty());
+        const auto* const confirm = button(QStringLiteral("mode"), "Confirm");
+        QVERIFY(confirm->visibleRegion().isEmpty());
+        QVERIFY(!shown->findChild<QToolButton*>()->isVisible());
+    }
+
+    void theQuestionForAPictureIsABannerAboveTheConversation()
+    {
+        auto& consent = m->talk.chat.captureConsent();
+        std::optional<CaptureConsent::Verdict> verdict;
+        std::stop_source stop;
+        QCoro::connect(
+            consent.ask(stop.get_token()), &m->panel, [&verdict](auto given) { verdict = given; });
+        // What else is proposed meanwhile leaves it alone.
+        m->panel.setProposals({ modeChange() }, {});
+        m->panel.setProposals({}, {});
+        auto* const shown = banner(QString());
+        QVERIFY(shown && shown->isVisible());
+        const auto place = shown->mapTo(&m->panel, QPoint()).y();
+        QVERIFY(place < m->panel.findChild<QAbstractItemView*>()->y());
+        button(QString(), "Look now")->click();
+        QTRY_VERIFY(verdict == CaptureConsent::Verdict::granted);
+        QVERIFY(!banner(QString()));
+        QVERIFY(m_answers.empty());
     }
 
 private:
