@@ -40,14 +40,18 @@ std::vector<BuddyAction> actionsOf(
 auto ActionParser::parse(const QString& text, const Calendar& calendar) -> ParseResult
 {
     const auto fence = ControlFence::trailing(text);
-    if (!fence)
-        return { .displayText = stripControlFences(text), .actions = {} };
-    const auto payloads = ControlBlock::actionPayloads(fence->body);
-    if (!payloads && !ControlFence::isControl(fence->tag))
-        return { .displayText = stripControlFences(text), .actions = {} };
+    const auto payloads = fence ? ControlBlock::actionPayloads(fence->body) : std::nullopt;
+    if (!fence || (!payloads && !ControlFence::isControl(fence->tag)))
+        return { .displayText = stripControlFences(text),
+            .actions = {},
+            .isMalformed = ControlFence::hasControlBlock(text) };
+    auto actions = actionsOf(payloads.value_or(std::vector<QJsonObject>()), calendar);
+    const auto isUnread = payloads ? !payloads->empty() && actions.empty()
+                                   : ControlBlock::toolCalls(fence->body).empty();
     return {
         .displayText = stripControlFences(text.first(fence->start)),
-        .actions = actionsOf(payloads.value_or(std::vector<QJsonObject>()), calendar),
+        .actions = std::move(actions),
+        .isMalformed = isUnread,
     };
 }
 

@@ -19,6 +19,8 @@ namespace pobblewig::ActionParser {
 struct ParseResult {
     QString displayText;
     std::vector<BuddyAction> actions;
+    /// Whether a control block was there that yields neither an action nor a look-up.
+    bool isMalformed = false;
 };
 
 /// Parses a complete reply.

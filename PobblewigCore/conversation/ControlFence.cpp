@@ -133,6 +133,17 @@ QStringView ControlFence::lastLine(QStringView text)
     return text.sliced(text.lastIndexOf(u'\n') + 1);
 }
 
+bool ControlFence::hasControlBlock(QStringView text)
+{
+    for (auto at = text.indexOf(marks); at >= 0;) {
+        const auto end = blockEnd(text, at);
+        if (end && isControl(tagLine(text, at).tag))
+            return true;
+        at = text.indexOf(marks, end.value_or(at + marks.size()));
+    }
+    return false;
+}
+
 bool ControlFence::endsBehindFence(QStringView text)
 {
     return lastLine(text).contains(marks);

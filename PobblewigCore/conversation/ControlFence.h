@@ -55,6 +55,9 @@ QString strip(QStringView text);
 /// The text behind the last line break.
 QStringView lastLine(QStringView text);
 
+/// Whether a block has the tag of a control block, wherever it stands and whether it ends.
+bool hasControlBlock(QStringView text);
+
 /// Whether the last line holds a fence, so that text behind it could make a tag of it.
 bool endsBehindFence(QStringView text);
 
