@@ -74,9 +74,9 @@ private:
     std::unique_ptr<AppCoordinator> m_coordinator;
     std::unique_ptr<ChatPanel> m_panel;
     std::optional<Look> m_look;
-    std::optional<QString> m_shownProblem;
-    bool m_hasToldOfLibrarian = false;
-    QStringList m_shownWarnings;
+    QStringList m_shownProblems;
+    /// Told once: empty when the librarian works again.
+    std::optional<QString> m_librarianNotice;
     /// The notice that the panel shows once it exists.
     QString m_notice;
     bool m_isChatRequested = false;
