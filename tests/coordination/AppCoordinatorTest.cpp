@@ -1,5 +1,5 @@
-#include "coordination/World.h"
 #include "conversation/SituationBuilder.h"
+#include "coordination/World.h"
 #include "memory/librarian/RolloverLogic.h"
 #include "support/TableRow.h"
 
