@@ -36,14 +36,16 @@ QByteArray readRequest(int peer)
     return received;
 }
 
-void sendAll(int peer, QByteArrayView piece)
+/// Returns false if the peer has gone.
+bool sendAll(int peer, QByteArrayView piece)
 {
     while (!piece.isEmpty()) {
         const auto count = send(peer, piece.data(), size_t(piece.size()), MSG_NOSIGNAL);
         if (count <= 0)
-            return;
+            return false;
         piece = piece.sliced(count);
     }
+    return true;
 }
 
 } // namespace
@@ -64,9 +66,10 @@ BlockingServer::BlockingServer(Answer answer)
     m_thread = std::thread([this] { serve(); });
 }
 
-BlockingServer::BlockingServer(const Pieces& pieces)
+BlockingServer::BlockingServer(const Pieces& pieces, std::chrono::milliseconds pause)
     : BlockingServer([pieces](const QByteArray&) { return pieces; })
 {
+    m_pause = pause;
 }
 
 BlockingServer::~BlockingServer()
@@ -89,8 +92,11 @@ void BlockingServer::serve()
             m_silentPeers.push_back(peer);
             continue;
         }
-        for (const auto& piece : *answer)
-            sendAll(peer, piece);
+        for (const auto& piece : *answer) {
+            if (!sendAll(peer, piece))
+                break;
+            std::this_thread::sleep_for(m_pause);
+        }
         close(peer);
     }
 }

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QUrl>
 
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <thread>
@@ -21,7 +22,8 @@ public:
     using Answer = std::function<std::optional<Pieces>(const QByteArray& request)>;
 
     explicit BlockingServer(Answer answer);
-    explicit BlockingServer(const Pieces& pieces);
+    /// A pause follows each piece.
+    explicit BlockingServer(const Pieces& pieces, std::chrono::milliseconds pause = {});
     ~BlockingServer();
     Q_DISABLE_COPY_MOVE(BlockingServer)
 
@@ -33,6 +35,7 @@ private:
     Answer m_answer;
     int m_listener;
     QUrl m_url;
+    std::chrono::milliseconds m_pause {};
     std::vector<int> m_silentPeers;
     std::thread m_thread;
 };
