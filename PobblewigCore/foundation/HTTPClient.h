@@ -54,12 +54,14 @@ struct HTTPHead {
 
 using HTTPLine = QByteArray;
 
-/// The head, then the body's lines without their ends ("\n" or "\r\n"). Dropping the stream closes
+/// The head, then the lines of an event stream without their ends ("\n" or "\r\n"), blank lines and
+/// comments left out. More is read only when the consumer waits for it. Dropping the stream closes
 /// the connection.
 using HTTPStream = Stream<std::variant<HTTPHead, HTTPLine>, TransportError>;
 
 /// The program's only way to the network. Redirects are never followed; they are returned as
-/// answers. A body over 64 MiB or a line over 8 MiB fails as `tooLarge`.
+/// answers. A body over 64 MiB fails as `tooLarge`, and so does a stream with a line over 8 MiB or
+/// over a million lines.
 class HTTPClient {
 public:
     virtual ~HTTPClient() = default;

@@ -15,6 +15,8 @@ namespace pobblewig {
 namespace {
 
 constexpr qint64 readBufferSize = 256 * 1024;
+/// What is read in one turn of the event loop.
+constexpr qint64 pieceSize = 16 * 1024;
 
 /// A body that is sent only once. When a connection closes before the answer, the manager rewinds
 /// the body to send the request again, which works only while nothing has been read.
@@ -111,7 +113,7 @@ HTTPExchange::HTTPExchange(
     m_reply->setReadBufferSize(readBufferSize);
     connect(m_reply, &QNetworkReply::metaDataChanged, this, &HTTPExchange::readHead);
     connect(m_reply, &QNetworkReply::readyRead, this, &HTTPExchange::readBody);
-    connect(m_reply, &QNetworkReply::finished, this, &HTTPExchange::finish);
+    connect(m_reply, &QNetworkReply::finished, this, &HTTPExchange::readBody);
     if (const auto longest = m_request.longest) {
         QTimer::singleShot(
             *longest, this, [this] { end(TransportErrorLogic::tookTooLong(m_request)); });
@@ -133,23 +135,34 @@ void HTTPExchange::readHead()
 
 void HTTPExchange::readBody()
 {
-    readHead();
-    // A reply that failed is already closed.
-    if (!m_reply->isOpen())
+    if (!m_reply)
         return;
-    auto bytes = m_reply->readAll();
+    readHead();
+    if (!m_sink.isWanted())
+        return readWhenWanted();
+    // A reply that failed is already closed.
+    auto bytes = m_reply->isOpen() ? m_reply->read(pieceSize) : QByteArray();
     m_received += bytes.size();
     if (m_received > TransportErrorLogic::maximumBodySize)
         return end(TransportErrorLogic::bodyTooLarge(m_request.url));
-    if (!bytes.isEmpty())
+    if (!bytes.isEmpty()) {
         m_sink.push(std::move(bytes));
+        readWhenWanted();
+    } else if (m_reply->isFinished()) {
+        finish();
+    }
+}
+
+void HTTPExchange::readWhenWanted()
+{
+    m_sink.setOnWanted([exchange = QPointer(this)] {
+        if (exchange)
+            exchange->readBody();
+    });
 }
 
 void HTTPExchange::finish()
 {
-    readBody();
-    if (!m_reply)
-        return;
     const TransportErrorLogic::ReplyEnding ending {
         .error = m_reply->error(),
         .hasHead = m_status != 0,

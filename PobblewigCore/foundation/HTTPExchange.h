@@ -13,8 +13,10 @@ namespace pobblewig {
 /// The head as a response without a body, then the body's bytes as they arrive.
 using HTTPParts = Stream<std::variant<HTTPResponse, QByteArray>, TransportError>;
 
-/// One request in progress. Checks the size of the answer and whether it is complete. Deletes
-/// itself at its end, or as soon as its parts are dropped, which closes the connection.
+/// One request in progress. Reads the answer in small pieces, each when the consumer waits for it,
+/// so that a fast server waits instead of filling the memory. Checks the size of the answer and
+/// whether it is complete. Deletes itself at its end, or as soon as its parts are dropped, which
+/// closes the connection.
 class HTTPExchange : public QObject {
 public:
     /// The manager must outlive the exchange.
@@ -25,6 +27,7 @@ private:
 
     void readHead();
     void readBody();
+    void readWhenWanted();
     void finish();
     bool isShort() const;
     void end(std::optional<TransportError> error);

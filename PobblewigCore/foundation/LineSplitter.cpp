@@ -12,7 +12,9 @@ QByteArrayList LineSplitter::add(QByteArrayView bytes)
             return lines;
         if (m_rest.endsWith('\r'))
             m_rest.chop(1);
-        lines.append(std::exchange(m_rest, {}));
+        ++m_lineCount;
+        if (auto line = takeLine())
+            lines.append(*std::move(line));
         bytes = bytes.sliced(end + 1);
     }
     keep(bytes);
@@ -21,9 +23,16 @@ QByteArrayList LineSplitter::add(QByteArrayView bytes)
 
 std::optional<QByteArray> LineSplitter::finish()
 {
-    if (m_rest.isEmpty())
-        return std::nullopt;
-    return std::exchange(m_rest, {});
+    return takeLine();
+}
+
+/// Returns nothing for a line that says nothing.
+std::optional<QByteArray> LineSplitter::takeLine()
+{
+    if (!m_rest.isEmpty() && !m_rest.startsWith(':'))
+        return std::exchange(m_rest, {});
+    m_rest.resize(0);
+    return std::nullopt;
 }
 
 bool LineSplitter::keep(QByteArrayView bytes)

@@ -7,7 +7,8 @@
 
 namespace pobblewig {
 
-/// Splits bytes that arrive in pieces into lines, which end with "\n" or "\r\n". Every byte is read
+/// Splits an event stream that arrives in pieces into lines, which end with "\n" or "\r\n". Leaves
+/// out lines that say nothing: blank ones and comments, which begin with ":". Every byte is read
 /// once, however small the pieces are.
 class LineSplitter {
 public:
@@ -25,12 +26,17 @@ public:
     /// True once a line exceeds the maximum. That line and everything after it are dropped.
     bool isTooLong() const { return m_isTooLong; }
 
+    /// How many lines have ended, with those that were left out.
+    qsizetype lineCount() const { return m_lineCount; }
+
 private:
     bool keep(QByteArrayView bytes);
+    std::optional<QByteArray> takeLine();
 
     qsizetype m_maximumLength;
     QByteArray m_rest;
     bool m_isTooLong = false;
+    qsizetype m_lineCount = 0;
 };
 
 } // namespace pobblewig

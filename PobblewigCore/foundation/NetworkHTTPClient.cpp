@@ -11,19 +11,31 @@ namespace pobblewig {
 
 namespace {
 
+std::optional<TransportError> excess(const LineSplitter& splitter, const QUrl& url)
+{
+    if (splitter.isTooLong())
+        return TransportErrorLogic::lineTooLong(url);
+    if (splitter.lineCount() > TransportErrorLogic::maximumLines)
+        return TransportErrorLogic::tooManyLines(url);
+    return std::nullopt;
+}
+
 Task<> cutIntoLines(std::shared_ptr<HTTPParts> parts, HTTPStream::Sink lines, QUrl url)
 {
     LineSplitter splitter(TransportErrorLogic::maximumLineLength);
-    while (const auto part = co_await parts->next()) {
+    while (co_await lines.wanted()) {
+        const auto part = co_await parts->next();
+        if (!part)
+            break;
         if (const auto* head = std::get_if<HTTPResponse>(&*part)) {
             lines.push(HTTPHead { head->status });
             continue;
         }
         for (auto& line : splitter.add(std::get<QByteArray>(*part)))
             lines.push(std::move(line));
-        if (splitter.isTooLong()) {
+        if (auto error = excess(splitter, url)) {
             parts->close();
-            lines.finish(TransportErrorLogic::lineTooLong(url));
+            lines.finish(std::move(error));
             co_return;
         }
     }

@@ -16,7 +16,8 @@ namespace pobblewig {
 template <typename State>
 class StreamSink;
 
-/// Values that arrive over time for one consumer, on the main thread, in an unbounded buffer.
+/// Values that arrive over time for one consumer, on the main thread. The buffer has no bound of
+/// its own: a producer that can wait does so until more is wanted.
 ///
 ///     while (auto value = co_await stream.next())
 ///         use(*value);
@@ -46,12 +47,21 @@ class Stream {
                 handle.resume();
         }
 
+        bool isWanted() const { return waiter && values.empty(); }
+
+        void askProducer()
+        {
+            if (auto produce = std::exchange(onWanted, nullptr))
+                QMetaObject::invokeMethod(this, std::move(produce), Qt::QueuedConnection);
+        }
+
         std::deque<Value> values;
         std::optional<Error> error;
         bool isClosed = false;
         bool wakeQueued = false;
         std::coroutine_handle<> waiter;
         std::function<void()> onDrop;
+        std::function<void()> onWanted;
     };
 
     class Next {
@@ -66,7 +76,11 @@ class Stream {
         ~Next() { m_state->waiter = nullptr; }
 
         bool await_ready() const noexcept { return !m_state->values.empty() || m_state->isClosed; }
-        void await_suspend(std::coroutine_handle<> handle) noexcept { m_state->waiter = handle; }
+        void await_suspend(std::coroutine_handle<> handle) noexcept
+        {
+            m_state->waiter = handle;
+            m_state->askProducer();
+        }
         std::optional<Value> await_resume()
         {
             if (m_state->values.empty())
@@ -112,6 +126,7 @@ public:
             return;
         m_state->values.clear();
         m_state->wake();
+        m_state->askProducer();
         if (const auto onDrop = std::exchange(m_state->onDrop, nullptr))
             onDrop();
     }
@@ -125,6 +140,29 @@ private:
 
 template <typename State>
 class StreamSink {
+    class Wanted {
+    public:
+        explicit Wanted(std::weak_ptr<State> state)
+            : m_state(std::move(state))
+        {
+        }
+
+        bool await_ready() const
+        {
+            const auto state = m_state.lock();
+            return !state || state->isClosed || state->isWanted();
+        }
+        void await_suspend(std::coroutine_handle<> handle) { m_state.lock()->onWanted = handle; }
+        bool await_resume() const
+        {
+            const auto state = m_state.lock();
+            return state && !state->isClosed;
+        }
+
+    private:
+        std::weak_ptr<State> m_state;
+    };
+
 public:
     explicit StreamSink(std::weak_ptr<State> state)
         : m_state(std::move(state))
@@ -140,6 +178,27 @@ public:
         state->wake();
     }
 
+    /// Resolves to true once the consumer waits for more, or to false once the stream is closed. A
+    /// producer that asks keeps the buffer short and leaves the event loop its turns.
+    Wanted wanted() const { return Wanted(m_state); }
+    bool isWanted() const
+    {
+        const auto state = m_state.lock();
+        return state && state->isWanted();
+    }
+
+    /// `produce` runs once, from the event loop, when the consumer next waits for more or closes
+    /// the stream.
+    void setOnWanted(std::function<void()> produce) const
+    {
+        const auto state = m_state.lock();
+        if (!state)
+            return;
+        state->onWanted = std::move(produce);
+        if (state->isWanted() || state->isClosed)
+            state->askProducer();
+    }
+
     void finish(std::optional<typename State::ErrorType> error = std::nullopt) const
     {
         const auto state = m_state.lock();
@@ -149,6 +208,7 @@ public:
         state->error = std::move(error);
         state->onDrop = nullptr;
         state->wake();
+        state->askProducer();
     }
 
     /// `onDrop` runs once if the consumer drops the stream before its end.

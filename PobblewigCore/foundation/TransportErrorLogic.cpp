@@ -114,6 +114,14 @@ TransportError TransportErrorLogic::tookTooLong(const HTTPRequest& request)
     return { Kind::timedOut, text.arg(serverName(request.url)) };
 }
 
+TransportError TransportErrorLogic::beganTooLate(const QUrl& url, std::chrono::milliseconds limit)
+{
+    const auto seconds = std::chrono::ceil<std::chrono::seconds>(limit).count();
+    const auto text = Texts::tr(
+        "%1 did not begin its answer within %n seconds. Try again later.", nullptr, int(seconds));
+    return { Kind::timedOut, text.arg(serverName(url)) };
+}
+
 TransportError TransportErrorLogic::notAWebAddress(const QUrl& url)
 {
     const auto text = Texts::tr("“%1” is not a web address. Web addresses begin with “https://” "
@@ -132,6 +140,12 @@ TransportError TransportErrorLogic::lineTooLong(const QUrl& url)
 {
     return error(Kind::tooLarge,
         Texts::tr("The answer from %1 has a line of more than 8 MiB and was discarded."), url);
+}
+
+TransportError TransportErrorLogic::tooManyLines(const QUrl& url)
+{
+    return error(Kind::tooLarge,
+        Texts::tr("The answer from %1 has more than a million lines and was discarded."), url);
 }
 
 } // namespace pobblewig

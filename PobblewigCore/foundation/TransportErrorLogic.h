@@ -12,6 +12,7 @@ namespace pobblewig::TransportErrorLogic {
 
 inline constexpr qint64 maximumBodySize = 64 * 1024 * 1024;
 inline constexpr qsizetype maximumLineLength = 8 * 1024 * 1024;
+inline constexpr qsizetype maximumLines = 1'000'000;
 
 struct ReplyEnding {
     QNetworkReply::NetworkError error = QNetworkReply::NoError;
@@ -28,8 +29,11 @@ std::optional<TransportError> failure(const ReplyEnding& ending, const HTTPReque
 
 /// The error of a request that exceeded its time limit.
 TransportError tookTooLong(const HTTPRequest& request);
+/// The error of an answer that has not begun within this time.
+TransportError beganTooLate(const QUrl& url, std::chrono::milliseconds limit);
 TransportError notAWebAddress(const QUrl& url);
 TransportError bodyTooLarge(const QUrl& url);
 TransportError lineTooLong(const QUrl& url);
+TransportError tooManyLines(const QUrl& url);
 
 } // namespace pobblewig::TransportErrorLogic

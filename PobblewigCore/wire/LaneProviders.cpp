@@ -4,12 +4,6 @@
 
 namespace pobblewig {
 
-namespace {
-
-constexpr std::chrono::seconds requestTimeout(120);
-
-}
-
 LaneProviders::LaneProviders(
     HTTPClient& http, ModelLanes& lanes, std::function<Environment()> environment)
     : m_http(http)
@@ -24,8 +18,7 @@ Task<std::unique_ptr<LLMProvider>> LaneProviders::makeProvider(ModelUse use)
     if (!configuration)
         co_return std::unique_ptr<LLMProvider>();
     onUse(*configuration);
-    co_return std::make_unique<OpenAICompatibleProvider>(
-        *std::move(configuration), m_http, requestTimeout);
+    co_return std::make_unique<OpenAICompatibleProvider>(*std::move(configuration), m_http);
 }
 
 Task<MainModelConfig> LaneProviders::mainConfig()

@@ -1,10 +1,12 @@
 #include "wire/OpenAICompatibleProvider.h"
 
 #include "foundation/Text.h"
+#include "foundation/TransportErrorLogic.h"
 #include "wire/ChatCompletionsLogic.h"
 #include "wire/ToolCallAccumulator.h"
 
 #include <QJsonDocument>
+#include <QTimer>
 
 #include <memory>
 
@@ -13,6 +15,7 @@ namespace pobblewig {
 namespace {
 
 constexpr int enoughOfAnErrorBody = 2001;
+constexpr int linesAtOnce = 128;
 
 /// Turns the lines of a reply's body into events as they arrive.
 class ReplyReader {
@@ -26,6 +29,9 @@ public:
     bool read(QByteArrayView line);
     void finish();
 
+    /// Whether a part of the reply has arrived, if only that it begins.
+    bool hasBegun() const { return m_hasBegun; }
+
 private:
     void read(const StreamChunk& chunk);
     void read(const StreamChunk::Delta& delta);
@@ -34,6 +40,7 @@ private:
     ToolCallAccumulator m_toolCalls;
     LLMFinished m_end;
     std::optional<LLMError> m_error;
+    bool m_hasBegun = false;
 };
 
 bool ReplyReader::read(QByteArrayView line)
@@ -56,6 +63,7 @@ void ReplyReader::read(const StreamChunk& chunk)
         m_events.push(
             LLMUsage { usage->promptTokens.value_or(0), usage->completionTokens.value_or(0) });
     }
+    m_hasBegun |= chunk.choices && !chunk.choices->empty();
     for (const auto& choice : chunk.choices.value_or(std::vector<StreamChunk::Choice>())) {
         if (choice.delta)
             read(*choice.delta);
@@ -134,11 +142,18 @@ Task<> readToTheEnd(std::shared_ptr<HTTPStream> lines)
     lines->close();
 }
 
-Task<> readReply(std::shared_ptr<HTTPStream> lines, LLMStream::Sink events)
+Task<> readReply(
+    std::shared_ptr<HTTPStream> lines, LLMStream::Sink events, std::shared_ptr<QTimer> patience)
 {
     ReplyReader reader(events);
+    int count = 0;
     while (const auto line = co_await lines->next()) {
-        if (reader.read(std::get<HTTPLine>(*line)))
+        const auto goesOn = reader.read(std::get<HTTPLine>(*line));
+        if (reader.hasBegun())
+            patience->stop();
+        if (++count % linesAtOnce == 0)
+            co_await events.wanted();
+        if (goesOn)
             continue;
         reader.finish();
         spawn(readToTheEnd(lines));
@@ -150,7 +165,8 @@ Task<> readReply(std::shared_ptr<HTTPStream> lines, LLMStream::Sink events)
         reader.finish();
 }
 
-Task<> readAnswer(std::shared_ptr<HTTPStream> lines, LLMStream::Sink events)
+Task<> readAnswer(
+    std::shared_ptr<HTTPStream> lines, LLMStream::Sink events, std::shared_ptr<QTimer> patience)
 {
     const auto head = co_await lines->next();
     if (!head) {
@@ -159,7 +175,7 @@ Task<> readAnswer(std::shared_ptr<HTTPStream> lines, LLMStream::Sink events)
     }
     const auto status = std::get<HTTPHead>(*head).status;
     if (status >= 200 && status <= 299) {
-        co_await readReply(lines, events);
+        co_await readReply(lines, events, patience);
         co_return;
     }
     const auto body = co_await errorBody(lines);
@@ -168,11 +184,16 @@ Task<> readAnswer(std::shared_ptr<HTTPStream> lines, LLMStream::Sink events)
 
 } // namespace
 
+OpenAICompatibleProvider::OpenAICompatibleProvider(LLMConfiguration configuration, HTTPClient& http)
+    : OpenAICompatibleProvider(std::move(configuration), http, Patience())
+{
+}
+
 OpenAICompatibleProvider::OpenAICompatibleProvider(
-    LLMConfiguration configuration, HTTPClient& http, std::chrono::milliseconds requestTimeout)
+    LLMConfiguration configuration, HTTPClient& http, Patience patience)
     : m_configuration(std::move(configuration))
     , m_http(http)
-    , m_requestTimeout(requestTimeout)
+    , m_patience(patience)
 {
 }
 
@@ -183,9 +204,19 @@ LLMStream OpenAICompatibleProvider::streamChat(LLMRequest request)
         events.sink().finish(*std::move(error));
         return events;
     }
-    const auto lines = std::make_shared<HTTPStream>(m_http.stream(httpRequest(request)));
+    auto asked = httpRequest(request);
+    auto tooLate = TransportErrorLogic::beganTooLate(asked.url, m_patience.beginning);
+    const auto lines = std::make_shared<HTTPStream>(m_http.stream(std::move(asked)));
     events.sink().setOnDrop([lines] { lines->close(); });
-    spawn(readAnswer(lines, events.sink()));
+    const auto patience = std::make_shared<QTimer>();
+    patience->setSingleShot(true);
+    QObject::connect(patience.get(), &QTimer::timeout, patience.get(),
+        [lines, sink = events.sink(), tooLate = std::move(tooLate)] {
+            sink.finish(tooLate);
+            lines->close();
+        });
+    patience->start(m_patience.beginning);
+    spawn(readAnswer(lines, events.sink(), patience));
     return events;
 }
 
@@ -195,7 +226,7 @@ HTTPRequest OpenAICompatibleProvider::httpRequest(const LLMRequest& request) con
         m_configuration.modelID, request, m_configuration.includeStreamUsage);
     auto result = ChatCompletionsLogic::httpRequest(m_configuration);
     result.body = QJsonDocument(payload).toJson(QJsonDocument::Compact);
-    result.timeout = m_requestTimeout;
+    result.timeout = m_patience.silence;
     result.longest = request.longest;
     return result;
 }

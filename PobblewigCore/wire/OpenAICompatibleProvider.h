@@ -9,9 +9,17 @@ namespace pobblewig {
 /// A server with the OpenAI-compatible `chat/completions` format, with streamed replies.
 class OpenAICompatibleProvider final : public LLMProvider {
 public:
+    /// How long a server may take.
+    struct Patience {
+        /// Without sending anything.
+        std::chrono::milliseconds silence = std::chrono::seconds(120);
+        /// Until the reply begins, whatever else arrives.
+        std::chrono::milliseconds beginning = std::chrono::minutes(5);
+    };
+
     /// The client must outlive the provider and its streams.
-    OpenAICompatibleProvider(LLMConfiguration configuration, HTTPClient& http,
-        std::chrono::milliseconds requestTimeout = std::chrono::seconds(120));
+    OpenAICompatibleProvider(LLMConfiguration configuration, HTTPClient& http);
+    OpenAICompatibleProvider(LLMConfiguration configuration, HTTPClient& http, Patience patience);
 
     const LLMConfiguration& configuration() const override { return m_configuration; }
 
@@ -22,7 +30,7 @@ private:
 
     LLMConfiguration m_configuration;
     HTTPClient& m_http;
-    std::chrono::milliseconds m_requestTimeout;
+    Patience m_patience;
 };
 
 } // namespace pobblewig

@@ -153,6 +153,27 @@ private Q_SLOTS:
         QCOMPARE(awaited(m_client.send(post(server)))->body, "still there");
     }
 
+    void aFloodLeavesTheEventLoopItsTurns()
+    {
+        Server server;
+        server.enqueue(
+            { Server::Send { Server::eventStreamHead() + QByteArray("x\n").repeated(1'000'001) } });
+        int linesInTurn = 0;
+        int mostLinesInTurn = 0;
+        QTimer turns;
+        connect(&turns, &QTimer::timeout,
+            [&] { mostLinesInTurn = std::max(mostLinesInTurn, std::exchange(linesInTurn, 0)); });
+        turns.start(0);
+        const auto stream = std::make_shared<HTTPStream>(m_client.stream(post(server)));
+        awaited([](std::shared_ptr<HTTPStream> lines, int* count) -> Task<> {
+            while (co_await lines->next())
+                ++*count;
+        }(stream, &linesInTurn));
+        QVERIFY2(stream->error()->text.contains(u"a million lines"), "bounded");
+        QVERIFY2(mostLinesInTurn > 0 && mostLinesInTurn < 20'000, "a piece in a turn");
+        QTRY_COMPARE(server.openConnections(), 0);
+    }
+
     void anEndlessLineIsGivenUpEarly()
     {
         Server server;
@@ -184,8 +205,9 @@ private Q_SLOTS:
     void linesAreTheSameWhereverTheBytesAreCut()
     {
         const std::pair<QByteArray, QByteArrayList> cases[] { { "", {} },
-            { "a\r\nb\nc\r\n", { "a", "b", "c" } }, { "\n\r\na\n\n", { "", "", "a", "" } },
-            { "a\nlast", { "a", "last" } }, { "a\rb\r\r\nc\r", { "a\rb\r", "c\r" } },
+            { "a\r\nb\nc\r\n", { "a", "b", "c" } }, { "\n\r\na\n\n", { "a" } },
+            { ":b\na\n:\r\n :b\n:b", { "a", " :b" } }, { "a\nlast", { "a", "last" } },
+            { "a\rb\r\r\nc\r", { "a\rb\r", "c\r" } },
             { "\xF0\x9F\xA6\x98\n\xF0", { "\xF0\x9F\xA6\x98", "\xF0" } } };
         for (const auto& [bytes, lines] : cases) {
             for (qsizetype cut = 0; cut <= bytes.size(); ++cut) {

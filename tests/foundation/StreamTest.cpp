@@ -17,6 +17,13 @@ class StreamTest : public QObject {
         into->append(-1);
     }
 
+    static Task<> produce(Numbers::Sink sink, std::shared_ptr<int> produced)
+    {
+        while (co_await sink.wanted())
+            sink.push(++*produced);
+        *produced = -1;
+    }
+
 private Q_SLOTS:
     void init()
     {
@@ -55,6 +62,26 @@ private Q_SLOTS:
         m_numbers->close();
         QCOMPARE(*m_found, QList({ 1 }));
         QTRY_COMPARE(*m_found, QList({ 1, -1 }));
+    }
+
+    void aProducerThatAsksIsNeverAhead()
+    {
+        const auto produced = std::make_shared<int>(0);
+        spawn(produce(m_numbers->sink(), produced));
+        for (auto taken = 0; taken < 3; ++taken) {
+            QCoreApplication::processEvents();
+            QCOMPARE(*produced, taken);
+            awaited([](std::shared_ptr<Numbers> numbers) -> Task<> { co_await numbers->next(); }(
+                                                             m_numbers));
+        }
+        m_numbers.reset();
+        QTRY_COMPARE(*produced, -1);
+
+        *produced = 0;
+        m_numbers = std::make_shared<Numbers>();
+        spawn(produce(m_numbers->sink(), produced));
+        m_numbers->sink().finish(u"given up by somebody else"_s);
+        QTRY_COMPARE(*produced, -1);
     }
 
     void aDropIsToldOnceAndOnlyBeforeTheEnd()

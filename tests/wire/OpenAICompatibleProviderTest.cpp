@@ -160,6 +160,9 @@ private Q_SLOTS:
         row("silence", Script(), "127.0.0.1:", 0);
         row("silence after a token",
             Script { Send { LoopbackServer::eventStreamHead() + token("a") } }, "127.0.0.1:", 0);
+        row("comments in place of a beginning",
+            Script { Send { LoopbackServer::eventStreamHead() }, Send { ":\n", 1 << 30 } },
+            "127.0.0.1:", 0);
         row("cut", Script { Send { "HTTP/1.1 200 OK\r\nContent-Length: 999\r\n\r\n" }, Close() },
             "The connection to 127.0.0.1:", 0);
         row("closed at once", Script { Close() }, "127.0.0.1:", 0);
@@ -171,7 +174,8 @@ private Q_SLOTS:
         const LogLines log;
         m->server.enqueue(script);
         const auto timeout = begin.startsWith(u"127.0.0.1") ? 100ms : 10s;
-        OpenAICompatibleProvider provider(configuration(m->server.url()), m->http, timeout);
+        OpenAICompatibleProvider provider(
+            configuration(m->server.url()), m->http, { timeout, 4 * timeout });
         const auto stream = std::make_shared<LLMStream>(provider.streamChat({}));
         const auto last = awaited(collected(stream)).last();
         QVERIFY2(last.startsWith(begin), qPrintable(last));
