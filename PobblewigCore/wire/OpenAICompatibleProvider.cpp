@@ -15,7 +15,15 @@ namespace pobblewig {
 namespace {
 
 constexpr int enoughOfAnErrorBody = 2001;
+constexpr qsizetype mostOfAnErrorLine = 64 * 1024;
 constexpr int linesAtOnce = 128;
+/// Room for a reply of 200,000 characters in one chunk, all of them escaped.
+constexpr qsizetype longestChunk = 2 * 1024 * 1024;
+
+LLMError answerTooLong()
+{
+    return LLMError::invalidResponse(QStringLiteral("the answer is too long."));
+}
 
 /// Turns the lines of a reply's body into events as they arrive.
 class ReplyReader {
@@ -51,7 +59,9 @@ bool ReplyReader::read(QByteArrayView line)
     const auto payload = line.sliced(prefix.size()).trimmed();
     if (payload == "[DONE]")
         return false;
-    if (const auto chunk = StreamChunk::decode(payload))
+    if (payload.size() > longestChunk)
+        m_error = answerTooLong();
+    else if (const auto chunk = StreamChunk::decode(payload))
         read(*chunk);
     return !m_error;
 }
@@ -82,6 +92,8 @@ void ReplyReader::read(const StreamChunk::Delta& delta)
         return;
     for (int position = 0; const auto& call : *delta.toolCalls)
         m_toolCalls.add(call, position++);
+    if (m_toolCalls.isTooMuch())
+        m_error = answerTooLong();
 }
 
 void ReplyReader::finish()
@@ -122,7 +134,7 @@ Task<QString> errorBody(std::shared_ptr<HTTPStream> lines)
         const auto line = co_await lines->next();
         if (!line)
             break;
-        const auto text = QString::fromUtf8(std::get<HTTPLine>(*line));
+        const auto text = QString::fromUtf8(std::get<HTTPLine>(*line).left(mostOfAnErrorLine));
         characters += Text::characterCount(text);
         body += text;
     }

@@ -4,6 +4,9 @@ namespace pobblewig {
 
 namespace {
 
+constexpr size_t mostCalls = 1000;
+constexpr qsizetype mostCharacters = 200'000;
+
 std::optional<QString> signature(const ToolCallDelta& delta)
 {
     if (!delta.extraContent || !delta.extraContent->google)
@@ -21,10 +24,17 @@ void ToolCallAccumulator::add(const ToolCallDelta& delta, int position)
         partial.id = *delta.id;
     if (delta.function && delta.function->name && !delta.function->name->isEmpty())
         partial.name = *delta.function->name;
-    if (delta.function && delta.function->arguments)
+    if (delta.function && delta.function->arguments) {
         partial.arguments += *delta.function->arguments;
+        m_characters += delta.function->arguments->size();
+    }
     if (!partial.thoughtSignature)
         partial.thoughtSignature = signature(delta);
+}
+
+bool ToolCallAccumulator::isTooMuch() const
+{
+    return m_partials.size() > mostCalls || m_characters > mostCharacters;
 }
 
 std::vector<LLMToolCall> ToolCallAccumulator::complete() const

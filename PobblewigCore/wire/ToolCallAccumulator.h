@@ -16,6 +16,9 @@ public:
     /// sends it only once and later pieces must not erase it.
     void add(const ToolCallDelta& delta, int position);
 
+    /// Whether these are more calls, or longer ones, than any model means.
+    bool isTooMuch() const;
+
     /// The calls, by index. Calls without a name are dropped; calls without an id get one.
     std::vector<LLMToolCall> complete() const;
 
@@ -28,6 +31,7 @@ private:
     };
 
     std::map<int, Partial> m_partials;
+    qsizetype m_characters = 0;
 };
 
 } // namespace pobblewig

@@ -28,6 +28,7 @@ using namespace std::chrono_literals;
 
 constexpr qsizetype megabyte = 1'000'000;
 constexpr auto longestWatch = 20s;
+const QByteArray head = "HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n";
 
 struct Flood {
     const char* name;
@@ -35,20 +36,23 @@ struct Flood {
     std::chrono::milliseconds pause = {};
 };
 
-/// So many megabytes in chunks of this text, after a head.
-BlockingServer::Pieces megabytes(int count, const QByteArray& text)
+BlockingServer::Pieces repeated(const QByteArray& begin, int count, const QByteArray& piece)
 {
-    BlockingServer::Pieces pieces(size_t(count), text.repeated(megabyte / text.size()));
-    pieces.insert(pieces.begin(), "HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n");
+    BlockingServer::Pieces pieces(size_t(count), piece);
+    pieces.insert(pieces.begin(), begin);
     return pieces;
 }
 
-/// More than anybody reads, after the beginning.
+/// So many megabytes of this text.
+BlockingServer::Pieces megabytes(int count, const QByteArray& text)
+{
+    return repeated(head, count, text.repeated(megabyte / text.size()));
+}
+
+/// More than anybody reads.
 BlockingServer::Pieces endless(const QByteArray& begin, const QByteArray& text)
 {
-    BlockingServer::Pieces pieces(100'000, text.repeated(megabyte / text.size()));
-    pieces.insert(pieces.begin(), begin);
-    return pieces;
+    return repeated(begin, 100'000, text.repeated(megabyte / text.size()));
 }
 
 std::vector<Flood> floods()
@@ -65,12 +69,14 @@ std::vector<Flood> floods()
             megabytes(63,
                 "data: {\"choices\":[{\"delta\":{\"tool_calls\":[{\"index\":0,"
                 "\"function\":{\"name\":\"x\",\"arguments\":\"aaaaaaaaaaaaaaaa\"}}]}}]}\n\n") },
+        { "long lines",
+            repeated(head, 8, QByteArray("data: ") + QByteArray(7'500'000, '[') + "\n\n") },
         { "an endless header line", endless("HTTP/1.1 200 OK\r\nX-Endless: ", "x") },
         { "endless headers", endless("HTTP/1.1 200 OK\r\n", "X-Endless: x\r\n") },
         { "an endless chunk extension", endless(chunked + "1;", "x") },
         { "endless chunk extensions",
             endless(chunked, "1;" + QByteArray(100'000, 'x') + "\r\n\n\r\n") },
-        { "a trickle", BlockingServer::Pieces(120, ":"), 1s },
+        { "a trickle", repeated(head, 120, ":"), 1s },
     };
 }
 
@@ -135,7 +141,7 @@ struct Talk : ScriptedStores {
                        .modelID = QStringLiteral("model"),
                        .apiKey = QStringLiteral("key"),
                        .completionsPath = QStringLiteral("chat/completions") },
-            http)
+            http, { .beginning = 3s })
     {
         models.main = &provider;
         panel.show();
@@ -226,8 +232,10 @@ bool runApart(const QString& name)
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedChannels);
     process.start(QCoreApplication::applicationFilePath(), { name });
-    return process.waitForFinished(120'000) && process.exitStatus() == QProcess::NormalExit
-        && process.exitCode() == 0;
+    const auto isDone = process.waitForFinished(120'000);
+    process.kill();
+    process.waitForFinished();
+    return isDone && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
 }
 
 } // namespace

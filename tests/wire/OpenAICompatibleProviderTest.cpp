@@ -123,6 +123,11 @@ private Q_SLOTS:
             toolCalls("{'function':{'name':'x'}},{'function':{'name':'y','arguments':'1'}}")
                 + toolCalls("{'function':{'arguments':'2'}},{'function':{'arguments':'3'}}"),
             "call_0=x2;call_1=y13|.");
+        row("more calls than any model means",
+            toolCalls(QByteArray("{'index':1},").repeated(20'000)
+                + "{'index':2,'function':{'arguments':'" + QByteArray(200'001, 'x') + "'}}")
+                + token("late"),
+            "Invalid response: the answer is too long.");
         row("no name", toolCalls("{'id':'a','function':{'arguments':'{}'}}"), ".");
         row("the first signature wins",
             toolCalls("{'id':'a','extra_content':{'google':{'thought_signature':''}}}")
