@@ -154,6 +154,21 @@ Task<> readToTheEnd(std::shared_ptr<HTTPStream> lines)
     lines->close();
 }
 
+/// Ends a reply that does not begin in time, however busy its connection is.
+std::shared_ptr<QTimer> startPatience(const std::shared_ptr<HTTPStream>& lines,
+    LLMStream::Sink events, TransportError tooLate, std::chrono::milliseconds limit)
+{
+    const auto patience = std::make_shared<QTimer>();
+    patience->setSingleShot(true);
+    QObject::connect(patience.get(), &QTimer::timeout, patience.get(),
+        [lines, events = std::move(events), tooLate = std::move(tooLate)] {
+            events.finish(tooLate);
+            lines->close();
+        });
+    patience->start(limit);
+    return patience;
+}
+
 Task<> readReply(
     std::shared_ptr<HTTPStream> lines, LLMStream::Sink events, std::shared_ptr<QTimer> patience)
 {
@@ -220,14 +235,8 @@ LLMStream OpenAICompatibleProvider::streamChat(LLMRequest request)
     auto tooLate = TransportErrorLogic::beganTooLate(asked.url, m_patience.beginning);
     const auto lines = std::make_shared<HTTPStream>(m_http.stream(std::move(asked)));
     events.sink().setOnDrop([lines] { lines->close(); });
-    const auto patience = std::make_shared<QTimer>();
-    patience->setSingleShot(true);
-    QObject::connect(patience.get(), &QTimer::timeout, patience.get(),
-        [lines, sink = events.sink(), tooLate = std::move(tooLate)] {
-            sink.finish(tooLate);
-            lines->close();
-        });
-    patience->start(m_patience.beginning);
+    const auto patience =
+        startPatience(lines, events.sink(), std::move(tooLate), m_patience.beginning);
     spawn(readAnswer(lines, events.sink(), patience));
     return events;
 }
