@@ -110,14 +110,15 @@ QString fenced(const Calls& calls, const DemoTurn& turn)
 
 DemoReply calling(const DemoPlan& plan, const Calls& open, const DemoTurn& turn)
 {
-    if (turn.protocol == DemoTurn::Protocol::blocks)
-        return { plan.sentence + QStringLiteral("\n\n") + fenced(open, turn) };
-    auto calls = loading(plan, open, turn);
+    const auto inBlocks = turn.protocol == DemoTurn::Protocol::blocks;
+    auto calls = inBlocks ? Calls() : loading(plan, open, turn);
     std::ranges::copy_if(
         open, std::back_inserter(calls), [&](const auto& call) { return turn.offers(call.name); });
     if (calls.empty())
         return { QStringLiteral("For that I would call %1, which I am not offered at present.")
                      .arg(open.front().name) };
+    if (inBlocks)
+        return { plan.sentence + QStringLiteral("\n\n") + fenced(calls, turn) };
     return { plan.sentence, calls };
 }
 

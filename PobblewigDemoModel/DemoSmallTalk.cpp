@@ -49,11 +49,9 @@ QString help()
 {
     return QStringLiteral(
         "Gladly. Each of these sentences shows something:\n\n"
-        "- Proposals: \"remind me to email Davis tomorrow at 9\", \"put dentist on Friday at 3pm "
-        "in "
-        "my calendar\", \"forget that I like tea\"\n"
-        "- Myself: \"focus for 30 minutes\", \"be a deadpan roommate\", \"turn into a pink "
-        "axolotl\", \"pause observation\"\n"
+        "- Proposals: \"turn into a pink axolotl\", \"be a deadpan roommate\", \"pause "
+        "observation\", \"forget that I like tea\"\n"
+        "- A mode for a while: \"focus for 30 minutes\"\n"
         "- Memory: \"I like tea\" and then the button \"New session\", \"what do you know about "
         "tea\", \"remember that I moved\", \"what happened yesterday\", \"when is the essay due\"\n"
         "- Around us: \"what's on my screen\", \"what am I doing\", \"list my folders\"\n"

@@ -129,7 +129,10 @@ DemoTurn DemoTurn::read(const ChatRequest& request)
 
 bool DemoTurn::offers(const QString& tool) const
 {
-    return protocol == Protocol::blocks || functions.contains(tool);
+    if (protocol != Protocol::blocks)
+        return functions.contains(tool);
+    // The look-ups are not always listed.
+    return changes.contains(tool) || !tool.startsWith(u"propose_");
 }
 
 } // namespace pobblewig

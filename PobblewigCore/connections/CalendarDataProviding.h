@@ -60,6 +60,9 @@ public:
 
     virtual ~CalendarDataProviding() = default;
 
+    /// Whether there are calendars at all, whatever access to them is granted.
+    virtual bool isAvailable() const { return true; }
+
     /// Does not prompt the user.
     virtual PermissionState authorizationStatus(CalendarEntity entity) const = 0;
     virtual Task<> requestAccess(CalendarEntity entity) = 0;
@@ -77,6 +80,7 @@ public:
 /// For platforms without calendars: grants nothing, and every request fails for lack of access.
 class UnavailableCalendarProvider : public CalendarDataProviding {
 public:
+    bool isAvailable() const override { return false; }
     PermissionState authorizationStatus(CalendarEntity entity) const override;
     Task<> requestAccess(CalendarEntity entity) override;
     Task<Result<std::vector<CalendarEventDTO>>> fetchEvents(TimePoint from, TimePoint to) override;

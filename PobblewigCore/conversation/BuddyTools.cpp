@@ -1,7 +1,6 @@
 #include "conversation/BuddyTools.h"
 
 #include "conversation/TurnTools.h"
-#include "conversation/proposals/ActionTools.h"
 
 #include <QJsonDocument>
 
@@ -16,7 +15,6 @@ using Group = Tool::Group;
 std::vector<Tool> withOurs(std::vector<Tool> tools, const PlatformWording& wording)
 {
     std::ranges::move(TurnTools::tools(wording), std::back_inserter(tools));
-    std::ranges::move(ActionTools::tools(), std::back_inserter(tools));
     return tools;
 }
 
@@ -50,6 +48,8 @@ ToolLines linesOf(std::vector<Tool> tools)
             (tool.group == Group::action ? lines.actions : lines.lookups).append(tool.instruction);
         if (tool.group == Group::deferred)
             lines.deferred.append(tool.name);
+        if (tool.group == Group::action)
+            lines.actionNames.append(tool.name);
     }
     return lines;
 }

@@ -27,10 +27,10 @@ public:
         std::set<QString> expanded = {};
     };
 
-    /// Adds the turn's own tools and the actions to those of the features.
+    /// Adds the turn's own tools to those of the features.
     BuddyTools(std::vector<Tool> ofFeatures, const PlatformWording& wording);
 
-    /// In the order of the groups. Actions are always offered.
+    /// In the order of the groups. All actions are offered.
     std::vector<LLMToolDefinition> offered(const Offer& offer) const;
 
     /// Returns null for an unknown name.

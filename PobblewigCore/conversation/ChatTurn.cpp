@@ -242,7 +242,7 @@ bool ChatTurn::leaveOutOldest()
 void ChatTurn::collectActions(const std::vector<LLMToolCall>& calls)
 {
     for (const auto& call : calls) {
-        if (call.isBroken || !ActionTools::isOffered(call.name))
+        if (call.isBroken || !ActionTools::isAction(call.name))
             continue;
         auto actions = ActionParser::actions(call, m_input.calendar);
         if (actions.empty())

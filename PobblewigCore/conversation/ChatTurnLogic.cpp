@@ -74,7 +74,7 @@ std::vector<MemoryToolCall> ChatTurnLogic::retrievalCalls(const std::vector<LLMT
 {
     std::vector<MemoryToolCall> result;
     for (const auto& call : calls) {
-        if (!call.isBroken && !ActionTools::isOffered(call.name))
+        if (!call.isBroken && !ActionTools::isAction(call.name))
             result.push_back({ call.name, call.arguments });
     }
     return result;
@@ -90,7 +90,7 @@ std::vector<LLMMessage> ChatTurnLogic::toolMessages(const std::vector<LLMToolCal
         messages.push_back({ .role = LLMMessage::Role::tool, .toolCallID = call.id });
         if (call.isBroken)
             messages.back().content = brokenCall.toString();
-        else if (ActionTools::isOffered(call.name))
+        else if (ActionTools::isAction(call.name))
             messages.back().content = actionAcknowledgement(call, actionConfirmations, calendar);
         else if (result != results.end())
             messages.back().content = (result++)->text;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "conversation/ProposalDesk.h"
+#include "conversation/proposals/ActionTools.h"
 #include "features/Feature.h"
 
 namespace pobblewig {
@@ -18,11 +19,18 @@ public:
     /// All arguments must outlive the feature.
     ProposalFeature(const Stores& stores, const Moment& moment, const ProposalDesk::Hands& hands)
         : m_proposals(stores.proposals)
+        , m_calendarProvider(hands.calendarProvider)
         , m_desk(stores, moment, hands, [this] { changed(); })
     {
     }
 
     ProposalDesk& desk() { return m_desk; }
+
+    std::vector<Tool> tools() override
+    {
+        using enum ActionTools::Calendars;
+        return ActionTools::tools(m_calendarProvider.isAvailable() ? available : none);
+    }
 
     void publish(PublishedState& state) const override
     {
@@ -33,6 +41,7 @@ public:
 
 private:
     const ProposalManager& m_proposals;
+    const CalendarDataProviding& m_calendarProvider;
     ProposalDesk m_desk;
 };
 

@@ -76,8 +76,8 @@ QString toolsSection(const MainAssistantPrompt& prompt)
 QString actionsSection(const MainAssistantPrompt& prompt)
 {
     if (prompt.nativeTools)
-        return u"\n\n" % Prompts::nativeActionInstructions;
-    return u"\n\n" % Prompts::actionInstructions(prompt.tools.actions);
+        return u"\n\n" % Prompts::nativeActionInstructions(prompt.tools);
+    return u"\n\n" % Prompts::actionInstructions(prompt.tools);
 }
 
 QString referenceSection(const SituationSnapshot& situation)

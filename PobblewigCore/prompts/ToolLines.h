@@ -13,6 +13,10 @@ struct ToolLines {
     QStringList lookups = {};
     /// The same for the actions, each followed by a line with a sample entry.
     QStringList actions = {};
+    QStringList actionNames = {};
+
+    /// Whether the model can propose events and reminders.
+    bool haveCalendars() const { return actionNames.contains(u"propose_reminder"); }
 };
 
 } // namespace pobblewig

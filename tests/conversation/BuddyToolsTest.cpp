@@ -155,10 +155,13 @@ private Q_SLOTS:
 
     void theExamplesAreRepliesThatAct()
     {
-        const auto acting = ActionParser::parse(
-            between(Prompts::actionInstructions({}), u"whole reply:\n", u"\n\nNever"), Calendar());
-        QVERIFY(acting.displayText.startsWith(u"Sure — ") && acting.displayText.endsWith(u"list."));
-        QCOMPARE(acting.actions.size(), 1u);
+        for (const auto& lines : { ToolLines(), m_tools.lines() }) {
+            const auto text = Prompts::actionInstructions(lines);
+            const auto acting =
+                ActionParser::parse(between(text, u"whole reply:\n", u"\n\nNever"), Calendar());
+            QVERIFY(acting.displayText.startsWith(u"Sure — "));
+            QCOMPARE(acting.actions.size(), 1u);
+        }
         const auto asking = between(Prompts::toolInstructions({}), u"it):\n", u"\nAvailable tools");
         QCOMPARE(ActionParser::parseToolCalls(asking).calls.size(), 1u);
     }

@@ -47,8 +47,8 @@ inline QString resultOf(const QString& tool, const JSONValue::Object& arguments)
             + u" is now available — call it in your next step. It does: things"_s;
     if (const auto found = results.find(tool); found != results.end())
         return found->second;
-    return ActionTools::isOffered(tool) ? u"registered as a pending proposal — it awaits the user"_s
-                                        : u"Result of "_s + tool;
+    return ActionTools::isAction(tool) ? u"registered as a pending proposal — it awaits the user"_s
+                                       : u"Result of "_s + tool;
 }
 
 inline const BuddyTools& buddyTools()
@@ -77,7 +77,7 @@ class AppTurn {
 public:
     explicit AppTurn(const QString& sentence)
     {
-        say(Role::system, Prompts::nativeActionInstructions.toString());
+        say(Role::system, Prompts::nativeActionInstructions(buddyTools().lines()));
         say(Role::user, u"Hi"_s);
         say(Role::assistant, u"Hello"_s);
         say(Role::user, Prompts::appContext({}) + sentence);
@@ -100,7 +100,7 @@ public:
     {
         const auto& lines = buddyTools().lines();
         replaceSystem(
-            Prompts::toolInstructions(lines.lookups) + Prompts::actionInstructions(lines.actions));
+            Prompts::toolInstructions(lines.lookups) + Prompts::actionInstructions(lines));
         for (rounds = 0; rounds < 4; ++rounds) {
             const auto reply = ask().text;
             const auto wanted = ActionParser::parseToolCalls(reply);

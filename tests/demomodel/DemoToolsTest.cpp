@@ -138,7 +138,7 @@ private Q_SLOTS:
         for (const auto& call : native.calls)
             std::ranges::move(ActionParser::actions(call, {}), std::back_inserter(nativeActions));
         std::erase_if(
-            native.calls, [](const auto& call) { return ActionTools::isOffered(call.name); });
+            native.calls, [](const auto& call) { return ActionTools::isAction(call.name); });
         QCOMPARE(described(inText.calls), described(native.calls));
         QVERIFY(inText.actions == nativeActions);
         QVERIFY2(
@@ -181,6 +181,22 @@ private Q_SLOTS:
         turn.offer({});
         turn.replaceSystem(u"Write one short sentence."_s);
         QVERIFY(turn.ask().text.contains(saysSo));
+    }
+
+    void withoutCalendarsNoReminderIsProposed()
+    {
+        const BuddyTools tools(ActionTools::tools(ActionTools::Calendars::none), {});
+        AppTurn turn(u"remind me to email Davis tomorrow at 9"_s);
+        turn.offer(tools.offered({}));
+        for (const auto& prompt : { Prompts::nativeActionInstructions(tools.lines()),
+                 Prompts::actionInstructions(tools.lines()) }) {
+            QVERIFY(!prompt.contains(u"propose_") && !prompt.contains(u"a calendar event"));
+            turn.replaceSystem(prompt);
+            const auto reply = turn.ask();
+            QVERIFY(reply.calls.empty() && !reply.text.contains(u"```"));
+            QVERIFY(reply.text.contains(u"propose_reminder, which I am not offered"));
+            turn.offer({});
+        }
     }
 
     void anAppWhoseFunctionsWereRefusedGetsBlocks()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "activity/RuleTools.h"
+#include "conversation/proposals/ActionTools.h"
 #include "folders/FolderTools.h"
 #include "memory/recall/MemoryTools.h"
 #include "memory/recall/NativeMemoryRetrieval.h"
@@ -17,6 +18,8 @@ struct ToolWorld : ScriptedStores {
         auto tools = MemoryTools::tools({ retrieval, memory, std::move(clock) });
         std::ranges::move(RuleTools::tools(rules), std::back_inserter(tools));
         std::ranges::move(FolderTools::tools(nullptr), std::back_inserter(tools));
+        std::ranges::move(
+            ActionTools::tools(ActionTools::Calendars::available), std::back_inserter(tools));
         return tools;
     }
 };

@@ -13,6 +13,7 @@ namespace {
 struct Action {
     Tool tool;
     ActionBuilder::Actions (*build)(const ActionBuilder::Request& request);
+    bool needsCalendars = false;
 };
 
 Action setTemporaryMode()
@@ -61,6 +62,7 @@ Action proposeCalendarEvent()
                 R"("notes":"Bring the insurance card"})"_s,
         },
         .build = ActionBuilder::proposedCalendarEvent,
+        .needsCalendars = true,
     };
 }
 
@@ -84,6 +86,7 @@ Action proposeReminder()
                 R"("title":"Email Professor Davis","due":"2026-07-25T09:00:00"})"_s,
         },
         .build = ActionBuilder::proposedReminder,
+        .needsCalendars = true,
     };
 }
 
@@ -256,14 +259,17 @@ const Action* find(const QString& name)
 
 } // namespace
 
-std::vector<Tool> ActionTools::tools()
+std::vector<Tool> ActionTools::tools(Calendars calendars)
 {
     std::vector<Tool> tools;
-    std::ranges::transform(table(), std::back_inserter(tools), &Action::tool);
+    for (const auto& action : table()) {
+        if (calendars == Calendars::available || !action.needsCalendars)
+            tools.push_back(action.tool);
+    }
     return tools;
 }
 
-bool ActionTools::isOffered(const QString& name)
+bool ActionTools::isAction(const QString& name)
 {
     const auto* action = find(name);
     return action && action->tool.group == Tool::Group::action;

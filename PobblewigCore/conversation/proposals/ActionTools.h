@@ -7,10 +7,13 @@
 /// use the same names.
 namespace pobblewig::ActionTools {
 
-std::vector<Tool> tools();
+/// Events and reminders are offered only if there are calendars.
+enum class Calendars { none, available };
 
-/// Whether models are offered it.
-bool isOffered(const QString& name);
+std::vector<Tool> tools(Calendars calendars);
+
+/// Whether this is a function that changes something, offered or not.
+bool isAction(const QString& name);
 
 /// Empty for an unknown name as well.
 ActionBuilder::Actions actions(const QString& name, const ActionBuilder::Request& request);
