@@ -89,6 +89,9 @@ AppCoordinator::AppCoordinator(Parts parts)
         return proposalDesk().apply(std::move(actions));
     };
     m_models->onUse = [this](const auto& model) { m_keySafety.noteUse(model); };
+    chat().judge = [this](const BuddyAction& action, const ChatService::Actions& requested) {
+        return proposalDesk().verdict(action, requested);
+    };
     m_pollTimer.setInterval(m_parts.pollInterval);
     connect(&m_pollTimer, &QTimer::timeout, this, [this] { spawn(pollOnce()); });
     refresh();

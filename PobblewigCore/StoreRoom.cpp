@@ -34,7 +34,7 @@ StoreRoom::StoreRoom(Parts parts)
     , m_history(m_directory)
     , m_usage(m_directory)
     , m_rules(m_directory)
-    , m_proposals(m_directory)
+    , m_proposals(m_directory, m_moment.clock)
 {
 }
 

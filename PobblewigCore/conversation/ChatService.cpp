@@ -260,7 +260,7 @@ Task<ChatTurn::Input> ChatService::turnInput(Turn turn)
             .now = m_moment.now(),
             .wording = m.wording },
         .conversation = conversation(turn),
-        .actionConfirmations = m_settings.settings().actionConfirmations,
+        .judge = judge,
         .calendar = m_moment.calendar(),
     };
 }
@@ -354,6 +354,10 @@ void ChatService::forgetLostTurn()
 
 void ChatService::finishReply(const ChatTurn::Result& result, std::optional<QUuid> askedIn)
 {
+    setCaptureIndicator(std::nullopt);
+    // Of actions alone, the notes of what became of them speak.
+    if (result.text.isEmpty())
+        return;
     append({
         .id = QUuid::createUuid(),
         .role = ChatMessage::Role::assistant,
@@ -363,7 +367,6 @@ void ChatService::finishReply(const ChatTurn::Result& result, std::optional<QUui
         .sessionID = isMemoryEnabled() ? askedIn : std::nullopt,
         .cutOff = result.isCutOff ? std::optional(true) : std::nullopt,
     });
-    setCaptureIndicator(std::nullopt);
 }
 
 void ChatService::failReply(const LLMFailure& failure, std::optional<QUuid> askedIn)

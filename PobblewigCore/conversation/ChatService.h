@@ -124,6 +124,9 @@ public:
     /// Takes a picture of the screen and runs a turn with it.
     Task<Outcome> sendWithScreenshot(QString text, UserMessage userMessage);
 
+    /// Says what will become of an action that a reply requests.
+    ChatTurn::Judge judge = [](const auto&, const auto&) { return ActionVerdict(); };
+
     /// Awaited after the reply was added to the history, so that their messages follow it.
     std::function<Task<>(Actions actions)> onActions;
     std::function<Task<>()> onTurnComplete;

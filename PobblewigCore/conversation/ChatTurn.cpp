@@ -73,6 +73,8 @@ Task<ChatTurn::Outcome> ChatTurn::run()
 
 ChatTurn::Step ChatTurn::nextStep() const
 {
+    if (hasMalformedBlock())
+        return Step::blockNudge;
     if (m_round == ChatTurnLogic::maxRounds)
         return Step::finish;
     if (!m_reply.toolCalls.empty()) {
@@ -84,9 +86,15 @@ ChatTurn::Step ChatTurn::nextStep() const
     return isUnfoundedClaim() ? Step::claimNudge : Step::finish;
 }
 
+bool ChatTurn::hasMalformedBlock() const
+{
+    return !m_blockNudged && m_reply.toolCalls.empty()
+        && ActionParser::parse(m_reply.text, m_input.calendar).isMalformed;
+}
+
 bool ChatTurn::isUnfoundedClaim() const
 {
-    if (m_claimNudged || !m_actions.empty())
+    if (m_claimNudged || m_hasRepeated || !m_actions.empty())
         return false;
     const auto parsed = ActionParser::parse(m_reply.text, m_input.calendar);
     return parsed.actions.empty() && ChatTurnLogic::claimsActionWithoutCalling(parsed.displayText);
@@ -98,11 +106,18 @@ Task<ChatTurn::Failure> ChatTurn::perform(Step step)
         return runNativeRound();
     if (step == Step::textRound)
         return runTextRound();
+    if (step == Step::blockNudge) {
+        m_blockNudged = true;
+        Log::line(QStringLiteral("buddy: malformed control block; asking once more"));
+        return nudge(m_reply.text, ChatTurnLogic::blockNudge.toString(),
+            m_tools.offered(m_tools.expanded()));
+    }
     m_claimNudged = true;
     Log::line(QStringLiteral("buddy: reply claimed an app action with no call; nudging once (reply "
                              "length: %1)")
                   .arg(m_reply.text.size()));
-    return nudge(m_reply.text, ChatTurnLogic::claimNudge, m_tools.offered(m_tools.expanded()));
+    return nudge(m_reply.text, ChatTurnLogic::claimNudge(m_input.prompt.tools.actionNames),
+        m_tools.offered(m_tools.expanded()));
 }
 
 Task<ChatTurn::Failure> ChatTurn::runNativeRound()
@@ -112,8 +127,7 @@ Task<ChatTurn::Failure> ChatTurn::runNativeRound()
     if (m_stop.stop_requested())
         co_return Cancelled();
     m_messages.push_back({ .role = Role::assistant, .content = m_reply.text, .toolCalls = calls });
-    auto answers = ChatTurnLogic::toolMessages(
-        calls, outcome.results, m_input.actionConfirmations, m_input.calendar);
+    auto answers = ChatTurnLogic::toolMessages(calls, outcome.results, m_acknowledgements);
     std::ranges::move(answers, std::back_inserter(m_messages));
     if (outcome.freshScreenshot) {
         sayThatAPictureIsThere();
@@ -149,10 +163,10 @@ Task<ChatTurn::Failure> ChatTurn::runTextRound()
 }
 
 Task<ChatTurn::Failure> ChatTurn::nudge(
-    QString lastReply, QStringView note, std::vector<LLMToolDefinition> tools)
+    QString lastReply, QString note, std::vector<LLMToolDefinition> tools)
 {
     m_messages.push_back({ .role = Role::assistant, .content = std::move(lastReply) });
-    m_messages.push_back({ .role = Role::user, .content = note.toString() });
+    m_messages.push_back({ .role = Role::user, .content = std::move(note) });
     return ask(std::move(tools));
 }
 
@@ -177,15 +191,18 @@ Task<ChatTurn::Outcome> ChatTurn::finish()
                       .arg(m_reply.text.size()));
         const auto isBlank = m_reply.text.trimmed().isEmpty();
         const auto said = isBlank ? QStringLiteral("(empty reply)") : m_reply.text;
-        auto failure = co_await nudge(said, ChatTurnLogic::emptyReplyNudge, m_tools.offered({}));
+        auto failure =
+            co_await nudge(said, ChatTurnLogic::emptyReplyNudge.toString(), m_tools.offered({}));
         if (failure)
             co_return tl::unexpected(*std::move(failure));
         parsed = ActionParser::parse(m_reply.text, m_input.calendar);
     }
     std::ranges::move(parsed.actions, std::back_inserter(m_actions));
+    auto actions = allActions();
+    const auto isConfused = parsed.displayText.isEmpty() && actions.empty();
     co_return Result {
-        .text = parsed.displayText.isEmpty() ? QString::fromUtf8(tangledUp) : parsed.displayText,
-        .actions = ProposalLogic::dedupedActions(std::move(m_actions)),
+        .text = isConfused ? QString::fromUtf8(tangledUp) : parsed.displayText,
+        .actions = std::move(actions),
         .tookScreenshot = m_tools.toolScreenshot().has_value(),
         .isCutOff = m_reply.end.isCutOff && !parsed.displayText.isEmpty(),
     };
@@ -241,16 +258,47 @@ bool ChatTurn::leaveOutOldest()
 
 void ChatTurn::collectActions(const std::vector<LLMToolCall>& calls)
 {
+    m_acknowledgements.clear();
     for (const auto& call : calls) {
-        if (call.isBroken || !ActionTools::isAction(call.name))
-            continue;
-        auto actions = ActionParser::actions(call, m_input.calendar);
-        if (actions.empty())
-            Log::line(QStringLiteral("buddy: dropped action call %1 (%2 characters of arguments)")
-                          .arg(call.name)
-                          .arg(call.argumentsJSON.size()));
-        std::ranges::move(actions, std::back_inserter(m_actions));
+        if (!call.isBroken && ActionTools::isAction(call.name))
+            m_acknowledgements.push_back(collectActions(call));
     }
+}
+
+QString ChatTurn::collectActions(const LLMToolCall& call)
+{
+    auto actions = ActionParser::actions(call, m_input.calendar);
+    if (actions.empty())
+        Log::line(QStringLiteral("buddy: dropped action call %1 (%2 characters of arguments)")
+                      .arg(call.name)
+                      .arg(call.argumentsJSON.size()));
+    std::vector<ActionVerdict> verdicts;
+    for (const auto& action : actions) {
+        verdicts.push_back(m_input.judge(action, m_actions));
+        collect(action, verdicts.back().kind);
+    }
+    return ChatTurnLogic::acknowledgement(actions, verdicts);
+}
+
+void ChatTurn::collect(BuddyAction action, ActionVerdict::Kind verdict)
+{
+    using Kind = ActionVerdict::Kind;
+    const auto isRepeated =
+        verdict == Kind::waiting || verdict == Kind::done || verdict == Kind::dismissed;
+    m_hasRepeated |= isRepeated;
+    if (isRepeated || verdict == Kind::idTaken)
+        return;
+    std::erase_if(m_refused,
+        [&](const auto& refused) { return ProposalLogic::haveSameIdentity(refused, action); });
+    auto& actions = verdict == Kind::refused ? m_refused : m_actions;
+    actions.push_back(std::move(action));
+}
+
+std::vector<BuddyAction> ChatTurn::allActions()
+{
+    auto actions = std::move(m_actions);
+    std::ranges::move(m_refused, std::back_inserter(actions));
+    return ProposalLogic::dedupedActions(std::move(actions));
 }
 
 void ChatTurn::sayThatAPictureIsThere()

@@ -3,6 +3,7 @@
 #include "conversation/ChatTurnLogic.h"
 #include "conversation/ModelRouter.h"
 #include "conversation/ToolRunner.h"
+#include "conversation/proposals/ActionVerdict.h"
 #include "conversation/proposals/BuddyAction.h"
 #include "foundation/Calendar.h"
 #include "prompts/MainAssistantPrompt.h"
@@ -15,12 +16,16 @@ namespace pobblewig {
 /// Lives until its task has ended.
 class ChatTurn {
 public:
+    /// Says what will become of an action, given those that the turn has requested before.
+    using Judge = std::function<ActionVerdict(
+        const BuddyAction& action, const std::vector<BuddyAction>& requested)>;
+
     /// The constant input of the turn.
     struct Input {
         MainAssistantPrompt prompt;
         /// The history with the turn's own message, the user's newest. Without a system prompt.
         std::vector<LLMMessage> conversation;
-        std::map<QString, bool> actionConfirmations = {};
+        Judge judge;
         Calendar calendar = {};
     };
 
@@ -38,6 +43,7 @@ public:
     };
 
     struct Result {
+        /// Empty if the reply consists of actions alone.
         QString text;
         /// Proposals have no `id` and `createdAt` yet.
         std::vector<BuddyAction> actions;
@@ -53,15 +59,16 @@ public:
     Task<Outcome> run();
 
 private:
-    enum class Step { nativeRound, textRound, claimNudge, finish };
+    enum class Step { nativeRound, textRound, blockNudge, claimNudge, finish };
     using Failure = std::optional<ChatError>;
 
     Step nextStep() const;
     bool isUnfoundedClaim() const;
+    bool hasMalformedBlock() const;
     Task<Failure> perform(Step step);
     Task<Failure> runNativeRound();
     Task<Failure> runTextRound();
-    Task<Failure> nudge(QString lastReply, QStringView note, std::vector<LLMToolDefinition> tools);
+    Task<Failure> nudge(QString lastReply, QString note, std::vector<LLMToolDefinition> tools);
     Task<ToolRunner::Outcome> runTools(std::vector<MemoryToolCall> calls, QStringView protocol);
     Task<Outcome> finish();
 
@@ -70,6 +77,9 @@ private:
     Task<ModelRouter::Reply> request(std::vector<LLMToolDefinition> tools);
     bool leaveOutOldest();
     void collectActions(const std::vector<LLMToolCall>& calls);
+    QString collectActions(const LLMToolCall& call);
+    void collect(BuddyAction action, ActionVerdict::Kind verdict);
+    std::vector<BuddyAction> allActions();
     void sayThatAPictureIsThere();
     /// Writes the app's context in front of the user's newest message.
     void tellContext();
@@ -86,7 +96,14 @@ private:
     QString m_asked;
     ModelReply m_reply;
     std::vector<BuddyAction> m_actions;
+    /// What cannot be done, unless the model corrects itself. The user learns why.
+    std::vector<BuddyAction> m_refused;
+    /// For each call of an action in `m_reply`.
+    std::vector<QString> m_acknowledgements;
     int m_round = 0;
+    /// Whether an action was requested that needs nothing more.
+    bool m_hasRepeated = false;
+    bool m_blockNudged = false;
     bool m_claimNudged = false;
 };
 

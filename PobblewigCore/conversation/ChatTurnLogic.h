@@ -1,11 +1,12 @@
 #pragma once
 
+#include "conversation/proposals/ActionVerdict.h"
 #include "conversation/proposals/BuddyAction.h"
-#include "foundation/Calendar.h"
 #include "tools/MemoryToolCall.h"
 #include "wire/LLMMessage.h"
 
-#include <map>
+#include <QStringList>
+
 #include <vector>
 
 /// The messages that a turn sends to the model between its replies.
@@ -20,23 +21,24 @@ inline constexpr size_t maxCallsPerReply = 64;
 /// The calls that read, in their order. Broken calls are not run.
 std::vector<MemoryToolCall> retrievalCalls(const std::vector<LLMToolCall>& calls);
 
-/// The results of a round as function results, one message for each call, including actions.
-/// `results` are those of the other calls, in order.
+/// The results of a round as function results, one message for each call. `acknowledgements` are
+/// those of the actions and `results` those of the other calls, each in order.
 std::vector<LLMMessage> toolMessages(const std::vector<LLMToolCall>& calls,
-    const std::vector<MemoryToolResult>& results,
-    const std::map<QString, bool>& actionConfirmations, const Calendar& calendar);
+    const std::vector<MemoryToolResult>& results, const std::vector<QString>& acknowledgements);
 
 /// The same as prose, for a model without function calls.
 QString toolResultsText(const std::vector<MemoryToolResult>& results, int round);
 
-/// The outcome of an action call.
-QString actionAcknowledgement(const LLMToolCall& toolCall,
-    const std::map<QString, bool>& actionConfirmations, const Calendar& calendar);
+/// What the model is told of the actions of one call: the truth at that moment.
+QString acknowledgement(
+    const std::vector<BuddyAction>& actions, const std::vector<ActionVerdict>& verdicts);
 
 /// Whether a reply claims that something awaits the user's confirmation.
 bool claimsActionWithoutCalling(const QString& text);
 
-extern const QStringView claimNudge;
+/// Names the functions among those that are offered.
+QString claimNudge(const QStringList& offered);
+extern const QStringView blockNudge;
 extern const QStringView emptyReplyNudge;
 extern const QStringView screenshotAttached;
 

@@ -1,17 +1,12 @@
 #include "conversation/ProposalDesk.h"
 
-#include "conversation/proposals/ForgetLogic.h"
 #include "conversation/proposals/ProposalLogic.h"
-#include "settings/SettingsWriteLogic.h"
 
 namespace pobblewig {
 
 namespace {
 
 using Kind = RuleProposal::Kind;
-
-/// The maximum number of actions in a turn, however many a model requests.
-constexpr size_t maxActions = 30;
 
 QString queuedText(const RuleProposal& proposal)
 {
@@ -32,9 +27,21 @@ RuleProposal stamped(RuleProposal proposal, TimePoint now)
     return proposal;
 }
 
-bool changesMascot(const RuleProposal& proposal)
+QString refusalText(Kind kind, const QString& reason)
 {
-    return proposal.settingsChange && proposal.settingsChange->key == u"mascot";
+    switch (kind) {
+    case Kind::settingsChange:
+        return QStringLiteral("I can't change that setting: %1").arg(reason);
+    case Kind::forgetMemory:
+        return QStringLiteral("I can't forget that: %1").arg(reason);
+    case Kind::calendarEvent:
+        return QStringLiteral("I can't add that event: %1").arg(reason);
+    case Kind::reminder:
+        return QStringLiteral("I can't add that reminder: %1").arg(reason);
+    case Kind::rule:
+        return QStringLiteral("I can't add that rule: %1").arg(reason);
+    }
+    Q_UNREACHABLE();
 }
 
 /// The tags under which the record of a change can be found.
@@ -58,6 +65,7 @@ ProposalDesk::ProposalDesk(
     , m_moment(moment)
     , m_chat(hands.chat)
     , m_modes(hands.modes)
+    , m_judge(stores, moment, hands.calendarProvider)
     , m_writer(stores, moment, hands.calendarProvider)
     , m_forgetting(hands.forgetting)
     , m_changed(std::move(changed))
@@ -67,8 +75,8 @@ ProposalDesk::ProposalDesk(
 Task<> ProposalDesk::apply(std::vector<BuddyAction> actions)
 {
     auto ordered = ProposalLogic::orderedForApplication(std::move(actions));
-    auto isTooMuch = ordered.size() > maxActions;
-    ordered.resize(std::min(ordered.size(), maxActions));
+    auto isTooMuch = ordered.size() > ActionJudge::maxActions;
+    ordered.resize(std::min(ordered.size(), ActionJudge::maxActions));
     for (auto& action : ordered) {
         const auto admission = co_await applyOne(std::move(action));
         isTooMuch |= admission == Admission::tooMany;
@@ -128,37 +136,20 @@ auto ProposalDesk::applyOne(BuddyAction action) -> Task<Admission>
         co_return Admission::admitted;
     }
     auto proposal = stamped(std::get<RuleProposal>(std::move(action)), m_moment.now());
-    if (proposal.kind == Kind::rule)
-        co_return queue(proposal);
-    co_return co_await handleWrite(std::move(proposal));
-}
-
-auto ProposalDesk::handleWrite(RuleProposal proposal) -> Task<Admission>
-{
-    if (proposal.kind == Kind::settingsChange) {
-        if (const auto reason = settingRefusal(proposal)) {
-            noteWriteResult(
-                QStringLiteral("I can't change that setting: %1").arg(*reason), proposal.kind);
-            co_return Admission::admitted;
-        }
+    const auto kind = proposal.kind;
+    auto checked = m_judge.checked(std::move(proposal));
+    if (!checked) {
+        noteWriteResult(refusalText(kind, checked.error()), kind);
+        co_return Admission::admitted;
     }
-    if (proposal.kind == Kind::forgetMemory) {
-        auto resolved = ForgetLogic::resolveForget(std::move(proposal), m.memory);
-        if (!resolved) {
-            noteWriteResult(QStringLiteral("I can't forget that: %1").arg(resolved.error()),
-                Kind::forgetMemory);
-            co_return Admission::admitted;
-        }
-        proposal = *std::move(resolved);
-    }
-    if (ProposalLogic::needsConfirmation(proposal, m.settings.settings().actionConfirmations))
-        co_return queue(proposal);
-    co_return co_await writeUnasked(std::move(proposal));
+    if (m_judge.needsConfirmation(*checked))
+        co_return queue(*checked);
+    co_return co_await writeUnasked(*std::move(checked));
 }
 
 auto ProposalDesk::queue(const RuleProposal& proposal) -> Admission
 {
-    if (!m.proposals.isNew(proposal))
+    if (m_judge.repeated(proposal))
         return Admission::admitted;
     if (m.proposals.isFull())
         return Admission::tooMany;
@@ -169,38 +160,16 @@ auto ProposalDesk::queue(const RuleProposal& proposal) -> Admission
 
 auto ProposalDesk::writeUnasked(RuleProposal proposal) -> Task<Admission>
 {
-    if (m.proposals.isNew(proposal)) {
+    auto registered = m_judge.repeated(proposal);
+    if (!registered) {
         // A change that fails then waits for the user.
         if (m.proposals.isFull())
             co_return Admission::tooMany;
-        proposal = *m.proposals.registerProposal(std::move(proposal));
+        registered = m.proposals.registerProposal(proposal);
     }
-    const auto registered = m.proposals.proposal(proposal.proposalId);
-    if (registered && ProposalLogic::payloadEquivalent(*registered, proposal))
-        co_await confirmWrite(*registered);
+    if (ProposalLogic::payloadEquivalent(*registered, proposal))
+        co_await confirmWrite(*std::move(registered));
     co_return Admission::admitted;
-}
-
-std::optional<QString> ProposalDesk::settingRefusal(const RuleProposal& proposal) const
-{
-    if (!proposal.settingsChange)
-        return QStringLiteral("missing settings payload");
-    const auto& [key, value] = *proposal.settingsChange;
-    if (!SettingsWriteLogic::validate(key, value, settingsWithWaitingForm()))
-        return std::nullopt;
-    return SettingsWriteLogic::validate(key, value, m.settings.settings());
-}
-
-AppSettings ProposalDesk::settingsWithWaitingForm() const
-{
-    auto settings = m.settings.settings();
-    for (const auto& proposal : m.proposals.pendingProposals()) {
-        if (!changesMascot(proposal))
-            continue;
-        const auto& [key, value] = *proposal.settingsChange;
-        std::ignore = SettingsWriteLogic::apply(key, value, settings);
-    }
-    return settings;
 }
 
 Task<> ProposalDesk::confirmRule(RuleProposal proposal)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "connections/CalendarDataProviding.h"
+#include "conversation/ActionJudge.h"
 #include "conversation/ChatService.h"
 #include "conversation/proposals/BuddyAction.h"
 #include "conversation/proposals/ProposalAnswer.h"
@@ -28,6 +29,13 @@ public:
     ProposalDesk(const Stores& stores, const Moment& moment, const Hands& hands,
         std::function<void()> changed);
 
+    /// What would become of an action at the end of the turn that has requested these so far.
+    ActionVerdict verdict(
+        const BuddyAction& action, const std::vector<BuddyAction>& requested) const
+    {
+        return m_judge.verdict(action, requested);
+    }
+
     /// Handles the actions of a finished turn. At most `ProposalManager::maxPending` changes wait
     /// for the user; further ones are dropped, and the user is told.
     Task<> apply(std::vector<BuddyAction> actions);
@@ -46,14 +54,8 @@ private:
     enum class Admission { admitted, tooMany };
 
     Task<Admission> applyOne(BuddyAction action);
-    Task<Admission> handleWrite(RuleProposal proposal);
     Admission queue(const RuleProposal& proposal);
     Task<Admission> writeUnasked(RuleProposal proposal);
-
-    /// Also checks against the mascot that the buddy will have if the user accepts a pending
-    /// change.
-    std::optional<QString> settingRefusal(const RuleProposal& proposal) const;
-    AppSettings settingsWithWaitingForm() const;
 
     Task<> confirmRule(RuleProposal proposal);
     Task<> confirmWrite(RuleProposal proposal);
@@ -71,6 +73,7 @@ private:
     const Moment& m_moment;
     ChatService& m_chat;
     ModeSwitch& m_modes;
+    ActionJudge m_judge;
     ProposalWriter m_writer;
     std::function<void()> m_forgetting;
     std::function<void()> m_changed;

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "conversation/ActionJudge.h"
 #include "conversation/ChatService.h"
 #include "support/GrantedPermissions.h"
 #include "support/Joined.h"
+#include "support/ScriptedCalendar.h"
 #include "support/ScriptedCapturer.h"
 #include "support/ScriptedModels.h"
 #include "support/ScriptedProvider.h"
@@ -28,6 +30,8 @@ struct ChatFixture : ToolWorld {
     ScriptedCapturer screen;
     GrantedPermissions permissions;
     MemoryToolExecutor executor { everyTool() };
+    ScriptedCalendar calendar;
+    ActionJudge judge { all, moment, calendar };
     ChatService chat { all, moment,
         { .models = models,
             .situation = situation,
@@ -49,6 +53,9 @@ struct ChatFixture : ToolWorld {
         });
         models.main = &model;
         chat.setTools(everyTool());
+        chat.judge = [this](const auto& action, const auto& requested) {
+            return judge.verdict(action, requested);
+        };
         settings.update([](auto& changed) { changed.excludedBundleIDs = { u"org.vault"_s }; });
     }
 

@@ -109,6 +109,31 @@ private Q_SLOTS:
         QCOMPARE(told().size(), 2);
     }
 
+    void aChangeCanBeMadeAgainOnceItIsUndone()
+    {
+        auto classic = setting("companionPersona", JSONValue(text("classic")));
+        classic.proposalId = text("classic");
+        const auto deadpan = setting("companionPersona", JSONValue(text("deadpanRoommate")));
+        for (const auto& change : { deadpan, deadpan, classic, deadpan }) {
+            apply({ change });
+            for (const auto& proposal : m->proposals.pendingProposals())
+                awaited(m->desk.confirmProposal(proposal.proposalId));
+        }
+        QVERIFY(m->settings.settings().companionPersona == CompanionPersona::deadpanRoommate);
+        QCOMPARE(told().filter(text("Changed setting")).size(), 3);
+    }
+
+    void withoutCalendarsThereIsNoBannerButAReason()
+    {
+        UnavailableCalendarProvider none;
+        ProposalDesk desk(m->all, m->moment, { m->chat, m->modes, none }, [] {});
+        awaited(desk.apply({ reminder("r") }));
+        QCOMPARE(told(),
+            QStringList(
+                text("I can't add that reminder: no calendar is connected on this computer")));
+        QVERIFY(m->proposals.pendingProposals().empty());
+    }
+
     void aFailureCanBeTriedAgain()
     {
         const ProposedCalendarEvent event { .title = text("Exam"), .start = now };
@@ -129,7 +154,7 @@ private Q_SLOTS:
         QVERIFY(m->proposals.pendingProposals().empty());
     }
 
-    void whatIsDismissedIsNotAskedAgain()
+    void whatIsDismissedIsNotAskedAgainUntilTheUserWrites()
     {
         apply({ reminder("r") });
         m->desk.rejectProposal(text("r"));
@@ -143,6 +168,10 @@ private Q_SLOTS:
         awaited(m->desk.allowAlwaysProposal(text("r")));
         QVERIFY(m->calendar.reminders.empty());
         QVERIFY(m->settings.settings().actionConfirmations.empty());
+
+        m->history.append({ .role = ChatMessage::Role::user, .timestamp = now + 1min });
+        apply({ reminder("r") });
+        QCOMPARE(m->proposals.pendingProposals().size(), 2u);
     }
 
     void whatIsAllowedAlwaysIsDoneAtOnce()
@@ -156,7 +185,11 @@ private Q_SLOTS:
         apply({ setting("cloudSyncEnabled", JSONValue(true)) });
         awaited(m->desk.allowAlwaysProposal(text("cloudSyncEnabled")));
         QVERIFY(m->settings.settings().cloudSyncEnabled);
-        QCOMPARE(m->settings.settings().actionConfirmations.size(), 1u);
+        QVERIFY(m->settings.allowances() == std::vector { text("reminder_write") });
+        m->settings.revokeAllowance(text("reminder_write"));
+        QVERIFY(m->settings.allowances().empty());
+        apply({ reminder("t", "Cocoa") });
+        QCOMPARE(m->proposals.pendingProposals().size(), 1u);
     }
 
     void aRuleIsAlwaysAskedFor()

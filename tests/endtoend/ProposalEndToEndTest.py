@@ -43,9 +43,11 @@ class ProposalEndToEndTest(unittest.TestCase):
                 self.change_waits_over_a_restart(program)
                 self.assertEqual("native tools rejected" in program.log_text(),
                                  "--no-native-tools" in arguments)
-                self.impossible_can_be_dismissed(program)
+                self.impossible_is_not_proposed(program)
+                self.unwanted_can_be_dismissed(program)
                 self.always_allowed_does_not_ask(program)
                 program.send("what's on my screen?")
+                program.press("Look now")
                 wait_for(lambda: program.chat_file()[-1]["hadImage"], "the look at the screen")
                 program.kill()
 
@@ -65,19 +67,21 @@ class ProposalEndToEndTest(unittest.TestCase):
         wait_for(lambda: not program.find("Proposal: mode → focus"), "no banner")
         self.assertEqual(proposal(program, "pending"), [])
 
-    def impossible_can_be_dismissed(self, program):
+    def impossible_is_not_proposed(self, program):
         program.send("remind me to email Davis tomorrow at 9")
+        wait_until_told(program, "For that I would call propose_reminder")
+        self.assertEqual(proposal(program, "pending"), [])
+
+    def unwanted_can_be_dismissed(self, program):
+        program.send("become an axolotl")
         wait_for(lambda: proposal(program, "pending"), "the proposal")
-        program.press("Confirm")
-        wait_until_told(program, "That didn't work: ")
-        self.assertEqual(len(proposal(program, "pending")), 1)
         program.press("Dismiss")
         wait_until_told(program, "Dismissed the pending proposal: ")
         self.assertEqual(len(proposal(program, "rejected")), 1)
 
     def always_allowed_does_not_ask(self, program):
         program.send("switch to study mode")
-        program.press("Allow always")
+        program.press("Allow always for ordinary settings")
         wait_until_told(program, "Changed setting: mode → studying")
         self.assertIs(setting(program, "actionConfirmations")["settings_change"], False)
         program.send("be a deadpan roommate")
@@ -94,7 +98,7 @@ class ProposalEndToEndTest(unittest.TestCase):
         program.open_chat()
         program.send("forget that I like tea")
         banner = program.control('Proposal: Delete the memory note "Likes tea"')
-        self.assertIsNone(program.find("Allow always"))
+        self.assertIsNone(program.find("Allow always for ordinary settings"))
         self.assertIn("Likes tea", program.texts_below(banner))
         program.press("Confirm")
         wait_until_told(program, 'Forgot the note "Likes tea"')

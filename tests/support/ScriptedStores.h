@@ -22,7 +22,7 @@ struct ScriptedStores {
         , history(directory)
         , usage(directory)
         , rules(directory)
-        , proposals(directory)
+        , proposals(directory, moment.clock)
     {
     }
     Q_DISABLE_COPY_MOVE(ScriptedStores)

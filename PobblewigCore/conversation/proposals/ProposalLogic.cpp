@@ -16,10 +16,17 @@ bool changesWhatAlwaysAsks(const RuleProposal& proposal)
     return change && SettingsWriteLogic::alwaysAsks(change->key, change->value);
 }
 
-bool changesMascot(const BuddyAction& action)
+bool isChangeOfMascot(const BuddyAction& action)
 {
     const auto* proposal = std::get_if<RuleProposal>(&action);
-    return proposal && proposal->settingsChange && proposal->settingsChange->key == u"mascot";
+    return proposal && ProposalLogic::changesMascot(*proposal);
+}
+
+/// Nothing but a change of a setting can be undone behind a proposal's back.
+bool isInEffect(const RuleProposal& proposal, const AppSettings& settings)
+{
+    const auto& change = proposal.settingsChange;
+    return !change || SettingsWriteLogic::isInEffect(change->key, change->value, settings);
 }
 
 bool hasID(const std::vector<RuleProposal>& proposals, const QString& proposalId)
@@ -89,15 +96,38 @@ bool ProposalLogic::payloadEquivalent(const RuleProposal& a, const RuleProposal&
     other.proposalId = a.proposalId;
     other.status = a.status;
     other.createdAt = a.createdAt;
+    other.settledAt = a.settledAt;
     return a == other;
 }
 
-bool ProposalLogic::wasAskedBefore(
-    const RuleProposal& proposal, const std::vector<RuleProposal>& proposals)
+bool ProposalLogic::changesMascot(const RuleProposal& proposal)
 {
-    return std::ranges::any_of(proposals, [&](const auto& known) {
-        return isOfID(known, proposal.proposalId) && payloadEquivalent(known, proposal);
-    });
+    return proposal.settingsChange && proposal.settingsChange->key == u"mascot";
+}
+
+bool ProposalLogic::stillHolds(const RuleProposal& proposal, const Standing& standing)
+{
+    using Status = RuleProposal::Status;
+    if (proposal.status == Status::pending)
+        return true;
+    const auto isRecent = proposal.settledAt
+        && (!standing.lastMessageAt || *proposal.settledAt >= *standing.lastMessageAt);
+    return isRecent
+        && (proposal.status == Status::rejected || isInEffect(proposal, standing.settings));
+}
+
+const RuleProposal* ProposalLogic::repeated(const RuleProposal& proposal,
+    const std::vector<RuleProposal>& proposals, const Standing& standing)
+{
+    const auto isRepeated = [&](const RuleProposal& known) {
+        const auto isSame = known.proposalId == proposal.proposalId;
+        if (isSame && known.status == RuleProposal::Status::pending)
+            return true;
+        return isOfID(known, proposal.proposalId) && payloadEquivalent(known, proposal)
+            && stillHolds(known, standing);
+    };
+    const auto found = std::ranges::find_if(proposals, isRepeated);
+    return found == proposals.end() ? nullptr : &*found;
 }
 
 QString ProposalLogic::nextFreeSuffix(
@@ -112,8 +142,13 @@ QString ProposalLogic::nextFreeSuffix(
 
 std::vector<BuddyAction> ProposalLogic::orderedForApplication(std::vector<BuddyAction> actions)
 {
-    std::ranges::stable_partition(actions, changesMascot);
+    std::ranges::stable_partition(actions, isChangeOfMascot);
     return actions;
+}
+
+bool ProposalLogic::haveSameIdentity(const BuddyAction& a, const BuddyAction& b)
+{
+    return identity(a) == identity(b);
 }
 
 std::vector<BuddyAction> ProposalLogic::dedupedActions(std::vector<BuddyAction> actions)

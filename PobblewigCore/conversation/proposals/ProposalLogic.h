@@ -21,9 +21,24 @@ bool canAllowAlways(const RuleProposal& proposal);
 /// Whether both make the same request, regardless of time and status.
 bool payloadEquivalent(const RuleProposal& a, const RuleProposal& b);
 
-/// Whether one of the proposals makes the same request under the same id, with or without a number
-/// appended.
-bool wasAskedBefore(const RuleProposal& proposal, const std::vector<RuleProposal>& proposals);
+/// Whether it changes the buddy's form.
+bool changesMascot(const RuleProposal& proposal);
+
+/// What decides whether an earlier answer still holds.
+struct Standing {
+    const AppSettings& settings;
+    /// When the user wrote the newest message.
+    std::optional<TimePoint> lastMessageAt = std::nullopt;
+};
+
+/// Whether a proposal waits, or was answered since the user's newest message and is still in effect
+/// if it was confirmed.
+bool stillHolds(const RuleProposal& proposal, const Standing& standing);
+
+/// The proposal that this one repeats, or null: one that waits under the same id, or one that makes
+/// the same request under the same id, with or without a number appended, and still holds.
+const RuleProposal* repeated(const RuleProposal& proposal,
+    const std::vector<RuleProposal>& proposals, const Standing& standing);
 
 /// "{id}-2", or the next number that no proposal uses.
 QString nextFreeSuffix(const QString& proposalId, const std::vector<RuleProposal>& proposals);
@@ -31,7 +46,10 @@ QString nextFreeSuffix(const QString& proposalId, const std::vector<RuleProposal
 /// Puts a change of the mascot first, so that a colour scheme applies to the new mascot.
 std::vector<BuddyAction> orderedForApplication(std::vector<BuddyAction> actions);
 
-/// Keeps the first of equal actions, in order.
+/// Whether they are the same request, or two with the same id.
+bool haveSameIdentity(const BuddyAction& a, const BuddyAction& b);
+
+/// Keeps the first of the actions with the same identity, in order.
 std::vector<BuddyAction> dedupedActions(std::vector<BuddyAction> actions);
 
 /// The ids of settled proposals other than the newest `kept`.

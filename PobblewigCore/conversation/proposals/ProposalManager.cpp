@@ -1,7 +1,5 @@
 #include "conversation/proposals/ProposalManager.h"
 
-#include "conversation/proposals/ProposalLogic.h"
-
 #include <algorithm>
 
 namespace pobblewig {
@@ -24,8 +22,9 @@ Task<ProposalManager::Execution> addRule(RuleProposal proposal, RuleStore* rules
 
 } // namespace
 
-ProposalManager::ProposalManager(const std::optional<DataDirectory>& directory)
+ProposalManager::ProposalManager(const std::optional<DataDirectory>& directory, Clock clock)
     : m_file(directory, QStringLiteral("proposals.json"), QStringLiteral("proposals"))
+    , m_clock(std::move(clock))
     , m_state(m_file.load<SavedState>())
 {
 }
@@ -44,17 +43,15 @@ std::optional<RuleProposal> ProposalManager::proposal(const QString& proposalId)
     return found == m_state.proposals.end() ? std::nullopt : std::optional(*found);
 }
 
-bool ProposalManager::isNew(const RuleProposal& proposal) const
+std::optional<RuleProposal> ProposalManager::repeated(
+    const RuleProposal& proposal, const ProposalLogic::Standing& standing) const
 {
-    const auto known = this->proposal(proposal.proposalId);
-    return !known
-        || (!isPending(*known) && !ProposalLogic::wasAskedBefore(proposal, m_state.proposals));
+    const auto* known = ProposalLogic::repeated(proposal, m_state.proposals, standing);
+    return known ? std::optional(*known) : std::nullopt;
 }
 
-std::optional<RuleProposal> ProposalManager::registerProposal(RuleProposal proposal)
+RuleProposal ProposalManager::registerProposal(RuleProposal proposal)
 {
-    if (!isNew(proposal))
-        return std::nullopt;
     if (find(proposal.proposalId)) {
         Log::line(QStringLiteral("buddy: proposalId collision — registering as a new proposal"));
         proposal.proposalId = ProposalLogic::nextFreeSuffix(proposal.proposalId, m_state.proposals);
@@ -133,6 +130,7 @@ void ProposalManager::settleAsConfirmed(const RuleProposal& meant, const QUuid& 
 void ProposalManager::settle(RuleProposal& proposal, Status status)
 {
     proposal.status = status;
+    proposal.settledAt = m_clock();
     pruneSettled();
     m_file.save(m_state);
 }

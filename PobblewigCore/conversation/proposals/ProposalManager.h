@@ -1,6 +1,7 @@
 #pragma once
 
 #include "activity/RuleStore.h"
+#include "conversation/proposals/ProposalLogic.h"
 #include "conversation/proposals/RuleProposal.h"
 #include "foundation/StoreFile.h"
 #include "foundation/Task.h"
@@ -52,7 +53,8 @@ public:
     using Execution = tl::expected<QUuid, QString>;
     using Execute = std::function<Task<Execution>(RuleProposal)>;
 
-    explicit ProposalManager(const std::optional<DataDirectory>& directory);
+    explicit ProposalManager(
+        const std::optional<DataDirectory>& directory, Clock clock = systemNow);
 
     /// Grows with every change.
     int revision() const { return m_file.revision(); }
@@ -61,15 +63,16 @@ public:
     std::vector<RuleProposal> pendingProposals() const;
     std::optional<RuleProposal> proposal(const QString& proposalId) const;
 
-    /// Whether the user has not been asked this before.
-    bool isNew(const RuleProposal& proposal) const;
+    /// The proposal that this one repeats, by `ProposalLogic::repeated`.
+    std::optional<RuleProposal> repeated(
+        const RuleProposal& proposal, const ProposalLogic::Standing& standing) const;
 
     /// Whether the maximum number of proposals is pending.
     bool isFull() const { return pendingProposals().size() >= maxPending; }
 
     /// Returns the registered proposal, with a new `proposalId` if another request already has that
-    /// one, or nothing if the user has been asked this before.
-    std::optional<RuleProposal> registerProposal(RuleProposal proposal);
+    /// one. One that repeats another must not be registered.
+    RuleProposal registerProposal(RuleProposal proposal);
 
     /// Carries a proposal out, at most once. A failed one stays pending; one in progress counts as
     /// a duplicate.
@@ -92,6 +95,7 @@ private:
     size_t removeIf(const std::function<bool(const RuleProposal&)>& isUnwanted);
 
     StoreFile m_file;
+    Clock m_clock;
     SavedState m_state;
     std::set<QString> m_underWay;
 };

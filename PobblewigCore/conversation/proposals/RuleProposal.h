@@ -106,6 +106,8 @@ struct RuleProposal {
     InterventionStyle responseStyle = InterventionStyle::gentle;
     Status status = Status::pending;
     TimePoint createdAt;
+    /// When the user answered it.
+    std::optional<TimePoint> settledAt = std::nullopt;
     /// The one that belongs to the kind is set.
     std::optional<ProposedCalendarEvent> event = std::nullopt;
     std::optional<ProposedReminder> reminder = std::nullopt;
@@ -127,9 +129,9 @@ struct RuleProposal {
             defaulted("excludedModes", &T::excludedModes),
             defaulted("cooldownMinutes", &T::cooldownMinutes),
             defaulted("responseStyle", &T::responseStyle), required("status", &T::status),
-            required("createdAt", &T::createdAt), optional("event", &T::event),
-            optional("reminder", &T::reminder), optional("settingsChange", &T::settingsChange),
-            optional("forget", &T::forget) };
+            required("createdAt", &T::createdAt), optional("settledAt", &T::settledAt),
+            optional("event", &T::event), optional("reminder", &T::reminder),
+            optional("settingsChange", &T::settingsChange), optional("forget", &T::forget) };
     }
 };
 

@@ -53,17 +53,30 @@ private Q_SLOTS:
 
     void anotherRequestUnderAUsedIdGetsANumber()
     {
+        const auto coffee = reminder(x, u"Coffee"_s);
         m->registerProposal(reminder(x, tea));
+        QVERIFY(isKnown(coffee));
         m->reject(x);
-        QVERIFY(!m->registerProposal(reminder(x, tea, 5)));
+        QVERIFY(isKnown(reminder(x, tea, 5)) && !isKnown(coffee));
         const LogLines log;
-        QCOMPARE(m->registerProposal(reminder(x, u"Coffee"_s))->proposalId, u"x-2"_s);
+        QCOMPARE(m->registerProposal(coffee).proposalId, u"x-2"_s);
         QVERIFY(log.lines().front().startsWith(u"buddy: proposalId collision — "));
         // The model goes on calling it by its own id.
-        QVERIFY(!m->registerProposal(reminder(x, u"Coffee"_s)));
+        QVERIFY(isKnown(coffee));
         QVERIFY(m->reject(u"x-2"_s));
-        QVERIFY(!m->registerProposal(reminder(x, u"Coffee"_s)));
-        QVERIFY(m->registerProposal(reminder(x, u"Cocoa"_s)));
+        QVERIFY(isKnown(coffee) && !isKnown(reminder(x, u"Cocoa"_s)));
+    }
+
+    void anAnswerHoldsUntilTheUserWritesAgain()
+    {
+        m->registerProposal(reminder(x, tea));
+        m->reject(x);
+        const AppSettings settings;
+        for (const auto seconds : { 0, 1 })
+            QCOMPARE(
+                m->repeated(reminder(x, tea), { settings, now + std::chrono::seconds(seconds) })
+                    .has_value(),
+                seconds == 0);
     }
 
     void whatWaitsIsThereAfterARestart()
@@ -174,7 +187,15 @@ private Q_SLOTS:
     }
 
 private:
-    void restart() { m = std::make_unique<ProposalManager>(*m_scratch); }
+    void restart()
+    {
+        m = std::make_unique<ProposalManager>(*m_scratch, [] { return now; });
+    }
+
+    bool isKnown(const RuleProposal& proposal) const
+    {
+        return m->repeated(proposal, { AppSettings(), now }).has_value();
+    }
 
     Task<ProposalManager::Execution> whenReleased()
     {
