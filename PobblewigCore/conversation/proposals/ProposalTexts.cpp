@@ -1,12 +1,12 @@
 #include "conversation/proposals/ProposalTexts.h"
 
+#include "conversation/proposals/FolderWarnings.h"
 #include "conversation/proposals/ProposalLogic.h"
 #include "foundation/Text.h"
 #include "settings/SettingTexts.h"
 #include "settings/SettingsWriteLogic.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QSet>
 
 #include <algorithm>
@@ -149,36 +149,6 @@ Lines change(const Setting& setting, const AppSettings& before, const AppSetting
     return lines;
 }
 
-/// What is shared by a folder that holds far more than its name says, or nothing.
-QString warning(const AppDataSource& source)
-{
-    const auto home = QDir::homePath();
-    auto path = source.rootPath;
-    if (path == u"~" || path.startsWith(u"~/"))
-        path.replace(0, 1, home);
-    path = QDir::cleanPath(path);
-    if (path == u"/")
-        return Texts::tr("Careful: %1 is everything on this computer.").arg(source.rootPath);
-    if (home == path || home.startsWith(path + u'/'))
-        return Texts::tr("Careful: %1 is everything in your home folder.").arg(source.rootPath);
-    return {};
-}
-
-/// For the folders that are new.
-Lines warnings(const AppSettings& before, const AppSettings& after)
-{
-    Lines lines;
-    for (const auto& source : after.appDataSources) {
-        const auto isKnown =
-            std::ranges::find(before.appDataSources, source.rootPath, &AppDataSource::rootPath)
-            != before.appDataSources.end();
-        if (const auto text = warning(source); !isKnown && !text.isEmpty())
-            lines.append(text);
-    }
-    lines.removeDuplicates();
-    return lines;
-}
-
 Lines settingLines(const ProposedSettingsChange& proposed, const AppSettings& before)
 {
     const auto* setting = SettingsWriteLogic::allowed(proposed.key);
@@ -189,7 +159,7 @@ Lines settingLines(const ProposedSettingsChange& proposed, const AppSettings& be
                      .arg(embedded(label, entryLength),
                          embedded(proposed.value.displayString(), valueLength)) };
     }
-    auto lines = warnings(before, after) + change(*setting, before, after);
+    auto lines = FolderWarnings::warnings(before, after) + change(*setting, before, after);
     // A new mascot, for example, can change the colours as well.
     for (const auto& other : SettingCatalog::all()) {
         const auto changes =
