@@ -126,7 +126,7 @@ private Q_SLOTS:
     void withoutCalendarsThereIsNoBannerButAReason()
     {
         UnavailableCalendarProvider none;
-        ProposalDesk desk(m->all, m->moment, { m->chat, m->modes, none }, [] {});
+        ProposalDesk desk(m->all, m->moment, { m->chat, m->modes, none, [] { } }, [] {});
         awaited(desk.apply({ reminder("r") }));
         QCOMPARE(told(),
             QStringList(
