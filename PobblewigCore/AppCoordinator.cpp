@@ -2,6 +2,8 @@
 
 #include "conversation/SituationBuilder.h"
 
+#include <QFileInfo>
+
 namespace pobblewig {
 
 namespace {
@@ -28,6 +30,14 @@ std::unique_ptr<ModelProviding> models(AppCoordinator::Parts& parts, ModelLanes&
     if (parts.models)
         return std::move(parts.models);
     return std::make_unique<LaneProviders>(*parts.http, lanes, parts.environment);
+}
+
+StorageState storageState(const StoreRoom& room)
+{
+    StorageState state { .problem = room.storageProblem(), .setAside = room.health().setAside };
+    for (const auto& [path, reason] : room.health().unreadable)
+        state.unreadable.emplace(QFileInfo(path).fileName(), reason);
+    return state;
 }
 
 } // namespace
@@ -118,6 +128,8 @@ void AppCoordinator::start()
 
 Task<> AppCoordinator::pollOnce()
 {
+    if (m_room.readAgain())
+        chat().reload();
     for (const auto& entry : m_features)
         co_await entry.feature->tick();
     refresh();
@@ -131,7 +143,7 @@ void AppCoordinator::refresh()
         if (std::exchange(published, revision) != revision)
             feature->publish(m_state);
     }
-    m_state.set(StorageState { m_room.storageProblem() });
+    m_state.set(storageState(m_room));
     if (m_state.revision() != before)
         Q_EMIT stateChanged();
 }

@@ -23,8 +23,13 @@
 namespace pobblewig {
 
 struct StorageState {
-    /// Why nothing can currently be saved to disk.
+    /// Why something cannot currently be saved to disk.
     std::optional<QString> problem;
+    /// The names of the files that cannot be read at the moment, each with the reason. What belongs
+    /// into them is kept in memory only.
+    std::map<QString, QString> unreadable = {};
+    /// The names under which corrupt files have been kept since the start.
+    QStringList setAside = {};
 
     bool operator==(const StorageState&) const = default;
 };

@@ -51,8 +51,25 @@ std::optional<QString> StoreRoom::storageProblem() const
     return problems.empty() ? std::nullopt : std::optional(problems.begin()->second);
 }
 
+bool StoreRoom::readAgain()
+{
+    const auto before = m_health->unreadable.size();
+    if (before == 0)
+        return false;
+    m_settings.readAgain();
+    m_memory.readAgain(m_moment.now());
+    m_history.readAgain();
+    m_usage.readAgain();
+    m_rules.readAgain();
+    m_proposals.readAgain();
+    return m_health->unreadable.size() < before;
+}
+
 void StoreRoom::finishMigration()
 {
+    // What cannot be read for the moment only looks as if it were missing.
+    if (!m_health->unreadable.empty())
+        return;
     m_migrationReport.legacyChatAdopted = MemoryMigration::adoptLegacyChatIfNeeded(
         m_memory.sessions, m_history, m_moment.now(), m_moment.calendar());
     Log::line(QStringLiteral("buddy: ") + m_migrationReport.migrationSummary());

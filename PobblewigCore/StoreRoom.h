@@ -31,8 +31,14 @@ public:
     /// Not set if there is no directory; the stores then work in memory only.
     const std::optional<DataDirectory>& directory() const { return m_directory; }
 
-    /// Why nothing can currently be saved to disk.
+    /// Why something cannot currently be saved to disk.
     std::optional<QString> storageProblem() const;
+
+    /// The stores' files, as the user should know of them.
+    const StorageHealth& health() const { return *m_health; }
+
+    /// Tries again to read the files that could not be read. Returns whether any could.
+    bool readAgain();
 
     /// Adopts a conversation that predates sessions, and logs the outcome of the migration. Called
     /// once, before anything else changes a store.

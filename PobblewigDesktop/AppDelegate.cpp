@@ -71,12 +71,27 @@ QString librarianNotice(const QString& error)
         .arg(error);
 }
 
-QString storageNotice(const QString& problem)
+/// A sentence for each thing that the user has to know.
+QStringList storageProblems(const StorageState& state)
 {
-    return AppDelegate::tr(
-        "Pobblewig cannot save anything at the moment: %1. What you write now is kept only "
-        "until you quit.")
-        .arg(problem);
+    QStringList sentences;
+    if (state.problem)
+        sentences.append(AppDelegate::tr(
+            "Pobblewig cannot save everything at the moment: %1. What you write now "
+            "is kept only until you quit.")
+                             .arg(*state.problem));
+    for (const auto& [file, reason] : state.unreadable)
+        sentences.append(
+            AppDelegate::tr("Pobblewig cannot read %1 at the moment: %2. It leaves the file alone "
+                            "and tries again; until then, what belongs into it is kept only until "
+                            "you quit.")
+                .arg(file, reason));
+    for (const auto& copy : state.setAside)
+        sentences.append(
+            AppDelegate::tr("A file was damaged, so Pobblewig has begun a new one. The old one is "
+                            "kept as %1.")
+                .arg(copy));
+    return sentences;
 }
 
 } // namespace
@@ -265,9 +280,7 @@ void AppDelegate::showProblems()
 {
     const auto& state = m_coordinator->state();
     noteLibrarian(state.of<LibrarianState>());
-    auto problems = state.of<KeySafetyState>().warnings;
-    if (const auto& storage = state.of<StorageState>().problem)
-        problems.prepend(storageNotice(*storage));
+    auto problems = storageProblems(state.of<StorageState>()) + state.of<KeySafetyState>().warnings;
     if (m_librarianNotice && !m_librarianNotice->isEmpty())
         problems.append(*m_librarianNotice);
     // Only news is worth a notice: one that was closed stays closed.

@@ -57,6 +57,7 @@ std::map<AppCategory, double> ActivityTracker::categoryDurations(
 
 void ActivityTracker::poll(TimePoint now)
 {
+    readAgain();
     const auto front = m_provider.frontmostApp();
     const auto isActive = m_provider.idleSeconds() < m_limits.idleThreshold;
     if (m_currentSession && front
@@ -91,6 +92,15 @@ void ActivityTracker::deleteHistory()
 {
     m_history.clear();
     m_currentSession.reset();
+    m_file.save(m_history);
+}
+
+void ActivityTracker::readAgain()
+{
+    const auto kept = m_file.loadAgain<std::vector<ActivitySession>>();
+    if (!kept)
+        return;
+    std::ranges::copy(*kept, std::back_inserter(m_history));
     m_file.save(m_history);
 }
 

@@ -36,7 +36,8 @@ public:
     /// Seconds in each category, in the open session and in the closed ones that started today.
     std::map<AppCategory, double> categoryDurations(TimePoint now, const Calendar& calendar) const;
 
-    /// Reads which application is in front. Only a change of the application writes the file.
+    /// Reads which application is in front. Only a change of the application writes the file. A
+    /// file that could not be read at the start is tried again.
     void poll(TimePoint now);
 
     /// Removes, in memory, sessions that are too many or too old.
@@ -46,6 +47,7 @@ public:
     void deleteHistory();
 
 private:
+    void readAgain();
     void closeSession(TimePoint now);
 
     FrontmostAppProviding& m_provider;

@@ -43,6 +43,16 @@ void RuleStore::setEnabled(const QUuid& id, bool enabled, TimePoint now)
     m_file.save(m_rules);
 }
 
+void RuleStore::readAgain()
+{
+    auto kept = m_file.loadAgain<std::vector<AccountabilityRule>>();
+    if (!kept)
+        return;
+    std::ranges::move(m_rules, std::back_inserter(*kept));
+    m_rules = *std::move(kept);
+    m_file.save(m_rules);
+}
+
 AccountabilityRule* RuleStore::ruleOf(const QUuid& id)
 {
     const auto rule = std::ranges::find(m_rules, id, &AccountabilityRule::id);

@@ -28,6 +28,9 @@ public:
     void remove(const QUuid& id);
     void setEnabled(const QUuid& id, bool enabled, TimePoint now);
 
+    /// Tries again to read a file that could not be read at the start.
+    void readAgain();
+
 private:
     AccountabilityRule* ruleOf(const QUuid& id);
 

@@ -4,6 +4,7 @@
 #include "foundation/Time.h"
 
 #include <QDir>
+#include <QStringList>
 
 #include <map>
 #include <memory>
@@ -11,10 +12,17 @@
 
 namespace pobblewig {
 
-/// The files that could not be saved, each with the reason. A file is removed once it is saved
-/// again.
+/// What the user has to know about the files.
 struct StorageHealth {
+    /// The files that could not be saved, each with the reason, until they are saved again.
     std::map<QString, QString> problems;
+
+    /// The files that exist but could not be read, each with the reason, until they are. Nothing is
+    /// written over them.
+    std::map<QString, QString> unreadable;
+
+    /// The names under which corrupt files have been kept since the start.
+    QStringList setAside;
 };
 
 /// Where the stores keep their files, and how files are written there.

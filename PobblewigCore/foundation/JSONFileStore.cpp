@@ -98,17 +98,20 @@ void JSONFileStore::migrateLegacyDefaultDirectory()
 std::optional<QJsonValue> JSONFileStore::readDocument() const
 {
     QFile file(m_path);
-    if (!QFileInfo(m_path).isFile())
+    if (!QFileInfo(m_path).isFile()) {
+        m_directory.health->unreadable.erase(m_path);
         return std::nullopt;
+    }
     if (file.size() > largestFile) {
         moveAside(QStringLiteral("larger than 64 MiB"));
         return std::nullopt;
     }
     const auto text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     if (file.error() != QFile::NoError) {
-        moveAside(file.errorString());
+        leaveAlone(file.errorString());
         return std::nullopt;
     }
+    m_directory.health->unreadable.erase(m_path);
     const auto value = parsed(text);
     if (value)
         return *value;
@@ -120,20 +123,44 @@ void JSONFileStore::moveAside(const QString& problem) const
 {
     const auto time = ISO8601::format(m_directory.clock()).replace(u':', u'-');
     const auto backup = QStringLiteral("%1.corrupt-%2").arg(m_path, time);
-    QFile::rename(m_path, backup);
+    if (!QFile::rename(m_path, backup)) {
+        leaveAlone(problem);
+        return;
+    }
+    m_directory.health->unreadable.erase(m_path);
+    const auto name = QFileInfo(backup).fileName();
+    m_directory.health->setAside.append(name);
     Log::line(QStringLiteral("buddy: corrupt store %1 moved to %2: %3")
-                  .arg(QFileInfo(m_path).fileName(), QFileInfo(backup).fileName(), problem));
+                  .arg(QFileInfo(m_path).fileName(), name, problem));
 }
 
-tl::expected<void, FileError> JSONFileStore::write(const QByteArray& bytes) const
+void JSONFileStore::leaveAlone(const QString& problem) const
 {
-    auto outcome = writeDurably(m_path, bytes, *m_directory.operations);
+    const auto [place, isNew] = m_directory.health->unreadable.insert_or_assign(m_path, problem);
+    if (isNew)
+        Log::line(QStringLiteral("buddy: store %1 cannot be read: %2")
+                      .arg(QFileInfo(m_path).fileName(), problem));
+}
+
+bool JSONFileStore::isUnreadable() const
+{
+    return m_directory.health->unreadable.contains(m_path);
+}
+
+tl::expected<void, FileError> JSONFileStore::write(const QByteArray& text) const
+{
+    if (text.size() > largestFile)
+        return tl::unexpected(FileError { QStringLiteral("the file would exceed 64 MiB") });
+    return writeDurably(m_path, text, *m_directory.operations);
+}
+
+void JSONFileStore::record(const tl::expected<void, FileError>& outcome) const
+{
     auto& problems = m_directory.health->problems;
     if (outcome)
         problems.erase(m_path);
     else
         problems.insert_or_assign(m_path, outcome.error().description());
-    return outcome;
 }
 
 } // namespace pobblewig

@@ -16,7 +16,8 @@ public:
     const QString& path() const { return m_path; }
 
     /// Returns nothing if there is no readable file. A file that does not decode is logged and
-    /// renamed to "name.corrupt-2026-03-01T08-15-00Z"; the result is then nothing as well.
+    /// renamed to "name.corrupt-2026-03-01T08-15-00Z"; the result is then nothing as well. So it is
+    /// for a file that cannot be read at the moment, which stays as it is.
     template <typename Value>
     std::optional<Value> load() const
     {
@@ -30,13 +31,27 @@ public:
         return std::nullopt;
     }
 
+    /// Whether the last `load` found a file that it could not read.
+    bool isUnreadable() const;
+
     /// Creates the directory if need be. A crash at any moment leaves either the old file or the
-    /// new one.
+    /// new one. Refuses a value whose file could not be read back, and to replace an unreadable
+    /// file. The outcome shows in the directory's health.
     template <typename Value>
     tl::expected<void, FileError> save(const Value& value) const
     {
-        return write(json::text(value));
+        if (isUnreadable())
+            return tl::unexpected(FileError { QStringLiteral("the old file cannot be read") });
+        auto outcome = write(json::text(value));
+        record(outcome);
+        return outcome;
     }
+
+    /// The first half of `save`, for any thread. Only one may write the file at a time.
+    tl::expected<void, FileError> write(const QByteArray& text) const;
+
+    /// The second half of `save`, for the main thread.
+    void record(const tl::expected<void, FileError>& outcome) const;
 
     /// Removes the file. Failures, a missing file included, are ignored.
     void remove() const;
@@ -51,7 +66,7 @@ public:
 private:
     std::optional<QJsonValue> readDocument() const;
     void moveAside(const QString& problem) const;
-    tl::expected<void, FileError> write(const QByteArray& bytes) const;
+    void leaveAlone(const QString& problem) const;
 
     DataDirectory m_directory;
     QString m_path;

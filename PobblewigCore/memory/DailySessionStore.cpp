@@ -28,6 +28,15 @@ DailySession newSession(
     };
 }
 
+void continueWith(DailySession& session, const DailySession& later)
+{
+    session.turnCount += later.turnCount;
+    session.lastActivityAt = std::max(session.lastActivityAt, later.lastActivityAt);
+    std::ranges::copy(later.observationIDs, std::back_inserter(session.observationIDs));
+    if (later.lastExtractedMessageID)
+        session.lastExtractedMessageID = later.lastExtractedMessageID;
+}
+
 } // namespace
 
 DailySessionStore::DailySessionStore(
@@ -102,6 +111,15 @@ void DailySessionStore::markExtracted(const QUuid& messageID)
     m_file.save(m_sessions);
 }
 
+Task<> DailySessionStore::linkObservations(std::vector<QUuid> ids)
+{
+    auto* session = active();
+    if (!session)
+        co_return;
+    std::ranges::copy(ids, std::back_inserter(session->observationIDs));
+    co_await m_file.saveBeside(m_sessions);
+}
+
 std::optional<DailySession> DailySessionStore::finalizeActiveSession(Closing closing, TimePoint now)
 {
     auto* session = active();
@@ -141,6 +159,22 @@ void DailySessionStore::adoptImportedSession(DailySession session)
 void DailySessionStore::deleteAll()
 {
     m_sessions.clear();
+    m_file.save(m_sessions);
+}
+
+void DailySessionStore::readAgain()
+{
+    auto kept = m_file.loadAgain<std::vector<DailySession>>();
+    if (!kept)
+        return;
+    const auto meanwhile = std::exchange(m_sessions, *std::move(kept));
+    auto* session = active();
+    for (const auto& recorded : meanwhile) {
+        if (session && isActive(recorded))
+            continueWith(*session, recorded);
+        else
+            m_sessions.insert(m_sessions.begin(), recorded);
+    }
     m_file.save(m_sessions);
 }
 

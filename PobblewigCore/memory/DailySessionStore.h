@@ -44,6 +44,9 @@ public:
     void recordTurn(TimePoint now);
     void touch(TimePoint now);
     void linkObservation(const QUuid& id);
+
+    /// Links them at once; the task ends when that is on disk.
+    Task<> linkObservations(std::vector<QUuid> ids);
     void markExtracted(const QUuid& messageID);
 
     /// A session that a wrong clock began later than `now` begins at `now`, too.
@@ -56,6 +59,10 @@ public:
     /// Works only in an empty store, so that an import never mixes with real sessions.
     void adoptImportedSession(DailySession session);
     void deleteAll();
+
+    /// Tries again to read a file that could not be read at the start. What was recorded in the
+    /// meantime becomes part of the file's active session.
+    void readAgain();
 
 private:
     DailySession* active();

@@ -88,24 +88,24 @@ QString MemoryStore::exportText(TimePoint now) const
 
 std::optional<AddNoteResult> MemoryStore::addNote(const NewNote& note, TimePoint now)
 {
-    const auto text = note.text.trimmed();
-    if (text.isEmpty())
-        return std::nullopt;
-    const auto statement = Text::normalized(text);
-    auto& known = statements();
-    AddNoteResult result;
-    if (const auto same = std::ranges::find(known, statement); same != known.end()) {
-        auto& reinforced = m_data.notes[size_t(same - known.begin())];
-        ++reinforced.observationCount;
-        reinforced.lastObservedAt = now;
-        result = { AddNoteResult::Kind::reinforced, reinforced.id };
-    } else {
-        m_data.notes.insert(m_data.notes.begin(), made(note, text, now));
-        known.insert(known.begin(), statement);
-        result = { AddNoteResult::Kind::added, m_data.notes.front().id };
-    }
-    save(now);
+    const auto result = put(note, now);
+    if (result)
+        save(now);
     return result;
+}
+
+Task<int> MemoryStore::addNotes(std::vector<NewNote> notes, TimePoint now)
+{
+    if (notes.empty())
+        co_return 0;
+    int added = 0;
+    for (const auto& note : notes) {
+        const auto result = put(note, now);
+        added += result && result->kind == AddNoteResult::Kind::added;
+    }
+    m_data.updatedAt = now;
+    co_await m_file.saveBeside(m_data);
+    co_return added;
 }
 
 void MemoryStore::correctNote(const QUuid& id, const QString& newText, TimePoint now)
@@ -189,9 +189,41 @@ void MemoryStore::deleteAll(TimePoint now)
     save(now);
 }
 
+void MemoryStore::readAgain(TimePoint now)
+{
+    auto kept = m_file.loadAgain<MemoryStoreData>();
+    if (!kept)
+        return;
+    fillAbsentDates(kept->notes, now);
+    const auto meanwhile = std::exchange(m_data, *std::move(kept));
+    m_data.version = MemoryStoreData::currentVersion;
+    m_data.notes.insert(m_data.notes.begin(), meanwhile.notes.begin(), meanwhile.notes.end());
+    std::ranges::copy(meanwhile.patterns, std::back_inserter(m_data.patterns));
+    m_statements.reset();
+    save(now);
+}
+
 int MemoryStore::estimateTokens(const QString& text)
 {
     return ResidentMemoryLogic::estimateTokens(text);
+}
+
+std::optional<AddNoteResult> MemoryStore::put(const NewNote& note, TimePoint now)
+{
+    const auto text = note.text.trimmed();
+    if (text.isEmpty())
+        return std::nullopt;
+    const auto statement = Text::normalized(text);
+    auto& known = statements();
+    if (const auto same = std::ranges::find(known, statement); same != known.end()) {
+        auto& reinforced = m_data.notes[size_t(same - known.begin())];
+        ++reinforced.observationCount;
+        reinforced.lastObservedAt = now;
+        return AddNoteResult { AddNoteResult::Kind::reinforced, reinforced.id };
+    }
+    m_data.notes.insert(m_data.notes.begin(), made(note, text, now));
+    known.insert(known.begin(), statement);
+    return AddNoteResult { AddNoteResult::Kind::added, m_data.notes.front().id };
 }
 
 std::vector<QString>& MemoryStore::statements()

@@ -102,6 +102,10 @@ public:
     /// nothing.
     std::optional<AddNoteResult> addNote(const NewNote& note, TimePoint now);
 
+    /// The same for each of them at once. The task ends when they are on disk; it returns how many
+    /// were new.
+    Task<int> addNotes(std::vector<NewNote> notes, TimePoint now);
+
     /// Replaces the note's text with the user's own wording. An unknown id or a blank text changes
     /// nothing.
     void correctNote(const QUuid& id, const QString& newText, TimePoint now);
@@ -128,10 +132,14 @@ public:
 
     void deleteAll(TimePoint now);
 
+    /// Tries again to read a file that could not be read at the start.
+    void readAgain(TimePoint now);
+
     /// A quarter of the characters, rounded up.
     static int estimateTokens(const QString& text);
 
 private:
+    std::optional<AddNoteResult> put(const NewNote& note, TimePoint now);
     /// The normalised texts of the notes, in the same order.
     std::vector<QString>& statements();
     size_t eraseNotes(const std::function<bool(const MemoryNote&)>& isUnwanted);

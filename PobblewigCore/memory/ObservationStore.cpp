@@ -1,5 +1,7 @@
 #include "memory/ObservationStore.h"
 
+#include "foundation/Text.h"
+
 #include <QStringList>
 
 #include <algorithm>
@@ -45,6 +47,31 @@ QString searchableText(const DatedObservation& observation)
     for (const auto& tag : observation.tags)
         parts.append(tag);
     return parts.join(u' ');
+}
+
+void limit(QString& text)
+{
+    text = Text::firstCharacters(Text::onOneLine(text), ObservationStore::longestText);
+}
+
+void limit(std::vector<QString>& texts)
+{
+    if (texts.size() > ObservationStore::mostTexts)
+        texts.resize(ObservationStore::mostTexts);
+    for (auto& text : texts)
+        limit(text);
+}
+
+DatedObservation limited(DatedObservation observation)
+{
+    limit(observation.summary);
+    limit(observation.observedFacts);
+    limit(observation.tags);
+    for (auto* text : { &observation.inference, &observation.uncertainty }) {
+        if (*text)
+            limit(**text);
+    }
+    return observation;
 }
 
 std::vector<DatedObservation> oldestFirst(std::vector<DatedObservation> observations)
@@ -113,9 +140,15 @@ std::vector<DatedObservation> ObservationStore::search(const Query& query) const
 
 DatedObservation ObservationStore::add(DatedObservation observation)
 {
-    m_observations.push_back(std::move(observation));
+    m_observations.push_back(limited(std::move(observation)));
     m_file.save(m_observations);
     return m_observations.back();
+}
+
+Task<> ObservationStore::addAll(std::vector<DatedObservation> observations)
+{
+    std::ranges::transform(observations, std::back_inserter(m_observations), limited);
+    return m_file.saveBeside(m_observations);
 }
 
 void ObservationStore::remove(const QUuid& id)
@@ -154,6 +187,17 @@ int ObservationStore::pruneArchived(int olderThan, TimePoint now)
 void ObservationStore::deleteAll()
 {
     m_observations.clear();
+    m_searchTexts.forgetAll();
+    m_file.save(m_observations);
+}
+
+void ObservationStore::readAgain()
+{
+    auto kept = m_file.loadAgain<std::vector<DatedObservation>>();
+    if (!kept)
+        return;
+    std::ranges::move(m_observations, std::back_inserter(*kept));
+    m_observations = *std::move(kept);
     m_searchTexts.forgetAll();
     m_file.save(m_observations);
 }

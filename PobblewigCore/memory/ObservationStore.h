@@ -16,6 +16,9 @@ namespace pobblewig {
 class ObservationStore {
 public:
     static constexpr int archivedRetentionDays = 30;
+    /// In characters, of each text of an observation.
+    static constexpr qsizetype longestText = 2000;
+    static constexpr size_t mostTexts = 100;
 
     struct Query {
         /// Every word must occur in the observation, also inside a longer word.
@@ -46,7 +49,11 @@ public:
     /// Newest first. Observations of the same instant keep the order in which they were recorded.
     std::vector<DatedObservation> search(const Query& query) const;
 
+    /// Its texts are written by models: each is put on one line and cut, and so are its lists.
     DatedObservation add(DatedObservation observation);
+
+    /// Adds them at once; the task ends when they are on disk.
+    Task<> addAll(std::vector<DatedObservation> observations);
     void remove(const QUuid& id);
     void remove(const std::vector<QUuid>& ids);
     void markArchived(const std::vector<QUuid>& ids, const QUuid& into);
@@ -55,6 +62,9 @@ public:
     /// ago. Returns their number.
     int pruneArchived(int olderThan, TimePoint now);
     void deleteAll();
+
+    /// Tries again to read a file that could not be read at the start.
+    void readAgain();
 
 private:
     int removeIf(const std::function<bool(const DatedObservation&)>& isUnwanted);

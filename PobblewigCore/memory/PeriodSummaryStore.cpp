@@ -77,6 +77,16 @@ void PeriodSummaryStore::deleteAll()
     m_file.save(m_summaries);
 }
 
+void PeriodSummaryStore::readAgain()
+{
+    auto kept = m_file.loadAgain<std::vector<PeriodSummary>>();
+    if (!kept)
+        return;
+    std::ranges::move(m_summaries, std::back_inserter(*kept));
+    m_summaries = *std::move(kept);
+    m_file.save(m_summaries);
+}
+
 std::optional<PeriodSummary> PeriodSummaryStore::latest(PeriodType type, TimePoint now) const
 {
     const PeriodSummary* latest = nullptr;

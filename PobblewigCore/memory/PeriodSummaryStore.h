@@ -40,6 +40,9 @@ public:
     PeriodSummary add(PeriodSummary summary);
     void deleteAll();
 
+    /// Tries again to read a file that could not be read at the start.
+    void readAgain();
+
 private:
     std::optional<PeriodSummary> latest(PeriodType type, TimePoint now) const;
 

@@ -152,15 +152,8 @@ std::vector<ReferenceSearchResult> ReferenceMemoryStore::search(
 std::optional<ReferenceSectionMeta> ReferenceMemoryStore::proposeSection(
     const QString& path, const QString& title, const QString& summary)
 {
-    if (section(path))
+    if (!propose({ .path = path, .title = title, .summary = summary }))
         return std::nullopt;
-    m_data.sections.push_back({
-        .path = path,
-        .title = title,
-        .summary = summary,
-        .isCustom = true,
-        .confirmed = false,
-    });
     m_file.save(m_data);
     return m_data.sections.back();
 }
@@ -186,24 +179,23 @@ void ReferenceMemoryStore::rejectSection(const QString& path)
 
 std::optional<ReferenceItem> ReferenceMemoryStore::upsertItem(ReferenceItem item)
 {
-    const auto* meta = section(item.path);
-    if (!meta || !meta->confirmed)
+    const auto* stored = put(std::move(item));
+    if (!stored)
         return std::nullopt;
-    const auto title = Text::normalized(item.title);
-    const auto known = std::ranges::find_if(m_data.items, [&](const auto& other) {
-        return other.path == item.path && Text::normalized(other.title) == title;
-    });
-    if (known == m_data.items.end()) {
-        m_data.items.push_back(std::move(item));
-        m_file.save(m_data);
-        return m_data.items.back();
-    }
-    item.id = known->id;
-    item.createdAt = known->createdAt;
-    *known = std::move(item);
-    m_searchTexts.forget(size_t(known - m_data.items.begin()));
     m_file.save(m_data);
-    return *known;
+    return *stored;
+}
+
+Task<ReferenceFindings::Count> ReferenceMemoryStore::take(ReferenceFindings findings)
+{
+    ReferenceFindings::Count taken;
+    for (auto& item : findings.items)
+        taken.items += put(std::move(item)) != nullptr;
+    for (const auto& section : findings.sections)
+        taken.sections += propose(section);
+    if (taken.items + taken.sections > 0)
+        co_await m_file.saveBeside(m_data);
+    co_return taken;
 }
 
 void ReferenceMemoryStore::deleteItem(const QUuid& id)
@@ -220,6 +212,24 @@ void ReferenceMemoryStore::deleteAll()
 {
     m_data = { .sections = m_fixedSections };
     m_searchTexts.forgetAll();
+    m_places.reset();
+    m_file.save(m_data);
+}
+
+void ReferenceMemoryStore::readAgain()
+{
+    auto kept = m_file.loadAgain<ReferenceMemoryData>();
+    if (!kept)
+        return;
+    auto meanwhile = std::exchange(m_data, *std::move(kept));
+    m_searchTexts.forgetAll();
+    m_places.reset();
+    for (const auto& recorded : meanwhile.sections) {
+        if (!section(recorded.path))
+            m_data.sections.push_back(recorded);
+    }
+    for (auto& item : meanwhile.items)
+        put(std::move(item));
     m_file.save(m_data);
 }
 
@@ -237,12 +247,57 @@ const ReferenceSectionMeta* ReferenceMemoryStore::section(const QString& path) c
     return found == m_data.sections.end() ? nullptr : &*found;
 }
 
+bool ReferenceMemoryStore::propose(const ReferenceSectionMeta& proposed)
+{
+    if (section(proposed.path))
+        return false;
+    m_data.sections.push_back(proposed);
+    m_data.sections.back().isCustom = true;
+    m_data.sections.back().confirmed = false;
+    return true;
+}
+
+const ReferenceItem* ReferenceMemoryStore::put(ReferenceItem item)
+{
+    const auto* meta = section(item.path);
+    if (!meta || !meta->confirmed)
+        return nullptr;
+    auto& known = places();
+    const Place place(item.path, Text::normalized(item.title));
+    const auto same = known.constFind(place);
+    if (same == known.cend()) {
+        known.insert(place, m_data.items.size());
+        m_data.items.push_back(std::move(item));
+        return &m_data.items.back();
+    }
+    auto& stored = m_data.items[*same];
+    item.id = stored.id;
+    item.createdAt = stored.createdAt;
+    stored = std::move(item);
+    m_searchTexts.forget(*same);
+    return &stored;
+}
+
+auto ReferenceMemoryStore::places() -> QHash<Place, size_t>&
+{
+    if (!m_places) {
+        m_places.emplace();
+        // Of several items at one place, which only an early file holds, the first counts.
+        for (size_t index = m_data.items.size(); index-- > 0;) {
+            const auto& item = m_data.items[index];
+            m_places->insert({ item.path, Text::normalized(item.title) }, index);
+        }
+    }
+    return *m_places;
+}
+
 int ReferenceMemoryStore::removeItemsIf(const std::function<bool(const ReferenceItem&)>& isUnwanted)
 {
     const auto count = std::erase_if(m_data.items, isUnwanted);
     if (count == 0)
         return 0;
     m_searchTexts.forgetAll();
+    m_places.reset();
     m_file.save(m_data);
     return int(count);
 }

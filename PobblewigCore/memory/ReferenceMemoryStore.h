@@ -6,11 +6,25 @@
 #include "memory/ReferenceSections.h"
 #include "memory/SearchTexts.h"
 
+#include <QHash>
+
 #include <functional>
 #include <optional>
 #include <vector>
 
 namespace pobblewig {
+
+/// What a reader found for the reference memory.
+struct ReferenceFindings {
+    /// How many were taken.
+    struct Count {
+        int items = 0;
+        int sections = 0;
+    };
+
+    std::vector<ReferenceItem> items;
+    std::vector<ReferenceSectionMeta> sections;
+};
 
 /// Structured facts that are looked up on demand, kept in "reference.json".
 ///
@@ -57,20 +71,35 @@ public:
     /// its id and creation date stay. Without a confirmed section for the path, drops the item and
     /// returns nothing.
     std::optional<ReferenceItem> upsertItem(ReferenceItem item);
+
+    /// The same for several items, and a proposal for each section, at once. The task ends when
+    /// they are on disk.
+    Task<ReferenceFindings::Count> take(ReferenceFindings findings);
     void deleteItem(const QUuid& id);
 
     /// Removes the items at this path and below it. Returns their number.
     int deleteItems(const QString& path);
     void deleteAll();
 
+    /// Tries again to read a file that could not be read at the start.
+    void readAgain();
+
 private:
+    /// A path and a normalised title.
+    using Place = std::pair<QString, QString>;
+
     void addMissingSections();
+    bool propose(const ReferenceSectionMeta& section);
+    const ReferenceItem* put(ReferenceItem item);
+    QHash<Place, size_t>& places();
     const ReferenceSectionMeta* section(const QString& path) const;
     int removeItemsIf(const std::function<bool(const ReferenceItem&)>& isUnwanted);
 
     StoreFile m_file;
     std::vector<ReferenceSectionMeta> m_fixedSections;
     ReferenceMemoryData m_data;
+    /// The indices of the items; reset when items move, until the next addition needs it.
+    std::optional<QHash<Place, size_t>> m_places;
     mutable SearchTexts m_searchTexts;
 };
 

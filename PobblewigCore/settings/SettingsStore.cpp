@@ -12,6 +12,10 @@ SettingsStore::SettingsStore(const std::optional<DataDirectory>& directory,
     , m_settings(m_file.load<AppSettings>())
 {
     m_settings.restoreDefaultExclusions();
+    if (!m_file.isUnreadable())
+        return;
+    m_settings.pausedIndefinitely = true;
+    m_settings.memoryEnabled = false;
 }
 
 bool SettingsStore::isPaused(TimePoint at) const
@@ -44,6 +48,16 @@ void SettingsStore::allow(const QString& actionClass)
 void SettingsStore::revokeAllowance(const QString& actionClass)
 {
     update([&](AppSettings& settings) { settings.actionConfirmations.erase(actionClass); });
+}
+
+void SettingsStore::readAgain()
+{
+    auto kept = m_file.loadAgain<AppSettings>();
+    if (!kept)
+        return;
+    m_settings = *std::move(kept);
+    m_settings.restoreDefaultExclusions();
+    m_file.save(m_settings);
 }
 
 QString SettingsStore::resolvedCanvasBaseURL(const Environment& environment) const

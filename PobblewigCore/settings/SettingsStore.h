@@ -32,6 +32,10 @@ public:
     /// Asks about these actions again.
     void revokeAllowance(const QString& actionClass);
 
+    /// Tries again to read a file that could not be read at the start. Until then observation is
+    /// paused and the memory is off, since the user may have chosen so.
+    void readAgain();
+
     /// The user's address, else the variable CANVAS_BASE_URL, else the deployment's default.
     QString resolvedCanvasBaseURL(const Environment& environment) const;
 

@@ -256,9 +256,9 @@ std::vector<PanelScene> PanelScenes::all()
                 stage.panel.findChild<QListView*>()->verticalScrollBar()->setValue(0);
                 stage.panel.findChild<QPlainTextEdit*>()->setPlainText(
                     QStringLiteral("One\nTwo\nThree\nFour\nFive\nSix\nSeven"));
-                stage.panel.setNotice(
-                    QStringLiteral("Pobblewig cannot save anything at the moment: No space left on "
-                                   "device. What you write now is kept only until you quit."));
+                stage.panel.setNotice(QStringLiteral(
+                    "Pobblewig cannot save everything at the moment: No space left on "
+                    "device. What you write now is kept only until you quit."));
             } },
     };
 }

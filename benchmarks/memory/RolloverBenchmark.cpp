@@ -4,6 +4,7 @@
 
 #include "AppCoordinator.h"
 #include "Figure.h"
+#include "StallWatch.h"
 #include "foundation/NetworkHTTPClient.h"
 #include "support/FakeKeychain.h"
 
@@ -11,6 +12,7 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -32,31 +34,6 @@ public:
     }
 
     mutable QStringList replaced;
-};
-
-/// The longest time during which the event loop did nothing else.
-class StallWatch {
-public:
-    StallWatch()
-    {
-        m_timer.setTimerType(Qt::PreciseTimer);
-        m_timer.callOnTimeout([this] { tick(); });
-        m_timer.start(1);
-        m_sinceTick.start();
-    }
-
-    double longest() const { return m_longest; }
-
-private:
-    void tick()
-    {
-        m_longest = std::max(m_longest, double(m_sinceTick.nsecsElapsed()) / 1e6);
-        m_sinceTick.start();
-    }
-
-    QTimer m_timer;
-    QElapsedTimer m_sinceTick;
-    double m_longest = 0;
 };
 
 void write(const QDir& directory, const QString& name, const auto& value)

@@ -1,6 +1,7 @@
 #include "conversation/SituationBuilder.h"
 #include "coordination/World.h"
 #include "memory/librarian/RolloverLogic.h"
+#include "support/Joined.h"
 #include "support/TableRow.h"
 
 #include "foundation/ISO8601.h"
@@ -73,6 +74,61 @@ private Q_SLOTS:
         m->poll();
         QCOMPARE(front(*m), u"");
         QCOMPARE(m->filesThatHold(u"Secret"_s), QStringList());
+    }
+
+    void aFileThatCannotBeReadForTheMomentLosesNothing()
+    {
+        m->ask(u"before"_s);
+        record(u"before"_s);
+        const QStringList names { u"chat.json"_s, u"observations.json"_s, u"sessions.json"_s,
+            u"settings.json"_s };
+        (*m)->updateSettings([](AppSettings& settings) { settings.mascot = u"axolotl"_s; });
+        for (const auto& name : names) {
+            QVERIFY(QFile::rename(m->scratch.path(name), m->scratch.path(name + u".away"_s)));
+            QVERIFY(QFile::link(u"/proc/self/mem"_s, m->scratch.path(name)));
+        }
+        m->restart();
+        QCOMPARE(m->state<StorageState>().unreadable.size(), 4u);
+        QVERIFY(m->state<SettingsState>().isPaused);
+        m->ask(u"meanwhile"_s);
+        record(u"meanwhile"_s);
+        for (const auto& name : names) {
+            QVERIFY(QFile::remove(m->scratch.path(name)));
+            QVERIFY(QFile::rename(m->scratch.path(name + u".away"_s), m->scratch.path(name)));
+        }
+        m->poll();
+        for (int launch = 0; launch < 2; ++launch) {
+            QVERIFY(m->state<StorageState>() == StorageState());
+            QCOMPARE(joined((*m)->chat().messages(), &ChatMessage::text),
+                u"before|a reply|meanwhile|a reply");
+            QCOMPARE((*m)->memory().observations.count(), 2);
+            QCOMPARE((*m)->memory().sessions.sessions().size(), 1u);
+            QCOMPARE((*m)->memory().sessions.activeSession()->observationIDs.size(), 2u);
+            QCOMPARE(m->state<SettingsState>().settings.mascot, u"axolotl");
+            QVERIFY(!m->state<SettingsState>().isPaused);
+            m->restart();
+        }
+    }
+
+    void whatCannotBeReadIsDeletedWithTheRest()
+    {
+        record(u"secret"_s);
+        const auto path = m->scratch.path(u"observations.json"_s);
+        QVERIFY(QFile::remove(path) && QFile::link(u"/proc/self/mem"_s, path));
+        m->restart();
+        (*m)->memoryDesk().deleteAllMemory();
+        QVERIFY(m->state<StorageState>().unreadable.empty());
+        QCOMPARE(m->scratch.read(u"observations.json"_s), "[]\n");
+    }
+
+    void aCorruptFileIsToldOf()
+    {
+        m->scratch.write(u"rules.json"_s, "{");
+        m->restart();
+        QCOMPARE(m->state<StorageState>().setAside,
+            QStringList(u"rules.json.corrupt-2026-03-01T08-15-00Z"_s));
+        m->restart();
+        QVERIFY(m->state<StorageState>() == StorageState());
     }
 
     void everyFeatureSaysItsLinesOfTheMomentInOrder()
@@ -285,6 +341,14 @@ private Q_SLOTS:
     }
 
 private:
+    void record(const QString& text)
+    {
+        (*m)->memory().record({ .id = QUuid::createUuid(),
+            .occurredAt = m->time,
+            .recordedAt = m->time,
+            .summary = text });
+    }
+
     std::unique_ptr<World> m;
 };
 

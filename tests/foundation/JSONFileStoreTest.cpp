@@ -90,6 +90,7 @@ private Q_SLOTS:
         QCOMPARE(m_log->lines(),
             QStringList(
                 u"buddy: corrupt store exams.json moved to %1: %2"_s.arg(m_backupName, problem)));
+        QCOMPARE(m_health->setAside, QStringList(m_backupName));
     }
 
     void absentAndNullKeepDefaultsAndUnknownKeysAreIgnored()
@@ -118,6 +119,34 @@ private Q_SLOTS:
         QVERIFY(QFile::resize(path(), 100 * 1024 * 1024));
         QVERIFY(!store().load<Exam>());
         QVERIFY(m_log->lines().value(0).endsWith(u"larger than 64 MiB"_s));
+    }
+
+    void whatCouldNotBeReadBackIsNotWritten()
+    {
+        const auto file = store();
+        QVERIFY(file.save(exam));
+        auto huge = exam;
+        huge.title = QString(64 * 1024 * 1024, u'x');
+        QVERIFY(!file.save(huge));
+        QCOMPARE(m_health->problems[path()], u"the file would exceed 64 MiB");
+        QCOMPARE(m_scratch->read(m_name), examText);
+    }
+
+    void whatCannotBeReadForTheMomentStays()
+    {
+        // Its beginning is not readable, for root neither.
+        QVERIFY(QFile::link(u"/proc/self/mem"_s, path()));
+        const auto file = store();
+        for (int time = 0; time < 2; ++time)
+            QVERIFY(!file.load<Exam>());
+        QVERIFY(file.isUnreadable() && m_health->unreadable.contains(path()));
+        QCOMPARE(m_log->lines().size(), 1);
+        QVERIFY(!file.save(exam));
+        QCOMPARE(names(), QStringList(m_name));
+        QVERIFY(QFile::remove(path()));
+        put(examText);
+        QVERIFY(file.load<Exam>() == exam);
+        QVERIFY(!file.isUnreadable() && file.save(exam));
     }
 
     void aFailedSaveShowsInTheHealthUntilOneSucceeds()

@@ -1,5 +1,7 @@
 #include "conversation/proposals/ProposalManager.h"
 
+#include "foundation/Log.h"
+
 #include <algorithm>
 
 namespace pobblewig {
@@ -105,6 +107,17 @@ void ProposalManager::dropForgets()
     };
     if (removeIf(isForget) > 0)
         m_file.save(m_state);
+}
+
+void ProposalManager::readAgain()
+{
+    auto kept = m_file.loadAgain<SavedState>();
+    if (!kept)
+        return;
+    std::ranges::move(m_state.proposals, std::back_inserter(kept->proposals));
+    kept->ledger.merge(m_state.ledger);
+    m_state = *std::move(kept);
+    m_file.save(m_state);
 }
 
 RuleProposal* ProposalManager::find(const QString& proposalId)

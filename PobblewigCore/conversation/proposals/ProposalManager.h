@@ -87,6 +87,9 @@ public:
     /// Removes all requests to forget, whatever their status, since they quote memory.
     void dropForgets();
 
+    /// Tries again to read a file that could not be read at the start.
+    void readAgain();
+
 private:
     RuleProposal* find(const QString& proposalId);
     void settleAsConfirmed(const RuleProposal& meant, const QUuid& created);

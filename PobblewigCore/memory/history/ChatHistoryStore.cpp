@@ -50,6 +50,17 @@ void ChatHistoryStore::remove(const std::vector<ChatMessage>& messages)
     m_file.save(m_messages);
 }
 
+void ChatHistoryStore::readAgain()
+{
+    auto kept = m_file.loadAgain<std::vector<ChatMessage>>();
+    if (!kept)
+        return;
+    std::ranges::move(m_messages, std::back_inserter(*kept));
+    m_messages = *std::move(kept);
+    trim();
+    m_file.save(m_messages);
+}
+
 void ChatHistoryStore::trim()
 {
     if (std::ssize(m_messages) > std::ptrdiff_t(maxMessages))

@@ -31,6 +31,9 @@ public:
     /// Ignores unknown ids.
     void remove(const std::vector<ChatMessage>& messages);
 
+    /// Tries again to read a file that could not be read at the start.
+    void readAgain();
+
 private:
     void trim();
 

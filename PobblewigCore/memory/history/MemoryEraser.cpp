@@ -58,6 +58,17 @@ void removeFiles(const QDir& directory, const Chosen& isChosen)
 
 } // namespace
 
+void MemoryEraser::removeUnreadable(const DataDirectory& directory)
+{
+    std::erase_if(directory.health->unreadable, [](const auto& entry) {
+        const auto& path = entry.first;
+        if (!isStoreFile(QFileInfo(path).fileName()))
+            return false;
+        removeFile(path);
+        return !QFileInfo::exists(path);
+    });
+}
+
 void MemoryEraser::emptyStores(MemoryTiers& memory, ChatHistoryStore& history, TimePoint now)
 {
     memory.notes.deleteAll(now);

@@ -7,6 +7,10 @@
 /// Implements "Delete all memory".
 namespace pobblewig::MemoryEraser {
 
+/// Removes the files of these stores that could not be read, which nothing would empty. Called
+/// first.
+void removeUnreadable(const DataDirectory& directory);
+
 /// Empties the stores; the reference memory keeps its fixed sections.
 void emptyStores(MemoryTiers& memory, ChatHistoryStore& history, TimePoint now);
 

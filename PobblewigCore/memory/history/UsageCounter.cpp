@@ -40,6 +40,12 @@ void UsageCounter::addIntervention()
     save();
 }
 
+void UsageCounter::readAgain()
+{
+    if (m_file && m_file->isUnreadable())
+        m_snapshot = m_file->load<Snapshot>().value_or(m_snapshot);
+}
+
 void UsageCounter::save() const
 {
     // Totals are a convenience: the next write makes up for a failed one.

@@ -48,6 +48,9 @@ public:
     void addVisionUsage(int prompt, int completion);
     void addIntervention();
 
+    /// Tries again to read a file that could not be read at the start.
+    void readAgain();
+
 private:
     void save() const;
 

@@ -36,8 +36,9 @@ Task<LibrarianExtractionResult> LibrarianService::extractAfterTurn(std::vector<C
     });
     const auto answer =
         co_await ask({ prompt, LibrarianSchemas::extraction() }, m_stop.get_token());
-    co_return take(answer, u"extraction",
-        { MemorySource::librarianSynthesis, QStringLiteral("librarian"), lastSaidAt });
+    const Origin origin { MemorySource::librarianSynthesis, QStringLiteral("librarian"),
+        lastSaidAt };
+    co_return co_await take(answer, QStringLiteral("extraction"), origin);
 }
 
 Task<LibrarianExtractionResult> LibrarianService::ingestMeetingNotes(MeetingNotes notes)
@@ -55,8 +56,9 @@ Task<LibrarianExtractionResult> LibrarianService::ingestMeetingNotes(MeetingNote
     });
     const auto answer =
         co_await ask({ prompt, LibrarianSchemas::meetingNotesExtraction() }, m_stop.get_token());
-    co_return take(answer, u"meeting-notes ingestion",
-        { MemorySource::meetingNotes, QStringLiteral("meetingNotes"), notes.startedAt });
+    const Origin origin { MemorySource::meetingNotes, QStringLiteral("meetingNotes"),
+        notes.startedAt };
+    co_return co_await take(answer, QStringLiteral("meeting-notes ingestion"), origin);
 }
 
 Task<DailyCloseout> LibrarianService::closeDailySession(DayToClose day)
@@ -154,43 +156,40 @@ std::nullopt_t LibrarianService::fail(
     return std::nullopt;
 }
 
-LibrarianExtractionResult LibrarianService::take(
-    const LibrarianModel::Answer& answer, QStringView job, const Origin& origin)
+Task<LibrarianExtractionResult> LibrarianService::take(
+    LibrarianModel::Answer answer, QString job, Origin origin)
 {
     const auto now = m_moment.now();
-    const auto extraction = accepted<ExtractionResult>(answer, job, [&](const QString& text) {
+    auto extraction = accepted<ExtractionResult>(answer, job, [&](const QString& text) {
         return LibrarianAnswers::parseExtraction(text, origin.noteSource, origin.itemSource, now);
     });
     if (!extraction || !mayRemember())
-        return {};
-    return store(*extraction, std::min(origin.occurredAt, now), now);
+        co_return LibrarianExtractionResult();
+    co_return co_await store(*std::move(extraction), std::min(origin.occurredAt, now), now);
 }
 
-LibrarianExtractionResult LibrarianService::store(
-    const ExtractionResult& extraction, TimePoint occurredAt, TimePoint now)
+Task<LibrarianExtractionResult> LibrarianService::store(
+    ExtractionResult extraction, TimePoint occurredAt, TimePoint now)
 {
-    LibrarianExtractionResult result;
-    for (const auto& note : extraction.notes) {
-        const auto outcome = m_memory.notes.addNote(note, now);
-        result.notesAdded += outcome && outcome->kind == AddNoteResult::Kind::added;
-    }
-    for (auto observation : extraction.observations) {
+    for (auto& observation : extraction.observations) {
         observation.id = QUuid::createUuid();
         observation.occurredAt = occurredAt;
         observation.recordedAt = now;
-        m_memory.record(std::move(observation));
-        ++result.observationsAdded;
     }
-    for (auto item : extraction.referenceItems) {
+    for (auto& item : extraction.referenceItems) {
         item.id = QUuid::createUuid();
         item.createdAt = item.updatedAt = now;
-        result.referenceItemsAdded += m_memory.reference.upsertItem(item).has_value();
     }
-    for (const auto& section : extraction.proposedSections)
-        result.sectionsProposed +=
-            m_memory.reference.proposeSection(section.path, section.title, section.summary)
-                .has_value();
-    return result;
+    const auto observationCount = int(extraction.observations.size());
+    // All of it is in memory before the first co_await, and the files are written side by side.
+    const auto notes = m_memory.notes.addNotes(std::move(extraction.notes), now);
+    const auto observations = m_memory.record(std::move(extraction.observations));
+    const auto reference = m_memory.reference.take(
+        { std::move(extraction.referenceItems), std::move(extraction.proposedSections) });
+    const auto added = co_await notes;
+    co_await observations;
+    const auto taken = co_await reference;
+    co_return LibrarianExtractionResult { added, observationCount, taken.items, taken.sections };
 }
 
 void LibrarianService::applyCleanup(

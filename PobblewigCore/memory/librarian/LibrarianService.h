@@ -93,10 +93,9 @@ private:
     void clearError();
     std::nullopt_t fail(QStringView job, const QString& description, const QString& loggable);
 
-    LibrarianExtractionResult take(
-        const LibrarianModel::Answer& answer, QStringView job, const Origin& origin);
-    LibrarianExtractionResult store(
-        const ExtractionResult& extraction, TimePoint occurredAt, TimePoint now);
+    Task<LibrarianExtractionResult> take(LibrarianModel::Answer answer, QString job, Origin origin);
+    Task<LibrarianExtractionResult> store(
+        ExtractionResult extraction, TimePoint occurredAt, TimePoint now);
     void applyCleanup(const LibrarianModel::Answer& answer, const CleanupSnapshot& seen);
 
     const SettingsStore& m_settings;

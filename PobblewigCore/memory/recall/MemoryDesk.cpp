@@ -70,6 +70,8 @@ QString MemoryDesk::exportMemoryText() const
 void MemoryDesk::deleteAllMemory()
 {
     m.forgetting();
+    if (m.directory)
+        MemoryEraser::removeUnreadable(*m.directory);
     MemoryEraser::emptyStores(m_memory, m.stores.history, m.moment.now());
     if (m.directory)
         MemoryEraser::removeCopies(m.directory->path);
