@@ -22,6 +22,11 @@ void fillAbsentDates(std::vector<MemoryNote>& notes, TimePoint now)
     }
 }
 
+QString limited(const QString& text)
+{
+    return Text::firstCharacters(Text::onOneLine(text).trimmed(), MemoryStore::longestText);
+}
+
 MemoryNote made(const NewNote& note, const QString& text, TimePoint now)
 {
     return {
@@ -66,7 +71,7 @@ QString MemoryStore::residentMemory(int maxTokens, TimePoint now) const
 
 int MemoryStore::residentTokenEstimate(TimePoint now) const
 {
-    return estimateTokens(residentMemory(hardCapTokens, now));
+    return ResidentMemoryLogic::tokens(m_data.notes, m_data.patterns, now);
 }
 
 bool MemoryStore::isBelowSoftThreshold(TimePoint now) const
@@ -136,8 +141,9 @@ void MemoryStore::pruneExpired(TimePoint now)
         save(now);
 }
 
-std::optional<PatternNote> MemoryStore::synthesizePattern(const NewPattern& pattern, TimePoint now)
+std::optional<PatternNote> MemoryStore::synthesizePattern(NewPattern pattern, TimePoint now)
 {
+    pattern.text = limited(pattern.text);
     const auto evidence = PatternLogic::evidence(m_data.notes, pattern.evidenceNoteIDs);
     const auto statement = Text::normalized(pattern.text);
     if (statement.isEmpty() || !PatternLogic::canPromotePattern(evidence, m_calendar()))
@@ -153,22 +159,24 @@ std::optional<PatternNote> MemoryStore::synthesizePattern(const NewPattern& patt
     return *known;
 }
 
-void MemoryStore::markCleanupRun(TimePoint now)
+void MemoryStore::markCleanupTried(TimePoint now)
 {
-    m_data.lastCleanupAt = now;
-    m_data.lastCleanupTokenCount = residentTokenEstimate(now);
+    m_data.lastCleanupTriedAt = now;
     save(now);
 }
 
 void MemoryStore::applyCleanup(
-    std::vector<MemoryNote> notes, std::vector<PatternNote> patterns, TimePoint now)
+    const CleanupSnapshot& seen, const CleanupSnapshot& rewritten, TimePoint now)
 {
     // Comes first, so that notes missing from the rewritten list are kept, however old they are.
     purgeArchivedNotes(archivedNoteRetentionDays, now);
-    m_data.notes = CleanupGuard::guarded(std::move(notes), std::move(m_data.notes));
-    m_data.patterns = std::move(patterns);
+    m_data.notes = CleanupGuard::cleaned(std::move(m_data.notes), seen.notes, rewritten.notes);
+    m_data.patterns =
+        CleanupGuard::cleaned(std::move(m_data.patterns), seen.patterns, rewritten.patterns);
     m_statements.reset();
-    markCleanupRun(now);
+    m_data.lastCleanupAt = now;
+    m_data.lastCleanupTokenCount = residentTokenEstimate(now);
+    save(now);
 }
 
 int MemoryStore::purgeArchivedNotes(int olderThan, TimePoint now)
@@ -210,7 +218,7 @@ int MemoryStore::estimateTokens(const QString& text)
 
 std::optional<AddNoteResult> MemoryStore::put(const NewNote& note, TimePoint now)
 {
-    const auto text = note.text.trimmed();
+    const auto text = limited(note.text);
     if (text.isEmpty())
         return std::nullopt;
     const auto statement = Text::normalized(text);

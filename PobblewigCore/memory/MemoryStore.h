@@ -2,7 +2,7 @@
 
 #include "foundation/Calendar.h"
 #include "foundation/StoreFile.h"
-#include "memory/MemoryNote.h"
+#include "memory/CleanupSnapshot.h"
 
 #include <functional>
 #include <optional>
@@ -21,6 +21,8 @@ struct MemoryStoreData {
     std::vector<PatternNote> patterns;
     std::optional<TimePoint> lastCleanupAt = std::nullopt;
     std::optional<int> lastCleanupTokenCount = std::nullopt;
+    /// When a model was last asked to clean up, whatever came of it.
+    std::optional<TimePoint> lastCleanupTriedAt = std::nullopt;
     std::optional<TimePoint> updatedAt = std::nullopt;
 
     bool operator==(const MemoryStoreData&) const = default;
@@ -33,6 +35,7 @@ struct MemoryStoreData {
             defaulted("patterns", &MemoryStoreData::patterns),
             optional("lastCleanupAt", &MemoryStoreData::lastCleanupAt),
             optional("lastCleanupTokenCount", &MemoryStoreData::lastCleanupTokenCount),
+            optional("lastCleanupTriedAt", &MemoryStoreData::lastCleanupTriedAt),
             optional("updatedAt", &MemoryStoreData::updatedAt) };
     }
 };
@@ -70,6 +73,8 @@ public:
     static constexpr int hardCapTokens = 10000;
     static constexpr int hygieneIntervalTokens = 2000;
     static constexpr int archivedNoteRetentionDays = 30;
+    /// In characters, of a note or a pattern that a model writes.
+    static constexpr qsizetype longestText = 500;
 
     /// `calendar` tells which instants fall on the same day, for the promotion of patterns.
     MemoryStore(const std::optional<DataDirectory>& directory, std::function<Calendar()> calendar);
@@ -83,11 +88,11 @@ public:
     std::vector<MemoryNote> allNotes(IncludeArchived includeArchived) const;
     const std::vector<PatternNote>& allPatterns() const { return m_data.patterns; }
 
-    /// Sections of notes by category, then the patterns. A section that would exceed `maxTokens` is
-    /// left out entirely. Empty without notes and patterns.
+    /// Sections of notes by category, then the patterns, each cut to its share of `maxTokens` if
+    /// they are too long. Empty without notes and patterns.
     QString residentMemory(int maxTokens, TimePoint now) const;
 
-    /// The size of the resident memory in a prompt, headings included.
+    /// The size of the whole resident memory, headings included, even if a prompt has less room.
     int residentTokenEstimate(TimePoint now) const;
     bool isBelowSoftThreshold(TimePoint now) const;
 
@@ -99,7 +104,7 @@ public:
 
     /// Reinforces the first note, of whatever status, that makes the same statement, ignoring case
     /// and spacing, or else adds a new one at the front. A blank text changes nothing and returns
-    /// nothing.
+    /// nothing. The text is put on one line and cut.
     std::optional<AddNoteResult> addNote(const NewNote& note, TimePoint now);
 
     /// The same for each of them at once. The task ends when they are on disk; it returns how many
@@ -117,15 +122,16 @@ public:
     void pruneExpired(TimePoint now);
 
     /// Records a pattern, or adds evidence to the one that makes the same statement. Returns
-    /// nothing and changes nothing if the evidence does not span two days.
-    std::optional<PatternNote> synthesizePattern(const NewPattern& pattern, TimePoint now);
+    /// nothing and changes nothing if the evidence does not span two days. The text is put on one
+    /// line and cut.
+    std::optional<PatternNote> synthesizePattern(NewPattern pattern, TimePoint now);
 
-    void markCleanupRun(TimePoint now);
+    std::optional<TimePoint> lastCleanupTriedAt() const { return m_data.lastCleanupTriedAt; }
+    void markCleanupTried(TimePoint now);
 
-    /// Replaces the list with a rewritten one. Notes missing from it are kept: unchanged if they
-    /// come from the user, else archived. Also purges archived notes whose time is over.
-    void applyCleanup(
-        std::vector<MemoryNote> notes, std::vector<PatternNote> patterns, TimePoint now);
+    /// Replaces what was seen with what it was rewritten to, as in `CleanupGuard::cleaned`. Also
+    /// purges archived notes whose time is over.
+    void applyCleanup(const CleanupSnapshot& seen, const CleanupSnapshot& rewritten, TimePoint now);
 
     /// Removes archived notes last observed more than `olderThan` days ago. Returns their number.
     int purgeArchivedNotes(int olderThan, TimePoint now);

@@ -134,6 +134,8 @@ constexpr QStringView hygieneInstructions =
     "Patterns: when multiple independent notes support a recurring behavior, synthesize one "
     "compact pattern entry with \"evidenceNoteTexts\" listing the exact texts of the supporting "
     "notes. A pattern needs at least two distinct supporting notes observed on different days.\n\n"
+    "This is one part of the memory store; other parts are cleaned separately. List every note and "
+    "pattern of this part that is to stay; one that you leave out is dropped.\n\n"
     "Current memory store JSON:\n";
 
 QString orElse(const QString& text, QStringView replacement)
@@ -251,8 +253,7 @@ QString Prompts::cleanup(const QString& memoryJSON)
     return hygieneInstructions % memoryJSON
         % u"\n\nReturn ONLY JSON in this exact shape:\n"
           u"{\"notes\":[{\"text\":\"...\",\"category\":\"preferences\",\"kind\":\"preference\","
-          u"\"source\":\"explicitUser\",\"confidence\":0.9,\"isTemporary\":false,"
-          u"\"expiresInHours\":0}],\n"
+          u"\"source\":\"explicitUser\",\"confidence\":0.9}],\n"
           u" \"patterns\":[{\"text\":\"...\",\"confidence\":0.8,"
           u"\"evidenceNoteTexts\":[\"...\",\"...\"]}]}";
 }

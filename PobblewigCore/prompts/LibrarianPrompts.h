@@ -50,7 +50,7 @@ QString dailyCloseout(const DailyCloseoutPrompt& prompt);
 /// `dailies` is the daily summaries, in order.
 QString weeklyRollup(const QString& dailies);
 
-/// `memoryJSON` is the notes and patterns as the store keeps them.
+/// `memoryJSON` is a portion of the notes or of the patterns, as the store keeps them.
 QString cleanup(const QString& memoryJSON);
 
 } // namespace Prompts

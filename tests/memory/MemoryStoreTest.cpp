@@ -3,6 +3,7 @@
 #include "memory/CleanupGuard.h"
 #include "memory/PatternLogic.h"
 #include "memory/ResidentMemoryLogic.h"
+#include "support/Awaited.h"
 #include "support/Joined.h"
 #include "support/LogLines.h"
 #include "support/ScratchDirectory.h"
@@ -67,7 +68,7 @@ private Q_SLOTS:
         store.deleteNote(store.notes()[0].id, now);
         add(store, "c");
         QCOMPARE(store.notes()[1].observationCount, 3);
-        store.applyCleanup({ note("d"), note("c") }, {}, now);
+        store.applyCleanup({}, { { note("d") }, {} }, now);
         QCOMPARE(add(store, "d").kind, reinforced);
         store.deleteAll(now);
         QCOMPARE(add(store, "d").kind, added);
@@ -99,18 +100,35 @@ private Q_SLOTS:
         QCOMPARE(store.exportText(now), head + u"No memories yet."_s);
     }
 
-    void theBudgetDropsWholeSections()
+    void theBudgetIsSharedByTheSections()
     {
-        const auto text = [](const char* goal, const char* other, int maxTokens) {
-            const std::vector notes { note(other),
-                temporary(goal, MemoryCategory::goals, std::nullopt) };
+        const auto text = [](const std::vector<MemoryNote>& notes, int maxTokens) {
             return ResidentMemoryLogic::text(notes, {}, maxTokens, now);
         };
-        QCOMPARE(text("x", "yyyy", 6), u"Goals\n- x\n\nMisc\n- yyyy"_s);
-        QCOMPARE(text("x", "yyyyy", 6), u"Goals\n- x"_s);
-        QCOMPARE(text("much too long", "y", 4), u"Misc\n- y"_s);
-        QCOMPARE(text("👩‍👩‍👧👩‍👩‍👧", "long", 3),
-            u"Goals\n- 👩‍👩‍👧👩‍👩‍👧"_s);
+        const auto goal = temporary("x", MemoryCategory::goals, std::nullopt);
+        QCOMPARE(text({ note("yyyy"), goal }, 6), u"Goals\n- x\n\nMisc\n- yyyy"_s);
+        QCOMPARE(text({ note("yyyyyyy"), note("y"), goal }, 6), u"Goals\n- x\n\nMisc\n- y"_s);
+        QCOMPARE(text({ note("much too long"), goal }, 6), u"Goals\n- x"_s);
+        const auto family = "👩‍👩‍👧👩‍👩‍👧";
+        QCOMPARE(text({ temporary(family, MemoryCategory::goals, std::nullopt), note("long") }, 7),
+            u"Goals\n- "_s + QString::fromUtf8(family) + u"\n\nMisc\n- long"_s);
+    }
+
+    void aFullMemoryKeepsTheNewestAndTheMostConfirmed()
+    {
+        std::vector<MemoryNote> notes;
+        for (int day = 0; day < 9; ++day) {
+            notes.push_back(note("fact"));
+            notes.back().text += QString::number(day);
+            notes.back().lastObservedAt = now + days(day);
+        }
+        notes[2].observationCount = 3;
+        notes[4].kind = MemoryKind::correction;
+        const auto store = storeWith({ .notes = notes });
+        QCOMPARE(store.residentMemory(25, now),
+            u"Misc\n- fact2 (noted 3x)\n- fact4 [user correction — overrides older notes]"
+            "\n- fact6\n- fact7\n- fact8"_s);
+        QVERIFY(store.residentTokenEstimate(now) > 25);
     }
 
     void aPatternNeedsTwoNotesAndTwoDays()
@@ -169,18 +187,36 @@ private Q_SLOTS:
         said.source = MemorySource::explicitUser;
         auto old = note("old");
         old.lastObservedAt = now - days(300);
-        auto archived = note("archived", MemoryStatus::archived);
-        archived.lastObservedAt = now - days(30);
         auto overdue = note("overdue", MemoryStatus::archived);
         overdue.lastObservedAt = now - days(30) - 1s;
-        auto store = storeWith({ .notes = { old, note("Kept"), overdue, archived, said } });
-        store.applyCleanup({ note("new"), note(" kept ") }, {}, now);
+        auto store = storeWith({ .notes = { old, note("unseen"), overdue, said } });
+        store.applyCleanup({ { old, said }, {} }, { { note("new") }, {} }, now);
         old.status = MemoryStatus::archived;
-        QCOMPARE(joined(store.notes(), &MemoryNote::text), u"new| kept |said|old|archived"_s);
-        QVERIFY(store.notes()[2] == said);
-        QVERIFY(store.notes()[3] == old);
+        QCOMPARE(joined(store.notes(), &MemoryNote::text), u"new|old|unseen|said"_s);
+        QVERIFY(store.notes()[1] == old && store.notes()[3] == said);
         QCOMPARE(saved().lastCleanupAt, now);
         QCOMPARE(saved().lastCleanupTokenCount, store.residentTokenEstimate(now));
+    }
+
+    void aBatchIsOneSave()
+    {
+        auto store = storeWith({ .notes = { note("a") } });
+        const auto revision = store.revision();
+        const auto added = awaited(
+            store.addNotes({ { u"A"_s }, { u" "_s }, { u"b\n- c"_s }, { u"B  - C"_s } }, now));
+        QCOMPARE(added, 1);
+        QCOMPARE(store.revision(), revision + 1);
+        QCOMPARE(joined(saved().notes, &MemoryNote::text), u"b - c|a"_s);
+        QCOMPARE(saved().notes[0].observationCount, 2);
+    }
+
+    void aLaterSaveIsNotOvertakenByABatch()
+    {
+        auto store = storeWith({});
+        auto batch = store.addNotes(std::vector<NewNote>(1, { QString(500, u'x') }), now);
+        store.deleteAll(now);
+        awaited(std::move(batch));
+        QVERIFY(saved().notes.empty());
     }
 
     void anEarlyFileIsFilledUpAndSavedOnceItCanBe()

@@ -34,8 +34,6 @@ MemoryNote rewritten(const NewNote& told, MemoryNote note)
     note.source = told.source;
     note.confidence = told.confidence;
     note.status = MemoryStatus::active;
-    note.isTemporary = told.isTemporary;
-    note.expiresAt = told.expiresAt;
     return note;
 }
 
@@ -44,24 +42,23 @@ MemoryNote added(const NewNote& told, TimePoint now)
     return rewritten(told,
         {
             .id = QUuid::createUuid(),
-            .text = Text::firstCharacters(told.text, AnswerFields::longestLine),
+            .text = Text::firstCharacters(told.text, MemoryStore::longestText),
             .createdAt = now,
             .lastObservedAt = now,
+            .isTemporary = told.isTemporary,
+            .expiresAt = told.expiresAt,
         });
 }
 
-/// The user's own notes stay marked as such, and no other note becomes one. A temporary note stays
-/// temporary unless the answer says otherwise.
-MemoryNote kept(const MemoryNote& known, NewNote told, std::optional<bool> isTemporary)
+/// The user's own notes stay marked as such, and no other note becomes one. How long a note lasts
+/// stays as well: models repeat what the prompt's example says of it.
+MemoryNote kept(const MemoryNote& known, NewNote told)
 {
     using enum MemorySource;
     if (known.source == explicitUser || told.source == explicitUser)
         told.source = known.source;
     if (known.kind == MemoryKind::correction)
         told.kind = MemoryKind::correction;
-    told.isTemporary = isTemporary.value_or(known.isTemporary);
-    if (told.isTemporary && !told.expiresAt)
-        told.expiresAt = known.expiresAt;
     return rewritten(told, known);
 }
 
@@ -70,7 +67,8 @@ std::optional<PatternNote> rewritten(const AnswerFields& fields,
     const Calendar& calendar)
 {
     const NewPattern told {
-        .text = fields.shortLine(QStringLiteral("text")),
+        .text =
+            Text::firstCharacters(fields.line(QStringLiteral("text")), MemoryStore::longestText),
         .evidenceNoteIDs = MemoryNoteSearch::stating(
             notes, fields.shortLines(QStringLiteral("evidenceNoteTexts"))),
         .confidence = fields.confidence().value_or(defaultConfidence),
@@ -108,8 +106,7 @@ std::vector<MemoryNote> CleanupAnswer::notes(
             continue;
         said.insert(statement);
         const auto* same = known.value(statement);
-        const auto isTemporary = fields.boolean(QStringLiteral("isTemporary"));
-        notes.push_back(same ? kept(*same, told, isTemporary) : added(told, now));
+        notes.push_back(same ? kept(*same, told) : added(told, now));
     }
     return notes;
 }
@@ -119,12 +116,9 @@ std::vector<PatternNote> CleanupAnswer::patterns(const AnswerFields& answer,
     const Calendar& calendar)
 {
     const auto most = existing.size() + AnswerFields::mostEntries;
-    const auto told = answer.objects(QStringLiteral("patterns"), most);
-    if (told.empty())
-        return existing;
     std::vector<PatternNote> patterns;
-    for (const auto& fields : told) {
-        const auto statement = Text::normalized(fields.shortLine(QStringLiteral("text")));
+    for (const auto& fields : answer.objects(QStringLiteral("patterns"), most)) {
+        const auto statement = Text::normalized(fields.line(QStringLiteral("text")));
         if (statement.isEmpty() || stating(patterns, statement))
             continue;
         auto pattern = rewritten(fields, notes, stating(existing, statement), now, calendar);

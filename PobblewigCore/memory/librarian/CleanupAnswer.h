@@ -4,7 +4,7 @@
 #include "memory/MemoryNote.h"
 #include "memory/librarian/AnswerFields.h"
 
-/// Reads a model's rewritten list of notes.
+/// Reads what a model has made of a portion of the notes.
 namespace pobblewig::CleanupAnswer {
 
 /// A note with the same statement as an existing one inherits its wording and history, and stays
@@ -13,8 +13,8 @@ namespace pobblewig::CleanupAnswer {
 std::vector<MemoryNote> notes(
     const AnswerFields& answer, const std::vector<MemoryNote>& existing, TimePoint now);
 
-/// The existing patterns if the answer has none. A new one needs evidence in `notes` that spans two
-/// days; an existing one stays and gains any such evidence.
+/// The patterns that the answer lists. A new one needs evidence in `notes` that spans two days; an
+/// existing one gains any such evidence.
 std::vector<PatternNote> patterns(const AnswerFields& answer, const std::vector<MemoryNote>& notes,
     const std::vector<PatternNote>& existing, TimePoint now, const Calendar& calendar);
 

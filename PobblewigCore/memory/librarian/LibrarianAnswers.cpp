@@ -72,7 +72,7 @@ std::optional<QString> thought(const AnswerFields& fields, const QString& name)
 DatedObservation observation(const AnswerFields& fields)
 {
     return {
-        .summary = fields.shortLine(QStringLiteral("summary")),
+        .summary = fields.line(QStringLiteral("summary")),
         .observedFacts = fields.shortLines(QStringLiteral("observedFacts")),
         .inference = thought(fields, QStringLiteral("inference")),
         .uncertainty = thought(fields, QStringLiteral("uncertainty")),
@@ -103,13 +103,7 @@ ReferenceSectionMeta section(const AnswerFields& fields)
 
 bool isNote(const NewNote& note)
 {
-    return !note.text.isEmpty()
-        && Text::firstCharacters(note.text, AnswerFields::longestLine) == note.text;
-}
-
-bool isActive(const MemoryNote& note)
-{
-    return note.status == MemoryStatus::active;
+    return !note.text.isEmpty();
 }
 
 bool isObservation(const DatedObservation& observation)
@@ -215,22 +209,16 @@ auto LibrarianAnswers::parseWeekly(const QString& text) -> Parsed<WeeklyRollupRe
 
 auto LibrarianAnswers::parseCleanup(const QString& text,
     const std::vector<MemoryNote>& existingNotes, const std::vector<PatternNote>& existingPatterns,
-    TimePoint now, const Calendar& calendar) -> Parsed<CleanupResult>
+    TimePoint now, const Calendar& calendar) -> Parsed<CleanupSnapshot>
 {
     const auto answer = answerIn(text);
     if (!answer)
         return failed(answer.error());
-    const auto told = answer->elementCount(QStringLiteral("notes"));
-    auto notes = CleanupAnswer::notes(*answer, existingNotes, now);
-    if (!told || (*told > 0 && notes.empty()))
-        return failed(QStringLiteral("The model's answer lists no notes."));
-    if (notes.empty() && std::ranges::any_of(existingNotes, isActive))
-        return failed(QStringLiteral("The model's answer keeps no note."));
-    return CleanupResult {
-        .notes = std::move(notes),
-        .patterns =
-            CleanupAnswer::patterns(*answer, existingNotes, existingPatterns, now, calendar),
-    };
+    CleanupSnapshot rewritten { CleanupAnswer::notes(*answer, existingNotes, now),
+        CleanupAnswer::patterns(*answer, existingNotes, existingPatterns, now, calendar) };
+    if (rewritten.notes.empty() && rewritten.patterns.empty())
+        return failed(QStringLiteral("The model's answer keeps nothing."));
+    return rewritten;
 }
 
 } // namespace pobblewig

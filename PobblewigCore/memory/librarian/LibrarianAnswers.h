@@ -43,12 +43,6 @@ struct WeeklyRollupResult {
     bool operator==(const WeeklyRollupResult&) const = default;
 };
 
-/// The complete rewritten notes and patterns.
-struct CleanupResult {
-    std::vector<MemoryNote> notes;
-    std::vector<PatternNote> patterns;
-};
-
 /// Reads a model's answer, whatever text surrounds the JSON. A value of the wrong type counts as
 /// absent, only the first 100 entries of a list are read, and long texts are cut. The error is a
 /// sentence for the diagnostics that quotes nothing from the answer.
@@ -61,8 +55,8 @@ using Parsed = tl::expected<Value, QString>;
 /// nothing if it is not closed.
 std::optional<QString> extractJSONObject(const QString& text);
 
-/// `noteSource` applies to notes that name no source. A note over 1,000 characters is dropped. Of
-/// an answer that was cut, the whole entries count. One without any of the lists is refused.
+/// `noteSource` applies to notes that name no source. The stores cut their texts. Of an
+/// answer that was cut, the whole entries count. One without any of the lists is refused.
 Parsed<ExtractionResult> parseExtraction(
     const QString& text, MemorySource noteSource, const QString& itemSource, TimePoint now);
 
@@ -71,10 +65,9 @@ Parsed<DailyCloseout> parseCloseout(const QString& text);
 Parsed<WeeklyRollupResult> parseWeekly(const QString& text);
 
 /// A note with the same statement as an existing one inherits its history. A new pattern needs
-/// evidence that spans two days. An answer without patterns keeps the existing ones. An answer
-/// without notes, or with an empty list where notes exist, is refused, since it would archive most
-/// of them.
-Parsed<CleanupResult> parseCleanup(const QString& text,
+/// evidence that spans two days. An answer that lists nothing is refused, and so is one that was
+/// cut.
+Parsed<CleanupSnapshot> parseCleanup(const QString& text,
     const std::vector<MemoryNote>& existingNotes, const std::vector<PatternNote>& existingPatterns,
     TimePoint now, const Calendar& calendar);
 

@@ -61,6 +61,12 @@ auto LibrarianModel::ask(Question question, std::stop_token stop) -> Task<Answer
     co_return completion.map(&LLMCompletion::text);
 }
 
+Task<int> LibrarianModel::answerTokens()
+{
+    const auto config = co_await m_models.librarianConfig();
+    co_return config.maxOutputTokens;
+}
+
 auto LibrarianModel::complete(std::shared_ptr<LLMProvider> provider, LLMRequest request,
     std::stop_token stop) -> Task<Completion>
 {

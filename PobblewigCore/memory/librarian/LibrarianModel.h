@@ -32,6 +32,9 @@ public:
     /// more with more room, as from then on. Sends nothing after `stop`.
     Task<Answer> ask(Question question, std::stop_token stop);
 
+    /// The usual maximum length of an answer.
+    Task<int> answerTokens();
+
 private:
     using Completion = tl::expected<LLMCompletion, LLMFailure>;
 

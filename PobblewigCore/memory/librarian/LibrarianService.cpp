@@ -1,7 +1,6 @@
 #include "memory/librarian/LibrarianService.h"
 
 #include "foundation/Log.h"
-#include "memory/librarian/CleanupLogic.h"
 #include "memory/librarian/LibrarianSchemas.h"
 #include "prompts/LibrarianPrompts.h"
 
@@ -15,6 +14,10 @@ LibrarianService::LibrarianService(
     , m_memory(stores.memory)
     , m_moment(moment)
     , m_model(stores.usage, models)
+    , m_cleanup({ m_settings, m_memory.notes, moment, m_model,
+          [this](const auto& answer, const auto& parse) {
+              return accepted<CleanupSnapshot>(answer, u"cleanup", parse);
+          } })
 {
 }
 
@@ -95,16 +98,7 @@ Task<WeeklyRollupResult> LibrarianService::weeklyRollup(std::vector<PeriodSummar
 
 Task<> LibrarianService::cleanupIfNeeded()
 {
-    if (m_isCleaningUp || !m_memory.notes.shouldRunCleanup(m_moment.now()))
-        co_return;
-    m_isCleaningUp = true;
-    const CleanupSnapshot seen { m_memory.notes.allNotes(MemoryStore::IncludeArchived::no),
-        m_memory.notes.allPatterns() };
-    const auto prompt = Prompts::cleanup(QString::fromUtf8(json::text(seen)));
-    const auto answer =
-        co_await ask({ prompt, LibrarianSchemas::cleanup(), 3 }, m_stop.get_token());
-    m_isCleaningUp = false;
-    applyCleanup(answer, seen);
+    return m_cleanup.runIfDue(m_stop.get_token());
 }
 
 void LibrarianService::abandonRuns()
@@ -190,24 +184,6 @@ Task<LibrarianExtractionResult> LibrarianService::store(
     co_await observations;
     const auto taken = co_await reference;
     co_return LibrarianExtractionResult { added, observationCount, taken.items, taken.sections };
-}
-
-void LibrarianService::applyCleanup(
-    const LibrarianModel::Answer& answer, const CleanupSnapshot& seen)
-{
-    const auto now = m_moment.now();
-    auto& store = m_memory.notes;
-    auto rewritten = accepted<CleanupResult>(answer, u"cleanup", [&](const QString& text) {
-        return LibrarianAnswers::parseCleanup(
-            text, store.notes(), store.allPatterns(), now, m_moment.calendar());
-    });
-    if (!rewritten || !mayRemember()
-        || CleanupLogic::isOvertaken(seen, store.notes(), store.allPatterns()))
-        return;
-    auto [notes, patterns] =
-        CleanupLogic::withUnseen(*std::move(rewritten), seen, store.notes(), store.allPatterns());
-    store.applyCleanup(std::move(notes), std::move(patterns), now);
-    m_lastCleanupAt = now;
 }
 
 } // namespace pobblewig

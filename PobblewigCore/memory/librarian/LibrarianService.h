@@ -1,11 +1,9 @@
 #pragma once
 
 #include "features/Stores.h"
-#include "foundation/Moment.h"
-#include "memory/CleanupSnapshot.h"
 #include "memory/MemoryTiers.h"
 #include "memory/librarian/LibrarianLogic.h"
-#include "memory/librarian/LibrarianModel.h"
+#include "memory/librarian/NoteCleanup.h"
 #include "settings/AssistantRole.h"
 #include "settings/SettingsStore.h"
 
@@ -47,7 +45,7 @@ public:
     LibrarianService(const Stores& stores, const Moment& moment, ModelProviding& models);
 
     std::optional<TimePoint> lastRunAt() const { return m_lastRunAt; }
-    std::optional<TimePoint> lastCleanupAt() const { return m_lastCleanupAt; }
+    std::optional<TimePoint> lastCleanupAt() const { return m_cleanup.lastRunAt(); }
 
     /// The latest failure, or nothing since a run that went well.
     const std::optional<QString>& lastError() const { return m_lastError; }
@@ -66,8 +64,7 @@ public:
     Task<DailyCloseout> closeDailySession(DayToClose day);
     Task<WeeklyRollupResult> weeklyRollup(std::vector<PeriodSummary> dailies);
 
-    /// Rewrites the notes if they have grown too large. Changes nothing after a failure, or if the
-    /// user's own changes have made the answer outdated.
+    /// Rewrites the notes if they have grown too large.
     Task<> cleanupIfNeeded();
 
     /// Called when anything in memory is deleted, so that no run in progress restores what it has
@@ -96,17 +93,15 @@ private:
     Task<LibrarianExtractionResult> take(LibrarianModel::Answer answer, QString job, Origin origin);
     Task<LibrarianExtractionResult> store(
         ExtractionResult extraction, TimePoint occurredAt, TimePoint now);
-    void applyCleanup(const LibrarianModel::Answer& answer, const CleanupSnapshot& seen);
 
     const SettingsStore& m_settings;
     MemoryTiers& m_memory;
     const Moment& m_moment;
     LibrarianModel m_model;
+    NoteCleanup m_cleanup;
     /// Stops the runs begun since the memory was last deleted.
     std::stop_source m_stop;
-    bool m_isCleaningUp = false;
     std::optional<TimePoint> m_lastRunAt;
-    std::optional<TimePoint> m_lastCleanupAt;
     int m_revision = 0;
     std::optional<QString> m_lastError;
     std::optional<TimePoint> m_lastErrorAt;

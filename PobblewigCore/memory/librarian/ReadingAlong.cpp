@@ -33,7 +33,6 @@ Task<> ReadingAlong::afterChatTurn()
     ++m_turnsSinceExtraction;
     if (m_turnsSinceExtraction >= extractionIntervalTurns)
         co_await extractPendingTurns();
-    co_await m_librarian.cleanupIfNeeded();
 }
 
 bool ReadingAlong::isPressing() const
@@ -62,6 +61,8 @@ Task<> ReadingAlong::extractPendingTurns()
         m_memory.reference.tableOfContents().paths(), m_settings.settings().roles);
     if (--m_batchesUnderWay == 0)
         keepMark();
+    // The end of a session does not wait for it.
+    spawn(m_librarian.cleanupIfNeeded());
 }
 
 std::vector<ChatMessage> ReadingAlong::unread() const

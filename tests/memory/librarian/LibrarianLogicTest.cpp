@@ -1,5 +1,6 @@
 #include "memory/librarian/LibrarianLogic.h"
 
+#include "memory/CleanupGuard.h"
 #include "memory/librarian/CleanupLogic.h"
 #include "support/Joined.h"
 #include "support/TableRow.h"
@@ -135,21 +136,98 @@ private Q_SLOTS:
         QVERIFY2(isOvertaken(u"a b"_s, u"a b=x"_s) == true, "b was corrected");
     }
 
-    void whatTheModelDidNotSeeStays()
+    void aCleanupChangesOnlyWhatWasSeen()
     {
-        const auto kept = [](const QString& seen, const QString& current,
-                              const QString& rewritten) {
-            const auto result = CleanupLogic::withUnseen({ notes(rewritten), patterns(rewritten) },
-                { notes(seen), patterns(seen) }, notes(current), patterns(current));
-            return joined(result.notes, &MemoryNote::text) + u" & "_s
-                + joined(result.patterns, &PatternNote::text);
+        const auto cleaned = [](const char* existing, const char* seen, const char* rewritten) {
+            const auto words = [](const char* text) { return QString::fromLatin1(text); };
+            auto after = CleanupGuard::cleaned(
+                notes(words(existing)), notes(words(seen)), notes(words(rewritten)));
+            for (auto& note : after)
+                note.text += note.status == MemoryStatus::archived ? u"*"_s : QString();
+            return joined(after, &MemoryNote::text) + u" & "_s
+                + joined(CleanupGuard::cleaned(patterns(words(existing)), patterns(words(seen)),
+                             patterns(words(rewritten))),
+                    &PatternNote::text);
         };
-        QCOMPARE(kept(u"a b"_s, u"a b"_s, u"ab"_s), u"ab & ab");
-        QCOMPARE(kept(u"a b"_s, u"d c a b"_s, u"ab"_s), u"d|c|ab & ab|d|c");
-        // The model says it as well.
-        QCOMPARE(kept(u"a"_s, u"c b a"_s, u"x=B"_s), u"c|B & B|c");
-        // An archived one is kept elsewhere.
-        QCOMPARE(kept(u"a"_s, u"a c*"_s, u"a"_s), u"a & a|c");
+        QCOMPARE(cleaned("a b", "a b", "ab"), u"ab|a*|b* & ab");
+        QCOMPARE(cleaned("d a c b", "a b", "b=B ab"), u"ab|d|a*|c|B & d|c|B|ab");
+        QCOMPARE(cleaned("a c", "a", "a c=x"), u"a|c & a|x");
+        QCOMPARE(cleaned("a c*", "a", "a c"), u"a|c & a|c");
+    }
+
+    void aPortionHoldsWhatItsAnswerHasRoomFor()
+    {
+        const auto category = [](const char* words, MemoryCategory category) {
+            auto group = notes(QString::fromLatin1(words));
+            for (auto& note : group)
+                note.category = category;
+            return group;
+        };
+        CleanupSnapshot memory;
+        for (const auto& group : { category("a b", MemoryCategory::goals),
+                 category("c", MemoryCategory::history), category("d e", MemoryCategory::misc),
+                 category("f g h i", MemoryCategory::journeys) })
+            memory.notes.insert(memory.notes.begin(), group.begin(), group.end());
+        memory.notes.front().text = QString(1000, u'x');
+        memory.patterns = patterns(u"p q"_s);
+        // Each note takes 40.
+        const auto texts = [&](int answerTokens) {
+            return joined(CleanupLogic::portions(memory, answerTokens), [](const auto& portion) {
+                return joined(portion.notes, &MemoryNote::text).remove(u'|')
+                    + joined(portion.patterns, &PatternNote::text).toUpper().remove(u'|');
+            });
+        };
+        QCOMPARE(texts(130), u"abc|de|ghi|PQ"_s);
+        QCOMPARE(texts(90), u"ab|c|de|gh|i|PQ"_s);
+        memory.patterns.pop_back();
+        QCOMPARE(texts(1000), u"abcde"_s + QString(1000, u'x') + u"ghi"_s);
+    }
+
+    void aPortionShrinksButNotByHalf_data()
+    {
+        using enum CleanupLogic::Verdict;
+        columns<QString, CleanupLogic::Verdict>("rewritten", "verdict");
+        row("merged", "a b cd", good);
+        row("half is left", "a b", good);
+        row("more than half is lost", "a", tooShort);
+        row("nothing but crumbs", "a=x b=x c=x d=x", tooShort);
+        row("the same", "d c b a", noSmaller);
+        row("longer", "a b c ddddddddddddddddd", noSmaller);
+    }
+    void aPortionShrinksButNotByHalf()
+    {
+        QFETCH(QString, rewritten);
+        using CleanupLogic::verdict;
+        const auto words =
+            u"a=aaaaaaaaaaaaaaaaa b=bbbbbbbbbbbbbbb c=ccccccccccccccc d=ddddddddddddd"_s;
+        const CleanupSnapshot seen { notes(words), {} };
+        auto after = notes(rewritten);
+        for (auto& note : after) {
+            const auto same = std::ranges::find(seen.notes, note.id, &MemoryNote::id);
+            if (same != seen.notes.end() && note.text.size() == 1 && note.text != u"x")
+                note.text = same->text;
+        }
+        QTEST(verdict(seen, { after, {} }, now), "verdict");
+    }
+
+    void notesAreNotTriedTwiceADay()
+    {
+        auto old = notes(u"a b*"_s);
+        auto passing = notes(u"c"_s);
+        passing[0].isTemporary = true;
+        passing[0].expiresAt = now + days(1);
+        old.push_back(passing[0]);
+        const auto count = [&](std::optional<TimePoint> tried) {
+            return CleanupLogic::candidates({ old, patterns(u"p"_s) }, tried, now).notes.size();
+        };
+        QCOMPARE(count(std::nullopt), 1u);
+        QCOMPARE(count(now - days(1)), 1u);
+        QCOMPARE(count(now - days(1) + 1s), 0u);
+        QCOMPARE(count(now + 1s), 1u);
+        old[0].createdAt = now;
+        QCOMPARE(count(now - 1s), 0u);
+        old[0].text = QString(8000, u'x');
+        QCOMPARE(count(now - 1s), 1u);
     }
 };
 

@@ -29,6 +29,64 @@ std::vector<ChatMessage> window()
     return { { .text = u"I study law"_s, .timestamp = now, .sessionID = QUuid::createUuid() } };
 }
 
+/// A model that cleans up portions of notes in its own way.
+class RewritingProvider : public ScriptedProvider {
+public:
+    enum class Act {
+        /// Merges the first five notes into two.
+        well,
+        /// Keeps a third.
+        tooShort,
+        /// Would keep them all, but ends in the middle.
+        cut,
+        notAtAll
+    };
+
+    explicit RewritingProvider(Act act)
+        : m_act(act)
+    {
+    }
+
+    LLMStream streamChat(LLMRequest request) override
+    {
+        const auto& prompt = request.messages[0].content;
+        ++requests;
+        tokens += MemoryStore::estimateTokens(prompt) + request.maxTokens;
+        if (m_act == Act::notAtAll)
+            enqueue(TransportError { TransportError::Kind::timedOut, {} });
+        else
+            enqueue(answer(notesIn(prompt)));
+        return ScriptedProvider::streamChat(std::move(request));
+    }
+
+    int requests = 0;
+    int tokens = 0;
+
+private:
+    static QStringList notesIn(const QString& prompt)
+    {
+        QStringList notes;
+        for (const auto& line : prompt.split(u'\n')) {
+            if (const auto text = line.trimmed(); text.startsWith(u"\"text\": "))
+                notes += u"{%1}"_s.arg(text);
+        }
+        return notes;
+    }
+
+    QString answer(QStringList notes) const
+    {
+        if (m_act == Act::well)
+            notes = notes.mid(5) << quoted("{'text': 'One of %1'}").arg(requests)
+                                 << quoted("{'text': 'Two of %1'}").arg(requests);
+        else if (m_act == Act::tooShort)
+            notes = notes.mid(0, notes.size() / 3);
+        const auto text = u"{\"notes\": [%1]}"_s.arg(notes.join(u','));
+        return m_act == Act::cut ? text.first(text.size() / 2) : text;
+    }
+
+    Act m_act;
+};
+
 /// What each job but the cleanup came to.
 struct Runs {
     Result extraction;
@@ -125,6 +183,7 @@ private Q_SLOTS:
     {
         const LogLines log;
         fillNotes();
+        m_models.librarianSettings.maxOutputTokens = 1000;
         runAll();
         QStringList asked;
         for (const auto& request : m_model->requests()) {
@@ -196,15 +255,15 @@ private Q_SLOTS:
     {
         QFETCH(ScriptedProvider::Reply, reply);
         fillNotes();
-        const auto revision = m_memory->revision();
-        for (int call = 0; call < 10; ++call)
+        const auto notes = m_memory->notes.notes();
+        for (int call = 0; call < 12; ++call)
             m_model->enqueue(reply);
         const LogLines log;
         const auto [extraction, meeting, day, week] = runAll();
         QVERIFY(extraction == Result() && meeting == Result());
         QCOMPARE(day.unfinishedIntent.at(0).text, u"open"_s);
         QCOMPARE(week.summary, u"[2026-03-01] Rested."_s);
-        QCOMPARE(m_memory->revision(), revision);
+        QVERIFY(m_memory->notes.notes() == notes && m_memory->observations.count() == 0);
         QVERIFY(m_service->lastError() && !m_service->lastRunAt() && !m_service->lastCleanupAt());
         const auto lines = log.lines().join(u'\n');
         for (const auto* job :
@@ -264,8 +323,7 @@ private Q_SLOTS:
         fillNotes();
         m_memory->notes.addNote({ u"said"_s, {}, {}, MemorySource::explicitUser }, now);
         m_memory->notes.addNote({ u"old"_s }, now - days(2));
-        m_model->enqueueHeld(
-            quoted("{'notes': [{'text': 'OLD', 'source': 'explicitUser'}, {'text': 'Merged'}]}"));
+        m_model->enqueueHeld(rewritten({ u"OLD"_s, u"Merged"_s }));
         auto first = m_service->cleanupIfNeeded();
         auto second = m_service->cleanupIfNeeded();
         for (const auto& text : { u"new"_s, u"old"_s })
@@ -274,9 +332,10 @@ private Q_SLOTS:
         awaited(std::move(first));
         awaited(std::move(second));
         QCOMPARE(m_model->requests().size(), 1u);
-        QCOMPARE(activeTexts(), u"new|old|Merged|said");
-        QCOMPARE(m_memory->notes.notes()[1].observationCount, 2);
-        QVERIFY(m_memory->notes.notes()[1].source != MemorySource::explicitUser);
+        QVERIFY(activeTexts().startsWith(u"Merged|new|old|said|59"));
+        QCOMPARE(m_memory->notes.allNotes(MemoryStore::IncludeArchived::no).size(), 4u + 40u);
+        QCOMPARE(m_memory->notes.notes()[2].observationCount, 2);
+        QVERIFY(m_memory->notes.notes()[2].source != MemorySource::explicitUser);
         QCOMPARE(m_service->lastCleanupAt(), now);
     }
 
@@ -284,25 +343,68 @@ private Q_SLOTS:
     {
         fillNotes();
         m_memory->notes.addNote({ u"wrong"_s }, now);
-        m_model->enqueueHeld(quoted("{'notes': [{'text': 'This is wrong'}]}"));
+        m_model->enqueueHeld(rewritten({ u"This is wrong"_s }));
         auto cleanup = m_service->cleanupIfNeeded();
         m_memory->notes.correctNote(m_memory->notes.notes()[0].id, u"right"_s, now);
-        const auto revision = m_memory->revision();
+        const auto notes = m_memory->notes.notes();
         m_model->release();
         awaited(std::move(cleanup));
-        QCOMPARE(m_memory->revision(), revision);
+        QVERIFY(m_memory->notes.notes() == notes);
         QVERIFY(!m_service->lastCleanupAt() && !m_service->lastError());
-        m_model->enqueue(quoted("{'notes': [{'text': 'merged'}]}"));
+        m_stores->time += days(1);
+        m_model->enqueue(rewritten({}));
         awaited(m_service->cleanupIfNeeded());
-        QCOMPARE(m_service->lastCleanupAt(), now);
+        QCOMPARE(m_service->lastCleanupAt(), now + days(1));
+    }
+
+    void aCleanupNeverCostsMoreThanItIsWorth_data()
+    {
+        using Act = RewritingProvider::Act;
+        columns<int, Act, int, int, int>("notes", "act", "requests", "thousandTokens", "kept");
+        row("300, well", 300, Act::well, 7, 67, 279);
+        row("300, short", 300, Act::tooShort, 2, 19, 300);
+        row("300, cut", 300, Act::cut, 2, 19, 300);
+        row("300, not at all", 300, Act::notAtAll, 1, 9, 300);
+        row("600, well", 600, Act::well, 14, 135, 558);
+        row("600, short", 600, Act::tooShort, 2, 19, 600);
+        row("600, cut", 600, Act::cut, 2, 19, 600);
+        row("600, not at all", 600, Act::notAtAll, 1, 11, 600);
+        row("2,000, well", 2000, Act::well, 42, 433, 1874);
+        row("2,000, short", 2000, Act::tooShort, 2, 22, 2000);
+        row("2,000, cut", 2000, Act::cut, 2, 22, 2000);
+        row("2,000, not at all", 2000, Act::notAtAll, 1, 11, 2000);
+    }
+    /// Twenty attempts within a day.
+    void aCleanupNeverCostsMoreThanItIsWorth()
+    {
+        QFETCH(int, notes);
+        QFETCH(RewritingProvider::Act, act);
+        QFETCH(int, kept);
+        const LogLines log;
+        RewritingProvider model(act);
+        m_models.librarian = &model;
+        m_models.librarianSettings = {};
+        for (int number = 0; number < notes; ++number)
+            m_memory->notes.addNote({ .text = QString::number(number).leftJustified(80, u'x'),
+                                        .category = MemoryCategory(number % 7) },
+                now);
+        for (int attempt = 0; attempt < 20; ++attempt) {
+            awaited(m_service->cleanupIfNeeded());
+            m_stores->time += 1h;
+        }
+        QTEST(model.requests, "requests");
+        QTEST(model.tokens / 1000, "thousandTokens");
+        QCOMPARE(m_memory->notes.allNotes(MemoryStore::IncludeArchived::no).size(), size_t(kept));
+        QVERIFY(m_memory->notes.notes().size() >= size_t(notes));
     }
 
     void nothingForgottenComesBack()
     {
         fillNotes();
-        for (int job = 0; job < 4; ++job)
+        for (int job = 0; job < 3; ++job)
             m_model->enqueueHeld(quoted("{'notes': [{'text': 'secret'}], 'dailySummary': 'secret',"
                                         "'summary': 'secret'}"));
+        m_model->enqueueHeld(rewritten({ u"secret"_s }));
         auto extraction = extracting();
         auto day = m_service->closeDailySession({});
         auto week = m_service->weeklyRollup({ { .summary = u"secret"_s } });
@@ -323,7 +425,7 @@ private Q_SLOTS:
         const auto revision = m_memory->revision();
         m_model->enqueueHeld(
             quoted("{'notes': [{'text': 'secret'}], 'observations': [{'summary': 's'}]}"));
-        m_model->enqueueHeld(quoted("{'notes': [{'text': 'secret'}]}"));
+        m_model->enqueueHeld(rewritten({ u"secret"_s }));
         auto extraction = extracting();
         auto cleanup = m_service->cleanupIfNeeded();
         m_stores->setMemoryEnabled(false);
@@ -364,8 +466,21 @@ private:
     /// More than the soft target.
     void fillNotes()
     {
-        for (int number = 0; number < 30; ++number)
-            m_memory->notes.addNote({ QString::number(number).rightJustified(900, u'x') }, now);
+        // One portion.
+        m_models.librarianSettings.maxOutputTokens = 10'000;
+        for (int number = 0; number < 60; ++number)
+            m_memory->notes.addNote({ QString::number(number).leftJustified(450, u'x') }, now);
+    }
+    /// Two thirds of those notes, and others.
+    QString rewritten(const QStringList& others) const
+    {
+        QStringList entries;
+        for (const auto& text : others)
+            entries += quoted("{'text': '%1', 'source': 'explicitUser'}").arg(text);
+        for (int number = 59; number >= 20; --number)
+            entries +=
+                quoted("{'text': '%1'}").arg(QString::number(number).leftJustified(450, u'x'));
+        return quoted("{'notes': [%1]}").arg(entries.join(u','));
     }
     QString activeTexts() const
     {
