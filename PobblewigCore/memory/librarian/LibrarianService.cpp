@@ -14,10 +14,7 @@ LibrarianService::LibrarianService(
     , m_memory(stores.memory)
     , m_moment(moment)
     , m_model(stores.usage, models)
-    , m_cleanup({ m_settings, m_memory.notes, moment, m_model,
-          [this](const auto& answer, const auto& parse) {
-              return accepted<CleanupSnapshot>(answer, u"cleanup", parse);
-          } })
+    , m_cleanup({ m_settings, m_memory.notes, moment, m_model })
 {
 }
 

@@ -1,5 +1,6 @@
 #include "memory/librarian/NoteCleanup.h"
 
+#include "foundation/Log.h"
 #include "memory/librarian/CleanupLogic.h"
 #include "memory/librarian/LibrarianSchemas.h"
 #include "prompts/LibrarianPrompts.h"
@@ -11,6 +12,11 @@ namespace {
 /// The maximum length of an answer, as a multiple of the usual one.
 constexpr int tokenFactor = 3;
 constexpr int mostRefusals = 2;
+
+void logFailure(const QString& problem)
+{
+    Log::line(QStringLiteral("buddy: librarian cleanup failed: ") + problem);
+}
 
 } // namespace
 
@@ -46,6 +52,10 @@ Task<> NoteCleanup::run(std::stop_token stop)
 auto NoteCleanup::clean(CleanupSnapshot portion, TimePoint begun, std::stop_token stop)
     -> Task<Outcome>
 {
+    if (!mayRemember())
+        co_return Outcome::over;
+    if (isOvertaken(portion))
+        co_return Outcome::fine;
     const auto prompt = Prompts::cleanup(QString::fromUtf8(json::text(portion)));
     const auto answer =
         co_await m.model.ask({ prompt, LibrarianSchemas::cleanup(), tokenFactor }, stop);
@@ -53,20 +63,29 @@ auto NoteCleanup::clean(CleanupSnapshot portion, TimePoint begun, std::stop_toke
         co_return Outcome::over;
     if (m.notes.lastCleanupTriedAt() != begun)
         m.notes.markCleanupTried(begun);
-    const auto rewritten =
-        m.accepted(answer, [&](const QString& text) { return read(text, portion); });
-    if (!rewritten)
-        co_return *answer ? Outcome::refused : Outcome::over;
-    const auto isOvertaken =
-        CleanupLogic::isOvertaken(portion, m.notes.notes(), m.notes.allPatterns());
-    if (isOvertaken || (rewritten->notes.empty() && rewritten->patterns.empty()))
+    if (!*answer) {
+        logFailure(loggable(answer->error()));
+        co_return Outcome::over;
+    }
+    const auto rewritten = read(**answer, portion);
+    if (!rewritten) {
+        logFailure(rewritten.error());
+        co_return Outcome::refused;
+    }
+    if (isOvertaken(portion) || (rewritten->notes.empty() && rewritten->patterns.empty()))
         co_return Outcome::fine;
     m_lastRunAt = m.moment.now();
     m.notes.applyCleanup(portion, *rewritten, *m_lastRunAt);
     co_return Outcome::fine;
 }
 
-auto NoteCleanup::read(const QString& answer, const CleanupSnapshot& portion) const -> Parsed
+bool NoteCleanup::isOvertaken(const CleanupSnapshot& portion) const
+{
+    return CleanupLogic::isOvertaken(portion, m.notes.notes(), m.notes.allPatterns());
+}
+
+auto NoteCleanup::read(const QString& answer, const CleanupSnapshot& portion) const
+    -> LibrarianAnswers::Parsed<CleanupSnapshot>
 {
     using enum CleanupLogic::Verdict;
     const auto now = m.moment.now();

@@ -14,18 +14,12 @@ namespace pobblewig {
 /// Lives on the main thread, as long as the process.
 class NoteCleanup {
 public:
-    using Parsed = LibrarianAnswers::Parsed<CleanupSnapshot>;
-    using Parse = std::function<Parsed(const QString&)>;
-
     /// All of it must outlive this object.
     struct Dependencies {
         const SettingsStore& settings;
         MemoryStore& notes;
         const Moment& moment;
         LibrarianModel& model;
-        /// What an answer says, as `parse` reads it; nothing if it is of no use, which is recorded.
-        std::function<std::optional<CleanupSnapshot>(const LibrarianModel::Answer&, Parse)>
-            accepted;
     };
 
     explicit NoteCleanup(Dependencies dependencies);
@@ -42,8 +36,10 @@ private:
 
     Task<> run(std::stop_token stop);
     Task<Outcome> clean(CleanupSnapshot portion, TimePoint begun, std::stop_token stop);
+    bool isOvertaken(const CleanupSnapshot& portion) const;
     /// Empty if the portion stays as it is.
-    Parsed read(const QString& answer, const CleanupSnapshot& portion) const;
+    LibrarianAnswers::Parsed<CleanupSnapshot> read(
+        const QString& answer, const CleanupSnapshot& portion) const;
     bool mayRemember() const { return m.settings.settings().memoryEnabled; }
 
     Dependencies m;
