@@ -7,6 +7,15 @@
 
 namespace pobblewig {
 
+namespace {
+
+tl::expected<void, FileError> writeText(JSONFileStore file, std::function<QByteArray()> text)
+{
+    return file.write(text());
+}
+
+} // namespace
+
 StoreFile::StoreFile(
     const std::optional<DataDirectory>& directory, const QString& fileName, QString contents)
     : m_contents(std::move(contents))
@@ -27,8 +36,7 @@ Task<> StoreFile::writeBeside(std::function<QByteArray()> text)
     if (!m_file || m_file->isUnreadable())
         co_return;
     m_underWay.waitForFinished();
-    m_underWay = QtConcurrent::run(
-        [file = *m_file, text = std::move(text)]() -> Outcome { return file.write(text()); });
+    m_underWay = QtConcurrent::run(writeText, *m_file, std::move(text));
     const auto outcome = co_await m_underWay;
     // A later save has the last word.
     if (revision == m_revision)

@@ -75,6 +75,7 @@ std::vector<Section> sections(
     if (patterns.empty())
         return sections;
     sections.push_back({ QStringLiteral("Patterns"), {} });
+    sections.back().lines.reserve(patterns.size());
     for (const auto& pattern : patterns)
         sections.back().lines.push_back(line(pattern));
     return sections;
@@ -146,6 +147,7 @@ Section cut(const Section& section, qsizetype limit)
 QString withinLimit(std::vector<Section> sections, qsizetype limit)
 {
     std::vector<std::pair<qsizetype, Section*>> bySize;
+    bySize.reserve(sections.size());
     for (auto& section : sections)
         bySize.emplace_back(length(section), &section);
     std::ranges::sort(bySize);

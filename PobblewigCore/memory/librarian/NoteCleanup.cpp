@@ -21,7 +21,7 @@ void logFailure(const QString& problem)
 } // namespace
 
 NoteCleanup::NoteCleanup(Dependencies dependencies)
-    : m(std::move(dependencies))
+    : m(dependencies)
 {
 }
 
