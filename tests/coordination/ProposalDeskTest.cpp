@@ -126,7 +126,7 @@ private Q_SLOTS:
     void withoutCalendarsThereIsNoBannerButAReason()
     {
         UnavailableCalendarProvider none;
-        ProposalDesk desk(m->all, m->moment, { m->chat, m->modes, none, [] { } }, [] {});
+        ProposalDesk desk(m->all, m->moment, { m->chat, m->modes, none, [] {} }, [] {});
         awaited(desk.apply({ reminder("r") }));
         QCOMPARE(told(),
             QStringList(
@@ -244,9 +244,7 @@ private Q_SLOTS:
     {
         for (const auto* start : { "aaaaaaa1", "aaaaaaa2" }) {
             const QUuid id(text(start) + QStringLiteral("-0000-4000-8000-000000000000"));
-            auto notes = m->memory.notes.notes();
-            notes.push_back({ .id = id, .text = text(start) });
-            m->memory.notes.applyCleanup(notes, {}, now);
+            m->memory.notes.applyCleanup({}, { { { .id = id, .text = text(start) } }, {} }, now);
         }
         apply({ forgetNote(text("aaaaaaa")) });
         QCOMPARE(told(),

@@ -59,7 +59,7 @@ private Q_SLOTS:
         const MemoryNote tea { .id = numbered("aaaaaaa1"), .text = u"Likes \"%1\" tea\nhot"_s };
         MemoryNote old { .id = numbered("aaaaaaa2"), .text = u"Liked coffee"_s };
         old.status = MemoryStatus::archived;
-        m_memory->notes.applyCleanup({ tea, old }, {}, now);
+        m_memory->notes.applyCleanup({}, { { tea, old }, {} }, now);
         const auto add = [&](const char* id, const QString& path, const QString& title) {
             m_memory->reference.upsertItem({ .id = numbered(id), .path = path, .title = title });
         };
