@@ -1,6 +1,6 @@
 #include "AppCoordinator.h"
-#include "foundation/NetworkHTTPClient.h"
 #include "foundation/QtKeychainHelper.h"
+#include "network/CurlHTTPClient.h"
 
 #include <QCoreApplication>
 #include <QTemporaryDir>
@@ -31,7 +31,7 @@ void pollWithNothingDue(benchmark::State& state)
     directory.operations = operations;
     AppCoordinator coordinator({
         .directory = directory,
-        .http = std::make_unique<NetworkHTTPClient>(),
+        .http = std::make_unique<CurlHTTPClient>(),
         .keychain = std::make_unique<QtKeychainHelper>(),
         .environment = [] { return Environment(); },
         .wording = PlatformWording::linuxDesktop,

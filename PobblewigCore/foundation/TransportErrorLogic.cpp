@@ -22,88 +22,76 @@ TransportError error(Kind kind, const QString& text, const QUrl& url)
     return { kind, text.arg(serverName(url)) };
 }
 
-// The manager also reports statuses of 400 and above as errors, among the protocol's own errors.
-bool tellsAStatus(QNetworkReply::NetworkError error)
+} // namespace
+
+TransportError TransportErrorLogic::notAWebAddress(const QUrl& url)
 {
-    return error == QNetworkReply::ProxyAuthenticationRequiredError
-        || (error >= QNetworkReply::ContentAccessDenied && error != QNetworkReply::ProtocolFailure
-            && error != QNetworkReply::ContentReSendError);
+    const auto text = Texts::tr("“%1” is not a web address. Web addresses begin with “https://” "
+                                "or “http://”.");
+    const auto shown = url.toDisplayString(QUrl::RemoveUserInfo | QUrl::RemoveQuery);
+    return { Kind::unreachable, text.arg(shown) };
 }
 
-bool cameToItsEnd(const TransportErrorLogic::ReplyEnding& ending)
+TransportError TransportErrorLogic::serverNotFound(const QUrl& url)
 {
-    if (ending.isShort)
-        return false;
-    // The connection closed before the manager saw an answer, and the manager wanted to retry.
-    if (ending.error == QNetworkReply::ContentReSendError)
-        return !ending.isChunked;
-    return ending.error == QNetworkReply::NoError || tellsAStatus(ending.error);
+    return error(Kind::unreachable,
+        Texts::tr("No server named %1 was found. Check its address and the internet connection."),
+        url);
 }
 
-TransportError timedOut(const HTTPRequest& request)
+TransportError TransportErrorLogic::nothingAnswers(const QUrl& url)
+{
+    return error(Kind::unreachable,
+        Texts::tr("Nothing answers at %1. Check that the server is running and that its address is "
+                  "right."),
+        url);
+}
+
+TransportError TransportErrorLogic::notSecure(const QUrl& url)
+{
+    return error(Kind::unreachable,
+        Texts::tr("No secure connection to %1: its identity could not be confirmed. Check its "
+                  "address and this computer's date."),
+        url);
+}
+
+TransportError TransportErrorLogic::proxyIsSilent(const QUrl& url)
+{
+    return error(Kind::unreachable,
+        Texts::tr("The proxy on the way to %1 does not answer. Check the proxy settings."), url);
+}
+
+TransportError TransportErrorLogic::connectionFailed(const QUrl& url)
+{
+    return error(Kind::unreachable,
+        Texts::tr("The connection to %1 failed. Check the internet connection and try again."),
+        url);
+}
+
+TransportError TransportErrorLogic::answeredBadly(const QUrl& url)
+{
+    return error(Kind::unreachable,
+        Texts::tr("%1 did not answer properly. Check its address, or try again later."), url);
+}
+
+TransportError TransportErrorLogic::notHTTP(const QUrl& url)
+{
+    return error(
+        Kind::notHTTP, Texts::tr("%1 does not answer like a web server. Check its address."), url);
+}
+
+TransportError TransportErrorLogic::lostConnection(const QUrl& url)
+{
+    return error(Kind::truncated,
+        Texts::tr("The connection to %1 was lost in the middle of its answer. Try again."), url);
+}
+
+TransportError TransportErrorLogic::wentSilent(const HTTPRequest& request)
 {
     const auto seconds = std::chrono::ceil<std::chrono::seconds>(request.timeout).count();
     const auto text =
         Texts::tr("%1 sent nothing for %n seconds. Try again later.", nullptr, int(seconds));
     return { Kind::timedOut, text.arg(serverName(request.url)) };
-}
-
-TransportError noAnswer(QNetworkReply::NetworkError cause, const QUrl& url)
-{
-    switch (cause) {
-    case QNetworkReply::HostNotFoundError:
-        return error(Kind::unreachable,
-            Texts::tr("No server named %1 was found. Check its address and the internet "
-                      "connection."),
-            url);
-    case QNetworkReply::ConnectionRefusedError:
-        return error(Kind::unreachable,
-            Texts::tr("Nothing answers at %1. Check that the server is running and that its "
-                      "address is right."),
-            url);
-    case QNetworkReply::SslHandshakeFailedError:
-        return error(Kind::unreachable,
-            Texts::tr("No secure connection to %1: its identity could not be confirmed. Check "
-                      "its address and this computer's date."),
-            url);
-    case QNetworkReply::ProxyConnectionRefusedError:
-    case QNetworkReply::ProxyConnectionClosedError:
-    case QNetworkReply::ProxyNotFoundError:
-    case QNetworkReply::ProxyTimeoutError:
-        return error(Kind::unreachable,
-            Texts::tr("The proxy on the way to %1 does not answer. Check the proxy settings."),
-            url);
-    // A reply that is not HTTP also arrives here: the manager closes the connection to retry.
-    case QNetworkReply::RemoteHostClosedError:
-    case QNetworkReply::ContentReSendError:
-        return error(Kind::unreachable,
-            Texts::tr("%1 did not answer properly. Check its address, or try again later."), url);
-    case QNetworkReply::NoError:
-    case QNetworkReply::ProtocolFailure:
-        return error(Kind::notHTTP,
-            Texts::tr("%1 does not answer like a web server. Check its address."), url);
-    default:
-        return error(Kind::unreachable,
-            Texts::tr("The connection to %1 failed. Check the internet connection and try "
-                      "again."),
-            url);
-    }
-}
-
-} // namespace
-
-std::optional<TransportError> TransportErrorLogic::failure(
-    const ReplyEnding& ending, const HTTPRequest& request)
-{
-    if (ending.error == QNetworkReply::OperationCanceledError)
-        return timedOut(request);
-    if (!ending.hasHead)
-        return noAnswer(ending.error, request.url);
-    if (cameToItsEnd(ending))
-        return std::nullopt;
-    return error(Kind::truncated,
-        Texts::tr("The connection to %1 was lost in the middle of its answer. Try again."),
-        request.url);
 }
 
 TransportError TransportErrorLogic::tookTooLong(const HTTPRequest& request)
@@ -122,12 +110,10 @@ TransportError TransportErrorLogic::beganTooLate(const QUrl& url, std::chrono::m
     return { Kind::timedOut, text.arg(serverName(url)) };
 }
 
-TransportError TransportErrorLogic::notAWebAddress(const QUrl& url)
+TransportError TransportErrorLogic::headTooLarge(const QUrl& url)
 {
-    const auto text = Texts::tr("“%1” is not a web address. Web addresses begin with “https://” "
-                                "or “http://”.");
-    const auto shown = url.toDisplayString(QUrl::RemoveUserInfo | QUrl::RemoveQuery);
-    return { Kind::unreachable, text.arg(shown) };
+    return error(Kind::tooLarge,
+        Texts::tr("The answer from %1 has an oversized header and was discarded."), url);
 }
 
 TransportError TransportErrorLogic::bodyTooLarge(const QUrl& url)

@@ -1,12 +1,12 @@
 #include "PobblewigLinux/modules/NetworkModule.h"
 
-#include "foundation/NetworkHTTPClient.h"
+#include "network/CurlHTTPClient.h"
 
 namespace pobblewig {
 
 std::unique_ptr<HTTPClient> NetworkModule::makeHTTPClient()
 {
-    return std::make_unique<NetworkHTTPClient>();
+    return std::make_unique<CurlHTTPClient>();
 }
 
 } // namespace pobblewig

@@ -6,8 +6,8 @@
 #include "BlockingServer.h"
 #include "Figure.h"
 #include "foundation/Log.h"
-#include "foundation/NetworkHTTPClient.h"
 #include "memory/MemorySnapshot.h"
+#include "network/CurlHTTPClient.h"
 #include "support/FakeKeychain.h"
 
 #include <QCoreApplication>
@@ -108,7 +108,7 @@ AppCoordinator::Parts parts(const QDir& directory, const QUrl& model, const QUrl
         variable("LIBRARIAN_MODEL_API_KEY", QStringLiteral("key")) };
     return {
         .directory = directory,
-        .http = std::make_unique<NetworkHTTPClient>(),
+        .http = std::make_unique<CurlHTTPClient>(),
         .keychain = std::make_unique<FakeKeychain>(),
         .environment = [environment = std::move(environment)] { return environment; },
         .wording = PlatformWording::linuxDesktop,

@@ -6,7 +6,7 @@
 #include "Figure.h"
 #include "PobblewigDesktop/chat/ChatPanel.h"
 #include "foundation/FileOperations.h"
-#include "foundation/NetworkHTTPClient.h"
+#include "network/CurlHTTPClient.h"
 #include "prompts/MainAssistantPrompt.h"
 #include "support/FakeKeychain.h"
 #include "support/LoopbackServer.h"
@@ -94,7 +94,7 @@ AppCoordinator::Parts parts(const QDir& directory, const QUrl& model)
 {
     return {
         .directory = directory,
-        .http = std::make_unique<NetworkHTTPClient>(),
+        .http = std::make_unique<CurlHTTPClient>(),
         .keychain = std::make_unique<FakeKeychain>(),
         .environment =
             [model] {

@@ -5,7 +5,7 @@
 #include "AppCoordinator.h"
 #include "Figure.h"
 #include "StallWatch.h"
-#include "foundation/NetworkHTTPClient.h"
+#include "network/CurlHTTPClient.h"
 #include "support/FakeKeychain.h"
 
 #include <QCoreApplication>
@@ -74,7 +74,7 @@ struct Run {
 AppCoordinator::Parts parts(const DataDirectory& directory)
 {
     return { .directory = directory,
-        .http = std::make_unique<NetworkHTTPClient>(),
+        .http = std::make_unique<CurlHTTPClient>(),
         .keychain = std::make_unique<FakeKeychain>(),
         .environment = [] { return Environment(); },
         .wording = PlatformWording::linuxDesktop,

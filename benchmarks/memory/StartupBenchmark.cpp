@@ -1,5 +1,5 @@
 #include "AppCoordinator.h"
-#include "foundation/NetworkHTTPClient.h"
+#include "network/CurlHTTPClient.h"
 #include "support/FakeKeychain.h"
 
 #include <QCoreApplication>
@@ -77,7 +77,7 @@ AppCoordinator::Parts parts(const QDir& directory)
 {
     return {
         .directory = directory,
-        .http = std::make_unique<NetworkHTTPClient>(),
+        .http = std::make_unique<CurlHTTPClient>(),
         .keychain = std::make_unique<FakeKeychain>(),
         .environment = [] { return Environment(); },
         .wording = PlatformWording::linuxDesktop,

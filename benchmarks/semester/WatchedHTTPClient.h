@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/NetworkHTTPClient.h"
+#include "network/CurlHTTPClient.h"
 
 namespace pobblewig {
 
@@ -44,7 +44,7 @@ private:
     }
 
     std::function<void()> m_passTime;
-    NetworkHTTPClient m_network;
+    CurlHTTPClient m_network;
     int m_underWay = 0;
 };
 

@@ -5,7 +5,7 @@
 #include "BlockingServer.h"
 #include "Figure.h"
 #include "PobblewigDesktop/chat/ChatPanel.h"
-#include "foundation/NetworkHTTPClient.h"
+#include "network/CurlHTTPClient.h"
 #include "support/ScriptedModels.h"
 #include "support/ScriptedStores.h"
 #include "wire/OpenAICompatibleProvider.h"
@@ -155,7 +155,7 @@ struct Talk : ScriptedStores {
             qFatal("the chat does not listen");
     }
 
-    NetworkHTTPClient http;
+    CurlHTTPClient http;
     OpenAICompatibleProvider provider;
     ScriptedModels models;
     ChatService chat { all, moment,

@@ -3,7 +3,7 @@
 
 #include "BlockingServer.h"
 #include "Figure.h"
-#include "foundation/NetworkHTTPClient.h"
+#include "network/CurlHTTPClient.h"
 #include "support/Awaited.h"
 #include "wire/OpenAICompatibleProvider.h"
 
@@ -92,7 +92,7 @@ long peakMemoryInKB()
 void compare(const std::string& name, const std::vector<QByteArray>& pieces, int rounds)
 {
     const BlockingServer server(pieces);
-    NetworkHTTPClient http;
+    CurlHTTPClient http;
     const auto before = peakMemoryInKB();
     const auto ours =
         medianTiming(rounds, [&] { return awaited(timedReply(&http, server.url())); });

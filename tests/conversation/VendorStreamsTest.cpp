@@ -1,6 +1,6 @@
 #include "ChatFixture.h"
 #include "PobblewigDemoModel/DemoServer.h"
-#include "foundation/NetworkHTTPClient.h"
+#include "network/CurlHTTPClient.h"
 #include "support/LoopbackServer.h"
 #include "support/TableRow.h"
 #include "wire/OpenAICompatibleProvider.h"
@@ -211,7 +211,7 @@ private:
         co_return;
     }
 
-    NetworkHTTPClient m_http;
+    CurlHTTPClient m_http;
     std::unique_ptr<LoopbackServer> m_server;
     std::unique_ptr<OpenAICompatibleProvider> m_provider;
     std::unique_ptr<ChatFixture> m_chat;

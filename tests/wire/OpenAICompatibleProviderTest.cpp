@@ -1,6 +1,6 @@
 #include "wire/OpenAICompatibleProvider.h"
 
-#include "foundation/NetworkHTTPClient.h"
+#include "network/CurlHTTPClient.h"
 #include "support/Awaited.h"
 #include "support/LogLines.h"
 #include "support/LoopbackServer.h"
@@ -248,7 +248,7 @@ private:
 
     struct Connection {
         LoopbackServer server;
-        NetworkHTTPClient http;
+        CurlHTTPClient http;
     };
     std::unique_ptr<Connection> m;
     LoopbackServer m_other;

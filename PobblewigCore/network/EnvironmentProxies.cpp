@@ -1,4 +1,4 @@
-#include "foundation/EnvironmentProxies.h"
+#include "network/EnvironmentProxies.h"
 
 #include "foundation/ThisComputer.h"
 
@@ -17,29 +17,27 @@ bool covers(QStringView entry, const QString& host)
     return host.size() == entry.size() || host[host.size() - entry.size() - 1] == u'.';
 }
 
-QNetworkProxy parsedProxy(const QString& text)
+QUrl parsedProxy(const QString& text)
 {
-    const auto url = QUrl(text.contains(u"://") ? text : QStringLiteral("http://") + text);
-    if (url.host().isEmpty())
-        return QNetworkProxy::NoProxy;
-    const auto isSocks = url.scheme().startsWith(u"socks");
-    return { isSocks ? QNetworkProxy::Socks5Proxy : QNetworkProxy::HttpProxy, url.host(),
-        quint16(url.port(isSocks ? 1080 : 8080)), url.userName(), url.password() };
+    QUrl proxy(text.contains(u"://") ? text : QStringLiteral("http://") + text);
+    if (proxy.host().isEmpty())
+        return {};
+    const auto isSocks = proxy.scheme().startsWith(u"socks");
+    if (proxy.scheme() == u"socks" || proxy.scheme() == u"socks5")
+        proxy.setScheme(QStringLiteral("socks5h"));
+    if (proxy.port() < 0 && proxy.scheme() != u"https")
+        proxy.setPort(isSocks ? 1080 : 8080);
+    return proxy.adjusted(QUrl::RemovePath | QUrl::RemoveQuery | QUrl::RemoveFragment);
 }
 
 } // namespace
 
-QNetworkProxy EnvironmentProxies::proxyFor(const QUrl& url) const
+QUrl EnvironmentProxies::proxyFor(const QUrl& url) const
 {
     if (isReachedDirectly(url.host()))
-        return QNetworkProxy::NoProxy;
+        return {};
     const auto ofScheme = variable(url.scheme() + QStringLiteral("_proxy"));
     return parsedProxy(ofScheme.isEmpty() ? variable(QStringLiteral("all_proxy")) : ofScheme);
-}
-
-QList<QNetworkProxy> EnvironmentProxies::queryProxy(const QNetworkProxyQuery& query)
-{
-    return { proxyFor(query.url()) };
 }
 
 QString EnvironmentProxies::variable(const QString& name) const

@@ -1,4 +1,4 @@
-#include "foundation/LineSplitter.h"
+#include "network/LineSplitter.h"
 
 #include <utility>
 

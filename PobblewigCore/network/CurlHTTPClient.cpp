@@ -1,9 +1,7 @@
-#include "foundation/NetworkHTTPClient.h"
+#include "network/CurlHTTPClient.h"
 
-#include "foundation/EnvironmentProxies.h"
-#include "foundation/HTTPExchange.h"
-#include "foundation/LineSplitter.h"
 #include "foundation/TransportErrorLogic.h"
+#include "network/LineSplitter.h"
 
 #include <memory>
 
@@ -46,14 +44,14 @@ Task<> cutIntoLines(std::shared_ptr<HTTPParts> parts, HTTPStream::Sink lines, QU
 
 } // namespace
 
-NetworkHTTPClient::NetworkHTTPClient()
+CurlHTTPClient::CurlHTTPClient(const QProcessEnvironment& environment)
+    : m_proxies(environment)
 {
-    m_manager.setProxyFactory(new EnvironmentProxies(QProcessEnvironment::systemEnvironment()));
 }
 
-Task<tl::expected<HTTPResponse, TransportError>> NetworkHTTPClient::send(HTTPRequest request)
+Task<tl::expected<HTTPResponse, TransportError>> CurlHTTPClient::send(HTTPRequest request)
 {
-    const auto parts = HTTPExchange::start(m_manager, std::move(request));
+    const auto parts = start(std::move(request));
     HTTPResponse response;
     while (auto part = co_await parts.next()) {
         if (auto* head = std::get_if<HTTPResponse>(&*part))
@@ -66,15 +64,20 @@ Task<tl::expected<HTTPResponse, TransportError>> NetworkHTTPClient::send(HTTPReq
     co_return response;
 }
 
-HTTPStream NetworkHTTPClient::stream(HTTPRequest request)
+HTTPStream CurlHTTPClient::stream(HTTPRequest request)
 {
     const auto url = request.url;
-    const auto parts =
-        std::make_shared<HTTPParts>(HTTPExchange::start(m_manager, std::move(request)));
+    const auto parts = std::make_shared<HTTPParts>(start(std::move(request)));
     HTTPStream lines;
     lines.sink().setOnDrop([parts] { parts->close(); });
     spawn(cutIntoLines(parts, lines.sink(), url));
     return lines;
+}
+
+HTTPParts CurlHTTPClient::start(HTTPRequest request)
+{
+    const auto proxy = m_proxies.proxyFor(request.url);
+    return CurlTransfer::start(m_multi, m_transfers, std::move(request), proxy);
 }
 
 } // namespace pobblewig
