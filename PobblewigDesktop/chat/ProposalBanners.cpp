@@ -257,10 +257,10 @@ void ProposalBanners::showNewest()
 {
     if (!m_isArriving || m_banners.empty() || m_slide.state() == QPropertyAnimation::Running)
         return;
-    const auto* const newest = m_banners.back();
-    // The answers come last, so that nobody presses one before the rest has been in sight.
-    const auto isTall = newest->height() > viewport()->height();
-    verticalScrollBar()->setValue(isTall ? newest->y() : verticalScrollBar()->maximum());
+    // One that is too tall shows its beginning: nobody answers before the rest has been in sight.
+    const auto needed = m_banners.back()->heightForWidth(viewport()->width());
+    const auto hidden = std::max(0, needed - viewport()->height());
+    verticalScrollBar()->setValue(verticalScrollBar()->maximum() - hidden);
 }
 
 bool ProposalBanners::reveal(QWidget& control)

@@ -207,7 +207,9 @@ private Q_SLOTS:
         const auto tea = reminder(QStringLiteral("Tea"));
         for (const auto& proposals : { std::vector { tea, modeChange() }, { modeChange() } }) {
             m->panel.setProposals(proposals, {});
-            QCoreApplication::sendPostedEvents();
+            // Until the layout has come to rest; presses are held off for longer.
+            for (auto round = 0; round < 10; ++round)
+                QCoreApplication::processEvents();
             auto* const dismiss = button(QStringLiteral("mode"), "Dismiss");
             const auto place = middle(dismiss);
             click(place);
