@@ -378,6 +378,8 @@ void ChatService::failReply(const LLMFailure& failure, std::optional<QUuid> aske
         m_lastRequest.reset();
     }
     const auto isTooLong = complaint(failure) == ServerComplaint::contextOverflow;
+    if (isTooLong)
+        setNotice(std::nullopt);
     setLastError(description(failure), isTooLong ? Remedy::newSession : Remedy::retry);
 }
 

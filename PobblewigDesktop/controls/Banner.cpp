@@ -41,7 +41,7 @@ Banner::Banner(Kind kind, const QString& name, const QString& action, QWidget* p
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(12, 8, 8, 8);
     row->setSpacing(8);
-    row->addWidget(m_label, 1);
+    row->addWidget(m_label, 1, Qt::AlignVCenter);
     row->addWidget(m_action, 0, Qt::AlignTop);
     row->addWidget(m_close, 0, Qt::AlignTop);
     hide();
