@@ -79,18 +79,19 @@ ToolRunner::Place ToolRunner::place(const MemoryToolCall& call) const
     return m.executor ? Place::executor : Place::nowhere;
 }
 
-bool ToolRunner::mayRun(const MemoryToolCall& call) const
+MemoryToolExecutor::Permit ToolRunner::permit() const
 {
-    const auto* tool = m.tools.find(call.name);
-    return !m.stop.stop_requested() && (!tool || !tool->needsMemory || m.isMemoryEnabled());
+    return [this](const MemoryToolCall& call) {
+        const auto* tool = m.tools.find(call.name);
+        return !m.stop.stop_requested() && (!tool || !tool->needsMemory || m.isMemoryEnabled());
+    };
 }
 
 Task<std::vector<MemoryToolResult>> ToolRunner::executeAll(std::vector<MemoryToolCall> calls)
 {
     if (calls.empty())
         co_return {};
-    co_return co_await m.executor->executeAll(
-        std::move(calls), [this](const auto& call) { return mayRun(call); });
+    co_return co_await m.executor->executeAll(std::move(calls), permit());
 }
 
 Task<MemoryToolResult> ToolRunner::runHere(MemoryToolCall call)

@@ -60,7 +60,7 @@ private:
 
     std::vector<MemoryToolCall> forExecutor(const std::vector<MemoryToolCall>& calls) const;
     Place place(const MemoryToolCall& call) const;
-    bool mayRun(const MemoryToolCall& call) const;
+    MemoryToolExecutor::Permit permit() const;
     Task<std::vector<MemoryToolResult>> executeAll(std::vector<MemoryToolCall> calls);
     Task<MemoryToolResult> runHere(MemoryToolCall call);
     MemoryToolResult describeTool(const MemoryToolCall& call);

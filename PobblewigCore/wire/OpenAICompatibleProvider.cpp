@@ -158,7 +158,7 @@ Task<> readToTheEnd(std::shared_ptr<HTTPStream> lines)
 std::shared_ptr<QTimer> startPatience(const std::shared_ptr<HTTPStream>& lines,
     LLMStream::Sink events, TransportError tooLate, std::chrono::milliseconds limit)
 {
-    const auto patience = std::make_shared<QTimer>();
+    auto patience = std::make_shared<QTimer>();
     patience->setSingleShot(true);
     QObject::connect(patience.get(), &QTimer::timeout, patience.get(),
         [lines, events = std::move(events), tooLate = std::move(tooLate)] {
