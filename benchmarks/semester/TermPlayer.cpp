@@ -3,6 +3,7 @@
 #include "support/FakeKeychain.h"
 
 #include <QAbstractEventDispatcher>
+#include <QThreadPool>
 
 namespace pobblewig {
 
@@ -100,11 +101,14 @@ Environment TermPlayer::environment() const
 void TermPlayer::settle()
 {
     auto* const events = QAbstractEventDispatcher::instance();
+    const auto isBusy = [this] {
+        return !m_http->isIdle() || QThreadPool::globalInstance()->activeThreadCount() > 0;
+    };
     // What one event leaves behind may only be seen by the next look.
     for (int quietLooks = 0; quietLooks < 3; ++quietLooks) {
-        while (!m_http->isIdle())
+        while (isBusy())
             events->processEvents(QEventLoop::WaitForMoreEvents);
-        if (events->processEvents(QEventLoop::AllEvents) || !m_http->isIdle())
+        if (events->processEvents(QEventLoop::AllEvents) || isBusy())
             quietLooks = -1;
     }
 }
