@@ -4,8 +4,8 @@
 
 namespace pobblewig {
 
-/// The real network, which tells when nothing is under way. Each stream takes its time on the
-/// simulated clock.
+/// The real network, which tells when nothing is under way. Each stream's first line takes its time
+/// on the simulated clock.
 class WatchedHTTPClient : public HTTPClient {
 public:
     explicit WatchedHTTPClient(std::function<void()> passTime)
@@ -36,9 +36,10 @@ private:
     Task<> pass(std::shared_ptr<HTTPStream> lines, HTTPStream::Sink sink)
     {
         ++m_underWay;
-        while (auto line = co_await lines->next())
-            sink.push(*std::move(line));
+        auto line = co_await lines->next();
         m_passTime();
+        for (; line; line = co_await lines->next())
+            sink.push(*std::move(line));
         sink.finish(lines->error());
         --m_underWay;
     }
