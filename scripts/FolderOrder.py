@@ -15,7 +15,8 @@ def rooms(house, *folders):
 
 
 ORDER = rooms(
-    CORE, "foundation", "network", "tools", "features", "mascots", "settings", "prompts", "wire", "memory",
+    CORE, "foundation", "markdown", "network", "tools", "features", "mascots", "settings", "prompts",
+    "wire", "memory",
     "memory/history", "memory/librarian", "memory/recall", "folders", "screen",
     "activity", "connections", "connections/calendars", "connections/canvas",
     "connections/classroom", "conversation/proposals", "conversation", "memes", "notes", "cloud",
