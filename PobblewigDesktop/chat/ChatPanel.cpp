@@ -14,11 +14,13 @@
 #include "PobblewigDesktop/controls/PanelStyle.h"
 #include "prompts/VisionUserPrompt.h"
 
+#include <QDesktopServices>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QShortcut>
 #include <QStyle>
 #include <QToolButton>
+#include <QUrl>
 
 namespace pobblewig {
 
@@ -242,6 +244,8 @@ void ChatPanel::connectControls()
     connect(m_header, &ChatHeader::saveRequested, m_saving, &ConversationSaving::ask);
     connect(m_saving, &ConversationSaving::failed, this, &ChatPanel::setNotice);
     connect(m_view, &ConversationView::findRequested, m_findBar, &FindBar::open);
+    connect(m_view, &ConversationView::linkRequested, this,
+        [](const QString& address) { QDesktopServices::openUrl(QUrl(address)); });
     connect(m_findBar, &FindBar::closeRequested, m_find, &ConversationFind::close);
     connect(m_error, &Banner::actionTriggered, this, &ChatPanel::remedy);
     connect(m_cutOff, &Banner::actionTriggered, &m_chat, &ChatService::continueReply);

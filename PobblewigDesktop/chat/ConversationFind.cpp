@@ -52,7 +52,8 @@ void ConversationFind::step(int step)
 
 void ConversationFind::search()
 {
-    m_matches = FindLogic::matches(m_model.rows(), m_bar.wanted());
+    m_matches = FindLogic::matches(
+        m_model.rows(), m_bar.wanted(), [this](const auto& row) { return m_view.shownText(row); });
     if (m_current && std::ranges::find(m_matches, *m_current) == m_matches.end())
         m_current.reset();
     showCount();

@@ -22,7 +22,8 @@ struct MessageRange {
 struct ConversationMarks {
     MessageLayout::Marks of(const QUuid& message) const;
 
-    std::optional<MessageRange> selection;
+    /// By message; it can reach over several.
+    std::map<QUuid, TextRange> selection;
     std::map<QUuid, std::vector<TextRange>> matches;
     std::optional<MessageRange> currentMatch;
 };

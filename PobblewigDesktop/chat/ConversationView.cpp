@@ -1,6 +1,8 @@
 #include "PobblewigDesktop/chat/ConversationView.h"
 
 #include "PobblewigDesktop/chat/ConversationModel.h"
+#include "foundation/Text.h"
+#include "markdown/LinkAddress.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -10,8 +12,10 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QToolButton>
+#include <QToolTip>
 
 #include <algorithm>
+#include <utility>
 
 namespace pobblewig {
 
@@ -21,6 +25,11 @@ constexpr int lineStep = 20;
 constexpr int nearTheEnd = 8;
 constexpr int jumpSide = 32;
 constexpr int jumpMargin = 12;
+
+void setClipboard(const QString& text)
+{
+    QGuiApplication::clipboard()->setText(text);
+}
 
 } // namespace
 
@@ -42,6 +51,7 @@ ConversationView::ConversationView(ConversationModel& model, QWidget* parent)
     setAutoScroll(false);
     setFrameShape(NoFrame);
     viewport()->setCursor(Qt::IBeamCursor);
+    viewport()->setMouseTracking(true);
     verticalScrollBar()->setSingleStep(lineStep);
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &ConversationView::noteScrolling);
     connect(verticalScrollBar(), &QScrollBar::rangeChanged, this,
@@ -60,11 +70,23 @@ ConversationView::ConversationView(ConversationModel& model, QWidget* parent)
 
 QString ConversationView::textToCopy() const
 {
-    if (const auto& selection = m_marks.selection) {
-        if (const auto row = m_model.rowOf(selection->message))
-            return shownText(*row).mid(selection->range.start, selection->range.length);
+    QStringList texts;
+    for (const auto& row : m_model.rows()) {
+        const auto marked = m_marks.selection.find(row.id);
+        if (marked == m_marks.selection.end() || row.kind == ConversationRow::Kind::day)
+            continue;
+        texts += MessageLayout::asShown(m_layouts.layout(row).shown().copied(marked->second));
     }
-    return currentIndex().isValid() ? shownText(currentIndex().row()) : QString();
+    if (texts.isEmpty() && currentIndex().isValid())
+        texts += shownText(m_model.row(currentIndex().row()));
+    return texts.join(QStringLiteral("\n\n"));
+}
+
+QString ConversationView::shownText(const ConversationRow& row) const
+{
+    if (row.kind == ConversationRow::Kind::day)
+        return row.text;
+    return MessageLayout::asShown(m_layouts.layout(row).text());
 }
 
 void ConversationView::setTheme(const Palette& palette)
@@ -106,7 +128,7 @@ void ConversationView::followLatest()
 void ConversationView::copy() const
 {
     if (const auto text = textToCopy(); !text.isEmpty())
-        QGuiApplication::clipboard()->setText(text);
+        setClipboard(text);
 }
 
 void ConversationView::doItemsLayout()
@@ -171,7 +193,7 @@ void ConversationView::keyPressEvent(QKeyEvent* event)
     if (event->matches(QKeySequence::Copy))
         copy();
     else if (event->matches(QKeySequence::SelectAll) && currentIndex().isValid())
-        select(currentIndex(), { 0, m_model.row(currentIndex().row()).text.size() });
+        select({ currentIndex(), 0 }, { currentIndex(), layoutOf(currentIndex()).text().size() });
     else if (const auto found = scrolling.find(event->key()); found != scrolling.end())
         verticalScrollBar()->triggerAction(found->second);
     else if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)
@@ -182,33 +204,46 @@ void ConversationView::keyPressEvent(QKeyEvent* event)
 
 void ConversationView::mousePressEvent(QMouseEvent* event)
 {
-    const auto index = messageAt(event->position().toPoint());
+    const auto point = event->position().toPoint();
+    const auto index = messageAt(point);
     if (event->button() != Qt::LeftButton || !index.isValid()) {
         event->ignore();
         return;
     }
+    if (copyCodeAt(point))
+        return;
+    m_pressedLink = linkAt(point);
+    const auto extends =
+        event->modifiers().testFlag(Qt::ShiftModifier) && m_selectionOrigin.row.isValid();
     selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
-    m_selectionOrigin = positionIn(index, event->position().toPoint());
-    select(index, { m_selectionOrigin, 0 });
+    if (!extends)
+        m_selectionOrigin = placeAt(index, point);
+    select(m_selectionOrigin, placeAt(index, point));
 }
 
 void ConversationView::mouseMoveEvent(QMouseEvent* event)
 {
-    if (!(event->buttons() & Qt::LeftButton) || !currentIndex().isValid())
+    const auto point = event->position().toPoint();
+    if (!(event->buttons() & Qt::LeftButton)) {
+        showCursor(point);
         return;
-    const auto y = event->position().toPoint().y();
-    const auto beyond = y - std::clamp(y, 0, viewport()->height());
+    }
+    const auto beyond = point.y() - std::clamp(point.y(), 0, viewport()->height());
     verticalScrollBar()->setValue(verticalScrollBar()->value() + beyond);
-    const auto position = positionIn(currentIndex(), event->position().toPoint());
-    const auto [start, end] = std::minmax(m_selectionOrigin, position);
-    select(currentIndex(), { start, end - start });
+    if (const auto index = messageAt(point); index.isValid() && m_selectionOrigin.row.isValid())
+        select(m_selectionOrigin, placeAt(index, point));
 }
 
 void ConversationView::mouseReleaseEvent(QMouseEvent* event)
 {
+    if (event->button() != Qt::LeftButton)
+        return;
     auto* const clipboard = QGuiApplication::clipboard();
-    if (event->button() == Qt::LeftButton && m_marks.selection && clipboard->supportsSelection())
+    const auto link = std::exchange(m_pressedLink, {});
+    if (!m_marks.selection.empty() && clipboard->supportsSelection())
         clipboard->setText(textToCopy(), QClipboard::Selection);
+    else if (!link.isEmpty() && link == linkAt(event->position().toPoint()))
+        Q_EMIT linkRequested(link);
 }
 
 void ConversationView::mouseDoubleClickEvent(QMouseEvent* event)
@@ -217,7 +252,8 @@ void ConversationView::mouseDoubleClickEvent(QMouseEvent* event)
     if (!index.isValid())
         return;
     const auto position = positionIn(index, event->position().toPoint());
-    select(index, m_layouts.layout(m_model.row(index.row())).wordAt(position));
+    const auto word = layoutOf(index).wordAt(position);
+    select({ index, word.start }, { index, word.end() });
 }
 
 void ConversationView::contextMenuEvent(QContextMenuEvent* event)
@@ -226,21 +262,44 @@ void ConversationView::contextMenuEvent(QContextMenuEvent* event)
     const auto index = isByKeyboard ? currentIndex() : messageAt(event->pos());
     auto* const menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    if (m_marks.selection)
+    if (!m_marks.selection.empty())
         menu->addAction(tr("Copy selection"), this, &ConversationView::copy);
-    if (index.isValid()) {
-        const auto text = shownText(index.row());
-        menu->addAction(
-            tr("Copy message"), this, [text] { QGuiApplication::clipboard()->setText(text); });
-    }
+    if (!isByKeyboard)
+        addLinkActions(*menu, event->pos());
+    if (index.isValid())
+        addMessageActions(*menu, index);
     menu->addAction(tr("Find…"), this, &ConversationView::findRequested);
     menu->popup(
         isByKeyboard ? viewport()->mapToGlobal(visualRect(index).center()) : event->globalPos());
 }
 
-QString ConversationView::shownText(int row) const
+void ConversationView::addLinkActions(QMenu& menu, const QPoint& point)
 {
-    return MessageLayout::asShown(m_model.row(row).text);
+    const auto link = linkAt(point);
+    if (link.isEmpty())
+        return;
+    menu.addAction(tr("Open %1").arg(LinkAddress::origin(link)), this,
+        [this, link] { Q_EMIT linkRequested(link); });
+    menu.addAction(tr("Copy link"), this, [link] { setClipboard(link); });
+}
+
+void ConversationView::addMessageActions(QMenu& menu, const QModelIndex& index)
+{
+    const auto& row = m_model.row(index.row());
+    const auto& shown = layoutOf(index).shown();
+    menu.addAction(tr("Copy message"), this,
+        [text = MessageLayout::asShown(shown.copied({ 0, shown.text.size() }))] {
+            setClipboard(text);
+        });
+    if (shown.text != row.text)
+        menu.addAction(tr("Copy as Markdown"), this, [text = row.text] { setClipboard(text); });
+    for (const auto& block : shown.blocks) {
+        if (block.kind != StyledText::BlockKind::code)
+            continue;
+        const auto code = shown.text.mid(block.range.start, block.range.length);
+        const auto firstLine = Text::plainLine(code.section(u'\n', 0, 0), 24);
+        menu.addAction(tr("Copy code “%1”").arg(firstLine), this, [code] { setClipboard(code); });
+    }
 }
 
 void ConversationView::noteScrolling()
@@ -293,11 +352,64 @@ QModelIndex ConversationView::messageAt(const QPoint& point) const
     return index;
 }
 
-void ConversationView::select(const QModelIndex& index, const TextRange& range)
+auto ConversationView::placeAt(const QModelIndex& index, const QPoint& point) const -> TextPlace
 {
-    m_marks.selection.reset();
-    if (range.length > 0)
-        m_marks.selection = MessageRange { m_model.row(index.row()).id, range };
+    return { index, positionIn(index, point) };
+}
+
+MessageLayout& ConversationView::layoutOf(const QModelIndex& index) const
+{
+    return m_layouts.layout(m_model.row(index.row()));
+}
+
+QPointF ConversationView::textPoint(const QModelIndex& index, const QPoint& point) const
+{
+    const auto& row = m_model.row(index.row());
+    return point - m_delegate.textTop(row, visualRect(index).topLeft());
+}
+
+QString ConversationView::linkAt(const QPoint& point) const
+{
+    const auto index = messageAt(point);
+    return index.isValid() ? layoutOf(index).linkAt(textPoint(index, point)) : QString();
+}
+
+bool ConversationView::copyCodeAt(const QPoint& point)
+{
+    const auto index = messageAt(point);
+    const auto code = layoutOf(index).copyButtonAt(textPoint(index, point));
+    if (!code)
+        return false;
+    setClipboard(layoutOf(index).text().mid(code->start, code->length));
+    QToolTip::showText(viewport()->mapToGlobal(point), tr("Copied"), viewport());
+    return true;
+}
+
+void ConversationView::showCursor(const QPoint& point)
+{
+    const auto index = messageAt(point);
+    const auto isButton = index.isValid()
+        && (!linkAt(point).isEmpty() || layoutOf(index).copyButtonAt(textPoint(index, point)));
+    viewport()->setCursor(isButton ? Qt::PointingHandCursor : Qt::IBeamCursor);
+}
+
+void ConversationView::select(const TextPlace& from, const TextPlace& to)
+{
+    m_marks.selection.clear();
+    const auto isForward =
+        std::pair(from.row.row(), from.position) <= std::pair(to.row.row(), to.position);
+    const auto& first = isForward ? from : to;
+    const auto& last = isForward ? to : from;
+    for (auto number = first.row.row(); number <= last.row.row(); ++number) {
+        const auto& row = m_model.row(number);
+        if (row.kind == ConversationRow::Kind::day)
+            continue;
+        const auto start = number == first.row.row() ? first.position : 0;
+        const auto end =
+            number == last.row.row() ? last.position : m_layouts.layout(row).text().size();
+        if (end > start)
+            m_marks.selection[row.id] = { start, end - start };
+    }
     viewport()->update();
 }
 
@@ -315,7 +427,7 @@ void ConversationView::stepCurrent(int step)
     const auto wanted = currentIndex().isValid() ? currentIndex().row() + step : last;
     if (wanted < 0 || wanted > last)
         return;
-    m_marks.selection.reset();
+    m_marks.selection.clear();
     selectionModel()->setCurrentIndex(m_model.index(wanted), QItemSelectionModel::NoUpdate);
     scrollTo(currentIndex());
     viewport()->update();

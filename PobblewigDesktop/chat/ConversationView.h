@@ -7,6 +7,7 @@
 #include <QListView>
 #include <QTimer>
 
+class QMenu;
 class QToolButton;
 
 namespace pobblewig {
@@ -26,8 +27,11 @@ public:
 
     bool isFollowing() const { return m_isFollowing; }
 
-    /// Returns the marked text, or else the whole current message.
+    /// Returns the marked text, or else the whole current message, as it is shown.
     QString textToCopy() const;
+
+    /// Returns what a row shows, without markup.
+    QString shownText(const ConversationRow& row) const;
 
     void setTheme(const Palette& palette);
 
@@ -44,6 +48,9 @@ public:
 Q_SIGNALS:
     void findRequested();
 
+    /// The user wants to follow this link, on the web or of mail.
+    void linkRequested(const QString& address);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -57,6 +64,11 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
+    struct TextPlace {
+        QPersistentModelIndex row;
+        qsizetype position = 0;
+    };
+
     /// A place in the text, and its distance below the upper edge.
     struct Place {
         QPersistentModelIndex row;
@@ -64,25 +76,36 @@ private:
         int top = 0;
     };
 
-    QString shownText(int row) const;
     void noteScrolling();
     void keepPlace();
     void restorePlace();
     int topOf(const QModelIndex& index, qsizetype position) const;
     qsizetype positionIn(const QModelIndex& index, const QPoint& point) const;
     QModelIndex messageAt(const QPoint& point) const;
-    void select(const QModelIndex& index, const TextRange& range);
+    TextPlace placeAt(const QModelIndex& index, const QPoint& point) const;
+    MessageLayout& layoutOf(const QModelIndex& index) const;
+    /// The point within the text of its row.
+    QPointF textPoint(const QModelIndex& index, const QPoint& point) const;
+    QString linkAt(const QPoint& point) const;
+    bool copyCodeAt(const QPoint& point);
+    void select(const TextPlace& from, const TextPlace& to);
+    void showCursor(const QPoint& point);
+    void addLinkActions(QMenu& menu, const QPoint& point);
+    void addMessageActions(QMenu& menu, const QModelIndex& index);
     void stepCurrent(int step);
     void placeJumpButton();
 
     ConversationModel& m_model;
-    MessageLayouts m_layouts;
+    /// Reading a text and laying it out changes nothing that is shown.
+    mutable MessageLayouts m_layouts;
     ConversationMarks m_marks;
     MessageDelegate m_delegate;
     QToolButton* m_jump;
     QTimer m_nextSlice;
     Place m_place;
-    qsizetype m_selectionOrigin = 0;
+    TextPlace m_selectionOrigin;
+    /// The link on which the mouse was pressed.
+    QString m_pressedLink;
     bool m_isFollowing = true;
     bool m_isSettling = false;
 };

@@ -14,7 +14,7 @@ bool isSearched(const ConversationRow& row)
 } // namespace
 
 std::vector<MessageRange> FindLogic::matches(
-    const std::vector<ConversationRow>& rows, const QString& wanted)
+    const std::vector<ConversationRow>& rows, const QString& wanted, const ShownText& shownText)
 {
     std::vector<MessageRange> found;
     if (wanted.isEmpty())
@@ -22,8 +22,9 @@ std::vector<MessageRange> FindLogic::matches(
     for (const auto& row : rows) {
         if (!isSearched(row))
             continue;
-        auto start = row.text.indexOf(wanted, 0, Qt::CaseInsensitive);
-        for (; start >= 0; start = row.text.indexOf(wanted, start, Qt::CaseInsensitive)) {
+        const auto text = shownText(row);
+        auto start = text.indexOf(wanted, 0, Qt::CaseInsensitive);
+        for (; start >= 0; start = text.indexOf(wanted, start, Qt::CaseInsensitive)) {
             found.push_back({ row.id, { start, wanted.size() } });
             start += wanted.size();
         }

@@ -101,7 +101,12 @@ qsizetype MessageDelegate::positionAt(
 {
     if (row.kind == ConversationRow::Kind::day)
         return 0;
-    return m_layouts.layout(row).positionAt(point - boxes(row, topLeft).text.topLeft());
+    return m_layouts.layout(row).positionAt(point - textTop(row, topLeft));
+}
+
+QPointF MessageDelegate::textTop(const ConversationRow& row, const QPointF& topLeft) const
+{
+    return boxes(row, topLeft).text.topLeft();
 }
 
 QSize MessageDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex& index) const
@@ -155,6 +160,10 @@ void MessageDelegate::paintMessage(
     }
     const MessageLayout::Ink ink { .text = row.kind == ConversationRow::Kind::note ? m_palette.muted
                                                                                    : m_palette.text,
+        .muted = m_palette.muted,
+        .link = m_palette.link,
+        .code = m_palette.code,
+        .line = m_palette.hairline,
         .selection = m_palette.selection,
         .match = m_palette.match,
         .currentMatch = m_palette.currentMatch };
@@ -190,7 +199,7 @@ void MessageDelegate::paintFooter(
 void MessageDelegate::paintCaret(
     QPainter& painter, const ConversationRow& row, const QPointF& origin) const
 {
-    const auto& layout = m_layouts.layout(row);
+    auto& layout = m_layouts.layout(row);
     const auto cursor = layout.cursorAt(layout.text().size()).translated(origin);
     const auto side = std::round(cursor.height() * 0.18);
     const QRectF caret(

@@ -31,6 +31,9 @@ public:
     const Palette& palette() const { return m_palette; }
     Boxes boxes(const ConversationRow& row, const QPointF& topLeft) const;
 
+    /// Returns where the text of a row at `topLeft` begins.
+    QPointF textTop(const ConversationRow& row, const QPointF& topLeft) const;
+
     /// Returns where the line with this position of the text begins, for a row at `topLeft`.
     int lineTop(const ConversationRow& row, const QPointF& topLeft, qsizetype position) const;
     qsizetype positionAt(

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "PobblewigDesktop/chat/MessageSegment.h"
+#include "markdown/MarkdownText.h"
+
 #include <QColor>
 #include <QFont>
 #include <QPointF>
@@ -7,7 +10,6 @@
 #include <QString>
 
 #include <limits>
-#include <memory>
 #include <optional>
 #include <vector>
 
@@ -15,21 +17,12 @@ class QPainter;
 
 namespace pobblewig {
 
-/// A stretch of a message's text.
-struct TextRange {
-    qsizetype start = 0;
-    qsizetype length = 0;
-
-    qsizetype end() const { return start + length; }
-    bool operator==(const TextRange&) const = default;
-};
-
 /// The lines of one message at one width.
 ///
 /// However long the message is, appending costs as much as the addition, and drawing as much as the
 /// visible part: paragraphs are cut into segments of bounded length, and only the last segment is
-/// still open. Layout can be spread over several calls of `layOut`; until it is complete, the
-/// height is an estimate.
+/// still open; a table is laid out as a whole. Layout can be spread over several calls of `layOut`;
+/// until it is complete, the height is an estimate. Positions are those of the shown text.
 class MessageLayout {
 public:
     enum class Alignment {
@@ -40,10 +33,15 @@ public:
         centred,
     };
 
+    enum class Markup { plain, markdown };
+
     struct Shape {
+        qreal lineHeight() const;
+
         QFont font;
         qreal width = 0;
         Alignment alignment = Alignment::natural;
+        Markup markup = Markup::plain;
 
         bool operator==(const Shape&) const = default;
     };
@@ -57,6 +55,12 @@ public:
 
     struct Ink {
         QColor text;
+        QColor muted = {};
+        QColor link = {};
+        /// Behind code.
+        QColor code = {};
+        /// Beside quotations and between the rows of a table.
+        QColor line = {};
         QColor selection;
         QColor match;
         QColor currentMatch;
@@ -69,17 +73,19 @@ public:
     static constexpr auto everything = std::numeric_limits<qsizetype>::max();
 
     explicit MessageLayout(Shape shape);
-    MessageLayout(MessageLayout&&) noexcept;
-    MessageLayout& operator=(MessageLayout&&) noexcept;
-    ~MessageLayout();
 
-    const QString& text() const { return m_text; }
+    /// The text as it was written.
+    const QString& source() const { return m_source; }
+
+    /// Reads the text if that has not happened yet.
+    const StyledText& shown();
+    const QString& text() { return shown().text; }
     qreal width() const { return m_shape.width; }
     qreal height() const;
 
     /// The width of the widest line; for a snug layout, also the place of its right edge.
     qreal contentWidth() const { return m_contentWidth; }
-    bool isComplete() const { return m_laidOut == m_text.size(); }
+    bool isComplete() const { return !m_isUnread && m_laidOut == content().text.size(); }
 
     /// Returns the position closest to the point, within the text that is laid out.
     qsizetype positionAt(const QPointF& point) const;
@@ -87,33 +93,57 @@ public:
     /// Returns the text cursor before this position, one pixel wide and as high as its line.
     QRectF cursorAt(qsizetype position) const;
     TextRange wordAt(qsizetype position) const;
+
+    /// The link under the point, or an empty text.
+    QString linkAt(const QPointF& point) const;
+
+    /// The code whose copy button is under the point.
+    std::optional<TextRange> copyButtonAt(const QPointF& point) const;
+    const Shape& shape() const { return m_shape; }
+    const MessageSegments& segments() const { return m_segments; }
+
+    /// What is shown of the text as far as it has been read.
+    const StyledText& content() const;
+
+    /// Where the lines of a segment begin.
+    qreal left(const MessageSegment& segment) const;
     void draw(QPainter& painter, const QPointF& origin, const QRectF& clip, const Ink& ink,
         const Marks& marks = {}) const;
 
     /// Keeps the layout of what both texts have in common at the beginning.
-    void setText(const QString& text);
+    void setText(const QString& text, MarkdownText::Growth growth = MarkdownText::Growth::whole);
     void setShape(const Shape& shape);
 
     /// Lays out about this many more characters and returns how many it did.
     qsizetype layOut(qsizetype characters = everything);
 
 private:
-    struct Segment;
-
+    void read();
+    qsizetype readPlain();
     void restart();
     void rewind(qsizetype position);
     void takePiece();
+    void takeTable();
     void openSegment();
+    qreal nextTop(bool isBlockStart) const;
     void freezeFullLines();
-    void placeLines(Segment& segment, int mostLines);
-    qreal shift(const Segment& segment) const;
-    const Segment& segmentAt(qsizetype position) const;
-    void drawMatches(QPainter& painter, const QPointF& origin, const Segment& segment,
-        const Ink& ink, const Marks& marks) const;
+    void placeLines(MessageSegment& segment, int mostLines);
+    void placeRow(std::vector<MessageSegment>& cells, const std::vector<qreal>& widths, qreal top);
+    MessageSegment cell(std::size_t block, qsizetype table) const;
+    std::size_t endOfTable(std::size_t block) const;
+    QString textOf(const MessageSegment& segment) const;
+    void turn(MessageSegment& segment, bool rightToLeft) const;
+    const MessageSegment& segmentAt(qsizetype position) const;
+    const MessageSegment* segmentAt(const QPointF& point) const;
 
     Shape m_shape;
-    QString m_text;
-    std::vector<Segment> m_segments;
+    QString m_source;
+    MarkdownText::Growth m_growth = MarkdownText::Growth::whole;
+    /// The source has changed since it was read.
+    bool m_isUnread = false;
+    StyledText m_plain;
+    MarkdownText m_markdown;
+    MessageSegments m_segments;
     qsizetype m_laidOut = 0;
     qreal m_contentWidth = 0;
     qreal m_lineHeight = 0;

@@ -11,6 +11,8 @@ namespace pobblewig {
 
 namespace {
 
+using Growth = MarkdownText::Growth;
+
 constexpr int margin = 16;
 constexpr int bubblePadding = 12;
 constexpr int longestLine = 62;
@@ -52,12 +54,13 @@ MessageLayout& MessageLayouts::layout(const ConversationRow& row)
     if (row.isReplyInProgress()) {
         if (!m_reply)
             m_reply.emplace(shapeFor(row));
-        m_reply->setText(row.text);
+        m_reply->setText(
+            row.text, row.kind == ConversationRow::Kind::preview ? Growth::growing : Growth::whole);
         return *m_reply;
     }
     const auto [place, isNew] = m_messages.try_emplace(row.id, shapeFor(row));
     const auto continuesReply = row.kind == ConversationRow::Kind::assistant && m_reply
-        && isSameText(m_reply->text(), row.text);
+        && isSameText(m_reply->source(), row.text);
     if (isNew && continuesReply)
         place->second = *std::exchange(m_reply, std::nullopt);
     place->second.setText(row.text);
@@ -100,7 +103,8 @@ MessageLayout::Shape MessageLayouts::shapeFor(const ConversationRow& row) const
         return { measure.captionFont, std::max<qreal>(1, measure.columnWidth - 2 * noteInset),
             Alignment::centred };
     default:
-        return { measure.font, qreal(measure.columnWidth), Alignment::natural };
+        return { measure.font, qreal(measure.columnWidth), Alignment::natural,
+            MessageLayout::Markup::markdown };
     }
 }
 

@@ -228,7 +228,7 @@ QImage ContactSheet::poster(double ratio)
     return image;
 }
 
-QImage ContactSheet::panels()
+QImage ContactSheet::panels(const std::vector<PanelScene>& scenes)
 {
     struct Tile {
         QString caption;
@@ -236,7 +236,7 @@ QImage ContactSheet::panels()
     };
     std::vector<Tile> tiles;
     QSize largest;
-    for (const auto& scene : PanelScenes::all()) {
+    for (const auto& scene : scenes) {
         for (const auto scheme : { ColorScheme::light, ColorScheme::dark }) {
             tiles.push_back({ scene.name, scene.picture(scheme) });
             largest = largest.expandedTo(tiles.back().picture.size());

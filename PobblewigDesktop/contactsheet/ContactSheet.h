@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PobblewigDesktop/contactsheet/PanelScenes.h"
+
 #include <QByteArray>
 #include <QImage>
 
@@ -12,8 +14,8 @@ QImage sheet(double ratio);
 /// One moment of each scene, each by another sprite.
 QImage poster(double ratio);
 
-/// The chat panel in each of its states, on bright and on dark.
-QImage panels();
+/// The chat panel in each of these scenes, in light and dark.
+QImage panels(const std::vector<PanelScene>& scenes);
 
 /// A day in the life of the buddy, as an animated PNG.
 QByteArray film(double ratio);

@@ -1,8 +1,9 @@
 // Draws everything that the buddy does, and the chat panel in all its states, into pictures.
-// Usage: contact-sheet sheet|poster|film|panels FILE.png [RATIO], where the ratio is that of device
-// pixels; panels have that of the screen.
+// Usage: contact-sheet sheet|poster|film|panels|replies FILE.png [RATIO], where the ratio is that
+// of device pixels; panels and replies have that of the screen.
 
 #include "PobblewigDesktop/contactsheet/ContactSheet.h"
+#include "PobblewigDesktop/contactsheet/ReplyScenes.h"
 
 #include <QApplication>
 #include <QFile>
@@ -30,7 +31,8 @@ int main(int argc, char** argv)
     const auto ratio = arguments.value(3, QStringLiteral("1")).toDouble();
     if (kind == u"film")
         return write(ContactSheet::film(ratio), name) ? 0 : 1;
-    const auto image = kind == u"panels" ? ContactSheet::panels()
+    const auto image = kind == u"panels" ? ContactSheet::panels(PanelScenes::all())
+        : kind == u"replies"             ? ContactSheet::panels(ReplyScenes::all())
         : kind == u"poster"              ? ContactSheet::poster(ratio)
                                          : ContactSheet::sheet(ratio);
     return image.save(name) ? 0 : 1;

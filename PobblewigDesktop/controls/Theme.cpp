@@ -40,6 +40,7 @@ Palette neutral(ColorScheme scheme)
             .hairline = 0xE9E2DB,
             .outline = 0x8F847D,
             .danger = 0xB3261E,
+            .code = 0xF5F0EA,
             .match = 0xFFE9A8,
             .currentMatch = 0xFFC24D };
     return { .scheme = scheme,
@@ -50,6 +51,7 @@ Palette neutral(ColorScheme scheme)
         .hairline = 0x3A3432,
         .outline = 0x7F7671,
         .danger = 0xFFB4AB,
+        .code = 0x2A2625,
         .match = 0x544619,
         .currentMatch = 0x7D5B00 };
 }
@@ -77,6 +79,16 @@ QColor moreReadable(const QColor& ground, const QColor& one, const QColor& other
     return Theme::contrast(one, ground) >= Theme::contrast(other, ground) ? one : other;
 }
 
+/// The accent, with as much of the text's colour as it takes to be read as text.
+QColor linkColor(const Palette& palette)
+{
+    constexpr double forText = 4.5;
+    auto link = palette.accent;
+    for (auto share = 0.1; Theme::contrast(link, palette.window) < forText; share += 0.1)
+        link = mixed(palette.text, share, palette.accent);
+    return link;
+}
+
 } // namespace
 
 QStringList Theme::accentIDs()
@@ -93,6 +105,7 @@ Palette Theme::palette(ColorScheme scheme, const QString& accentID)
     const auto& accent = *std::ranges::find(accents, accentChoice(accentID), &Accent::choice);
     palette.accent = scheme == ColorScheme::light ? accent.light : accent.dark;
     palette.onAccent = moreReadable(palette.accent, QColor(0xFFFFFF), QColor(0x17110F));
+    palette.link = linkColor(palette);
     palette.bubble = mixed(palette.accent, 0.14, palette.window);
     palette.selection = mixed(palette.accent, 0.34, palette.window);
     return palette;

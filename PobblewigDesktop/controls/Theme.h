@@ -23,12 +23,15 @@ struct Palette {
     /// The edge of a control.
     QColor outline;
     QColor danger;
-    /// The one primary control of a view, focus rings and links.
+    /// The one primary control of a view, and focus rings.
     QColor accent;
+    QColor link;
     /// Text and icons on the accent.
     QColor onAccent;
     /// Behind the user's own words.
     QColor bubble;
+    /// Behind code.
+    QColor code;
     QColor selection;
     /// Behind the matches of a search, and behind the current one.
     QColor match;

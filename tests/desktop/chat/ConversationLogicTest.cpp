@@ -80,10 +80,11 @@ private Q_SLOTS:
             { .kind = Kind::assistant, .id = QUuid::createUuid(), .text = QStringLiteral("xAA") },
             { .kind = Kind::preview, .text = QStringLiteral("aa") },
         };
-        const auto found = FindLogic::matches(rows, QStringLiteral("aa"));
+        const auto sourceOf = [](const auto& row) { return row.text; };
+        const auto found = FindLogic::matches(rows, QStringLiteral("aa"), sourceOf);
         QCOMPARE(found,
             (std::vector<MessageRange> { { rows[1].id, { 0, 2 } }, { rows[2].id, { 1, 2 } } }));
-        QVERIFY(FindLogic::matches(rows, {}).empty());
+        QVERIFY(FindLogic::matches(rows, {}, sourceOf).empty());
 
         QCOMPARE(FindLogic::neighbour(found, std::nullopt, 1), 1u);
         QCOMPARE(FindLogic::neighbour(found, found[1], 1), 0u);

@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QTest>
 #include <QToolButton>
 
@@ -137,7 +138,7 @@ private Q_SLOTS:
             Qt::LeftButton, {});
         QCoreApplication::sendEvent(m_view->viewport(), &move);
         QTest::mouseRelease(m_view->viewport(), Qt::LeftButton, {}, end);
-        QCOMPARE(m_view->textToCopy(), QStringLiteral("Message 2 says this. "));
+        QCOMPARE(m_view->textToCopy(), QStringLiteral("Message 2 says this."));
 
         QTest::mouseDClick(m_view->viewport(), Qt::LeftButton, {}, inFirstLine + QPoint(8, 0));
         QTest::keyClick(m_view.get(), Qt::Key_C, Qt::ControlModifier);
@@ -150,9 +151,42 @@ private Q_SLOTS:
         m_view->setFocus();
         for (auto number = 4; number >= 1; --number) {
             QTest::keyClick(m_view.get(), Qt::Key_C, Qt::ControlModifier);
-            QCOMPARE(QGuiApplication::clipboard()->text(), m_model->row(number - 1).text);
+            QCOMPARE(QGuiApplication::clipboard()->text().trimmed(),
+                m_model->row(number - 1).text.trimmed());
             QTest::keyClick(m_view.get(), Qt::Key_Up);
         }
+    }
+
+    void aSelectionReachesAcrossMessages()
+    {
+        show(rows(1, 3, 1));
+        const auto at = [this](int row, int x) {
+            return m_view->visualRect(m_model->index(row)).topLeft() + QPoint(x, 14);
+        };
+        QTest::mousePress(m_view->viewport(), Qt::LeftButton, {}, at(2, 370));
+        QTest::mousePress(m_view->viewport(), Qt::LeftButton, Qt::ShiftModifier, at(1, 10));
+        QCOMPARE(m_view->textToCopy().count(QStringLiteral("says this")), 2);
+        QVERIFY(m_view->textToCopy().contains(QStringLiteral(".\n\n"))
+            || m_view->textToCopy().contains(QStringLiteral(". \n\n")));
+    }
+
+    void linksAndCodeAnswerToTheMouse()
+    {
+        auto message = rows(2, 2, 1);
+        message.front().text = QStringLiteral("[page](https://kde.org)\n\n```\nint **a;\n\nb\n```");
+        show(message);
+        const QSignalSpy links(m_view.get(), &ConversationView::linkRequested);
+        const auto row = m_view->visualRect(m_model->index(0));
+        QTest::mouseClick(m_view->viewport(), Qt::LeftButton, {}, row.topLeft() + QPoint(24, 8));
+        QCOMPARE(links.size(), 1);
+        QCOMPARE(links.first().first().toString(), QStringLiteral("https://kde.org"));
+        for (auto y = 24; y < row.height(); y += 8) {
+            QTest::mouseClick(
+                m_view->viewport(), Qt::LeftButton, {}, row.topRight() + QPoint(-30, y));
+            if (QGuiApplication::clipboard()->text() == QStringLiteral("int **a;\n\nb"))
+                return;
+        }
+        QFAIL("no button copies the code");
     }
 
     void onlyWhatIsShownIsCopied()

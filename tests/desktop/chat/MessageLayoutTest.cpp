@@ -1,5 +1,6 @@
 #include "PobblewigDesktop/chat/MessageLayout.h"
 
+#include "PobblewigDesktop/chat/TableColumns.h"
 #include "support/TableRow.h"
 
 #include <QImage>
@@ -10,21 +11,30 @@ namespace pobblewig {
 namespace {
 
 using Alignment = MessageLayout::Alignment;
+using Growth = MarkdownText::Growth;
+using Markup = MessageLayout::Markup;
 
-MessageLayout layoutOf(const QString& text, Alignment alignment = Alignment::natural)
+MessageLayout layoutOf(
+    const QString& text, Alignment alignment = Alignment::natural, Markup markup = Markup::plain)
 {
-    MessageLayout layout({ QFont(), 300, alignment });
+    MessageLayout layout({ QFont(), 300, alignment, markup });
     layout.setText(text);
     layout.layOut();
     return layout;
 }
 
 const auto prose = QStringLiteral("A small crab walks over the desk, looks around, and sits. ");
+const auto markdown =
+    QStringLiteral("# Plan\n\n1. **one** `two`\n   - [three](https://kde.org)\n\n> four\n\n"
+                   "| a | b |\n|---|---|\n| five five five | six |\n| 7 | 8 |\n\n"
+                   "```cpp\nint nine;\n\n  ten();\n```\n\n---\nEnd\n\n");
 const auto arabic = QStringLiteral("هل نبدأ بمراجعة الفصل الثالث من الكتاب معا؟ ");
 
 /// Nothing if both show the same lines.
-QString difference(const MessageLayout& one, const MessageLayout& other)
+QString difference(MessageLayout one, MessageLayout other)
 {
+    if (one.text() != other.text())
+        return QStringLiteral("the texts");
     if (one.height() != other.height())
         return QStringLiteral("heights %1 and %2").arg(one.height()).arg(other.height());
     for (qsizetype position = 0; position < one.text().size(); position += 7) {
@@ -53,26 +63,33 @@ private Q_SLOTS:
         row("both directions", (arabic + prose + u'\n' + prose + arabic).repeated(9));
         row("emoji", QStringLiteral("🙂👩‍👩‍👧‍👦 ok ").repeated(200));
         row("a line that never ends", u'e' + QString(5000, QChar(0x0301)));
+        row("markdown", markdown.repeated(12));
+        row("a long table", markdown.section(u'|', 1) + u"| row | row |\n"_s.repeated(90));
+        row("right to left lists", u"- "_s + arabic + u"\n\n> "_s + arabic);
     }
     void everyWayOfGrowingShowsTheSameAsTheWhole()
     {
         QFETCH(QString, text);
-        const auto whole = layoutOf(text);
-        for (const qsizetype piece : { 37, 700 }) {
-            MessageLayout grown({ QFont(), 300, Alignment::natural });
-            for (auto end = piece; end < text.size() + piece; end += piece) {
-                grown.setText(text.first(std::min(end, text.size())));
+        for (const auto markup : { Markup::plain, Markup::markdown }) {
+            const MessageLayout::Shape shape { QFont(), 300, Alignment::natural, markup };
+            for (const qsizetype piece : { 97, 700 }) {
+                MessageLayout grown(shape);
+                for (auto end = piece; end < text.size(); end += piece) {
+                    grown.setText(text.first(end), Growth::growing);
+                    grown.layOut();
+                }
+                grown.setText(text);
                 grown.layOut();
+                QCOMPARE(
+                    difference(std::move(grown), layoutOf(text, shape.alignment, markup)), u""_s);
             }
-            QCOMPARE(grown.text(), text);
-            QCOMPARE(difference(grown, whole), QString());
+            MessageLayout sliced(shape);
+            sliced.setText(text);
+            for (auto slices = text.size() / 500 + 1; slices > 0; --slices)
+                sliced.layOut(500);
+            QVERIFY(sliced.isComplete());
+            QCOMPARE(difference(std::move(sliced), layoutOf(text, shape.alignment, markup)), u""_s);
         }
-        MessageLayout sliced({ QFont(), 300, Alignment::natural });
-        sliced.setText(text);
-        for (auto slices = text.size() / 500 + 1; slices > 0; --slices)
-            sliced.layOut(500);
-        QVERIFY(sliced.isComplete());
-        QCOMPARE(difference(sliced, whole), QString());
     }
 
     void anotherEndShowsTheSameAsTheWhole_data()
@@ -94,7 +111,7 @@ private Q_SLOTS:
         auto changed = layoutOf(before);
         changed.setText(after);
         changed.layOut();
-        QCOMPARE(difference(changed, layoutOf(after)), QString());
+        QCOMPARE(difference(std::move(changed), layoutOf(after)), QString());
     }
 
     void theHeightIsEstimatedUntilItIsKnown()
@@ -122,6 +139,30 @@ private Q_SLOTS:
         }
         QCOMPARE(layout.positionAt({ 0, -100 }), layout.positionAt({ 0, 0 }));
         QVERIFY(layout.positionAt({ 1000, 1e6 }) <= text.size());
+    }
+
+    void buttonsAndLinksAreFound()
+    {
+        auto layout = layoutOf(
+            u"[a](https://kde.org) b\n\n```\ncode\n```"_s, Alignment::natural, Markup::markdown);
+        const auto at = [&layout](qsizetype position) {
+            return layout.cursorAt(position).center() + QPointF(2, 0);
+        };
+        QCOMPARE(layout.linkAt(at(0)), u"https://kde.org"_s);
+        QCOMPARE(layout.linkAt(at(layout.text().indexOf(u'b'))), QString());
+        QCOMPARE(layout.linkAt({ 290, at(0).y() }), QString());
+        const auto code = layout.text().indexOf(u"code"_s);
+        const auto head = layout.cursorAt(code).top() - 10;
+        QCOMPARE(layout.copyButtonAt({ 280, head }), (TextRange { code, 4 }));
+        QVERIFY(!layout.copyButtonAt({ 100, head }));
+        QVERIFY(!layout.copyButtonAt({ 280, at(code).y() }));
+    }
+
+    void aWideTableSharesTheRoom()
+    {
+        QCOMPARE(
+            TableColumns::widths({ 50, 400, 300 }, 350), (std::vector<qreal> { 50, 150, 150 }));
+        QCOMPARE(TableColumns::widths({ 50, 20 }, 350), (std::vector<qreal> { 50, 20 }));
     }
 
     void aParagraphBeginsAtTheSideOfItsScript()
@@ -152,7 +193,9 @@ private Q_SLOTS:
     void onlyMarkedTextIsMarked()
     {
         const auto layout = layoutOf(prose.repeated(4));
-        const MessageLayout::Ink ink { Qt::black, Qt::green, Qt::yellow, Qt::red };
+        const MessageLayout::Ink ink {
+            .text = Qt::black, .selection = Qt::green, .match = Qt::yellow, .currentMatch = Qt::red
+        };
         const MessageLayout::Marks marks {
             .selection = TextRange { 100, 20 },
             .matches = { { 2, 5 }, { 60, 5 } },

@@ -28,9 +28,11 @@ private Q_SLOTS:
                 QVERIFY2(Theme::contrast(color, ground) >= least, qPrintable(pair));
             }
         };
-        check(palette.text, { palette.window, palette.surface, palette.bubble }, forText);
+        check(palette.text, { palette.window, palette.surface, palette.bubble, palette.code },
+            forText);
+        check(palette.link, { palette.window }, forText);
         check(palette.text, { palette.selection, palette.match, palette.currentMatch }, forText);
-        check(palette.muted, { palette.window, palette.surface }, forText);
+        check(palette.muted, { palette.window, palette.surface, palette.code }, forText);
         check(palette.danger, { palette.surface }, forText);
         check(palette.onAccent, { palette.accent }, forText);
         check(palette.accent, { palette.window, palette.surface }, forControls);
