@@ -1,5 +1,6 @@
 #include "markdown/MarkdownReader.h"
 
+#include "markdown/EmojiRuns.h"
 #include "markdown/LinkAddress.h"
 #include "markdown/MarkdownEntity.h"
 
@@ -367,7 +368,7 @@ MD_PARSER parser()
 StyledText MarkdownReader::read(const QString& markdown)
 {
     static const auto rules = parser();
-    const auto source = withoutDefinitions(withWholeDelimiters(markdown)).toUtf8();
+    const auto source = withoutDefinitions(withWholeDelimiters(withJoinedEmoji(markdown))).toUtf8();
     Writer text;
     if (md_parse(source.constData(), static_cast<MD_SIZE>(source.size()), &rules, &text) != 0)
         return StyledText::plain(markdown);

@@ -1,12 +1,15 @@
 #include "markdown/StyledText.h"
 
+#include "markdown/EmojiRuns.h"
+
 #include <algorithm>
 
 namespace pobblewig {
 
 StyledText StyledText::plain(const QString& text)
 {
-    return { .text = text, .blocks = { { .range = { 0, text.size() } } }, .spans = {} };
+    const auto shown = withJoinedEmoji(text);
+    return { .text = shown, .blocks = { { .range = { 0, shown.size() } } }, .spans = {} };
 }
 
 std::size_t StyledText::blockAt(qsizetype position) const

@@ -1,5 +1,7 @@
 #include "PobblewigDesktop/chat/BlockStyle.h"
 
+#include "PobblewigDesktop/controls/EmojiFont.h"
+
 #include <QFontDatabase>
 #include <QFontMetricsF>
 
@@ -88,6 +90,7 @@ QList<QTextLayout::FormatRange> BlockStyles::formats(
         formats.append({ static_cast<int>(from - part.start), static_cast<int>(to - from),
             formatOf(span->looks, font) });
     }
+    formats += EmojiFont::formats(QStringView(text.text).mid(part.start, part.length));
     return formats;
 }
 

@@ -1,5 +1,7 @@
 #include "PobblewigDesktop/chat/MessageInput.h"
 
+#include "PobblewigDesktop/controls/EmojiHighlighter.h"
+
 #include <QAbstractTextDocumentLayout>
 #include <QKeyEvent>
 #include <QPainter>
@@ -24,6 +26,7 @@ MessageInput::MessageInput(QWidget* parent)
 {
     setAccessibleName(tr("Message"));
     setTabChangesFocus(true);
+    new EmojiHighlighter(document());
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(document()->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, this,

@@ -199,9 +199,8 @@ void MessageLayout::read()
 
 qsizetype MessageLayout::readPlain()
 {
-    const auto same = std::ranges::mismatch(m_source, m_plain.text).in1 - m_source.begin();
-    m_plain = StyledText::plain(m_source);
-    return same;
+    const auto before = std::exchange(m_plain, StyledText::plain(m_source)).text;
+    return std::ranges::mismatch(before, m_plain.text).in1 - before.begin();
 }
 
 void MessageLayout::restart()

@@ -63,10 +63,11 @@ std::vector<PanelScene> ReplyScenes::all()
                 "**التمثيل الضوئي** عملية تصنع بها النباتات غذاءها:\n\n1. امتصاص الضوء\n2. "
                 "تحليل الماء\n\n- يستخدم `CO2`\n\n> ينتج الأكسجين.")),
         answered("reply, emoji", QStringLiteral("❤️ ☕ 👍🏽 🏳️‍🌈"),
-            QStringLiteral("# 🎓 Well done 🎉\n\n- ❤️ heart, ☕ coffee, ✔ tick, ☀️ sun\n- 👍🏽 "
-                           "thumb, 🏳️‍🌈 flag, "
-                           "👩‍👩‍👧‍👦 family, 1️⃣ keycap\n- © and ™ are text, 12 # "
-                           "too")),
+            QStringLiteral(
+                "# 🎓 Well done 🎉\n\n- ❤️ heart, ☕ coffee, ✔ tick, ☀️ sun\n- 👍🏽 "
+                "thumb, 🏳️‍🌈 flag, "
+                "👩‍👩‍👧‍👦 family, 1️⃣ keycap\n- © and ™ are text, 12 # "
+                "too")),
     };
 }
 

@@ -1,4 +1,5 @@
 #include "markdown/MarkdownText.h"
+#include "markdown/EmojiRuns.h"
 
 #include "support/TableRow.h"
 
@@ -115,7 +116,7 @@ private Q_SLOTS:
                 u"|a|b|\n|-|-|\n"_s + u"|some text|more|\n"_s.repeated(1200),
                 u"1. item\n"_s.repeated(2500) }) {
             MarkdownText grown;
-            const auto step = std::max<qsizetype>(1, source.size() / 700);
+            const auto step = std::max<qsizetype>(1, source.size() / 200);
             for (auto end = step; end < source.size(); end += step) {
                 const auto before = grown.shown();
                 const auto same = grown.setSource(source.first(end), Growth::growing);
@@ -151,6 +152,19 @@ private Q_SLOTS:
         const auto table = whole(u"|a|\n|-|\n"_s + u"|some text in here|\n"_s.repeated(1000));
         QCOMPARE(table.blocks.size(), 1001u);
         QCOMPARE(table.blocks.back().row, 1000);
+    }
+
+    void emojiAreFoundWhole()
+    {
+        for (const auto& emoji :
+            { u"❤️"_s, u"☕"_s, u"👍🏽"_s, u"🏳️‍🌈"_s, u"👩‍👩‍👧‍👦"_s,
+                u"1️⃣"_s, u"🇩🇪🇫🇷"_s, u"🏴󠁧󠁢󠁥󠁮󠁧󠁿"_s }) {
+            const auto found = emojiRuns(u"a "_s + emoji + u" b"_s);
+            QCOMPARE(found, (std::vector<TextRange> { { 2, emoji.size() } }));
+        }
+        for (const auto& text :
+            { u"plain 12 # *"_s, u"© ™ → ✔ ☀"_s, u"☕︎"_s, u"नमस्ते é"_s, QString(QChar(0xD83D)) })
+            QVERIFY2(emojiRuns(text).empty(), qPrintable(text));
     }
 
     void copiesWithEmptyLines()
