@@ -1,34 +1,12 @@
 #include "markdown/MarkdownChunks.h"
 
+#include "markdown/MarkdownLines.h"
+
 #include <algorithm>
 
 namespace pobblewig {
 
 namespace {
-
-bool isBlank(QStringView line)
-{
-    return line.trimmed().isEmpty();
-}
-
-/// The fence with which the line begins or ends code, such as "```"; empty if it does not.
-QStringView fenceOf(QStringView line)
-{
-    const auto text = line.trimmed();
-    if (text.isEmpty() || (text.front() != u'`' && text.front() != u'~'))
-        return {};
-    const auto isSame = [&text](QChar character) { return character == text.front(); };
-    const auto length = std::ranges::find_if_not(text, isSame) - text.begin();
-    const auto isFence = length >= 3 && !text.sliced(length).contains(u'`');
-    return isFence ? text.first(length) : QStringView();
-}
-
-bool isDelimiterRow(QStringView line)
-{
-    const auto isOfRow = [](QChar character) { return QStringView(u"|-: \t").contains(character); };
-    return line.contains(u'|') && line.contains(u'-')
-        && std::ranges::all_of(line.trimmed(), isOfRow);
-}
 
 /// What the line may continue even after a blank one.
 bool mayContinue(QStringView line)
@@ -43,53 +21,6 @@ bool beginsItem(QStringView line)
     return !text.isEmpty()
         && (text.front().isDigit() || QStringView(u"-*+#>|").contains(text.front()));
 }
-
-/// Follows the lines of a text and knows what they are in.
-class Reading {
-public:
-    explicit Reading(const QString& opening)
-        : m_opening(opening)
-    {
-        if (const auto fence = fenceOf(opening); !fence.isEmpty())
-            m_fence = fence.toString();
-    }
-
-    bool isInCode() const { return !m_fence.isEmpty(); }
-    const QString& opening() const { return m_opening; }
-
-    void read(QStringView line)
-    {
-        if (isInCode())
-            readCode(line);
-        else if (const auto fence = fenceOf(line); !fence.isEmpty())
-            begin(fence, line);
-        else if (isBlank(line))
-            m_opening.clear();
-        else if (isDelimiterRow(line) && m_previous.contains(u'|'))
-            m_opening = QStringLiteral("%1\n%2\n").arg(m_previous, line.trimmed());
-        m_previous = line;
-    }
-
-private:
-    void begin(QStringView fence, QStringView line)
-    {
-        m_fence = fence.toString();
-        m_opening = line.trimmed().toString() + u'\n';
-    }
-
-    void readCode(QStringView line)
-    {
-        const auto fence = fenceOf(line);
-        if (!fence.startsWith(m_fence) || fence.size() != line.trimmed().size())
-            return;
-        m_fence.clear();
-        m_opening.clear();
-    }
-
-    QString m_opening;
-    QString m_fence;
-    QStringView m_previous;
-};
 
 /// Where a text that does not end by itself is cut: after a line, or else after a word.
 qsizetype cut(QStringView text, qsizetype lastLine)
@@ -106,30 +37,30 @@ qsizetype cut(QStringView text, qsizetype lastLine)
 
 auto MarkdownChunks::first(QStringView rest, const QString& opening) -> Chunk
 {
-    Reading reading(opening);
+    MarkdownLines lines(opening);
     const auto room = std::min(rest.size(), longestChunk);
     qsizetype start = 0;
     auto afterBlank = false;
     while (start < room) {
         const auto lineEnd = rest.indexOf(u'\n', start);
         const auto line = rest.sliced(start, (lineEnd < 0 ? rest.size() : lineEnd) - start);
-        if (afterBlank && !isBlank(line) && !mayContinue(line))
+        if (afterBlank && !MarkdownLines::isBlank(line) && !mayContinue(line))
             return { .length = start };
         if (lineEnd < 0 || lineEnd >= room)
             break;
-        reading.read(line);
-        afterBlank = isBlank(line) && !reading.isInCode();
+        lines.read(line);
+        afterBlank = MarkdownLines::isBlank(line) && !lines.isInCode();
         start = lineEnd + 1;
     }
     if (rest.size() <= longestChunk)
         return {};
-    return { cut(rest.first(longestChunk), start), reading.opening(), true };
+    return { cut(rest.first(longestChunk), start), lines.opening(), true };
 }
 
 auto MarkdownChunks::end(QStringView rest, const QString& opening) -> End
 {
-    Reading reading(opening);
-    End end { .isInCode = reading.isInCode() };
+    MarkdownLines lines(opening);
+    End end { .isInCode = lines.isInCode() };
     qsizetype start = 0;
     while (start < rest.size()) {
         const auto lineEnd = rest.indexOf(u'\n', start);
@@ -138,11 +69,11 @@ auto MarkdownChunks::end(QStringView rest, const QString& opening) -> End
             end.paragraph = start;
         if (lineEnd < 0)
             break;
-        reading.read(line);
+        lines.read(line);
         start = lineEnd + 1;
-        if (isBlank(line) || end.isInCode != reading.isInCode())
+        if (MarkdownLines::isBlank(line) || end.isInCode != lines.isInCode())
             end.paragraph = start;
-        end.isInCode = reading.isInCode();
+        end.isInCode = lines.isInCode();
     }
     return end;
 }

@@ -84,12 +84,14 @@ private Q_SLOTS:
         row("item of code", u"- ```\n  x\n  ```"_s, u"-p[• ] -code()[x]"_s);
         row("quotations", u"> a\n> > b\n\nc"_s, u">p[a] >>p[b] p[c]"_s);
         row("code", u"```py x\na\n\n  b\n```"_s, u"code(py)[a//  b]"_s);
+        row("code as it is", u"```\n[a]: b\n-|-\n🏳️‍🌈\n```"_s,
+            u"code()[[a]: b/-|-/🏳\u200D🌈]"_s);
         row("code without an end", u"~~~\na"_s, u"code()[a]"_s);
         row("table", u"|a|*b*|\n|-|:-:|\n|c|"_s,
             u"cell0.0[{2:a}] cell0.1[{3:b}] cell1.0[c] cell1.1[]"_s);
         row("rule", u"a\n\n***\nb"_s, u"p[a] rule[] p[b]"_s);
         row("no HTML", u"<script>x</script>\n\n<b>y</b>"_s, u"p[<script>x</script>] p[<b>y</b>]"_s);
-        row("no footnotes", u"a[^1] [b][2]\n\n[^1]: c\n[2]: https://d.org"_s,
+        row("no footnotes", u"a[^1] [b][2]\n\n[^1]: c\n  [2]: https://d.org"_s,
             u"p[a[^1] [b][2]] p[[^1]: c/[2]: {0@:https://d.org}]"_s);
         row("entities", u"&lt;&#65;&nope;&#0;"_s, u"p[<A&nope;\uFFFD]"_s);
         row("links", u"[a](https://b.org/c) <https://b.org> [b.org/x](http://b.org/y)"_s,
