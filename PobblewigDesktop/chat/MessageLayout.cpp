@@ -2,7 +2,7 @@
 
 #include "PobblewigDesktop/chat/BlockStyle.h"
 #include "PobblewigDesktop/chat/MessagePainter.h"
-#include "PobblewigDesktop/chat/TableColumns.h"
+#include "PobblewigDesktop/chat/TableLayout.h"
 
 #include <QFontMetricsF>
 #include <QTextBoundaryFinder>
@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace pobblewig {
 
@@ -29,19 +30,6 @@ bool endsParagraph(QChar character)
         || character == QChar::ParagraphSeparator;
 }
 
-QTextOption option(
-    bool isRightToLeft, MessageLayout::Alignment alignment, StyledText::Align cellAlign)
-{
-    QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    option.setTextDirection(isRightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
-    const auto isCentred =
-        alignment == MessageLayout::Alignment::centred || cellAlign == StyledText::Align::centre;
-    const auto isAtRight = isRightToLeft || cellAlign == StyledText::Align::right;
-    option.setAlignment(isCentred ? Qt::AlignHCenter : isAtRight ? Qt::AlignRight : Qt::AlignLeft);
-    return option;
-}
-
 QStringView paragraphStart(QStringView piece)
 {
     const auto end = std::ranges::find_if(piece, endsParagraph);
@@ -57,13 +45,7 @@ qreal MessageLayout::Shape::lineHeight() const
 
 QString MessageLayout::asShown(const QString& text)
 {
-    auto shown = text;
-    for (auto& character : shown) {
-        const auto isControl = character.category() == QChar::Other_Control;
-        if (isControl && character != u'\t' && !endsParagraph(character))
-            character = u' ';
-    }
-    return shown;
+    return LineLayout::asShown(text);
 }
 
 MessageLayout::MessageLayout(Shape shape)
@@ -246,13 +228,11 @@ void MessageLayout::takePiece()
     const auto taken = paragraphStart(offered);
     segment.length += taken.size();
     m_laidOut += taken.size();
-    const auto text = textOf(segment);
     if (!segment.continuesParagraph)
-        turn(segment, text.isRightToLeft());
-    segment.lines->setText(asShown(text));
-    segment.lines->setFormats(
-        BlockStyles::formats(content(), { segment.start, segment.length }, m_shape.font));
-    placeLines(segment, std::numeric_limits<int>::max());
+        turn(segment,
+            QStringView(content().text).mid(segment.start, segment.length).isRightToLeft());
+    LineLayout::fill(segment, content(), m_shape.font);
+    placeLines(segment);
     if (taken.size() < offered.size()) {
         segment.isOpen = false;
         ++m_laidOut;
@@ -263,80 +243,10 @@ void MessageLayout::takePiece()
 
 void MessageLayout::takeTable()
 {
-    const auto first = content().blockAt(m_laidOut);
-    const auto end = endOfTable(first);
-    std::vector<qreal> widths;
-    std::vector<MessageSegment> cells;
-    for (auto block = first; block < end; ++block) {
-        const auto column = static_cast<std::size_t>(content().blocks[block].column);
-        cells.push_back(cell(block, m_laidOut));
-        widths.resize(std::max(widths.size(), column + 1));
-        widths[column] = std::max(widths[column],
-            std::ceil(cells.back().lines->lineAt(0).naturalTextWidth())
-                + 2 * BlockStyle::cellPadding);
-    }
-    const auto indent = BlockStyles::style(content().blocks[first], m_shape.font).indent;
-    widths = TableColumns::widths(std::move(widths), m_shape.width - indent);
-    auto top = nextTop(true);
-    std::vector<MessageSegment> row;
-    for (auto& next : cells) {
-        if (content().blocks[next.block].column == 0 && !row.empty()) {
-            placeRow(row, widths, top);
-            top = m_segments.back().bottom();
-        }
-        row.push_back(std::move(next));
-    }
-    placeRow(row, widths, top);
+    const TableLayout table(content(), rules(), m_shape.width);
+    auto cells = table.cells(content().blockAt(m_laidOut), nextTop(true));
+    std::ranges::move(cells, std::back_inserter(m_segments));
     m_laidOut = std::min(content().text.size(), m_segments.back().end() + 1);
-}
-
-void MessageLayout::placeRow(
-    std::vector<MessageSegment>& cells, const std::vector<qreal>& widths, qreal top)
-{
-    constexpr qreal gap = BlockStyle::cellPadding / 2;
-    auto left = BlockStyles::style(content().blocks[cells.front().block], m_shape.font).indent;
-    qreal height = 0;
-    for (std::size_t column = 0; column < cells.size(); ++column) {
-        auto& cell = cells[column];
-        cell.left = left + BlockStyle::cellPadding;
-        cell.width = std::max(1.0, widths[column] - 2 * BlockStyle::cellPadding);
-        placeLines(cell, std::numeric_limits<int>::max());
-        left += widths[column];
-        height = std::max(height, cell.height + gap);
-    }
-    for (auto& cell : cells) {
-        cell.top = top + gap;
-        cell.height = height;
-        m_segments.push_back(std::move(cell));
-    }
-    cells.clear();
-}
-
-/// The cell with its text on one line.
-MessageSegment MessageLayout::cell(std::size_t block, qsizetype table) const
-{
-    const auto& range = content().blocks[block].range;
-    MessageSegment cell { .start = range.start, .length = range.length, .block = block };
-    cell.table = table;
-    cell.isOpen = false;
-    cell.rightToLeft = textOf(cell).isRightToLeft();
-    cell.lines = std::make_unique<QTextLayout>(asShown(textOf(cell)), m_shape.font);
-    cell.lines->setFormats(BlockStyles::formats(content(), range, m_shape.font));
-    cell.lines->setCacheEnabled(true);
-    cell.lines->beginLayout();
-    cell.lines->createLine().setLineWidth(std::numeric_limits<int>::max() / 256);
-    cell.lines->endLayout();
-    return cell;
-}
-
-std::size_t MessageLayout::endOfTable(std::size_t block) const
-{
-    const auto& blocks = content().blocks;
-    auto end = block + 1;
-    while (end < blocks.size() && blocks[end].kind == Kind::cell
-        && (blocks[end].row > 0 || blocks[end].column > 0))
-        ++end;
-    return end;
 }
 
 void MessageLayout::openSegment()
@@ -397,30 +307,13 @@ void MessageLayout::freezeFullLines()
 
 void MessageLayout::placeLines(MessageSegment& segment, int mostLines)
 {
-    const auto& block = content().blocks[segment.block];
-    auto& lines = *segment.lines;
-    lines.setTextOption(option(segment.rightToLeft, m_shape.alignment, block.align));
-    const auto isItem = block.marker > 0 && segment.start == block.range.start;
-    const auto hanging = isItem
-        ? QFontMetricsF(lines.font()).horizontalAdvance(textOf(segment).left(block.marker))
-        : 0;
-    segment.height = 0;
-    lines.beginLayout();
-    for (auto line = lines.createLine(); line.isValid(); line = lines.createLine()) {
-        const auto overhang = lines.lineCount() == 1 ? hanging : 0;
-        line.setLineWidth(segment.width + overhang);
-        line.setPosition({ segment.rightToLeft ? 0 : -overhang, segment.height });
-        segment.height += std::max(m_lineHeight, std::ceil(line.height()));
-        m_contentWidth = std::max(m_contentWidth, std::ceil(line.naturalTextWidth()));
-        if (lines.lineCount() == mostLines)
-            break;
-    }
-    lines.endLayout();
+    const auto widest = LineLayout::place(segment, content(), rules(), mostLines);
+    m_contentWidth = std::max(m_contentWidth, widest);
 }
 
-QString MessageLayout::textOf(const MessageSegment& segment) const
+LineLayout::Rules MessageLayout::rules() const
 {
-    return content().text.mid(segment.start, segment.length);
+    return { m_shape.font, m_lineHeight, m_shape.alignment == Alignment::centred };
 }
 
 qreal MessageLayout::left(const MessageSegment& segment) const

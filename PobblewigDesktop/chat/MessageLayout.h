@@ -1,6 +1,6 @@
 #pragma once
 
-#include "PobblewigDesktop/chat/MessageSegment.h"
+#include "PobblewigDesktop/chat/LineLayout.h"
 #include "markdown/MarkdownText.h"
 
 #include <QColor>
@@ -127,11 +127,8 @@ private:
     void openSegment();
     qreal nextTop(bool isBlockStart) const;
     void freezeFullLines();
-    void placeLines(MessageSegment& segment, int mostLines);
-    void placeRow(std::vector<MessageSegment>& cells, const std::vector<qreal>& widths, qreal top);
-    MessageSegment cell(std::size_t block, qsizetype table) const;
-    std::size_t endOfTable(std::size_t block) const;
-    QString textOf(const MessageSegment& segment) const;
+    void placeLines(MessageSegment& segment, int mostLines = std::numeric_limits<int>::max());
+    LineLayout::Rules rules() const;
     void turn(MessageSegment& segment, bool rightToLeft) const;
     const MessageSegment& segmentAt(qsizetype position) const;
     const MessageSegment* segmentAt(const QPointF& point) const;
