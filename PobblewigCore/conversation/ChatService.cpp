@@ -1,10 +1,7 @@
 #include "conversation/ChatService.h"
 
-#include "conversation/ConversationWindow.h"
 #include "foundation/Log.h"
 
-#include <algorithm>
-#include <ranges>
 #include <utility>
 
 namespace pobblewig {
@@ -37,14 +34,13 @@ bool isWorthRetrying(const ChatError& error)
 ChatService::ChatService(const Stores& stores, const Moment& moment, Surroundings surroundings)
     : m_settings(stores.settings)
     , m_memory(stores.memory)
-    , m_history(stores.history)
     , m_moment(moment)
+    , m_record(stores, moment)
     , m(std::move(surroundings))
     , m_tools({}, m.wording)
     , m_router(stores.usage, m.models, m.loadingPause)
     , m_screenshots(m.screen, stores.settings, m.wording)
     , m_captureConsent(stores.settings, moment, m.patience)
-    , m_messages(stores.history.messages())
 {
 }
 
@@ -74,7 +70,7 @@ void ChatService::retryLast()
 
 bool ChatService::canContinue() const
 {
-    return !isInTurn() && !m_messages.empty() && m_messages.back().isCutOff();
+    return !isInTurn() && !messages().empty() && messages().back().isCutOff();
 }
 
 void ChatService::continueReply()
@@ -96,25 +92,18 @@ void ChatService::cancelStreaming()
 
 void ChatService::say(const QString& text, std::optional<QUuid> relatedInterventionID)
 {
-    append({ .id = QUuid::createUuid(),
-        .role = ChatMessage::Role::assistant,
-        .text = text,
-        .timestamp = m_moment.now(),
-        .sessionID = sessionID(),
-        .relatedInterventionID = relatedInterventionID });
+    m_record.addRemark(text, relatedInterventionID);
+    reload();
 }
 
 void ChatService::sayOffTheRecord(const QString& text)
 {
-    append({ .id = QUuid::createUuid(),
-        .role = ChatMessage::Role::assistant,
-        .text = text,
-        .timestamp = m_moment.now() });
+    m_record.addOffTheRecord(text);
+    reload();
 }
 
 void ChatService::reload()
 {
-    m_messages = m_history.messages();
     Q_EMIT messagesChanged();
     forgetLostTurn();
 }
@@ -192,7 +181,8 @@ Task<ChatService::Outcome> ChatService::send(
         co_return failed(LLMFailure(mainModelNotConfigured()));
     }
     const auto trimmed = text.trimmed();
-    const auto earlier = userMessage == UserMessage::reuseLast ? newestUserMessage() : std::nullopt;
+    const auto earlier =
+        userMessage == UserMessage::reuseLast ? m_record.newestQuestion() : std::nullopt;
     if (trimmed.isEmpty() || (userMessage == UserMessage::reuseLast && !earlier))
         co_return Outcome();
 
@@ -201,11 +191,10 @@ Task<ChatService::Outcome> ChatService::send(
     enter(Phase::streaming);
     beginPreview();
     m_lastToolCalls.clear();
-    const auto asked = earlier ? *earlier : recordUserMessage(trimmed, image.has_value());
+    const auto asked = earlier ? *earlier : recordQuestion(trimmed, image.has_value());
     const auto askedIn = asked.sessionID;
-    Turn turn { asked, std::move(image), stop };
 
-    auto outcome = co_await requestReply(std::move(turn));
+    auto outcome = co_await requestReply({ asked, std::move(image) }, stop);
     if (stop.stop_requested())
         co_return failed(Cancelled());
     if (outcome)
@@ -237,29 +226,31 @@ Task<ChatService::Outcome> ChatService::sendWithScreenshot(QString text, UserMes
     co_return co_await send(text, screenshot->jpegData, userMessage);
 }
 
-Task<ChatTurn::Outcome> ChatService::requestReply(Turn turn)
+Task<ChatTurn::Outcome> ChatService::requestReply(
+    ConversationRecord::Question question, std::stop_token stop)
 {
-    const auto stop = turn.stop;
-    auto input = co_await turnInput(std::move(turn));
+    auto input = co_await turnInput(std::move(question), stop);
     if (stop.stop_requested())
         co_return failed(Cancelled());
     ChatTurn chatTurn(m_router, tools(stop), std::move(input), progress(), stop);
     co_return co_await chatTurn.run();
 }
 
-Task<ChatTurn::Input> ChatService::turnInput(Turn turn)
+Task<ChatTurn::Input> ChatService::turnInput(
+    ConversationRecord::Question question, std::stop_token stop)
 {
-    const auto lane = co_await m_router.lane(turn.image.has_value());
+    const auto hasImage = question.image.has_value();
+    const auto lane = co_await m_router.lane(hasImage);
     co_return ChatTurn::Input {
         .prompt = { .memory = residentMemory(),
             .situation = m.situation(),
-            .hasImage = turn.image.has_value(),
-            .toolsAvailable = tools(turn.stop).isAvailable(),
+            .hasImage = hasImage,
+            .toolsAvailable = tools(stop).isAvailable(),
             .nativeTools = m_router.offersNativeTools(lane),
             .tools = m_tools.lines(),
             .now = m_moment.now(),
             .wording = m.wording },
-        .conversation = conversation(turn),
+        .conversation = m_record.request(question),
         .judge = judge,
         .calendar = m_moment.calendar(),
     };
@@ -293,58 +284,17 @@ ChatTurn::Progress ChatService::progress()
     };
 }
 
-std::vector<LLMMessage> ChatService::conversation(const Turn& turn)
+ChatMessage ChatService::recordQuestion(const QString& text, bool hasImage)
 {
-    const auto begin = ConversationWindow::begin(m_history.messages(), m_windowBegin);
-    const auto window = m_history.messages() | std::views::drop(begin);
-    m_windowBegin = window.empty() ? std::nullopt : std::optional(window.front().id);
-    std::vector<LLMMessage> messages;
-    for (const auto& entry : window) {
-        if (entry.role == ChatMessage::Role::system)
-            continue;
-        const auto role = entry.role == ChatMessage::Role::user ? LLMMessage::Role::user
-                                                                : LLMMessage::Role::assistant;
-        messages.push_back({ .role = role, .content = entry.text });
-        if (entry.id == turn.userMessage.id)
-            messages.back().imageJPEG = turn.image;
-    }
-    return messages;
-}
-
-std::optional<ChatMessage> ChatService::newestUserMessage() const
-{
-    auto newestFirst = m_history.messages() | std::views::reverse;
-    const auto newest = std::ranges::find(newestFirst, ChatMessage::Role::user, &ChatMessage::role);
-    return newest == newestFirst.end() ? std::nullopt : std::optional(*newest);
-}
-
-ChatMessage ChatService::recordUserMessage(const QString& text, bool hasImage)
-{
-    const ChatMessage message {
-        .id = QUuid::createUuid(),
-        .role = ChatMessage::Role::user,
-        .text = text,
-        .timestamp = m_moment.now(),
-        .hadImage = hasImage,
-        .sessionID = sessionID(),
-    };
-    append(message);
-    m_recordedMessage = message.id;
-    return message;
-}
-
-void ChatService::append(ChatMessage message)
-{
-    m_history.append(std::move(message));
+    const auto question = m_record.addQuestion(text, hasImage);
     reload();
+    m_recordedMessage = question.id;
+    return question;
 }
 
 void ChatService::forgetLostTurn()
 {
-    const auto isThere = [this](const QUuid& id) {
-        return std::ranges::find(m_messages, id, &ChatMessage::id) != m_messages.end();
-    };
-    if (!m_recordedMessage || isThere(*m_recordedMessage))
+    if (!m_recordedMessage || m_record.contains(*m_recordedMessage))
         return;
     m_lastRequest.reset();
     m_recordedMessage.reset();
@@ -358,15 +308,13 @@ void ChatService::finishReply(const ChatTurn::Result& result, std::optional<QUui
     // Of actions alone, the notes of what became of them speak.
     if (result.text.isEmpty())
         return;
-    append({
-        .id = QUuid::createUuid(),
-        .role = ChatMessage::Role::assistant,
+    m_record.addReply({
         .text = result.text,
-        .timestamp = m_moment.now(),
+        .askedIn = askedIn,
         .hadImage = result.tookScreenshot,
-        .sessionID = isMemoryEnabled() ? askedIn : std::nullopt,
-        .cutOff = result.isCutOff ? std::optional(true) : std::nullopt,
+        .isCutOff = result.isCutOff,
     });
+    reload();
 }
 
 void ChatService::failReply(const LLMFailure& failure, std::optional<QUuid> askedIn)
@@ -381,12 +329,6 @@ void ChatService::failReply(const LLMFailure& failure, std::optional<QUuid> aske
     if (isTooLong)
         setNotice(std::nullopt);
     setLastError(description(failure), isTooLong ? Remedy::newSession : Remedy::retry);
-}
-
-std::optional<QUuid> ChatService::sessionID() const
-{
-    const auto session = m_memory.sessions.activeSession();
-    return session && isMemoryEnabled() ? std::optional(session->id) : std::nullopt;
 }
 
 QString ChatService::residentMemory() const
@@ -441,14 +383,7 @@ void ChatService::endLoading()
 
 void ChatService::noteLeftOut(size_t count)
 {
-    const auto begin = ConversationWindow::begin(m_history.messages(), m_windowBegin);
-    for (const auto& entry : m_history.messages() | std::views::drop(begin)) {
-        if (entry.role == ChatMessage::Role::system)
-            continue;
-        m_windowBegin = entry.id;
-        if (count-- == 0)
-            break;
-    }
+    m_record.leaveOut(count);
     setNotice(tr("The conversation is too long for the model: it no longer sees the oldest "
                  "messages."));
 }

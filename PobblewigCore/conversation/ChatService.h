@@ -1,11 +1,8 @@
 #pragma once
 
 #include "conversation/ChatTurn.h"
+#include "conversation/ConversationRecord.h"
 #include "conversation/ReplyPreview.h"
-#include "features/Stores.h"
-#include "foundation/Moment.h"
-#include "memory/MemoryTiers.h"
-#include "memory/history/ChatHistoryStore.h"
 #include "prompts/SituationSnapshot.h"
 
 #include <QObject>
@@ -50,8 +47,8 @@ public:
     /// `stores` and `moment` must outlive the service.
     ChatService(const Stores& stores, const Moment& moment, Surroundings surroundings);
 
-    /// A copy of the history.
-    const std::vector<ChatMessage>& messages() const { return m_messages; }
+    /// The history. What else changes it calls `reload`.
+    const std::vector<ChatMessage>& messages() const { return m_record.messages(); }
 
     /// The visible part of the reply in progress; empty between replies.
     const QString& streamingPreview() const { return m_preview.text(); }
@@ -114,7 +111,8 @@ public:
         m_tools = BuddyTools(std::move(ofFeatures), m.wording);
     }
 
-    /// Publishes the history again. The error of a turn whose message is gone goes with it.
+    /// Announces that the history has changed. The error of a turn whose message is gone goes with
+    /// it.
     void reload();
 
     /// Runs a whole turn. A retry reuses the latest user message in the history, so that it is
@@ -153,13 +151,6 @@ private:
         Screenshot screenshot = Screenshot::without;
     };
 
-    /// The turn's own user message and its picture.
-    struct Turn {
-        ChatMessage userMessage;
-        std::optional<QByteArray> image;
-        std::stop_token stop;
-    };
-
     bool canRun(const Request& request) const;
     void run(AutoRetry autoRetry);
     Task<> runTurn(AutoRetry autoRetry, std::stop_token stop);
@@ -167,23 +158,18 @@ private:
     Task<> completeTurn(Actions actions, std::stop_token stop);
     void abandonTurn(const ChatError& error, AutoRetry autoRetry);
 
-    Task<ChatTurn::Outcome> requestReply(Turn turn);
-    Task<ChatTurn::Input> turnInput(Turn turn);
+    Task<ChatTurn::Outcome> requestReply(
+        ConversationRecord::Question question, std::stop_token stop);
+    Task<ChatTurn::Input> turnInput(ConversationRecord::Question question, std::stop_token stop);
     ToolRunner tools(const std::stop_token& stop);
     ChatTurn::Progress progress();
-    /// The messages of the request, the turn's own included.
-    std::vector<LLMMessage> conversation(const Turn& turn);
 
-    std::optional<ChatMessage> newestUserMessage() const;
-    ChatMessage recordUserMessage(const QString& text, bool hasImage);
-    void append(ChatMessage message);
+    ChatMessage recordQuestion(const QString& text, bool hasImage);
     void forgetLostTurn();
     void finishReply(const ChatTurn::Result& result, std::optional<QUuid> askedIn);
     /// Keeps what has arrived of the reply.
     void failReply(const LLMFailure& failure, std::optional<QUuid> askedIn);
 
-    /// The active session, or nothing while the memory is off.
-    std::optional<QUuid> sessionID() const;
     bool isMemoryEnabled() const { return m_settings.settings().memoryEnabled; }
     /// The notes for the prompt; empty while the memory is off.
     QString residentMemory() const;
@@ -201,15 +187,14 @@ private:
 
     const SettingsStore& m_settings;
     const MemoryTiers& m_memory;
-    ChatHistoryStore& m_history;
     const Moment& m_moment;
+    ConversationRecord m_record;
     Surroundings m;
     BuddyTools m_tools;
     ModelRouter m_router;
     ScreenshotTaker m_screenshots;
     CaptureConsent m_captureConsent;
 
-    std::vector<ChatMessage> m_messages;
     ReplyPreview m_preview;
     Phase m_phase = Phase::idle;
     std::optional<QString> m_lastError;
@@ -220,8 +205,6 @@ private:
     std::vector<QString> m_lastToolCalls;
     int m_totalToolCalls = 0;
 
-    /// The message with which the latest request began, or begins now that older ones did not fit.
-    std::optional<QUuid> m_windowBegin;
     std::optional<Request> m_lastRequest;
     /// The message of the last request, once it is in the history.
     std::optional<QUuid> m_recordedMessage;

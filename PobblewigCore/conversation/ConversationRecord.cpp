@@ -1,0 +1,124 @@
+#include "conversation/ConversationRecord.h"
+
+#include "conversation/ConversationWindow.h"
+#include "settings/SettingsStore.h"
+
+#include <algorithm>
+#include <ranges>
+
+namespace pobblewig {
+
+ConversationRecord::ConversationRecord(const Stores& stores, const Moment& moment)
+    : m_settings(stores.settings)
+    , m_memory(stores.memory)
+    , m_history(stores.history)
+    , m_moment(moment)
+{
+}
+
+bool ConversationRecord::contains(const QUuid& id) const
+{
+    return std::ranges::find(messages(), id, &ChatMessage::id) != messages().end();
+}
+
+std::optional<ChatMessage> ConversationRecord::newestQuestion() const
+{
+    auto newestFirst = messages() | std::views::reverse;
+    const auto newest = std::ranges::find(newestFirst, ChatMessage::Role::user, &ChatMessage::role);
+    return newest == newestFirst.end() ? std::nullopt : std::optional(*newest);
+}
+
+ChatMessage ConversationRecord::addQuestion(const QString& text, bool hasImage)
+{
+    const ChatMessage message {
+        .id = QUuid::createUuid(),
+        .role = ChatMessage::Role::user,
+        .text = text,
+        .timestamp = m_moment.now(),
+        .hadImage = hasImage,
+        .sessionID = sessionID(),
+    };
+    m_history.append(message);
+    return message;
+}
+
+void ConversationRecord::addReply(const Reply& reply)
+{
+    m_history.append({
+        .id = QUuid::createUuid(),
+        .role = ChatMessage::Role::assistant,
+        .text = reply.text,
+        .timestamp = m_moment.now(),
+        .hadImage = reply.hadImage,
+        .sessionID = isMemoryEnabled() ? reply.askedIn : std::nullopt,
+        .cutOff = reply.isCutOff ? std::optional(true) : std::nullopt,
+    });
+}
+
+void ConversationRecord::addRemark(const QString& text, std::optional<QUuid> relatedInterventionID)
+{
+    m_history.append({
+        .id = QUuid::createUuid(),
+        .role = ChatMessage::Role::assistant,
+        .text = text,
+        .timestamp = m_moment.now(),
+        .sessionID = sessionID(),
+        .relatedInterventionID = relatedInterventionID,
+    });
+}
+
+void ConversationRecord::addOffTheRecord(const QString& text)
+{
+    m_history.append({
+        .id = QUuid::createUuid(),
+        .role = ChatMessage::Role::assistant,
+        .text = text,
+        .timestamp = m_moment.now(),
+    });
+}
+
+std::vector<LLMMessage> ConversationRecord::request(const Question& question)
+{
+    const auto window = messages() | std::views::drop(windowBegin());
+    m_windowBegin = window.empty() ? std::nullopt : std::optional(window.front().id);
+    std::vector<LLMMessage> request;
+    for (const auto& entry : window) {
+        if (entry.role == ChatMessage::Role::system)
+            continue;
+        const auto role = entry.role == ChatMessage::Role::user ? LLMMessage::Role::user
+                                                                : LLMMessage::Role::assistant;
+        request.push_back({ .role = role, .content = entry.text });
+        if (entry.id == question.message.id)
+            request.back().imageJPEG = question.image;
+    }
+    return request;
+}
+
+void ConversationRecord::leaveOut(size_t count)
+{
+    for (const auto& entry : messages() | std::views::drop(windowBegin())) {
+        if (entry.role == ChatMessage::Role::system)
+            continue;
+        m_windowBegin = entry.id;
+        if (count-- == 0)
+            break;
+    }
+}
+
+bool ConversationRecord::isMemoryEnabled() const
+{
+    return m_settings.settings().memoryEnabled;
+}
+
+std::optional<QUuid> ConversationRecord::sessionID() const
+{
+    const auto session = m_memory.sessions.activeSession();
+    return session && isMemoryEnabled() ? std::optional(session->id) : std::nullopt;
+}
+
+size_t ConversationRecord::windowBegin() const
+{
+    return ConversationWindow::begin(messages(), m_windowBegin);
+}
+
+} // namespace pobblewig

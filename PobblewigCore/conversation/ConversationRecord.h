@@ -1,0 +1,68 @@
+#pragma once
+
+#include "features/Stores.h"
+#include "foundation/Moment.h"
+#include "memory/MemoryTiers.h"
+#include "memory/history/ChatHistoryStore.h"
+#include "wire/LLMMessage.h"
+
+#include <optional>
+#include <vector>
+
+namespace pobblewig {
+
+/// The conversation as it is kept: adds messages to the history and selects those of a request.
+///
+/// A message belongs to the session in which it was asked or written, or to none while the memory
+/// is off.
+class ConversationRecord {
+public:
+    /// What a turn asks, with a picture that is never kept.
+    struct Question {
+        ChatMessage message;
+        std::optional<QByteArray> image;
+    };
+
+    struct Reply {
+        QString text;
+        std::optional<QUuid> askedIn;
+        bool hadImage = false;
+        bool isCutOff = false;
+    };
+
+    /// Both arguments must outlive this object.
+    ConversationRecord(const Stores& stores, const Moment& moment);
+
+    const std::vector<ChatMessage>& messages() const { return m_history.messages(); }
+    bool contains(const QUuid& id) const;
+    std::optional<ChatMessage> newestQuestion() const;
+
+    ChatMessage addQuestion(const QString& text, bool hasImage);
+    void addReply(const Reply& reply);
+
+    /// A message that the buddy writes by itself.
+    void addRemark(const QString& text, std::optional<QUuid> relatedInterventionID);
+
+    /// The same, but without a session, so that no librarian reads it.
+    void addOffTheRecord(const QString& text);
+
+    /// The messages of a request that asks this question, which is among them.
+    std::vector<LLMMessage> request(const Question& question);
+
+    /// The next request lacks so many of the oldest messages of the last one.
+    void leaveOut(size_t count);
+
+private:
+    bool isMemoryEnabled() const;
+    std::optional<QUuid> sessionID() const;
+    size_t windowBegin() const;
+
+    const SettingsStore& m_settings;
+    const MemoryTiers& m_memory;
+    ChatHistoryStore& m_history;
+    const Moment& m_moment;
+    /// The message with which the latest request began, or begins now that older ones did not fit.
+    std::optional<QUuid> m_windowBegin;
+};
+
+} // namespace pobblewig
