@@ -93,18 +93,18 @@ void ChatService::cancelStreaming()
 void ChatService::say(const QString& text, std::optional<QUuid> relatedInterventionID)
 {
     m_record.addRemark(text, relatedInterventionID);
-    reload();
+    announceAdded();
 }
 
 void ChatService::sayOffTheRecord(const QString& text)
 {
     m_record.addOffTheRecord(text);
-    reload();
+    announceAdded();
 }
 
 void ChatService::reload()
 {
-    Q_EMIT messagesChanged();
+    Q_EMIT messagesChanged(0);
     forgetLostTurn();
 }
 
@@ -287,9 +287,15 @@ ChatTurn::Progress ChatService::progress()
 ChatMessage ChatService::recordQuestion(const QString& text, bool hasImage)
 {
     const auto question = m_record.addQuestion(text, hasImage);
-    reload();
+    announceAdded();
     m_recordedMessage = question.id;
     return question;
+}
+
+void ChatService::announceAdded()
+{
+    Q_EMIT messagesChanged(messages().size() - 1);
+    forgetLostTurn();
 }
 
 void ChatService::forgetLostTurn()
@@ -314,7 +320,7 @@ void ChatService::finishReply(const ChatTurn::Result& result, std::optional<QUui
         .hadImage = result.tookScreenshot,
         .isCutOff = result.isCutOff,
     });
-    reload();
+    announceAdded();
 }
 
 void ChatService::failReply(const LLMFailure& failure, std::optional<QUuid> askedIn)

@@ -47,8 +47,8 @@ public:
     /// `stores` and `moment` must outlive the service.
     ChatService(const Stores& stores, const Moment& moment, Surroundings surroundings);
 
-    /// The history. What else changes it calls `reload`.
-    const std::vector<ChatMessage>& messages() const { return m_record.messages(); }
+    /// The whole transcript. What else changes it calls `reload`.
+    const std::vector<ChatMessage>& messages() const { return m_record.transcript(); }
 
     /// The visible part of the reply in progress; empty between replies.
     const QString& streamingPreview() const { return m_preview.text(); }
@@ -111,8 +111,8 @@ public:
         m_tools = BuddyTools(std::move(ofFeatures), m.wording);
     }
 
-    /// Announces that the history has changed. The error of a turn whose message is gone goes with
-    /// it.
+    /// Announces that the whole transcript may have changed. The error of a turn whose message is
+    /// gone goes with it.
     void reload();
 
     /// Runs a whole turn. A retry reuses the latest user message in the history, so that it is
@@ -130,7 +130,8 @@ public:
     std::function<Task<>()> onTurnComplete;
 
 Q_SIGNALS:
-    void messagesChanged();
+    /// The messages from this index on have changed, or come and gone.
+    void messagesChanged(size_t first);
     void streamingPreviewChanged();
     void isStreamingChanged();
     void lastErrorChanged();
@@ -165,6 +166,7 @@ private:
     ChatTurn::Progress progress();
 
     ChatMessage recordQuestion(const QString& text, bool hasImage);
+    void announceAdded();
     void forgetLostTurn();
     void finishReply(const ChatTurn::Result& result, std::optional<QUuid> askedIn);
     /// Keeps what has arrived of the reply.

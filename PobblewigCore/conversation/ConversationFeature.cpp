@@ -15,16 +15,19 @@ QString label(const LLMConfiguration& model)
 
 ConversationFeature::ConversationFeature(const Stores& stores, const Moment& moment,
     LibrarianFeature& librarian, ChatService::Surroundings surroundings)
-    : m_memory(stores.memory)
+    : m_settings(stores.settings)
+    , m_memory(stores.memory)
+    , m_history(stores.history)
     , m_moment(moment)
     , m_models(surroundings.models)
     , m_readingAlong(librarian.readingAlong())
+    , m_rollover(librarian.rollover())
     , m_chat(stores, moment, std::move(surroundings))
     , m_sessionEnd({ .memory = m_memory,
           .moment = moment,
           .chat = m_chat,
           .readingAlong = m_readingAlong,
-          .rollover = librarian.rollover(),
+          .rollover = m_rollover,
           .changed = [this] { changed(); } })
 {
     m_chat.onTurnComplete = [this] { return afterChatTurn(); };
@@ -39,6 +42,7 @@ void ConversationFeature::start()
 
 Task<> ConversationFeature::tick()
 {
+    keepAsChosen();
     return m_sessionEnd.endIfDue();
 }
 
@@ -62,6 +66,15 @@ Task<> ConversationFeature::remember()
 {
     co_await m_readingAlong.afterChatTurn();
     changed();
+}
+
+void ConversationFeature::keepAsChosen()
+{
+    const auto keeping = m_settings.settings().keepConversations;
+    if (m_history.sweep(keeping, m_moment.now()))
+        m_chat.reload();
+    if (std::exchange(m_keeping, keeping) != keeping)
+        m_rollover.sweepArchives();
 }
 
 void ConversationFeature::readInTime()

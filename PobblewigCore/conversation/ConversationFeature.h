@@ -34,17 +34,22 @@ public:
 private:
     Task<> afterChatTurn();
     Task<> remember();
+    void keepAsChosen();
     void readInTime();
     Task<> readUnread();
     Task<> findModelLabel();
 
+    const SettingsStore& m_settings;
     MemoryTiers& m_memory;
+    ChatHistoryStore& m_history;
     const Moment& m_moment;
     ModelProviding& m_models;
     ReadingAlong& m_readingAlong;
+    SessionRolloverService& m_rollover;
     ChatService m_chat;
     SessionEnd m_sessionEnd;
     QString m_modelLabel;
+    std::optional<ConversationKeeping> m_keeping;
 };
 
 } // namespace pobblewig

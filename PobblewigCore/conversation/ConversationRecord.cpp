@@ -18,12 +18,12 @@ ConversationRecord::ConversationRecord(const Stores& stores, const Moment& momen
 
 bool ConversationRecord::contains(const QUuid& id) const
 {
-    return std::ranges::find(messages(), id, &ChatMessage::id) != messages().end();
+    return std::ranges::find(window(), id, &ChatMessage::id) != window().end();
 }
 
 std::optional<ChatMessage> ConversationRecord::newestQuestion() const
 {
-    auto newestFirst = messages() | std::views::reverse;
+    auto newestFirst = window() | std::views::reverse;
     const auto newest = std::ranges::find(newestFirst, ChatMessage::Role::user, &ChatMessage::role);
     return newest == newestFirst.end() ? std::nullopt : std::optional(*newest);
 }
@@ -79,10 +79,10 @@ void ConversationRecord::addOffTheRecord(const QString& text)
 
 std::vector<LLMMessage> ConversationRecord::request(const Question& question)
 {
-    const auto window = messages() | std::views::drop(windowBegin());
-    m_windowBegin = window.empty() ? std::nullopt : std::optional(window.front().id);
+    const auto asked = window() | std::views::drop(windowBegin());
+    m_windowBegin = asked.empty() ? std::nullopt : std::optional(asked.front().id);
     std::vector<LLMMessage> request;
-    for (const auto& entry : window) {
+    for (const auto& entry : asked) {
         if (entry.role == ChatMessage::Role::system)
             continue;
         const auto role = entry.role == ChatMessage::Role::user ? LLMMessage::Role::user
@@ -96,7 +96,7 @@ std::vector<LLMMessage> ConversationRecord::request(const Question& question)
 
 void ConversationRecord::leaveOut(size_t count)
 {
-    for (const auto& entry : messages() | std::views::drop(windowBegin())) {
+    for (const auto& entry : window() | std::views::drop(windowBegin())) {
         if (entry.role == ChatMessage::Role::system)
             continue;
         m_windowBegin = entry.id;
@@ -118,7 +118,7 @@ std::optional<QUuid> ConversationRecord::sessionID() const
 
 size_t ConversationRecord::windowBegin() const
 {
-    return ConversationWindow::begin(messages(), m_windowBegin);
+    return ConversationWindow::begin(window(), m_windowBegin);
 }
 
 } // namespace pobblewig

@@ -33,7 +33,10 @@ public:
     /// Both arguments must outlive this object.
     ConversationRecord(const Stores& stores, const Moment& moment);
 
-    const std::vector<ChatMessage>& messages() const { return m_history.messages(); }
+    /// Everything since the last archive.
+    const std::vector<ChatMessage>& transcript() const { return m_history.transcript(); }
+
+    /// Whether a model still reads this message.
     bool contains(const QUuid& id) const;
     std::optional<ChatMessage> newestQuestion() const;
 
@@ -55,6 +58,7 @@ public:
 private:
     bool isMemoryEnabled() const;
     std::optional<QUuid> sessionID() const;
+    const std::vector<ChatMessage>& window() const { return m_history.messages(); }
     size_t windowBegin() const;
 
     const SettingsStore& m_settings;

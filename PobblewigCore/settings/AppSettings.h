@@ -5,6 +5,7 @@
 #include "settings/AssistantRole.h"
 #include "settings/CoachMode.h"
 #include "settings/CompanionPersona.h"
+#include "settings/ConversationKeeping.h"
 
 namespace pobblewig {
 
@@ -55,6 +56,7 @@ struct AppSettings {
     QString themePreference = QStringLiteral("system");
     QString accentChoice = QStringLiteral("coral");
     bool memoryEnabled = true;
+    ConversationKeeping keepConversations = ConversationKeeping::year;
 
     /// Appends the password managers that the list of excluded applications lacks.
     void restoreDefaultExclusions();
@@ -106,6 +108,7 @@ constexpr auto AppSettings::jsonFields()
         defaulted("themePreference", &S::themePreference),
         defaulted("accentChoice", &S::accentChoice),
         defaulted("memoryEnabled", &S::memoryEnabled),
+        defaulted("keepConversations", &S::keepConversations),
     };
 }
 

@@ -265,6 +265,13 @@ constexpr std::array table {
         .kind = SwitchSetting { &S::memoryEnabled },
     },
     Setting {
+        .key = u"keepConversations",
+        .label = QT_TRANSLATE_NOOP("SettingCatalog", "Keep conversations"),
+        .page = Page::memoryAndPrivacy,
+        .assistant = Access::none,
+        .kind = SettingForms::caseOf<&S::keepConversations>(),
+    },
+    Setting {
         .key = u"appDataSources",
         .label = QT_TRANSLATE_NOOP("SettingCatalog", "Folders the assistant may read"),
         .page = Page::memoryAndPrivacy,

@@ -21,7 +21,7 @@ ConversationFeed::ConversationFeed(const ChatService& chat, ConversationModel& m
     m_nextFrame.setSingleShot(true);
     m_nextFrame.setInterval(frame);
     connect(&m_nextFrame, &QTimer::timeout, this, &ConversationFeed::showPreview);
-    connect(&chat, &ChatService::messagesChanged, this, &ConversationFeed::refresh);
+    connect(&chat, &ChatService::messagesChanged, this, &ConversationFeed::show);
     connect(&chat, &ChatService::isStreamingChanged, this, &ConversationFeed::followTurn);
     connect(&chat, &ChatService::streamingPreviewChanged, this, [this] {
         if (!m_nextFrame.isActive())
@@ -33,7 +33,18 @@ ConversationFeed::ConversationFeed(const ChatService& chat, ConversationModel& m
 
 void ConversationFeed::refresh()
 {
-    m_model.setRows(ConversationLogic::rows(m_chat.messages(), m_clock(), m_calendar));
+    show(0);
+}
+
+void ConversationFeed::show(size_t first)
+{
+    const auto& messages = m_chat.messages();
+    const auto above = first > 0 ? m_model.rowOf(messages[first - 1].id) : std::nullopt;
+    // Without the row above, nothing is known of what is shown.
+    if (!above)
+        first = 0;
+    m_model.setRows(
+        ConversationLogic::rows(messages, m_clock(), m_calendar, first), above ? *above + 1 : 0);
     Q_EMIT textsChanged();
 }
 

@@ -28,6 +28,7 @@ Q_SIGNALS:
     void textsChanged();
 
 private:
+    void show(size_t first);
     void followTurn();
     void showPreview();
     void keepPartialReply();

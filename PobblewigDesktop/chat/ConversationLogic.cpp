@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QDateTime>
 
+#include <ranges>
+
 namespace pobblewig {
 
 namespace {
@@ -46,13 +48,13 @@ QString ConversationLogic::dayTitle(const QDate& day, const QDate& today, const 
 }
 
 std::vector<ConversationRow> ConversationLogic::rows(
-    const std::vector<ChatMessage>& messages, TimePoint now, const Calendar& calendar)
+    const std::vector<ChatMessage>& messages, TimePoint now, const Calendar& calendar, size_t first)
 {
     const auto today = calendar.dateTime(now).date();
     std::vector<ConversationRow> rows;
-    const ChatMessage* previous = nullptr;
-    QDate shownDay;
-    for (const auto& message : messages) {
+    const auto* previous = first > 0 ? &messages[first - 1] : nullptr;
+    auto shownDay = previous ? calendar.dateTime(previous->timestamp).date() : QDate();
+    for (const auto& message : messages | std::views::drop(first)) {
         const auto moment = calendar.dateTime(message.timestamp);
         if (moment.date() != shownDay) {
             shownDay = moment.date();

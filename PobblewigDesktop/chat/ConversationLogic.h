@@ -16,9 +16,9 @@ QString dayTitle(const QDate& day, const QDate& today, const QLocale& locale);
 
 /// Returns the messages, with a title before the first one of each day. A message of the buddy that
 /// directly follows another one of its own is a note, unless it is proactive: only replies answer
-/// the user.
-std::vector<ConversationRow> rows(
-    const std::vector<ChatMessage>& messages, TimePoint now, const Calendar& calendar);
+/// the user. Leaves out what stands before the message with the index `first`.
+std::vector<ConversationRow> rows(const std::vector<ChatMessage>& messages, TimePoint now,
+    const Calendar& calendar, size_t first = 0);
 
 /// Returns "You, 14:05: …", for those who hear the conversation.
 QString spoken(const ConversationRow& row);

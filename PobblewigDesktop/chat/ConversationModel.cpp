@@ -3,8 +3,24 @@
 #include "PobblewigDesktop/chat/ConversationLogic.h"
 
 #include <algorithm>
+#include <iterator>
+#include <set>
+#include <tuple>
 
 namespace pobblewig {
+
+namespace {
+
+/// What makes two rows the same: the message, or the day.
+using Identity = std::tuple<QUuid, ConversationRow::Kind, QString>;
+
+Identity identity(const ConversationRow& row)
+{
+    const auto isDay = row.kind == ConversationRow::Kind::day;
+    return { row.id, row.kind, isDay ? row.text : QString() };
+}
+
+} // namespace
 
 const ConversationRow& ConversationModel::row(int number) const
 {
@@ -15,10 +31,12 @@ std::optional<int> ConversationModel::rowOf(const QUuid& messageID) const
 {
     if (messageID.isNull())
         return m_hasReply ? std::optional(messageCount()) : std::nullopt;
-    const auto found = std::ranges::find(m_rows, messageID, &ConversationRow::id);
-    if (found == m_rows.end())
+    // The latest rows are asked for most.
+    const auto found =
+        std::ranges::find(m_rows.rbegin(), m_rows.rend(), messageID, &ConversationRow::id);
+    if (found == m_rows.rend())
         return std::nullopt;
-    return static_cast<int>(found - m_rows.begin());
+    return static_cast<int>(m_rows.rend() - found) - 1;
 }
 
 int ConversationModel::rowCount(const QModelIndex& parent) const
@@ -37,20 +55,18 @@ QVariant ConversationModel::data(const QModelIndex& index, int role) const
     return {};
 }
 
-void ConversationModel::setRows(std::vector<ConversationRow> rows)
+void ConversationModel::setRows(std::vector<ConversationRow> rows, int from)
 {
-    removeMissing(rows);
-    insertNew(rows);
+    removeMissing(rows, from);
+    insertNew(rows, from);
 }
 
-void ConversationModel::removeMissing(const std::vector<ConversationRow>& wanted)
+void ConversationModel::removeMissing(const std::vector<ConversationRow>& wanted, int from)
 {
-    const auto isWanted = [&wanted](const ConversationRow& shown) {
-        return std::ranges::any_of(
-            wanted, [&shown](const auto& candidate) { return candidate.isSameAs(shown); });
-    };
-    for (auto number = messageCount() - 1; number >= 0; --number) {
-        if (isWanted(row(number)))
+    std::set<Identity> identities;
+    std::ranges::transform(wanted, std::inserter(identities, identities.end()), identity);
+    for (auto number = messageCount() - 1; number >= from; --number) {
+        if (identities.contains(identity(row(number))))
             continue;
         beginRemoveRows({}, number, number);
         m_rows.erase(m_rows.begin() + number);
@@ -58,9 +74,9 @@ void ConversationModel::removeMissing(const std::vector<ConversationRow>& wanted
     }
 }
 
-void ConversationModel::insertNew(std::vector<ConversationRow>& wanted)
+void ConversationModel::insertNew(std::vector<ConversationRow>& wanted, int from)
 {
-    auto number = 0;
+    auto number = from;
     for (auto& next : wanted) {
         if (number == messageCount() && endsReply(next)) {
             m_rows.back() = std::move(next);

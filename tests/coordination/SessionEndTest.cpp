@@ -242,7 +242,7 @@ private Q_SLOTS:
         m->read.model.release();
         awaited(std::move(ending));
         QCOMPARE(archived(), QStringList({ QStringLiteral("Old"), QStringLiteral("Fine.") }));
-        QCOMPARE(m->chat.messages().size(), 30u);
+        QCOMPARE(m->chat.messages().size(), 32u);
         QCOMPARE(m->closedSessions(), 1u);
     }
 

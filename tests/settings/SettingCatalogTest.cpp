@@ -73,6 +73,7 @@ private Q_SLOTS:
         row("activityRetentionDays", "0", "1", "%1 → 1 days", "1 day");
         row("themePreference", "'dark'", "'dark'", same, "Dark");
         row("accentChoice", "'teal'", "'teal'", same, "Teal");
+        row("keepConversations", "'month'", "'month'", same, "For 30 days");
         row("actionConfirmations", "['reminder_write']",
             "{'calendar_write':false,'reminder_write':true,'settings_change':false}", same,
             "Adding a reminder");
@@ -166,7 +167,7 @@ private Q_SLOTS:
         }
         QCOMPARE(labels.removeDuplicates(), 0);
         QCOMPARE(users.join(u' '),
-            u"mascotSizeScale memeModeEnabled memoryEnabled actionConfirmations "
+            u"mascotSizeScale memeModeEnabled memoryEnabled keepConversations actionConfirmations "
             "dailyBriefingEnabled themePreference accentChoice");
         QCOMPARE(asking(true).join(u' '),
             u"excludedBundleIDs maxActivitySessions activityRetentionDays canvasBaseURL "

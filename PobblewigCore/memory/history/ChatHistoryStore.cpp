@@ -8,63 +8,99 @@ namespace pobblewig {
 
 ChatHistoryStore::ChatHistoryStore(const std::optional<DataDirectory>& directory)
     : m_file(directory, QStringLiteral("chat.json"), QStringLiteral("chat"))
-    , m_messages(m_file.load<std::vector<ChatMessage>>())
+    , m_window(m_file.load<std::vector<ChatMessage>>())
+    , m_transcript(directory)
 {
-    trim();
+    // The window is written first, so it is never older than the transcript.
+    m_transcript.edit([this](auto& messages) { Transcript::merge(messages, m_window); });
+    takeWindow();
 }
 
-void ChatHistoryStore::append(ChatMessage message)
+void ChatHistoryStore::append(const ChatMessage& message)
 {
-    m_messages.push_back(std::move(message));
-    trim();
-    m_file.save(m_messages);
+    m_window.push_back(message);
+    if (m_window.size() > maxMessages)
+        m_window.erase(m_window.begin());
+    m_file.save(m_window);
+    m_transcript.append(message);
 }
 
 void ChatHistoryStore::update(const QUuid& id, const QString& text)
 {
-    const auto message = std::ranges::find(m_messages, id, &ChatMessage::id);
-    if (message == m_messages.end())
+    const auto isThere = [&id](const auto& message) { return message.id == id; };
+    if (std::ranges::none_of(transcript(), isThere))
         return;
-    message->text = text;
-    m_file.save(m_messages);
+    change([&](auto& messages) { std::ranges::find_if(messages, isThere)->text = text; });
 }
 
 void ChatHistoryStore::clear()
 {
-    m_messages.clear();
-    m_file.save(m_messages);
+    change([](auto& messages) { messages.clear(); });
 }
 
 void ChatHistoryStore::adopt(const QUuid& sessionID)
 {
-    for (auto& message : m_messages)
-        message.sessionID = message.sessionID.value_or(sessionID);
-    m_file.save(m_messages);
+    change([&sessionID](auto& messages) {
+        for (auto& message : messages)
+            message.sessionID = message.sessionID.value_or(sessionID);
+    });
 }
 
 void ChatHistoryStore::remove(const std::vector<ChatMessage>& messages)
 {
     std::set<QUuid> ids;
     std::ranges::transform(messages, std::inserter(ids, ids.end()), &ChatMessage::id);
-    std::erase_if(m_messages, [&](const auto& message) { return ids.contains(message.id); });
-    m_file.save(m_messages);
+    change([&ids](auto& kept) {
+        std::erase_if(kept, [&ids](const auto& message) { return ids.contains(message.id); });
+    });
+}
+
+bool ChatHistoryStore::sweep(ConversationKeeping keeping, TimePoint now)
+{
+    const auto& all = transcript();
+    const auto oldest = now - std::chrono::days(daysKept(keeping));
+    const auto isKept = [&oldest](const auto& message) { return message.timestamp >= oldest; };
+    const auto first = keeping == ConversationKeeping::lastMessages
+        ? all.end() - std::ptrdiff_t(m_window.size())
+        : std::ranges::find_if(all, isKept);
+    const auto count = first - all.begin();
+    if (count == 0)
+        return false;
+    change([count](auto& messages) { messages.erase(messages.begin(), messages.begin() + count); });
+    return true;
 }
 
 void ChatHistoryStore::readAgain()
 {
-    auto kept = m_file.loadAgain<std::vector<ChatMessage>>();
-    if (!kept)
+    const auto window = m_file.loadAgain<std::vector<ChatMessage>>();
+    auto all = m_transcript.loadAgain();
+    if (!window && !all)
         return;
-    std::ranges::move(m_messages, std::back_inserter(*kept));
-    m_messages = *std::move(kept);
-    trim();
-    m_file.save(m_messages);
+    auto joined = all ? *std::move(all) : transcript();
+    if (window)
+        Transcript::merge(joined, *window);
+    Transcript::merge(joined, transcript());
+    change([&joined](auto& messages) { messages = std::move(joined); });
 }
 
-void ChatHistoryStore::trim()
+void ChatHistoryStore::change(const std::function<void(std::vector<ChatMessage>& messages)>& change)
 {
-    if (std::ssize(m_messages) > std::ptrdiff_t(maxMessages))
-        m_messages.erase(m_messages.begin(), m_messages.end() - std::ptrdiff_t(maxMessages));
+    m_transcript.edit(change);
+    takeWindow();
+    save();
+}
+
+void ChatHistoryStore::takeWindow()
+{
+    const auto& all = transcript();
+    const auto count = std::min(all.size(), maxMessages);
+    m_window.assign(all.end() - std::ptrdiff_t(count), all.end());
+}
+
+void ChatHistoryStore::save()
+{
+    m_file.save(m_window);
+    m_transcript.save();
 }
 
 } // namespace pobblewig

@@ -1,25 +1,33 @@
 #pragma once
 
 #include "foundation/StoreFile.h"
-#include "memory/history/ChatMessage.h"
+#include "memory/history/Transcript.h"
+#include "settings/ConversationKeeping.h"
 
 #include <optional>
 #include <vector>
 
 namespace pobblewig {
 
-/// The latest 30 messages of the conversation, oldest first, kept in "chat.json".
+/// The conversation: all of it since the last archive (`Transcript`), and its latest 30 messages,
+/// which a model reads, kept in "chat.json". Every change reaches both.
 ///
 /// Lives on the main thread. Without a directory it works in memory only.
 class ChatHistoryStore {
 public:
-    static constexpr size_t maxMessages = 30;
+    static constexpr size_t maxMessages = Transcript::mostUnwritten;
 
+    /// What only one of the two files has, after a crash or from an earlier version, is taken over
+    /// into both.
     explicit ChatHistoryStore(const std::optional<DataDirectory>& directory);
 
-    const std::vector<ChatMessage>& messages() const { return m_messages; }
+    /// The latest messages, oldest first.
+    const std::vector<ChatMessage>& messages() const { return m_window; }
 
-    void append(ChatMessage message);
+    /// All messages, oldest first.
+    const std::vector<ChatMessage>& transcript() const { return m_transcript.messages(); }
+
+    void append(const ChatMessage& message);
 
     /// An unknown id changes nothing.
     void update(const QUuid& id, const QString& text);
@@ -31,14 +39,20 @@ public:
     /// Ignores unknown ids.
     void remove(const std::vector<ChatMessage>& messages);
 
-    /// Tries again to read a file that could not be read at the start.
+    /// Removes the messages that are kept no longer. Returns whether there were any.
+    bool sweep(ConversationKeeping keeping, TimePoint now);
+
+    /// Tries again to read what could not be read at the start.
     void readAgain();
 
 private:
-    void trim();
+    void change(const std::function<void(std::vector<ChatMessage>& messages)>& change);
+    void takeWindow();
+    void save();
 
     StoreFile m_file;
-    std::vector<ChatMessage> m_messages;
+    std::vector<ChatMessage> m_window;
+    Transcript m_transcript;
 };
 
 } // namespace pobblewig

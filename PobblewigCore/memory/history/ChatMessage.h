@@ -21,7 +21,14 @@ struct ChatMessage {
     /// Set on a reply that ended before the model was done: at its length limit, or by a failure.
     std::optional<bool> cutOff = std::nullopt;
 
+    /// Set on a reply that the user stopped.
+    std::optional<bool> stopped = std::nullopt;
+
     bool isCutOff() const { return cutOff.value_or(false); }
+    bool isStopped() const { return stopped.value_or(false); }
+
+    /// Whether the model can be asked to go on with it.
+    bool isUnfinished() const { return isCutOff() || isStopped(); }
 
     bool operator==(const ChatMessage&) const = default;
 
@@ -33,7 +40,7 @@ struct ChatMessage {
             defaulted("hadImage", &ChatMessage::hadImage),
             optional("sessionID", &ChatMessage::sessionID),
             optional("relatedInterventionID", &ChatMessage::relatedInterventionID),
-            optional("cutOff", &ChatMessage::cutOff) };
+            optional("cutOff", &ChatMessage::cutOff), optional("stopped", &ChatMessage::stopped) };
     }
 };
 

@@ -8,9 +8,9 @@ namespace pobblewig {
 
 namespace {
 
-const auto storeNames =
-    QStringLiteral("memory reference observations summaries sessions chat meetings proposals")
-        .split(u' ');
+const auto storeNames = QStringLiteral(
+    "memory reference observations summaries sessions chat transcript meetings proposals")
+                            .split(u' ');
 
 bool isStoreCopy(const QString& store, const QString& fileName)
 {

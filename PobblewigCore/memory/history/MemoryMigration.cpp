@@ -161,7 +161,7 @@ bool MemoryMigration::isBackupLitter(const QString& name)
 bool MemoryMigration::adoptLegacyChatIfNeeded(
     DailySessionStore& sessions, ChatHistoryStore& history, TimePoint now, const Calendar& calendar)
 {
-    const auto& messages = history.messages();
+    const auto& messages = history.transcript();
     if (!sessions.sessions().empty() || messages.empty())
         return false;
     const auto first = messages.front().timestamp;

@@ -11,7 +11,11 @@ LibrarianFeature::LibrarianFeature(Surroundings surroundings)
           .history = surroundings.stores.history,
           .librarian = m_service,
           .chatArchiveDirectory = std::move(surroundings.directory),
-          .activitySummaryProvider = std::move(surroundings.activitySummary) })
+          .activitySummaryProvider = std::move(surroundings.activitySummary),
+          .keeping =
+              [&settings = surroundings.stores.settings] {
+                  return settings.settings().keepConversations;
+              } })
     , m_readingAlong(surroundings.stores, m_service, std::move(surroundings.situation))
 {
 }

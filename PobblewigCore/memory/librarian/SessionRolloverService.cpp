@@ -19,7 +19,7 @@ auto SessionRolloverService::ending() const -> std::optional<Ending>
     const auto session = m.memory.sessions.activeSession();
     if (!session)
         return std::nullopt;
-    return Ending { session->id, m.moment.now(), m.history.messages() };
+    return Ending { session->id, m.moment.now(), m.history.messages(), m.history.transcript() };
 }
 
 Task<RolloverOutcome> SessionRolloverService::rolloverIfNeeded(std::optional<Ending> ending)
@@ -41,7 +41,7 @@ void SessionRolloverService::finishInterrupted()
         return;
     if (!session->endedAt)
         finish(*session, *summary);
-    beginNext(*session, m.history.messages(), m.moment.now());
+    beginNext(*session, m.history.transcript(), m.moment.now());
 }
 
 Task<> SessionRolloverService::rollUpWeek()
@@ -69,18 +69,18 @@ Task<RolloverOutcome> SessionRolloverService::performRollover(std::optional<Endi
 
 Task<RolloverOutcome> SessionRolloverService::close(DailySession session, Ending ending)
 {
-    if (RolloverLogic::isIdle(ending.window, observationsOf(session, ending.at))) {
+    if (RolloverLogic::isIdle(ending.transcript, observationsOf(session, ending.at))) {
         m.memory.sessions.finalizeActiveSession(
             { .activitySummary = m.activitySummaryProvider(session.startedAt, ending.at) },
             ending.at);
-        beginNext(session, ending.window, beginningAfter(ending));
+        beginNext(session, ending.transcript, beginningAfter(ending));
         co_return RolloverOutcome { .rolledOver = true };
     }
     const auto summary = co_await closeDay(session, ending);
     if (!summary)
         co_return RolloverOutcome();
     finish(session, *summary);
-    beginNext(session, ending.window, beginningAfter(ending));
+    beginNext(session, ending.transcript, beginningAfter(ending));
     co_await rollUpWeek();
     co_return RolloverOutcome { .rolledOver = true, .dailySummaryCreated = true };
 }
@@ -118,27 +118,30 @@ void SessionRolloverService::finish(const DailySession& session, const PeriodSum
 }
 
 void SessionRolloverService::beginNext(
-    const DailySession& ended, const std::vector<ChatMessage>& window, TimePoint begin)
+    const DailySession& ended, const std::vector<ChatMessage>& messages, TimePoint begin)
 {
     // Messages that cannot be archived stay, and are archived with the next session.
-    if (archive(ended, window))
-        m.history.remove(window);
-    const auto now = m.moment.now();
-    const auto calendar = m.moment.calendar();
-    m.memory.sessions.startNewSession(begin, ended.id, calendar);
-    m_lastRolloverAt = now;
+    if (archive(ended, messages))
+        m.history.remove(messages);
+    m.memory.sessions.startNewSession(begin, ended.id, m.moment.calendar());
+    m_lastRolloverAt = m.moment.now();
+    sweepArchives();
+}
+
+void SessionRolloverService::sweepArchives()
+{
     if (m.chatArchiveDirectory)
-        ChatArchive::sweepChatArchives(*m.chatArchiveDirectory, now, calendar);
+        ChatArchive::sweepChatArchives(
+            *m.chatArchiveDirectory, m.moment.now(), m.moment.calendar(), m.keeping());
 }
 
 bool SessionRolloverService::archive(
-    const DailySession& session, const std::vector<ChatMessage>& window)
+    const DailySession& session, const std::vector<ChatMessage>& messages)
 {
-    // An empty archive would replace the one written before a crash.
-    if (!m.chatArchiveDirectory || window.empty())
+    if (!m.chatArchiveDirectory || messages.empty())
         return true;
     const auto written =
-        ChatArchive::write(*m.chatArchiveDirectory, window, session.dayKey, session.id);
+        ChatArchive::write(*m.chatArchiveDirectory, messages, session.dayKey, session.id);
     if (!written)
         Log::line(
             QStringLiteral("buddy: failed to archive chat: %1").arg(written.error().description()));

@@ -34,13 +34,16 @@ public:
         std::optional<DataDirectory> chatArchiveDirectory;
         /// Describes what the user did on the computer.
         std::function<QString(TimePoint from, TimePoint to)> activitySummaryProvider;
+        std::function<ConversationKeeping()> keeping = [] { return ConversationKeeping::year; };
     };
 
     /// A session and its messages when its closing began.
     struct Ending {
         QUuid sessionID;
         TimePoint at;
+        /// What the librarian reads.
         std::vector<ChatMessage> window;
+        std::vector<ChatMessage> transcript;
     };
 
     explicit SessionRolloverService(Dependencies dependencies);
@@ -72,14 +75,17 @@ public:
     /// reason.
     Task<> rollUpWeek();
 
+    /// Removes the archives that the user wants to keep no longer.
+    void sweepArchives();
+
 private:
     Task<RolloverOutcome> performRollover(std::optional<Ending> ending);
     Task<RolloverOutcome> close(DailySession session, Ending ending);
     Task<std::optional<PeriodSummary>> closeDay(DailySession session, Ending ending);
     void finish(const DailySession& session, const PeriodSummary& summary);
     void beginNext(
-        const DailySession& ended, const std::vector<ChatMessage>& window, TimePoint begin);
-    bool archive(const DailySession& session, const std::vector<ChatMessage>& window);
+        const DailySession& ended, const std::vector<ChatMessage>& messages, TimePoint begin);
+    bool archive(const DailySession& session, const std::vector<ChatMessage>& messages);
 
     /// What was observed in the session, or linked to it although it happened before, and is not
     /// part of another day.

@@ -94,7 +94,7 @@ QStringList everythingSaid(const QDir& directory)
 {
     QStringList texts;
     auto files = directory.entryList({ u"chat-*.json"_s });
-    files.append(u"chat.json"_s);
+    files.append(u"transcript.json"_s);
     for (const auto& file : files) {
         const auto messages = JSONFileStore(directory, file).load<std::vector<ChatMessage>>();
         for (const auto& message : messages.value_or(std::vector<ChatMessage>()))
@@ -234,7 +234,12 @@ private Q_SLOTS:
     {
         for (int lastWrite = 0;; ++lastWrite) {
             const ScratchDirectory scratch;
-            Launch(scratch).say(u"kept"_s);
+            QStringList said;
+            {
+                Launch launch(scratch);
+                for (int number = 0; number < 40; ++number)
+                    launch.say(said.emplace_back(QString::number(number)));
+            }
             DataDirectory dying = scratch;
             const auto operations = std::make_shared<DyingFileOperations>(lastWrite);
             dying.operations = operations;
@@ -247,7 +252,7 @@ private Q_SLOTS:
             QCOMPARE(again.memory.summaries.all().size(), 1u);
             QCOMPARE(again.memory.sessions.sessions().size(), 2u);
             QVERIFY(again.memory.sessions.activeSession()->previousSessionID.has_value());
-            QCOMPARE(everythingSaid(scratch.path()), QStringList(u"kept"_s));
+            QCOMPARE(everythingSaid(scratch.path()), said);
             QVERIFY(again.history.messages().empty());
             if (!operations->isDead())
                 return;
