@@ -226,6 +226,7 @@ void AppDelegate::makePanel()
     connect(m_panel.get(), &ChatPanel::hidden, this, [this] { m_presence.setChatShown(false); });
     connect(m_panel.get(), &ChatPanel::hidden, this,
         [this] { m_desktopSettings.setValue(panelSizeKey, m_panel->size()); });
+    connect(qApp, &QApplication::aboutToQuit, m_panel.get(), &ChatPanel::keepDraft);
     connect(m_panel.get(), &ChatPanel::proposalAnswered, this, &AppDelegate::answerProposal);
     m_panel->resize(m_desktopSettings.value(panelSizeKey, m_panel->size()).toSize());
     m_panel->setNotice(m_notice);

@@ -2,6 +2,7 @@
 
 #include "foundation/Log.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace pobblewig {
@@ -68,15 +69,29 @@ void ChatService::retryLast()
         run(AutoRetry::allowed);
 }
 
+void ChatService::retry(const QUuid& message)
+{
+    if (m_recordedMessage == message && canRetry()) {
+        retryLast();
+        return;
+    }
+    const auto failed = std::ranges::find(messages(), message, &ChatMessage::id);
+    if (!isUnanswered(message) || failed == messages().end() || !submit(failed->text))
+        return;
+    setUnanswered(message, false);
+}
+
 bool ChatService::canContinue() const
 {
-    return !isInTurn() && !messages().empty() && messages().back().isCutOff();
+    return !isInTurn() && !messages().empty() && messages().back().isUnfinished();
 }
 
 void ChatService::continueReply()
 {
-    if (canContinue())
-        submit(tr("Please go on where your last message was cut off."));
+    if (!canContinue())
+        return;
+    submit(messages().back().isStopped() ? tr("Please go on where I stopped you.")
+                                         : tr("Please go on where your last message was cut off."));
 }
 
 void ChatService::cancelStreaming()
@@ -85,6 +100,7 @@ void ChatService::cancelStreaming()
         return;
     m_stop.request_stop();
     m_router.close();
+    keepStoppedReply();
     beginPreview();
     enter(Phase::idle);
     Q_EMIT activityChanged(false, false);
@@ -163,6 +179,8 @@ void ChatService::abandonTurn(const ChatError& error, AutoRetry autoRetry)
         run(AutoRetry::done);
         return;
     }
+    if (m_recordedMessage && canRetry())
+        setUnanswered(*m_recordedMessage, true);
     Q_EMIT activityChanged(false, false);
 }
 
@@ -193,6 +211,7 @@ Task<ChatService::Outcome> ChatService::send(
     m_lastToolCalls.clear();
     const auto asked = earlier ? *earlier : recordQuestion(trimmed, image.has_value());
     const auto askedIn = asked.sessionID;
+    setUnanswered(asked.id, false);
 
     auto outcome = co_await requestReply({ asked, std::move(image) }, stop);
     if (stop.stop_requested())
@@ -298,6 +317,16 @@ void ChatService::announceAdded()
     forgetLostTurn();
 }
 
+void ChatService::setUnanswered(const QUuid& message, bool isUnanswered)
+{
+    const auto isNew =
+        isUnanswered ? m_unanswered.insert(message).second : m_unanswered.erase(message) > 0;
+    if (!isNew)
+        return;
+    const auto place = std::ranges::find(messages(), message, &ChatMessage::id);
+    Q_EMIT messagesChanged(size_t(place - messages().begin()));
+}
+
 void ChatService::forgetLostTurn()
 {
     if (!m_recordedMessage || m_record.contains(*m_recordedMessage))
@@ -320,6 +349,18 @@ void ChatService::finishReply(const ChatTurn::Result& result, std::optional<QUui
         .hadImage = result.tookScreenshot,
         .isCutOff = result.isCutOff,
     });
+    announceAdded();
+}
+
+void ChatService::keepStoppedReply()
+{
+    const auto partial = m_preview.text().trimmed();
+    const auto question = m_record.newestQuestion();
+    if (partial.isEmpty() || !question)
+        return;
+    m_record.addReply({ .text = partial, .askedIn = question->sessionID, .isStopped = true });
+    // It is continued rather than asked for again.
+    m_lastRequest.reset();
     announceAdded();
 }
 

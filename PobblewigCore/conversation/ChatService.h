@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <optional>
+#include <set>
 #include <stop_token>
 #include <vector>
 
@@ -67,8 +68,15 @@ public:
     /// loading, or that it did not see the oldest messages.
     const std::optional<QString>& notice() const { return m_notice; }
 
-    /// Whether the newest message is a reply that was cut off, and no turn runs.
+    /// Whether the newest message is a reply that was cut off or stopped, and no turn runs.
     bool canContinue() const;
+
+    /// Whether this is a message of the user whose turn has failed since the launch.
+    bool isUnanswered(const QUuid& message) const { return m_unanswered.contains(message); }
+
+    /// The text that the user has begun to write, which the next launch finds again.
+    const QString& draft() const { return m_record.draft(); }
+    void keepDraft(const QString& text) { m_record.keepDraft(text); }
 
     /// A description of the screenshot while its turn runs.
     const std::optional<QString>& captureIndicator() const { return m_captureIndicator; }
@@ -94,8 +102,14 @@ public:
     /// Repeats the last turn without recording its user message twice.
     void retryLast();
 
-    /// Asks the model to go on with a reply that was cut off.
+    /// Asks again for the answer to a message that has none. One that others have followed is said
+    /// again. Does nothing during a turn.
+    void retry(const QUuid& message);
+
+    /// Asks the model to go on with a reply that was cut off or stopped.
     void continueReply();
+
+    /// Ends the turn. What has arrived of the reply is kept.
     void cancelStreaming();
 
     /// Adds a message that the buddy writes by itself. It belongs to the active session, or to none
@@ -167,9 +181,11 @@ private:
 
     ChatMessage recordQuestion(const QString& text, bool hasImage);
     void announceAdded();
+    void setUnanswered(const QUuid& message, bool isUnanswered);
     void forgetLostTurn();
     void finishReply(const ChatTurn::Result& result, std::optional<QUuid> askedIn);
     /// Keeps what has arrived of the reply.
+    void keepStoppedReply();
     void failReply(const LLMFailure& failure, std::optional<QUuid> askedIn);
 
     bool isMemoryEnabled() const { return m_settings.settings().memoryEnabled; }
@@ -210,6 +226,7 @@ private:
     std::optional<Request> m_lastRequest;
     /// The message of the last request, once it is in the history.
     std::optional<QUuid> m_recordedMessage;
+    std::set<QUuid> m_unanswered;
     std::stop_source m_stop;
 };
 

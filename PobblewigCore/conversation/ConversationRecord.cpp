@@ -52,6 +52,7 @@ void ConversationRecord::addReply(const Reply& reply)
         .hadImage = reply.hadImage,
         .sessionID = isMemoryEnabled() ? reply.askedIn : std::nullopt,
         .cutOff = reply.isCutOff ? std::optional(true) : std::nullopt,
+        .stopped = reply.isStopped ? std::optional(true) : std::nullopt,
     });
 }
 

@@ -28,6 +28,7 @@ public:
         std::optional<QUuid> askedIn;
         bool hadImage = false;
         bool isCutOff = false;
+        bool isStopped = false;
     };
 
     /// Both arguments must outlive this object.
@@ -39,6 +40,10 @@ public:
     /// Whether a model still reads this message.
     bool contains(const QUuid& id) const;
     std::optional<ChatMessage> newestQuestion() const;
+
+    /// What the user has begun to write.
+    const QString& draft() const { return m_history.draft().text(); }
+    void keepDraft(const QString& text) { m_history.draft().setText(text); }
 
     ChatMessage addQuestion(const QString& text, bool hasImage);
     void addReply(const Reply& reply);

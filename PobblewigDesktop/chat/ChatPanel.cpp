@@ -44,6 +44,12 @@ CaptureConsent::Answer captureAnswer(ProposalAnswer answer)
     Q_UNREACHABLE();
 }
 
+QString unfinishedInWords(const ChatMessage& reply)
+{
+    return reply.isStopped() ? ChatPanel::tr("You stopped the reply.")
+                             : ChatPanel::tr("The reply was cut off.");
+}
+
 QToolButton* inputButton(const QString& name, QWidget* parent)
 {
     auto* const button = new QToolButton(parent);
@@ -85,6 +91,8 @@ ChatPanel::ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget*
     connectChat();
     connectControls();
     setTheme(Theme::palette(Theme::desktopScheme(palette()), {}));
+    m_input->setPlainText(m_chat.draft());
+    m_input->moveCursor(QTextCursor::End);
     showTurn();
     showError();
     showHint();
@@ -178,7 +186,13 @@ void ChatPanel::showEvent(QShowEvent* event)
 void ChatPanel::hideEvent(QHideEvent* event)
 {
     QWidget::hideEvent(event);
+    keepDraft();
     Q_EMIT hidden();
+}
+
+void ChatPanel::keepDraft()
+{
+    m_chat.keepDraft(m_input->toPlainText());
 }
 
 void ChatPanel::arrange()
@@ -246,6 +260,7 @@ void ChatPanel::connectControls()
     connect(m_view, &ConversationView::findRequested, m_findBar, &FindBar::open);
     connect(m_view, &ConversationView::linkRequested, this,
         [](const QString& address) { QDesktopServices::openUrl(QUrl(address)); });
+    connect(m_view, &ConversationView::retryRequested, &m_chat, &ChatService::retry);
     connect(m_findBar, &FindBar::closeRequested, m_find, &ConversationFind::close);
     connect(m_error, &Banner::actionTriggered, this, &ChatPanel::remedy);
     connect(m_cutOff, &Banner::actionTriggered, &m_chat, &ChatService::continueReply);
@@ -292,7 +307,7 @@ void ChatPanel::showError()
 void ChatPanel::showRemedy()
 {
     const auto isCutOff = m_chat.canContinue();
-    m_cutOff->setText(isCutOff ? tr("The reply was cut off.") : QString());
+    m_cutOff->setText(isCutOff ? unfinishedInWords(m_chat.messages().back()) : QString());
     m_cutOff->setAction(tr("Continue"), Icons::Name::chevronDown);
     if (m_chat.remedy() == ChatService::Remedy::newSession) {
         m_error->setAction(tr("New session"), Icons::Name::newSession);
@@ -359,6 +374,7 @@ void ChatPanel::submit(const QString& text, ChatService::Screenshot screenshot)
         m_view->followLatest();
     else
         giveBack(written);
+    keepDraft();
 }
 
 void ChatPanel::giveBack(const QString& text)

@@ -54,6 +54,9 @@ public:
     /// again.
     void allowAnswer(const QString& proposalId);
 
+    /// Keeps what the user has begun to write for the next launch, as hiding the panel does.
+    void keepDraft();
+
     /// Shows the panel beside the buddy. Both rectangles are in the desktop's coordinates.
     void showBeside(const QRect& buddy, const QRect& screen);
 

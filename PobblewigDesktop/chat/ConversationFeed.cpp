@@ -43,22 +43,20 @@ void ConversationFeed::show(size_t first)
     // Without the row above, nothing is known of what is shown.
     if (!above)
         first = 0;
-    m_model.setRows(
-        ConversationLogic::rows(messages, m_clock(), m_calendar, first), above ? *above + 1 : 0);
+    auto rows = ConversationLogic::rows(messages, m_clock(), m_calendar, first);
+    for (auto& row : rows)
+        row.isUnanswered = m_chat.isUnanswered(row.id);
+    m_model.setRows(std::move(rows), above ? *above + 1 : 0);
     Q_EMIT textsChanged();
 }
 
 void ConversationFeed::followTurn()
 {
     if (m_chat.isStreaming()) {
-        m_latestBeforeTurn = latestMessage();
         m_model.setReply(ConversationRow { .kind = ConversationRow::Kind::preview });
         return;
     }
-    if (hasReplied())
-        m_model.setReply(std::nullopt);
-    else
-        keepPartialReply();
+    m_model.setReply(std::nullopt);
     Q_EMIT textsChanged();
 }
 
@@ -67,29 +65,6 @@ void ConversationFeed::showPreview()
     // As it will stand in the finished message.
     if (m_chat.isStreaming())
         m_model.setReplyText(QStringView(m_chat.streamingPreview()).trimmed());
-}
-
-void ConversationFeed::keepPartialReply()
-{
-    if (m_model.rowCount() == 0)
-        return;
-    auto reply = m_model.row(m_model.rowCount() - 1);
-    if (!reply.isReplyInProgress())
-        return;
-    reply.kind = ConversationRow::Kind::partial;
-    m_model.setReply(reply.text.isEmpty() ? std::nullopt : std::optional(reply));
-}
-
-bool ConversationFeed::hasReplied() const
-{
-    const auto& messages = m_chat.messages();
-    return !messages.empty() && messages.back().role != ChatMessage::Role::user
-        && messages.back().id != m_latestBeforeTurn;
-}
-
-QUuid ConversationFeed::latestMessage() const
-{
-    return m_chat.messages().empty() ? QUuid() : m_chat.messages().back().id;
 }
 
 } // namespace pobblewig

@@ -11,8 +11,6 @@ class ConversationModel;
 
 /// Carries what the chat publishes into the rows on the screen, a growing reply at most once per
 /// frame.
-///
-/// If a reply ends early, the part that was shown stays until the next turn begins.
 class ConversationFeed : public QObject {
     Q_OBJECT
 
@@ -31,16 +29,12 @@ private:
     void show(size_t first);
     void followTurn();
     void showPreview();
-    void keepPartialReply();
-    bool hasReplied() const;
-    QUuid latestMessage() const;
 
     const ChatService& m_chat;
     ConversationModel& m_model;
     Calendar m_calendar;
     Clock m_clock;
     QTimer m_nextFrame;
-    QUuid m_latestBeforeTurn;
 };
 
 } // namespace pobblewig

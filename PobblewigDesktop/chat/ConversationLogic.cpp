@@ -67,7 +67,8 @@ std::vector<ConversationRow> ConversationLogic::rows(
             .timestamp = message.timestamp,
             .time = calendar.locale.toString(moment.time(), QLocale::ShortFormat),
             .hadImage = message.hadImage,
-            .isCutOff = message.isCutOff() });
+            .isCutOff = message.isCutOff(),
+            .isStopped = message.isStopped() });
         previous = &message;
     }
     return rows;
@@ -82,13 +83,15 @@ QString ConversationLogic::spoken(const ConversationRow& row)
         return Texts::tr("Note, %1: %2").arg(row.time, row.text);
     case ConversationRow::Kind::preview:
         return Texts::tr("Pobblewig is writing: %1").arg(row.text);
-    case ConversationRow::Kind::partial:
-        return Texts::tr("Pobblewig, unfinished: %1").arg(row.text);
     default:
         break;
     }
     if (row.isCutOff)
         return Texts::tr("%1, %2, cut off: %3").arg(speaker(row.kind), row.time, row.text);
+    if (row.isStopped)
+        return Texts::tr("%1, %2, stopped: %3").arg(speaker(row.kind), row.time, row.text);
+    if (row.isUnanswered)
+        return Texts::tr("%1, %2, not answered: %3").arg(speaker(row.kind), row.time, row.text);
     const auto line = row.hadImage ? Texts::tr("%1, %2, with a picture of the screen: %3")
                                    : Texts::tr("%1, %2: %3");
     return line.arg(speaker(row.kind), row.time, row.text);

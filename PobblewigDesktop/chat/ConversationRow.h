@@ -20,8 +20,6 @@ struct ConversationRow {
         note,
         /// The reply that is being written.
         preview,
-        /// The part of a reply that had been written when it ended early.
-        partial,
     };
 
     Kind kind = Kind::user;
@@ -33,9 +31,13 @@ struct ConversationRow {
     bool hadImage = false;
     /// The reply ended before the model was done, and is kept.
     bool isCutOff = false;
+    /// The user stopped the reply, and it is kept.
+    bool isStopped = false;
+    /// The turn of this message of the user has failed.
+    bool isUnanswered = false;
 
     bool isMessage() const { return !id.isNull(); }
-    bool isReplyInProgress() const { return kind == Kind::preview || kind == Kind::partial; }
+    bool isReplyInProgress() const { return kind == Kind::preview; }
     bool isSameAs(const ConversationRow& other) const
     {
         return id == other.id && kind == other.kind && (kind != Kind::day || text == other.text);

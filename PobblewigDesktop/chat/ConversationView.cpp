@@ -293,6 +293,8 @@ void ConversationView::addMessageActions(QMenu& menu, const QModelIndex& index)
         });
     if (shown.text != row.text)
         menu.addAction(tr("Copy as Markdown"), this, [text = row.text] { setClipboard(text); });
+    if (row.isUnanswered)
+        menu.addAction(tr("Try again"), this, [this, id = row.id] { Q_EMIT retryRequested(id); });
     for (const auto& block : shown.blocks) {
         if (block.kind != StyledText::BlockKind::code)
             continue;

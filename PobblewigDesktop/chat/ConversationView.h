@@ -47,6 +47,7 @@ public:
 
 Q_SIGNALS:
     void findRequested();
+    void retryRequested(const QUuid& message);
 
     /// The user wants to follow this link, on the web or of mail.
     void linkRequested(const QString& address);

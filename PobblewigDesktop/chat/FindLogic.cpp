@@ -8,7 +8,7 @@ namespace {
 
 bool isSearched(const ConversationRow& row)
 {
-    return row.isMessage() || row.kind == ConversationRow::Kind::partial;
+    return row.isMessage();
 }
 
 } // namespace

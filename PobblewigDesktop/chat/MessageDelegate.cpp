@@ -25,14 +25,15 @@ constexpr qreal caretWidth = 6;
 bool hasFooter(const ConversationRow& row)
 {
     return row.kind == ConversationRow::Kind::user || row.kind == ConversationRow::Kind::assistant
-        || row.kind == ConversationRow::Kind::proactive
-        || row.kind == ConversationRow::Kind::partial;
+        || row.kind == ConversationRow::Kind::proactive;
 }
 
 QString footerText(const ConversationRow& row)
 {
-    if (row.kind == ConversationRow::Kind::partial)
-        return MessageDelegate::tr("Unfinished");
+    if (row.isStopped)
+        return MessageDelegate::tr("%1, stopped").arg(row.time);
+    if (row.isUnanswered)
+        return MessageDelegate::tr("%1, not answered").arg(row.time);
     return row.isCutOff ? MessageDelegate::tr("%1, cut off").arg(row.time) : row.time;
 }
 

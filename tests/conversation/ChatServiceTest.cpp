@@ -175,20 +175,53 @@ private Q_SLOTS:
         QCOMPARE(m->texts(), u"hi|hello");
     }
 
-    void aStoppedTurnLeavesTheMessageAndNoError()
+    void aStoppedReplyStaysAndIsContinued()
     {
-        m->model.enqueueHeld(u"half a"_s);
+        m->model.enqueueHeld(QString());
+        m->chat.submit(u"hi"_s);
+        QTRY_VERIFY(!m->model.requests().empty());
+        m->chat.cancelStreaming();
+        QCOMPARE(m->texts(), u"hi");
+
+        m->model.enqueueHeld(u"half a "_s);
         m->chat.submit(u"hi"_s);
         QTRY_COMPARE(m->chat.streamingPreview(), u"half a"_s);
         m->chat.cancelStreaming();
-        QVERIFY(!m->chat.isStreaming() && !m->succeeded());
-        QCOMPARE(m->model.droppedStreams(), 1);
+        QVERIFY(!m->chat.isStreaming() && !m->succeeded() && !m->chat.canRetry());
+        QCOMPARE(m->model.droppedStreams(), 2);
+        QVERIFY(m->chat.messages().back().isStopped() && m->chat.canContinue());
+        QCOMPARE(m->chat.messages().back().sessionID, m->chat.messages().front().sessionID);
 
         // The stopped turn must not disturb the next one, which begins before it has noticed.
-        m->ask(u"again"_s, u"whole"_s);
-        QVERIFY(m->succeeded());
-        QVERIFY(!m->chat.lastError());
-        QCOMPARE(m->texts(), u"hi|again|whole");
+        m->model.enqueue(u"whole"_s);
+        m->chat.continueReply();
+        m->finishTurn();
+        QVERIFY(m->succeeded() && !m->chat.lastError() && !m->chat.canContinue());
+        QCOMPARE(m->texts(), u"hi|hi|half a|Please go on where I stopped you.|whole");
+        const auto& asked = m->model.requests().back().messages;
+        QCOMPARE(asked[asked.size() - 2].content, u"half a");
+    }
+
+    void aMessageWithoutAnAnswerIsMarkedAndAskedAgain()
+    {
+        const auto failure = LLMError::http(401, {});
+        m->ask(u"first"_s, failure);
+        m->ask(u"second"_s, failure);
+        const auto first = m->chat.messages()[0].id;
+        const auto second = m->chat.messages()[1].id;
+        QVERIFY(m->chat.isUnanswered(first) && m->chat.isUnanswered(second));
+        const auto retry = [&](const QUuid& message, const QString& answer) {
+            m->model.enqueue(answer);
+            m->chat.retry(message);
+            m->finishTurn();
+            QVERIFY(m->succeeded() && !m->chat.isUnanswered(message));
+        };
+        retry(second, u"2"_s);
+        QCOMPARE(m->texts(), u"first|second|2");
+        retry(first, u"1"_s);
+        QCOMPARE(m->texts(), u"first|second|2|first|1");
+        m->chat.retry(first);
+        QVERIFY(!m->chat.isInTurn());
     }
 
     void aTurnThatNeedsNoModelOrGetsNoWordsEndsToo()

@@ -93,7 +93,7 @@ private Q_SLOTS:
         const auto directory = m_world->scratch.path();
         for (const auto* name : { "chat-2026-02-28-5F0C7A2E.json", "intent.json",
                  ".chat-2026-02-28-5F0C7A2E.json.partial", ".reference.json.partial",
-                 "memory.v1-backup-2026-02-01T08-00-00Z.json",
+                 "memory.v1-backup-2026-02-01T08-00-00Z.json", "draft.json",
                  "observations.json.corrupt-2026-02-01T08-00-00Z", ".sync-pending/memory.json",
                  ".sync-backup-summaries-2026-02-01T08-00-00Z.json" })
             write(directory.filePath(QLatin1String(name)));
@@ -101,7 +101,7 @@ private Q_SLOTS:
             QStringLiteral("settings.json.corrupt-2026-02-01T08-00-00Z") };
         write(directory.filePath(QStringLiteral("memes/") + notMemory[0]));
         write(directory.filePath(notMemory[1]));
-        QTRY_COMPARE(m_world->filesThatHold(secret).size(), 17);
+        QTRY_COMPARE(m_world->filesThatHold(secret).size(), 18);
 
         (*m_world)->memoryDesk().deleteAllMemory();
         QCOMPARE(m_world->filesThatHold(secret), notMemory);

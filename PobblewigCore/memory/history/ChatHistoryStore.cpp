@@ -10,6 +10,7 @@ ChatHistoryStore::ChatHistoryStore(const std::optional<DataDirectory>& directory
     : m_file(directory, QStringLiteral("chat.json"), QStringLiteral("chat"))
     , m_window(m_file.load<std::vector<ChatMessage>>())
     , m_transcript(directory)
+    , m_draft(directory)
 {
     // The window is written first, so it is never older than the transcript.
     m_transcript.edit([this](auto& messages) { Transcript::merge(messages, m_window); });
@@ -36,6 +37,7 @@ void ChatHistoryStore::update(const QUuid& id, const QString& text)
 void ChatHistoryStore::clear()
 {
     change([](auto& messages) { messages.clear(); });
+    m_draft.setText({});
 }
 
 void ChatHistoryStore::adopt(const QUuid& sessionID)

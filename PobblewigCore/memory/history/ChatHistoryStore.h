@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/StoreFile.h"
+#include "memory/history/DraftStore.h"
 #include "memory/history/Transcript.h"
 #include "settings/ConversationKeeping.h"
 
@@ -10,7 +11,8 @@
 namespace pobblewig {
 
 /// The conversation: all of it since the last archive (`Transcript`), and its latest 30 messages,
-/// which a model reads, kept in "chat.json". Every change reaches both.
+/// which a model reads, kept in "chat.json". Every change reaches both. And what the user has begun
+/// to write.
 ///
 /// Lives on the main thread. Without a directory it works in memory only.
 class ChatHistoryStore {
@@ -27,10 +29,14 @@ public:
     /// All messages, oldest first.
     const std::vector<ChatMessage>& transcript() const { return m_transcript.messages(); }
 
+    DraftStore& draft() { return m_draft; }
+
     void append(const ChatMessage& message);
 
     /// An unknown id changes nothing.
     void update(const QUuid& id, const QString& text);
+
+    /// Leaves no message and no draft.
     void clear();
 
     /// Assigns the messages without a session to this one.
@@ -53,6 +59,7 @@ private:
     StoreFile m_file;
     std::vector<ChatMessage> m_window;
     Transcript m_transcript;
+    DraftStore m_draft;
 };
 
 } // namespace pobblewig

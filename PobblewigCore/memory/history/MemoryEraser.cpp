@@ -82,7 +82,7 @@ void MemoryEraser::emptyStores(MemoryTiers& memory, ChatHistoryStore& history, T
 bool MemoryEraser::isCopy(const QString& fileName)
 {
     const auto whole = withoutPartialMark(fileName);
-    if (isArchive(whole) || whole == u"intent.json")
+    if (isArchive(whole) || whole == u"intent.json" || whole.startsWith(u"draft.json"))
         return true;
     return (whole != fileName && isStoreFile(whole))
         || std::ranges::any_of(

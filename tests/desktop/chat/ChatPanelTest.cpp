@@ -43,7 +43,7 @@ private Q_SLOTS:
     void init() { m.emplace(); }
     void cleanup() { m.reset(); }
 
-    void whatWasWrittenBeforeAStopStaysUntilTheNextTurn()
+    void whatWasWrittenBeforeAStopStays()
     {
         ask(QStringLiteral("Hello"));
         QVERIFY(input().toPlainText().isEmpty());
@@ -52,11 +52,23 @@ private Q_SLOTS:
         m->talk.model.say(QStringLiteral("Half a"));
         QTRY_COMPARE(spoken().last(), QStringLiteral("Pobblewig is writing: Half a"));
         button("Stop").click();
-        QCOMPARE(spoken().last(), QStringLiteral("Pobblewig, unfinished: Half a"));
+        QCOMPARE(spoken().last(), QStringLiteral("Pobblewig, 08:15, stopped: Half a"));
         QVERIFY(button("Send").isVisible() && !label("Error").isVisible());
-        ask(QStringLiteral("Again"));
+        button("Continue").click();
         QTRY_COMPARE(spoken().last(), QStringLiteral("Pobblewig is writing: "));
-        QVERIFY(!spoken().join(u'\n').contains(QStringLiteral("Half a")));
+        QCOMPARE(spoken().at(2), QStringLiteral("Pobblewig, 08:15, stopped: Half a"));
+    }
+
+    void whatWasBegunIsThereAfterALaunch()
+    {
+        input().setPlainText(QStringLiteral("Precious\nwords"));
+        m->panel.hide();
+        QCOMPARE(DraftStore(m->scratch).text(), QStringLiteral("Precious\nwords"));
+        ChatPanel next(m->talk.chat, Calendar(), [] { return ScriptedChat::now; });
+        auto* const field = m->find<QPlainTextEdit>(next, "Message");
+        QCOMPARE(field->toPlainText(), QStringLiteral("Precious\nwords"));
+        QTest::keyClick(field, Qt::Key_Return);
+        QVERIFY(!m->scratch.names().contains(QStringLiteral("draft.json")));
     }
 
     void anErrorIsSaidAndTheTurnCanBeTriedAgain()
@@ -67,6 +79,7 @@ private Q_SLOTS:
         QTRY_VERIFY(label("Error").isVisible());
         QCOMPARE(label("Error").text(), *m->talk.chat.lastError());
         QCOMPARE(label("Error").accessibleDescription(), label("Error").text());
+        QTRY_COMPARE(spoken().last(), QStringLiteral("You, 08:15, not answered: Hello %1"));
         QTRY_VERIFY(button("Retry").isEnabled());
         button("Retry").click();
         QTRY_VERIFY(m->talk.model.isAsked() && !label("Error").isVisible());

@@ -2,6 +2,7 @@
 
 #include "PobblewigDesktop/chat/ChatPanel.h"
 #include "desktop/chat/ScriptedChat.h"
+#include "support/ScratchDirectory.h"
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -40,7 +41,8 @@ struct PanelFixture {
     QLabel& label(const char* name) const { return named<QLabel>(name); }
     QPlainTextEdit& input() const { return named<QPlainTextEdit>("Message"); }
 
-    ScriptedChat talk;
+    ScratchDirectory scratch;
+    ScriptedChat talk { scratch };
     ChatPanel panel { talk.chat, Calendar { QTimeZone::utc(), QLocale(QStringLiteral("en_GB")) },
         [] { return ScriptedChat::now; } };
 };

@@ -33,11 +33,15 @@ private:
     std::optional<LLMStream::Sink> m_sink;
 };
 
-/// A whole conversation in memory, at a fixed moment.
+/// A whole conversation, in memory unless there is a directory, at a fixed moment.
 struct ScriptedChat : ScriptedStores {
     static constexpr TimePoint now = morning;
 
-    ScriptedChat() { models.main = &model; }
+    explicit ScriptedChat(const std::optional<DataDirectory>& directory = std::nullopt)
+        : ScriptedStores(directory)
+    {
+        models.main = &model;
+    }
     Q_DISABLE_COPY_MOVE(ScriptedChat)
     ~ScriptedChat()
     {
