@@ -1,6 +1,7 @@
 #include "PobblewigDesktop/chat/ChatPanel.h"
 
 #include "PobblewigDesktop/chat/ChatHeader.h"
+#include "PobblewigDesktop/chat/ConversationBanners.h"
 #include "PobblewigDesktop/chat/ConversationFeed.h"
 #include "PobblewigDesktop/chat/ConversationFind.h"
 #include "PobblewigDesktop/chat/ConversationModel.h"
@@ -10,7 +11,7 @@
 #include "PobblewigDesktop/chat/MessageInput.h"
 #include "PobblewigDesktop/chat/PanelPlacement.h"
 #include "PobblewigDesktop/chat/ProposalBanners.h"
-#include "PobblewigDesktop/controls/Banner.h"
+#include "PobblewigDesktop/controls/Icons.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 #include "prompts/VisionUserPrompt.h"
 
@@ -44,12 +45,6 @@ CaptureConsent::Answer captureAnswer(ProposalAnswer answer)
     Q_UNREACHABLE();
 }
 
-QString unfinishedInWords(const ChatMessage& reply)
-{
-    return reply.isStopped() ? ChatPanel::tr("You stopped the reply.")
-                             : ChatPanel::tr("The reply was cut off.");
-}
-
 QToolButton* inputButton(const QString& name, QWidget* parent)
 {
     auto* const button = new QToolButton(parent);
@@ -73,10 +68,7 @@ ChatPanel::ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget*
     , m_view(new ConversationView(*m_model, this))
     , m_find(new ConversationFind(*m_findBar, *m_model, *m_view, this))
     , m_saving(new ConversationSaving(chat, m_calendar, *this))
-    , m_notice(new Banner(Banner::Kind::notice, tr("Notice"), {}, this))
-    , m_hint(new Banner(Banner::Kind::notice, tr("Hint"), {}, this))
-    , m_cutOff(new Banner(Banner::Kind::notice, tr("Cut off"), {}, this))
-    , m_error(new Banner(Banner::Kind::error, tr("Error"), tr("Retry"), this))
+    , m_banners(new ConversationBanners(chat, *this))
     , m_proposals(new ProposalBanners(*this))
     , m_capture(new QLabel(this))
     , m_input(new MessageInput(this))
@@ -94,8 +86,7 @@ ChatPanel::ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget*
     m_input->setPlainText(m_chat.draft());
     m_input->moveCursor(QTextCursor::End);
     showTurn();
-    showError();
-    showHint();
+    showUnsent();
     showCapture();
     showCaptureQuestion();
 }
@@ -106,10 +97,7 @@ void ChatPanel::setTheme(const Palette& palette)
     m_header->setTheme(palette);
     m_findBar->setTheme(palette);
     m_view->setTheme(palette);
-    m_notice->setTheme(palette);
-    m_hint->setTheme(palette);
-    m_cutOff->setTheme(palette);
-    m_error->setTheme(palette);
+    m_banners->setTheme(palette);
     m_proposals->setTheme(palette);
     m_input->setTheme(palette);
     m_screen->setIcon(Icons::icon(Icons::Name::screen, palette.text, palette.muted));
@@ -137,12 +125,13 @@ void ChatPanel::setClosingSession(bool isClosing)
 {
     m_isClosingSession = isClosing;
     m_header->setNewSessionEnabled(!isClosing);
+    m_banners->setNewSessionEnabled(!isClosing);
     showTurn();
 }
 
 void ChatPanel::setNotice(const QString& text)
 {
-    m_notice->setText(text);
+    m_banners->setNotice(text);
 }
 
 void ChatPanel::setProposals(
@@ -213,10 +202,7 @@ void ChatPanel::arrange()
     auto* const below = new QVBoxLayout;
     below->setContentsMargins(margin, gap, margin, margin);
     below->setSpacing(gap);
-    below->addWidget(m_notice);
-    below->addWidget(m_hint);
-    below->addWidget(m_error);
-    below->addWidget(m_cutOff);
+    m_banners->addTo(*below);
     below->addWidget(m_capture);
     below->addLayout(writing);
 
@@ -241,10 +227,8 @@ void ChatPanel::arrange()
 void ChatPanel::connectChat()
 {
     connect(&m_chat, &ChatService::activityChanged, this, &ChatPanel::showTurn);
-    connect(&m_chat, &ChatService::activityChanged, this, &ChatPanel::showError);
-    connect(&m_chat, &ChatService::lastErrorChanged, this, &ChatPanel::showError);
-    connect(&m_chat, &ChatService::messagesChanged, this, &ChatPanel::showRemedy);
-    connect(&m_chat, &ChatService::noticeChanged, this, &ChatPanel::showHint);
+    connect(&m_chat, &ChatService::activityChanged, this, &ChatPanel::showUnsent);
+    connect(&m_chat, &ChatService::lastErrorChanged, this, &ChatPanel::showUnsent);
     connect(&m_chat, &ChatService::captureIndicatorChanged, this, &ChatPanel::showCapture);
     connect(&m_chat.captureConsent(), &CaptureConsent::isAskingChanged, this,
         &ChatPanel::showCaptureQuestion);
@@ -262,8 +246,8 @@ void ChatPanel::connectControls()
         [](const QString& address) { QDesktopServices::openUrl(QUrl(address)); });
     connect(m_view, &ConversationView::retryRequested, &m_chat, &ChatService::retry);
     connect(m_findBar, &FindBar::closeRequested, m_find, &ConversationFind::close);
-    connect(m_error, &Banner::actionTriggered, this, &ChatPanel::remedy);
-    connect(m_cutOff, &Banner::actionTriggered, &m_chat, &ChatService::continueReply);
+    connect(m_banners, &ConversationBanners::newSessionRequested, this,
+        &ChatPanel::newSessionRequested);
     connect(m_proposals, &ProposalBanners::answered, this, &ChatPanel::answer);
     connect(
         m_proposals, &ProposalBanners::focusGivenUp, m_input, qOverload<>(&MessageInput::setFocus));
@@ -295,40 +279,11 @@ QString ChatPanel::state() const
     return m_isClosingSession ? tr("Summing up the day…") : m_stateText;
 }
 
-void ChatPanel::showError()
+void ChatPanel::showUnsent()
 {
-    m_error->setText(m_chat.lastError().value_or(QString()));
-    showRemedy();
     const auto unsent = m_chat.unsentText();
     if (unsent && *unsent != Prompts::visionUserPrompt && m_input->isBlank())
         m_input->setPlainText(*unsent);
-}
-
-void ChatPanel::showRemedy()
-{
-    const auto isCutOff = m_chat.canContinue();
-    m_cutOff->setText(isCutOff ? unfinishedInWords(m_chat.messages().back()) : QString());
-    m_cutOff->setAction(tr("Continue"), Icons::Name::chevronDown);
-    if (m_chat.remedy() == ChatService::Remedy::newSession) {
-        m_error->setAction(tr("New session"), Icons::Name::newSession);
-        m_error->setActionEnabled(!m_isClosingSession);
-        return;
-    }
-    m_error->setAction(isCutOff ? QString() : tr("Retry"), Icons::Name::retry);
-    m_error->setActionEnabled(m_chat.canRetry());
-}
-
-void ChatPanel::showHint()
-{
-    m_hint->setText(m_chat.notice().value_or(QString()));
-}
-
-void ChatPanel::remedy()
-{
-    if (m_chat.remedy() == ChatService::Remedy::newSession)
-        Q_EMIT newSessionRequested();
-    else
-        m_chat.retryLast();
 }
 
 void ChatPanel::showCapture()

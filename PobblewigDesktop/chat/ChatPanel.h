@@ -15,8 +15,8 @@ class QToolButton;
 
 namespace pobblewig {
 
-class Banner;
 class ChatHeader;
+class ConversationBanners;
 class ConversationFeed;
 class ConversationFind;
 class ConversationModel;
@@ -78,10 +78,7 @@ private:
     void connectControls();
     void showTurn();
     QString state() const;
-    void showError();
-    void showRemedy();
-    void showHint();
-    void remedy();
+    void showUnsent();
     void showCapture();
     void showCaptureQuestion();
     void answer(const QString& id, ProposalAnswer answer);
@@ -102,10 +99,7 @@ private:
     ConversationView* m_view;
     ConversationFind* m_find;
     ConversationSaving* m_saving;
-    Banner* m_notice;
-    Banner* m_hint;
-    Banner* m_cutOff;
-    Banner* m_error;
+    ConversationBanners* m_banners;
     ProposalBanners* m_proposals;
     QLabel* m_capture;
     MessageInput* m_input;
