@@ -40,7 +40,25 @@ struct HTTPResponse {
 
 /// Why no complete answer arrived. Any HTTP status counts as an answer.
 struct TransportError {
-    enum class Kind { unreachable, timedOut, truncated, tooLarge, notHTTP };
+    enum class Kind {
+        unreachable,
+        notAWebAddress,
+        hostNotFound,
+        refused,
+        /// The certificate is signed by nobody whom this computer trusts.
+        untrusted,
+        /// The certificate is not valid today.
+        expired,
+        /// The certificate is for another host.
+        wrongHost,
+        notSecure,
+        proxyIsSilent,
+        proxyRefuses,
+        timedOut,
+        truncated,
+        tooLarge,
+        notHTTP,
+    };
 
     Kind kind = Kind::unreachable;
     QString text;
@@ -50,9 +68,13 @@ struct TransportError {
 
 struct HTTPHead {
     int status = 0;
+    std::vector<HTTPHeader> headers = {};
 };
 
 using HTTPLine = QByteArray;
+
+/// The value of the first header of that name, whatever its case. Empty if there is none.
+QByteArray headerValue(const std::vector<HTTPHeader>& headers, QByteArrayView name);
 
 /// The head, then the lines of an event stream without their ends ("\n" or "\r\n"), blank lines and
 /// comments left out. More is read only when the consumer waits for it. Dropping the stream closes

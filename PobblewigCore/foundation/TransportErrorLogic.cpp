@@ -29,27 +29,27 @@ TransportError TransportErrorLogic::notAWebAddress(const QUrl& url)
     const auto text = Texts::tr("“%1” is not a web address. Web addresses begin with “https://” "
                                 "or “http://”.");
     const auto shown = url.toDisplayString(QUrl::RemoveUserInfo | QUrl::RemoveQuery);
-    return { Kind::unreachable, text.arg(shown) };
+    return { Kind::notAWebAddress, text.arg(shown) };
 }
 
 TransportError TransportErrorLogic::serverNotFound(const QUrl& url)
 {
-    return error(Kind::unreachable,
+    return error(Kind::hostNotFound,
         Texts::tr("No server named %1 was found. Check its address and the internet connection."),
         url);
 }
 
 TransportError TransportErrorLogic::nothingAnswers(const QUrl& url)
 {
-    return error(Kind::unreachable,
+    return error(Kind::refused,
         Texts::tr("Nothing answers at %1. Check that the server is running and that its address is "
                   "right."),
         url);
 }
 
-TransportError TransportErrorLogic::notSecure(const QUrl& url)
+TransportError TransportErrorLogic::notSecure(Kind reason, const QUrl& url)
 {
-    return error(Kind::unreachable,
+    return error(reason,
         Texts::tr("No secure connection to %1: its identity could not be confirmed. Check its "
                   "address and this computer's date."),
         url);
@@ -57,8 +57,16 @@ TransportError TransportErrorLogic::notSecure(const QUrl& url)
 
 TransportError TransportErrorLogic::proxyIsSilent(const QUrl& url)
 {
-    return error(Kind::unreachable,
+    return error(Kind::proxyIsSilent,
         Texts::tr("The proxy on the way to %1 does not answer. Check the proxy settings."), url);
+}
+
+TransportError TransportErrorLogic::proxyRefuses(const QUrl& url)
+{
+    return error(Kind::proxyRefuses,
+        Texts::tr("The proxy on the way to %1 wants a name and a password. Check the proxy "
+                  "settings."),
+        url);
 }
 
 TransportError TransportErrorLogic::connectionFailed(const QUrl& url)

@@ -15,8 +15,11 @@ TransportError notAWebAddress(const QUrl& url);
 TransportError serverNotFound(const QUrl& url);
 /// The connection was refused.
 TransportError nothingAnswers(const QUrl& url);
-TransportError notSecure(const QUrl& url);
+/// The reason is one of the kinds about certificates, or `notSecure`.
+TransportError notSecure(TransportError::Kind reason, const QUrl& url);
 TransportError proxyIsSilent(const QUrl& url);
+/// The proxy wants to know who asks.
+TransportError proxyRefuses(const QUrl& url);
 TransportError connectionFailed(const QUrl& url);
 /// The connection ended before an answer began.
 TransportError answeredBadly(const QUrl& url);

@@ -8,6 +8,30 @@ namespace pobblewig {
 
 namespace {
 
+constexpr int proxyAuthenticationRequired = 407;
+
+/// Numbers of OpenSSL (X509_V_ERR_…), which libcurl passes on.
+TransportError::Kind certificateFault(long error)
+{
+    using Kind = TransportError::Kind;
+    switch (error) {
+    case 0: // The chain is good, so it is the name.
+    case 62:
+    case 64:
+        return Kind::wrongHost;
+    case 9:
+    case 10:
+        return Kind::expired;
+    case 18:
+    case 19:
+    case 20:
+    case 21:
+        return Kind::untrusted;
+    default:
+        return Kind::notSecure;
+    }
+}
+
 TransportError notConnected(const CurlErrorLogic::Ending& ending, const QUrl& url)
 {
     if (ending.usesProxy)
@@ -19,6 +43,8 @@ TransportError notConnected(const CurlErrorLogic::Ending& ending, const QUrl& ur
 
 TransportError noAnswer(const CurlErrorLogic::Ending& ending, const QUrl& url)
 {
+    if (ending.proxyStatus == proxyAuthenticationRequired)
+        return TransportErrorLogic::proxyRefuses(url);
     switch (ending.result) {
     case CURLE_COULDNT_RESOLVE_HOST:
         return TransportErrorLogic::serverNotFound(url);
@@ -28,9 +54,10 @@ TransportError noAnswer(const CurlErrorLogic::Ending& ending, const QUrl& url)
     case CURLE_PROXY:
         return TransportErrorLogic::proxyIsSilent(url);
     case CURLE_PEER_FAILED_VERIFICATION:
+        return TransportErrorLogic::notSecure(certificateFault(ending.certificateError), url);
     case CURLE_SSL_CONNECT_ERROR:
     case CURLE_SSL_CACERT_BADFILE:
-        return TransportErrorLogic::notSecure(url);
+        return TransportErrorLogic::notSecure(TransportError::Kind::notSecure, url);
     // The last of these breaks off a request that libcurl would send again.
     case CURLE_GOT_NOTHING:
     case CURLE_RECV_ERROR:

@@ -16,6 +16,10 @@ struct Ending {
     /// Whether a status arrived.
     bool hasHead = false;
     bool usesProxy = false;
+    /// The status with which a proxy refused to connect.
+    int proxyStatus = 0;
+    /// What OpenSSL found wrong with the certificate.
+    long certificateError = 0;
 };
 
 /// Returns nothing if the whole answer arrived, whatever its status.

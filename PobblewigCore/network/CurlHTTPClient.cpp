@@ -26,7 +26,7 @@ Task<> cutIntoLines(std::shared_ptr<HTTPParts> parts, HTTPStream::Sink lines, QU
         if (!part)
             break;
         if (const auto* head = std::get_if<HTTPResponse>(&*part)) {
-            lines.push(HTTPHead { head->status });
+            lines.push(HTTPHead { head->status, head->headers });
             continue;
         }
         for (auto& line : splitter.add(std::get<QByteArray>(*part)))

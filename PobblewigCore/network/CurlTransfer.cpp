@@ -139,8 +139,7 @@ size_t CurlTransfer::readHeader(QByteArrayView line)
 
 size_t CurlTransfer::readHead(QByteArrayView lastLine)
 {
-    long status = 0;
-    curl_easy_getinfo(m_request.handle(), CURLINFO_RESPONSE_CODE, &status);
+    const auto status = info(CURLINFO_RESPONSE_CODE);
     if (status < 200)
         return size_t(lastLine.size());
     auto found = headers(m_request.handle());
@@ -203,13 +202,20 @@ void CurlTransfer::finish(CURLcode result)
 {
     if (m_error)
         return end(std::move(m_error));
-    long systemError = 0;
-    curl_easy_getinfo(m_request.handle(), CURLINFO_OS_ERRNO, &systemError);
     const CurlErrorLogic::Ending ending { .result = result,
-        .systemError = int(systemError),
+        .systemError = int(info(CURLINFO_OS_ERRNO)),
         .hasHead = m_hasHead,
-        .usesProxy = m_usesProxy };
+        .usesProxy = m_usesProxy,
+        .proxyStatus = int(info(CURLINFO_HTTP_CONNECTCODE)),
+        .certificateError = info(CURLINFO_SSL_VERIFYRESULT) };
     end(CurlErrorLogic::failure(ending, m_request.request().url));
+}
+
+long CurlTransfer::info(CURLINFO kind) const
+{
+    long value = 0;
+    curl_easy_getinfo(m_request.handle(), kind, &value);
+    return value;
 }
 
 void CurlTransfer::end(std::optional<TransportError> error)

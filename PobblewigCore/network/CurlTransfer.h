@@ -45,6 +45,7 @@ private:
 
     size_t fail(TransportError error);
     void finish(CURLcode result);
+    long info(CURLINFO kind) const;
     void end(std::optional<TransportError> error);
     void drop();
 
