@@ -3,6 +3,7 @@
 #include "foundation/EnumNames.h"
 
 #include <QJsonArray>
+#include <QJsonDocument>
 
 namespace pobblewig {
 
@@ -10,6 +11,10 @@ namespace {
 
 using namespace Qt::StringLiterals;
 using Role = LLMMessage::Role;
+
+constexpr qsizetype largestModelList = 1024 * 1024;
+constexpr qsizetype longestModelName = 200;
+constexpr size_t mostModels = 200;
 
 QString name(Role role)
 {
@@ -145,6 +150,30 @@ QJsonObject ChatCompletionsLogic::buildPayload(
         payload.insert(u"tool_choice"_s, u"auto"_s);
     }
     return payload;
+}
+
+HTTPRequest ChatCompletionsLogic::modelsRequest(const LLMConfiguration& configuration)
+{
+    HTTPRequest request;
+    request.url = appended(configuration.baseURL, u"models"_s);
+    request.timeout = std::chrono::seconds(5);
+    request.longest = std::chrono::seconds(8);
+    return applyAuth(std::move(request), configuration);
+}
+
+std::vector<QString> ChatCompletionsLogic::modelNames(const QByteArray& body)
+{
+    std::vector<QString> names;
+    if (body.size() > largestModelList)
+        return names;
+    const auto list = QJsonDocument::fromJson(body).object().value(u"data"_s).toArray();
+    for (const auto& entry : list) {
+        auto name = entry.toObject().value(u"id"_s).toString();
+        if (!name.trimmed().isEmpty() && name.size() <= longestModelName
+            && names.size() < mostModels)
+            names.push_back(std::move(name));
+    }
+    return names;
 }
 
 HTTPRequest ChatCompletionsLogic::httpRequest(const LLMConfiguration& configuration)

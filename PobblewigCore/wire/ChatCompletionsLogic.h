@@ -18,6 +18,12 @@ QJsonObject encodeMessage(const LLMMessage& message);
 QJsonObject buildPayload(
     const QString& modelID, const LLMRequest& request, bool includeStreamUsage);
 
+/// Asks for the list of the server's models.
+HTTPRequest modelsRequest(const LLMConfiguration& configuration);
+
+/// The names in that list, at most 200. Skips those that are blank or longer than 200 characters.
+std::vector<QString> modelNames(const QByteArray& body);
+
 /// The request without its body and timeout.
 HTTPRequest httpRequest(const LLMConfiguration& configuration);
 

@@ -24,6 +24,7 @@ QString httpDescription(const LLMError& error)
     case ServerComplaint::modelLoading:
         return Texts::tr("The model is still loading. Try again in a few minutes.");
     case ServerComplaint::toolsUnsupported:
+    case ServerComplaint::modelUnknown:
     case ServerComplaint::plain:
         break;
     }
@@ -37,17 +38,25 @@ QString httpDescription(const LLMError& error)
 
 LLMError LLMError::notConfigured(QString reason)
 {
-    return { Kind::notConfigured, 0, std::move(reason) };
+    return { .kind = Kind::notConfigured, .text = std::move(reason) };
 }
 
 LLMError LLMError::http(int status, QString body)
 {
-    return { Kind::http, status, std::move(body) };
+    return { .kind = Kind::http, .status = status, .text = std::move(body) };
 }
 
 LLMError LLMError::invalidResponse(QString reason)
 {
-    return { Kind::invalidResponse, 0, std::move(reason) };
+    return { .kind = Kind::invalidResponse, .text = std::move(reason) };
+}
+
+LLMError LLMError::page(int status)
+{
+    return { .kind = Kind::invalidResponse,
+        .status = status,
+        .text = QStringLiteral("a web page came in place of an answer."),
+        .isPage = true };
 }
 
 LLMError LLMError::onlyThought()

@@ -16,6 +16,8 @@ struct LLMError {
     /// The status is 0 for an error within a reply that has none.
     static LLMError http(int status, QString body);
     static LLMError invalidResponse(QString reason);
+    /// A web page in place of an answer, such as the login of a network.
+    static LLMError page(int status);
     /// The model has used all of its reply for thinking.
     static LLMError onlyThought();
 
@@ -23,6 +25,10 @@ struct LLMError {
     int status = 0;
     /// The reason, or the response's body.
     QString text;
+    /// When the server wants to be asked again, as its header says it.
+    QByteArray retryAfter = {};
+    /// A web page came in place of an answer.
+    bool isPage = false;
 
     /// What a server complains about. An error of another kind is `plain`.
     ServerComplaint complaint() const;

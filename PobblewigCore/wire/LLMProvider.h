@@ -49,6 +49,11 @@ struct LLMToken {
     QString text;
 };
 
+/// A piece of what the model thinks before it answers.
+struct LLMThought {
+    QString text;
+};
+
 struct LLMToolCalls {
     std::vector<LLMToolCall> calls;
 };
@@ -67,7 +72,7 @@ struct LLMFinished {
     bool operator==(const LLMFinished&) const = default;
 };
 
-using LLMStreamEvent = std::variant<LLMToken, LLMToolCalls, LLMUsage, LLMFinished>;
+using LLMStreamEvent = std::variant<LLMToken, LLMThought, LLMToolCalls, LLMUsage, LLMFinished>;
 using LLMStream = Stream<LLMStreamEvent, LLMFailure>;
 
 struct LLMCompletion {
@@ -86,6 +91,8 @@ struct LLMRequest {
     std::vector<LLMToolDefinition> tools = {};
     /// How long the whole reply may take.
     std::optional<std::chrono::milliseconds> longest = std::nullopt;
+    /// Whether the model's thoughts are among the events.
+    bool wantsThoughts = false;
 };
 
 /// A model behind an endpoint. Holds no state between calls and is cheap to create.
@@ -103,6 +110,9 @@ public:
 
     /// Starts at once. Dropping or closing the stream ends the request.
     virtual LLMStream streamChat(LLMRequest request) = 0;
+
+    /// The names of the server's models, at most 200. Empty if it does not tell within 8 seconds.
+    virtual Task<std::vector<QString>> models() { co_return std::vector<QString>(); }
 
     /// Reads a whole reply without tools. A reply over 200,000 characters or 20,000 pieces fails as
     /// an invalid response, so that a flood cannot block the program.

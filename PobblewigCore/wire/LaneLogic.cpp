@@ -64,7 +64,7 @@ bool isLibrarian(ModelUse use)
 
 std::optional<QString> ownModelID(ModelUse use, const Environment& environment)
 {
-    return variable(environment, variableName(isLibrarian(use) ? ModelUse::librarian : use, u"ID"));
+    return variable(environment, LaneLogic::modelVariable(use));
 }
 
 } // namespace
@@ -77,6 +77,11 @@ QString LaneLogic::keyVariable(ModelUse use)
 QString LaneLogic::keyAccount(ModelUse use)
 {
     return useNames[size_t(use)].keyAccount.toString();
+}
+
+QString LaneLogic::modelVariable(ModelUse use)
+{
+    return variableName(isLibrarian(use) ? ModelUse::librarian : use, u"ID");
 }
 
 ProviderRouting::Lane LaneLogic::managedLane(ModelUse use)

@@ -23,6 +23,9 @@ namespace LaneLogic {
 QString keyVariable(ModelUse use);
 QString keyAccount(ModelUse use);
 
+/// Where the use's own model is found in the environment.
+QString modelVariable(ModelUse use);
+
 ProviderRouting::Lane managedLane(ModelUse use);
 
 /// Whether the environment names a model that the use may get. A keyring can ask the user for a

@@ -14,7 +14,7 @@ LaneProviders::LaneProviders(
 
 Task<std::unique_ptr<LLMProvider>> LaneProviders::makeProvider(ModelUse use)
 {
-    auto configuration = co_await m_lanes.configuration(use, m_environment());
+    auto configuration = co_await m_lanes.configuration(use, environment());
     if (!configuration)
         co_return std::unique_ptr<LLMProvider>();
     onUse(*configuration);
@@ -23,17 +23,29 @@ Task<std::unique_ptr<LLMProvider>> LaneProviders::makeProvider(ModelUse use)
 
 Task<MainModelConfig> LaneProviders::mainConfig()
 {
-    return m_lanes.resolvedMainModel(m_environment());
+    return m_lanes.resolvedMainModel(environment());
 }
 
 Task<MainModelConfig> LaneProviders::visionConfig()
 {
-    return m_lanes.resolvedVisionModel(m_environment());
+    return m_lanes.resolvedVisionModel(environment());
 }
 
 Task<LibrarianModelConfig> LaneProviders::librarianConfig()
 {
-    return m_lanes.resolvedLibrarianModel(m_environment());
+    return m_lanes.resolvedLibrarianModel(environment());
+}
+
+void LaneProviders::chooseModel(ModelUse use, const QString& modelID)
+{
+    m_choices.insert_or_assign(LaneLogic::modelVariable(use), modelID);
+}
+
+Environment LaneProviders::environment() const
+{
+    auto variables = m_choices;
+    variables.merge(m_environment());
+    return variables;
 }
 
 } // namespace pobblewig

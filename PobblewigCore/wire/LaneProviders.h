@@ -19,11 +19,16 @@ public:
     Task<MainModelConfig> mainConfig() override;
     Task<MainModelConfig> visionConfig() override;
     Task<LibrarianModelConfig> librarianConfig() override;
+    void chooseModel(ModelUse use, const QString& modelID) override;
 
 private:
+    Environment environment() const;
+
     HTTPClient& m_http;
     ModelLanes& m_lanes;
     std::function<Environment()> m_environment;
+    /// What the user chose, in place of the variables of the same names.
+    Environment m_choices;
 };
 
 } // namespace pobblewig

@@ -22,6 +22,10 @@ public:
     virtual Task<MainModelConfig> visionConfig() = 0;
     virtual Task<LibrarianModelConfig> librarianConfig() = 0;
 
+    /// From now on, until the program ends, that model serves the use. Has no effect on a use that
+    /// the product's own backend serves.
+    virtual void chooseModel(ModelUse, const QString& /*modelID*/) { }
+
     /// Called with each model that is about to be used.
     std::function<void(const LLMConfiguration&)> onUse = [](const LLMConfiguration&) {};
 };

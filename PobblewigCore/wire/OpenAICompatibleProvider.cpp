@@ -3,6 +3,8 @@
 #include "foundation/Text.h"
 #include "foundation/TransportErrorLogic.h"
 #include "wire/ChatCompletionsLogic.h"
+#include "wire/ServerMessage.h"
+#include "wire/ThoughtSplitter.h"
 #include "wire/ToolCallAccumulator.h"
 
 #include <QJsonDocument>
@@ -25,11 +27,23 @@ LLMError answerTooLong()
     return LLMError::invalidResponse(QStringLiteral("the answer is too long."));
 }
 
+/// What a good status brought in place of a reply.
+LLMError notAStream(const QByteArray& body)
+{
+    const auto text = QString::fromUtf8(body);
+    if (ServerMessage::isPage(text))
+        return LLMError::page(200);
+    if (QJsonDocument::fromJson(body).object().contains(QStringLiteral("error")))
+        return LLMError::http(0, text);
+    return LLMError::invalidResponse(QStringLiteral("it is no chat completion."));
+}
+
 /// Turns the lines of a reply's body into events as they arrive.
 class ReplyReader {
 public:
-    explicit ReplyReader(LLMStream::Sink events)
+    ReplyReader(LLMStream::Sink events, bool wantsThoughts)
         : m_events(std::move(events))
+        , m_wantsThoughts(wantsThoughts)
     {
     }
 
@@ -43,8 +57,15 @@ public:
 private:
     void read(const StreamChunk& chunk);
     void read(const StreamChunk::Delta& delta);
+    void push(const ThoughtSplitter::Parts& parts);
+    void noteStray(QByteArrayView line);
 
     LLMStream::Sink m_events;
+    bool m_wantsThoughts;
+    ThoughtSplitter m_thoughts;
+    /// The begin of what is no stream of events. Only the first kind of line counts.
+    QByteArray m_stray;
+    bool m_isStream = false;
     ToolCallAccumulator m_toolCalls;
     LLMFinished m_end;
     std::optional<LLMError> m_error;
@@ -54,8 +75,11 @@ private:
 bool ReplyReader::read(QByteArrayView line)
 {
     constexpr QByteArrayView prefix = "data:";
-    if (!line.startsWith(prefix))
+    if (!line.startsWith(prefix)) {
+        noteStray(line);
         return true;
+    }
+    m_isStream = true;
     const auto payload = line.sliced(prefix.size()).trimmed();
     if (payload == "[DONE]")
         return false;
@@ -85,9 +109,9 @@ void ReplyReader::read(const StreamChunk& chunk)
 
 void ReplyReader::read(const StreamChunk::Delta& delta)
 {
-    m_end.hasThought |= delta.hasThought;
-    if (delta.content && !delta.content->isEmpty())
-        m_events.push(LLMToken { *delta.content });
+    push({ delta.thought, {} });
+    if (delta.content)
+        push(m_thoughts.add(*delta.content));
     if (!delta.toolCalls)
         return;
     for (int position = 0; const auto& call : *delta.toolCalls)
@@ -96,8 +120,28 @@ void ReplyReader::read(const StreamChunk::Delta& delta)
         m_error = answerTooLong();
 }
 
+void ReplyReader::push(const ThoughtSplitter::Parts& parts)
+{
+    m_end.hasThought |= !parts.thought.isEmpty();
+    if (m_wantsThoughts && !parts.thought.isEmpty())
+        m_events.push(LLMThought { parts.thought });
+    if (!parts.reply.isEmpty())
+        m_events.push(LLMToken { parts.reply });
+}
+
+void ReplyReader::noteStray(QByteArrayView line)
+{
+    const auto isField = line.startsWith("event:") || line.startsWith("id:")
+        || line.startsWith("retry:") || line.trimmed() == "[DONE]";
+    if (!isField && m_stray.size() < enoughOfAnErrorBody)
+        m_stray += line.first(std::min<qsizetype>(line.size(), enoughOfAnErrorBody));
+}
+
 void ReplyReader::finish()
 {
+    push(m_thoughts.finish());
+    if (!m_isStream && !m_stray.isEmpty())
+        m_error = notAStream(m_stray);
     if (m_error) {
         m_events.finish(*m_error);
         return;
@@ -169,15 +213,19 @@ std::shared_ptr<QTimer> startPatience(const std::shared_ptr<HTTPStream>& lines,
     return patience;
 }
 
-Task<> readReply(
-    std::shared_ptr<HTTPStream> lines, LLMStream::Sink events, std::shared_ptr<QTimer> patience)
+struct Expectations {
+    bool thoughts = false;
+    std::shared_ptr<QTimer> patience;
+};
+
+Task<> readReply(std::shared_ptr<HTTPStream> lines, LLMStream::Sink events, Expectations expected)
 {
-    ReplyReader reader(events);
+    ReplyReader reader(events, expected.thoughts);
     int count = 0;
     while (const auto line = co_await lines->next()) {
         const auto goesOn = reader.read(std::get<HTTPLine>(*line));
         if (reader.hasBegun())
-            patience->stop();
+            expected.patience->stop();
         if (++count % linesAtOnce == 0)
             co_await events.wanted();
         if (goesOn)
@@ -192,21 +240,24 @@ Task<> readReply(
         reader.finish();
 }
 
-Task<> readAnswer(
-    std::shared_ptr<HTTPStream> lines, LLMStream::Sink events, std::shared_ptr<QTimer> patience)
+Task<> readAnswer(std::shared_ptr<HTTPStream> lines, LLMStream::Sink events, Expectations expected)
 {
     const auto head = co_await lines->next();
     if (!head) {
         events.finish(lines->error() ? std::optional(failure(*lines->error())) : std::nullopt);
         co_return;
     }
-    const auto status = std::get<HTTPHead>(*head).status;
-    if (status >= 200 && status <= 299) {
-        co_await readReply(lines, events, patience);
+    const auto answered = std::get<HTTPHead>(*head);
+    if (answered.status >= 200 && answered.status <= 299) {
+        co_await readReply(lines, events, expected);
         co_return;
     }
     const auto body = co_await errorBody(lines);
-    events.finish(LLMError::http(status, body));
+    auto error = LLMError::http(answered.status, body);
+    error.retryAfter = headerValue(answered.headers, "Retry-After");
+    error.isPage = headerValue(answered.headers, "Content-Type").startsWith("text/html")
+        || ServerMessage::isPage(body);
+    events.finish(std::move(error));
 }
 
 } // namespace
@@ -237,8 +288,17 @@ LLMStream OpenAICompatibleProvider::streamChat(LLMRequest request)
     events.sink().setOnDrop([lines] { lines->close(); });
     const auto patience =
         startPatience(lines, events.sink(), std::move(tooLate), m_patience.beginning);
-    spawn(readAnswer(lines, events.sink(), patience));
+    spawn(readAnswer(lines, events.sink(), { request.wantsThoughts, patience }));
     return events;
+}
+
+Task<std::vector<QString>> OpenAICompatibleProvider::models()
+{
+    const auto response =
+        co_await m_http.send(ChatCompletionsLogic::modelsRequest(m_configuration));
+    if (!response || response->status != 200)
+        co_return std::vector<QString>();
+    co_return ChatCompletionsLogic::modelNames(response->body);
 }
 
 HTTPRequest OpenAICompatibleProvider::httpRequest(const LLMRequest& request) const

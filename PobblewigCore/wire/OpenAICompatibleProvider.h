@@ -24,6 +24,7 @@ public:
     const LLMConfiguration& configuration() const override { return m_configuration; }
 
     LLMStream streamChat(LLMRequest request) override;
+    Task<std::vector<QString>> models() override;
 
 private:
     HTTPRequest httpRequest(const LLMRequest& request) const;

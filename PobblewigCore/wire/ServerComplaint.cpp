@@ -50,6 +50,13 @@ constexpr std::array wordings {
     Wording { toolsUnsupported, u"that support tool use" },
     Wording { toolsUnsupported, u"tools are not supported" },
     Wording { toolsUnsupported, u"tool choice requires" },
+    Wording { modelUnknown, u"model_not_found" },
+    Wording { modelUnknown, u"unknown model" },
+    Wording { modelUnknown, u"no such model" },
+    Wording { modelUnknown, u"invalid model" },
+    Wording { modelUnknown, u"not a valid model" },
+    Wording { modelUnknown, u"model", u"not found", 404 },
+    Wording { modelUnknown, u"model", u"does not exist" },
 };
 
 } // namespace

@@ -11,6 +11,7 @@ enum class ServerComplaint {
     toolsUnsupported,
     imagesUnsupported,
     modelLoading,
+    modelUnknown,
 };
 
 namespace ServerComplaintLogic {

@@ -76,10 +76,10 @@ private:
 
     StreamChunk::Delta delta(Object object)
     {
+        const auto thought = words(object, "reasoning_content");
         return {
             .content = text(object, "content"),
-            .hasThought =
-                !words(object, "reasoning_content").empty() || !words(object, "reasoning").empty(),
+            .thought = qtText(thought.empty() ? words(object, "reasoning") : thought),
             .toolCalls = records(object, "tool_calls", &ChunkReader::toolCall),
         };
     }

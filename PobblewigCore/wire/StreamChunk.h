@@ -31,8 +31,8 @@ struct ToolCallDelta {
 struct StreamChunk {
     struct Delta {
         std::optional<QString> content;
-        /// Whether the model has written a part of its thoughts.
-        bool hasThought = false;
+        /// A part of the model's thoughts. Empty if there is none.
+        QString thought;
         std::optional<std::vector<ToolCallDelta>> toolCalls;
     };
     struct Choice {

@@ -24,6 +24,8 @@ QString described(const LLMStreamEvent& event)
 {
     if (const auto* token = std::get_if<LLMToken>(&event))
         return token->text;
+    if (const auto* thought = std::get_if<LLMThought>(&event))
+        return u'(' + thought->text + u')';
     if (const auto* usage = std::get_if<LLMUsage>(&event))
         return u"%1+%2"_s.arg(usage->promptTokens).arg(usage->completionTokens);
     if (const auto* end = std::get_if<LLMFinished>(&event))
@@ -76,7 +78,13 @@ private Q_SLOTS:
         row("more blanks", "data:  \t [DONE] \n" + token("late"), ".");
         row("an end mark without prefix", "[DONE]\n" + token("more"), "more|.");
         row("other lines", ": ping\nevent: x\n data: y\n" + token("a"), "a|.");
-        row("a page in place of a stream", QByteArray("<html>\n<p>Sign in"), ".");
+        row("a page in place of a stream", QByteArray("<html>\n<p>Sign in"),
+            "Invalid response: a web page came in place of an answer.");
+        row("another answer in place of a stream", QByteArray("{'pong':\n1}"),
+            "Invalid response: it is no chat completion.");
+        row("an error in place of a stream", QByteArray("{'error':{'message':'Full'}}"),
+            "API error: {\"error\":{\"message\":\"Full\"}}");
+        row("an empty stream", QByteArray("event: x\nid: 1"), ".");
         row("what is not JSON", "data: {'choices':[\ndata: 7\ndata:\n" + token("a"), "a|.");
         row("wrong types", "data: {'choices':[{'delta':{'content':7}}]}\n" + token("a"), "a|.");
         row("nulls and unknown keys",
@@ -89,7 +97,13 @@ private Q_SLOTS:
         row("cut off", token("a") + end + "'length'}]}\n" + done, "a|cut");
         row("a reason of another type", token("a") + end + "7}]}\n", "a|.");
         row("thoughts", "data: {'choices':[{'delta':{'reasoning':'Hm'}}]}\n" + token("a"),
-            "a|thought");
+            "(Hm)|a|thought");
+        row("thoughts in tags",
+            token(" <th") + token("ink>\\nH") + token("m</thi") + token("nk>\\n")
+                + token(" a <think>"),
+            "(\nH)|(m)|a <think>|thought");
+        row("tags that do not end", token("<think>Hm</th"), "(Hm)|(</th)|thought");
+        row("nearly a tag", token("<") + token("thin air>"), "<thin air>|.");
         row("an error after a token",
             token("a") + "data: {'error':{'message':'Overloaded','code':529}}\n" + token("b"),
             "a|API error 529: Overloaded");
@@ -191,6 +205,35 @@ private Q_SLOTS:
         QVERIFY(m_other.requests().empty());
     }
 
+    void aRefusalKeepsWhatExplainsIt()
+    {
+        const QByteArray head = "429 Slow\r\nRETRY-AFTER: 7\r\nContent-Type: text/html";
+        m->server.enqueue({ Send { LoopbackServer::answer(head, "<p>Wait") } });
+        OpenAICompatibleProvider provider(configuration(m->server.url()), m->http);
+        const auto stream = std::make_shared<LLMStream>(provider.streamChat({}));
+        awaited(collected(stream));
+        const auto& error = std::get<LLMError>(*stream->error());
+        QCOMPARE(error.retryAfter, "7");
+        QVERIFY(error.isPage);
+    }
+
+    void theServersModelsAreListed()
+    {
+        ScriptedHTTPClient http;
+        OpenAICompatibleProvider provider(configuration(QUrl(u"http://h.test/v1"_s)), http);
+        const QByteArray list = R"({"data":[{"id":"b"},{"id":" "},{"id":7},{},{"id":"a"}]})";
+        http.enqueue(200, list);
+        QCOMPARE(awaited(provider.models()), std::vector({ u"b"_s, u"a"_s }));
+        QCOMPARE(http.requests().at(0).url.path(), u"/v1/models");
+        QVERIFY(http.requests().at(0).longest <= 10s);
+        for (const auto& other : { QByteArray("<html>"), QByteArray(1 << 20, ' ') + list }) {
+            http.enqueue(200, other);
+            QVERIFY(awaited(provider.models()).empty());
+        }
+        http.enqueue(404, list);
+        QVERIFY(awaited(provider.models()).empty());
+    }
+
     void whatIsNotHTTPIsAnInvalidResponse()
     {
         ScriptedHTTPClient http;
@@ -241,7 +284,8 @@ private:
     static QString ask(HTTPClient& http, const LLMConfiguration& given)
     {
         OpenAICompatibleProvider provider(given, http);
-        const auto stream = std::make_shared<LLMStream>(provider.streamChat({ .longest = 10min }));
+        const auto stream = std::make_shared<LLMStream>(
+            provider.streamChat({ .longest = 10min, .wantsThoughts = true }));
         return awaited(collected(stream)).join(u'|');
     }
     QString ask(HTTPClient& http) const { return ask(http, configuration(m->server.url())); }
