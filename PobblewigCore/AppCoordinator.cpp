@@ -71,7 +71,8 @@ AppCoordinator::AppCoordinator(Parts parts)
               .situation = [this] { return buildSituation(); },
               .toolExecutor = &m_toolExecutor,
               .screen = m_parts.screen,
-              .wording = m_parts.wording })
+              .wording = m_parts.wording,
+              .environmentFile = m_parts.environmentFile })
     , m_proposals(m_stores, m_parts.moment,
           { chat(), modes(), *m_parts.calendarProvider,
               [this] { m_librarian.service().abandonRuns(); } })

@@ -27,7 +27,10 @@ bool isWorthRetrying(const ChatError& error)
     if (!model || model->kind == Kind::notConfigured || model->kind == Kind::onlyThought)
         return false;
     const auto about = model->complaint();
-    return about == ServerComplaint::plain || about == ServerComplaint::toolsUnsupported;
+    const auto isKnown =
+        about != ServerComplaint::plain && about != ServerComplaint::toolsUnsupported;
+    // Who names a time does not want to be asked before.
+    return !isKnown && model->retryAfter.isEmpty();
 }
 
 } // namespace
@@ -42,6 +45,8 @@ ChatService::ChatService(const Stores& stores, const Moment& moment, Surrounding
     , m_router(stores.usage, m.models, m.loadingPause)
     , m_screenshots(m.screen, stores.settings, m.wording)
     , m_captureConsent(stores.settings, moment, m.patience)
+    , m_problem(m.models, moment, m.environmentFile)
+    , m_watch(moment)
 {
 }
 
@@ -79,6 +84,12 @@ void ChatService::retry(const QUuid& message)
     if (!isUnanswered(message) || failed == messages().end() || !submit(failed->text))
         return;
     setUnanswered(message, false);
+}
+
+void ChatService::retryWith(const QString& modelID)
+{
+    m_problem.chooseModel(modelID);
+    retryLast();
 }
 
 bool ChatService::canContinue() const
@@ -195,7 +206,7 @@ Task<ChatService::Outcome> ChatService::send(
     if (stop.stop_requested())
         co_return failed(Cancelled());
     if (!provider) {
-        setLastError(mainModelNotConfigured().description());
+        fail(mainModelNotConfigured(), {});
         co_return failed(LLMFailure(mainModelNotConfigured()));
     }
     const auto trimmed = text.trimmed();
@@ -204,8 +215,9 @@ Task<ChatService::Outcome> ChatService::send(
     if (trimmed.isEmpty() || (userMessage == UserMessage::reuseLast && !earlier))
         co_return Outcome();
 
-    setLastError(std::nullopt);
+    forgetError();
     setNotice(std::nullopt);
+    m_watch.forgetThoughts();
     enter(Phase::streaming);
     beginPreview();
     m_lastToolCalls.clear();
@@ -230,7 +242,7 @@ Task<ChatService::Outcome> ChatService::send(
 Task<ChatService::Outcome> ChatService::sendWithScreenshot(QString text, UserMessage userMessage)
 {
     if (!m_screenshots.isAvailable()) {
-        setLastError(QStringLiteral("Screen capture is not available."));
+        fail(QStringLiteral("Screen capture is not available."));
         co_return Outcome();
     }
     const auto stop = m_stop.get_token();
@@ -238,7 +250,7 @@ Task<ChatService::Outcome> ChatService::sendWithScreenshot(QString text, UserMes
     if (stop.stop_requested())
         co_return failed(Cancelled());
     if (!screenshot) {
-        setLastError(m_screenshots.explanation(screenshot.error()));
+        fail(m_screenshots.explanation(screenshot.error()));
         co_return failed(screenshot.error());
     }
     setCaptureIndicator(screenshot->description);
@@ -295,8 +307,14 @@ ToolRunner ChatService::tools(const std::stop_token& stop)
 ChatTurn::Progress ChatService::progress()
 {
     return {
-        .replyBegins = [this] { beginPreview(); },
+        .replyBegins =
+            [this] {
+                beginPreview();
+                m_watch.wait(Waiting::Cause::reply);
+            },
         .replyGrows = [this](const QString& token) { growPreview(token); },
+        .modelThinks = [this](const QString& thought) { noteThought(thought); },
+        .toolsBegin = [this] { m_watch.wait(Waiting::Cause::tools); },
         .toolsRan = [this](const auto& results) { noteTools(results); },
         .modelLoads = [this] { noteLoading(); },
         .oldestLeftOut = [this](size_t count) { noteLeftOut(count); },
@@ -334,7 +352,7 @@ void ChatService::forgetLostTurn()
     m_lastRequest.reset();
     m_recordedMessage.reset();
     if (m_lastError)
-        setLastError(std::nullopt);
+        forgetError();
 }
 
 void ChatService::finishReply(const ChatTurn::Result& result, std::optional<QUuid> askedIn)
@@ -372,10 +390,9 @@ void ChatService::failReply(const LLMFailure& failure, std::optional<QUuid> aske
         // It is continued rather than asked for again.
         m_lastRequest.reset();
     }
-    const auto isTooLong = complaint(failure) == ServerComplaint::contextOverflow;
-    if (isTooLong)
+    if (complaint(failure) == ServerComplaint::contextOverflow)
         setNotice(std::nullopt);
-    setLastError(description(failure), isTooLong ? Remedy::newSession : Remedy::retry);
+    fail(failure, m_router.asked());
 }
 
 QString ChatService::residentMemory() const
@@ -389,8 +406,10 @@ void ChatService::enter(Phase phase)
 {
     const auto wasStreaming = isStreaming();
     m_phase = phase;
-    if (!isStreaming())
+    if (!isStreaming()) {
         endLoading();
+        m_watch.end();
+    }
     if (isStreaming() != wasStreaming)
         Q_EMIT isStreamingChanged();
 }
@@ -406,8 +425,15 @@ void ChatService::beginPreview()
 void ChatService::growPreview(const QString& token)
 {
     endLoading();
+    m_watch.end();
     m_preview.append(token);
     Q_EMIT streamingPreviewChanged();
+}
+
+void ChatService::noteThought(const QString& thought)
+{
+    endLoading();
+    m_watch.think(thought);
 }
 
 void ChatService::noteTools(const std::vector<MemoryToolResult>& results)
@@ -419,6 +445,7 @@ void ChatService::noteTools(const std::vector<MemoryToolResult>& results)
 void ChatService::noteLoading()
 {
     m_isModelLoading = true;
+    m_watch.wait(Waiting::Cause::loading);
     setNotice(tr("The model is still loading. Your message waits for it."));
 }
 
@@ -441,10 +468,27 @@ void ChatService::setNotice(std::optional<QString> notice)
     Q_EMIT noticeChanged();
 }
 
-void ChatService::setLastError(std::optional<QString> error, Remedy remedy)
+void ChatService::fail(const LLMFailure& failure, const AskedModel& asked)
+{
+    m_problem.report(failure, asked);
+    setLastError(description(failure));
+}
+
+void ChatService::fail(const QString& text)
+{
+    m_problem.report(text);
+    setLastError(text);
+}
+
+void ChatService::forgetError()
+{
+    m_problem.clear();
+    setLastError(std::nullopt);
+}
+
+void ChatService::setLastError(std::optional<QString> error)
 {
     m_lastError = std::move(error);
-    m_remedy = remedy;
     Q_EMIT lastErrorChanged();
 }
 

@@ -3,6 +3,8 @@
 #include "conversation/ChatTurn.h"
 #include "conversation/ConversationRecord.h"
 #include "conversation/ReplyPreview.h"
+#include "conversation/TurnProblem.h"
+#include "conversation/TurnWatch.h"
 #include "prompts/SituationSnapshot.h"
 
 #include <QObject>
@@ -37,11 +39,12 @@ public:
         PlatformWording wording;
         /// How long to wait before a model that is still loading is asked again.
         std::chrono::milliseconds loadingPause = std::chrono::seconds(2);
+        /// Where the user's models are described. Shown to the user only.
+        QString environmentFile = {};
     };
 
     enum class Screenshot { without, with };
     enum class UserMessage { record, reuseLast };
-    enum class Remedy { retry, newSession };
     using Actions = std::vector<BuddyAction>;
     using Outcome = tl::expected<Actions, ChatError>;
 
@@ -58,11 +61,17 @@ public:
     /// True from the submitted text until the reply and everything it triggers is done.
     bool isInTurn() const { return m_phase != Phase::idle; }
 
-    /// The error of the last turn, as text for the user.
+    /// The error of the last turn, as a text with all particulars.
     const std::optional<QString>& lastError() const { return m_lastError; }
 
-    /// What helps against that error. A conversation that is too long needs a new session.
-    Remedy remedy() const { return m_remedy; }
+    /// Why the last turn failed, and what helps.
+    const TurnProblem& problem() const { return m_problem; }
+
+    /// What the turn waits for, and what its model thinks.
+    TurnWatch& watch() { return m_watch; }
+
+    /// The host of the server that the turn asks.
+    QString askedHost() const { return m_router.asked().server.host(); }
 
     /// A line about the current or the last turn that is no error: that the model is still
     /// loading, or that it did not see the oldest messages.
@@ -105,6 +114,9 @@ public:
     /// Asks again for the answer to a message that has none. One that others have followed is said
     /// again. Does nothing during a turn.
     void retry(const QUuid& message);
+
+    /// Lets that model serve until the program ends, and retries.
+    void retryWith(const QString& modelID);
 
     /// Asks the model to go on with a reply that was cut off or stopped.
     void continueReply();
@@ -195,12 +207,16 @@ private:
     void enter(Phase phase);
     void beginPreview();
     void growPreview(const QString& token);
+    void noteThought(const QString& thought);
     void noteTools(const std::vector<MemoryToolResult>& results);
     void noteLoading();
     void noteLeftOut(size_t count);
     void endLoading();
     void setNotice(std::optional<QString> notice);
-    void setLastError(std::optional<QString> error, Remedy remedy = Remedy::retry);
+    void fail(const LLMFailure& failure, const AskedModel& asked);
+    void fail(const QString& text);
+    void forgetError();
+    void setLastError(std::optional<QString> error);
     void setCaptureIndicator(std::optional<QString> indicator);
 
     const SettingsStore& m_settings;
@@ -212,11 +228,12 @@ private:
     ModelRouter m_router;
     ScreenshotTaker m_screenshots;
     CaptureConsent m_captureConsent;
+    TurnProblem m_problem;
+    TurnWatch m_watch;
 
     ReplyPreview m_preview;
     Phase m_phase = Phase::idle;
     std::optional<QString> m_lastError;
-    Remedy m_remedy = Remedy::retry;
     std::optional<QString> m_notice;
     bool m_isModelLoading = false;
     std::optional<QString> m_captureIndicator;

@@ -174,6 +174,7 @@ Task<ToolRunner::Outcome> ChatTurn::runTools(
     std::vector<MemoryToolCall> calls, QStringView protocol)
 {
     m_progress.replyBegins();
+    m_progress.toolsBegin();
     const auto isEmpty = calls.empty();
     auto outcome = co_await m_tools.runRetrieval(std::move(calls));
     if (isEmpty || m_stop.stop_requested())
@@ -236,6 +237,7 @@ Task<ModelRouter::Reply> ChatTurn::request(std::vector<LLMToolDefinition> tools)
     return m_router.streamRouted({ .messages = m_messages,
                                      .tools = std::move(tools),
                                      .onToken = m_progress.replyGrows,
+                                     .onThought = m_progress.modelThinks,
                                      .onLoading = m_progress.modelLoads },
         m_stop);
 }

@@ -35,6 +35,8 @@ public:
         /// discarded.
         std::function<void()> replyBegins;
         std::function<void(const QString& token)> replyGrows;
+        std::function<void(const QString& thought)> modelThinks;
+        std::function<void()> toolsBegin;
         std::function<void(std::vector<MemoryToolResult> results)> toolsRan;
         /// Called when the model is still loading and the turn waits for it.
         std::function<void()> modelLoads;

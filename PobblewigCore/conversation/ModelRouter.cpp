@@ -79,12 +79,15 @@ Task<ModelRouter::Reply> ModelRouter::streamRouted(Request request, std::stop_to
     if (!routed.provider)
         co_return tl::unexpected(ChatError(
             LLMFailure(LLMError::notConfigured(QStringLiteral("main model not configured")))));
+    noteAsked(routed);
     if (routed.lane == UsageLane::vision)
         Log::line(QStringLiteral("buddy: routing image request to the vision model"));
     auto asked = modelRequest(request, routed.lane);
     if (offersNativeTools(routed.lane))
         asked.tools = request.tools;
-    Attempt attempt { routed, std::move(asked), request.onToken, request.onLoading };
+    asked.wantsThoughts = bool(request.onThought);
+    Attempt attempt { routed, std::move(asked), request.onToken, request.onThought,
+        request.onLoading };
     auto reply = co_await streamOnceLoaded(attempt, stop);
     if (reply || !rejectsTools(reply.error(), attempt.asked))
         co_return reply;
@@ -115,6 +118,15 @@ Task<ModelRouter::Route> ModelRouter::route(bool hasImage)
     const auto config = co_await std::move(configured);
     route.maxTokens = config.maxOutputTokens;
     co_return route;
+}
+
+void ModelRouter::noteAsked(const Route& route)
+{
+    const auto& configuration = route.provider->configuration();
+    m_asked = { .server = configuration.baseURL,
+        .modelID = configuration.modelID,
+        .isForPictures = route.lane == UsageLane::vision,
+        .isManaged = configuration.usesCloudAuth };
 }
 
 Task<ModelRouter::Reply> ModelRouter::streamOnceLoaded(Attempt attempt, std::stop_token stop)
@@ -166,6 +178,7 @@ Task<ModelRouter::Reply> ModelRouter::stream(Attempt attempt, std::stop_token st
 {
     const auto lane = attempt.route.lane;
     const auto onToken = attempt.onToken;
+    const auto onThought = attempt.onThought;
     const auto events =
         std::make_shared<LLMStream>(attempt.route.provider->streamChat(std::move(attempt.asked)));
     m_stream = events;
@@ -178,6 +191,8 @@ Task<ModelRouter::Reply> ModelRouter::stream(Attempt attempt, std::stop_token st
             reply.text += token->text;
             if (onToken)
                 onToken(token->text);
+        } else if (const auto* thought = std::get_if<LLMThought>(&*event)) {
+            onThought(thought->text);
         } else if (auto* calls = std::get_if<LLMToolCalls>(&*event)) {
             reply.toolCalls = std::move(calls->calls);
         } else if (const auto* reported = std::get_if<LLMUsage>(&*event)) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "conversation/ChatError.h"
+#include "conversation/ChatProblem.h"
 #include "foundation/Task.h"
 #include "memory/history/UsageCounter.h"
 #include "wire/ModelProviding.h"
@@ -34,6 +35,8 @@ public:
         std::vector<LLMToolDefinition> tools = {};
         /// Called with each piece of the reply's text.
         TokenHandler onToken = {};
+        /// Called with each piece of what the model thinks before it answers.
+        TokenHandler onThought = {};
         /// Called when the wait for a model that is still loading begins.
         std::function<void()> onLoading = {};
     };
@@ -44,6 +47,10 @@ public:
 
     /// The lane of a request with or without a picture.
     Task<UsageLane> lane(bool hasImage);
+
+    /// The model that the latest request went to.
+    const AskedModel& asked() const { return m_asked; }
+
     bool offersNativeTools(UsageLane lane) const { return !m_disabledNativeLanes.contains(lane); }
 
     /// If a lane rejects tools, asks again without them, and stops offering them there if that
@@ -67,10 +74,12 @@ private:
         Route route;
         LLMRequest asked;
         TokenHandler onToken;
+        TokenHandler onThought;
         std::function<void()> onLoading;
     };
 
     Task<Route> route(bool hasImage);
+    void noteAsked(const Route& route);
     Task<Reply> streamOnceLoaded(Attempt attempt, std::stop_token stop);
     Task<> pauseForLoading();
     Task<Reply> streamWithRoom(Attempt attempt, std::stop_token stop);
@@ -86,6 +95,7 @@ private:
     std::set<UsageLane> m_disabledNativeLanes;
     std::set<UsageLane> m_thinkingLanes;
     std::shared_ptr<LLMStream> m_stream;
+    AskedModel m_asked;
 };
 
 } // namespace pobblewig

@@ -12,13 +12,17 @@ namespace pobblewig {
 namespace {
 
 constexpr qsizetype mostCharacters = 500;
+/// Enough for a cut key to lie beyond what is shown.
+constexpr qsizetype longestSearched = 1000;
 
 QString sentence(const QJsonValue& value)
 {
     if (value.isString())
         return value.toString();
     if (value.isArray())
-        return sentence(value.toArray().first());
+        return sentence(value.toArray().at(0));
+    if (!value.isObject())
+        return {};
     const auto object = value.toObject();
     for (const auto* const key : { "error", "detail", "message", "msg" }) {
         const auto found = sentence(object.value(QLatin1String(key)));
@@ -30,11 +34,12 @@ QString sentence(const QJsonValue& value)
 
 QString withoutKeys(QString text)
 {
-    // A prefix such as "sk-", or simply long and without a blank, with digits among the letters.
-    static const QRegularExpression key(QStringLiteral(
-        "\\b(?:sk|pk|gsk|hf|key|xai|AIza)[-_]?[\\w*-]{8,}"
-        "|(?<=[Bb]earer )\\S+"
-        "|\\b(?=[\\w-]*\\d)(?=[\\w-]*[A-Za-z])(?=[^ ]*[A-Z]|[0-9a-f]{32})[\\w-]{32,}"));
+    // A prefix such as "sk-", or a long word of capitals, small letters and digits.
+    static const QRegularExpression key(
+        QStringLiteral("\\b(?:(?:sk|pk|gsk|hf|xai)[-_]|key-|AIza)[\\w*-]{8,}"
+                       "|(?<=Bearer )\\S+"
+                       "|\\b(?=\\w*\\d)(?=\\w*[A-Z])(?=\\w*[a-z])\\w{32,}"
+                       "|\\b[0-9a-f]{32,}\\b"));
     return text.replace(key, QStringLiteral("•••"));
 }
 
@@ -60,7 +65,7 @@ QString words(const QString& body)
 
 QString ServerMessage::text(const QString& body)
 {
-    return Text::plainLine(withoutKeys(words(body)), mostCharacters);
+    return Text::plainLine(withoutKeys(words(body).left(longestSearched)), mostCharacters);
 }
 
 bool ServerMessage::isPage(QStringView body)

@@ -14,6 +14,12 @@ QString unfinishedInWords(const ChatMessage& reply)
                              : ConversationBanners::tr("The reply was cut off.");
 }
 
+bool needsNewSession(const ChatService& chat)
+{
+    const auto& problem = chat.problem().current();
+    return problem && problem->action == ChatProblem::Action::newSession;
+}
+
 } // namespace
 
 ConversationBanners::ConversationBanners(ChatService& chat, QWidget& panel)
@@ -68,7 +74,7 @@ void ConversationBanners::showRemedy()
     const auto isCutOff = m_chat.canContinue();
     m_cutOff->setText(isCutOff ? unfinishedInWords(m_chat.messages().back()) : QString());
     m_cutOff->setAction(tr("Continue"), Icons::Name::chevronDown);
-    if (m_chat.remedy() == ChatService::Remedy::newSession) {
+    if (needsNewSession(m_chat)) {
         m_error->setAction(tr("New session"), Icons::Name::newSession);
         m_error->setActionEnabled(m_isNewSessionEnabled);
         return;
@@ -84,7 +90,7 @@ void ConversationBanners::showHint()
 
 void ConversationBanners::remedy()
 {
-    if (m_chat.remedy() == ChatService::Remedy::newSession)
+    if (needsNewSession(m_chat))
         Q_EMIT newSessionRequested();
     else
         m_chat.retryLast();

@@ -124,6 +124,9 @@ private Q_SLOTS:
         row("no network", LLMFailure(TransportError { TransportError::Kind::unreachable, text }),
             1);
         row("not configured", LLMFailure(LLMError::notConfigured(text)), 1);
+        auto busy = LLMError::http(429, text);
+        busy.retryAfter = "12";
+        row("asked to wait", LLMFailure(busy), 1);
     }
     void onlyWhatMayPassIsRetriedOnceByItself()
     {
@@ -146,6 +149,56 @@ private Q_SLOTS:
         QVERIFY(!m->chat.lastError());
         QCOMPARE(m->texts(), u"hi|hello");
         QCOMPARE(contents(m->model.requests().back()), u"hi");
+    }
+
+    void aServerWithoutTheModelOffersItsOwn()
+    {
+        m->model.offered = { u"owl"_s };
+        m->ask(u"hi"_s, LLMFailure(LLMError::http(404, u"model 'emu' not found"_s)));
+        const auto& problem = m->chat.problem().current();
+        QTRY_COMPARE(problem->models, std::vector { u"owl"_s });
+        m->model.enqueue(u"hello"_s);
+        m->chat.retryWith(u"owl"_s);
+        m->finishTurn();
+        QCOMPARE(m->models.chosen[ModelUse::main], u"owl");
+        QCOMPARE(m->texts(), u"hi|hello");
+        QVERIFY(!problem);
+    }
+
+    void thoughtsAreShownAndNeverKept()
+    {
+        const auto& thinking = m->chat.watch().thinking();
+        const LogLines log;
+        m->model.enqueue(ScriptedProvider::Reply {
+            { LLMThought { QString(30'000, u'x') }, LLMThought { u"Hm"_s } }, {}, true });
+        m->chat.submit(u"hi"_s);
+        QTRY_VERIFY(thinking.text.endsWith(u"xHm"));
+        QVERIFY(thinking.text.size() <= TurnWatch::mostThoughts + 2);
+        QVERIFY(thinking.since && !m->chat.watch().waiting());
+        m->time += std::chrono::seconds(14);
+        m->model.enqueue(u"hello"_s);
+        m->model.release();
+        m->finishTurn();
+        QVERIFY(!thinking.since && thinking.before == std::chrono::seconds(14));
+        QVERIFY(!m->texts().contains(u"Hm") && !log.lines().join(u' ').contains(u"Hm"));
+        m->ask(u"again"_s, u"whole"_s);
+        QVERIFY(thinking.isEmpty());
+    }
+
+    void aTurnSaysWhatItWaitsFor()
+    {
+        const auto& waiting = m->chat.watch().waiting();
+        m->model.enqueue(ScriptedProvider::Reply { {}, {}, true });
+        m->chat.submit(u"hi"_s);
+        QTRY_VERIFY(waiting && waiting->cause == Waiting::Cause::reply);
+        m->chat.cancelStreaming();
+        QVERIFY(!waiting);
+        m->model.enqueueHeld(u"half"_s);
+        m->chat.submit(u"hi"_s);
+        QTRY_COMPARE(m->chat.streamingPreview(), u"half");
+        QVERIFY(!waiting);
+        m->model.release();
+        m->finishTurn();
     }
 
     void aTurnWhoseMessageIsGoneIsNotRetried()

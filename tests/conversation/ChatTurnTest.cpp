@@ -332,7 +332,7 @@ private Q_SLOTS:
         for (int attempt = 0; attempt < 10; ++attempt)
             m->model.enqueue(tooLong);
         m->ask(u"i"_s);
-        QVERIFY(m->chat.remedy() == ChatService::Remedy::newSession);
+        QCOMPARE(m->chat.problem().current()->action, ChatProblem::Action::newSession);
         QVERIFY(m->model.requests().size() - before <= ContextLogic::mostAttempts + 1);
         QCOMPARE(m->model.requests().back().messages.size(), 2u);
         QCOMPARE(tail(m->model.requests().back(), 1).front(), u"i");

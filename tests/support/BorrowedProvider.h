@@ -27,6 +27,7 @@ public:
     {
         return m_lender.streamChat(std::move(request));
     }
+    Task<std::vector<QString>> models() override { return m_lender.models(); }
 
 private:
     LLMProvider& m_lender;

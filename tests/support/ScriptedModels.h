@@ -12,6 +12,7 @@ struct ScriptedModels : ModelProviding {
     LLMProvider* librarian = nullptr;
     LibrarianModelConfig librarianSettings;
     MainModelConfig visionSettings;
+    std::map<ModelUse, QString> chosen;
 
     Task<std::unique_ptr<LLMProvider>> makeProvider(ModelUse use) override
     {
@@ -25,6 +26,7 @@ struct ScriptedModels : ModelProviding {
     {
         co_return LibrarianModelConfig(librarianSettings);
     }
+    void chooseModel(ModelUse use, const QString& modelID) override { chosen[use] = modelID; }
 };
 
 } // namespace pobblewig

@@ -44,6 +44,10 @@ public:
     /// How many streams their consumers gave up before the end.
     int droppedStreams() const { return *m_droppedStreams; }
 
+    /// What the server tells of its models.
+    std::vector<QString> offered;
+    Task<std::vector<QString>> models() override { co_return std::vector(offered); }
+
     const LLMConfiguration& configuration() const override { return m_configuration; }
 
     LLMStream streamChat(LLMRequest request) override
