@@ -2,6 +2,7 @@
 
 #include "PobblewigDesktop/controls/Icons.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
+#include "PobblewigDesktop/controls/SteadyLabel.h"
 
 #include <QAction>
 #include <QHBoxLayout>
@@ -30,7 +31,7 @@ QToolButton* headerButton(const QString& name, QWidget* parent)
 ChatHeader::ChatHeader(QWidget* parent)
     : QFrame(parent)
     , m_face(new QLabel(this))
-    , m_state(new QLabel(this))
+    , m_state(new SteadyLabel(this))
     , m_model(new QLabel(this))
     , m_newSession(headerButton(tr("New session"), this))
     , m_menu(headerButton(tr("Menu"), this))
@@ -38,11 +39,11 @@ ChatHeader::ChatHeader(QWidget* parent)
     setObjectName(QStringLiteral("header"));
     auto* const name = new QLabel(QStringLiteral("Pobblewig"), this);
     PanelStyle::setRole(*name, QStringLiteral("title"));
-    PanelStyle::setRole(*m_state, QStringLiteral("caption"));
+    PanelStyle::setRole(m_state->label(), QStringLiteral("caption"));
     PanelStyle::setRole(*m_model, QStringLiteral("caption"));
     m_face->setFixedSize(faceSide, faceSide);
     m_face->hide();
-    m_state->setAccessibleName(tr("State"));
+    m_state->label().setAccessibleName(tr("State"));
     m_model->setAccessibleName(tr("Model"));
     m_model->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_model->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -93,7 +94,7 @@ void ChatHeader::setFace(const QIcon& face)
 
 void ChatHeader::setState(const QString& text)
 {
-    PanelStyle::setText(*m_state, text);
+    m_state->setText(text);
     m_state->setVisible(!text.isEmpty());
 }
 

@@ -10,6 +10,8 @@ class QToolButton;
 
 namespace pobblewig {
 
+class SteadyLabel;
+
 /// The top of the chat panel: the buddy's face, name and state, the model behind it, and the
 /// panel's menu.
 class ChatHeader : public QFrame {
@@ -36,7 +38,7 @@ private:
     void showModelLabel();
 
     QLabel* m_face;
-    QLabel* m_state;
+    SteadyLabel* m_state;
     QLabel* m_model;
     QString m_modelText;
     QToolButton* m_newSession;

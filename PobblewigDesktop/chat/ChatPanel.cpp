@@ -11,6 +11,7 @@
 #include "PobblewigDesktop/chat/MessageInput.h"
 #include "PobblewigDesktop/chat/PanelPlacement.h"
 #include "PobblewigDesktop/chat/ProposalBanners.h"
+#include "PobblewigDesktop/chat/ThinkingRow.h"
 #include "PobblewigDesktop/controls/Icons.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 #include "prompts/VisionUserPrompt.h"
@@ -29,6 +30,8 @@ namespace {
 
 constexpr QSize panelSize(400, 600);
 constexpr QSize leastSize(300, 320);
+/// What a banner leaves of the conversation in a low window.
+constexpr int leastView = 40;
 constexpr int margin = 12;
 constexpr int gap = 8;
 
@@ -61,15 +64,17 @@ ChatPanel::ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget*
     : QWidget(parent, Qt::Window)
     , m_chat(chat)
     , m_calendar(std::move(calendar))
+    , m_clock(std::move(clock))
     , m_model(new ConversationModel(this))
-    , m_feed(new ConversationFeed(chat, *m_model, m_calendar, std::move(clock), this))
+    , m_feed(new ConversationFeed(chat, *m_model, m_calendar, m_clock, this))
     , m_header(new ChatHeader(this))
     , m_findBar(new FindBar(this))
     , m_view(new ConversationView(*m_model, this))
     , m_find(new ConversationFind(*m_findBar, *m_model, *m_view, this))
     , m_saving(new ConversationSaving(chat, m_calendar, *this))
-    , m_banners(new ConversationBanners(chat, *this))
+    , m_banners(new ConversationBanners(chat, m_clock, *this))
     , m_proposals(new ProposalBanners(*this))
+    , m_thinking(new ThinkingRow(chat.watch(), m_clock, this))
     , m_capture(new QLabel(this))
     , m_input(new MessageInput(this))
     , m_screen(inputButton(tr("Look at my screen"), this))
@@ -99,6 +104,7 @@ void ChatPanel::setTheme(const Palette& palette)
     m_view->setTheme(palette);
     m_banners->setTheme(palette);
     m_proposals->setTheme(palette);
+    m_thinking->setTheme(palette);
     m_input->setTheme(palette);
     m_screen->setIcon(Icons::icon(Icons::Name::screen, palette.text, palette.muted));
     m_send->setIcon(Icons::icon(Icons::Name::send, palette.onAccent, palette.muted));
@@ -176,6 +182,7 @@ void ChatPanel::hideEvent(QHideEvent* event)
 {
     QWidget::hideEvent(event);
     keepDraft();
+    m_chat.watch().forgetThoughts();
     Q_EMIT hidden();
 }
 
@@ -202,6 +209,7 @@ void ChatPanel::arrange()
     auto* const below = new QVBoxLayout;
     below->setContentsMargins(margin, gap, margin, margin);
     below->setSpacing(gap);
+    below->addWidget(m_thinking);
     m_banners->addTo(*below);
     below->addWidget(m_capture);
     below->addLayout(writing);
@@ -220,6 +228,7 @@ void ChatPanel::arrange()
     column->addWidget(m_header);
     column->addLayout(proposals);
     column->addLayout(find);
+    m_view->setMinimumHeight(leastView);
     column->addWidget(m_view, 1);
     column->addLayout(below);
 }
@@ -229,6 +238,9 @@ void ChatPanel::connectChat()
     connect(&m_chat, &ChatService::activityChanged, this, &ChatPanel::showTurn);
     connect(&m_chat, &ChatService::activityChanged, this, &ChatPanel::showUnsent);
     connect(&m_chat, &ChatService::lastErrorChanged, this, &ChatPanel::showUnsent);
+    connect(&m_chat.watch(), &TurnWatch::waitingChanged, this, &ChatPanel::showWaiting);
+    m_eachSecond.setInterval(std::chrono::seconds(1));
+    connect(&m_eachSecond, &QTimer::timeout, this, &ChatPanel::showState);
     connect(&m_chat, &ChatService::captureIndicatorChanged, this, &ChatPanel::showCapture);
     connect(&m_chat.captureConsent(), &CaptureConsent::isAskingChanged, this,
         &ChatPanel::showCaptureQuestion);
@@ -253,6 +265,7 @@ void ChatPanel::connectControls()
         m_proposals, &ProposalBanners::focusGivenUp, m_input, qOverload<>(&MessageInput::setFocus));
     connect(m_input, &MessageInput::submitted, this, &ChatPanel::send);
     connect(m_input, &MessageInput::textChanged, this, &ChatPanel::showTurn);
+    connect(m_input, &MessageInput::textChanged, m_banners, &ConversationBanners::noteTyping);
     connect(m_screen, &QToolButton::clicked, this, &ChatPanel::sendWithScreen);
     connect(m_send, &QToolButton::clicked, this, &ChatPanel::send);
     connect(m_stop, &QToolButton::clicked, &m_chat, &ChatService::cancelStreaming);
@@ -267,6 +280,20 @@ void ChatPanel::showTurn()
     m_stop->setVisible(isInTurn);
     m_send->setEnabled(!m_input->isBlank());
     m_screen->setEnabled(!isInTurn);
+    showState();
+}
+
+void ChatPanel::showWaiting()
+{
+    if (m_chat.watch().waiting())
+        m_eachSecond.start();
+    else
+        m_eachSecond.stop();
+    showState();
+}
+
+void ChatPanel::showState()
+{
     m_header->setState(state());
 }
 
@@ -274,6 +301,11 @@ QString ChatPanel::state() const
 {
     if (m_chat.captureConsent().isAsking())
         return tr("waiting for your answer…");
+    if (const auto& waiting = m_chat.watch().waiting()) {
+        const auto words = WaitingLogic::words(*waiting, m_chat.askedHost(), m_clock());
+        if (!words.isEmpty())
+            return words;
+    }
     if (m_chat.isInTurn())
         return tr("thinking…");
     return m_isClosingSession ? tr("Summing up the day…") : m_stateText;

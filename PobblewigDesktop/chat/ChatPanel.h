@@ -8,6 +8,7 @@
 #include "settings/AppSettings.h"
 
 #include <QIcon>
+#include <QTimer>
 #include <QWidget>
 
 class QLabel;
@@ -25,6 +26,7 @@ class ConversationView;
 class FindBar;
 class MessageInput;
 class ProposalBanners;
+class ThinkingRow;
 
 /// The window for talking with the buddy. It shows what the chat publishes and passes on what the
 /// user does; it decides nothing.
@@ -77,6 +79,8 @@ private:
     void connectChat();
     void connectControls();
     void showTurn();
+    void showWaiting();
+    void showState();
     QString state() const;
     void showUnsent();
     void showCapture();
@@ -90,6 +94,8 @@ private:
 
     ChatService& m_chat;
     Calendar m_calendar;
+    Clock m_clock;
+    QTimer m_eachSecond;
     QString m_stateText;
     bool m_isClosingSession = false;
     ConversationModel* m_model;
@@ -101,6 +107,7 @@ private:
     ConversationSaving* m_saving;
     ConversationBanners* m_banners;
     ProposalBanners* m_proposals;
+    ThinkingRow* m_thinking;
     QLabel* m_capture;
     MessageInput* m_input;
     QToolButton* m_screen;

@@ -4,6 +4,7 @@
 #include "conversation/ChatService.h"
 
 #include <QObject>
+#include <QTimer>
 
 class QBoxLayout;
 
@@ -18,7 +19,7 @@ class ConversationBanners : public QObject {
 
 public:
     /// The banners belong to the panel.
-    ConversationBanners(ChatService& chat, QWidget& panel);
+    ConversationBanners(ChatService& chat, Clock clock, QWidget& panel);
 
     void addTo(QBoxLayout& column) const;
     void setTheme(const Palette& palette);
@@ -28,16 +29,29 @@ public:
 
     void setNewSessionEnabled(bool isEnabled);
 
+    /// While the user is writing, nothing is asked again by itself.
+    void noteTyping();
+
 Q_SIGNALS:
     void newSessionRequested();
 
 private:
-    void showError();
-    void showRemedy();
+    void showProblem();
+    void showAdvice();
+    void showAction();
+    void showCutOff();
     void showHint();
     void remedy();
+    void countDown();
+    bool retriesByItself() const;
+    void noteActivity(bool working, bool succeeded);
 
     ChatService& m_chat;
+    Clock m_clock;
+    QTimer m_eachSecond;
+    bool m_hasTyped = false;
+    /// How many retries in a row nobody has asked for.
+    int m_ownRetries = 0;
     bool m_isNewSessionEnabled = true;
     Banner* m_notice;
     Banner* m_hint;

@@ -138,6 +138,13 @@ void propose(PanelStage& stage, std::ptrdiff_t from, std::ptrdiff_t count)
     stage.panel.setProposals({ all.begin() + from, all.begin() + from + count }, {});
 }
 
+QString refusal()
+{
+    return QStringLiteral(
+        R"({"error":{"message":"Incorrect API key provided: sk-abcd****wxyz1234. )"
+        R"(You can find your key on your account's page.","code":401}})");
+}
+
 } // namespace
 
 PanelStage::PanelStage(ColorScheme scheme)
@@ -192,8 +199,69 @@ std::vector<PanelScene> PanelScenes::all()
             [](PanelStage& stage) {
                 converse(stage.talk);
                 stage.talk.ask(QStringLiteral("Are you there?"));
-                stage.talk.fail(TransportError { TransportError::Kind::unreachable,
-                    QStringLiteral("The server does not answer. Check the network, then retry.") });
+                stage.talk.fail(TransportError { TransportError::Kind::refused,
+                    QStringLiteral("Nothing answers at 127.0.0.1:11434.") });
+            } },
+        { QStringLiteral("error, details"),
+            [](PanelStage& stage) {
+                converse(stage.talk);
+                stage.talk.ask(QStringLiteral("Are you there?"));
+                stage.talk.fail(LLMError::http(401, refusal()));
+                PanelStage::watch(100ms);
+                stage.button("Details").click();
+            } },
+        { QStringLiteral("error, narrow"),
+            [](PanelStage& stage) {
+                stage.panel.resize(300, 320);
+                converse(stage.talk);
+                stage.talk.ask(QStringLiteral("Are you there?"));
+                stage.talk.fail(LLMError::http(401, refusal()));
+            } },
+        { QStringLiteral("error, narrow, details"),
+            [](PanelStage& stage) {
+                stage.panel.resize(300, 320);
+                converse(stage.talk);
+                stage.talk.ask(QStringLiteral("Are you there?"));
+                stage.talk.fail(LLMError::http(401, refusal()));
+                PanelStage::watch(100ms);
+                stage.button("Details").click();
+            } },
+        { QStringLiteral("error, another model"),
+            [](PanelStage& stage) {
+                stage.talk.ask(QStringLiteral("Are you there?"));
+                stage.talk.fail(LLMError::http(404, QStringLiteral("model \"owl\" not found")));
+            } },
+        { QStringLiteral("error, wait"),
+            [](PanelStage& stage) {
+                stage.talk.ask(QStringLiteral("Are you there?"));
+                auto busy = LLMError::http(429, QStringLiteral("Rate limit reached"));
+                busy.retryAfter = "42";
+                stage.talk.fail(busy);
+            } },
+        { QStringLiteral("set-up"),
+            [](PanelStage& stage) {
+                stage.talk.ask(QStringLiteral("Are you there?"));
+                stage.talk.fail(LLMError::notConfigured({}));
+                PanelStage::watch(100ms);
+                stage.button("How to set it up").click();
+            } },
+        { QStringLiteral("thinking"),
+            [](PanelStage& stage) {
+                converse(stage.talk);
+                stage.talk.ask(QStringLiteral("Explain the central limit theorem."));
+                stage.talk.think(QStringLiteral("The user studies statistics. "));
+            } },
+        { QStringLiteral("thoughts"),
+            [](PanelStage& stage) {
+                converse(stage.talk);
+                stage.talk.ask(QStringLiteral("Explain the central limit theorem."));
+                stage.talk.think(
+                    QStringLiteral("The user studies statistics, so a picture helps more than a "
+                                   "proof. Means of samples; the bell shape; how fast. ")
+                        .repeated(8));
+                PanelStage::watch(100ms);
+                stage.button("Thinking, 0 s").click();
+                stage.talk.say(QStringLiteral("Take many samples, and"));
             } },
         { QStringLiteral("looking"),
             [](PanelStage& stage) {

@@ -2,12 +2,17 @@
 
 #include <QCoreApplication>
 
+#include <utility>
+
 namespace pobblewig {
 
 StagedChat::StagedChat()
     : m_room({ .directory = std::nullopt, .moment = m_moment, .keychain = m_keychain })
     , m_chat(m_stores, m_moment,
-          { .models = m_models, .situation = situation, .screen = { &m_screen, nullptr } })
+          { .models = m_models,
+              .situation = situation,
+              .screen = { &m_screen, nullptr },
+              .environmentFile = QStringLiteral("/home/ada/.config/Pobblewig/environment") })
 {
 }
 
@@ -38,6 +43,15 @@ void StagedChat::ask(const QString& text, ChatService::Screenshot screenshot)
     m_chat.submit(text, screenshot);
     while (!m_prompter)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+void StagedChat::fail(const LLMFailure& error)
+{
+    while (m_chat.isInTurn()) {
+        if (const auto prompter = std::exchange(m_prompter, std::nullopt))
+            prompter->finish(error);
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
 }
 
 } // namespace pobblewig

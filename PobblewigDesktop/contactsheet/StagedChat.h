@@ -18,6 +18,10 @@ public:
     }
 
     const LLMConfiguration& configuration() const override { return m_configuration; }
+    Task<std::vector<QString>> models() override
+    {
+        co_return std::vector { QStringLiteral("owl-2"), QStringLiteral("emu") };
+    }
     LLMStream streamChat(LLMRequest) override
     {
         LLMStream stream;
@@ -26,7 +30,8 @@ public:
     }
 
 private:
-    LLMConfiguration m_configuration;
+    LLMConfiguration m_configuration { .baseURL = QUrl(QStringLiteral("http://127.0.0.1:11434/v1")),
+        .modelID = QStringLiteral("owl") };
     Prompter& m_prompter;
 };
 
@@ -83,7 +88,10 @@ public:
         const QString& text, ChatService::Screenshot screenshot = ChatService::Screenshot::without);
 
     void say(const QString& text) { m_prompter->push(LLMToken { text }); }
-    void fail(const TransportError& error) { m_prompter->finish(error); }
+    void think(const QString& text) { m_prompter->push(LLMThought { text }); }
+
+    /// Returns once the turn is over, even if it is tried again by itself.
+    void fail(const LLMFailure& error);
 
 private:
     static SituationSnapshot situation() { return {}; }

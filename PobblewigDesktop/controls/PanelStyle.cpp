@@ -17,6 +17,9 @@ QFrame#banner, QFrame#findBar {
     background: {surface}; border: 1px solid {hairline}; border-radius: 10px; }
 QFrame#banner[role="danger"] { border-color: {danger}; }
 QFrame#banner[role="danger"] QLabel { color: {danger}; }
+QFrame#banner QLabel[role="advice"] { color: {text}; }
+QFrame#thinking { background: transparent; border: none; }
+QFrame#thinking QPushButton { text-align: left; padding: 0 4px; }
 QGroupBox#proposal {
     background: {surface}; border: 1px solid {hairline}; border-radius: 10px; margin: 0; }
 * { color: {text}; }
@@ -42,7 +45,7 @@ QToolButton:hover, QPushButton:hover { background: {hairline}; }
 QToolButton:pressed, QPushButton:pressed { background: {selection}; }
 QToolButton:focus, QPushButton:focus { border: 2px solid {accent}; }
 QLineEdit > QToolButton { border: none; min-width: 0; min-height: 0; }
-QToolButton::menu-indicator { image: none; }
+QToolButton::menu-indicator, QPushButton::menu-indicator { image: none; }
 QToolButton[role="primary"] { background: {accent}; border-radius: 10px; }
 QToolButton[role="primary"]:disabled { background: {hairline}; }
 QToolButton[role="primary"]:focus { border: 2px solid {text}; }

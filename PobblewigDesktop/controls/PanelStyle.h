@@ -12,8 +12,8 @@ namespace pobblewig::PanelStyle {
 /// applied already.
 void apply(QWidget& window, const Palette& palette);
 
-/// Sets one of the roles that the style sheet knows: "title", "caption", "detail", "primary",
-/// "quiet", "danger".
+/// Sets one of the roles that the style sheet knows: "title", "caption", "detail", "advice",
+/// "primary", "quiet", "danger".
 void setRole(QWidget& widget, const QString& role);
 
 /// Sets the text of a label that assistive technology reads by name and text.

@@ -3,14 +3,30 @@
 
 #include <QAbstractItemView>
 #include <QAccessible>
+#include <QClipboard>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
 namespace pobblewig {
 
 using namespace std::chrono_literals;
+
+namespace {
+
+struct LayoutCount : QObject {
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        count += event->type() == QEvent::LayoutRequest ? 1 : 0;
+        return false;
+    }
+    int count = 0;
+};
+
+} // namespace
 
 class ChatPanelTest : public QObject {
     Q_OBJECT
@@ -77,7 +93,7 @@ private Q_SLOTS:
         ask(QStringLiteral("Hello %1"));
         m->talk.model.finish(TransportError { .text = QStringLiteral("No answer.") });
         QTRY_VERIFY(label("Error").isVisible());
-        QCOMPARE(label("Error").text(), *m->talk.chat.lastError());
+        QCOMPARE(label("Error").text(), QStringLiteral("127.0.0.1 cannot be reached."));
         QCOMPARE(label("Error").accessibleDescription(), label("Error").text());
         QTRY_COMPARE(spoken().last(), QStringLiteral("You, 08:15, not answered: Hello %1"));
         QTRY_VERIFY(button("Retry").isEnabled());
@@ -154,10 +170,87 @@ private Q_SLOTS:
         const auto text = QString(600, u'x') + QStringLiteral(" y").repeated(500);
         m->talk.model.finish(TransportError { .text = text });
         QTRY_VERIFY(label("Error").isVisible());
-        auto& retry = button("Retry");
-        QTRY_VERIFY(retry.width() >= retry.sizeHint().width());
-        QVERIFY(m->panel.rect().contains(QRect(retry.mapTo(&m->panel, QPoint()), retry.size())));
-        QTRY_VERIFY(label("Error").height() < m->panel.height() / 3);
+        auto& details = m->ofError<QPlainTextEdit>("Details");
+        QVERIFY(!details.isVisible());
+        m->ofError<QAbstractButton>("Details").click();
+        QCOMPARE(details.toPlainText(), text);
+        // A word as long as the longest of other languages.
+        button("Retry").setText(QStringLiteral("Verbindungseinstellungen"));
+        m->panel.resize(301, 320);
+        for (const auto* const name : { "Retry", "Hide details", "Copy" }) {
+            auto* const shown = &m->ofError<QAbstractButton>(name);
+            QTRY_VERIFY(shown->width() >= shown->sizeHint().width());
+            const QRect place(shown->mapTo(&m->panel, QPoint()), shown->size());
+            QTRY_VERIFY(m->panel.rect().contains(place));
+        }
+        m->ofError<QAbstractButton>("Copy").click();
+        QCOMPARE(QGuiApplication::clipboard()->text(), text);
+    }
+
+    void aModelIsChosenFromThoseThatAreThere()
+    {
+        m->talk.model.offered = { QStringLiteral("owl & co"), QStringLiteral("emu") };
+        ask(QStringLiteral("Hello"));
+        m->talk.model.finish(LLMError::http(404, QStringLiteral("unknown model")));
+        QTRY_VERIFY(m->find<QAbstractButton>(m->panel, "Choose a model"));
+        auto* const menu = m->named<QPushButton>("Choose a model").menu();
+        QCOMPARE(menu->actions().front()->text(), QStringLiteral("owl && co"));
+        menu->actions().front()->trigger();
+        QTRY_VERIFY(m->talk.model.isAsked());
+        QCOMPARE(m->talk.models.chosen[ModelUse::main], QStringLiteral("owl & co"));
+    }
+
+    void aServerThatAsksToWaitIsAskedAgainByItself()
+    {
+        auto busy = LLMError::http(429, {});
+        busy.retryAfter = "12";
+        ask(QStringLiteral("Hello"));
+        m->talk.model.finish(busy);
+        QTRY_COMPARE(
+            m->ofError<QLabel>("Advice").text(), QStringLiteral("Pobblewig asks again in 12 s."));
+        m->talk.time += 12s;
+        QTRY_VERIFY(m->talk.model.isAsked() && !label("Error").isVisible());
+        m->talk.model.finish(busy);
+        QTRY_VERIFY(label("Error").isVisible());
+        input().setPlainText(QStringLiteral("Wait"));
+        m->talk.time += 12s;
+        QTRY_COMPARE(
+            m->ofError<QLabel>("Advice").text(), QStringLiteral("It can be asked again now."));
+        QVERIFY(!m->talk.chat.isInTurn());
+    }
+
+    void aWaitIsCountedWithoutMovingAnything()
+    {
+        ask(QStringLiteral("Hello"));
+        m->talk.time += 12s;
+        QTRY_COMPARE(label("State").text(), QStringLiteral("waiting for 127.0.0.1, 12 s"));
+        QCoreApplication::processEvents();
+        LayoutCount layouts;
+        m->panel.installEventFilter(&layouts);
+        m->talk.time += 1s;
+        QTRY_COMPARE(label("State").text(), QStringLiteral("waiting for 127.0.0.1, 13 s"));
+        QCOMPARE(layouts.count, 0);
+        m->talk.model.say(QStringLiteral("Hi"));
+        QTRY_COMPARE(label("State").text(), QStringLiteral("thinking…"));
+    }
+
+    void thoughtsAreOpenedByEnterAndLeaveWithThePanel()
+    {
+        ask(QStringLiteral("Hello"));
+        m->talk.model.think(QStringLiteral("Hm"));
+        QTRY_VERIFY(m->find<QAbstractButton>(m->panel, "Thinking, 0 s"));
+        auto& row = button("Thinking, 0 s");
+        auto& thoughts = m->named<QPlainTextEdit>("Thoughts");
+        QVERIFY(row.isVisible() && !thoughts.isVisible());
+        QTest::keyClick(&row, Qt::Key_Return);
+        QVERIFY(thoughts.isVisible());
+        m->talk.model.think(QStringLiteral("m"));
+        QTRY_COMPARE(thoughts.toPlainText(), QStringLiteral("Hmm"));
+        m->talk.time += 14s;
+        m->talk.model.say(QStringLiteral("Hi"));
+        QTRY_COMPARE(row.text(), QStringLiteral("Thought for 14 s"));
+        m->panel.hide();
+        QVERIFY(row.parentWidget()->isHidden() && thoughts.toPlainText().isEmpty());
     }
 
     void aLookAtTheScreenIsAskedForAndShown()

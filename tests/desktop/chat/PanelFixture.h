@@ -37,6 +37,14 @@ struct PanelFixture {
             return *widget;
         qFatal("There is no control of the name %s.", name);
     }
+    /// A control in the banner of the error.
+    template <typename Widget>
+    Widget& ofError(const char* name) const
+    {
+        if (auto* const widget = find<Widget>(*label("Error").parentWidget(), name))
+            return *widget;
+        qFatal("The error has no control of the name %s.", name);
+    }
     QAbstractButton& button(const char* name) const { return named<QAbstractButton>(name); }
     QLabel& label(const char* name) const { return named<QLabel>(name); }
     QPlainTextEdit& input() const { return named<QPlainTextEdit>("Message"); }
@@ -44,7 +52,7 @@ struct PanelFixture {
     ScratchDirectory scratch;
     ScriptedChat talk { scratch };
     ChatPanel panel { talk.chat, Calendar { QTimeZone::utc(), QLocale(QStringLiteral("en_GB")) },
-        [] { return ScriptedChat::now; } };
+        [this] { return talk.time; } };
 };
 
 } // namespace pobblewig

@@ -23,13 +23,17 @@ public:
 
     bool isAsked() const { return m_sink.has_value(); }
     void say(const QString& text) const { m_sink->push(LLMToken { text }); }
+    void think(const QString& text) const { m_sink->push(LLMThought { text }); }
+
+    std::vector<QString> offered;
+    Task<std::vector<QString>> models() override { co_return std::vector(offered); }
     void finish(std::optional<LLMFailure> failure = std::nullopt)
     {
         std::exchange(m_sink, std::nullopt)->finish(std::move(failure));
     }
 
 private:
-    LLMConfiguration m_configuration;
+    LLMConfiguration m_configuration { .baseURL = QUrl(QStringLiteral("http://127.0.0.1/v1")) };
     std::optional<LLMStream::Sink> m_sink;
 };
 
