@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QWindow>
 
@@ -34,6 +35,7 @@ BuddyWindow::BuddyWindow(BuddyWindowSystem& system, QSettings& settings, BuddyVi
     setWindowTitle(QStringLiteral("Pobblewig"));
     setAccessibleName(QStringLiteral("Pobblewig"));
     setMouseTracking(true);
+    setAcceptDrops(true);
     m_view->setAccessibleName(tr("Open chat"));
     connect(m_view, &BuddyView::clicked, this, &BuddyWindow::clicked);
     connect(m_view, &BuddyView::appeared, this, &BuddyWindow::appeared);
@@ -178,6 +180,23 @@ void BuddyWindow::mouseDoubleClickEvent(QMouseEvent* event)
 void BuddyWindow::contextMenuEvent(QContextMenuEvent* event)
 {
     Q_EMIT menuRequested(event->globalPos());
+}
+
+void BuddyWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    // A file comes with its name as a text.
+    if (!event->mimeData()->hasText() || event->mimeData()->hasUrls())
+        return;
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    m_view->stir();
+}
+
+void BuddyWindow::dropEvent(QDropEvent* event)
+{
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    Q_EMIT textDropped(event->mimeData()->text());
 }
 
 void BuddyWindow::standAt(QPoint corner)

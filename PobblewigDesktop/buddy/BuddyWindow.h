@@ -54,6 +54,9 @@ Q_SIGNALS:
     /// The user wants the menu, at this point of the desktop.
     void menuRequested(QPoint place);
 
+    /// The user has dropped this text on the buddy.
+    void textDropped(const QString& text);
+
 protected:
     bool event(QEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
@@ -62,6 +65,8 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     struct Grip {

@@ -13,6 +13,7 @@
 #include "PobblewigDesktop/chat/ProposalBanners.h"
 #include "PobblewigDesktop/chat/ThinkingRow.h"
 #include "PobblewigDesktop/controls/Icons.h"
+#include "PobblewigDesktop/chat/Quotation.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 #include "prompts/VisionUserPrompt.h"
 
@@ -162,6 +163,17 @@ void ChatPanel::showBeside(const QRect& buddy, const QRect& screen)
     activateWindow();
 }
 
+void ChatPanel::quote(const QString& text)
+{
+    const auto quotation = Quotation::ofText(text);
+    if (quotation.isEmpty())
+        return;
+    m_input->moveCursor(QTextCursor::End);
+    const auto division = m_input->isBlank() ? QString() : QStringLiteral("\n\n");
+    m_input->insertPlainText(division + quotation);
+    m_input->setFocus(Qt::OtherFocusReason);
+}
+
 QSize ChatPanel::frameSize() const
 {
     // Before the first show nobody knows the frame, only what frames are like.
@@ -266,6 +278,7 @@ void ChatPanel::connectControls()
     connect(m_input, &MessageInput::submitted, this, &ChatPanel::send);
     connect(m_input, &MessageInput::textChanged, this, &ChatPanel::showTurn);
     connect(m_input, &MessageInput::textChanged, m_banners, &ConversationBanners::noteTyping);
+    connect(m_input, &MessageInput::textChanged, this, &ChatPanel::typed);
     connect(m_screen, &QToolButton::clicked, this, &ChatPanel::sendWithScreen);
     connect(m_send, &QToolButton::clicked, this, &ChatPanel::send);
     connect(m_stop, &QToolButton::clicked, &m_chat, &ChatService::cancelStreaming);

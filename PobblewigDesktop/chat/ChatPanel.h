@@ -59,11 +59,15 @@ public:
     /// Keeps what the user has begun to write for the next launch, as hiding the panel does.
     void keepDraft();
 
+    /// Puts a text from elsewhere into the input as a quotation, after what the user has written.
+    void quote(const QString& text);
+
     /// Shows the panel beside the buddy. Both rectangles are in the desktop's coordinates.
     void showBeside(const QRect& buddy, const QRect& screen);
 
 Q_SIGNALS:
     void newSessionRequested();
+    void typed();
     void shown();
     void hidden();
 
