@@ -99,6 +99,7 @@ QStringList storageProblems(const StorageState& state)
 AppDelegate::AppDelegate(BuddyWindowSystem& windowSystem, QSettings& desktopSettings)
     : m_desktopSettings(desktopSettings)
     , m_buddy(windowSystem, desktopSettings)
+    , m_bubbles(m_buddy, windowSystem)
     , m_presence(desktopSettings)
 {
     m_buddy.setSprite(spriteFor(
@@ -106,6 +107,9 @@ AppDelegate::AppDelegate(BuddyWindowSystem& windowSystem, QSettings& desktopSett
     m_buddy.setSizeScale(desktopSettings.value(scaleKey, 1.0).toDouble());
     connect(&m_buddy, &BuddyWindow::clicked, this, &AppDelegate::toggleChat);
     connect(&m_buddy, &BuddyWindow::menuRequested, this, &AppDelegate::showMenu);
+    connect(&m_buddy, &BuddyWindow::textDropped, this, &AppDelegate::quote);
+    connect(&m_bubbles, &BubbleKeeper::clicked, this, &AppDelegate::openChat);
+    connect(&m_bubbles, &BubbleKeeper::unseenChanged, this, &AppDelegate::showMark);
     connect(&m_presence, &DesktopPresence::chatRequested, this, &AppDelegate::openChat);
     connect(&m_presence, &DesktopPresence::chatToggled, this, &AppDelegate::toggleChat);
     connect(&m_presence, &DesktopPresence::reminded, this, &AppDelegate::showReminder);
@@ -133,11 +137,11 @@ void AppDelegate::openChat()
     }
     if (!m_panel)
         makePanel();
-    endReminder();
     // Where the user has put it is its place, until it is closed.
     if (!m_panel->isVisible())
         m_panel->showBeside(m_buddy.geometry(), m_buddy.screen()->availableGeometry());
     m_presence.activate(*m_panel);
+    showMark();
 }
 
 void AppDelegate::startCoordinator()
@@ -151,6 +155,7 @@ void AppDelegate::startCoordinator()
     m_coordinator->start();
     showState();
     m_presence.follow(*m_coordinator);
+    m_bubbles.follow(*m_coordinator);
     const auto& chat = m_coordinator->chat();
     connect(&chat, &ChatService::activityChanged, this, &AppDelegate::showActivity);
     connect(&chat, &ChatService::streamingPreviewChanged, this, &AppDelegate::showReply);
@@ -177,7 +182,7 @@ void AppDelegate::showActivity(bool working, bool succeeded)
         m_buddy.view().setState({ Kind::done, tr("done") });
     else
         m_buddy.view().setState({});
-    showPresence();
+    showMark();
 }
 
 void AppDelegate::showReply()
@@ -186,15 +191,20 @@ void AppDelegate::showReply()
         m_buddy.view().setState({ BuddyState::Kind::responding, {} });
 }
 
-void AppDelegate::showReminder()
+void AppDelegate::showReminder(const QString& message)
 {
     m_buddy.view().setState({ BuddyState::Kind::notify, tr("reminder — click me to reply") });
+    m_bubbles.say({ Bubble::Kind::reminder, BubbleLogic::firstLine(message) });
     showPresence();
 }
 
-void AppDelegate::endReminder()
+void AppDelegate::showMark()
 {
-    if (m_buddy.view().state().kind == BuddyState::Kind::notify)
+    using Kind = BuddyState::Kind;
+    const auto kind = m_buddy.view().state().kind;
+    if (m_bubbles.hasUnseen() && (kind == Kind::idle || kind == Kind::done))
+        m_buddy.view().setState({ Kind::notify, {} });
+    else if (!m_bubbles.hasUnseen() && kind == Kind::notify)
         m_buddy.view().setState({});
     showPresence();
 }
@@ -222,11 +232,12 @@ void AppDelegate::makePanel()
     m_panel = std::make_unique<ChatPanel>(m_coordinator->chat(), Calendar::current(), systemNow);
     connect(m_panel.get(), &ChatPanel::newSessionRequested, m_coordinator.get(),
         &AppCoordinator::startNewSession);
-    connect(m_panel.get(), &ChatPanel::shown, this, [this] { m_presence.setChatShown(true); });
-    connect(m_panel.get(), &ChatPanel::hidden, this, [this] { m_presence.setChatShown(false); });
+    connect(m_panel.get(), &ChatPanel::shown, this, [this] { setChatShown(true); });
+    connect(m_panel.get(), &ChatPanel::hidden, this, [this] { setChatShown(false); });
     connect(m_panel.get(), &ChatPanel::hidden, this,
         [this] { m_desktopSettings.setValue(panelSizeKey, m_panel->size()); });
     connect(qApp, &QApplication::aboutToQuit, m_panel.get(), &ChatPanel::keepDraft);
+    connect(m_panel.get(), &ChatPanel::typed, &m_buddy.view(), &BuddyView::stir);
     connect(m_panel.get(), &ChatPanel::proposalAnswered, this, &AppDelegate::answerProposal);
     m_panel->resize(m_desktopSettings.value(panelSizeKey, m_panel->size()).toSize());
     m_panel->setNotice(m_notice);
@@ -257,6 +268,7 @@ void AppDelegate::showLook(const AppSettings& settings)
     m_buddy.setSprite(sprite);
     m_buddy.setSizeScale(look.sizeScale);
     m_buddy.view().setTheme(paletteFor(settings));
+    m_bubbles.setTheme(paletteFor(settings));
     m_presence.setSprite(sprite);
     m_desktopSettings.setValue(mascotKey, look.mascot);
     m_desktopSettings.setValue(schemeKey, look.colorScheme);
@@ -304,9 +316,22 @@ void AppDelegate::showNotice(const QString& text)
         m_panel->setNotice(text);
 }
 
+void AppDelegate::setChatShown(bool isShown)
+{
+    m_presence.setChatShown(isShown);
+    m_bubbles.setChatShown(isShown);
+}
+
+void AppDelegate::quote(const QString& text)
+{
+    openChat();
+    if (m_panel)
+        m_panel->quote(text);
+}
+
 void AppDelegate::toggleChat()
 {
-    endReminder();
+    showMark();
     if (m_panel && m_panel->isActiveWindow() && !m_panel->isMinimized())
         m_panel->hide();
     else

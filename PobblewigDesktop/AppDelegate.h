@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AppCoordinator.h"
+#include "PobblewigDesktop/bubble/BubbleKeeper.h"
 #include "PobblewigDesktop/buddy/BuddyWindow.h"
 #include "PobblewigDesktop/presence/DesktopPresence.h"
 
@@ -54,8 +55,8 @@ private:
     void showMenu(QPoint place);
     void showActivity(bool working, bool succeeded);
     void showReply();
-    void showReminder();
-    void endReminder();
+    void showReminder(const QString& message);
+    void showMark();
     void showPresence();
     void makePanel();
     void answerProposal(const QString& proposalId, ProposalAnswer answer);
@@ -66,9 +67,12 @@ private:
     void noteLibrarian(const LibrarianState& librarian);
     void showNotice(const QString& text);
     void toggleChat();
+    void setChatShown(bool isShown);
+    void quote(const QString& text);
 
     QSettings& m_desktopSettings;
     BuddyWindow m_buddy;
+    BubbleKeeper m_bubbles;
     DesktopPresence m_presence;
     MakeParts m_makeParts;
     std::unique_ptr<AppCoordinator> m_coordinator;

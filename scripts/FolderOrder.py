@@ -23,7 +23,7 @@ ORDER = rooms(
     "buddy", "presence") + [CORE]
 ORDER += rooms(LINUX, "desktop", "x11", "wayland", "portal", "modules") + [LINUX]
 ORDER += rooms(
-    DESKTOP, "controls", "buddy", "presence", "chat", "settings", "memory", "assistant", "notes",
+    DESKTOP, "controls", "buddy", "bubble", "presence", "chat", "settings", "memory", "assistant", "notes",
     "memes") + [DESKTOP, DESKTOP + "/contactsheet"]
 ORDER += ["PobblewigDemoModel", "Pobblewig"]
 
@@ -34,6 +34,7 @@ APART = [
     rooms(CORE, "memes", "notes", "cloud"),
     rooms(LINUX, "x11", "wayland", "portal"),
     rooms(DESKTOP, "buddy", "presence", "chat", "settings", "memory", "assistant", "notes"),
+    rooms(DESKTOP, "bubble", "presence", "chat"),
     [LINUX, DESKTOP],
     ["PobblewigDemoModel", "Pobblewig"],
 ]

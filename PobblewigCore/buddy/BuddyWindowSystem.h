@@ -23,6 +23,10 @@ public:
     /// picture with that shape is painted.
     virtual void setShape(WindowID window, const BuddyShape& shape) = 0;
 
+    /// Returns whether the parts of windows that are not painted are invisible. The answer may
+    /// change at any time.
+    virtual bool canBlend() const = 0;
+
     /// Returns whether nothing of the window can be seen; cheap enough to ask every second.
     virtual bool isCovered(WindowID window) = 0;
 
@@ -40,6 +44,7 @@ class UnavailableBuddyWindowSystem : public BuddyWindowSystem {
 public:
     void accompanyUser(WindowID) override { }
     void setShape(WindowID, const BuddyShape&) override { }
+    bool canBlend() const override { return true; }
     bool isCovered(WindowID) override { return false; }
     void watchFullScreen(std::function<void()>) override { }
     bool isFullScreenInFront(const QRect&) override { return false; }

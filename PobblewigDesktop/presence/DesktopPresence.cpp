@@ -150,7 +150,7 @@ void DesktopPresence::lookAtScreen()
 
 void DesktopPresence::remind(const QString& message)
 {
-    Q_EMIT reminded();
+    Q_EMIT reminded(message);
     if (!m_services)
         return;
     m_services->sounds.play(u"Glass");

@@ -52,7 +52,7 @@ Q_SIGNALS:
     void quitRequested();
 
     /// The buddy has something to say that the user has not asked for.
-    void reminded();
+    void reminded(const QString& message);
 
     /// The user is to read this text, which is not part of the conversation.
     void noticed(const QString& text);

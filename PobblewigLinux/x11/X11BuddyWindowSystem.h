@@ -18,6 +18,7 @@ public:
 
     void accompanyUser(WindowID window) override;
     void setShape(WindowID window, const BuddyShape& shape) override;
+    bool canBlend() const override { return m_compositor.isOwned(); }
     bool isCovered(WindowID window) override;
     void watchFullScreen(std::function<void()> changed) override;
     bool isFullScreenInFront(const QRect& screen) override;

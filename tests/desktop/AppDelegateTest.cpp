@@ -1,11 +1,14 @@
 #include "PobblewigDesktop/AppDelegate.h"
 
+#include "PobblewigDesktop/bubble/BubbleWindow.h"
 #include "PobblewigDesktop/chat/ChatPanel.h"
 #include "desktop/ScriptedParts.h"
 #include "desktop/chat/PanelFixture.h"
 #include "support/ScriptedProvider.h"
 #include "support/TableRow.h"
 
+#include <QDropEvent>
+#include <QMimeData>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
@@ -25,6 +28,33 @@ class AppDelegateTest : public QObject {
                 return *window;
         }
         qFatal("There is no %s.", Window::staticMetaObject.className());
+    }
+
+    /// What the bubble says; empty if there is none.
+    static QString said()
+    {
+        for (auto* const widget : QApplication::topLevelWidgets()) {
+            if (qobject_cast<BubbleWindow*>(widget) && widget->isVisible())
+                return PanelFixture::find<QLabel>(*widget, "Bubble")->text();
+        }
+        return {};
+    }
+
+    void answer(const QString& text)
+    {
+        QTRY_VERIFY(m_model.isAsked());
+        m_model.say(text);
+        m_model.finish();
+    }
+
+    static void drop(QMimeData& data)
+    {
+        auto& buddy = shown<BuddyWindow>();
+        QDragEnterEvent enter({}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(&buddy, &enter);
+        QDropEvent event({}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        if (enter.isAccepted())
+            QCoreApplication::sendEvent(&buddy, &event);
     }
 
     static BuddyState::Kind buddyState() { return shown<BuddyWindow>().view().state().kind; }
@@ -63,13 +93,75 @@ private Q_SLOTS:
     {
         QFETCH(OpenChat, open);
         const QSignalSpy looks(&m_delegate->presence(), &DesktopPresence::stateChanged);
-        Q_EMIT m_delegate->presence().reminded();
+        Q_EMIT m_delegate->presence().reminded(u"The essay is due."_s);
         QCOMPARE(buddyState(), BuddyState::Kind::notify);
         QCOMPARE(looks.count(), 1);
         open(*m_delegate);
         QVERIFY(shown<ChatPanel>().isVisible());
         QCOMPARE(buddyState(), BuddyState::Kind::idle);
         QCOMPARE(looks.count(), 2);
+    }
+
+    void anAnswerBehindAClosedChatIsSaidUntilItIsSeen_data()
+    {
+        using Act = std::function<void(BubbleWindow&)>;
+        columns<Act, bool>("act", "isRead");
+        const auto pull = [](BubbleWindow& bubble, int way) {
+            const QPoint middle(20, 10);
+            QTest::mousePress(&bubble, Qt::LeftButton, {}, middle);
+            QTest::mouseRelease(&bubble, Qt::LeftButton, {}, middle + QPoint(way, 0));
+        };
+        row("a click", Act([=](auto& bubble) { pull(bubble, 0); }), true);
+        row("a pull", Act([=](auto& bubble) { pull(bubble, -41); }), false);
+        row("its button", Act([=](auto& bubble) {
+            PanelFixture::find<QAbstractButton>(bubble, "Dismiss bubble")->click();
+        }),
+            false);
+    }
+    void anAnswerBehindAClosedChatIsSaidUntilItIsSeen()
+    {
+        QFETCH(std::function<void(BubbleWindow&)>, act);
+        QFETCH(bool, isRead);
+        m_delegate->openChat();
+        auto& panel = shown<ChatPanel>();
+        PanelFixture::find<QPlainTextEdit>(panel, "Message")->setPlainText(u"Hello"_s);
+        PanelFixture::find<QAbstractButton>(panel, "Send")->click();
+        panel.hide();
+        answer(u"# **Hi** there\nMore."_s);
+        QTRY_COMPARE(said(), u"Hi there"_s);
+        QTRY_COMPARE(buddyState(), BuddyState::Kind::notify);
+        auto& buddy = shown<BuddyWindow>();
+        buddy.setHiddenFor(BuddyWindow::HidingReason::fullScreen, true);
+        QTRY_COMPARE(said(), QString());
+        buddy.setHiddenFor(BuddyWindow::HidingReason::fullScreen, false);
+        QTRY_COMPARE(said(), u"Hi there"_s);
+        buddy.move(300, 300);
+        QVERIFY(!buddy.geometry().intersects(shown<BubbleWindow>().geometry()));
+        act(shown<BubbleWindow>());
+        QCOMPARE(said(), QString());
+        QCOMPARE(panel.isVisible(), isRead);
+        QCOMPARE(buddyState(), isRead ? BuddyState::Kind::idle : BuddyState::Kind::notify);
+    }
+
+    void whatIsDroppedOnTheBuddyIsAskedAbout_data()
+    {
+        columns<QString, bool, QString>("text", "isFile", "input");
+        row("text", u"One\r\ntwo\u202e"_s, false, u"> One\n> two\n\n"_s);
+        row("a file", u"/etc/passwd"_s, true, QString());
+        row("a long text", QString(9000, u'a'), false, u"> "_s + QString(8000, u'a') + u"…\n\n"_s);
+    }
+    void whatIsDroppedOnTheBuddyIsAskedAbout()
+    {
+        QFETCH(QString, text);
+        QFETCH(bool, isFile);
+        QMimeData data;
+        data.setText(text);
+        if (isFile)
+            data.setUrls({ QUrl::fromLocalFile(text) });
+        drop(data);
+        m_delegate->openChat();
+        QTEST(PanelFixture::find<QPlainTextEdit>(shown<ChatPanel>(), "Message")->toPlainText(),
+            "input");
     }
 
     void thePanelIsAsLargeAsItWasLeft()
