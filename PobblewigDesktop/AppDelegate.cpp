@@ -1,5 +1,6 @@
 #include "PobblewigDesktop/AppDelegate.h"
 
+#include "PobblewigDesktop/FirstLaunch.h"
 #include "PobblewigDesktop/chat/ChatPanel.h"
 #include "PobblewigDesktop/controls/Theme.h"
 #include "PobblewigDesktop/presence/BuddyFace.h"
@@ -62,6 +63,14 @@ QString stateInWords(const AppSettings& settings, const LibrarianState& libraria
         return mode;
     const auto sign = AppDelegate::tr("taking no notes");
     return mode.isEmpty() ? sign : QStringLiteral("%1 · %2").arg(mode, sign);
+}
+
+std::vector<FirstMinute::Suggestion> suggestions(const ConversationState& state)
+{
+    using FirstMinute::Model;
+    if (!state.hasModel)
+        return {};
+    return FirstMinute::suggestions(*state.hasModel ? Model::configured : Model::missing);
 }
 
 QString librarianNotice(const QString& error)
@@ -156,6 +165,7 @@ void AppDelegate::startCoordinator()
     showState();
     m_presence.follow(*m_coordinator);
     m_bubbles.follow(*m_coordinator);
+    FirstLaunch(m_bubbles, m_desktopSettings).greet(*m_coordinator);
     const auto& chat = m_coordinator->chat();
     connect(&chat, &ChatService::activityChanged, this, &AppDelegate::showActivity);
     connect(&chat, &ChatService::streamingPreviewChanged, this, &AppDelegate::showReply);
@@ -284,6 +294,7 @@ void AppDelegate::showPanelState()
     m_panel->setFace(BuddyFace::icon(spriteFor(settings.mascot, settings.mascotColorScheme)));
     m_panel->setStateText(stateInWords(settings, state.of<LibrarianState>()));
     m_panel->setModelLabel(conversation.modelLabel);
+    m_panel->setSuggestions(suggestions(conversation));
     m_panel->setClosingSession(conversation.isClosingSession);
     m_panel->setProposals(state.of<ProposalState>().pendingProposals, settings);
     showProblems();

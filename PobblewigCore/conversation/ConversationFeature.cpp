@@ -50,6 +50,7 @@ void ConversationFeature::publish(PublishedState& state) const
 {
     state.set(ConversationState {
         .modelLabel = m_modelLabel,
+        .hasModel = m_hasModel,
         .isClosingSession = m_sessionEnd.isUnderWay(),
     });
 }
@@ -92,6 +93,7 @@ Task<> ConversationFeature::readUnread()
 Task<> ConversationFeature::findModelLabel()
 {
     const auto provider = co_await m_models.makeProvider(ModelUse::main);
+    m_hasModel = provider != nullptr;
     m_modelLabel =
         provider ? label(provider->configuration()) : QStringLiteral("no model configured");
     changed();

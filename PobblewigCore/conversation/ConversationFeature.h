@@ -10,6 +10,8 @@ namespace pobblewig {
 struct ConversationState {
     /// The name of the main model, or a note that there is none.
     QString modelLabel;
+    /// Whether there is a main model; nothing before that is known.
+    std::optional<bool> hasModel = std::nullopt;
     /// Whether a session is being closed; the conversation continues in the meantime.
     bool isClosingSession = false;
 
@@ -50,6 +52,7 @@ private:
     SessionEnd m_sessionEnd;
     QString m_modelLabel;
     std::optional<ConversationKeeping> m_keeping;
+    std::optional<bool> m_hasModel;
 };
 
 } // namespace pobblewig

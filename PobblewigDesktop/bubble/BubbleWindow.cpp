@@ -81,7 +81,8 @@ void BubbleWindow::setText(const QString& text)
     lines.replace(u'\n', QChar(QChar::LineSeparator));
     if (lines == m_label->text())
         return;
-    PanelStyle::setText(*m_label, lines);
+    m_label->setText(lines);
+    m_label->setAccessibleDescription(text);
     QAccessibleEvent alert(m_label, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
 }

@@ -14,6 +14,7 @@
 #include "PobblewigDesktop/chat/ThinkingRow.h"
 #include "PobblewigDesktop/controls/Icons.h"
 #include "PobblewigDesktop/chat/Quotation.h"
+#include "PobblewigDesktop/chat/SuggestionBar.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 #include "prompts/VisionUserPrompt.h"
 
@@ -24,6 +25,8 @@
 #include <QStyle>
 #include <QToolButton>
 #include <QUrl>
+
+#include <algorithm>
 
 namespace pobblewig {
 
@@ -76,6 +79,7 @@ ChatPanel::ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget*
     , m_banners(new ConversationBanners(chat, m_clock, *this))
     , m_proposals(new ProposalBanners(*this))
     , m_thinking(new ThinkingRow(chat.watch(), m_clock, this))
+    , m_suggestions(new SuggestionBar(this))
     , m_capture(new QLabel(this))
     , m_input(new MessageInput(this))
     , m_screen(inputButton(tr("Look at my screen"), this))
@@ -93,6 +97,7 @@ ChatPanel::ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget*
     m_input->moveCursor(QTextCursor::End);
     showTurn();
     showUnsent();
+    showSuggestions();
     showCapture();
     showCaptureQuestion();
 }
@@ -163,6 +168,11 @@ void ChatPanel::showBeside(const QRect& buddy, const QRect& screen)
     activateWindow();
 }
 
+void ChatPanel::setSuggestions(const std::vector<FirstMinute::Suggestion>& suggestions)
+{
+    m_suggestions->setSuggestions(suggestions);
+}
+
 void ChatPanel::quote(const QString& text)
 {
     const auto quotation = Quotation::ofText(text);
@@ -223,6 +233,7 @@ void ChatPanel::arrange()
     below->setSpacing(gap);
     below->addWidget(m_thinking);
     m_banners->addTo(*below);
+    below->addWidget(m_suggestions);
     below->addWidget(m_capture);
     below->addLayout(writing);
 
@@ -253,6 +264,7 @@ void ChatPanel::connectChat()
     connect(&m_chat.watch(), &TurnWatch::waitingChanged, this, &ChatPanel::showWaiting);
     m_eachSecond.setInterval(std::chrono::seconds(1));
     connect(&m_eachSecond, &QTimer::timeout, this, &ChatPanel::showState);
+    connect(&m_chat, &ChatService::messagesChanged, this, &ChatPanel::showSuggestions);
     connect(&m_chat, &ChatService::captureIndicatorChanged, this, &ChatPanel::showCapture);
     connect(&m_chat.captureConsent(), &CaptureConsent::isAskingChanged, this,
         &ChatPanel::showCaptureQuestion);
@@ -279,6 +291,7 @@ void ChatPanel::connectControls()
     connect(m_input, &MessageInput::textChanged, this, &ChatPanel::showTurn);
     connect(m_input, &MessageInput::textChanged, m_banners, &ConversationBanners::noteTyping);
     connect(m_input, &MessageInput::textChanged, this, &ChatPanel::typed);
+    connect(m_suggestions, &SuggestionBar::chosen, this, &ChatPanel::tryOut);
     connect(m_screen, &QToolButton::clicked, this, &ChatPanel::sendWithScreen);
     connect(m_send, &QToolButton::clicked, this, &ChatPanel::send);
     connect(m_stop, &QToolButton::clicked, &m_chat, &ChatService::cancelStreaming);
@@ -329,6 +342,23 @@ void ChatPanel::showUnsent()
     const auto unsent = m_chat.unsentText();
     if (unsent && *unsent != Prompts::visionUserPrompt && m_input->isBlank())
         m_input->setPlainText(*unsent);
+}
+
+void ChatPanel::showSuggestions()
+{
+    m_suggestions->setVisible(std::ranges::none_of(m_chat.messages(),
+        [](const auto& message) { return message.role == ChatMessage::Role::user; }));
+}
+
+void ChatPanel::tryOut(const FirstMinute::Suggestion& suggestion)
+{
+    if (!suggestion.answer.isEmpty()) {
+        m_chat.sayOffTheRecord(suggestion.answer);
+        m_view->followLatest();
+        return;
+    }
+    m_input->setPlainText(suggestion.text);
+    send();
 }
 
 void ChatPanel::showCapture()

@@ -5,6 +5,7 @@
 #include "conversation/proposals/ProposalAnswer.h"
 #include "conversation/proposals/RuleProposal.h"
 #include "foundation/Calendar.h"
+#include "presence/FirstMinute.h"
 #include "settings/AppSettings.h"
 
 #include <QIcon>
@@ -27,6 +28,7 @@ class FindBar;
 class MessageInput;
 class ProposalBanners;
 class ThinkingRow;
+class SuggestionBar;
 
 /// The window for talking with the buddy. It shows what the chat publishes and passes on what the
 /// user does; it decides nothing.
@@ -59,6 +61,9 @@ public:
     /// Keeps what the user has begun to write for the next launch, as hiding the panel does.
     void keepDraft();
 
+    /// What an empty conversation offers to try.
+    void setSuggestions(const std::vector<FirstMinute::Suggestion>& suggestions);
+
     /// Puts a text from elsewhere into the input as a quotation, after what the user has written.
     void quote(const QString& text);
 
@@ -87,6 +92,8 @@ private:
     void showState();
     QString state() const;
     void showUnsent();
+    void showSuggestions();
+    void tryOut(const FirstMinute::Suggestion& suggestion);
     void showCapture();
     void showCaptureQuestion();
     void answer(const QString& id, ProposalAnswer answer);
@@ -112,6 +119,7 @@ private:
     ConversationBanners* m_banners;
     ProposalBanners* m_proposals;
     ThinkingRow* m_thinking;
+    SuggestionBar* m_suggestions;
     QLabel* m_capture;
     MessageInput* m_input;
     QToolButton* m_screen;

@@ -1,0 +1,46 @@
+"""The first minute with the program, in an empty home."""
+
+import unittest
+
+from program import DemoModel, Program, wait_for
+
+
+class FirstMinuteEndToEndTest(unittest.TestCase):
+    def setUp(self):
+        self.program = self.enterContext(Program())
+
+    def test_the_buddy_says_hello_once_and_offers_what_its_model_can_do(self):
+        model = DemoModel()
+        self.addCleanup(model.stop)
+        self.program.environment |= model.variables
+        self.program.start()
+        wait_for(lambda: "Click me to talk." in (self.program.shown("Bubble") or ""), "the hello")
+        self.program.press("Dismiss bubble")
+        wait_for(lambda: "pause that in my menu" in (self.program.shown("Bubble") or ""),
+                 "what it sees")
+        self.program.click_the_buddy()
+        wait_for(lambda: not self.program.shown("Bubble"), "the end of the bubble")
+        self.program.press("What can you do?")
+        wait_for(lambda: any("Each of these sentences shows something" in row
+                             for row in self.program.conversation()), "the demo model's answer")
+        self.assertFalse(self.program.is_usable("What can you do?"))
+        self.program.kill()
+        (self.program.data / "chat.json").unlink()
+        self.program.start()
+        self.program.open_chat()
+        self.program.press("Focus for 25 minutes")
+        wait_for(lambda: "Focus until" in (self.program.shown("State") or ""), "the mode")
+        self.assertIsNone(self.program.shown("Bubble"))
+
+    def test_without_a_model_it_explains_how_to_get_one(self):
+        self.program.start()
+        self.program.open_chat()
+        self.program.press("How do I set up a model?")
+        wait_for(lambda: any("MAIN_MODEL_BASE_URL" in row for row in self.program.conversation()),
+                 "the explanation")
+        self.assertIsNone(self.program.shown("Error"))
+        self.program.press("What do you notice?")
+
+
+if __name__ == "__main__":
+    unittest.main()
