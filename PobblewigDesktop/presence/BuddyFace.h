@@ -8,8 +8,8 @@
 /// The buddy as a small still picture, for the tray and the title bars.
 namespace pobblewig::BuddyFace {
 
-/// Returns a square of this many device pixels, with the buddy as large as whole pixels allow and
-/// the badge in its lower right corner.
+/// Returns a square of this many device pixels, filled by the buddy from side to side, or nearly so
+/// where its own pixels stay equally large then. The badge is in the lower right corner.
 QPixmap pixmap(const MascotSprite& sprite, PresenceBadge badge, int side);
 
 /// Returns the face in every size that trays and task lists ask for.

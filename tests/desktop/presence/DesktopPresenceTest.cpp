@@ -1,9 +1,11 @@
 #include "PobblewigDesktop/presence/DesktopPresence.h"
 
+#include "PobblewigDesktop/presence/BuddyFace.h"
 #include "desktop/ScriptedParts.h"
 #include "support/Awaited.h"
 #include "support/TableRow.h"
 
+#include <QBitmap>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
@@ -165,6 +167,17 @@ private Q_SLOTS:
         const QSignalSpy opened(&*m_presence, &DesktopPresence::chatRequested);
         Q_EMIT m_notifications->opened();
         QCOMPARE(opened.count(), 1);
+    }
+
+    void theFaceFillsTheSlotsOfTrays()
+    {
+        for (const auto side : { 16, 22, 24, 32, 48, 64 }) {
+            const auto face =
+                BuddyFace::pixmap(MascotSprite::forID(u"mouse"), PresenceBadge::none, side);
+            const auto extent = QRegion(face.mask()).boundingRect();
+            QVERIFY(extent.width() >= side * 85 / 100);
+            QCOMPARE(extent.left(), side - 1 - extent.right());
+        }
     }
 
     void aStartWithTheDesktopThatCannotBeSetIsSaid()
