@@ -5,6 +5,7 @@
 #include "PobblewigDesktop/controls/SteadyLabel.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
@@ -47,6 +48,7 @@ ChatHeader::ChatHeader(QWidget* parent)
     m_model->setAccessibleName(tr("Model"));
     m_model->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_model->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_model->installEventFilter(this);
 
     auto* const words = new QVBoxLayout;
     words->setSpacing(0);
@@ -112,10 +114,11 @@ void ChatHeader::setNewSessionEnabled(bool isEnabled)
     m_restart->setEnabled(isEnabled);
 }
 
-void ChatHeader::resizeEvent(QResizeEvent* event)
+bool ChatHeader::eventFilter(QObject* watched, QEvent* event)
 {
-    QFrame::resizeEvent(event);
-    showModelLabel();
+    if (event->type() == QEvent::Resize || event->type() == QEvent::FontChange)
+        showModelLabel();
+    return QFrame::eventFilter(watched, event);
 }
 
 void ChatHeader::showModelLabel()

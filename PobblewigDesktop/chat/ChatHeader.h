@@ -32,7 +32,7 @@ Q_SIGNALS:
     void newSessionRequested();
 
 protected:
-    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void showModelLabel();

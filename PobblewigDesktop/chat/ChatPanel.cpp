@@ -11,16 +11,20 @@
 #include "PobblewigDesktop/chat/MessageInput.h"
 #include "PobblewigDesktop/chat/PanelPlacement.h"
 #include "PobblewigDesktop/chat/ProposalBanners.h"
-#include "PobblewigDesktop/chat/ThinkingRow.h"
-#include "PobblewigDesktop/controls/Icons.h"
 #include "PobblewigDesktop/chat/Quotation.h"
 #include "PobblewigDesktop/chat/SuggestionBar.h"
+#include "PobblewigDesktop/chat/TextColumn.h"
+#include "PobblewigDesktop/chat/ThinkingRow.h"
+#include "PobblewigDesktop/controls/Icons.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 #include "prompts/VisionUserPrompt.h"
 
 #include <QDesktopServices>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QScreen>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QStyle>
 #include <QToolButton>
@@ -197,6 +201,7 @@ void ChatPanel::showEvent(QShowEvent* event)
     m_feed->refresh();
     m_view->followLatest();
     m_input->setFocus(Qt::ActiveWindowFocusReason);
+    QMetaObject::invokeMethod(this, &ChatPanel::stayInReach, Qt::QueuedConnection);
     Q_EMIT shown();
 }
 
@@ -211,6 +216,12 @@ void ChatPanel::hideEvent(QHideEvent* event)
 void ChatPanel::keepDraft()
 {
     m_chat.keepDraft(m_input->toPlainText());
+}
+
+void ChatPanel::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    fitColumn();
 }
 
 void ChatPanel::arrange()
@@ -254,6 +265,29 @@ void ChatPanel::arrange()
     m_view->setMinimumHeight(leastView);
     column->addWidget(m_view, 1);
     column->addLayout(below);
+    m_inColumn = { below, find, proposals };
+}
+
+void ChatPanel::fitColumn()
+{
+    const auto scrollBar = m_view->verticalScrollBar()->width();
+    const auto free = (width() - scrollBar - TextColumn::longest(fontMetrics())) / 2;
+    const auto [left, right] =
+        free > margin ? std::pair(free, free + scrollBar) : std::pair(margin, margin);
+    for (auto* const layout : m_inColumn) {
+        const auto margins = layout->contentsMargins();
+        layout->setContentsMargins(left, margins.top(), right, margins.bottom());
+    }
+}
+
+void ChatPanel::stayInReach()
+{
+    QList<QRect> screens;
+    for (const auto* screen : QGuiApplication::screens())
+        screens.append(screen->availableGeometry());
+    const auto place = PanelPlacement::inReach(frameGeometry(), screens);
+    if (isVisible() && place != frameGeometry().topLeft())
+        move(place);
 }
 
 void ChatPanel::connectChat()
@@ -295,6 +329,11 @@ void ChatPanel::connectControls()
     connect(m_screen, &QToolButton::clicked, this, &ChatPanel::sendWithScreen);
     connect(m_send, &QToolButton::clicked, this, &ChatPanel::send);
     connect(m_stop, &QToolButton::clicked, &m_chat, &ChatService::cancelStreaming);
+    // The desktop may move windows itself first.
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &ChatPanel::stayInReach,
+        Qt::QueuedConnection);
+    connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, &ChatPanel::stayInReach,
+        Qt::QueuedConnection);
     auto* const escapeKey = new QShortcut(QKeySequence(Qt::Key_Escape), this);
     connect(escapeKey, &QShortcut::activated, this, &ChatPanel::escape);
 }

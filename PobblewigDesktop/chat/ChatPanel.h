@@ -13,6 +13,7 @@
 #include <QWidget>
 
 class QLabel;
+class QLayout;
 class QToolButton;
 
 namespace pobblewig {
@@ -81,10 +82,13 @@ Q_SIGNALS:
 protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     QSize frameSize() const;
     void arrange();
+    void fitColumn();
+    void stayInReach();
     void connectChat();
     void connectControls();
     void showTurn();
@@ -125,6 +129,8 @@ private:
     QToolButton* m_screen;
     QToolButton* m_send;
     QToolButton* m_stop;
+    /// What stands in the column of the messages.
+    QList<QLayout*> m_inColumn;
 };
 
 } // namespace pobblewig

@@ -4,8 +4,19 @@
 #include "foundation/FileOperations.h"
 
 #include <QFileDialog>
+#include <QStandardPaths>
 
 namespace pobblewig {
+
+namespace {
+
+QString documents()
+{
+    const auto folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QDir(folder).exists() ? folder : QDir::homePath();
+}
+
+} // namespace
 
 ConversationSaving::ConversationSaving(ChatService& chat, Calendar calendar, QWidget& window)
     : QObject(&window)
@@ -20,6 +31,9 @@ void ConversationSaving::ask()
     auto* const dialog = new QFileDialog(&m_window, tr("Save conversation"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setAcceptMode(QFileDialog::AcceptSave);
+    // Windows do not inherit the colours of the one they belong to.
+    dialog->setPalette(m_window.palette());
+    dialog->setDirectory(documents());
     dialog->setDefaultSuffix(QStringLiteral("txt"));
     dialog->setNameFilter(tr("Text files (*.txt)"));
     dialog->selectFile(tr("Pobblewig conversation.txt"));

@@ -8,6 +8,9 @@ namespace pobblewig {
 namespace {
 
 constexpr int gap = 12;
+constexpr int titleHeight = 16;
+/// How much of the title's width is enough to take hold of it.
+constexpr int leastTitle = 80;
 
 /// The screen's parts beside the buddy, the better one first where two are equally good.
 std::array<QRect, 4> roomsAround(const QRect& buddy, const QRect& screen)
@@ -37,6 +40,22 @@ QRect placed(const QSize& size, const QPoint& bottomRight, const QRect& room)
 }
 
 } // namespace
+
+QPoint PanelPlacement::inReach(const QRect& panel, const QList<QRect>& screens)
+{
+    const QRect title(panel.topLeft(), QSize(panel.width(), titleHeight));
+    const auto isReached = [&title](const QRect& screen) {
+        const auto seen = screen & title;
+        return seen.height() == titleHeight && seen.width() >= leastTitle;
+    };
+    if (screens.isEmpty() || std::ranges::any_of(screens, isReached))
+        return panel.topLeft();
+    const auto distance = [&title](const QRect& screen) {
+        return (screen.center() - title.center()).manhattanLength();
+    };
+    const auto& screen = *std::ranges::min_element(screens, {}, distance);
+    return placed(panel.size().boundedTo(screen.size()), panel.bottomRight(), screen).topLeft();
+}
 
 QRect PanelPlacement::beside(const QRect& buddy, const QSize& wanted, const QRect& screen)
 {

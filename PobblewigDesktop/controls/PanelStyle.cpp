@@ -29,6 +29,14 @@ QLabel[role="caption"] { font-size: {captionSize}pt; color: {muted}; }
 QLabel[role="detail"] { color: {muted}; }
 QScrollArea { background: transparent; border: none; }
 QListView { background: {window}; border: none; outline: none; }
+QFileDialog QListView { selection-background-color: {selection}; selection-color: {text}; }
+QTreeView, QComboBox, QComboBox QAbstractItemView {
+    background: {surface}; border: 1px solid {outline}; outline: none;
+    selection-background-color: {selection}; selection-color: {text}; }
+QComboBox { border-radius: 8px; padding: 0 8px; min-height: 28px; }
+QHeaderView { background: {window}; border: none; }
+QHeaderView::section {
+    background: {window}; border: none; border-bottom: 1px solid {hairline}; padding: 4px 8px; }
 QPlainTextEdit, QLineEdit {
     background: {surface}; border: 1px solid {outline}; border-radius: 10px;
     selection-background-color: {selection}; selection-color: {text}; }
@@ -66,13 +74,18 @@ QToolButton#jumpToLatest {
 QToolButton#jumpToLatest:hover { background: {hairline}; }
 QMenu { background: {surface}; border: 1px solid {hairline}; padding: 4px; }
 QMenu::item { padding: 6px 20px 6px 8px; border-radius: 6px; }
+QMenu::item:disabled { color: {muted}; }
+QMenu::separator { height: 1px; background: {hairline}; margin: 4px 8px; }
 QMenu::item:selected { background: {bubble}; }
 QToolTip { background: {surface}; color: {text}; border: 1px solid {hairline}; padding: 4px; }
 QScrollBar:vertical { background: transparent; width: 10px; margin: 2px; }
 QScrollBar::handle:vertical { background: {outline}; border-radius: 3px; min-height: 32px; }
 QScrollBar::handle:vertical:hover { background: {muted}; }
 QScrollBar::handle:vertical:disabled { background: transparent; }
-QScrollBar::add-line, QScrollBar::sub-line { height: 0; }
+QScrollBar:horizontal { background: transparent; height: 10px; margin: 2px; }
+QScrollBar::handle:horizontal { background: {outline}; border-radius: 3px; min-width: 32px; }
+QScrollBar::handle:horizontal:hover { background: {muted}; }
+QScrollBar::add-line, QScrollBar::sub-line { height: 0; width: 0; }
 QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
 )";
 

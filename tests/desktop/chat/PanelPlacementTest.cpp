@@ -35,6 +35,24 @@ private Q_SLOTS:
         QFETCH(QRect, screen);
         QTEST(PanelPlacement::beside(buddy, { 400, 600 }, screen), "panel");
     }
+
+    void theTitleBarStaysInReach_data()
+    {
+        columns<QPoint, QPoint>("corner", "reached");
+        row("inside", QPoint(100, 100), QPoint(100, 100));
+        row("a corner of it is enough", QPoint(1200, 780), QPoint(1200, 780));
+        row("above", QPoint(100, -5), QPoint(100, 0));
+        row("hardly anything left", QPoint(1201, 100), QPoint(880, 100));
+        row("on a screen that went", QPoint(3000, 2000), QPoint(880, 200));
+        row("on the other screen", QPoint(-500, 300), QPoint(-500, 300));
+    }
+    void theTitleBarStaysInReach()
+    {
+        QFETCH(QPoint, corner);
+        QTEST(PanelPlacement::inReach({ corner, QSize(400, 600) },
+                  { QRect(0, 0, 1280, 800), QRect(-800, 0, 800, 600) }),
+            "reached");
+    }
 };
 
 } // namespace pobblewig
