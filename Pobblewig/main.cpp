@@ -1,3 +1,4 @@
+#include "Pobblewig/CommandLine.h"
 #include "PobblewigDesktop/AppDelegate.h"
 #include "PobblewigLinux/LinuxSession.h"
 #include "PobblewigLinux/desktop/ApplicationBus.h"
@@ -79,6 +80,8 @@ std::optional<int> refusal(SingleInstance& instance, const std::optional<QUrl>& 
 
 int main(int argc, char** argv)
 {
+    if (const auto status = answerCommandLine(argc, argv))
+        return *status;
     preferX11();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Pobblewig"));
@@ -106,7 +109,7 @@ int main(int argc, char** argv)
     AppDelegate delegate(*buddySystem, desktopSettings);
     QObject::connect(&bus, &ApplicationBus::activated, &delegate, &AppDelegate::openChat);
     QObject::connect(&bus, &ApplicationBus::openRequested, &delegate, &AppDelegate::openChat);
-    QObject::connect(&bus, &ApplicationBus::quitRequested, &application, &QApplication::quit);
+    QObject::connect(&bus, &ApplicationBus::quitRequested, &delegate, &AppDelegate::quit);
 
     // The bus can wait until the buddy is there.
     std::optional<TrayWatch> trayWatch;

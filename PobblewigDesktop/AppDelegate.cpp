@@ -2,7 +2,7 @@
 
 #include "PobblewigDesktop/FirstLaunch.h"
 #include "PobblewigDesktop/chat/ChatPanel.h"
-#include "PobblewigDesktop/controls/Theme.h"
+#include "PobblewigDesktop/controls/PanelStyle.h"
 #include "PobblewigDesktop/presence/BuddyFace.h"
 #include "foundation/EnumNames.h"
 #include "presence/PresenceLogic.h"
@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QScreen>
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -21,6 +22,9 @@ using namespace std::chrono_literals;
 
 /// How long a buddy that nobody draws, on a screen that is off for example, keeps the rest waiting.
 constexpr auto longestWaitForTheBuddy = 1s;
+
+/// How long a turn may take to keep what it has when the program ends.
+constexpr std::chrono::milliseconds timeToStop = 200ms;
 
 // The look is also kept with the desktop's own settings, so that the first frame has it.
 const auto mascotKey = QStringLiteral("buddy/mascot");
@@ -124,7 +128,8 @@ AppDelegate::AppDelegate(BuddyWindowSystem& windowSystem, QSettings& desktopSett
     connect(&m_presence, &DesktopPresence::reminded, this, &AppDelegate::showReminder);
     connect(&m_presence, &DesktopPresence::sleepRequested, &m_buddy.view(), &BuddyView::dozeOff);
     connect(&m_buddy.view(), &BuddyView::sleepAmountChanged, this, &AppDelegate::showPresence);
-    connect(&m_presence, &DesktopPresence::quitRequested, qApp, &QApplication::quit);
+    connect(&m_presence, &DesktopPresence::quitRequested, this, &AppDelegate::quit);
+    connect(&m_presence, &DesktopPresence::putAwayRequested, this, &AppDelegate::putAway);
     connect(&m_presence, &DesktopPresence::noticed, this, &AppDelegate::showNotice);
 }
 
@@ -146,11 +151,30 @@ void AppDelegate::openChat()
     }
     if (!m_panel)
         makePanel();
+    m_buddy.setHiddenFor(BuddyWindow::HidingReason::putAway, false);
     // Where the user has put it is its place, until it is closed.
     if (!m_panel->isVisible())
         m_panel->showBeside(m_buddy.geometry(), m_buddy.screen()->availableGeometry());
     m_presence.activate(*m_panel);
     showMark();
+}
+
+void AppDelegate::quit()
+{
+    const auto isInTurn = m_coordinator && m_coordinator->chat().isInTurn();
+    if (isInTurn)
+        m_coordinator->chat().cancelStreaming();
+    if (m_panel)
+        m_panel->hide();
+    const auto time = std::max(m_bubbles.sayGoodbye(), isInTurn ? timeToStop : 0ms);
+    QTimer::singleShot(time, qApp, &QApplication::quit);
+}
+
+void AppDelegate::putAway()
+{
+    if (m_panel)
+        m_panel->hide();
+    m_buddy.setHiddenFor(BuddyWindow::HidingReason::putAway, true);
 }
 
 void AppDelegate::startCoordinator()
@@ -179,6 +203,7 @@ void AppDelegate::showMenu(QPoint place)
     if (!m_coordinator)
         return;
     auto* const menu = m_presence.makeMenu().release();
+    PanelStyle::apply(*menu, paletteFor(m_coordinator->state().of<SettingsState>().settings));
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->popup(place);
 }
@@ -280,6 +305,7 @@ void AppDelegate::showLook(const AppSettings& settings)
     m_buddy.view().setTheme(paletteFor(settings));
     m_bubbles.setTheme(paletteFor(settings));
     m_presence.setSprite(sprite);
+    QApplication::setWindowIcon(BuddyFace::icon(sprite));
     m_desktopSettings.setValue(mascotKey, look.mascot);
     m_desktopSettings.setValue(schemeKey, look.colorScheme);
     m_desktopSettings.setValue(scaleKey, look.sizeScale);

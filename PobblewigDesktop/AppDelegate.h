@@ -32,6 +32,9 @@ public:
     /// Before the coordinator has started, the request is kept until it has.
     void openChat();
 
+    /// Ends the program once the turn is stopped and the buddy has said goodbye.
+    void quit();
+
     /// The tray, the hot key and notifications; their services come once the interface has
     /// launched.
     DesktopPresence& presence() { return m_presence; }
@@ -67,6 +70,7 @@ private:
     void noteLibrarian(const LibrarianState& librarian);
     void showNotice(const QString& text);
     void toggleChat();
+    void putAway();
     void setChatShown(bool isShown);
     void quote(const QString& text);
 

@@ -58,6 +58,15 @@ void BubbleKeeper::say(const Bubble& bubble)
     setWaiting(BubbleLogic::withAdded(m_waiting, bubble));
 }
 
+std::chrono::milliseconds BubbleKeeper::sayGoodbye()
+{
+    if (!m_buddy.isVisible())
+        return {};
+    m_isChatShown = false;
+    say({ Kind::farewell, tr("See you.") });
+    return *BubbleLogic::duration(Kind::farewell);
+}
+
 void BubbleKeeper::setChatShown(bool isShown)
 {
     m_isChatShown = isShown;

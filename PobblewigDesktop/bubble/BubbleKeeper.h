@@ -28,6 +28,9 @@ public:
     /// Does nothing while the user can see the chat.
     void say(const Bubble& bubble);
 
+    /// Returns how long the user can read it: no time while the buddy is hidden.
+    std::chrono::milliseconds sayGoodbye();
+
     void setChatShown(bool isShown);
 
     /// Whether something was said that the user has not seen in the chat since.

@@ -24,7 +24,7 @@ class BuddyWindow : public QWidget {
 
 public:
     /// The reasons for hiding the buddy.
-    enum class HidingReason { fullScreen, sharedScreen };
+    enum class HidingReason { fullScreen, sharedScreen, putAway };
 
     /// Reads and writes the group "buddy" of the settings.
     BuddyWindow(BuddyWindowSystem& system, QSettings& settings, BuddyView::Clock clock = {});

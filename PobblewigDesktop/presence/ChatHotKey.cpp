@@ -39,7 +39,9 @@ void ChatHotKey::change(const QKeySequence& keys)
 
 Task<> ChatHotKey::takeKept()
 {
-    const auto outcome = co_await m_hotKeys->assign(keys());
+    const auto wanted = keys();
+    const auto outcome = co_await m_hotKeys->assign(wanted);
+    m_isHeld = outcome && !wanted.isEmpty();
     if (outcome)
         co_return;
     // Who said no is not asked again at every start.
@@ -52,6 +54,7 @@ Task<> ChatHotKey::takeOthers(QKeySequence keys)
 {
     const auto outcome = co_await m_hotKeys->assign(keys);
     if (outcome) {
+        m_isHeld = !keys.isEmpty();
         keep(keys);
         Q_EMIT changed();
     } else {

@@ -19,6 +19,9 @@ public:
     /// The keys that the user wants; empty for none.
     QKeySequence keys() const;
 
+    /// Whether some keys are ours at present.
+    bool isHeld() const { return m_isHeld; }
+
     /// Takes the keys. To be called once; `hotKeys` outlives this object.
     void start(HotKeyProviding& hotKeys);
 
@@ -43,6 +46,7 @@ private:
 
     QSettings& m_settings;
     HotKeyProviding* m_hotKeys = nullptr;
+    bool m_isHeld = false;
 };
 
 } // namespace pobblewig

@@ -113,6 +113,7 @@ void DesktopPresence::showStateIn(PresenceMenu& menu)
     // Only the desktop knows, and it tells nobody.
     const auto showStart = [this, &menu] {
         menu.setStartsWithDesktop(m_services && m_services->autostart.isEnabled());
+        menu.setCanCallBack(m_tray.isShown() || m_hotKey.isHeld());
     };
     showState();
     showStart();
@@ -135,6 +136,7 @@ void DesktopPresence::connectRequests(PresenceMenu& menu)
     });
     connect(&menu, &PresenceMenu::resumeRequested, this, [&modes] { modes.resumeObservation(); });
     connect(&menu, &PresenceMenu::sleepRequested, this, &DesktopPresence::sleepRequested);
+    connect(&menu, &PresenceMenu::putAwayRequested, this, &DesktopPresence::putAwayRequested);
     connect(&menu, &PresenceMenu::startWithDesktopRequested, this, [this, &menu](bool start) {
         startWithDesktop(start);
         menu.setStartsWithDesktop(m_services->autostart.isEnabled());

@@ -49,6 +49,7 @@ Q_SIGNALS:
     void chatRequested();
     void chatToggled();
     void sleepRequested();
+    void putAwayRequested();
     void quitRequested();
 
     /// The buddy has something to say that the user has not asked for.

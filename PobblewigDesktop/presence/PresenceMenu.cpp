@@ -21,6 +21,7 @@ PresenceMenu::PresenceMenu(QWidget* parent)
     addModes();
     addPauses();
     addAction(tr("Sleep now"), this, &PresenceMenu::sleepRequested);
+    m_putAway = addAction(QString(), this, &PresenceMenu::putAwayRequested);
     addSeparator();
     m_startsWithDesktop = addAction(tr("Start at login"));
     m_startsWithDesktop->setCheckable(true);
@@ -29,6 +30,7 @@ PresenceMenu::PresenceMenu(QWidget* parent)
     addSeparator();
     addAction(tr("Quit Pobblewig"), this, &PresenceMenu::quitRequested);
     setState({});
+    setCanCallBack(false);
 }
 
 void PresenceMenu::setState(const PresenceState& state)
@@ -41,6 +43,13 @@ void PresenceMenu::setState(const PresenceState& state)
 void PresenceMenu::setStartsWithDesktop(bool startsWithDesktop)
 {
     m_startsWithDesktop->setChecked(startsWithDesktop);
+}
+
+void PresenceMenu::setCanCallBack(bool canCallBack)
+{
+    m_putAway->setText(canCallBack
+            ? tr("Put the buddy away")
+            : tr("Put the buddy away (start Pobblewig again to call it back)"));
 }
 
 void PresenceMenu::addModes()

@@ -20,6 +20,10 @@ public:
     void setState(const PresenceState& state);
     void setStartsWithDesktop(bool startsWithDesktop);
 
+    /// Sets whether the tray or a hot key can call the buddy back; otherwise the menu says what
+    /// else does.
+    void setCanCallBack(bool canCallBack);
+
 Q_SIGNALS:
     void chatRequested();
     void screenRequested();
@@ -28,6 +32,7 @@ Q_SIGNALS:
     void pauseRequested(PauseLength length);
     void resumeRequested();
     void sleepRequested();
+    void putAwayRequested();
     void startWithDesktopRequested(bool startWithDesktop);
     void quitRequested();
 
@@ -37,6 +42,7 @@ private:
 
     QActionGroup* m_modes;
     QAction* m_resume;
+    QAction* m_putAway;
     QAction* m_startsWithDesktop;
 };
 

@@ -20,6 +20,8 @@ public:
     /// talks to, and never asks again.
     void show(std::unique_ptr<QMenu> menu);
 
+    bool isShown() const { return m_icon != nullptr; }
+
     void setFace(const QIcon& face);
     void setToolTip(const QString& text);
 

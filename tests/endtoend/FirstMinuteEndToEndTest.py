@@ -1,8 +1,9 @@
 """The first minute with the program, in an empty home."""
 
+import subprocess
 import unittest
 
-from program import DemoModel, Program, wait_for
+from program import BIN, DemoModel, Program, wait_for
 
 
 class FirstMinuteEndToEndTest(unittest.TestCase):
@@ -31,6 +32,12 @@ class FirstMinuteEndToEndTest(unittest.TestCase):
         self.program.press("Focus for 25 minutes")
         wait_for(lambda: "Focus until" in (self.program.shown("State") or ""), "the mode")
         self.assertIsNone(self.program.shown("Bubble"))
+
+    def test_what_it_is_can_be_asked_without_a_display(self):
+        for option, words in (("--version", "Pobblewig "), ("--help", "--version")):
+            said = subprocess.run([BIN / "pobblewig", option], env={}, text=True, check=True,
+                                  capture_output=True, timeout=30).stdout
+            self.assertIn(words, said)
 
     def test_without_a_model_it_explains_how_to_get_one(self):
         self.program.start()

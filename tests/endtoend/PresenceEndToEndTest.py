@@ -92,6 +92,11 @@ class TrayEndToEndTest(PresenceEndToEndTest):
         self.assertFalse(self.is_chat_shown())
         item.activate()
         wait_for(self.is_chat_shown, "the chat panel")
+        item.click("Put the buddy away")
+        is_buddy_shown = self.program.window_titled("Pobblewig")
+        wait_for(lambda: not is_buddy_shown() and not self.is_chat_shown(), "the empty desktop")
+        item.activate()
+        wait_for(is_buddy_shown, "the buddy")
         item.click("Quit Pobblewig")
         self.assertEqual(self.program.process.wait(timeout=30), 0)
 
