@@ -73,6 +73,7 @@ AppCoordinator::AppCoordinator(Parts parts)
               .screen = m_parts.screen,
               .wording = m_parts.wording,
               .environmentFile = m_parts.environmentFile })
+    , m_library(m_stores.history, m_stores.memory, m_parts.moment, m_room.directory())
     , m_proposals(m_stores, m_parts.moment,
           { chat(), modes(), *m_parts.calendarProvider,
               [this] { m_librarian.service().abandonRuns(); } })

@@ -7,6 +7,7 @@
 #include "conversation/ConversationFeature.h"
 #include "conversation/ProposalFeature.h"
 #include "folders/FoldersFeature.h"
+#include "memory/history/ConversationLibrary.h"
 #include "memory/librarian/LibrarianFeature.h"
 #include "memory/recall/MemoryFeature.h"
 #include "settings/SettingsFeature.h"
@@ -71,6 +72,7 @@ public:
     explicit AppCoordinator(Parts parts);
 
     ChatService& chat() { return m_conversation.chat(); }
+    ConversationLibrary& library() { return m_library; }
     MemoryTiers& memory() { return m_stores.memory; }
     MemoryDesk& memoryDesk() { return m_memory.desk(); }
     ActivityDesk& activityDesk() { return m_activity.desk(); }
@@ -132,6 +134,7 @@ private:
     ActivityFeature m_activity;
     LibrarianFeature m_librarian;
     ConversationFeature m_conversation;
+    ConversationLibrary m_library;
     ProposalFeature m_proposals;
     MemoryFeature m_memory;
     ConnectionsFeature m_connections;

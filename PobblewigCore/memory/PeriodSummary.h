@@ -10,6 +10,13 @@ enum class PeriodType { day, week };
 /// The kind of thing left unfinished at the end of a day.
 enum class IntentKind { goal, task, decision, waitingState, project, proposal, other };
 
+/// Derives the id of a session's only summary from the session's id, so that a rollover repeated
+/// after a crash finds the summary that it wrote.
+inline QUuid dailySummaryID(const QUuid& sessionID)
+{
+    return QUuid::createUuidV5(sessionID, QStringLiteral("daily summary"));
+}
+
 /// The summary of a day or a week.
 struct PeriodSummary {
     QUuid id;

@@ -70,7 +70,7 @@ QStringList TermChecks::sessions(const TermFiles& files, const TermRecord& recor
     const auto dailies = ids(files.summaries(PeriodType::day));
     for (const auto& [id, key] : record.dayKeys) {
         const auto isActive = !files.sessions.empty() && id == files.sessions.front().id;
-        const auto summaries = dailies.count(RolloverLogic::dailySummaryID(id));
+        const auto summaries = dailies.count(dailySummaryID(id));
         expect(faults, summaries == (isActive ? 0 : 1),
             QStringLiteral("%1 has %2 summaries").arg(key).arg(summaries));
     }

@@ -232,7 +232,7 @@ private Q_SLOTS:
     {
         m->ask(u"Good night"_s);
         const auto cutOff = m->state<MemorySnapshot>().activeDailySession->id;
-        (*m)->memory().summaries.add({ .id = RolloverLogic::dailySummaryID(cutOff),
+        (*m)->memory().summaries.add({ .id = dailySummaryID(cutOff),
             .startDate = m->time,
             .endDate = m->time,
             .summary = u"Slept."_s });

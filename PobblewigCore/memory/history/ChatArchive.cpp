@@ -3,18 +3,17 @@
 #include "foundation/JSONFileStore.h"
 #include "memory/history/Transcript.h"
 
+#include <QJsonDocument>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <functional>
+
 namespace pobblewig {
 
 namespace {
 
-const QStringView prefix = u"chat-";
-
-/// The day in an archive's name; invalid for other names.
-QDate dayOf(const QString& fileName)
-{
-    constexpr qsizetype dayLength = 10;
-    return QDate::fromString(fileName.mid(prefix.size(), dayLength), Qt::ISODate);
-}
+constexpr qint64 largestFile = 64 * 1024 * 1024;
 
 } // namespace
 
@@ -28,15 +27,37 @@ tl::expected<void, FileError> ChatArchive::write(const DataDirectory& directory,
     return file.save(archived);
 }
 
+QStringList ChatArchive::names(const QDir& directory)
+{
+    auto names = directory.entryList({ QStringLiteral("chat-*.json") }, QDir::Files);
+    names.removeIf([](const QString& name) { return !day(name).isValid(); });
+    std::ranges::sort(names, std::greater());
+    return names;
+}
+
+QDate ChatArchive::day(const QString& fileName)
+{
+    static const QRegularExpression form(QStringLiteral("^chat-([0-9-]{10})[^/]*[.]json$"));
+    return QDate::fromString(form.match(fileName).captured(1), Qt::ISODate);
+}
+
+std::vector<ChatMessage> ChatArchive::read(const QString& path)
+{
+    QFile file(path);
+    if (file.size() > largestFile || !file.open(QIODevice::ReadOnly))
+        return {};
+    const auto document = QJsonDocument::fromJson(file.readAll());
+    return json::decode<std::vector<ChatMessage>>(document.array())
+        .value_or(std::vector<ChatMessage>());
+}
+
 void ChatArchive::sweepChatArchives(const DataDirectory& directory, TimePoint now,
     const Calendar& calendar, ConversationKeeping keeping)
 {
     const auto oldest = calendar.day(now).addDays(-daysKept(keeping));
     const auto keepsNone = keeping == ConversationKeeping::lastMessages;
-    const auto pattern = QStringLiteral("chat-*.json");
-    for (const auto& name : directory.path.entryList({ pattern }, QDir::Files)) {
-        const auto day = dayOf(name);
-        if (day.isValid() && (keepsNone || day < oldest))
+    for (const auto& name : names(directory.path)) {
+        if (keepsNone || day(name) < oldest)
             directory.operations->remove(directory.path.filePath(name));
     }
 }

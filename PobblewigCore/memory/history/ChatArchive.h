@@ -15,6 +15,15 @@ namespace pobblewig::ChatArchive {
 tl::expected<void, FileError> write(const DataDirectory& directory,
     const std::vector<ChatMessage>& messages, const QString& dayKey, const QUuid& sessionID);
 
+/// The names of the archives, newest first.
+QStringList names(const QDir& directory);
+
+/// The day in an archive's name; invalid for other names, and for every path.
+QDate day(const QString& fileName);
+
+/// For any thread. Leaves the file as it is; empty if it cannot be read.
+std::vector<ChatMessage> read(const QString& path);
+
 /// Removes the archives that are kept no longer, by the day in their name. Files without a day
 /// stay.
 void sweepChatArchives(const DataDirectory& directory, TimePoint now, const Calendar& calendar,

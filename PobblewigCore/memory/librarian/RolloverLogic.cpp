@@ -17,11 +17,6 @@ std::vector<QUuid> ids(const std::vector<Record>& records)
 
 } // namespace
 
-QUuid RolloverLogic::dailySummaryID(const QUuid& sessionID)
-{
-    return QUuid::createUuidV5(sessionID, QStringLiteral("daily summary"));
-}
-
 bool RolloverLogic::isIdle(
     const std::vector<ChatMessage>& window, const std::vector<DatedObservation>& observations)
 {

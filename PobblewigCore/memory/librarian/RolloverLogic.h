@@ -10,10 +10,6 @@
 /// Builds the records of a finished day or week.
 namespace pobblewig::RolloverLogic {
 
-/// Derives the id of a session's only summary from the session's id, so that a rollover repeated
-/// after a crash finds the summary that it wrote.
-QUuid dailySummaryID(const QUuid& sessionID);
-
 /// Whether there is nothing to tell of a day: the user said nothing, and nothing was observed.
 bool isIdle(
     const std::vector<ChatMessage>& window, const std::vector<DatedObservation>& observations);

@@ -36,7 +36,7 @@ void SessionRolloverService::finishInterrupted()
         sessions.activeSession() ? sessions.activeSession() : sessions.previousSession();
     if (!session)
         return;
-    const auto summary = m.memory.summaries.withID(RolloverLogic::dailySummaryID(session->id));
+    const auto summary = m.memory.summaries.withID(dailySummaryID(session->id));
     if (!summary)
         return;
     if (!session->endedAt)
