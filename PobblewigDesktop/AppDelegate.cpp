@@ -2,6 +2,7 @@
 
 #include "PobblewigDesktop/FirstLaunch.h"
 #include "PobblewigDesktop/chat/ChatPanel.h"
+#include "PobblewigDesktop/chat/past/PastConversations.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 #include "PobblewigDesktop/presence/BuddyFace.h"
 #include "foundation/EnumNames.h"
@@ -267,6 +268,8 @@ void AppDelegate::makePanel()
     m_panel = std::make_unique<ChatPanel>(m_coordinator->chat(), Calendar::current(), systemNow);
     connect(m_panel.get(), &ChatPanel::newSessionRequested, m_coordinator.get(),
         &AppCoordinator::startNewSession);
+    connect(m_panel.get(), &ChatPanel::pastConversationsRequested, this,
+        &AppDelegate::openPastConversations);
     connect(m_panel.get(), &ChatPanel::shown, this, [this] { setChatShown(true); });
     connect(m_panel.get(), &ChatPanel::hidden, this, [this] { setChatShown(false); });
     connect(m_panel.get(), &ChatPanel::hidden, this,
@@ -277,6 +280,16 @@ void AppDelegate::makePanel()
     m_panel->resize(m_desktopSettings.value(panelSizeKey, m_panel->size()).toSize());
     m_panel->setNotice(m_notice);
     showPanelState();
+}
+
+void AppDelegate::openPastConversations()
+{
+    if (!m_past)
+        m_past = std::make_unique<PastConversations>(
+            m_coordinator->library(), Calendar::current(), systemNow);
+    m_past->setTheme(paletteFor(m_coordinator->state().of<SettingsState>().settings));
+    m_past->show();
+    m_presence.activate(*m_past);
 }
 
 void AppDelegate::answerProposal(const QString& proposalId, ProposalAnswer answer)
@@ -317,6 +330,8 @@ void AppDelegate::showPanelState()
     const auto& settings = state.of<SettingsState>().settings;
     const auto& conversation = state.of<ConversationState>();
     m_panel->setTheme(paletteFor(settings));
+    if (m_past)
+        m_past->setTheme(paletteFor(settings));
     m_panel->setFace(BuddyFace::icon(spriteFor(settings.mascot, settings.mascotColorScheme)));
     m_panel->setStateText(stateInWords(settings, state.of<LibrarianState>()));
     m_panel->setModelLabel(conversation.modelLabel);

@@ -13,6 +13,7 @@
 namespace pobblewig {
 
 class ChatPanel;
+class PastConversations;
 
 /// The user interface as a whole. The buddy appears before anything else happens; then the
 /// coordinator starts, and from there on the interface shows its published state.
@@ -62,6 +63,7 @@ private:
     void showMark();
     void showPresence();
     void makePanel();
+    void openPastConversations();
     void answerProposal(const QString& proposalId, ProposalAnswer answer);
     void showState();
     void showLook(const AppSettings& settings);
@@ -81,6 +83,7 @@ private:
     MakeParts m_makeParts;
     std::unique_ptr<AppCoordinator> m_coordinator;
     std::unique_ptr<ChatPanel> m_panel;
+    std::unique_ptr<PastConversations> m_past;
     std::optional<Look> m_look;
     QStringList m_shownProblems;
     /// Told once: empty when the librarian works again.

@@ -23,8 +23,8 @@ ORDER = rooms(
     "buddy", "presence") + [CORE]
 ORDER += rooms(LINUX, "desktop", "x11", "wayland", "portal", "modules") + [LINUX]
 ORDER += rooms(
-    DESKTOP, "controls", "buddy", "bubble", "presence", "chat", "settings", "memory", "assistant", "notes",
-    "memes") + [DESKTOP, DESKTOP + "/contactsheet"]
+    DESKTOP, "controls", "buddy", "bubble", "presence", "chat", "chat/past", "settings", "memory",
+    "assistant", "notes", "memes") + [DESKTOP, DESKTOP + "/contactsheet"]
 ORDER += ["PobblewigDemoModel", "Pobblewig"]
 
 # Neighbours that know nothing of each other.

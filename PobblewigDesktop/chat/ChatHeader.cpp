@@ -68,6 +68,8 @@ ChatHeader::ChatHeader(QWidget* parent)
     m_find->setShortcut(QKeySequence::Find);
     m_save = menu->addAction(tr("Save as text…"), this, &ChatHeader::saveRequested);
     m_save->setShortcut(QKeySequence::Save);
+    m_past = menu->addAction(tr("Past conversations…"), this, &ChatHeader::pastRequested);
+    m_past->setShortcut(Qt::CTRL | Qt::Key_H);
     m_restart = menu->addAction(tr("New session"), this, &ChatHeader::newSessionRequested);
     m_restart->setShortcut(QKeySequence::New);
     m_menu->setMenu(menu);
@@ -85,6 +87,7 @@ void ChatHeader::setTheme(const Palette& palette)
     m_menu->setIcon(icon(Icons::Name::menu));
     m_find->setIcon(icon(Icons::Name::find));
     m_save->setIcon(icon(Icons::Name::save));
+    m_past->setIcon(icon(Icons::Name::clock));
     m_restart->setIcon(icon(Icons::Name::newSession));
 }
 

@@ -29,6 +29,7 @@ public:
 Q_SIGNALS:
     void findRequested();
     void saveRequested();
+    void pastRequested();
     void newSessionRequested();
 
 protected:
@@ -45,6 +46,7 @@ private:
     QToolButton* m_menu;
     QAction* m_find;
     QAction* m_save;
+    QAction* m_past;
     QAction* m_restart;
 };
 

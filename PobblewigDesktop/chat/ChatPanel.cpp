@@ -9,12 +9,14 @@
 #include "PobblewigDesktop/chat/ConversationView.h"
 #include "PobblewigDesktop/chat/FindBar.h"
 #include "PobblewigDesktop/chat/MessageInput.h"
+#include "PobblewigDesktop/chat/NewSessionDelay.h"
 #include "PobblewigDesktop/chat/PanelPlacement.h"
 #include "PobblewigDesktop/chat/ProposalBanners.h"
 #include "PobblewigDesktop/chat/Quotation.h"
 #include "PobblewigDesktop/chat/SuggestionBar.h"
 #include "PobblewigDesktop/chat/TextColumn.h"
 #include "PobblewigDesktop/chat/ThinkingRow.h"
+#include "PobblewigDesktop/controls/Banner.h"
 #include "PobblewigDesktop/controls/Icons.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 #include "prompts/VisionUserPrompt.h"
@@ -81,6 +83,8 @@ ChatPanel::ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget*
     , m_find(new ConversationFind(*m_findBar, *m_model, *m_view, this))
     , m_saving(new ConversationSaving(chat, m_calendar, *this))
     , m_banners(new ConversationBanners(chat, m_clock, *this))
+    , m_newSession(new Banner(Banner::Kind::notice, tr("New session"), {}, this))
+    , m_newSessionDelay(new NewSessionDelay(*m_newSession, this))
     , m_proposals(new ProposalBanners(*this))
     , m_thinking(new ThinkingRow(chat.watch(), m_clock, this))
     , m_suggestions(new SuggestionBar(this))
@@ -113,6 +117,7 @@ void ChatPanel::setTheme(const Palette& palette)
     m_findBar->setTheme(palette);
     m_view->setTheme(palette);
     m_banners->setTheme(palette);
+    m_newSession->setTheme(palette);
     m_proposals->setTheme(palette);
     m_thinking->setTheme(palette);
     m_input->setTheme(palette);
@@ -140,8 +145,7 @@ void ChatPanel::setModelLabel(const QString& text)
 void ChatPanel::setClosingSession(bool isClosing)
 {
     m_isClosingSession = isClosing;
-    m_header->setNewSessionEnabled(!isClosing);
-    m_banners->setNewSessionEnabled(!isClosing);
+    showNewSession();
     showTurn();
 }
 
@@ -244,6 +248,7 @@ void ChatPanel::arrange()
     below->setSpacing(gap);
     below->addWidget(m_thinking);
     m_banners->addTo(*below);
+    below->addWidget(m_newSession);
     below->addWidget(m_suggestions);
     below->addWidget(m_capture);
     below->addLayout(writing);
@@ -294,6 +299,8 @@ void ChatPanel::connectChat()
 {
     connect(&m_chat, &ChatService::activityChanged, this, &ChatPanel::showTurn);
     connect(&m_chat, &ChatService::activityChanged, this, &ChatPanel::showUnsent);
+    // A turn from elsewhere, such as a notification, goes on with the conversation.
+    connect(&m_chat, &ChatService::activityChanged, m_newSessionDelay, &NewSessionDelay::takeBack);
     connect(&m_chat, &ChatService::lastErrorChanged, this, &ChatPanel::showUnsent);
     connect(&m_chat.watch(), &TurnWatch::waitingChanged, this, &ChatPanel::showWaiting);
     m_eachSecond.setInterval(std::chrono::seconds(1));
@@ -307,8 +314,12 @@ void ChatPanel::connectChat()
 
 void ChatPanel::connectControls()
 {
-    connect(m_header, &ChatHeader::newSessionRequested, this, &ChatPanel::newSessionRequested);
+    connect(m_header, &ChatHeader::newSessionRequested, this, &ChatPanel::requestNewSession);
+    connect(m_newSessionDelay, &NewSessionDelay::passed, this, &ChatPanel::newSessionRequested);
+    connect(
+        m_newSessionDelay, &NewSessionDelay::isWaitingChanged, this, &ChatPanel::showNewSession);
     connect(m_header, &ChatHeader::findRequested, m_findBar, &FindBar::open);
+    connect(m_header, &ChatHeader::pastRequested, this, &ChatPanel::pastConversationsRequested);
     connect(m_header, &ChatHeader::saveRequested, m_saving, &ConversationSaving::ask);
     connect(m_saving, &ConversationSaving::failed, this, &ChatPanel::setNotice);
     connect(m_view, &ConversationView::findRequested, m_findBar, &FindBar::open);
@@ -316,8 +327,8 @@ void ChatPanel::connectControls()
         [](const QString& address) { QDesktopServices::openUrl(QUrl(address)); });
     connect(m_view, &ConversationView::retryRequested, &m_chat, &ChatService::retry);
     connect(m_findBar, &FindBar::closeRequested, m_find, &ConversationFind::close);
-    connect(m_banners, &ConversationBanners::newSessionRequested, this,
-        &ChatPanel::newSessionRequested);
+    connect(
+        m_banners, &ConversationBanners::newSessionRequested, this, &ChatPanel::requestNewSession);
     connect(m_proposals, &ProposalBanners::answered, this, &ChatPanel::answer);
     connect(
         m_proposals, &ProposalBanners::focusGivenUp, m_input, qOverload<>(&MessageInput::setFocus));
@@ -400,6 +411,19 @@ void ChatPanel::tryOut(const FirstMinute::Suggestion& suggestion)
     send();
 }
 
+void ChatPanel::requestNewSession()
+{
+    if (!m_chat.messages().empty() && !m_chat.isInTurn())
+        m_newSessionDelay->begin();
+}
+
+void ChatPanel::showNewSession()
+{
+    const auto isEnabled = !m_isClosingSession && !m_newSessionDelay->isWaiting();
+    m_header->setNewSessionEnabled(isEnabled);
+    m_banners->setNewSessionEnabled(isEnabled);
+}
+
 void ChatPanel::showCapture()
 {
     const auto& indicator = m_chat.captureIndicator();
@@ -439,6 +463,8 @@ void ChatPanel::submit(const QString& text, ChatService::Screenshot screenshot)
     // A turn can fail at once and give the text back, so the field is emptied first.
     const auto written = m_input->toPlainText();
     m_input->clear();
+    if (m_newSessionDelay->isWaiting())
+        m_newSessionDelay->passNow();
     if (m_chat.submit(text, screenshot))
         m_view->followLatest();
     else

@@ -18,6 +18,7 @@ class QToolButton;
 
 namespace pobblewig {
 
+class Banner;
 class ChatHeader;
 class ConversationBanners;
 class ConversationFeed;
@@ -27,6 +28,7 @@ class ConversationSaving;
 class ConversationView;
 class FindBar;
 class MessageInput;
+class NewSessionDelay;
 class ProposalBanners;
 class ThinkingRow;
 class SuggestionBar;
@@ -74,6 +76,7 @@ public:
 Q_SIGNALS:
     void newSessionRequested();
     void typed();
+    void pastConversationsRequested();
     void shown();
     void hidden();
 
@@ -98,6 +101,8 @@ private:
     void showUnsent();
     void showSuggestions();
     void tryOut(const FirstMinute::Suggestion& suggestion);
+    void requestNewSession();
+    void showNewSession();
     void showCapture();
     void showCaptureQuestion();
     void answer(const QString& id, ProposalAnswer answer);
@@ -121,6 +126,8 @@ private:
     ConversationFind* m_find;
     ConversationSaving* m_saving;
     ConversationBanners* m_banners;
+    Banner* m_newSession;
+    NewSessionDelay* m_newSessionDelay;
     ProposalBanners* m_proposals;
     ThinkingRow* m_thinking;
     SuggestionBar* m_suggestions;

@@ -23,6 +23,7 @@ QFrame#thinking QPushButton { text-align: left; padding: 0 4px; }
 QGroupBox#proposal {
     background: {surface}; border: 1px solid {hairline}; border-radius: 10px; margin: 0; }
 * { color: {text}; }
+QDialog { background: {window}; }
 QLabel { background: transparent; }
 QLabel[role="title"] { font-size: {titleSize}pt; font-weight: 600; }
 QLabel[role="caption"] { font-size: {captionSize}pt; color: {muted}; }
@@ -37,6 +38,8 @@ QComboBox { border-radius: 8px; padding: 0 8px; min-height: 28px; }
 QHeaderView { background: {window}; border: none; }
 QHeaderView::section {
     background: {window}; border: none; border-bottom: 1px solid {hairline}; padding: 4px 8px; }
+QListView#days::item { padding: 8px; border-radius: 8px; }
+QListView#days::item:selected { background: {bubble}; color: {text}; }
 QPlainTextEdit, QLineEdit {
     background: {surface}; border: 1px solid {outline}; border-radius: 10px;
     selection-background-color: {selection}; selection-color: {text}; }
@@ -119,6 +122,8 @@ void PanelStyle::apply(QWidget& window, const Palette& palette)
         filledIn(QString::fromUtf8(sheet), palette, QApplication::font().pointSizeF());
     if (wanted == window.styleSheet())
         return;
+    // What an earlier sheet has replaced in the palette would come back over the new one.
+    window.setStyleSheet({});
     window.setPalette(Theme::widgetPalette(palette));
     window.setStyleSheet(wanted);
 }

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "PobblewigDesktop/controls/Theme.h"
+#include "foundation/Calendar.h"
+#include "memory/history/ConversationLibrary.h"
+
+#include <QTimer>
+#include <QWidget>
+
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QPushButton;
+
+namespace pobblewig {
+
+class Banner;
+class ConversationModel;
+class ConversationView;
+
+/// The window for reading earlier conversations again: a list by day, a search over all of them,
+/// and the conversation of the selected day.
+class PastConversations : public QWidget {
+    Q_OBJECT
+
+public:
+    /// The library must outlive the window.
+    PastConversations(
+        ConversationLibrary& library, Calendar calendar, Clock clock, QWidget* parent = nullptr);
+    ~PastConversations() override;
+
+    void setTheme(const Palette& palette);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    using Messages = ConversationLibrary::Messages;
+
+    void arrange();
+    void find();
+    void list(std::vector<PastConversation> conversations);
+    void readSelected();
+    void read(const Messages& messages);
+    void copy() const;
+    void exportSelected();
+    void save(const QString& path, const QString& filter);
+    void askToDelete();
+    void deleteConversation(const QString& name);
+    void showState();
+    const PastConversation* selected() const;
+    QString title(const PastConversation& conversation) const;
+
+    ConversationLibrary& m_library;
+    Calendar m_calendar;
+    Clock m_clock;
+    ConversationModel* m_model;
+    QLineEdit* m_wanted;
+    QListWidget* m_list;
+    QLabel* m_note;
+    ConversationView* m_view;
+    Banner* m_problem;
+    QPushButton* m_copy;
+    QPushButton* m_export;
+    QPushButton* m_delete;
+    QTimer m_typing;
+    std::stop_source m_search;
+    std::vector<PastConversation> m_conversations;
+    Messages m_messages;
+};
+
+} // namespace pobblewig
