@@ -26,7 +26,8 @@ class FirstMinuteEndToEndTest(unittest.TestCase):
                              for row in self.program.conversation()), "the demo model's answer")
         self.assertFalse(self.program.is_usable("What can you do?"))
         self.program.kill()
-        (self.program.data / "chat.json").unlink()
+        for name in ("chat.json", "transcript.json"):
+            (self.program.data / name).unlink()
         self.program.start()
         self.program.open_chat()
         self.program.press("Focus for 25 minutes")
