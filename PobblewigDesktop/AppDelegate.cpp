@@ -78,36 +78,6 @@ std::vector<FirstMinute::Suggestion> suggestions(const ConversationState& state)
     return FirstMinute::suggestions(*state.hasModel ? Model::configured : Model::missing);
 }
 
-QString librarianNotice(const QString& error)
-{
-    return AppDelegate::tr("Pobblewig cannot take notes at the moment, so it will not remember "
-                           "what you talk about: %1")
-        .arg(error);
-}
-
-/// A sentence for each thing that the user has to know.
-QStringList storageProblems(const StorageState& state)
-{
-    QStringList sentences;
-    if (state.problem)
-        sentences.append(AppDelegate::tr(
-            "Pobblewig cannot save everything at the moment: %1. What you write now "
-            "is kept only until you quit.")
-                             .arg(*state.problem));
-    for (const auto& [file, reason] : state.unreadable)
-        sentences.append(
-            AppDelegate::tr("Pobblewig cannot read %1 at the moment: %2. It leaves the file alone "
-                            "and tries again; until then, what belongs into it is kept only until "
-                            "you quit.")
-                .arg(file, reason));
-    for (const auto& copy : state.setAside)
-        sentences.append(
-            AppDelegate::tr("A file was damaged, so Pobblewig has begun a new one. The old one is "
-                            "kept as %1.")
-                .arg(copy));
-    return sentences;
-}
-
 } // namespace
 
 AppDelegate::AppDelegate(BuddyWindowSystem& windowSystem, QSettings& desktopSettings)
@@ -338,27 +308,8 @@ void AppDelegate::showPanelState()
     m_panel->setSuggestions(suggestions(conversation));
     m_panel->setClosingSession(conversation.isClosingSession);
     m_panel->setProposals(state.of<ProposalState>().pendingProposals, settings);
-    showProblems();
-}
-
-void AppDelegate::showProblems()
-{
-    const auto& state = m_coordinator->state();
-    noteLibrarian(state.of<LibrarianState>());
-    auto problems = storageProblems(state.of<StorageState>()) + state.of<KeySafetyState>().warnings;
-    if (m_librarianNotice && !m_librarianNotice->isEmpty())
-        problems.append(*m_librarianNotice);
-    // Only news is worth a notice: one that was closed stays closed.
-    if (std::exchange(m_shownProblems, problems) != problems)
-        m_panel->setNotice(problems.join(u'\n'));
-}
-
-void AppDelegate::noteLibrarian(const LibrarianState& librarian)
-{
-    if (!librarian.lastError && m_librarianNotice)
-        m_librarianNotice = QString();
-    else if (librarian.lastError && !m_librarianNotice)
-        m_librarianNotice = librarianNotice(*librarian.lastError);
+    if (const auto news = m_problems.news(state))
+        m_panel->setNotice(*news);
 }
 
 void AppDelegate::showNotice(const QString& text)

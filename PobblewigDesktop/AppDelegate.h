@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AppCoordinator.h"
+#include "PobblewigDesktop/ProblemNotices.h"
 #include "PobblewigDesktop/bubble/BubbleKeeper.h"
 #include "PobblewigDesktop/buddy/BuddyWindow.h"
 #include "PobblewigDesktop/presence/DesktopPresence.h"
@@ -68,8 +69,6 @@ private:
     void showState();
     void showLook(const AppSettings& settings);
     void showPanelState();
-    void showProblems();
-    void noteLibrarian(const LibrarianState& librarian);
     void showNotice(const QString& text);
     void toggleChat();
     void putAway();
@@ -85,9 +84,7 @@ private:
     std::unique_ptr<ChatPanel> m_panel;
     std::unique_ptr<PastConversations> m_past;
     std::optional<Look> m_look;
-    QStringList m_shownProblems;
-    /// Told once: empty when the librarian works again.
-    std::optional<QString> m_librarianNotice;
+    ProblemNotices m_problems;
     /// The notice that the panel shows once it exists.
     QString m_notice;
     bool m_isChatRequested = false;
