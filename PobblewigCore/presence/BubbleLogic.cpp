@@ -103,7 +103,7 @@ QString BubbleLogic::firstLine(const QString& markdown)
 {
     for (const auto line : QStringView(markdown).tokenize(u'\n')) {
         const auto words = withoutSigns(line.trimmed().left(longestLine).toString());
-        const auto shown = Text::plainLine(words, qsizetype(lines) * charactersPerLine);
+        auto shown = Text::plainLine(words, qsizetype(lines) * charactersPerLine);
         if (!shown.isEmpty())
             return shown;
     }
