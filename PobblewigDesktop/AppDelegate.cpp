@@ -63,7 +63,7 @@ QString stateInWords(const AppSettings& settings)
 /// A memory that is not kept is seen for as long as that lasts.
 QString stateInWords(const AppSettings& settings, const LibrarianState& librarian)
 {
-    const auto mode = stateInWords(settings);
+    auto mode = stateInWords(settings);
     if (!librarian.lastError)
         return mode;
     const auto sign = AppDelegate::tr("taking no notes");

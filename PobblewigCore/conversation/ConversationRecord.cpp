@@ -30,7 +30,7 @@ std::optional<ChatMessage> ConversationRecord::newestQuestion() const
 
 ChatMessage ConversationRecord::addQuestion(const QString& text, bool hasImage)
 {
-    const ChatMessage message {
+    ChatMessage message {
         .id = QUuid::createUuid(),
         .role = ChatMessage::Role::user,
         .text = text,

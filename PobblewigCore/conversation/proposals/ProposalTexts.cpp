@@ -76,7 +76,7 @@ void addEach(Lines& lines, const QString& label, const QStringList& entries)
 
 QString span(const ProposedCalendarEvent& event, const Calendar& calendar)
 {
-    const auto text = ProposalTexts::when(event.start, event.allDay, calendar);
+    auto text = ProposalTexts::when(event.start, event.allDay, calendar);
     const auto isSameDay = event.end && calendar.day(*event.end) == calendar.day(event.start);
     if (!event.end || (event.allDay && isSameDay))
         return text;

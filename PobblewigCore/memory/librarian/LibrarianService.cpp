@@ -151,7 +151,7 @@ Task<LibrarianExtractionResult> LibrarianService::take(
     LibrarianModel::Answer answer, QString job, Origin origin)
 {
     const auto now = m_moment.now();
-    auto extraction = accepted<ExtractionResult>(answer, job, [&](const QString& text) {
+    auto extraction = accepted<ExtractionResult>(answer, job, [&](QString text) {
         return LibrarianAnswers::parseExtraction(text, origin.noteSource, origin.itemSource, now);
     });
     if (!extraction || !mayRemember())
