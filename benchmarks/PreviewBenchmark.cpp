@@ -13,6 +13,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <array>
 #include <ctime>
 
 namespace pobblewig {
@@ -22,19 +23,38 @@ namespace {
 constexpr int charactersPerToken = 4;
 constexpr int tokensPerTurn = 40;
 
-/// Words of everyday lengths; one paragraph, or one of about 400 characters after the other.
-QString prose(int length, bool isOneParagraph)
+enum class Text { paragraphs, oneParagraph, markdown };
+
+/// What models write, over and over.
+QString markdown(int length)
 {
+    const auto text = QStringLiteral(
+        "## A heading\n\nSome **bold words** and *others* with `code` and [a "
+        "link](https://kde.org).\n\n"
+        "1. first item\n2. second item\n   - with one inside\n\n| Day | What | Hours "
+        "|\n|---|---|---:|\n"
+        "| Monday | the lab report, due at noon | 3 |\n| Friday | the exam | 1 |\n\n"
+        "```cpp\nfor (const auto& item : items)\n    visit(item);\n```\n\n> Well said.\n\n");
+    return text.repeated(length / static_cast<int>(text.size()) + 1).first(length);
+}
+
+/// Words of everyday lengths; one paragraph, or one of about 400 characters after the other.
+QString prose(int length, Text kind)
+{
+    if (kind == Text::markdown)
+        return markdown(length);
     const auto words = QStringLiteral("the quick idea of a small crab that walks over every desk ");
     auto text = words.repeated(length / static_cast<int>(words.size()) + 1).first(length);
-    for (auto end = 400; !isOneParagraph && end < length; end += 400)
+    for (auto end = 400; kind == Text::paragraphs && end < length; end += 400)
         text[end] = u'\n';
     return text;
 }
 
-std::string shape(bool isOneParagraph)
+std::string shape(Text kind)
 {
-    return isOneParagraph ? "one paragraph" : "paragraphs";
+    if (kind == Text::markdown)
+        return "Markdown";
+    return kind == Text::oneParagraph ? "one paragraph" : "paragraphs";
 }
 
 double processorSeconds()
@@ -89,8 +109,13 @@ struct Talk {
     explicit Talk(bool isLong)
         : panel(scripted.chat, { QTimeZone::utc(), QLocale::c() }, [] { return ScriptedChat::now; })
     {
-        for (auto count = 0; isLong && count < 15; ++count)
-            scripted.exchange(prose(10'000, false), prose(10'000, count % 2 == 0));
+        for (auto count = 0; isLong && count < 500; ++count) {
+            if (count % 33 == 0 && count < 495)
+                scripted.exchange(prose(10'000, Text::paragraphs),
+                    prose(10'000, count % 2 == 0 ? Text::markdown : Text::oneParagraph));
+            else
+                scripted.exchange(QStringLiteral("How does that go on?"), markdown(500));
+        }
         panel.show();
         settle();
     }
@@ -130,34 +155,34 @@ struct Talk {
     ChatPanel panel;
 };
 
-double costOf(int length, bool isOneParagraph)
+double costOf(int length, Text kind)
 {
     Talk talk(false);
     talk.scripted.exchange(QStringLiteral("Hello"), QStringLiteral("Hello"));
     const auto start = processorSeconds();
-    talk.stream(prose(length, isOneParagraph));
+    talk.stream(prose(length, kind));
     return processorSeconds() - start;
 }
 
-void measureGrowth(bool isOneParagraph)
+void measureGrowth(Text kind)
 {
-    const auto half = costOf(50'000, isOneParagraph);
-    const auto otherHalf = costOf(50'000, isOneParagraph);
-    const auto whole = costOf(100'000, isOneParagraph);
-    Figure { .measured = "reply of 100,000 characters, " + shape(isOneParagraph),
+    const auto half = costOf(50'000, kind);
+    const auto otherHalf = costOf(50'000, kind);
+    const auto whole = costOf(100'000, kind);
+    Figure { .measured = "reply of 100,000 characters, " + shape(kind),
         .value = whole * 1000,
         .peer = "2 x 50,000",
         .peerValue = (half + otherHalf) * 1000 }
         .report();
 }
 
-void measureStalls(bool isOneParagraph)
+void measureStalls(Text kind)
 {
     Talk talk(true);
     StallMeter meter;
-    talk.stream(prose(100'000, isOneParagraph));
+    talk.stream(prose(100'000, kind));
     wait([time = QDeadlineTimer(500)] { return time.hasExpired(); });
-    meter.report("stall while streaming " + shape(isOneParagraph));
+    meter.report("stall while streaming " + shape(kind));
 }
 
 void measureResizing()
@@ -178,11 +203,13 @@ void measureResizing()
 
 int main(int argc, char** argv)
 {
+    using enum pobblewig::Text;
+    constexpr std::array everyKind { paragraphs, oneParagraph, markdown };
     const QApplication application(argc, argv);
-    for (const auto isOneParagraph : { false, true })
-        pobblewig::measureGrowth(isOneParagraph);
-    for (const auto isOneParagraph : { false, true })
-        pobblewig::measureStalls(isOneParagraph);
+    for (const auto kind : everyKind)
+        pobblewig::measureGrowth(kind);
+    for (const auto kind : everyKind)
+        pobblewig::measureStalls(kind);
     pobblewig::measureResizing();
     return 0;
 }

@@ -1,9 +1,9 @@
 #include "presence/BubbleLogic.h"
 
 #include "foundation/Text.h"
+#include "markdown/MarkdownReader.h"
 
 #include <QCoreApplication>
-#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -15,44 +15,12 @@ using namespace std::chrono_literals;
 using Kind = Bubble::Kind;
 
 constexpr qsizetype mostReminders = 5;
-/// More than fits into a bubble, whatever is taken out of it.
-constexpr qsizetype longestLine = 1000;
+/// More than fits into a bubble, whatever its signs take.
+constexpr qsizetype longestBeginning = 2000;
 
 struct Texts {
     Q_DECLARE_TR_FUNCTIONS(BubbleLogic)
 };
-
-struct Sign {
-    QRegularExpression pattern;
-    QString replacement;
-};
-
-/// What Markdown writes around words and at the beginning of lines.
-const std::vector<Sign>& signs()
-{
-    const auto sign = [](const QString& pattern, const QString& replacement) {
-        return Sign { QRegularExpression(pattern), replacement };
-    };
-    static const std::vector<Sign> all {
-        sign(QStringLiteral(R"(^\s*(```.*|~~~.*|[-*_=|:\s]+)$)"), {}),
-        sign(QStringLiteral(R"(^(\s*(#{1,6}|>|[-*+]|\d{1,9}[.)])\s+)+)"), {}),
-        sign(QStringLiteral(R"(^\[[ xX]\]\s+)"), {}),
-        sign(QStringLiteral(R"(!?\[([^\[\]]*)\]\([^()]*\))"), QStringLiteral(R"(\1)")),
-        sign(QStringLiteral(R"((\*\*\*|\*\*|__|~~)(?=\S)(.+?)(?<=\S)\1)"), QStringLiteral(R"(\2)")),
-        sign(QStringLiteral(R"((?<![\w*])\*(?=\S)([^*]+?)(?<=\S)\*(?![\w*]))"),
-            QStringLiteral(R"(\1)")),
-        sign(QStringLiteral(R"((?<!\w)_(?=\S)([^_]+?)(?<=\S)_(?!\w))"), QStringLiteral(R"(\1)")),
-        sign(QStringLiteral("`+"), {}),
-    };
-    return all;
-}
-
-QString withoutSigns(QString line)
-{
-    for (const auto& [pattern, replacement] : signs())
-        line.replace(pattern, replacement);
-    return line;
-}
 
 void dropOldReminders(BubbleLogic::Bubbles& waiting)
 {
@@ -101,11 +69,11 @@ bool BubbleLogic::leavesMark(Kind kind)
 
 QString BubbleLogic::firstLine(const QString& markdown)
 {
-    for (const auto line : QStringView(markdown).tokenize(u'\n')) {
-        const auto words = withoutSigns(line.trimmed().left(longestLine).toString());
-        auto shown = Text::plainLine(words, qsizetype(lines) * charactersPerLine);
-        if (!shown.isEmpty())
-            return shown;
+    const auto shown = MarkdownReader::read(markdown.left(longestBeginning)).text;
+    for (const auto line : QStringView(shown).tokenize(u'\n')) {
+        auto words = Text::plainLine(line.toString(), qsizetype(lines) * charactersPerLine);
+        if (!words.isEmpty())
+            return words;
     }
     return {};
 }

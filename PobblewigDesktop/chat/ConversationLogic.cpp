@@ -1,5 +1,7 @@
 #include "PobblewigDesktop/chat/ConversationLogic.h"
 
+#include "markdown/MarkdownReader.h"
+
 #include <QCoreApplication>
 #include <QDateTime>
 
@@ -31,6 +33,14 @@ ConversationRow::Kind kindOf(const ChatMessage& message, const ChatMessage* prev
 QString speaker(ConversationRow::Kind kind)
 {
     return kind == ConversationRow::Kind::user ? Texts::tr("You") : QStringLiteral("Pobblewig");
+}
+
+/// The text without its markup.
+QString words(const ConversationRow& row)
+{
+    const auto isPlain =
+        row.kind == ConversationRow::Kind::user || row.kind == ConversationRow::Kind::note;
+    return isPlain ? row.text : MarkdownReader::read(row.text).text;
 }
 
 } // namespace
@@ -76,25 +86,26 @@ std::vector<ConversationRow> ConversationLogic::rows(
 
 QString ConversationLogic::spoken(const ConversationRow& row)
 {
+    const auto text = words(row);
     switch (row.kind) {
     case ConversationRow::Kind::day:
         return row.text;
     case ConversationRow::Kind::note:
-        return Texts::tr("Note, %1: %2").arg(row.time, row.text);
+        return Texts::tr("Note, %1: %2").arg(row.time, text);
     case ConversationRow::Kind::preview:
-        return Texts::tr("Pobblewig is writing: %1").arg(row.text);
+        return Texts::tr("Pobblewig is writing: %1").arg(text);
     default:
         break;
     }
     if (row.isCutOff)
-        return Texts::tr("%1, %2, cut off: %3").arg(speaker(row.kind), row.time, row.text);
+        return Texts::tr("%1, %2, cut off: %3").arg(speaker(row.kind), row.time, text);
     if (row.isStopped)
-        return Texts::tr("%1, %2, stopped: %3").arg(speaker(row.kind), row.time, row.text);
+        return Texts::tr("%1, %2, stopped: %3").arg(speaker(row.kind), row.time, text);
     if (row.isUnanswered)
-        return Texts::tr("%1, %2, not answered: %3").arg(speaker(row.kind), row.time, row.text);
+        return Texts::tr("%1, %2, not answered: %3").arg(speaker(row.kind), row.time, text);
     const auto line = row.hadImage ? Texts::tr("%1, %2, with a picture of the screen: %3")
                                    : Texts::tr("%1, %2: %3");
-    return line.arg(speaker(row.kind), row.time, row.text);
+    return line.arg(speaker(row.kind), row.time, text);
 }
 
 QString ConversationLogic::transcript(

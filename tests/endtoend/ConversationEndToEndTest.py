@@ -57,7 +57,9 @@ class ConversationEndToEndTest(unittest.TestCase):
             program.press("Stop")
             wait_for(lambda: not program.is_usable("Stop"), "the end of the turn")
             self.assertTrue(said(program.conversation()[2:]).startswith(later))
-            self.assertEqual(texts(program.chat_file(), "assistant"), [])
+            kept = wait_for(lambda: texts(program.chat_file(), "assistant"), "the part of the reply")
+            self.assertEqual([kept[0], program.chat_file()[-1]["stopped"]],
+                             [said(program.conversation()[2:]), True])
 
     def test_without_a_model_the_message_is_not_lost(self):
         with Program() as program:
@@ -65,7 +67,7 @@ class ConversationEndToEndTest(unittest.TestCase):
             program.open_chat()
             program.send("is anybody configured?")
             told = wait_for(lambda: program.shown("Error"), "the error")
-            self.assertTrue(told.startswith("Model not configured: "), told)
+            self.assertTrue(told.startswith("No model is set up yet."), told)
             self.assertEqual(program.chat_file(), [])
 
     def test_a_data_directory_that_cannot_be_is_told_and_lived_without(self):

@@ -16,11 +16,11 @@ private Q_SLOTS:
         row("plain", "Fine. *Almost* 3*4*5 = 60", "Fine. Almost 3*4*5 = 60");
         row("names with underscores", "_Set_ my_long_name", "Set my_long_name");
         row("heading", "\n\n## **Two** `ways`\nFirst", "Two ways");
-        row("list in a quotation", "> - [ ] ~~buy~~ tea", "buy tea");
-        row("numbered", "12. Begin", "Begin");
-        row("link", "See [the ***guide***](https://example.com/a_b) now", "See the guide now");
+        row("list in a quotation", "> - [ ] ~~buy~~ tea", "☐ buy tea");
+        row("numbered", "12. Begin", "12. Begin");
+        row("link", "See [the ***guide***](https://example.com/a_b) now", "See the guide (example.com) now");
         row("code", "```cpp\nint x = 0;\n```", "int x = 0;");
-        row("table", "---\n| a | b |\n|---|---|", "| a | b |");
+        row("table", "---\n| a | b |\n|---|---|", "a b");
         row("nothing but signs", "***\n\n```\n", "");
         row("long", QString(5000, u'a'), QString(120, u'a') + u'…');
     }
