@@ -323,7 +323,7 @@ ChatTurn::Progress ChatService::progress()
 
 ChatMessage ChatService::recordQuestion(const QString& text, bool hasImage)
 {
-    const auto question = m_record.addQuestion(text, hasImage);
+    auto question = m_record.addQuestion(text, hasImage);
     announceAdded();
     m_recordedMessage = question.id;
     return question;

@@ -270,6 +270,14 @@ std::vector<PanelScene> PanelScenes::all()
                     QStringLiteral("What am I missing here?"), ChatService::Screenshot::with);
                 stage.talk.say(QStringLiteral("The second line divides by"));
             } },
+        { QStringLiteral("stopped, and a new session"),
+            [](PanelStage& stage) {
+                stage.talk.ask(QStringLiteral("Write a long story."));
+                stage.talk.say(QStringLiteral("Once upon a time"));
+                PanelStage::watch(100ms);
+                stage.button("Stop").click();
+                stage.button("New session").click();
+            } },
         { QStringLiteral("find"),
             [](PanelStage& stage) {
                 converse(stage.talk);
