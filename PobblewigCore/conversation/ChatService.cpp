@@ -48,11 +48,12 @@ ChatService::ChatService(const Stores& stores, const Moment& moment, Surrounding
     , m_problem(m.models, moment, m.environmentFile)
     , m_watch(moment)
 {
+    connect(&m_problem, &TurnProblem::changed, this, &ChatService::lastErrorChanged);
 }
 
 std::optional<QString> ChatService::unsentText() const
 {
-    if (!canRetry() || !m_lastError || m_recordedMessage)
+    if (!canRetry() || !lastError() || m_recordedMessage)
         return std::nullopt;
     return m_lastRequest->text;
 }
@@ -206,7 +207,7 @@ Task<ChatService::Outcome> ChatService::send(
     if (stop.stop_requested())
         co_return failed(Cancelled());
     if (!provider) {
-        fail(mainModelNotConfigured(), {});
+        m_problem.report(mainModelNotConfigured(), {});
         co_return failed(LLMFailure(mainModelNotConfigured()));
     }
     const auto trimmed = text.trimmed();
@@ -215,7 +216,7 @@ Task<ChatService::Outcome> ChatService::send(
     if (trimmed.isEmpty() || (userMessage == UserMessage::reuseLast && !earlier))
         co_return Outcome();
 
-    forgetError();
+    m_problem.clear();
     setNotice(std::nullopt);
     m_watch.forgetThoughts();
     enter(Phase::streaming);
@@ -242,7 +243,7 @@ Task<ChatService::Outcome> ChatService::send(
 Task<ChatService::Outcome> ChatService::sendWithScreenshot(QString text, UserMessage userMessage)
 {
     if (!m_screenshots.isAvailable()) {
-        fail(QStringLiteral("Screen capture is not available."));
+        m_problem.report(QStringLiteral("Screen capture is not available."));
         co_return Outcome();
     }
     const auto stop = m_stop.get_token();
@@ -250,7 +251,7 @@ Task<ChatService::Outcome> ChatService::sendWithScreenshot(QString text, UserMes
     if (stop.stop_requested())
         co_return failed(Cancelled());
     if (!screenshot) {
-        fail(m_screenshots.explanation(screenshot.error()));
+        m_problem.report(m_screenshots.explanation(screenshot.error()));
         co_return failed(screenshot.error());
     }
     setCaptureIndicator(screenshot->description);
@@ -351,8 +352,7 @@ void ChatService::forgetLostTurn()
         return;
     m_lastRequest.reset();
     m_recordedMessage.reset();
-    if (m_lastError)
-        forgetError();
+    m_problem.clear();
 }
 
 void ChatService::finishReply(const ChatTurn::Result& result, std::optional<QUuid> askedIn)
@@ -392,7 +392,7 @@ void ChatService::failReply(const LLMFailure& failure, std::optional<QUuid> aske
     }
     if (complaint(failure) == ServerComplaint::contextOverflow)
         setNotice(std::nullopt);
-    fail(failure, m_router.asked());
+    m_problem.report(failure, m_router.asked());
 }
 
 QString ChatService::residentMemory() const
@@ -466,30 +466,6 @@ void ChatService::setNotice(std::optional<QString> notice)
 {
     m_notice = std::move(notice);
     Q_EMIT noticeChanged();
-}
-
-void ChatService::fail(const LLMFailure& failure, const AskedModel& asked)
-{
-    m_problem.report(failure, asked);
-    setLastError(description(failure));
-}
-
-void ChatService::fail(const QString& text)
-{
-    m_problem.report(text);
-    setLastError(text);
-}
-
-void ChatService::forgetError()
-{
-    m_problem.clear();
-    setLastError(std::nullopt);
-}
-
-void ChatService::setLastError(std::optional<QString> error)
-{
-    m_lastError = std::move(error);
-    Q_EMIT lastErrorChanged();
 }
 
 void ChatService::setCaptureIndicator(std::optional<QString> indicator)

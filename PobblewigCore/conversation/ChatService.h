@@ -62,7 +62,7 @@ public:
     bool isInTurn() const { return m_phase != Phase::idle; }
 
     /// The error of the last turn, as a text with all particulars.
-    const std::optional<QString>& lastError() const { return m_lastError; }
+    const std::optional<QString>& lastError() const { return m_problem.text(); }
 
     /// Why the last turn failed, and what helps.
     const TurnProblem& problem() const { return m_problem; }
@@ -213,10 +213,6 @@ private:
     void noteLeftOut(size_t count);
     void endLoading();
     void setNotice(std::optional<QString> notice);
-    void fail(const LLMFailure& failure, const AskedModel& asked);
-    void fail(const QString& text);
-    void forgetError();
-    void setLastError(std::optional<QString> error);
     void setCaptureIndicator(std::optional<QString> indicator);
 
     const SettingsStore& m_settings;
@@ -233,7 +229,6 @@ private:
 
     ReplyPreview m_preview;
     Phase m_phase = Phase::idle;
-    std::optional<QString> m_lastError;
     std::optional<QString> m_notice;
     bool m_isModelLoading = false;
     std::optional<QString> m_captureIndicator;

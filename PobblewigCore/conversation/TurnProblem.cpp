@@ -25,18 +25,20 @@ TurnProblem::TurnProblem(ModelProviding& models, const Moment& moment, QString e
 void TurnProblem::report(const LLMFailure& failure, const AskedModel& asked)
 {
     m_asked = asked;
-    show(ProblemLogic::problem(failure, { asked, m_environmentFile, m_moment.now() }));
+    begin(ProblemLogic::problem(failure, { asked, m_environmentFile, m_moment.now() }),
+        description(failure));
     if (ProblemLogic::concernsModel(failure, asked))
         spawn(offerModels(asked));
 }
 
 void TurnProblem::report(const QString& text)
 {
-    show(ChatProblem { .what = text });
+    begin({ .what = text }, text);
 }
 
 void TurnProblem::clear()
 {
+    m_text.reset();
     if (m_current)
         show(std::nullopt);
 }
@@ -46,10 +48,16 @@ void TurnProblem::chooseModel(const QString& modelID)
     m_models.chooseModel(use(m_asked), modelID);
 }
 
+void TurnProblem::begin(ChatProblem problem, const QString& text)
+{
+    m_text = text;
+    m_since = m_moment.now();
+    show(std::move(problem));
+}
+
 void TurnProblem::show(std::optional<ChatProblem> problem)
 {
     m_current = std::move(problem);
-    m_since = m_moment.now();
     Q_EMIT changed();
 }
 

@@ -20,6 +20,9 @@ public:
 
     const std::optional<ChatProblem>& current() const { return m_current; }
 
+    /// The same as a text with all particulars, for other purposes than to be shown.
+    const std::optional<QString>& text() const { return m_text; }
+
     /// When it was reported.
     TimePoint since() const { return m_since; }
 
@@ -36,6 +39,7 @@ Q_SIGNALS:
     void changed();
 
 private:
+    void begin(ChatProblem problem, const QString& text);
     void show(std::optional<ChatProblem> problem);
     Task<> offerModels(AskedModel asked);
 
@@ -43,6 +47,7 @@ private:
     const Moment& m_moment;
     QString m_environmentFile;
     std::optional<ChatProblem> m_current;
+    std::optional<QString> m_text;
     AskedModel m_asked;
     TimePoint m_since;
 };

@@ -25,7 +25,7 @@ QString sentence(const QJsonValue& value)
         return {};
     const auto object = value.toObject();
     for (const auto* const key : { "error", "detail", "message", "msg" }) {
-        const auto found = sentence(object.value(QLatin1String(key)));
+        auto found = sentence(object.value(QLatin1String(key)));
         if (!found.trimmed().isEmpty())
             return found;
     }
