@@ -361,6 +361,10 @@ private Q_SLOTS:
             QVERIFY2(request.startsWith(begin), request);
             QVERIFY(request.contains("\r\nProxy-Authorization: Basic bWU6cHc=\r\n"));
         }
+        proxy.enqueue({ Server::Send { Server::answer("407 Who", {}) } });
+        const auto refused =
+            awaited(client.send({ .url = QUrl(u"https://h.test"_s), .headers = {}, .body = {} }));
+        QCOMPARE(refused ? Kind::notHTTP : refused.error().kind, Kind::proxyRefuses);
     }
 
 private:
