@@ -1,5 +1,6 @@
 #include "PobblewigDesktop/chat/ChatHeader.h"
 
+#include "PobblewigDesktop/chat/PanelKeys.h"
 #include "PobblewigDesktop/controls/Icons.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 #include "PobblewigDesktop/controls/SteadyLabel.h"
@@ -65,13 +66,15 @@ ChatHeader::ChatHeader(QWidget* parent)
 
     auto* const menu = new QMenu(this);
     m_find = menu->addAction(tr("Find…"), this, &ChatHeader::findRequested);
-    m_find->setShortcut(QKeySequence::Find);
+    m_find->setShortcut(PanelKeys::sequence(PanelKeys::Act::find));
     m_save = menu->addAction(tr("Save as text…"), this, &ChatHeader::saveRequested);
-    m_save->setShortcut(QKeySequence::Save);
+    m_save->setShortcut(PanelKeys::sequence(PanelKeys::Act::save));
     m_past = menu->addAction(tr("Past conversations…"), this, &ChatHeader::pastRequested);
-    m_past->setShortcut(Qt::CTRL | Qt::Key_H);
+    m_past->setShortcut(PanelKeys::sequence(PanelKeys::Act::pastConversations));
     m_restart = menu->addAction(tr("New session"), this, &ChatHeader::newSessionRequested);
-    m_restart->setShortcut(QKeySequence::New);
+    m_restart->setShortcut(PanelKeys::sequence(PanelKeys::Act::newSession));
+    m_keys = menu->addAction(tr("Keyboard"), this, &ChatHeader::keysRequested);
+    m_keys->setShortcut(PanelKeys::sequence(PanelKeys::Act::showKeys));
     m_menu->setMenu(menu);
     m_menu->setPopupMode(QToolButton::InstantPopup);
     addActions(menu->actions());

@@ -31,6 +31,7 @@ Q_SIGNALS:
     void saveRequested();
     void pastRequested();
     void newSessionRequested();
+    void keysRequested();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -48,6 +49,7 @@ private:
     QAction* m_save;
     QAction* m_past;
     QAction* m_restart;
+    QAction* m_keys;
 };
 
 } // namespace pobblewig

@@ -8,8 +8,10 @@
 #include "PobblewigDesktop/chat/ConversationSaving.h"
 #include "PobblewigDesktop/chat/ConversationView.h"
 #include "PobblewigDesktop/chat/FindBar.h"
+#include "PobblewigDesktop/chat/KeyboardSheet.h"
 #include "PobblewigDesktop/chat/MessageInput.h"
 #include "PobblewigDesktop/chat/NewSessionDelay.h"
+#include "PobblewigDesktop/chat/PanelKeys.h"
 #include "PobblewigDesktop/chat/PanelPlacement.h"
 #include "PobblewigDesktop/chat/ProposalBanners.h"
 #include "PobblewigDesktop/chat/Quotation.h"
@@ -88,6 +90,7 @@ ChatPanel::ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget*
     , m_proposals(new ProposalBanners(*this))
     , m_thinking(new ThinkingRow(chat.watch(), m_clock, this))
     , m_suggestions(new SuggestionBar(this))
+    , m_keys(new KeyboardSheet(*this))
     , m_capture(new QLabel(this))
     , m_input(new MessageInput(this))
     , m_screen(inputButton(tr("Look at my screen"), this))
@@ -120,6 +123,7 @@ void ChatPanel::setTheme(const Palette& palette)
     m_newSession->setTheme(palette);
     m_proposals->setTheme(palette);
     m_thinking->setTheme(palette);
+    m_keys->setTheme(palette);
     m_input->setTheme(palette);
     m_screen->setIcon(Icons::icon(Icons::Name::screen, palette.text, palette.muted));
     m_send->setIcon(Icons::icon(Icons::Name::send, palette.onAccent, palette.muted));
@@ -326,7 +330,8 @@ void ChatPanel::connectControls()
     connect(m_view, &ConversationView::linkRequested, this,
         [](const QString& address) { QDesktopServices::openUrl(QUrl(address)); });
     connect(m_view, &ConversationView::retryRequested, &m_chat, &ChatService::retry);
-    connect(m_findBar, &FindBar::closeRequested, m_find, &ConversationFind::close);
+    connect(m_findBar, &FindBar::closeRequested, this, &ChatPanel::closeFind);
+    connect(m_header, &ChatHeader::keysRequested, m_keys, &KeyboardSheet::open);
     connect(
         m_banners, &ConversationBanners::newSessionRequested, this, &ChatPanel::requestNewSession);
     connect(m_proposals, &ProposalBanners::answered, this, &ChatPanel::answer);
@@ -345,7 +350,7 @@ void ChatPanel::connectControls()
         Qt::QueuedConnection);
     connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, &ChatPanel::stayInReach,
         Qt::QueuedConnection);
-    auto* const escapeKey = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+    auto* const escapeKey = new QShortcut(PanelKeys::sequence(PanelKeys::Act::close), this);
     connect(escapeKey, &QShortcut::activated, this, &ChatPanel::escape);
 }
 
@@ -378,7 +383,7 @@ QString ChatPanel::state() const
     if (m_chat.captureConsent().isAsking())
         return tr("waiting for your answer…");
     if (const auto& waiting = m_chat.watch().waiting()) {
-        const auto words = WaitingLogic::words(*waiting, m_chat.askedHost(), m_clock());
+        auto words = WaitingLogic::words(*waiting, m_chat.askedHost(), m_clock());
         if (!words.isEmpty())
             return words;
     }
@@ -479,10 +484,18 @@ void ChatPanel::giveBack(const QString& text)
         setNotice(tr("The last picture is still being taken. Try again in a moment."));
 }
 
+void ChatPanel::closeFind()
+{
+    m_find->close();
+    m_findBar->returnFocus();
+}
+
 void ChatPanel::escape()
 {
-    if (m_findBar->isVisible())
-        m_find->close();
+    if (m_keys->isVisible())
+        m_keys->close();
+    else if (m_findBar->isVisible())
+        closeFind();
     else
         hide();
 }

@@ -27,6 +27,7 @@ class ConversationModel;
 class ConversationSaving;
 class ConversationView;
 class FindBar;
+class KeyboardSheet;
 class MessageInput;
 class NewSessionDelay;
 class ProposalBanners;
@@ -110,6 +111,7 @@ private:
     void sendWithScreen();
     void submit(const QString& text, ChatService::Screenshot screenshot);
     void giveBack(const QString& text);
+    void closeFind();
     void escape();
 
     ChatService& m_chat;
@@ -131,6 +133,7 @@ private:
     ProposalBanners* m_proposals;
     ThinkingRow* m_thinking;
     SuggestionBar* m_suggestions;
+    KeyboardSheet* m_keys;
     QLabel* m_capture;
     MessageInput* m_input;
     QToolButton* m_screen;

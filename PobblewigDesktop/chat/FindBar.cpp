@@ -72,10 +72,19 @@ void FindBar::setTheme(const Palette& palette)
 
 void FindBar::open()
 {
+    auto* const focus = window()->focusWidget();
+    if (!isAncestorOf(focus))
+        m_before = focus;
     show();
     m_field->setFocus(Qt::ShortcutFocusReason);
     m_field->selectAll();
     Q_EMIT wantedChanged();
+}
+
+void FindBar::returnFocus()
+{
+    if (m_before)
+        m_before->setFocus(Qt::OtherFocusReason);
 }
 
 void FindBar::showCount(std::optional<std::size_t> current, std::size_t count)

@@ -3,6 +3,7 @@
 #include "PobblewigDesktop/controls/Theme.h"
 
 #include <QFrame>
+#include <QPointer>
 
 class QAction;
 class QLabel;
@@ -24,6 +25,9 @@ public:
 
     /// Shows the bar, ready for a new text.
     void open();
+
+    /// Gives the focus back to the control that had it before.
+    void returnFocus();
     void showCount(std::optional<std::size_t> current, std::size_t count);
 
 Q_SIGNALS:
@@ -37,6 +41,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    QPointer<QWidget> m_before;
     QLineEdit* m_field;
     QAction* m_symbol;
     QLabel* m_count;

@@ -1,6 +1,7 @@
 #include "PobblewigDesktop/contactsheet/PanelScenes.h"
 
 #include "PobblewigDesktop/chat/FindBar.h"
+#include "PobblewigDesktop/chat/KeyboardSheet.h"
 #include "PobblewigDesktop/presence/BuddyFace.h"
 
 #include <QEventLoop>
@@ -262,6 +263,11 @@ std::vector<PanelScene> PanelScenes::all()
                 PanelStage::watch(100ms);
                 stage.button("Thinking, 0 s").click();
                 stage.talk.say(QStringLiteral("Take many samples, and"));
+            } },
+        { QStringLiteral("keyboard"),
+            [](PanelStage& stage) {
+                converse(stage.talk);
+                stage.panel.findChild<KeyboardSheet*>()->open();
             } },
         { QStringLiteral("looking"),
             [](PanelStage& stage) {

@@ -18,6 +18,9 @@ QFrame#banner, QFrame#findBar {
 QFrame#banner[role="danger"] { border-color: {danger}; }
 QFrame#banner[role="danger"] QLabel { color: {danger}; }
 QFrame#banner QLabel[role="advice"] { color: {text}; }
+QFrame#sheet {
+    background: {surface}; border: 1px solid {outline}; border-radius: 14px; }
+QFrame#sheet QScrollArea > QWidget > QWidget { background: {surface}; }
 QFrame#thinking { background: transparent; border: none; }
 QFrame#thinking QPushButton { text-align: left; padding: 0 4px; }
 QGroupBox#proposal {

@@ -1,3 +1,4 @@
+#include "PobblewigDesktop/chat/PanelKeys.h"
 #include "desktop/chat/PanelFixture.h"
 #include "prompts/VisionUserPrompt.h"
 
@@ -8,6 +9,8 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QShortcut>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
@@ -375,8 +378,32 @@ private Q_SLOTS:
         QCOMPARE(label("Matches").text(), QStringLiteral("No matches"));
         QTest::keyClick(&m->panel, Qt::Key_Escape);
         QVERIFY(!field.isVisible() && m->panel.isVisible());
+        QVERIFY(input().hasFocus());
         QTest::keyClick(&m->panel, Qt::Key_Escape);
         QVERIFY(!m->panel.isVisible());
+    }
+
+    void everyKeyThatIsListedWorks()
+    {
+        QTest::keyClick(&m->panel, Qt::Key_F1);
+        auto& list = m->named<QScrollArea>("Keys");
+        QVERIFY(list.isVisible());
+        QList<QKeySequence> made;
+        for (const auto* const shortcut : m->panel.findChildren<QShortcut*>())
+            made.append(shortcut->key());
+        for (const auto* const action : m->panel.findChildren<QAction*>())
+            made.append(action->shortcut());
+        QStringList shown;
+        for (const auto* const words : list.findChildren<QLabel*>())
+            shown.append(words->text());
+        for (const auto& key : PanelKeys::all()) {
+            QVERIFY(key.act == PanelKeys::Act::ofControl || made.removeOne(key.sequence));
+            QVERIFY(shown.contains(key.words));
+        }
+        made.removeAll(QKeySequence());
+        QVERIFY(made.isEmpty());
+        QTest::keyClick(&m->panel, Qt::Key_Escape);
+        QVERIFY(!list.isVisible() && input().hasFocus());
     }
 
     void theConversationIsSavedAsText()

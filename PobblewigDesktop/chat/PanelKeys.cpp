@@ -1,0 +1,44 @@
+#include "PobblewigDesktop/chat/PanelKeys.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+
+namespace pobblewig {
+
+namespace {
+
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(PanelKeys)
+};
+
+} // namespace
+
+std::vector<PanelKeys::Key> PanelKeys::all()
+{
+    using enum Act;
+    return {
+        { ofControl, Qt::Key_Return, Texts::tr("Send the message") },
+        { ofControl, Qt::SHIFT | Qt::Key_Return, Texts::tr("Begin a new line") },
+        { find, QKeySequence::Find, Texts::tr("Find in the conversation") },
+        { ofControl, Qt::Key_F3, Texts::tr("Next match, in the find bar") },
+        { ofControl, Qt::SHIFT | Qt::Key_F3, Texts::tr("Previous match") },
+        { ofControl, Qt::Key_Up, Texts::tr("Message above, in the conversation") },
+        { ofControl, Qt::Key_Down, Texts::tr("Message below") },
+        { ofControl, QKeySequence::Copy, Texts::tr("Copy what is selected") },
+        { save, QKeySequence::Save, Texts::tr("Save the conversation as text") },
+        { pastConversations, Qt::CTRL | Qt::Key_H, Texts::tr("Show past conversations") },
+        { newSession, QKeySequence::New, Texts::tr("Begin a new session") },
+        { ofControl, Qt::Key_Tab, Texts::tr("Next control") },
+        { showKeys, QKeySequence::HelpContents, Texts::tr("Show these keys") },
+        { close, Qt::Key_Escape, Texts::tr("Close what is open, then the window") },
+    };
+}
+
+QKeySequence PanelKeys::sequence(Act act)
+{
+    const auto keys = all();
+    return std::ranges::find(keys, act, &Key::act)->sequence;
+}
+
+} // namespace pobblewig
