@@ -28,6 +28,13 @@ QString prepared(QString line)
     return line;
 }
 
+/// Products such as 3*4*5 are no emphasis.
+QString withProducts(QString markdown)
+{
+    static const QRegularExpression product(QStringLiteral("(?<=\\d)\\*(?=\\d)"));
+    return markdown.replace(product, QString(StyledTextWriter::plainAsterisk));
+}
+
 QString preparedLines(const QString& markdown)
 {
     MarkdownLines reading({});
@@ -79,7 +86,7 @@ MD_PARSER parser()
 StyledText MarkdownReader::read(const QString& markdown)
 {
     static const auto rules = parser();
-    const auto source = preparedLines(withJoinedEmoji(markdown)).toUtf8();
+    const auto source = preparedLines(withProducts(withJoinedEmoji(markdown))).toUtf8();
     StyledTextWriter text;
     if (md_parse(source.constData(), static_cast<MD_SIZE>(source.size()), &rules, &text) != 0)
         return StyledText::plain(markdown);

@@ -159,7 +159,7 @@ void StyledTextWriter::write(MD_TEXTTYPE type, const QString& text)
         append(MarkdownEntity::decoded(text), looks());
         break;
     default:
-        append(text, looks());
+        append(QString(text).replace(plainAsterisk, u'*'), looks());
     }
 }
 

@@ -9,6 +9,9 @@ namespace pobblewig {
 /// Writes down what the parser of Markdown meets.
 class StyledTextWriter {
 public:
+    /// Stands for an asterisk that the parser is not to see.
+    static constexpr QChar plainAsterisk { 0xFDD0 };
+
     StyledText take();
 
     void enter(MD_BLOCKTYPE type, const void* detail);

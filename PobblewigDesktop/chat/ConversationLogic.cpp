@@ -40,7 +40,10 @@ QString words(const ConversationRow& row)
 {
     const auto isPlain =
         row.kind == ConversationRow::Kind::user || row.kind == ConversationRow::Kind::note;
-    return isPlain ? row.text : MarkdownReader::read(row.text).text;
+    if (isPlain)
+        return row.text;
+    const auto shown = MarkdownReader::read(row.text);
+    return shown.copied({ 0, shown.text.size() });
 }
 
 } // namespace

@@ -102,7 +102,8 @@ private Q_SLOTS:
         row("mail", u"[write](mailto:a@b.org)"_s, u"p[{0@:write}{16@: (a@b.org)}]"_s);
         row("a picture is its description", u"![cat](https://c.org/c.png)"_s,
             u"p[{0@:cat}{16@: (c.org)}]"_s);
-        row("signs alone", u"2 * 3 * 4 = snake_case_name"_s, u"p[2 * 3 * 4 = snake_case_name]"_s);
+        row("signs alone", u"2 * 3 * 4 = 2*3*4 = `2*3` = snake_case_name"_s,
+            u"p[2 * 3 * 4 = 2*3*4 = {4:2*3} = snake_case_name]"_s);
     }
     void shows()
     {
