@@ -18,6 +18,7 @@
 #include "PobblewigDesktop/chat/SuggestionBar.h"
 #include "PobblewigDesktop/chat/TextColumn.h"
 #include "PobblewigDesktop/chat/ThinkingRow.h"
+#include "PobblewigDesktop/chat/TurnState.h"
 #include "PobblewigDesktop/controls/Banner.h"
 #include "PobblewigDesktop/controls/Icons.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
@@ -80,6 +81,7 @@ ChatPanel::ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget*
     , m_model(new ConversationModel(this))
     , m_feed(new ConversationFeed(chat, *m_model, m_calendar, m_clock, this))
     , m_header(new ChatHeader(this))
+    , m_state(new TurnState(chat, m_clock, *m_header, this))
     , m_findBar(new FindBar(this))
     , m_view(new ConversationView(*m_model, this))
     , m_find(new ConversationFind(*m_findBar, *m_model, *m_view, this))
@@ -137,8 +139,7 @@ void ChatPanel::setFace(const QIcon& face)
 
 void ChatPanel::setStateText(const QString& text)
 {
-    m_stateText = text;
-    showTurn();
+    m_state->setRestingText(text);
 }
 
 void ChatPanel::setModelLabel(const QString& text)
@@ -149,6 +150,7 @@ void ChatPanel::setModelLabel(const QString& text)
 void ChatPanel::setClosingSession(bool isClosing)
 {
     m_isClosingSession = isClosing;
+    m_state->setClosingSession(isClosing);
     showNewSession();
     showTurn();
 }
@@ -306,9 +308,6 @@ void ChatPanel::connectChat()
     // A turn from elsewhere, such as a notification, goes on with the conversation.
     connect(&m_chat, &ChatService::activityChanged, m_newSessionDelay, &NewSessionDelay::takeBack);
     connect(&m_chat, &ChatService::lastErrorChanged, this, &ChatPanel::showUnsent);
-    connect(&m_chat.watch(), &TurnWatch::waitingChanged, this, &ChatPanel::showWaiting);
-    m_eachSecond.setInterval(std::chrono::seconds(1));
-    connect(&m_eachSecond, &QTimer::timeout, this, &ChatPanel::showState);
     connect(&m_chat, &ChatService::messagesChanged, this, &ChatPanel::showSuggestions);
     connect(&m_chat, &ChatService::captureIndicatorChanged, this, &ChatPanel::showCapture);
     connect(&m_chat.captureConsent(), &CaptureConsent::isAskingChanged, this,
@@ -361,35 +360,7 @@ void ChatPanel::showTurn()
     m_stop->setVisible(isInTurn);
     m_send->setEnabled(!m_input->isBlank());
     m_screen->setEnabled(!isInTurn);
-    showState();
-}
-
-void ChatPanel::showWaiting()
-{
-    if (m_chat.watch().waiting())
-        m_eachSecond.start();
-    else
-        m_eachSecond.stop();
-    showState();
-}
-
-void ChatPanel::showState()
-{
-    m_header->setState(state());
-}
-
-QString ChatPanel::state() const
-{
-    if (m_chat.captureConsent().isAsking())
-        return tr("waiting for your answer…");
-    if (const auto& waiting = m_chat.watch().waiting()) {
-        auto words = WaitingLogic::words(*waiting, m_chat.askedHost(), m_clock());
-        if (!words.isEmpty())
-            return words;
-    }
-    if (m_chat.isInTurn())
-        return tr("thinking…");
-    return m_isClosingSession ? tr("Summing up the day…") : m_stateText;
+    m_state->show();
 }
 
 void ChatPanel::showUnsent()

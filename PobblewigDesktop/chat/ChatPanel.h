@@ -9,7 +9,6 @@
 #include "settings/AppSettings.h"
 
 #include <QIcon>
-#include <QTimer>
 #include <QWidget>
 
 class QLabel;
@@ -33,6 +32,7 @@ class NewSessionDelay;
 class ProposalBanners;
 class ThinkingRow;
 class SuggestionBar;
+class TurnState;
 
 /// The window for talking with the buddy. It shows what the chat publishes and passes on what the
 /// user does; it decides nothing.
@@ -96,9 +96,6 @@ private:
     void connectChat();
     void connectControls();
     void showTurn();
-    void showWaiting();
-    void showState();
-    QString state() const;
     void showUnsent();
     void showSuggestions();
     void tryOut(const FirstMinute::Suggestion& suggestion);
@@ -117,12 +114,11 @@ private:
     ChatService& m_chat;
     Calendar m_calendar;
     Clock m_clock;
-    QTimer m_eachSecond;
-    QString m_stateText;
     bool m_isClosingSession = false;
     ConversationModel* m_model;
     ConversationFeed* m_feed;
     ChatHeader* m_header;
+    TurnState* m_state;
     FindBar* m_findBar;
     ConversationView* m_view;
     ConversationFind* m_find;
