@@ -4,6 +4,7 @@
 
 #include <QtConcurrentRun>
 
+#include <algorithm>
 #include <map>
 #include <utility>
 
@@ -16,6 +17,61 @@ tl::expected<void, FileError> writeMessages(
 {
     return file.write(json::text(messages));
 }
+
+/// Joins two lists of messages, each in its own order.
+class Joining {
+public:
+    explicit Joining(std::vector<ChatMessage> old)
+        : m_old(std::move(old))
+    {
+        for (const auto& message : m_old)
+            m_places.emplace(message.id, m_places.size());
+    }
+
+    /// Passes what comes before all that both lists have.
+    void skipOwn(const std::vector<ChatMessage>& newer)
+    {
+        auto first = m_old.size();
+        for (const auto& message : newer) {
+            if (const auto known = m_places.find(message.id); known != m_places.end())
+                first = std::min(first, known->second);
+        }
+        passUntil(first);
+    }
+
+    void take(const ChatMessage& message)
+    {
+        const auto known = m_places.find(message.id);
+        if (known == m_places.end()) {
+            m_joined.push_back(message);
+        } else if (known->second >= m_next) {
+            passUntil(known->second);
+            m_joined.push_back(message);
+            ++m_next;
+        } else {
+            *std::ranges::find(m_joined, message.id, &ChatMessage::id) = message;
+        }
+    }
+
+    std::vector<ChatMessage> all()
+    {
+        passUntil(m_old.size());
+        return std::move(m_joined);
+    }
+
+private:
+    void passUntil(size_t end)
+    {
+        for (; m_next < end; ++m_next)
+            m_joined.push_back(std::move(m_old[m_next]));
+    }
+
+    std::vector<ChatMessage> m_old;
+    std::map<QUuid, size_t> m_places;
+    std::vector<ChatMessage> m_joined;
+    /// The first of the old ones that has not been passed.
+    size_t m_next = 0;
+};
 
 } // namespace
 
@@ -73,16 +129,11 @@ std::optional<std::vector<ChatMessage>> Transcript::loadAgain() const
 
 void Transcript::merge(std::vector<ChatMessage>& messages, const std::vector<ChatMessage>& newer)
 {
-    std::map<QUuid, size_t> places;
-    for (size_t place = 0; place < messages.size(); ++place)
-        places.emplace(messages[place].id, place);
-    for (const auto& message : newer) {
-        const auto [known, isNew] = places.emplace(message.id, messages.size());
-        if (isNew)
-            messages.push_back(message);
-        else
-            messages[known->second] = message;
-    }
+    Joining joining(std::move(messages));
+    joining.skipOwn(newer);
+    for (const auto& message : newer)
+        joining.take(message);
+    messages = joining.all();
 }
 
 void Transcript::writeBeside()

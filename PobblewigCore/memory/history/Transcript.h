@@ -42,7 +42,8 @@ public:
     /// none, or still no way to read it. The caller saves.
     std::optional<std::vector<ChatMessage>> loadAgain() const;
 
-    /// Adds the messages that are missing, and replaces those of the same id.
+    /// Adds the messages that are missing, each after the one that it follows, and replaces those
+    /// of the same id.
     static void merge(std::vector<ChatMessage>& messages, const std::vector<ChatMessage>& newer);
 
 private:

@@ -55,6 +55,10 @@ private Q_SLOTS:
             all);
         row("messages removed from the window only", last(all, 2), all, all);
         row("no window", Messages(), all, all);
+        auto gaping = all;
+        gaping.erase(gaping.begin() + 12);
+        gaping.erase(gaping.begin() + 34);
+        row("gaps in the transcript", last(all, 30), gaping, all);
         auto changed = last(all, 30);
         changed.back().text = u"mended"_s;
         auto mended = all;
