@@ -210,7 +210,8 @@ void StyledTextWriter::endBlock()
     if (!std::exchange(m_isInBlock, false))
         return;
     auto& block = m_text.blocks.back();
-    if (block.kind == Kind::code && m_text.text.endsWith(u'\n'))
+    const auto isEmpty = m_text.text.size() == block.range.start;
+    if (block.kind == Kind::code && !isEmpty && m_text.text.endsWith(u'\n'))
         m_text.text.chop(1);
     block.range.length = m_text.text.size() - block.range.start;
     m_gap = Gap::wide;

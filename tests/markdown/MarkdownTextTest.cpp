@@ -86,6 +86,7 @@ private Q_SLOTS:
         row("code", u"```py x\na\n\n  b\n```"_s, u"code(py)[a//  b]"_s);
         row("code as it is", u"```\n[a]: b\n-|-\n🏳️‍🌈\n```"_s,
             u"code()[[a]: b/-|-/🏳\u200D🌈]"_s);
+        row("code that is empty", u"a\n```\n```\nb"_s, u"p[a] code()[] p[b]"_s);
         row("code without an end", u"~~~\na"_s, u"code()[a]"_s);
         row("table", u"|a|*b*|\n|-|:-:|\n|c|"_s,
             u"cell0.0[{2:a}] cell0.1[{3:b}] cell1.0[c] cell1.1[]"_s);
