@@ -21,6 +21,10 @@ SECONDS_AT_REST = 20
 scratch = tempfile.TemporaryDirectory()
 environment = os.environ | {"HOME": scratch.name, "XDG_DATA_HOME": scratch.name + "/data",
                             "XDG_CONFIG_HOME": scratch.name + "/config"}
+# An everyday start: the greeting of the first one is over.
+desktop_settings = pathlib.Path(scratch.name, "config/Pobblewig/desktop.conf")
+desktop_settings.parent.mkdir(parents=True)
+desktop_settings.write_text("[firstLaunch]\ngreeted=true\n")
 SECONDS_IN_A_STATE = 15
 # What the buddy does, and the share of a core in per cent that it may take.
 STATES = {"idle": 0.5, "asleep": 0.1, "occluded": 0.1, "responding": 2.5, "working": 2.5,
