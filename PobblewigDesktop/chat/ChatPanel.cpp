@@ -9,33 +9,25 @@
 #include "PobblewigDesktop/chat/ConversationView.h"
 #include "PobblewigDesktop/chat/FindBar.h"
 #include "PobblewigDesktop/chat/KeyboardSheet.h"
-#include "PobblewigDesktop/chat/MessageInput.h"
+#include "PobblewigDesktop/chat/MessageComposer.h"
 #include "PobblewigDesktop/chat/NewSessionDelay.h"
 #include "PobblewigDesktop/chat/PanelKeys.h"
 #include "PobblewigDesktop/chat/PanelPlacement.h"
 #include "PobblewigDesktop/chat/ProposalBanners.h"
-#include "PobblewigDesktop/chat/Quotation.h"
-#include "PobblewigDesktop/chat/SuggestionBar.h"
 #include "PobblewigDesktop/chat/TextColumn.h"
 #include "PobblewigDesktop/chat/ThinkingRow.h"
 #include "PobblewigDesktop/chat/TurnState.h"
 #include "PobblewigDesktop/controls/Banner.h"
-#include "PobblewigDesktop/controls/Icons.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
-#include "prompts/VisionUserPrompt.h"
 
 #include <QDesktopServices>
 #include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QStyle>
-#include <QToolButton>
 #include <QUrl>
-
-#include <algorithm>
 
 namespace pobblewig {
 
@@ -61,16 +53,6 @@ CaptureConsent::Answer captureAnswer(ProposalAnswer answer)
     Q_UNREACHABLE();
 }
 
-QToolButton* inputButton(const QString& name, QWidget* parent)
-{
-    auto* const button = new QToolButton(parent);
-    button->setAccessibleName(name);
-    button->setToolTip(name);
-    button->setIconSize({ 20, 20 });
-    button->setFixedSize(36, 36);
-    return button;
-}
-
 } // namespace
 
 ChatPanel::ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget* parent)
@@ -91,13 +73,8 @@ ChatPanel::ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget*
     , m_newSessionDelay(new NewSessionDelay(*m_newSession, this))
     , m_proposals(new ProposalBanners(*this))
     , m_thinking(new ThinkingRow(chat.watch(), m_clock, this))
-    , m_suggestions(new SuggestionBar(this))
     , m_keys(new KeyboardSheet(*this))
-    , m_capture(new QLabel(this))
-    , m_input(new MessageInput(this))
-    , m_screen(inputButton(tr("Look at my screen"), this))
-    , m_send(inputButton(tr("Send"), this))
-    , m_stop(inputButton(tr("Stop"), this))
+    , m_composer(new MessageComposer(chat, this))
 {
     setWindowTitle(tr("Pobblewig Chat"));
     setMinimumSize(leastSize);
@@ -106,12 +83,6 @@ ChatPanel::ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget*
     connectChat();
     connectControls();
     setTheme(Theme::palette(Theme::desktopScheme(palette()), {}));
-    m_input->setPlainText(m_chat.draft());
-    m_input->moveCursor(QTextCursor::End);
-    showTurn();
-    showUnsent();
-    showSuggestions();
-    showCapture();
     showCaptureQuestion();
 }
 
@@ -126,10 +97,7 @@ void ChatPanel::setTheme(const Palette& palette)
     m_proposals->setTheme(palette);
     m_thinking->setTheme(palette);
     m_keys->setTheme(palette);
-    m_input->setTheme(palette);
-    m_screen->setIcon(Icons::icon(Icons::Name::screen, palette.text, palette.muted));
-    m_send->setIcon(Icons::icon(Icons::Name::send, palette.onAccent, palette.muted));
-    m_stop->setIcon(Icons::icon(Icons::Name::stop, palette.onAccent, palette.muted));
+    m_composer->setTheme(palette);
 }
 
 void ChatPanel::setFace(const QIcon& face)
@@ -152,7 +120,6 @@ void ChatPanel::setClosingSession(bool isClosing)
     m_isClosingSession = isClosing;
     m_state->setClosingSession(isClosing);
     showNewSession();
-    showTurn();
 }
 
 void ChatPanel::setNotice(const QString& text)
@@ -184,18 +151,12 @@ void ChatPanel::showBeside(const QRect& buddy, const QRect& screen)
 
 void ChatPanel::setSuggestions(const std::vector<FirstMinute::Suggestion>& suggestions)
 {
-    m_suggestions->setSuggestions(suggestions);
+    m_composer->setSuggestions(suggestions);
 }
 
 void ChatPanel::quote(const QString& text)
 {
-    const auto quotation = Quotation::ofText(text);
-    if (quotation.isEmpty())
-        return;
-    m_input->moveCursor(QTextCursor::End);
-    const auto division = m_input->isBlank() ? QString() : QStringLiteral("\n\n");
-    m_input->insertPlainText(division + quotation);
-    m_input->setFocus(Qt::OtherFocusReason);
+    m_composer->quote(text);
 }
 
 QSize ChatPanel::frameSize() const
@@ -210,7 +171,7 @@ void ChatPanel::showEvent(QShowEvent* event)
     QWidget::showEvent(event);
     m_feed->refresh();
     m_view->followLatest();
-    m_input->setFocus(Qt::ActiveWindowFocusReason);
+    m_composer->setFocus(Qt::ActiveWindowFocusReason);
     QMetaObject::invokeMethod(this, &ChatPanel::stayInReach, Qt::QueuedConnection);
     Q_EMIT shown();
 }
@@ -225,7 +186,7 @@ void ChatPanel::hideEvent(QHideEvent* event)
 
 void ChatPanel::keepDraft()
 {
-    m_chat.keepDraft(m_input->toPlainText());
+    m_composer->keepDraft();
 }
 
 void ChatPanel::resizeEvent(QResizeEvent* event)
@@ -236,28 +197,13 @@ void ChatPanel::resizeEvent(QResizeEvent* event)
 
 void ChatPanel::arrange()
 {
-    PanelStyle::setRole(*m_capture, QStringLiteral("caption"));
-    PanelStyle::setRole(*m_send, QStringLiteral("primary"));
-    PanelStyle::setRole(*m_stop, QStringLiteral("primary"));
-    m_capture->setAccessibleName(tr("Captured"));
-    m_capture->setTextFormat(Qt::PlainText);
-    m_capture->setWordWrap(true);
-
-    auto* const writing = new QHBoxLayout;
-    writing->setSpacing(gap);
-    writing->addWidget(m_input, 1);
-    for (auto* const button : { m_screen, m_send, m_stop })
-        writing->addWidget(button, 0, Qt::AlignBottom);
-
     auto* const below = new QVBoxLayout;
     below->setContentsMargins(margin, gap, margin, margin);
     below->setSpacing(gap);
     below->addWidget(m_thinking);
     m_banners->addTo(*below);
     below->addWidget(m_newSession);
-    below->addWidget(m_suggestions);
-    below->addWidget(m_capture);
-    below->addLayout(writing);
+    below->addWidget(m_composer);
 
     auto* const find = new QHBoxLayout;
     find->setContentsMargins(margin, gap / 2, margin, gap / 2);
@@ -303,13 +249,9 @@ void ChatPanel::stayInReach()
 
 void ChatPanel::connectChat()
 {
-    connect(&m_chat, &ChatService::activityChanged, this, &ChatPanel::showTurn);
-    connect(&m_chat, &ChatService::activityChanged, this, &ChatPanel::showUnsent);
+    connect(&m_chat, &ChatService::activityChanged, m_state, &TurnState::show);
     // A turn from elsewhere, such as a notification, goes on with the conversation.
     connect(&m_chat, &ChatService::activityChanged, m_newSessionDelay, &NewSessionDelay::takeBack);
-    connect(&m_chat, &ChatService::lastErrorChanged, this, &ChatPanel::showUnsent);
-    connect(&m_chat, &ChatService::messagesChanged, this, &ChatPanel::showSuggestions);
-    connect(&m_chat, &ChatService::captureIndicatorChanged, this, &ChatPanel::showCapture);
     connect(&m_chat.captureConsent(), &CaptureConsent::isAskingChanged, this,
         &ChatPanel::showCaptureQuestion);
     connect(m_feed, &ConversationFeed::textsChanged, m_find, &ConversationFind::refresh);
@@ -335,15 +277,15 @@ void ChatPanel::connectControls()
         m_banners, &ConversationBanners::newSessionRequested, this, &ChatPanel::requestNewSession);
     connect(m_proposals, &ProposalBanners::answered, this, &ChatPanel::answer);
     connect(
-        m_proposals, &ProposalBanners::focusGivenUp, m_input, qOverload<>(&MessageInput::setFocus));
-    connect(m_input, &MessageInput::submitted, this, &ChatPanel::send);
-    connect(m_input, &MessageInput::textChanged, this, &ChatPanel::showTurn);
-    connect(m_input, &MessageInput::textChanged, m_banners, &ConversationBanners::noteTyping);
-    connect(m_input, &MessageInput::textChanged, this, &ChatPanel::typed);
-    connect(m_suggestions, &SuggestionBar::chosen, this, &ChatPanel::tryOut);
-    connect(m_screen, &QToolButton::clicked, this, &ChatPanel::sendWithScreen);
-    connect(m_send, &QToolButton::clicked, this, &ChatPanel::send);
-    connect(m_stop, &QToolButton::clicked, &m_chat, &ChatService::cancelStreaming);
+        m_proposals, &ProposalBanners::focusGivenUp, m_composer, qOverload<>(&QWidget::setFocus));
+    connect(m_composer, &MessageComposer::typed, m_banners, &ConversationBanners::noteTyping);
+    connect(m_composer, &MessageComposer::typed, this, &ChatPanel::typed);
+    connect(m_composer, &MessageComposer::submitting, this, [this] {
+        if (m_newSessionDelay->isWaiting())
+            m_newSessionDelay->passNow();
+    });
+    connect(m_composer, &MessageComposer::said, m_view, &ConversationView::followLatest);
+    connect(m_composer, &MessageComposer::refused, this, &ChatPanel::setNotice);
     // The desktop may move windows itself first.
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, &ChatPanel::stayInReach,
         Qt::QueuedConnection);
@@ -351,40 +293,6 @@ void ChatPanel::connectControls()
         Qt::QueuedConnection);
     auto* const escapeKey = new QShortcut(PanelKeys::sequence(PanelKeys::Act::close), this);
     connect(escapeKey, &QShortcut::activated, this, &ChatPanel::escape);
-}
-
-void ChatPanel::showTurn()
-{
-    const auto isInTurn = m_chat.isInTurn();
-    m_send->setVisible(!isInTurn);
-    m_stop->setVisible(isInTurn);
-    m_send->setEnabled(!m_input->isBlank());
-    m_screen->setEnabled(!isInTurn);
-    m_state->show();
-}
-
-void ChatPanel::showUnsent()
-{
-    const auto unsent = m_chat.unsentText();
-    if (unsent && *unsent != Prompts::visionUserPrompt && m_input->isBlank())
-        m_input->setPlainText(*unsent);
-}
-
-void ChatPanel::showSuggestions()
-{
-    m_suggestions->setVisible(std::ranges::none_of(m_chat.messages(),
-        [](const auto& message) { return message.role == ChatMessage::Role::user; }));
-}
-
-void ChatPanel::tryOut(const FirstMinute::Suggestion& suggestion)
-{
-    if (!suggestion.answer.isEmpty()) {
-        m_chat.sayOffTheRecord(suggestion.answer);
-        m_view->followLatest();
-        return;
-    }
-    m_input->setPlainText(suggestion.text);
-    send();
 }
 
 void ChatPanel::requestNewSession()
@@ -400,17 +308,10 @@ void ChatPanel::showNewSession()
     m_banners->setNewSessionEnabled(isEnabled);
 }
 
-void ChatPanel::showCapture()
-{
-    const auto& indicator = m_chat.captureIndicator();
-    PanelStyle::setText(*m_capture, indicator.value_or(QString()));
-    m_capture->setVisible(indicator.has_value());
-}
-
 void ChatPanel::showCaptureQuestion()
 {
     m_proposals->setCaptureQuestion(m_chat.captureConsent().isAsking());
-    showTurn();
+    m_state->show();
 }
 
 void ChatPanel::answer(const QString& id, ProposalAnswer answer)
@@ -419,40 +320,6 @@ void ChatPanel::answer(const QString& id, ProposalAnswer answer)
         m_chat.captureConsent().answer(captureAnswer(answer));
     else
         Q_EMIT proposalAnswered(id, answer);
-}
-
-void ChatPanel::send()
-{
-    if (!m_input->isBlank())
-        submit(m_input->toPlainText(), ChatService::Screenshot::without);
-}
-
-void ChatPanel::sendWithScreen()
-{
-    const auto text =
-        m_input->isBlank() ? Prompts::visionUserPrompt.toString() : m_input->toPlainText();
-    submit(text, ChatService::Screenshot::with);
-}
-
-void ChatPanel::submit(const QString& text, ChatService::Screenshot screenshot)
-{
-    // A turn can fail at once and give the text back, so the field is emptied first.
-    const auto written = m_input->toPlainText();
-    m_input->clear();
-    if (m_newSessionDelay->isWaiting())
-        m_newSessionDelay->passNow();
-    if (m_chat.submit(text, screenshot))
-        m_view->followLatest();
-    else
-        giveBack(written);
-    keepDraft();
-}
-
-void ChatPanel::giveBack(const QString& text)
-{
-    m_input->setPlainText(text);
-    if (!m_chat.isInTurn())
-        setNotice(tr("The last picture is still being taken. Try again in a moment."));
 }
 
 void ChatPanel::closeFind()

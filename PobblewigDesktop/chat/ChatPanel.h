@@ -11,9 +11,7 @@
 #include <QIcon>
 #include <QWidget>
 
-class QLabel;
 class QLayout;
-class QToolButton;
 
 namespace pobblewig {
 
@@ -27,11 +25,10 @@ class ConversationSaving;
 class ConversationView;
 class FindBar;
 class KeyboardSheet;
-class MessageInput;
+class MessageComposer;
 class NewSessionDelay;
 class ProposalBanners;
 class ThinkingRow;
-class SuggestionBar;
 class TurnState;
 
 /// The window for talking with the buddy. It shows what the chat publishes and passes on what the
@@ -95,19 +92,10 @@ private:
     void stayInReach();
     void connectChat();
     void connectControls();
-    void showTurn();
-    void showUnsent();
-    void showSuggestions();
-    void tryOut(const FirstMinute::Suggestion& suggestion);
     void requestNewSession();
     void showNewSession();
-    void showCapture();
     void showCaptureQuestion();
     void answer(const QString& id, ProposalAnswer answer);
-    void send();
-    void sendWithScreen();
-    void submit(const QString& text, ChatService::Screenshot screenshot);
-    void giveBack(const QString& text);
     void closeFind();
     void escape();
 
@@ -128,13 +116,8 @@ private:
     NewSessionDelay* m_newSessionDelay;
     ProposalBanners* m_proposals;
     ThinkingRow* m_thinking;
-    SuggestionBar* m_suggestions;
     KeyboardSheet* m_keys;
-    QLabel* m_capture;
-    MessageInput* m_input;
-    QToolButton* m_screen;
-    QToolButton* m_send;
-    QToolButton* m_stop;
+    MessageComposer* m_composer;
     /// What stands in the column of the messages.
     QList<QLayout*> m_inColumn;
 };
