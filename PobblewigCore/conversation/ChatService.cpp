@@ -1,5 +1,6 @@
 #include "conversation/ChatService.h"
 
+#include "conversation/RevisionLogic.h"
 #include "foundation/Log.h"
 
 #include <algorithm>
@@ -60,13 +61,34 @@ std::optional<QString> ChatService::unsentText() const
 
 bool ChatService::submit(const QString& text, Screenshot withScreenshot)
 {
-    Request request { text, withScreenshot };
-    if (!canRun(request))
-        return false;
-    m_lastRequest = std::move(request);
-    m_recordedMessage.reset();
+    return begin({ .text = text, .screenshot = withScreenshot });
+}
+
+std::optional<ChatMessage> ChatService::changeableQuestion() const
+{
+    return isInTurn() ? std::nullopt : RevisionLogic::changeableQuestion(messages());
+}
+
+bool ChatService::submitInstead(const QUuid& question, const QString& text)
+{
+    const auto newest = changeableQuestion();
+    const auto isNewest = newest && newest->id == question;
+    return begin({ .text = text, .insteadOf = isNewest ? std::optional(question) : std::nullopt });
+}
+
+bool ChatService::canAnswerAgain() const
+{
+    return !isInTurn() && RevisionLogic::answerableAgain(messages());
+}
+
+void ChatService::answerAgain()
+{
+    if (!canAnswerAgain())
+        return;
+    const auto [question, reply] = *RevisionLogic::answerableAgain(messages());
+    m_lastRequest = Request { .text = question.text, .answersAgain = reply.id };
+    m_recordedMessage = question.id;
     run(AutoRetry::allowed);
-    return true;
 }
 
 void ChatService::retryLast()
@@ -142,6 +164,16 @@ bool ChatService::canRun(const Request& request) const
     return !isInTurn() && !(wantsScreenshot && m_screenshots.isTaking());
 }
 
+bool ChatService::begin(Request request)
+{
+    if (!canRun(request))
+        return false;
+    m_lastRequest = std::move(request);
+    m_recordedMessage.reset();
+    run(AutoRetry::allowed);
+    return true;
+}
+
 void ChatService::run(AutoRetry autoRetry)
 {
     enter(Phase::preparing);
@@ -191,7 +223,7 @@ void ChatService::abandonTurn(const ChatError& error, AutoRetry autoRetry)
         run(AutoRetry::done);
         return;
     }
-    if (m_recordedMessage && canRetry())
+    if (m_recordedMessage && canRetry() && !m_lastRequest->answersAgain)
         setUnanswered(*m_recordedMessage, true);
     Q_EMIT activityChanged(false, false);
 }
@@ -225,14 +257,17 @@ Task<ChatService::Outcome> ChatService::send(
     const auto asked = earlier ? *earlier : recordQuestion(trimmed, image.has_value());
     const auto askedIn = asked.sessionID;
     setUnanswered(asked.id, false);
+    if (earlier && m_lastRequest)
+        setReplyInRevision(m_lastRequest->answersAgain);
 
-    auto outcome = co_await requestReply({ asked, std::move(image) }, stop);
+    auto outcome = co_await requestReply({ asked, std::move(image), m_replyInRevision }, stop);
     if (stop.stop_requested())
         co_return failed(Cancelled());
     if (outcome)
         finishReply(*outcome, askedIn);
     else
         failReply(std::get<LLMFailure>(outcome.error()), askedIn);
+    setReplyInRevision(std::nullopt);
     beginPreview();
     enter(nextPhase);
     if (!outcome)
@@ -324,10 +359,29 @@ ChatTurn::Progress ChatService::progress()
 
 ChatMessage ChatService::recordQuestion(const QString& text, bool hasImage)
 {
+    if (const auto instead = m_lastRequest ? m_lastRequest->insteadOf : std::nullopt)
+        takeBack(*instead);
     auto question = m_record.addQuestion(text, hasImage);
     announceAdded();
     m_recordedMessage = question.id;
     return question;
+}
+
+void ChatService::takeBack(const QUuid& question)
+{
+    onTakingBack(question);
+    m_unanswered.erase(question);
+    Q_EMIT messagesChanged(m_record.takeBack(question));
+}
+
+void ChatService::setReplyInRevision(std::optional<QUuid> reply)
+{
+    const auto previous = std::exchange(m_replyInRevision, reply);
+    if (previous == reply)
+        return;
+    const auto changed = reply ? *reply : *previous;
+    const auto place = std::ranges::find(messages(), changed, &ChatMessage::id);
+    Q_EMIT messagesChanged(place == messages().end() ? 0 : size_t(place - messages().begin()));
 }
 
 void ChatService::announceAdded()
@@ -366,12 +420,20 @@ void ChatService::finishReply(const ChatTurn::Result& result, std::optional<QUui
         .askedIn = askedIn,
         .hadImage = result.tookScreenshot,
         .isCutOff = result.isCutOff,
+        .inPlaceOf = m_replyInRevision,
     });
-    announceAdded();
+    if (m_replyInRevision)
+        setReplyInRevision(std::nullopt);
+    else
+        announceAdded();
 }
 
 void ChatService::keepStoppedReply()
 {
+    if (m_replyInRevision) {
+        setReplyInRevision(std::nullopt);
+        return;
+    }
     const auto partial = m_preview.text().trimmed();
     const auto question = m_record.newestQuestion();
     if (partial.isEmpty() || !question)
@@ -385,7 +447,7 @@ void ChatService::keepStoppedReply()
 void ChatService::failReply(const LLMFailure& failure, std::optional<QUuid> askedIn)
 {
     const auto partial = m_preview.text().trimmed();
-    if (!partial.isEmpty()) {
+    if (!partial.isEmpty() && !m_replyInRevision) {
         finishReply({ .text = partial, .isCutOff = true }, askedIn);
         // It is continued rather than asked for again.
         m_lastRequest.reset();

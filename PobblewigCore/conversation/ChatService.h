@@ -108,6 +108,23 @@ public:
     /// for a cancelled turn is still being taken.
     bool submit(const QString& text, Screenshot withScreenshot = Screenshot::without);
 
+    /// The newest question, if no turn runs and it can be asked in other words.
+    std::optional<ChatMessage> changeableQuestion() const;
+
+    /// The same as `submit`, but once the text is recorded, the question and what came of it are
+    /// gone. A question that is no longer the newest stays.
+    bool submitInstead(const QUuid& question, const QString& text);
+
+    /// Whether no turn runs and the newest message is a reply that can be given again.
+    bool canAnswerAgain() const;
+
+    /// Asks for another reply in place of the newest one, which keeps the earlier texts. Until the
+    /// other one is complete the old one remains in the history.
+    void answerAgain();
+
+    /// The reply that another one is about to replace, while that is streamed.
+    const std::optional<QUuid>& replyInRevision() const { return m_replyInRevision; }
+
     /// Repeats the last turn without recording its user message twice.
     void retryLast();
 
@@ -155,6 +172,9 @@ public:
     std::function<Task<>(Actions actions)> onActions;
     std::function<Task<>()> onTurnComplete;
 
+    /// Called before this question and what came of it leave the history.
+    std::function<void(const QUuid& question)> onTakingBack = [](const auto&) {};
+
 Q_SIGNALS:
     /// The messages from this index on have changed, or come and gone.
     void messagesChanged(size_t first);
@@ -176,9 +196,14 @@ private:
     struct Request {
         QString text;
         Screenshot screenshot = Screenshot::without;
+        /// The question whose place its own takes.
+        std::optional<QUuid> insteadOf = std::nullopt;
+        /// The reply whose place its reply takes.
+        std::optional<QUuid> answersAgain = std::nullopt;
     };
 
     bool canRun(const Request& request) const;
+    bool begin(Request request);
     void run(AutoRetry autoRetry);
     Task<> runTurn(AutoRetry autoRetry, std::stop_token stop);
     Task<Outcome> performLastRequest();
@@ -192,6 +217,8 @@ private:
     ChatTurn::Progress progress();
 
     ChatMessage recordQuestion(const QString& text, bool hasImage);
+    void takeBack(const QUuid& question);
+    void setReplyInRevision(std::optional<QUuid> reply);
     void announceAdded();
     void setUnanswered(const QUuid& message, bool isUnanswered);
     void forgetLostTurn();
@@ -239,6 +266,7 @@ private:
     /// The message of the last request, once it is in the history.
     std::optional<QUuid> m_recordedMessage;
     std::set<QUuid> m_unanswered;
+    std::optional<QUuid> m_replyInRevision;
     std::stop_source m_stop;
 };
 

@@ -31,6 +31,7 @@ ConversationFeature::ConversationFeature(const Stores& stores, const Moment& mom
           .changed = [this] { changed(); } })
 {
     m_chat.onTurnComplete = [this] { return afterChatTurn(); };
+    m_chat.onTakingBack = [this](const auto& message) { m_readingAlong.passBackTo(message); };
     QObject::connect(&m_chat, &ChatService::messagesChanged, &m_chat, [this] { readInTime(); });
 }
 

@@ -1,6 +1,7 @@
 #include "conversation/ConversationRecord.h"
 
 #include "conversation/ConversationWindow.h"
+#include "conversation/RevisionLogic.h"
 #include "settings/SettingsStore.h"
 
 #include <algorithm>
@@ -44,7 +45,7 @@ ChatMessage ConversationRecord::addQuestion(const QString& text, bool hasImage)
 
 void ConversationRecord::addReply(const Reply& reply)
 {
-    m_history.append({
+    ChatMessage message {
         .id = QUuid::createUuid(),
         .role = ChatMessage::Role::assistant,
         .text = reply.text,
@@ -53,7 +54,13 @@ void ConversationRecord::addReply(const Reply& reply)
         .sessionID = isMemoryEnabled() ? reply.askedIn : std::nullopt,
         .cutOff = reply.isCutOff ? std::optional(true) : std::nullopt,
         .stopped = reply.isStopped ? std::optional(true) : std::nullopt,
-    });
+    };
+    const auto previous = std::ranges::find_if(
+        transcript(), [&](const auto& kept) { return kept.id == reply.inPlaceOf; });
+    if (previous == transcript().end())
+        m_history.append(message);
+    else
+        m_history.replace(RevisionLogic::inPlaceOf(*previous, std::move(message)));
 }
 
 void ConversationRecord::addRemark(const QString& text, std::optional<QUuid> relatedInterventionID)
@@ -78,13 +85,21 @@ void ConversationRecord::addOffTheRecord(const QString& text)
     });
 }
 
+size_t ConversationRecord::takeBack(const QUuid& question)
+{
+    const auto first = std::ranges::find(transcript(), question, &ChatMessage::id);
+    const auto number = size_t(first - transcript().begin());
+    m_history.remove(RevisionLogic::takenBackWith(question, transcript()));
+    return number;
+}
+
 std::vector<LLMMessage> ConversationRecord::request(const Question& question)
 {
     const auto asked = window() | std::views::drop(windowBegin());
     m_windowBegin = asked.empty() ? std::nullopt : std::optional(asked.front().id);
     std::vector<LLMMessage> request;
     for (const auto& entry : asked) {
-        if (entry.role == ChatMessage::Role::system)
+        if (entry.role == ChatMessage::Role::system || entry.id == question.earlierReply)
             continue;
         const auto role = entry.role == ChatMessage::Role::user ? LLMMessage::Role::user
                                                                 : LLMMessage::Role::assistant;

@@ -21,6 +21,8 @@ public:
     struct Question {
         ChatMessage message;
         std::optional<QByteArray> image;
+        /// The answer that it has and that the request leaves out.
+        std::optional<QUuid> earlierReply = std::nullopt;
     };
 
     struct Reply {
@@ -29,6 +31,8 @@ public:
         bool hadImage = false;
         bool isCutOff = false;
         bool isStopped = false;
+        /// The reply whose place it takes, if that is still there.
+        std::optional<QUuid> inPlaceOf = std::nullopt;
     };
 
     /// Both arguments must outlive this object.
@@ -53,6 +57,10 @@ public:
 
     /// The same, but without a session, so that no librarian reads it.
     void addOffTheRecord(const QString& text);
+
+    /// Removes this question and what came of it. Returns the number of the first message that may
+    /// have changed.
+    size_t takeBack(const QUuid& question);
 
     /// The messages of a request that asks this question, which is among them.
     std::vector<LLMMessage> request(const Question& question);

@@ -277,6 +277,65 @@ private Q_SLOTS:
         QVERIFY(!m->chat.isInTurn());
     }
 
+    void aQuestionIsAskedInOtherWords()
+    {
+        m->ask(u"hi"_s, u"hello"_s);
+        m->chat.say(u"a reminder"_s, QUuid::createUuid());
+        const auto question = m->chat.changeableQuestion()->id;
+        QSignalSpy changes(&m->chat, &ChatService::messagesChanged);
+        const auto provider = std::exchange(m->models.main, nullptr);
+        m->chat.submitInstead(question, u"ho"_s);
+        m->finishTurn();
+        QCOMPARE(m->texts(), u"hi|hello|a reminder");
+        m->models.main = provider;
+        m->model.enqueue(LLMError::http(401, {}));
+        m->chat.retryLast();
+        m->finishTurn();
+        QCOMPARE(m->texts(), u"a reminder|ho");
+        QCOMPARE(changes.first().first().value<size_t>(), 0u);
+        QVERIFY(m->chat.isUnanswered(m->chat.messages().back().id));
+        retry(u"hey"_s);
+        QCOMPARE(m->texts(), u"a reminder|ho|hey");
+        m->model.enqueue(u"yes"_s);
+        m->chat.submitInstead(question, u"more"_s);
+        m->finishTurn();
+        QCOMPARE(m->texts(), u"a reminder|ho|hey|more|yes");
+    }
+
+    void aReplyIsGivenAgain_data()
+    {
+        columns<bool>("isStopped");
+        row("failed", false);
+        row("stopped", true);
+    }
+    void aReplyIsGivenAgain()
+    {
+        QFETCH(bool, isStopped);
+        m->ask(u"hi"_s, u"0"_s);
+        for (int number = 1; number <= 6; ++number) {
+            m->model.enqueue(QString::number(number));
+            m->chat.answerAgain();
+            m->finishTurn();
+            QCOMPARE(contents(m->model.requests().back()), u"hi");
+        }
+        const std::vector earlier { u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s };
+        QVERIFY(m->chat.messages().back().earlierTexts() == earlier);
+        m->model.enqueue({ { LLMToken { u"half"_s } }, LLMError::http(401, {}), true });
+        m->chat.answerAgain();
+        QTRY_COMPARE(m->chat.streamingPreview(), u"half"_s);
+        QCOMPARE(m->chat.replyInRevision(), m->chat.messages().back().id);
+        if (isStopped)
+            m->chat.cancelStreaming();
+        else
+            m->model.release();
+        m->finishTurn();
+        QCOMPARE(m->texts(), u"hi|6");
+        QVERIFY(!m->chat.isUnanswered(m->chat.messages().front().id));
+        QVERIFY(!m->chat.replyInRevision() && m->chat.canAnswerAgain());
+        m->chat.say(u"Done."_s);
+        QVERIFY(!m->chat.canAnswerAgain());
+    }
+
     void aTurnThatNeedsNoModelOrGetsNoWordsEndsToo()
     {
         m->ask(u" \n\t"_s);

@@ -41,6 +41,7 @@ private Q_SLOTS:
         row("off at the end of a day", "5 off end on 1 end", "6-6");
         row("what was not read before a launch", "3 launch end 2 end", "1-3 4-5");
         row("what was read before a launch", "13 2 end launch end 1 end", "1-13 14-15 16-16");
+        row("a question asked anew after a batch", "13 anew 12 launch 1", "1-13 14-26");
         row("a launch amid a batch", "12 launch 1", "1-13");
         row("a launch with nothing said", "launch end 1 end", "1-1");
         row("off before a launch", "off 3 launch on end", "");
@@ -93,6 +94,8 @@ private:
             return m->model.enqueue(LLMError::http(500, {}));
         if (event == u"message")
             return say();
+        if (event == u"anew")
+            return takeBack();
         if (event == u"end")
             return awaited(m->readingAlong.extractPendingTurns());
         const auto counts = event.split(u'+');
@@ -103,6 +106,13 @@ private:
                 add(ChatMessage::Role::assistant, QStringLiteral("Done."));
             awaited(m->readingAlong.afterChatTurn());
         }
+    }
+
+    void takeBack()
+    {
+        const std::vector latest(m->history.messages().end() - 2, m->history.messages().end());
+        m->readingAlong.passBackTo(latest.front().id);
+        m->history.remove(latest);
     }
 
     void say() { add(ChatMessage::Role::user, QStringLiteral("said %1").arg(++m_said)); }

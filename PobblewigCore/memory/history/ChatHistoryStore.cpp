@@ -34,6 +34,14 @@ void ChatHistoryStore::update(const QUuid& id, const QString& text)
     change([&](auto& messages) { std::ranges::find_if(messages, isThere)->text = text; });
 }
 
+void ChatHistoryStore::replace(const ChatMessage& message)
+{
+    change([&message](auto& messages) {
+        std::ranges::replace_if(
+            messages, [&](const auto& kept) { return kept.id == message.id; }, message);
+    });
+}
+
 void ChatHistoryStore::clear()
 {
     change([](auto& messages) { messages.clear(); });

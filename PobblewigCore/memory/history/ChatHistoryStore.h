@@ -36,6 +36,9 @@ public:
     /// An unknown id changes nothing.
     void update(const QUuid& id, const QString& text);
 
+    /// Puts a message in the place of the one with its id. An unknown id changes nothing.
+    void replace(const ChatMessage& message);
+
     /// Leaves no message and no draft.
     void clear();
 

@@ -24,6 +24,11 @@ struct ChatMessage {
     /// Set on a reply that the user stopped.
     std::optional<bool> stopped = std::nullopt;
 
+    /// The answers whose place a reply has taken, oldest first.
+    std::optional<std::vector<QString>> earlier = std::nullopt;
+
+    std::vector<QString> earlierTexts() const { return earlier.value_or(std::vector<QString>()); }
+
     bool isCutOff() const { return cutOff.value_or(false); }
     bool isStopped() const { return stopped.value_or(false); }
 
@@ -40,7 +45,8 @@ struct ChatMessage {
             defaulted("hadImage", &ChatMessage::hadImage),
             optional("sessionID", &ChatMessage::sessionID),
             optional("relatedInterventionID", &ChatMessage::relatedInterventionID),
-            optional("cutOff", &ChatMessage::cutOff), optional("stopped", &ChatMessage::stopped) };
+            optional("cutOff", &ChatMessage::cutOff), optional("stopped", &ChatMessage::stopped),
+            optional("earlier", &ChatMessage::earlier) };
     }
 };
 

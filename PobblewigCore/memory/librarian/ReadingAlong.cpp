@@ -1,5 +1,7 @@
 #include "memory/librarian/ReadingAlong.h"
 
+#include <algorithm>
+
 namespace pobblewig {
 
 namespace {
@@ -63,6 +65,20 @@ Task<> ReadingAlong::extractPendingTurns()
         keepMark();
     // The end of a session does not wait for it.
     spawn(m_librarian.cleanupIfNeeded());
+}
+
+void ReadingAlong::passBackTo(const QUuid& message)
+{
+    const auto& messages = m_history.messages();
+    const auto first = std::ranges::find(messages, message, &ChatMessage::id);
+    const auto wasRead = std::any_of(first, messages.end(),
+        [this](const auto& later) { return later.id == m_lastExtractedMessageID; });
+    if (!wasRead)
+        return;
+    m_lastExtractedMessageID =
+        first == messages.begin() ? std::nullopt : std::optional(std::prev(first)->id);
+    if (m_batchesUnderWay == 0)
+        keepMark();
 }
 
 std::vector<ChatMessage> ReadingAlong::unread() const

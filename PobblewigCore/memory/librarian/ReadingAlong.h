@@ -27,6 +27,10 @@ public:
     /// retried. What was being read when the program ended is read again.
     Task<> extractPendingTurns();
 
+    /// This message and those after it are about to leave the history. What stays is not read
+    /// twice.
+    void passBackTo(const QUuid& message);
+
 private:
     std::vector<ChatMessage> unread() const;
     /// Skips everything said so far.
