@@ -334,7 +334,7 @@ void ChatPanel::escape()
         m_keys->close();
     else if (m_findBar->isVisible())
         closeFind();
-    else
+    else if (!m_composer->cancelEditing())
         hide();
 }
 

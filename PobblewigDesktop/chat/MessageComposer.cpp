@@ -1,5 +1,6 @@
 #include "PobblewigDesktop/chat/MessageComposer.h"
 
+#include "PobblewigDesktop/chat/ComposerBar.h"
 #include "PobblewigDesktop/chat/MessageInput.h"
 #include "PobblewigDesktop/chat/Quotation.h"
 #include "PobblewigDesktop/chat/SuggestionBar.h"
@@ -29,6 +30,15 @@ QToolButton* inputButton(const QString& name, QWidget* parent)
     return button;
 }
 
+/// Both texts, as paragraphs.
+QString joined(const QString& first, const QString& second)
+{
+    const auto isBlank = [](const QString& text) { return text.trimmed().isEmpty(); };
+    if (isBlank(first) || isBlank(second))
+        return isBlank(first) ? second : first;
+    return first + QStringLiteral("\n\n") + second;
+}
+
 } // namespace
 
 MessageComposer::MessageComposer(ChatService& chat, QWidget* parent)
@@ -36,6 +46,10 @@ MessageComposer::MessageComposer(ChatService& chat, QWidget* parent)
     , m_chat(chat)
     , m_suggestions(new SuggestionBar(this))
     , m_capture(new QLabel(this))
+    , m_next(new ComposerBar({ .name = tr("Next message"), .actionName = tr("Do not send") }, this))
+    , m_editingBar(new ComposerBar(
+          { .name = tr("Editing"), .action = tr("Cancel"), .actionName = tr("Cancel editing") },
+          this))
     , m_input(new MessageInput(this))
     , m_screen(inputButton(tr("Look at my screen"), this))
     , m_send(inputButton(tr("Send"), this))
@@ -45,8 +59,7 @@ MessageComposer::MessageComposer(ChatService& chat, QWidget* parent)
     arrange();
     connectChat();
     connectControls();
-    m_input->setPlainText(m_chat.draft());
-    m_input->moveCursor(QTextCursor::End);
+    write(m_chat.draft());
     showTurn();
     showUnsent();
     showSuggestions();
@@ -55,6 +68,7 @@ MessageComposer::MessageComposer(ChatService& chat, QWidget* parent)
 
 void MessageComposer::setTheme(const Palette& palette)
 {
+    m_next->setTheme(palette);
     m_input->setTheme(palette);
     m_screen->setIcon(Icons::icon(Icons::Name::screen, palette.text, palette.muted));
     m_send->setIcon(Icons::icon(Icons::Name::send, palette.onAccent, palette.muted));
@@ -79,7 +93,27 @@ void MessageComposer::quote(const QString& text)
 
 void MessageComposer::keepDraft()
 {
-    m_chat.keepDraft(m_input->toPlainText());
+    m_chat.keepDraft(joined(m_queued, begun()));
+}
+
+void MessageComposer::edit()
+{
+    const auto question = m_chat.changeableQuestion();
+    if (!question || m_editing)
+        return;
+    setEditing(Editing { question->id, question->text, m_input->toPlainText() });
+    write(question->text);
+    m_input->setFocus(Qt::OtherFocusReason);
+}
+
+bool MessageComposer::cancelEditing()
+{
+    if (!m_editing)
+        return false;
+    const auto setAside = m_editing->setAside;
+    setEditing(std::nullopt);
+    write(setAside);
+    return true;
 }
 
 void MessageComposer::arrange()
@@ -102,6 +136,8 @@ void MessageComposer::arrange()
     column->setSpacing(gap);
     column->addWidget(m_suggestions);
     column->addWidget(m_capture);
+    column->addWidget(m_next);
+    column->addWidget(m_editingBar);
     column->addLayout(writing);
 }
 
@@ -109,6 +145,8 @@ void MessageComposer::connectChat()
 {
     connect(&m_chat, &ChatService::activityChanged, this, &MessageComposer::showTurn);
     connect(&m_chat, &ChatService::activityChanged, this, &MessageComposer::showUnsent);
+    connect(&m_chat, &ChatService::activityChanged, this, &MessageComposer::followTurn);
+    connect(&m_chat, &ChatService::messagesChanged, this, &MessageComposer::checkEditing);
     connect(&m_chat, &ChatService::lastErrorChanged, this, &MessageComposer::showUnsent);
     connect(&m_chat, &ChatService::messagesChanged, this, &MessageComposer::showSuggestions);
     connect(&m_chat, &ChatService::captureIndicatorChanged, this, &MessageComposer::showCapture);
@@ -117,6 +155,9 @@ void MessageComposer::connectChat()
 void MessageComposer::connectControls()
 {
     connect(m_input, &MessageInput::submitted, this, &MessageComposer::send);
+    connect(m_input, &MessageInput::recalled, this, &MessageComposer::recall);
+    connect(m_next, &ComposerBar::ended, this, &MessageComposer::takeBackQueued);
+    connect(m_editingBar, &ComposerBar::ended, this, &MessageComposer::cancelEditing);
     connect(m_input, &MessageInput::textChanged, this, &MessageComposer::showTurn);
     connect(m_input, &MessageInput::textChanged, this, &MessageComposer::typed);
     connect(m_suggestions, &SuggestionBar::chosen, this, &MessageComposer::tryOut);
@@ -125,13 +166,108 @@ void MessageComposer::connectControls()
     connect(m_stop, &QToolButton::clicked, &m_chat, &ChatService::cancelStreaming);
 }
 
+void MessageComposer::followTurn(bool isWorking, bool hasSucceeded)
+{
+    if (isWorking)
+        leaveEditing();
+    else if (hasSucceeded)
+        // Others have yet to hear that this turn has ended.
+        QMetaObject::invokeMethod(this, &MessageComposer::sendQueued, Qt::QueuedConnection);
+    else
+        takeBackQueued();
+}
+
 void MessageComposer::showTurn()
 {
     const auto isInTurn = m_chat.isInTurn();
     m_send->setVisible(!isInTurn);
     m_stop->setVisible(isInTurn);
     m_send->setEnabled(!m_input->isBlank());
-    m_screen->setEnabled(!isInTurn);
+    m_screen->setEnabled(!isInTurn && !m_editing);
+}
+
+QString MessageComposer::begun() const
+{
+    const auto written = m_input->toPlainText();
+    if (!m_editing)
+        return written;
+    return written == m_editing->original ? m_editing->setAside
+                                          : joined(m_editing->setAside, written);
+}
+
+void MessageComposer::write(const QString& text)
+{
+    m_input->setPlainText(text);
+    m_input->moveCursor(QTextCursor::End);
+}
+
+void MessageComposer::setEditing(std::optional<Editing> editing)
+{
+    m_editing = std::move(editing);
+    m_editingBar->setText(m_editing ? tr("Editing your last message") : QString());
+    showTurn();
+}
+
+void MessageComposer::checkEditing()
+{
+    const auto newest = m_chat.changeableQuestion();
+    if (m_editing && (!newest || newest->id != m_editing->question))
+        leaveEditing();
+}
+
+void MessageComposer::leaveEditing()
+{
+    if (!m_editing)
+        return;
+    const auto text = begun();
+    setEditing(std::nullopt);
+    write(text);
+}
+
+void MessageComposer::recall()
+{
+    if (m_queued.isEmpty())
+        edit();
+    else
+        takeBackQueued();
+}
+
+void MessageComposer::queue()
+{
+    setQueued(joined(m_queued, m_input->toPlainText()));
+    m_input->clear();
+    keepDraft();
+}
+
+void MessageComposer::setQueued(const QString& text)
+{
+    m_queued = text;
+    m_next->setText(text.isEmpty() ? QString() : tr("Next: %1").arg(text));
+}
+
+void MessageComposer::sendQueued()
+{
+    if (m_queued.isEmpty() || m_chat.isInTurn())
+        return;
+    const auto text = m_queued;
+    setQueued({});
+    Q_EMIT submitting();
+    if (m_chat.submit(text))
+        Q_EMIT said();
+    keepDraft();
+}
+
+void MessageComposer::takeBackQueued()
+{
+    if (m_queued.isEmpty())
+        return;
+    const auto written = m_input->toPlainText();
+    // A message that could not be sent came first.
+    const auto isUnsent = m_chat.unsentText() == written;
+    const auto text = isUnsent ? joined(written, m_queued) : joined(m_queued, written);
+    setQueued({});
+    write(text);
+    keepDraft();
 }
 
 void MessageComposer::showUnsent()
@@ -167,7 +303,13 @@ void MessageComposer::tryOut(const FirstMinute::Suggestion& suggestion)
 
 void MessageComposer::send()
 {
-    if (!m_input->isBlank())
+    if (m_input->isBlank())
+        return;
+    if (m_chat.isInTurn())
+        queue();
+    else if (m_editing)
+        submitEdited();
+    else
         submit(m_input->toPlainText(), ChatService::Screenshot::without);
 }
 
@@ -188,6 +330,17 @@ void MessageComposer::submit(const QString& text, ChatService::Screenshot screen
         Q_EMIT said();
     else
         giveBack(written);
+    keepDraft();
+}
+
+void MessageComposer::submitEdited()
+{
+    const auto [question, original, setAside] = *m_editing;
+    const auto text = m_input->toPlainText();
+    setEditing(std::nullopt);
+    write(setAside);
+    m_chat.submitInstead(question, text);
+    Q_EMIT said();
     keepDraft();
 }
 

@@ -11,6 +11,7 @@ class QToolButton;
 
 namespace pobblewig {
 
+class ComposerBar;
 class MessageInput;
 class SuggestionBar;
 
@@ -29,8 +30,15 @@ public:
     /// Puts a text from elsewhere into the input as a quotation, after what the user has written.
     void quote(const QString& text);
 
-    /// Keeps what the user has begun to write for the next launch.
+    /// Keeps what the user has begun to write for the next launch, and what was to be sent next.
     void keepDraft();
+
+    /// Puts the newest question into the input, to be asked in other words. What stands there waits
+    /// until that is done.
+    void edit();
+
+    /// Returns false if no question is being edited.
+    bool cancelEditing();
 
 Q_SIGNALS:
     void typed();
@@ -45,10 +53,29 @@ Q_SIGNALS:
     void refused(const QString& reason);
 
 private:
+    struct Editing {
+        QUuid question;
+        QString original;
+        /// What stood in the input before.
+        QString setAside;
+    };
+
     void arrange();
     void connectChat();
     void connectControls();
+    void followTurn(bool isWorking, bool hasSucceeded);
     void showTurn();
+    /// What the user has written and not sent.
+    QString begun() const;
+    void write(const QString& text);
+    void setEditing(std::optional<Editing> editing);
+    void checkEditing();
+    void leaveEditing();
+    void recall();
+    void queue();
+    void setQueued(const QString& text);
+    void sendQueued();
+    void takeBackQueued();
     void showUnsent();
     void showSuggestions();
     void showCapture();
@@ -56,15 +83,21 @@ private:
     void send();
     void sendWithScreen();
     void submit(const QString& text, ChatService::Screenshot screenshot);
+    void submitEdited();
     void giveBack(const QString& text);
 
     ChatService& m_chat;
     SuggestionBar* m_suggestions;
     QLabel* m_capture;
+    ComposerBar* m_next;
+    ComposerBar* m_editingBar;
     MessageInput* m_input;
     QToolButton* m_screen;
     QToolButton* m_send;
     QToolButton* m_stop;
+    /// Sent once the turn has succeeded, given back if it has not.
+    QString m_queued;
+    std::optional<Editing> m_editing;
 };
 
 } // namespace pobblewig

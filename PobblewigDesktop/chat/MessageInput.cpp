@@ -49,6 +49,8 @@ void MessageInput::keyPressEvent(QKeyEvent* event)
     const auto isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (isEnter && !(event->modifiers() & Qt::ShiftModifier))
         Q_EMIT submitted();
+    else if (event->key() == Qt::Key_Up && document()->isEmpty())
+        Q_EMIT recalled();
     else
         QPlainTextEdit::keyPressEvent(event);
 }

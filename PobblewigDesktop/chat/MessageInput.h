@@ -6,7 +6,8 @@
 
 namespace pobblewig {
 
-/// The field for a new message: Enter sends it, Shift+Enter begins a new line. Grows to six lines.
+/// The field for a new message: Enter sends it, Shift+Enter begins a new line, Up in an empty
+/// field asks for what was sent last. Grows to six lines.
 class MessageInput : public QPlainTextEdit {
     Q_OBJECT
 
@@ -18,6 +19,7 @@ public:
 
 Q_SIGNALS:
     void submitted();
+    void recalled();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

@@ -18,8 +18,9 @@ std::vector<PanelKeys::Key> PanelKeys::all()
 {
     using enum Act;
     return {
-        { ofControl, Qt::Key_Return, Texts::tr("Send the message") },
+        { ofControl, Qt::Key_Return, Texts::tr("Send the message, after the reply under way") },
         { ofControl, Qt::SHIFT | Qt::Key_Return, Texts::tr("Begin a new line") },
+        { ofControl, Qt::Key_Up, Texts::tr("Edit your last message, in an empty input") },
         { find, QKeySequence::Find, Texts::tr("Find in the conversation") },
         { ofControl, Qt::Key_F3, Texts::tr("Next match, in the find bar") },
         { ofControl, Qt::SHIFT | Qt::Key_F3, Texts::tr("Previous match") },

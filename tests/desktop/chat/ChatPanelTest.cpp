@@ -1,6 +1,7 @@
 #include "PobblewigDesktop/chat/PanelKeys.h"
 #include "desktop/chat/PanelFixture.h"
 #include "prompts/VisionUserPrompt.h"
+#include "support/TableRow.h"
 
 #include <QAbstractItemView>
 #include <QAccessible>
@@ -291,10 +292,70 @@ private Q_SLOTS:
         QTest::keyClicks(&input(), QStringLiteral("two"));
         QTest::keyClick(&input(), Qt::Key_Return);
         QTRY_COMPARE(spoken().value(1), QStringLiteral("You, 08:15: one\ntwo"));
-        // A second message waits in the field while the first is answered.
-        input().setPlainText(QStringLiteral("three"));
-        QTest::keyClick(&input(), Qt::Key_Return);
-        QCOMPARE(input().toPlainText(), QStringLiteral("three"));
+    }
+
+    void whatIsSentDuringATurnComesNext_data()
+    {
+        columns<QString, QString>("end", "written");
+        row("answered", "answer", "");
+        row("failed", "fail", "three\n\nfour\n\nand");
+        row("stopped", "stop", "three\n\nfour\n\nand");
+        row("taken back", "cross", "three\n\nfour\n\nand");
+    }
+    void whatIsSentDuringATurnComesNext()
+    {
+        QFETCH(QString, end);
+        ask(QStringLiteral("one"));
+        for (const auto* const text : { "three", "four" }) {
+            input().setPlainText(QString::fromLatin1(text));
+            QTest::keyClick(&input(), Qt::Key_Return);
+        }
+        QCOMPARE(label("Next message").text(), QStringLiteral("Next: three four"));
+        m->panel.keepDraft();
+        QCOMPARE(m->talk.chat.draft(), QStringLiteral("three\n\nfour"));
+        if (end != u"answer")
+            input().setPlainText(QStringLiteral("and"));
+        if (end == u"stop")
+            button("Stop").click();
+        else if (end == u"cross")
+            button("Do not send").click();
+        else
+            m->talk.model.say(QStringLiteral("Hi"));
+        if (end == u"fail")
+            m->talk.model.finish(TransportError { .text = QStringLiteral("No answer.") });
+        else if (end == u"answer")
+            m->talk.model.finish();
+        QTRY_VERIFY(!label("Next message").isVisible());
+        QTEST(input().toPlainText(), "written");
+        QTRY_COMPARE(
+            spoken().contains(QStringLiteral("You, 08:15: three\n\nfour")), end == u"answer");
+        QCOMPARE(m->talk.chat.draft(), end == u"answer" ? QString() : input().toPlainText());
+    }
+
+    void upBringsTheLastMessageBack()
+    {
+        QTest::keyClick(&input(), Qt::Key_Up);
+        QVERIFY(input().toPlainText().isEmpty());
+        m->talk.exchange(QStringLiteral("tae"), QStringLiteral("What?"));
+        QTest::keyClick(&input(), Qt::Key_Up);
+        QCOMPARE(input().toPlainText(), QStringLiteral("tae"));
+        QVERIFY(label("Editing").isVisible() && !button("Look at my screen").isEnabled());
+        m->panel.keepDraft();
+        QCOMPARE(m->talk.chat.draft(), QString());
+        QTest::keyClick(&m->panel, Qt::Key_Escape);
+        QVERIFY(input().toPlainText().isEmpty() && !label("Editing").isVisible());
+        QTest::keyClick(&input(), Qt::Key_Up);
+        ask(QStringLiteral("tea"));
+        QCOMPARE(spoken().mid(1, 1), QStringList(QStringLiteral("You, 08:15: tea")));
+        m->talk.model.finish(TransportError { .text = QStringLiteral("No answer.") });
+        QTRY_COMPARE(spoken().last(), QStringLiteral("You, 08:15, not answered: tea"));
+        // What the question was becomes a message of its own once it is gone.
+        QTest::keyClick(&input(), Qt::Key_Up);
+        input().setPlainText(QStringLiteral("coffee"));
+        m->talk.history.clear();
+        m->talk.chat.reload();
+        QVERIFY(!label("Editing").isVisible() && m->panel.isVisible());
+        QCOMPARE(input().toPlainText(), QStringLiteral("coffee"));
     }
 
     void aSessionIsClosedQuietly()
