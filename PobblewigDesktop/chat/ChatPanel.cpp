@@ -84,6 +84,7 @@ ChatPanel::ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget*
     connectControls();
     setTheme(Theme::palette(Theme::desktopScheme(palette()), {}));
     showCaptureQuestion();
+    showOffers();
 }
 
 void ChatPanel::setTheme(const Palette& palette)
@@ -252,6 +253,8 @@ void ChatPanel::connectChat()
     connect(&m_chat, &ChatService::activityChanged, m_state, &TurnState::show);
     // A turn from elsewhere, such as a notification, goes on with the conversation.
     connect(&m_chat, &ChatService::activityChanged, m_newSessionDelay, &NewSessionDelay::takeBack);
+    connect(&m_chat, &ChatService::activityChanged, this, &ChatPanel::showOffers);
+    connect(&m_chat, &ChatService::messagesChanged, this, &ChatPanel::showOffers);
     connect(&m_chat.captureConsent(), &CaptureConsent::isAskingChanged, this,
         &ChatPanel::showCaptureQuestion);
     connect(m_feed, &ConversationFeed::textsChanged, m_find, &ConversationFind::refresh);
@@ -271,6 +274,9 @@ void ChatPanel::connectControls()
     connect(m_view, &ConversationView::linkRequested, this,
         [](const QString& address) { QDesktopServices::openUrl(QUrl(address)); });
     connect(m_view, &ConversationView::retryRequested, &m_chat, &ChatService::retry);
+    connect(m_view, &ConversationView::editRequested, m_composer, &MessageComposer::edit);
+    connect(m_view, &ConversationView::answerAgainRequested, &m_chat, &ChatService::answerAgain);
+    connect(m_view, &ConversationView::otherAnswerRequested, m_feed, &ConversationFeed::turnAnswer);
     connect(m_findBar, &FindBar::closeRequested, this, &ChatPanel::closeFind);
     connect(m_header, &ChatHeader::keysRequested, m_keys, &KeyboardSheet::open);
     connect(
@@ -293,6 +299,17 @@ void ChatPanel::connectControls()
         Qt::QueuedConnection);
     auto* const escapeKey = new QShortcut(PanelKeys::sequence(PanelKeys::Act::close), this);
     connect(escapeKey, &QShortcut::activated, this, &ChatPanel::escape);
+}
+
+void ChatPanel::showOffers()
+{
+    const auto question = m_chat.changeableQuestion();
+    MessageOffers offers;
+    if (question)
+        offers.changeable = question->id;
+    if (m_chat.canAnswerAgain())
+        offers.repeatable = m_chat.messages().back().id;
+    m_view->setOffers(offers);
 }
 
 void ChatPanel::requestNewSession()

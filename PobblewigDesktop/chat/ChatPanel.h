@@ -92,6 +92,7 @@ private:
     void stayInReach();
     void connectChat();
     void connectControls();
+    void showOffers();
     void requestNewSession();
     void showNewSession();
     void showCaptureQuestion();

@@ -2,6 +2,8 @@
 
 #include "PobblewigDesktop/chat/ConversationModel.h"
 
+#include <algorithm>
+
 namespace pobblewig {
 
 namespace {
@@ -36,6 +38,18 @@ void ConversationFeed::refresh()
     show(0);
 }
 
+void ConversationFeed::turnAnswer(const QUuid& message, int step)
+{
+    const auto number = m_model.rowOf(message);
+    if (!number)
+        return;
+    const auto& row = m_model.row(*number);
+    m_answers[message] = row.answer + std::size_t(step);
+    const auto& messages = m_chat.messages();
+    const auto place = std::ranges::find(messages, message, &ChatMessage::id);
+    show(size_t(place - messages.begin()));
+}
+
 void ConversationFeed::show(size_t first)
 {
     const auto& messages = m_chat.messages();
@@ -44,8 +58,15 @@ void ConversationFeed::show(size_t first)
     if (!above)
         first = 0;
     auto rows = ConversationLogic::rows(messages, m_clock(), m_calendar, first);
-    for (auto& row : rows)
+    if (const auto& revised = m_chat.replyInRevision()) {
+        m_answers.erase(*revised);
+        std::erase_if(rows, [&](const auto& row) { return row.id == *revised; });
+    }
+    for (auto& row : rows) {
         row.isUnanswered = m_chat.isUnanswered(row.id);
+        if (const auto chosen = m_answers.find(row.id); chosen != m_answers.end())
+            row = ConversationLogic::withAnswer(std::move(row), chosen->second);
+    }
     m_model.setRows(std::move(rows), above ? *above + 1 : 0);
     Q_EMIT textsChanged();
 }

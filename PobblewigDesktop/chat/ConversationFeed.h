@@ -5,6 +5,8 @@
 
 #include <QTimer>
 
+#include <map>
+
 namespace pobblewig {
 
 class ConversationModel;
@@ -21,6 +23,9 @@ public:
     /// Shows the messages anew, for example after midnight, when "Today" has become "Yesterday".
     void refresh();
 
+    /// Shows another answer of a message that was answered again, until there is a new one.
+    void turnAnswer(const QUuid& message, int step);
+
 Q_SIGNALS:
     /// The texts have changed, apart from a growing reply.
     void textsChanged();
@@ -35,6 +40,8 @@ private:
     Calendar m_calendar;
     Clock m_clock;
     QTimer m_nextFrame;
+    /// Which answer the user has chosen to see.
+    std::map<QUuid, std::size_t> m_answers;
 };
 
 } // namespace pobblewig

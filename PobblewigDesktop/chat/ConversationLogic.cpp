@@ -81,7 +81,9 @@ std::vector<ConversationRow> ConversationLogic::rows(
             .time = calendar.locale.toString(moment.time(), QLocale::ShortFormat),
             .hadImage = message.hadImage,
             .isCutOff = message.isCutOff(),
-            .isStopped = message.isStopped() });
+            .isStopped = message.isStopped(),
+            .earlier = message.earlierTexts(),
+            .answer = message.earlierTexts().size() });
         previous = &message;
     }
     return rows;
@@ -101,14 +103,34 @@ QString ConversationLogic::spoken(const ConversationRow& row)
         break;
     }
     if (row.isCutOff)
-        return Texts::tr("%1, %2, cut off: %3").arg(speaker(row.kind), row.time, text);
+        return Texts::tr("%1, %2, cut off: %3").arg(speaker(row.kind), moment(row), text);
     if (row.isStopped)
-        return Texts::tr("%1, %2, stopped: %3").arg(speaker(row.kind), row.time, text);
+        return Texts::tr("%1, %2, stopped: %3").arg(speaker(row.kind), moment(row), text);
     if (row.isUnanswered)
-        return Texts::tr("%1, %2, not answered: %3").arg(speaker(row.kind), row.time, text);
+        return Texts::tr("%1, %2, not answered: %3").arg(speaker(row.kind), moment(row), text);
     const auto line = row.hadImage ? Texts::tr("%1, %2, with a picture of the screen: %3")
                                    : Texts::tr("%1, %2: %3");
-    return line.arg(speaker(row.kind), row.time, text);
+    return line.arg(speaker(row.kind), moment(row), text);
+}
+
+QString ConversationLogic::moment(const ConversationRow& row)
+{
+    if (row.earlier.empty())
+        return row.time;
+    return Texts::tr("%1, answer %2 of %3")
+        .arg(row.time, QString::number(row.answer + 1), QString::number(row.earlier.size() + 1));
+}
+
+ConversationRow ConversationLogic::withAnswer(ConversationRow row, std::size_t number)
+{
+    if (number >= row.earlier.size())
+        return row;
+    row.answer = number;
+    row.text = row.earlier[number];
+    // How the others ended is not kept.
+    row.isCutOff = false;
+    row.isStopped = false;
+    return row;
 }
 
 QString ConversationLogic::transcript(

@@ -23,6 +23,12 @@ std::vector<ConversationRow> rows(const std::vector<ChatMessage>& messages, Time
 /// Returns "You, 14:05: …", for those who hear the conversation.
 QString spoken(const ConversationRow& row);
 
+/// "08:15", or "08:15, answer 2 of 3" for a reply that was given again.
+QString moment(const ConversationRow& row);
+
+/// The row with another of its answers. A number beyond them means the newest.
+ConversationRow withAnswer(ConversationRow row, std::size_t number);
+
 /// Returns the whole conversation as text for people to read.
 QString transcript(const std::vector<ChatMessage>& messages, const Calendar& calendar);
 

@@ -5,6 +5,8 @@
 #include <QString>
 #include <QUuid>
 
+#include <vector>
+
 namespace pobblewig {
 
 /// A row of the conversation as it is shown.
@@ -35,6 +37,10 @@ struct ConversationRow {
     bool isStopped = false;
     /// The turn of this message of the user has failed.
     bool isUnanswered = false;
+
+    /// The answers whose place this one has taken, and which of them all is shown: 0 is the oldest.
+    std::vector<QString> earlier = {};
+    std::size_t answer = 0;
 
     bool isMessage() const { return !id.isNull(); }
     bool isReplyInProgress() const { return kind == Kind::preview; }

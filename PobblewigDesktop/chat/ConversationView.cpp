@@ -1,13 +1,12 @@
 #include "PobblewigDesktop/chat/ConversationView.h"
 
 #include "PobblewigDesktop/chat/ConversationModel.h"
-#include "foundation/Text.h"
-#include "markdown/LinkAddress.h"
+#include "PobblewigDesktop/chat/MessageButtons.h"
+#include "PobblewigDesktop/chat/MessageMenu.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QGuiApplication>
-#include <QMenu>
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
@@ -37,6 +36,7 @@ ConversationView::ConversationView(ConversationModel& model, QWidget* parent)
     : QListView(parent)
     , m_model(model)
     , m_delegate(model, m_layouts, m_marks)
+    , m_buttons(new MessageButtons(viewport()))
     , m_jump(new QToolButton(this))
 {
     setAccessibleName(tr("Conversation"));
@@ -66,6 +66,7 @@ ConversationView::ConversationView(ConversationModel& model, QWidget* parent)
     m_jump->setFixedSize(jumpSide, jumpSide);
     m_jump->hide();
     connect(m_jump, &QToolButton::clicked, this, &ConversationView::followLatest);
+    connectButtons();
 }
 
 QString ConversationView::textToCopy() const
@@ -92,8 +93,15 @@ QString ConversationView::shownText(const ConversationRow& row) const
 void ConversationView::setTheme(const Palette& palette)
 {
     m_delegate.setPalette(palette);
+    m_buttons->setTheme(palette);
     m_jump->setIcon(Icons::icon(Icons::Name::chevronDown, palette.text, palette.muted));
     viewport()->update();
+}
+
+void ConversationView::setOffers(const MessageOffers& offers)
+{
+    m_offers = offers;
+    showButtons();
 }
 
 void ConversationView::setMatches(
@@ -142,6 +150,13 @@ void ConversationView::doItemsLayout()
         m_nextSlice.start(0);
     QListView::doItemsLayout();
     restorePlace();
+}
+
+bool ConversationView::viewportEvent(QEvent* event)
+{
+    if (event->type() == QEvent::Leave)
+        showButtons();
+    return QListView::viewportEvent(event);
 }
 
 void ConversationView::paintEvent(QPaintEvent* event)
@@ -226,6 +241,7 @@ void ConversationView::mouseMoveEvent(QMouseEvent* event)
     const auto point = event->position().toPoint();
     if (!(event->buttons() & Qt::LeftButton)) {
         showCursor(point);
+        showButtons();
         return;
     }
     const auto beyond = point.y() - std::clamp(point.y(), 0, viewport()->height());
@@ -256,56 +272,65 @@ void ConversationView::mouseDoubleClickEvent(QMouseEvent* event)
     select({ index, word.start }, { index, word.end() });
 }
 
+template <typename Actions>
+void ConversationView::connectActions(const Actions& actions)
+{
+    connect(&actions, &Actions::editRequested, this, &ConversationView::editRequested);
+    connect(
+        &actions, &Actions::answerAgainRequested, this, &ConversationView::answerAgainRequested);
+    connect(
+        &actions, &Actions::otherAnswerRequested, this, &ConversationView::otherAnswerRequested);
+}
+
 void ConversationView::contextMenuEvent(QContextMenuEvent* event)
 {
     const auto isByKeyboard = event->reason() == QContextMenuEvent::Keyboard;
     const auto index = isByKeyboard ? currentIndex() : messageAt(event->pos());
-    auto* const menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
+    auto* const menu = new MessageMenu(this);
+    connect(menu, &MessageMenu::linkRequested, this, &ConversationView::linkRequested);
+    connect(menu, &MessageMenu::retryRequested, this, &ConversationView::retryRequested);
+    connectActions(*menu);
     if (!m_marks.selection.empty())
         menu->addAction(tr("Copy selection"), this, &ConversationView::copy);
-    if (!isByKeyboard)
-        addLinkActions(*menu, event->pos());
+    if (const auto link = isByKeyboard ? QString() : linkAt(event->pos()); !link.isEmpty())
+        menu->addLink(link);
     if (index.isValid())
-        addMessageActions(*menu, index);
+        menu->addMessage(m_model.row(index.row()), layoutOf(index).shown(), m_offers);
     menu->addAction(tr("Find…"), this, &ConversationView::findRequested);
     menu->popup(
         isByKeyboard ? viewport()->mapToGlobal(visualRect(index).center()) : event->globalPos());
 }
 
-void ConversationView::addLinkActions(QMenu& menu, const QPoint& point)
+void ConversationView::connectButtons()
 {
-    const auto link = linkAt(point);
-    if (link.isEmpty())
-        return;
-    menu.addAction(tr("Open %1").arg(LinkAddress::origin(link)), this,
-        [this, link] { Q_EMIT linkRequested(link); });
-    menu.addAction(tr("Copy link"), this, [link] { setClipboard(link); });
+    connect(m_buttons, &MessageButtons::copyRequested, this, [this](const auto& message) {
+        if (const auto row = m_model.rowOf(message))
+            setClipboard(shownText(m_model.row(*row)));
+    });
+    connectActions(*m_buttons);
+    connect(selectionModel(), &QItemSelectionModel::currentChanged, this,
+        &ConversationView::showButtons);
 }
 
-void ConversationView::addMessageActions(QMenu& menu, const QModelIndex& index)
+void ConversationView::showButtons()
 {
-    const auto& row = m_model.row(index.row());
-    const auto& shown = layoutOf(index).shown();
-    menu.addAction(tr("Copy message"), this,
-        [text = MessageLayout::asShown(shown.copied({ 0, shown.text.size() }))] {
-            setClipboard(text);
-        });
-    if (shown.text != row.text)
-        menu.addAction(tr("Copy as Markdown"), this, [text = row.text] { setClipboard(text); });
-    if (row.isUnanswered)
-        menu.addAction(tr("Try again"), this, [this, id = row.id] { Q_EMIT retryRequested(id); });
-    for (const auto& block : shown.blocks) {
-        if (block.kind != StyledText::BlockKind::code)
-            continue;
-        const auto code = shown.text.mid(block.range.start, block.range.length);
-        const auto firstLine = Text::plainLine(code.section(u'\n', 0, 0), 24);
-        menu.addAction(tr("Copy code “%1”").arg(firstLine), this, [code] { setClipboard(code); });
+    const auto pointed = viewport()->underMouse()
+        ? messageAt(viewport()->mapFromGlobal(QCursor::pos()))
+        : QModelIndex();
+    const auto index = pointed.isValid() || !hasFocus() ? pointed : currentIndex();
+    const auto* const row = index.isValid() ? &m_model.row(index.row()) : nullptr;
+    const auto hasButtons = row && row->isMessage() && row->kind != ConversationRow::Kind::note;
+    if (!hasButtons) {
+        m_buttons->hide();
+        return;
     }
+    const auto footer = m_delegate.footer(*row, visualRect(index).topLeft());
+    m_buttons->showFor(*row, m_offers, footer.toAlignedRect());
 }
 
 void ConversationView::noteScrolling()
 {
+    showButtons();
     if (m_isSettling)
         return;
     m_isFollowing = verticalScrollBar()->value() >= verticalScrollBar()->maximum() - nearTheEnd;
@@ -332,6 +357,7 @@ void ConversationView::restorePlace()
         else
             bar->setValue(bar->value() + topOf(m_place.row, m_place.position) - m_place.top);
     }
+    showButtons();
     m_jump->setVisible(!m_isFollowing);
 }
 

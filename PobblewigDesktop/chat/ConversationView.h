@@ -3,16 +3,17 @@
 #include "PobblewigDesktop/chat/ConversationMarks.h"
 #include "PobblewigDesktop/chat/MessageDelegate.h"
 #include "PobblewigDesktop/chat/MessageLayouts.h"
+#include "PobblewigDesktop/chat/MessageOffers.h"
 
 #include <QListView>
 #include <QTimer>
 
-class QMenu;
 class QToolButton;
 
 namespace pobblewig {
 
 class ConversationModel;
+class MessageButtons;
 
 /// The conversation. Its messages can be read, marked and copied.
 ///
@@ -35,6 +36,8 @@ public:
 
     void setTheme(const Palette& palette);
 
+    void setOffers(const MessageOffers& offers);
+
     /// Highlights the matches, and the current one among them.
     void setMatches(
         const std::vector<MessageRange>& matches, const std::optional<MessageRange>& current);
@@ -48,11 +51,17 @@ public:
 Q_SIGNALS:
     void findRequested();
     void retryRequested(const QUuid& message);
+    void editRequested();
+    void answerAgainRequested();
+
+    /// By one, into the past or back.
+    void otherAnswerRequested(const QUuid& message, int step);
 
     /// The user wants to follow this link, on the web or of mail.
     void linkRequested(const QString& address);
 
 protected:
+    bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -91,8 +100,10 @@ private:
     bool copyCodeAt(const QPoint& point);
     void select(const TextPlace& from, const TextPlace& to);
     void showCursor(const QPoint& point);
-    void addLinkActions(QMenu& menu, const QPoint& point);
-    void addMessageActions(QMenu& menu, const QModelIndex& index);
+    template <typename Actions>
+    void connectActions(const Actions& actions);
+    void connectButtons();
+    void showButtons();
     void stepCurrent(int step);
     void placeJumpButton();
 
@@ -101,6 +112,8 @@ private:
     mutable MessageLayouts m_layouts;
     ConversationMarks m_marks;
     MessageDelegate m_delegate;
+    MessageOffers m_offers;
+    MessageButtons* m_buttons;
     QToolButton* m_jump;
     QTimer m_nextSlice;
     Place m_place;

@@ -1,5 +1,6 @@
 #include "PobblewigDesktop/chat/MessageDelegate.h"
 
+#include "PobblewigDesktop/chat/ConversationLogic.h"
 #include "PobblewigDesktop/chat/ConversationModel.h"
 #include "PobblewigDesktop/chat/MessageLayouts.h"
 
@@ -30,11 +31,12 @@ bool hasFooter(const ConversationRow& row)
 
 QString footerText(const ConversationRow& row)
 {
+    const auto moment = ConversationLogic::moment(row);
     if (row.isStopped)
-        return MessageDelegate::tr("%1, stopped").arg(row.time);
+        return MessageDelegate::tr("%1, stopped").arg(moment);
     if (row.isUnanswered)
-        return MessageDelegate::tr("%1, not answered").arg(row.time);
-    return row.isCutOff ? MessageDelegate::tr("%1, cut off").arg(row.time) : row.time;
+        return MessageDelegate::tr("%1, not answered").arg(moment);
+    return row.isCutOff ? MessageDelegate::tr("%1, cut off").arg(moment) : moment;
 }
 
 QRectF visiblePart(const QStyleOptionViewItem& option)
@@ -105,6 +107,22 @@ qsizetype MessageDelegate::positionAt(
     return m_layouts.layout(row).positionAt(point - textTop(row, topLeft));
 }
 
+QRectF MessageDelegate::footer(const ConversationRow& row, const QPointF& topLeft) const
+{
+    return footerLine(row, boxes(row, topLeft));
+}
+
+QRectF MessageDelegate::footerLine(const ConversationRow& row, const Boxes& boxes) const
+{
+    const QFontMetricsF metrics(m_layouts.measure().captionFont);
+    const auto symbolRoom = footerSymbol(row) ? footerIcon + footerGap : 0;
+    auto line = boxes.footer;
+    line.setWidth(symbolRoom + metrics.horizontalAdvance(footerText(row)) + 1);
+    if (row.kind == ConversationRow::Kind::user)
+        line.moveRight(boxes.footer.right());
+    return line;
+}
+
 QPointF MessageDelegate::textTop(const ConversationRow& row, const QPointF& topLeft) const
 {
     return boxes(row, topLeft).text.topLeft();
@@ -172,20 +190,16 @@ void MessageDelegate::paintMessage(
     if (row.kind == ConversationRow::Kind::preview)
         paintCaret(painter, row, boxes.text.topLeft());
     if (hasFooter(row))
-        paintFooter(painter, row, boxes.footer);
+        paintFooter(painter, row, footerLine(row, boxes));
 }
 
 void MessageDelegate::paintFooter(
-    QPainter& painter, const ConversationRow& row, const QRectF& box) const
+    QPainter& painter, const ConversationRow& row, const QRectF& place) const
 {
     const auto text = footerText(row);
     const auto symbol = footerSymbol(row);
     const auto& font = m_layouts.measure().captionFont;
     const auto symbolRoom = symbol ? footerIcon + footerGap : 0;
-    const auto width = symbolRoom + QFontMetricsF(font).horizontalAdvance(text) + 1;
-    auto place = box;
-    if (row.kind == ConversationRow::Kind::user)
-        place.setLeft(box.right() - width);
     if (symbol) {
         const auto picture = Icons::pixmap(
             *symbol, m_palette.muted, footerIcon, painter.device()->devicePixelRatioF());

@@ -34,6 +34,9 @@ public:
     /// Returns where the text of a row at `topLeft` begins.
     QPointF textTop(const ConversationRow& row, const QPointF& topLeft) const;
 
+    /// Returns the place of the line below the text, for a row at `topLeft`.
+    QRectF footer(const ConversationRow& row, const QPointF& topLeft) const;
+
     /// Returns where the line with this position of the text begins, for a row at `topLeft`.
     int lineTop(const ConversationRow& row, const QPointF& topLeft, qsizetype position) const;
     qsizetype positionAt(
@@ -48,7 +51,8 @@ private:
     void paintDay(QPainter& painter, const ConversationRow& row, const QRectF& box) const;
     void paintMessage(QPainter& painter, const ConversationRow& row, const Boxes& boxes,
         const QRectF& clip) const;
-    void paintFooter(QPainter& painter, const ConversationRow& row, const QRectF& box) const;
+    void paintFooter(QPainter& painter, const ConversationRow& row, const QRectF& place) const;
+    QRectF footerLine(const ConversationRow& row, const Boxes& boxes) const;
     void paintCaret(QPainter& painter, const ConversationRow& row, const QPointF& origin) const;
 
     const ConversationModel& m_model;

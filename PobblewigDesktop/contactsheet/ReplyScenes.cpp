@@ -1,5 +1,10 @@
 #include "PobblewigDesktop/contactsheet/ReplyScenes.h"
 
+#include "PobblewigDesktop/chat/MessageInput.h"
+
+#include <QKeyEvent>
+#include <QListView>
+
 namespace pobblewig {
 
 namespace {
@@ -45,6 +50,46 @@ QString manyLines()
     return text;
 }
 
+/// With the buttons of the message that is current by keyboard.
+void answerAgain(PanelStage& stage)
+{
+    const auto time = StagedChat::now - std::chrono::minutes(2);
+    stage.talk.add({ .id = QUuid::createUuid(),
+        .text = QStringLiteral("A name for a snail?"),
+        .timestamp = time });
+    stage.talk.add({ .id = QUuid::createUuid(),
+        .role = ChatMessage::Role::assistant,
+        .text = QStringLiteral("Turbo, because it does not."),
+        .timestamp = time,
+        .earlier = std::vector { QStringLiteral("Speedy.") } });
+    stage.panel.activateWindow();
+    stage.panel.findChild<QListView*>()->setFocus(Qt::TabFocusReason);
+}
+
+void write(PanelStage& stage, int key, const QString& text)
+{
+    auto* const input = stage.panel.findChild<MessageInput*>();
+    input->setPlainText(text);
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+    QCoreApplication::sendEvent(input, &press);
+}
+
+void queue(PanelStage& stage)
+{
+    stage.talk.ask(QStringLiteral("A name for a snail?"));
+    stage.talk.say(QStringLiteral("Turbo, because"));
+    write(stage, Qt::Key_Return,
+        QStringLiteral("And one for its friend, who is a rather slow hare with a cold?"));
+    write(stage, Qt::Key_Return, QStringLiteral("And one for me?"));
+}
+
+void edit(PanelStage& stage)
+{
+    stage.talk.exchange(QStringLiteral("A name for a snial?"), QStringLiteral("For a what?"),
+        StagedChat::now - std::chrono::minutes(2));
+    write(stage, Qt::Key_Up, {});
+}
+
 } // namespace
 
 std::vector<PanelScene> ReplyScenes::all()
@@ -68,6 +113,9 @@ std::vector<PanelScene> ReplyScenes::all()
                 "thumb, 🏳️‍🌈 flag, "
                 "👩‍👩‍👧‍👦 family, 1️⃣ keycap\n- © and ™ are text, 12 # "
                 "too")),
+        { QStringLiteral("reply, given again"), answerAgain },
+        { QStringLiteral("next message"), queue },
+        { QStringLiteral("editing"), edit },
     };
 }
 

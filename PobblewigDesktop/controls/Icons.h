@@ -20,6 +20,9 @@ enum class Name {
     close,
     chevronUp,
     chevronDown,
+    chevronLeft,
+    chevronRight,
+    edit,
     menu,
     clock,
 };

@@ -75,6 +75,8 @@ QPushButton:disabled { background: {hairline}; border-color: {hairline}; color: 
 QPushButton[role="quiet"]:disabled {
     background: transparent; border-color: transparent; color: {outline}; }
 QToolButton#expander { min-height: 20px; min-width: 20px; }
+QWidget#messageButtons { background: transparent; }
+QWidget#messageButtons QToolButton { min-height: 22px; min-width: 22px; }
 QToolButton#jumpToLatest {
     background: {surface}; border: 1px solid {outline}; border-radius: 16px; }
 QToolButton#jumpToLatest:hover { background: {hairline}; }

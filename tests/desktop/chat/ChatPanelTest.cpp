@@ -399,6 +399,40 @@ private Q_SLOTS:
         QCOMPARE(requests.size(), 1);
     }
 
+    void aReplyIsGivenAgainAndTheEarlierOneStaysInReach()
+    {
+        const auto answer = [this](const QString& text) {
+            QTRY_VERIFY(m->talk.model.isAsked());
+            m->talk.model.say(text);
+            QTRY_COMPARE(spoken().last(), u"Pobblewig is writing: "_s + text);
+            m->talk.model.finish();
+            QTRY_VERIFY(!m->talk.chat.isInTurn());
+        };
+        ask(u"Hello"_s);
+        answer(u"Hi"_s);
+        auto& view = m->named<QAbstractItemView>("Conversation");
+        const auto point = [&](int row) {
+            const auto place = view.visualRect(view.model()->index(row, 0)).center();
+            QTest::mouseMove(view.viewport(), place);
+        };
+        point(2);
+        QTRY_VERIFY(button("Answer again").isVisible());
+        QVERIFY(!button("Edit and send again").isVisible());
+        button("Answer again").click();
+        answer(u"Good day"_s);
+        QCOMPARE(spoken().size(), 3);
+        QCOMPARE(spoken().last(), u"Pobblewig, 08:15, answer 2 of 2: Good day"_s);
+        point(2);
+        button("Earlier answer").click();
+        QCOMPARE(spoken().last(), u"Pobblewig, 08:15, answer 1 of 2: Hi"_s);
+        QTRY_VERIFY(!button("Earlier answer").isEnabled());
+        button("Later answer").click();
+        QCOMPARE(spoken().last(), u"Pobblewig, 08:15, answer 2 of 2: Good day"_s);
+        point(1);
+        button("Edit and send again").click();
+        QCOMPARE(input().toPlainText(), u"Hello"_s);
+    }
+
     void nothingBlankIsSent()
     {
         for (const auto& blank : { QString(), QStringLiteral(" \n ") }) {
