@@ -1,7 +1,10 @@
 #include "PobblewigDesktop/chat/MessageComposer.h"
 
+#include "PobblewigDesktop/chat/CaptureLine.h"
 #include "PobblewigDesktop/chat/ComposerBar.h"
 #include "PobblewigDesktop/chat/MessageInput.h"
+#include "PobblewigDesktop/chat/Paragraphs.h"
+#include "PobblewigDesktop/chat/QuestionEditing.h"
 #include "PobblewigDesktop/chat/Quotation.h"
 #include "PobblewigDesktop/chat/SuggestionBar.h"
 #include "PobblewigDesktop/controls/Icons.h"
@@ -9,7 +12,6 @@
 #include "prompts/VisionUserPrompt.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QToolButton>
 
 #include <algorithm>
@@ -30,26 +32,15 @@ QToolButton* inputButton(const QString& name, QWidget* parent)
     return button;
 }
 
-/// Both texts, as paragraphs.
-QString joined(const QString& first, const QString& second)
-{
-    const auto isBlank = [](const QString& text) { return text.trimmed().isEmpty(); };
-    if (isBlank(first) || isBlank(second))
-        return isBlank(first) ? second : first;
-    return first + QStringLiteral("\n\n") + second;
-}
-
 } // namespace
 
 MessageComposer::MessageComposer(ChatService& chat, QWidget* parent)
     : QWidget(parent)
     , m_chat(chat)
     , m_suggestions(new SuggestionBar(this))
-    , m_capture(new QLabel(this))
+    , m_capture(new CaptureLine(chat, this))
     , m_next(new ComposerBar({ .name = tr("Next message"), .actionName = tr("Do not send") }, this))
-    , m_editingBar(new ComposerBar(
-          { .name = tr("Editing"), .action = tr("Cancel"), .actionName = tr("Cancel editing") },
-          this))
+    , m_editing(new QuestionEditing(this))
     , m_input(new MessageInput(this))
     , m_screen(inputButton(tr("Look at my screen"), this))
     , m_send(inputButton(tr("Send"), this))
@@ -63,7 +54,6 @@ MessageComposer::MessageComposer(ChatService& chat, QWidget* parent)
     showTurn();
     showUnsent();
     showSuggestions();
-    showCapture();
 }
 
 void MessageComposer::setTheme(const Palette& palette)
@@ -93,37 +83,32 @@ void MessageComposer::quote(const QString& text)
 
 void MessageComposer::keepDraft()
 {
-    m_chat.keepDraft(joined(m_queued, begun()));
+    m_chat.keepDraft(Paragraphs::joined(m_queued, begun()));
 }
 
 void MessageComposer::edit()
 {
     const auto question = m_chat.changeableQuestion();
-    if (!question || m_editing)
+    if (!question || m_editing->isUnderWay())
         return;
-    setEditing(Editing { question->id, question->text, m_input->toPlainText() });
+    m_editing->begin(*question, m_input->toPlainText());
     write(question->text);
+    showTurn();
     m_input->setFocus(Qt::OtherFocusReason);
 }
 
 bool MessageComposer::cancelEditing()
 {
-    if (!m_editing)
+    if (!m_editing->isUnderWay())
         return false;
-    const auto setAside = m_editing->setAside;
-    setEditing(std::nullopt);
-    write(setAside);
+    stopEditing(QString(m_editing->setAside()));
     return true;
 }
 
 void MessageComposer::arrange()
 {
-    PanelStyle::setRole(*m_capture, QStringLiteral("caption"));
     PanelStyle::setRole(*m_send, QStringLiteral("primary"));
     PanelStyle::setRole(*m_stop, QStringLiteral("primary"));
-    m_capture->setAccessibleName(tr("Captured"));
-    m_capture->setTextFormat(Qt::PlainText);
-    m_capture->setWordWrap(true);
 
     auto* const writing = new QHBoxLayout;
     writing->setSpacing(gap);
@@ -137,7 +122,7 @@ void MessageComposer::arrange()
     column->addWidget(m_suggestions);
     column->addWidget(m_capture);
     column->addWidget(m_next);
-    column->addWidget(m_editingBar);
+    column->addWidget(m_editing);
     column->addLayout(writing);
 }
 
@@ -149,7 +134,6 @@ void MessageComposer::connectChat()
     connect(&m_chat, &ChatService::messagesChanged, this, &MessageComposer::checkEditing);
     connect(&m_chat, &ChatService::lastErrorChanged, this, &MessageComposer::showUnsent);
     connect(&m_chat, &ChatService::messagesChanged, this, &MessageComposer::showSuggestions);
-    connect(&m_chat, &ChatService::captureIndicatorChanged, this, &MessageComposer::showCapture);
 }
 
 void MessageComposer::connectControls()
@@ -157,7 +141,7 @@ void MessageComposer::connectControls()
     connect(m_input, &MessageInput::submitted, this, &MessageComposer::send);
     connect(m_input, &MessageInput::recalled, this, &MessageComposer::recall);
     connect(m_next, &ComposerBar::ended, this, &MessageComposer::takeBackQueued);
-    connect(m_editingBar, &ComposerBar::ended, this, &MessageComposer::cancelEditing);
+    connect(m_editing, &ComposerBar::ended, this, &MessageComposer::cancelEditing);
     connect(m_input, &MessageInput::textChanged, this, &MessageComposer::showTurn);
     connect(m_input, &MessageInput::textChanged, this, &MessageComposer::typed);
     connect(m_suggestions, &SuggestionBar::chosen, this, &MessageComposer::tryOut);
@@ -183,16 +167,12 @@ void MessageComposer::showTurn()
     m_send->setVisible(!isInTurn);
     m_stop->setVisible(isInTurn);
     m_send->setEnabled(!m_input->isBlank());
-    m_screen->setEnabled(!isInTurn && !m_editing);
+    m_screen->setEnabled(!isInTurn && !m_editing->isUnderWay());
 }
 
 QString MessageComposer::begun() const
 {
-    const auto written = m_input->toPlainText();
-    if (!m_editing)
-        return written;
-    return written == m_editing->original ? m_editing->setAside
-                                          : joined(m_editing->setAside, written);
+    return m_editing->begun(m_input->toPlainText());
 }
 
 void MessageComposer::write(const QString& text)
@@ -201,27 +181,24 @@ void MessageComposer::write(const QString& text)
     m_input->moveCursor(QTextCursor::End);
 }
 
-void MessageComposer::setEditing(std::optional<Editing> editing)
+void MessageComposer::stopEditing(const QString& text)
 {
-    m_editing = std::move(editing);
-    m_editingBar->setText(m_editing ? tr("Editing your last message") : QString());
+    m_editing->end();
+    write(text);
     showTurn();
 }
 
 void MessageComposer::checkEditing()
 {
     const auto newest = m_chat.changeableQuestion();
-    if (m_editing && (!newest || newest->id != m_editing->question))
+    if (!newest || newest->id != m_editing->question())
         leaveEditing();
 }
 
 void MessageComposer::leaveEditing()
 {
-    if (!m_editing)
-        return;
-    const auto text = begun();
-    setEditing(std::nullopt);
-    write(text);
+    if (m_editing->isUnderWay())
+        stopEditing(begun());
 }
 
 void MessageComposer::recall()
@@ -234,7 +211,7 @@ void MessageComposer::recall()
 
 void MessageComposer::queue()
 {
-    setQueued(joined(m_queued, m_input->toPlainText()));
+    setQueued(Paragraphs::joined(m_queued, m_input->toPlainText()));
     m_input->clear();
     keepDraft();
 }
@@ -264,7 +241,8 @@ void MessageComposer::takeBackQueued()
     const auto written = m_input->toPlainText();
     // A message that could not be sent came first.
     const auto isUnsent = m_chat.unsentText() == written;
-    const auto text = isUnsent ? joined(written, m_queued) : joined(m_queued, written);
+    const auto text =
+        isUnsent ? Paragraphs::joined(written, m_queued) : Paragraphs::joined(m_queued, written);
     setQueued({});
     write(text);
     keepDraft();
@@ -281,13 +259,6 @@ void MessageComposer::showSuggestions()
 {
     m_suggestions->setVisible(std::ranges::none_of(m_chat.messages(),
         [](const auto& message) { return message.role == ChatMessage::Role::user; }));
-}
-
-void MessageComposer::showCapture()
-{
-    const auto& indicator = m_chat.captureIndicator();
-    PanelStyle::setText(*m_capture, indicator.value_or(QString()));
-    m_capture->setVisible(indicator.has_value());
 }
 
 void MessageComposer::tryOut(const FirstMinute::Suggestion& suggestion)
@@ -307,7 +278,7 @@ void MessageComposer::send()
         return;
     if (m_chat.isInTurn())
         queue();
-    else if (m_editing)
+    else if (m_editing->isUnderWay())
         submitEdited();
     else
         submit(m_input->toPlainText(), ChatService::Screenshot::without);
@@ -335,10 +306,9 @@ void MessageComposer::submit(const QString& text, ChatService::Screenshot screen
 
 void MessageComposer::submitEdited()
 {
-    const auto [question, original, setAside] = *m_editing;
+    const auto question = m_editing->question();
     const auto text = m_input->toPlainText();
-    setEditing(std::nullopt);
-    write(setAside);
+    cancelEditing();
     m_chat.submitInstead(question, text);
     Q_EMIT said();
     keepDraft();

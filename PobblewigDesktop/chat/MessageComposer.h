@@ -6,13 +6,14 @@
 
 #include <QWidget>
 
-class QLabel;
 class QToolButton;
 
 namespace pobblewig {
 
+class CaptureLine;
 class ComposerBar;
 class MessageInput;
+class QuestionEditing;
 class SuggestionBar;
 
 /// Where the user writes: the input with its buttons, and what belongs to the text in it.
@@ -53,13 +54,6 @@ Q_SIGNALS:
     void refused(const QString& reason);
 
 private:
-    struct Editing {
-        QUuid question;
-        QString original;
-        /// What stood in the input before.
-        QString setAside;
-    };
-
     void arrange();
     void connectChat();
     void connectControls();
@@ -68,7 +62,7 @@ private:
     /// What the user has written and not sent.
     QString begun() const;
     void write(const QString& text);
-    void setEditing(std::optional<Editing> editing);
+    void stopEditing(const QString& text);
     void checkEditing();
     void leaveEditing();
     void recall();
@@ -78,7 +72,6 @@ private:
     void takeBackQueued();
     void showUnsent();
     void showSuggestions();
-    void showCapture();
     void tryOut(const FirstMinute::Suggestion& suggestion);
     void send();
     void sendWithScreen();
@@ -88,16 +81,15 @@ private:
 
     ChatService& m_chat;
     SuggestionBar* m_suggestions;
-    QLabel* m_capture;
+    CaptureLine* m_capture;
     ComposerBar* m_next;
-    ComposerBar* m_editingBar;
+    QuestionEditing* m_editing;
     MessageInput* m_input;
     QToolButton* m_screen;
     QToolButton* m_send;
     QToolButton* m_stop;
     /// Sent once the turn has succeeded, given back if it has not.
     QString m_queued;
-    std::optional<Editing> m_editing;
 };
 
 } // namespace pobblewig
