@@ -1,6 +1,7 @@
 #include "PobblewigDesktop/chat/MessageLayouts.h"
 
 #include "PobblewigDesktop/chat/ConversationModel.h"
+#include "PobblewigDesktop/chat/TextColumn.h"
 
 #include <QFontMetrics>
 
@@ -13,9 +14,7 @@ namespace {
 
 using Growth = MarkdownText::Growth;
 
-constexpr int margin = 16;
 constexpr int bubblePadding = 12;
-constexpr int longestLine = 62;
 constexpr int noteInset = 24;
 constexpr qsizetype charactersPerSlice = 3000;
 
@@ -37,8 +36,8 @@ void MessageLayouts::setMeasure(const QFont& font, int viewWidth)
 {
     if (m_measure.viewWidth == viewWidth && m_measure.font == font)
         return;
-    const auto longest = longestLine * QFontMetrics(font).averageCharWidth() + 2 * bubblePadding;
-    const auto column = std::clamp(viewWidth - 2 * margin, 1, longest);
+    const auto longest = TextColumn::longest(QFontMetrics(font));
+    const auto column = std::clamp(viewWidth - 2 * TextColumn::margin, 1, longest);
     m_measure = { .font = font,
         .captionFont = captionFont(font),
         .viewWidth = viewWidth,
