@@ -70,6 +70,7 @@ std::vector<Section> sections(
             byCategory[note.category].push_back(line(note));
     }
     std::vector<Section> sections;
+    sections.reserve(byCategory.size() + 1);
     for (auto& [category, lines] : byCategory)
         sections.push_back({ displayName(category), std::move(lines) });
     if (patterns.empty())
