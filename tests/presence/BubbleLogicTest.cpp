@@ -18,7 +18,8 @@ private Q_SLOTS:
         row("heading", "\n\n## **Two** `ways`\nFirst", "Two ways");
         row("list in a quotation", "> - [ ] ~~buy~~ tea", "☐ buy tea");
         row("numbered", "12. Begin", "12. Begin");
-        row("link", "See [the ***guide***](https://example.com/a_b) now", "See the guide (example.com) now");
+        row("link", "See [the ***guide***](https://example.com/a_b) now",
+            "See the guide (example.com) now");
         row("code", "```cpp\nint x = 0;\n```", "int x = 0;");
         row("table", "---\n| a | b |\n|---|---|", "a b");
         row("nothing but signs", "***\n\n```\n", "");
