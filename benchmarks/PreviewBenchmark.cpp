@@ -23,7 +23,7 @@ namespace {
 constexpr int charactersPerToken = 4;
 constexpr int tokensPerTurn = 40;
 
-enum class Text { paragraphs, oneParagraph, markdown };
+enum class Sample { paragraphs, oneParagraph, markdown };
 
 /// What models write, over and over.
 QString markdown(int length)
@@ -39,22 +39,22 @@ QString markdown(int length)
 }
 
 /// Words of everyday lengths; one paragraph, or one of about 400 characters after the other.
-QString prose(int length, Text kind)
+QString prose(int length, Sample kind)
 {
-    if (kind == Text::markdown)
+    if (kind == Sample::markdown)
         return markdown(length);
     const auto words = QStringLiteral("the quick idea of a small crab that walks over every desk ");
     auto text = words.repeated(length / static_cast<int>(words.size()) + 1).first(length);
-    for (auto end = 400; kind == Text::paragraphs && end < length; end += 400)
+    for (auto end = 400; kind == Sample::paragraphs && end < length; end += 400)
         text[end] = u'\n';
     return text;
 }
 
-std::string shape(Text kind)
+std::string shape(Sample kind)
 {
-    if (kind == Text::markdown)
+    if (kind == Sample::markdown)
         return "Markdown";
-    return kind == Text::oneParagraph ? "one paragraph" : "paragraphs";
+    return kind == Sample::oneParagraph ? "one paragraph" : "paragraphs";
 }
 
 double processorSeconds()
@@ -111,8 +111,8 @@ struct Talk {
     {
         for (auto count = 0; isLong && count < 500; ++count) {
             if (count % 33 == 0 && count < 495)
-                scripted.exchange(prose(10'000, Text::paragraphs),
-                    prose(10'000, count % 2 == 0 ? Text::markdown : Text::oneParagraph));
+                scripted.exchange(prose(10'000, Sample::paragraphs),
+                    prose(10'000, count % 2 == 0 ? Sample::markdown : Sample::oneParagraph));
             else
                 scripted.exchange(QStringLiteral("How does that go on?"), markdown(500));
         }
@@ -155,7 +155,7 @@ struct Talk {
     ChatPanel panel;
 };
 
-double costOf(int length, Text kind)
+double costOf(int length, Sample kind)
 {
     Talk talk(false);
     talk.scripted.exchange(QStringLiteral("Hello"), QStringLiteral("Hello"));
@@ -164,7 +164,7 @@ double costOf(int length, Text kind)
     return processorSeconds() - start;
 }
 
-void measureGrowth(Text kind)
+void measureGrowth(Sample kind)
 {
     const auto half = costOf(50'000, kind);
     const auto otherHalf = costOf(50'000, kind);
@@ -176,7 +176,7 @@ void measureGrowth(Text kind)
         .report();
 }
 
-void measureStalls(Text kind)
+void measureStalls(Sample kind)
 {
     Talk talk(true);
     StallMeter meter;
@@ -203,7 +203,7 @@ void measureResizing()
 
 int main(int argc, char** argv)
 {
-    using enum pobblewig::Text;
+    using enum pobblewig::Sample;
     constexpr std::array everyKind { paragraphs, oneParagraph, markdown };
     const QApplication application(argc, argv);
     for (const auto kind : everyKind)
