@@ -1,3 +1,5 @@
+#include "PobblewigDesktop/chat/ChatHeader.h"
+#include "PobblewigDesktop/chat/ConversationView.h"
 #include "PobblewigDesktop/chat/PanelKeys.h"
 #include "desktop/chat/PanelFixture.h"
 #include "prompts/VisionUserPrompt.h"
@@ -62,6 +64,21 @@ class ChatPanelTest : public QObject {
 private Q_SLOTS:
     void init() { m.emplace(); }
     void cleanup() { m.reset(); }
+
+    void aThemeReachesEverythingThatIsShown()
+    {
+        for (const auto scheme : { ColorScheme::dark, ColorScheme::light, ColorScheme::dark }) {
+            const auto palette = Theme::palette(scheme, {});
+            m->panel.setTheme(palette);
+            const auto picture = m->panel.grab().toImage();
+            const auto above = [&](const QWidget& widget, QPoint inside) {
+                return picture.pixelColor(widget.mapTo(&m->panel, inside));
+            };
+            QCOMPARE(above(*m->panel.findChild<ChatHeader*>(), { 3, 3 }), palette.window);
+            QCOMPARE(above(*m->panel.findChild<ConversationView*>(), { 2, 40 }), palette.window);
+            QCOMPARE(above(input(), { input().width() / 2, 6 }), palette.surface);
+        }
+    }
 
     void whatWasWrittenBeforeAStopStays()
     {
