@@ -149,6 +149,23 @@ bool ControlFence::endsBehindFence(QStringView text)
     return lastLine(text).contains(marks);
 }
 
+namespace {
+
+/// What stood before a block is not to make another one with what follows it.
+void endLine(QString& kept)
+{
+    if (!ControlFence::endsBehindFence(kept))
+        return;
+    const auto fence = kept.lastIndexOf(marks);
+    const auto tag = QStringView(kept).sliced(fence + marks.size()).trimmed();
+    if (tag == u"buddy-actions" || tag == u"buddy-tools")
+        kept.truncate(fence);
+    else
+        kept += u'\n';
+}
+
+} // namespace
+
 QString ControlFence::strip(QStringView text)
 {
     QString kept;
@@ -157,8 +174,7 @@ QString ControlFence::strip(QStringView text)
         const auto end = blockEnd(text, at);
         if (end) {
             kept += text.sliced(from, at - from);
-            if (endsBehindFence(kept))
-                kept += u'\n';
+            endLine(kept);
             from = *end;
         }
         at = text.indexOf(marks, end.value_or(at + marks.size()));
