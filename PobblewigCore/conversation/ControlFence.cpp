@@ -149,12 +149,9 @@ bool ControlFence::endsBehindFence(QStringView text)
     return lastLine(text).contains(marks);
 }
 
-namespace {
-
-/// What stood before a block is not to make another one with what follows it.
-void endLine(QString& kept)
+void ControlFence::endLine(QString& kept)
 {
-    if (!ControlFence::endsBehindFence(kept))
+    if (!endsBehindFence(kept))
         return;
     const auto fence = kept.lastIndexOf(marks);
     const auto tag = QStringView(kept).sliced(fence + marks.size()).trimmed();
@@ -163,8 +160,6 @@ void endLine(QString& kept)
     else
         kept += u'\n';
 }
-
-} // namespace
 
 QString ControlFence::strip(QStringView text)
 {

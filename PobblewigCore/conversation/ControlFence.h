@@ -61,4 +61,8 @@ bool hasControlBlock(QStringView text);
 /// Whether the last line holds a fence, so that text behind it could make a tag of it.
 bool endsBehindFence(QStringView text);
 
+/// Ends the last line of a text before which a block was removed, so that it does not make another
+/// one with what follows.
+void endLine(QString& kept);
+
 } // namespace pobblewig::ControlFence

@@ -251,8 +251,12 @@ void ReplyPreview::show(QStringView piece)
 {
     // What stood around a block must not make another one.
     if (!piece.isEmpty() && std::exchange(m_isBehindBlock, false)
-        && endsBehindFence(QString(lastLine(m_text) % m_held)))
-        m_held += u'\n';
+        && endsBehindFence(QString(lastLine(m_text) % m_held))) {
+        if (endsBehindFence(m_held))
+            endLine(m_held);
+        else
+            m_held += u'\n';
+    }
     const auto size = m_isHolding ? 0 : visibleSize(piece);
     if (size > 0) {
         m_held += piece.first(size);
