@@ -127,8 +127,8 @@ void PanelStyle::apply(QWidget& window, const Palette& palette)
         filledIn(QString::fromUtf8(sheet), palette, QApplication::font().pointSizeF());
     if (wanted == window.styleSheet())
         return;
-    // What an earlier sheet has replaced in the palette would come back over the new one. Before the
-    // window is shown, its children would keep the earlier sheet instead.
+    // What an earlier sheet has replaced in the palette would come back over the new one. Before
+    // the window is shown, its children would keep the earlier sheet instead.
     if (window.testAttribute(Qt::WA_WState_Polished))
         window.setStyleSheet({});
     window.setPalette(Theme::widgetPalette(palette));
