@@ -12,7 +12,7 @@ inline constexpr qsizetype longestChunk = 8192;
 struct Chunk {
     /// The length of the chunk; 0 if its end has not come yet.
     qsizetype length = 0;
-    /// Code or a table goes on: with these lines in front of it, the next chunk is read rightly.
+    /// Code or a table goes on: with these lines in front of it, the next chunk is read correctly.
     QString opening = {};
     /// The chunk ends amid a paragraph, a list or the like.
     bool isCut = false;

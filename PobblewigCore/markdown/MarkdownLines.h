@@ -17,7 +17,8 @@ public:
 
     bool isInCode() const { return !m_fence.isEmpty(); }
 
-    /// The lines that have to stand in front of what follows, so that it is read rightly: those
+    /// The lines that have to stand in front of what follows, so that it is read
+    /// correctly: those
     /// that began the code or the table. Otherwise empty.
     const QString& opening() const { return m_opening; }
 

@@ -15,7 +15,7 @@ QString textOf(const MD_CHAR* text, MD_SIZE size)
     return QString::fromUtf8(text, static_cast<qsizetype>(size));
 }
 
-/// Returns the line in words that the parser understands as people mean them.
+/// Rewrites what the parser takes for something else than people mean.
 QString prepared(QString line)
 {
     static const QRegularExpression definition(QStringLiteral("^ {0,3}\\[[^\\]]+\\]:"));

@@ -11,13 +11,25 @@ namespace pobblewig {
 
 namespace {
 
-/// A line of which only signs are there, such as a bullet, may become anything.
+bool isNumber(QStringView text)
+{
+    constexpr qsizetype mostDigits = 3;
+    if (text.endsWith(u'.') || text.endsWith(u')'))
+        text.chop(1);
+    return !text.isEmpty() && text.size() <= mostDigits
+        && std::ranges::all_of(text, [](QChar sign) { return sign.isDigit(); });
+}
+
+/// A last line of which only signs are there, such as a bullet, may become anything.
 QString withoutSigns(const QString& text)
 {
-    static const QRegularExpression signs(
-        QStringLiteral("(\\A|\\n)[ \\t>]*([-=+#>`~|:*_ ]+|\\d{1,3}[.)]?)[ \\t]*\\z"));
-    const auto match = signs.match(text);
-    return match.hasMatch() ? text.first(match.capturedStart()) : text;
+    const auto lineEnd = text.lastIndexOf(u'\n');
+    const auto line = QStringView(text).sliced(lineEnd + 1);
+    const auto isSign = [](QChar sign) { return QStringView(u"-=+#>`~|:*_ \t").contains(sign); };
+    const auto rest = std::ranges::find_if_not(line, isSign) - line.begin();
+    const auto isUnknown = rest == line.size() || isNumber(line.sliced(rest).trimmed());
+    return isUnknown && !line.trimmed().isEmpty() ? text.first(std::max<qsizetype>(0, lineEnd))
+                                                  : text;
 }
 
 /// Before its second row a table looks like a text full of strokes.

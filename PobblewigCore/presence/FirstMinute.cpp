@@ -16,8 +16,9 @@ std::vector<FirstMinute::Suggestion> withoutModel()
         { Texts::tr("How do I set up a model?"),
             Texts::tr("Put MAIN_MODEL_BASE_URL, MAIN_MODEL_ID and MAIN_MODEL_API_KEY into the file "
                       "~/.config/Pobblewig/environment, one per line, as in "
-                      "MAIN_MODEL_ID=some-model, and start me again. Any server that speaks the "
-                      "chat completions format will do, also one on this computer.") },
+                      "MAIN_MODEL_ID=some-model. It counts from your next message on. Any server "
+                      "that speaks the chat completions format will do, also one on this "
+                      "computer.") },
         { Texts::tr("What do you notice?"),
             Texts::tr("Which application is in front, and for how long. I keep that in files on "
                       "this computer, and a model that you set up is told about it when you talk "
