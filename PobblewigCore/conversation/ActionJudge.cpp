@@ -49,7 +49,7 @@ ActionVerdict verdictOfRepeated(const RuleProposal& known, const RuleProposal& p
     case RuleProposal::Status::pending:
         return { Verdict::waiting };
     case RuleProposal::Status::confirmed:
-        return { Verdict::done };
+        return { known.undoneAt ? Verdict::dismissed : Verdict::done };
     case RuleProposal::Status::rejected:
         return { Verdict::dismissed };
     }

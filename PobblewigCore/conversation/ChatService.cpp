@@ -140,15 +140,9 @@ void ChatService::cancelStreaming()
     Q_EMIT activityChanged(false, false);
 }
 
-void ChatService::say(const QString& text, std::optional<QUuid> relatedInterventionID)
+void ChatService::say(const ChatRemark& remark)
 {
-    m_record.addRemark(text, relatedInterventionID);
-    announceAdded();
-}
-
-void ChatService::sayOffTheRecord(const QString& text)
-{
-    m_record.addOffTheRecord(text);
+    m_record.addRemark(remark);
     announceAdded();
 }
 

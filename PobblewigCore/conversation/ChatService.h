@@ -143,10 +143,11 @@ public:
 
     /// Adds a message that the buddy writes by itself. It belongs to the active session, or to none
     /// while the memory is off.
-    void say(const QString& text, std::optional<QUuid> relatedInterventionID = std::nullopt);
-
-    /// The same, but without a session, so that no librarian reads it.
-    void sayOffTheRecord(const QString& text);
+    void say(const QString& text, std::optional<QUuid> relatedInterventionID = std::nullopt)
+    {
+        say({ .text = text, .relatedInterventionID = relatedInterventionID });
+    }
+    void say(const ChatRemark& remark);
 
     /// Sets the features' tools, once all features exist.
     void setTools(std::vector<Tool> ofFeatures)

@@ -63,25 +63,16 @@ void ConversationRecord::addReply(const Reply& reply)
         m_history.replace(RevisionLogic::inPlaceOf(*previous, std::move(message)));
 }
 
-void ConversationRecord::addRemark(const QString& text, std::optional<QUuid> relatedInterventionID)
+void ConversationRecord::addRemark(const ChatRemark& remark)
 {
     m_history.append({
         .id = QUuid::createUuid(),
         .role = ChatMessage::Role::assistant,
-        .text = text,
+        .text = remark.text,
         .timestamp = m_moment.now(),
-        .sessionID = sessionID(),
-        .relatedInterventionID = relatedInterventionID,
-    });
-}
-
-void ConversationRecord::addOffTheRecord(const QString& text)
-{
-    m_history.append({
-        .id = QUuid::createUuid(),
-        .role = ChatMessage::Role::assistant,
-        .text = text,
-        .timestamp = m_moment.now(),
+        .sessionID = remark.isOffTheRecord ? std::nullopt : sessionID(),
+        .relatedInterventionID = remark.relatedInterventionID,
+        .proposalID = remark.proposalID,
     });
 }
 

@@ -11,6 +11,15 @@
 
 namespace pobblewig {
 
+/// A message that the buddy writes by itself.
+struct ChatRemark {
+    QString text;
+    std::optional<QUuid> relatedInterventionID = std::nullopt;
+    std::optional<QUuid> proposalID = std::nullopt;
+    /// It belongs to no session, so that no librarian reads it.
+    bool isOffTheRecord = false;
+};
+
 /// The conversation as it is kept: adds messages to the history and selects those of a request.
 ///
 /// A message belongs to the session in which it was asked or written, or to none while the memory
@@ -52,11 +61,7 @@ public:
     ChatMessage addQuestion(const QString& text, bool hasImage);
     void addReply(const Reply& reply);
 
-    /// A message that the buddy writes by itself.
-    void addRemark(const QString& text, std::optional<QUuid> relatedInterventionID);
-
-    /// The same, but without a session, so that no librarian reads it.
-    void addOffTheRecord(const QString& text);
+    void addRemark(const ChatRemark& remark);
 
     /// Removes this question and what came of it. Returns the number of the first message that may
     /// have changed.

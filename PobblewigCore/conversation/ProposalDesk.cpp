@@ -1,6 +1,8 @@
 #include "conversation/ProposalDesk.h"
 
 #include "conversation/proposals/ProposalLogic.h"
+#include "conversation/proposals/SelfChangeNote.h"
+#include "conversation/proposals/UndoLogic.h"
 
 namespace pobblewig {
 
@@ -103,7 +105,7 @@ void ProposalDesk::rejectProposal(const QString& proposalId)
     const auto proposal = m.proposals.proposal(proposalId);
     if (!proposal || !m.proposals.reject(proposalId))
         return;
-    tell(QStringLiteral("Dismissed the pending proposal: %1.").arg(proposal->name), proposal->kind);
+    tell(QStringLiteral("Dismissed the pending proposal: %1.").arg(proposal->name), *proposal);
     m_changed();
 }
 
@@ -129,6 +131,26 @@ Task<> ProposalDesk::answer(QString proposalId, ProposalAnswer answer)
     }
 }
 
+void ProposalDesk::undoProposal(const QString& proposalId)
+{
+    const auto proposal = m.proposals.proposal(proposalId);
+    if (!proposal || !canBeUndone(*proposal))
+        return;
+    m.proposals.noteUndone(proposalId);
+    noteSuccess(QStringLiteral("Undone at your request: %1.").arg(proposal->name), *proposal);
+    if (proposal->kind == Kind::rule)
+        m.rules.remove(*m.proposals.created(proposalId));
+    else
+        restore(*proposal);
+    m_changed();
+}
+
+bool ProposalDesk::canBeUndone(const RuleProposal& proposal) const
+{
+    return UndoLogic::canBeUndone(proposal,
+        { m.settings.settings(), m.rules.rules(), m.proposals.created(proposal.proposalId) });
+}
+
 auto ProposalDesk::applyOne(BuddyAction action) -> Task<Admission>
 {
     if (const auto* temporary = std::get_if<TemporaryMode>(&action)) {
@@ -139,7 +161,7 @@ auto ProposalDesk::applyOne(BuddyAction action) -> Task<Admission>
     const auto kind = proposal.kind;
     auto checked = m_judge.checked(std::move(proposal));
     if (!checked) {
-        noteWriteResult(refusalText(kind, checked.error()), kind);
+        noteFailure(refusalText(kind, checked.error()), kind);
         co_return Admission::admitted;
     }
     if (m_judge.needsConfirmation(*checked))
@@ -154,7 +176,7 @@ auto ProposalDesk::queue(const RuleProposal& proposal) -> Admission
     if (m.proposals.isFull())
         return Admission::tooMany;
     m.proposals.registerProposal(proposal);
-    tell(queuedText(proposal), proposal.kind);
+    tell(queuedText(proposal), proposal);
     return Admission::admitted;
 }
 
@@ -176,7 +198,7 @@ Task<> ProposalDesk::confirmRule(RuleProposal proposal)
 {
     const auto result = co_await m.proposals.confirm(proposal.proposalId, m.rules, m_moment.now());
     if (result.kind == ConfirmResult::Kind::created)
-        m_chat.say(QStringLiteral("Rule is now active: %1.").arg(proposal.name));
+        tell(QStringLiteral("Rule is now active: %1.").arg(proposal.name), proposal);
 }
 
 Task<> ProposalDesk::confirmWrite(RuleProposal proposal)
@@ -184,11 +206,11 @@ Task<> ProposalDesk::confirmWrite(RuleProposal proposal)
     const auto outcome = std::make_shared<ProposalWriter::Outcome>();
     const auto result = co_await m.proposals.confirm(proposal.proposalId, writing(outcome));
     if (result.kind == ConfirmResult::Kind::failed)
-        noteWriteResult(QStringLiteral("That didn't work: %1").arg(result.reason), proposal.kind);
+        noteFailure(QStringLiteral("That didn't work: %1").arg(result.reason), proposal.kind);
     if (result.kind == ConfirmResult::Kind::created)
-        noteSuccess(outcome->text, proposal.kind);
+        noteSuccess(outcome->text, proposal);
     if (outcome->selfNote)
-        m_chat.say(*outcome->selfNote);
+        tell(*outcome->selfNote, proposal);
 }
 
 auto ProposalDesk::writing(const std::shared_ptr<ProposalWriter::Outcome>& outcome)
@@ -206,28 +228,38 @@ auto ProposalDesk::execute(RuleProposal proposal, std::shared_ptr<ProposalWriter
     if (!written)
         co_return tl::unexpected(written.error().description);
     *outcome = *std::move(written);
-    co_return QUuid::createUuid();
+    co_return ProposalManager::Executed { QUuid::createUuid(), outcome->replaced };
 }
 
-void ProposalDesk::noteSuccess(const QString& text, Kind kind)
+void ProposalDesk::restore(const RuleProposal& proposal)
 {
-    tell(text, kind);
+    const auto before = m.settings.settings();
+    const auto after = UndoLogic::restored(before, *proposal.replaced);
+    m.settings.update([&](AppSettings& settings) { settings = after; });
+    m_modes.restoreTemporaryModeRevert(m_moment.now());
+    if (const auto note = selfChangeNote(proposal.settingsChange->key, before, after))
+        tell(*note, proposal);
+}
+
+void ProposalDesk::noteSuccess(const QString& text, const RuleProposal& about)
+{
+    tell(text, about);
     // What was forgotten must not survive in the record of it.
-    const auto isForgotten = kind == Kind::forgetMemory;
-    record(isForgotten ? QStringLiteral("Forgot something at the user's request") : text, kind);
+    const auto isForgotten = about.kind == Kind::forgetMemory;
+    record(
+        isForgotten ? QStringLiteral("Forgot something at the user's request") : text, about.kind);
 }
 
-void ProposalDesk::tell(const QString& text, Kind kind)
+void ProposalDesk::tell(const QString& text, const RuleProposal& about)
 {
-    if (kind == Kind::forgetMemory)
-        m_chat.sayOffTheRecord(text);
-    else
-        m_chat.say(text);
+    m_chat.say({ .text = text,
+        .proposalID = about.id,
+        .isOffTheRecord = about.kind == Kind::forgetMemory });
 }
 
-void ProposalDesk::noteWriteResult(const QString& text, Kind kind)
+void ProposalDesk::noteFailure(const QString& text, Kind kind)
 {
-    tell(text, kind);
+    m_chat.say({ .text = text, .isOffTheRecord = kind == Kind::forgetMemory });
     record(text, kind);
 }
 

@@ -47,6 +47,10 @@ public:
     /// Confirms, and stops asking about changes of that kind if the kind permits it.
     Task<> allowAlwaysProposal(QString proposalId);
 
+    /// Takes back a confirmed change, if `canBeUndone` says so.
+    void undoProposal(const QString& proposalId);
+    bool canBeUndone(const RuleProposal& proposal) const;
+
     /// Gives any of the three answers.
     Task<> answer(QString proposalId, ProposalAnswer answer);
 
@@ -63,10 +67,12 @@ private:
     Task<ProposalManager::Execution> execute(
         RuleProposal proposal, std::shared_ptr<ProposalWriter::Outcome> outcome);
 
+    void restore(const RuleProposal& proposal);
+
     /// What tells of a deletion names what was deleted, so no librarian reads it.
-    void tell(const QString& text, RuleProposal::Kind kind);
-    void noteWriteResult(const QString& text, RuleProposal::Kind kind);
-    void noteSuccess(const QString& text, RuleProposal::Kind kind);
+    void tell(const QString& text, const RuleProposal& about);
+    void noteFailure(const QString& text, RuleProposal::Kind kind);
+    void noteSuccess(const QString& text, const RuleProposal& about);
     void record(const QString& text, RuleProposal::Kind kind);
 
     Stores m;

@@ -2,6 +2,7 @@
 
 #include "conversation/ProposalDesk.h"
 #include "conversation/proposals/ActionTools.h"
+#include "conversation/proposals/AnsweredProposal.h"
 #include "features/Feature.h"
 
 namespace pobblewig {
@@ -9,6 +10,8 @@ namespace pobblewig {
 struct ProposalState {
     /// Proposals that await the user's answer, oldest first.
     std::vector<RuleProposal> pendingProposals;
+    /// The latest ones that the user has answered.
+    std::vector<AnsweredProposal> answered;
 
     bool operator==(const ProposalState&) const = default;
 };
@@ -18,7 +21,7 @@ class ProposalFeature : public Feature {
 public:
     /// All arguments must outlive the feature.
     ProposalFeature(const Stores& stores, const Moment& moment, const ProposalDesk::Hands& hands)
-        : m_proposals(stores.proposals)
+        : m(stores)
         , m_calendarProvider(hands.calendarProvider)
         , m_desk(stores, moment, hands, [this] { changed(); })
     {
@@ -34,13 +37,21 @@ public:
 
     void publish(PublishedState& state) const override
     {
-        state.set(ProposalState { m_proposals.pendingProposals() });
+        ProposalState published { m.proposals.pendingProposals(), {} };
+        for (auto& proposal : m.proposals.settledProposals())
+            published.answered.push_back({ proposal, m_desk.canBeUndone(proposal) });
+        state.set(std::move(published));
     }
 
-    int revision() const override { return Feature::revision() + m_proposals.revision(); }
+    /// What can be undone depends on what is in effect.
+    int revision() const override
+    {
+        return Feature::revision() + m.proposals.revision() + m.settings.revision()
+            + m.rules.revision();
+    }
 
 private:
-    const ProposalManager& m_proposals;
+    Stores m;
     const CalendarDataProviding& m_calendarProvider;
     ProposalDesk m_desk;
 };

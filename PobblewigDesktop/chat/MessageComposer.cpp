@@ -264,7 +264,7 @@ void MessageComposer::showSuggestions()
 void MessageComposer::tryOut(const FirstMinute::Suggestion& suggestion)
 {
     if (!suggestion.answer.isEmpty()) {
-        m_chat.sayOffTheRecord(suggestion.answer);
+        m_chat.say({ .text = suggestion.answer, .isOffTheRecord = true });
         Q_EMIT said();
         return;
     }

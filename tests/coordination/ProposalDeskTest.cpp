@@ -123,6 +123,47 @@ private Q_SLOTS:
         QCOMPARE(told().filter(text("Changed setting")).size(), 3);
     }
 
+    void whatIsInEffectCanBeUndoneOnce()
+    {
+        m->settings.update([](AppSettings& settings) {
+            settings.mode = CoachMode::studying;
+            settings.modeRevertAt = now + 1h;
+            settings.mascot = text("mouse");
+            settings.mascotColorScheme = text("mouse.grey");
+        });
+        const auto before = m->settings.settings();
+        const RuleProposal rule { .proposalId = text("rule"), .name = text("Videos") };
+        const std::vector<RuleProposal> changes { setting("mascot", JSONValue(text("axolotl"))),
+            setting("mode", JSONValue(text("focus"))), rule };
+        for (const auto& change : changes) {
+            apply({ change });
+            awaited(m->desk.confirmProposal(change.proposalId));
+            QCOMPARE(
+                m->chat.messages().back().proposalID, m->proposals.proposal(change.proposalId)->id);
+        }
+        QVERIFY(m->settings.settings().mascotColorScheme != before.mascotColorScheme);
+        for (auto times = 0; times < 2; ++times) {
+            for (const auto& change : changes)
+                m->desk.undoProposal(change.proposalId);
+        }
+        QVERIFY(m->settings.settings() == before && m->rules.rules().empty());
+        QCOMPARE(told().filter(text("Undone at your request: ")).size(), 3);
+        QCOMPARE(told().filter(text("My desktop form changed: ")).size(), 2);
+        // In the same breath it counts as dismissed.
+        for (const auto& change : changes)
+            QVERIFY(m->desk.verdict(change, {}).kind == ActionVerdict::Kind::dismissed);
+    }
+
+    void whatTheUserHasChangedSinceIsNotUndone()
+    {
+        apply({ setting("mode", JSONValue(text("focus"))) });
+        awaited(m->desk.confirmProposal(text("mode")));
+        m->modes.setMode(CoachMode::relaxing);
+        m->desk.undoProposal(text("mode"));
+        QVERIFY(m->settings.settings().mode == CoachMode::relaxing);
+        QVERIFY(told().filter(text("Undone")).isEmpty());
+    }
+
     void withoutCalendarsThereIsNoBannerButAReason()
     {
         UnavailableCalendarProvider none;

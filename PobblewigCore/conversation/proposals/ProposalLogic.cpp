@@ -97,6 +97,8 @@ bool ProposalLogic::payloadEquivalent(const RuleProposal& a, const RuleProposal&
     other.status = a.status;
     other.createdAt = a.createdAt;
     other.settledAt = a.settledAt;
+    other.replaced = a.replaced;
+    other.undoneAt = a.undoneAt;
     return a == other;
 }
 
@@ -113,7 +115,8 @@ bool ProposalLogic::stillHolds(const RuleProposal& proposal, const Standing& sta
     const auto isRecent = proposal.settledAt
         && (!standing.lastMessageAt || *proposal.settledAt >= *standing.lastMessageAt);
     return isRecent
-        && (proposal.status == Status::rejected || isInEffect(proposal, standing.settings));
+        && (proposal.status == Status::rejected || proposal.undoneAt
+            || isInEffect(proposal, standing.settings));
 }
 
 const RuleProposal* ProposalLogic::repeated(const RuleProposal& proposal,

@@ -19,7 +19,7 @@ Task<ProposalManager::Execution> addRule(RuleProposal proposal, RuleStore* rules
 {
     const auto id = QUuid::createUuid();
     rules->add(ProposalLogic::rule(proposal, id, now));
-    co_return id;
+    co_return ProposalManager::Executed { .created = id };
 }
 
 } // namespace
@@ -37,6 +37,13 @@ std::vector<RuleProposal> ProposalManager::pendingProposals() const
     std::ranges::copy_if(m_state.proposals, std::back_inserter(pending), isPending);
     std::ranges::stable_sort(pending, {}, &RuleProposal::createdAt);
     return pending;
+}
+
+std::vector<RuleProposal> ProposalManager::settledProposals() const
+{
+    std::vector<RuleProposal> settled;
+    std::ranges::remove_copy_if(m_state.proposals, std::back_inserter(settled), isPending);
+    return settled;
 }
 
 std::optional<RuleProposal> ProposalManager::proposal(const QString& proposalId) const
@@ -67,20 +74,21 @@ RuleProposal ProposalManager::registerProposal(RuleProposal proposal)
 Task<ConfirmResult> ProposalManager::confirm(QString proposalId, Execute execute)
 {
     using Kind = ConfirmResult::Kind;
-    if (const auto created = m_state.ledger.find(proposalId); created != m_state.ledger.end())
-        co_return ConfirmResult { .kind = Kind::duplicate, .ruleID = created->second };
+    if (const auto earlier = created(proposalId))
+        co_return ConfirmResult { .kind = Kind::duplicate, .ruleID = *earlier };
     if (m_underWay.contains(proposalId))
         co_return ConfirmResult { .kind = Kind::duplicate };
     const auto meant = proposal(proposalId);
     if (!meant || !isPending(*meant))
         co_return ConfirmResult { .kind = Kind::notFound };
     m_underWay.insert(proposalId);
-    const auto executed = co_await execute(*meant);
+    auto executed = co_await execute(*meant);
     m_underWay.erase(proposalId);
     if (!executed)
         co_return ConfirmResult { .kind = Kind::failed, .reason = executed.error() };
-    settleAsConfirmed(*meant, *executed);
-    co_return ConfirmResult { .kind = Kind::created, .ruleID = *executed };
+    const auto created = executed->created;
+    settleAsConfirmed(*meant, *std::move(executed));
+    co_return ConfirmResult { .kind = Kind::created, .ruleID = created };
 }
 
 Task<ConfirmResult> ProposalManager::confirm(
@@ -98,6 +106,21 @@ bool ProposalManager::reject(const QString& proposalId)
         return false;
     settle(*proposal, Status::rejected);
     return true;
+}
+
+std::optional<QUuid> ProposalManager::created(const QString& proposalId) const
+{
+    const auto created = m_state.ledger.find(proposalId);
+    return created == m_state.ledger.end() ? std::nullopt : std::optional(created->second);
+}
+
+void ProposalManager::noteUndone(const QString& proposalId)
+{
+    auto* proposal = find(proposalId);
+    if (!proposal || proposal->status != Status::confirmed)
+        return;
+    proposal->undoneAt = m_clock();
+    m_file.save(m_state);
 }
 
 void ProposalManager::dropForgets()
@@ -126,12 +149,13 @@ RuleProposal* ProposalManager::find(const QString& proposalId)
     return found == m_state.proposals.end() ? nullptr : &*found;
 }
 
-void ProposalManager::settleAsConfirmed(const RuleProposal& meant, const QUuid& created)
+void ProposalManager::settleAsConfirmed(const RuleProposal& meant, Executed executed)
 {
     auto* proposal = find(meant.proposalId);
     if (!proposal || proposal->id != meant.id)
         return;
-    m_state.ledger[meant.proposalId] = created;
+    m_state.ledger[meant.proposalId] = executed.created;
+    proposal->replaced = std::move(executed.replaced);
     // What was forgotten must not survive in the text of the request.
     if (proposal->forget) {
         proposal->forget = ProposedForget { .target = proposal->forget->target };

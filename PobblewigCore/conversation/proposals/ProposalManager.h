@@ -50,7 +50,13 @@ public:
         }
     };
 
-    using Execution = tl::expected<QUuid, QString>;
+    /// What a change has done.
+    struct Executed {
+        QUuid created;
+        /// The settings that it replaced.
+        std::optional<std::map<QString, JSONValue>> replaced = std::nullopt;
+    };
+    using Execution = tl::expected<Executed, QString>;
     using Execute = std::function<Task<Execution>(RuleProposal)>;
 
     explicit ProposalManager(
@@ -61,6 +67,9 @@ public:
 
     /// In the order of their creation.
     std::vector<RuleProposal> pendingProposals() const;
+
+    /// Those that the user has answered.
+    std::vector<RuleProposal> settledProposals() const;
     std::optional<RuleProposal> proposal(const QString& proposalId) const;
 
     /// The proposal that this one repeats, by `ProposalLogic::repeated`.
@@ -84,6 +93,12 @@ public:
     /// Returns whether it was rejected. An unknown, settled or executing proposal cannot be.
     bool reject(const QString& proposalId);
 
+    /// The object that a confirmed proposal created.
+    std::optional<QUuid> created(const QString& proposalId) const;
+
+    /// Keeps that the user has taken a confirmed proposal back.
+    void noteUndone(const QString& proposalId);
+
     /// Removes all requests to forget, whatever their status, since they quote memory.
     void dropForgets();
 
@@ -92,7 +107,7 @@ public:
 
 private:
     RuleProposal* find(const QString& proposalId);
-    void settleAsConfirmed(const RuleProposal& meant, const QUuid& created);
+    void settleAsConfirmed(const RuleProposal& meant, Executed executed);
     void settle(RuleProposal& proposal, RuleProposal::Status status);
     void pruneSettled();
     size_t removeIf(const std::function<bool(const RuleProposal&)>& isUnwanted);

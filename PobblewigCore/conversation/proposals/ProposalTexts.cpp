@@ -2,6 +2,7 @@
 
 #include "conversation/proposals/FolderWarnings.h"
 #include "conversation/proposals/ProposalLogic.h"
+#include "conversation/proposals/UndoLogic.h"
 #include "foundation/Text.h"
 #include "settings/SettingTexts.h"
 #include "settings/SettingsWriteLogic.h"
@@ -21,6 +22,7 @@ constexpr qsizetype entryLength = 100;
 constexpr qsizetype wholeEntryLength = 1'050;
 constexpr qsizetype valueLength = 300;
 constexpr qsizetype mostEntries = 20;
+constexpr qsizetype mostOutcomeLines = 2;
 /// Long enough for a whole note and the words around it.
 constexpr qsizetype forgetLength = 1'050;
 /// A longer text is easier to read on several lines.
@@ -149,17 +151,31 @@ Lines change(const Setting& setting, const AppSettings& before, const AppSetting
     return lines;
 }
 
-Lines settingLines(const ProposedSettingsChange& proposed, const AppSettings& before)
+/// The settings after the change, or nothing if it cannot be made.
+std::optional<AppSettings> changed(
+    const ProposedSettingsChange& proposed, const AppSettings& before)
 {
     const auto* setting = SettingsWriteLogic::allowed(proposed.key);
     auto after = before;
-    if (!setting || !SettingsWriteLogic::write(*setting, proposed.value, after)) {
-        const auto label = setting ? SettingTexts::label(*setting) : proposed.key;
-        return { Texts::tr("%1 cannot be set to %2")
-                     .arg(embedded(label, entryLength),
-                         embedded(proposed.value.displayString(), valueLength)) };
-    }
-    auto lines = FolderWarnings::warnings(before, after) + change(*setting, before, after);
+    if (setting && SettingsWriteLogic::write(*setting, proposed.value, after))
+        return after;
+    return std::nullopt;
+}
+
+Lines impossible(const ProposedSettingsChange& proposed)
+{
+    const auto* setting = SettingsWriteLogic::allowed(proposed.key);
+    const auto label = setting ? SettingTexts::label(*setting) : proposed.key;
+    return { Texts::tr("%1 cannot be set to %2")
+                 .arg(embedded(label, entryLength),
+                     embedded(proposed.value.displayString(), valueLength)) };
+}
+
+/// The changes of the setting and of those that follow it.
+Lines changes(const QString& key, const AppSettings& before, const AppSettings& after)
+{
+    const auto* const setting = SettingCatalog::find(key);
+    auto lines = change(*setting, before, after);
     // A new mascot, for example, can change the colours as well.
     for (const auto& other : SettingCatalog::all()) {
         const auto changes =
@@ -168,6 +184,29 @@ Lines settingLines(const ProposedSettingsChange& proposed, const AppSettings& be
             lines += change(other, before, after);
     }
     return lines;
+}
+
+Lines settingLines(const ProposedSettingsChange& proposed, const AppSettings& before)
+{
+    const auto after = changed(proposed, before);
+    return after ? FolderWarnings::warnings(before, *after) + changes(proposed.key, before, *after)
+                 : impossible(proposed);
+}
+
+/// The value alone if it is not known what it was before.
+Lines settingOutcome(const RuleProposal& proposal, const AppSettings& settings)
+{
+    const auto& proposed = *proposal.settingsChange;
+    const auto before =
+        proposal.replaced ? UndoLogic::restored(settings, *proposal.replaced) : settings;
+    const auto after = changed(proposed, before);
+    if (!after)
+        return impossible(proposed);
+    if (proposal.replaced)
+        return changes(proposed.key, before, *after);
+    const auto* const setting = SettingCatalog::find(proposed.key);
+    return { QStringLiteral("%1: %2").arg(SettingTexts::label(*setting),
+        embedded(SettingTexts::value(*setting, *after), valueLength)) };
 }
 
 QString minutesInWords(int minutes)
@@ -199,6 +238,11 @@ Lines ruleLines(const RuleProposal& rule)
             .arg(minutesInWords(rule.cooldownMinutes), EnumNames::text(rule.responseStyle)));
     add(lines, Texts::tr("Silent in the modes"), silent.join(QStringLiteral(", ")));
     return lines;
+}
+
+Lines bounded(const Lines& lines)
+{
+    return lines.first(std::min(lines.size(), mostOutcomeLines));
 }
 
 QString title(RuleProposal::Kind kind)
@@ -249,6 +293,18 @@ ProposalWords ProposalTexts::words(
     if (words.lines.isEmpty())
         words.lines.append(name(proposal));
     return words;
+}
+
+QStringList ProposalTexts::outcome(
+    const RuleProposal& proposal, const AppSettings& settings, const Calendar& calendar)
+{
+    if (proposal.name.isEmpty())
+        return {};
+    if (proposal.settingsChange)
+        return bounded(settingOutcome(proposal, settings));
+    auto told = words(proposal, settings, calendar).lines;
+    told.front() = QStringLiteral("%1: %2").arg(title(proposal.kind), told.front());
+    return bounded(told);
 }
 
 QString ProposalTexts::when(TimePoint time, bool isDay, const Calendar& calendar)

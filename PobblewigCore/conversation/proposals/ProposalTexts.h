@@ -27,6 +27,11 @@ namespace ProposalTexts {
 ProposalWords words(
     const RuleProposal& proposal, const AppSettings& settings, const Calendar& calendar);
 
+/// What an answered proposal changed or would have changed, in a few lines; empty if that may no
+/// longer be told, as after a deletion.
+QStringList outcome(
+    const RuleProposal& proposal, const AppSettings& settings, const Calendar& calendar);
+
 /// A moment, or only its day.
 QString when(TimePoint time, bool isDay, const Calendar& calendar);
 

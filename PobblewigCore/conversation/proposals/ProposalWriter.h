@@ -17,6 +17,8 @@ public:
         QString text;
         /// What the assistant says about a change of itself.
         std::optional<QString> selfNote = std::nullopt;
+        /// The settings that it replaced.
+        std::optional<std::map<QString, JSONValue>> replaced = std::nullopt;
     };
     using Result = tl::expected<Outcome, WriteError>;
 

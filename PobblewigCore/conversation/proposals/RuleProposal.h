@@ -108,6 +108,10 @@ struct RuleProposal {
     TimePoint createdAt;
     /// When the user answered it.
     std::optional<TimePoint> settledAt = std::nullopt;
+    /// The settings that a confirmed change replaced, as "settings.json" has them.
+    std::optional<std::map<QString, JSONValue>> replaced = std::nullopt;
+    /// When the user took the confirmed change back.
+    std::optional<TimePoint> undoneAt = std::nullopt;
     /// The one that belongs to the kind is set.
     std::optional<ProposedCalendarEvent> event = std::nullopt;
     std::optional<ProposedReminder> reminder = std::nullopt;
@@ -130,6 +134,7 @@ struct RuleProposal {
             defaulted("cooldownMinutes", &T::cooldownMinutes),
             defaulted("responseStyle", &T::responseStyle), required("status", &T::status),
             required("createdAt", &T::createdAt), optional("settledAt", &T::settledAt),
+            optional("replaced", &T::replaced), optional("undoneAt", &T::undoneAt),
             optional("event", &T::event), optional("reminder", &T::reminder),
             optional("settingsChange", &T::settingsChange), optional("forget", &T::forget) };
     }

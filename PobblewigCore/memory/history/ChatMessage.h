@@ -18,6 +18,9 @@ struct ChatMessage {
     /// Set on a message that the program sent unprompted.
     std::optional<QUuid> relatedInterventionID = std::nullopt;
 
+    /// Set on a message that tells about a proposal: the proposal's id.
+    std::optional<QUuid> proposalID = std::nullopt;
+
     /// Set on a reply that ended before the model was done: at its length limit, or by a failure.
     std::optional<bool> cutOff = std::nullopt;
 
@@ -45,6 +48,7 @@ struct ChatMessage {
             defaulted("hadImage", &ChatMessage::hadImage),
             optional("sessionID", &ChatMessage::sessionID),
             optional("relatedInterventionID", &ChatMessage::relatedInterventionID),
+            optional("proposalID", &ChatMessage::proposalID),
             optional("cutOff", &ChatMessage::cutOff), optional("stopped", &ChatMessage::stopped),
             optional("earlier", &ChatMessage::earlier) };
     }

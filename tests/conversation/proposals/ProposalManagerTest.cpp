@@ -33,7 +33,7 @@ RuleProposal reminder(const QString& proposalId, const QString& title, int minut
 
 Task<ProposalManager::Execution> succeed(RuleProposal)
 {
-    co_return made;
+    co_return ProposalManager::Executed { made };
 }
 
 const QString x = u"x"_s;
@@ -200,7 +200,7 @@ private:
     Task<ProposalManager::Execution> whenReleased()
     {
         co_await m_release.next();
-        co_return made;
+        co_return ProposalManager::Executed { made };
     }
 
     std::optional<ScratchDirectory> m_scratch;
