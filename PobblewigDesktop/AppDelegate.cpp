@@ -247,6 +247,9 @@ void AppDelegate::makePanel()
     connect(qApp, &QApplication::aboutToQuit, m_panel.get(), &ChatPanel::keepDraft);
     connect(m_panel.get(), &ChatPanel::typed, &m_buddy.view(), &BuddyView::stir);
     connect(m_panel.get(), &ChatPanel::proposalAnswered, this, &AppDelegate::answerProposal);
+    connect(m_panel.get(), &ChatPanel::undoRequested, this, [this](const QString& proposalId) {
+        m_coordinator->proposalDesk().undoProposal(proposalId);
+    });
     m_panel->resize(m_desktopSettings.value(panelSizeKey, m_panel->size()).toSize());
     m_panel->setNotice(m_notice);
     showPanelState();
@@ -307,7 +310,8 @@ void AppDelegate::showPanelState()
     m_panel->setModelLabel(conversation.modelLabel);
     m_panel->setSuggestions(suggestions(conversation));
     m_panel->setClosingSession(conversation.isClosingSession);
-    m_panel->setProposals(state.of<ProposalState>().pendingProposals, settings);
+    const auto& proposals = state.of<ProposalState>();
+    m_panel->setProposals(proposals.pendingProposals, settings, proposals.answered);
     if (const auto news = m_problems.news(state))
         m_panel->setNotice(*news);
 }

@@ -14,6 +14,7 @@
 #include "PobblewigDesktop/chat/PanelKeys.h"
 #include "PobblewigDesktop/chat/PanelPlacement.h"
 #include "PobblewigDesktop/chat/ProposalBanners.h"
+#include "PobblewigDesktop/chat/ProposalCardLogic.h"
 #include "PobblewigDesktop/chat/TextColumn.h"
 #include "PobblewigDesktop/chat/ThinkingRow.h"
 #include "PobblewigDesktop/chat/TurnState.h"
@@ -128,9 +129,10 @@ void ChatPanel::setNotice(const QString& text)
     m_banners->setNotice(text);
 }
 
-void ChatPanel::setProposals(
-    const std::vector<RuleProposal>& proposals, const AppSettings& settings)
+void ChatPanel::setProposals(const std::vector<RuleProposal>& proposals,
+    const AppSettings& settings, const std::vector<AnsweredProposal>& answered)
 {
+    m_feed->setCards(ProposalCardLogic::cards(proposals, answered, settings, m_calendar));
     m_proposals->setProposals(proposals, settings, m_calendar);
 }
 
@@ -212,7 +214,8 @@ void ChatPanel::arrange()
 
     auto* const proposals = new QVBoxLayout;
     proposals->setContentsMargins(margin, gap, margin, 0);
-    proposals->addWidget(m_proposals);
+    proposals->setSpacing(gap);
+    m_proposals->addTo(*proposals);
 
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -277,6 +280,7 @@ void ChatPanel::connectControls()
     connect(m_view, &ConversationView::editRequested, m_composer, &MessageComposer::edit);
     connect(m_view, &ConversationView::answerAgainRequested, &m_chat, &ChatService::answerAgain);
     connect(m_view, &ConversationView::otherAnswerRequested, m_feed, &ConversationFeed::turnAnswer);
+    connect(m_view, &ConversationView::undoRequested, this, &ChatPanel::undoRequested);
     connect(m_findBar, &FindBar::closeRequested, this, &ChatPanel::closeFind);
     connect(m_header, &ChatHeader::keysRequested, m_keys, &KeyboardSheet::open);
     connect(

@@ -2,8 +2,8 @@
 
 #include "PobblewigDesktop/controls/Theme.h"
 #include "conversation/ChatService.h"
+#include "conversation/proposals/AnsweredProposal.h"
 #include "conversation/proposals/ProposalAnswer.h"
-#include "conversation/proposals/RuleProposal.h"
 #include "foundation/Calendar.h"
 #include "presence/FirstMinute.h"
 #include "settings/AppSettings.h"
@@ -52,8 +52,9 @@ public:
     /// A one-off message about the program; an empty text takes it back.
     void setNotice(const QString& text);
 
-    /// The proposals that wait for the user's answer, oldest first.
-    void setProposals(const std::vector<RuleProposal>& proposals, const AppSettings& settings);
+    /// The proposals that wait for the user's answer, oldest first, and the answered ones.
+    void setProposals(const std::vector<RuleProposal>& proposals, const AppSettings& settings,
+        const std::vector<AnsweredProposal>& answered = {});
 
     /// Called when an answer has been dealt with: a proposal that is still there can be answered
     /// again.
@@ -79,6 +80,7 @@ Q_SIGNALS:
     void hidden();
 
     void proposalAnswered(const QString& proposalId, ProposalAnswer answer);
+    void undoRequested(const QString& proposalId);
 
 protected:
     void showEvent(QShowEvent* event) override;

@@ -3,6 +3,7 @@
 #include "PobblewigDesktop/chat/ConversationModel.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace pobblewig {
 
@@ -38,6 +39,12 @@ void ConversationFeed::refresh()
     show(0);
 }
 
+void ConversationFeed::setCards(ProposalCards cards)
+{
+    if (std::exchange(m_cards, cards) != cards)
+        refresh();
+}
+
 void ConversationFeed::turnAnswer(const QUuid& message, int step)
 {
     const auto number = m_model.rowOf(message);
@@ -53,11 +60,12 @@ void ConversationFeed::turnAnswer(const QUuid& message, int step)
 void ConversationFeed::show(size_t first)
 {
     const auto& messages = m_chat.messages();
+    first = ConversationLogic::firstToShow(messages, first);
     const auto above = first > 0 ? m_model.rowOf(messages[first - 1].id) : std::nullopt;
     // Without the row above, nothing is known of what is shown.
     if (!above)
         first = 0;
-    auto rows = ConversationLogic::rows(messages, m_clock(), m_calendar, first);
+    auto rows = ConversationLogic::rows(messages, m_clock(), m_calendar, m_cards, first);
     if (const auto& revised = m_chat.replyInRevision()) {
         m_answers.erase(*revised);
         std::erase_if(rows, [&](const auto& row) { return row.id == *revised; });

@@ -23,6 +23,9 @@ public:
     /// Shows the messages anew, for example after midnight, when "Today" has become "Yesterday".
     void refresh();
 
+    /// The proposals that messages tell about.
+    void setCards(ProposalCards cards);
+
     /// Shows another answer of a message that was answered again, until there is a new one.
     void turnAnswer(const QUuid& message, int step);
 
@@ -40,6 +43,7 @@ private:
     Calendar m_calendar;
     Clock m_clock;
     QTimer m_nextFrame;
+    ProposalCards m_cards;
     /// Which answer the user has chosen to see.
     std::map<QUuid, std::size_t> m_answers;
 };

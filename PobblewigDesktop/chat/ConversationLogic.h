@@ -16,9 +16,14 @@ QString dayTitle(const QDate& day, const QDate& today, const QLocale& locale);
 
 /// Returns the messages, with a title before the first one of each day. A message of the buddy that
 /// directly follows another one of its own is a note, unless it is proactive: only replies answer
-/// the user. Leaves out what stands before the message with the index `first`.
+/// the user. Messages about a proposal that has a card become one card, at the place of the first
+/// of them, joined to that of another proposal before it. Leaves out what stands before the message
+/// with the index `first`, which `firstToShow` must have returned.
 std::vector<ConversationRow> rows(const std::vector<ChatMessage>& messages, TimePoint now,
-    const Calendar& calendar, size_t first = 0);
+    const Calendar& calendar, const ProposalCards& cards = {}, size_t first = 0);
+
+/// The index of the first message whose row may change if the messages from `changed` on do.
+size_t firstToShow(const std::vector<ChatMessage>& messages, size_t changed);
 
 /// Returns "You, 14:05: …", for those who hear the conversation.
 QString spoken(const ConversationRow& row);

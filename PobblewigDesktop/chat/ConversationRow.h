@@ -1,5 +1,6 @@
 #pragma once
 
+#include "PobblewigDesktop/chat/ProposalCard.h"
 #include "foundation/Time.h"
 
 #include <QString>
@@ -20,6 +21,8 @@ struct ConversationRow {
         proactive,
         /// Tells between the messages what became of something.
         note,
+        /// A change that the user has answered.
+        card,
         /// The reply that is being written.
         preview,
     };
@@ -41,6 +44,11 @@ struct ConversationRow {
     /// The answers whose place this one has taken, and which of them all is shown: 0 is the oldest.
     std::vector<QString> earlier = {};
     std::size_t answer = 0;
+
+    /// What a card tells, and which others it is joined to.
+    ProposalCard card = {};
+    bool isFirstOfCard = true;
+    bool isLastOfCard = true;
 
     bool isMessage() const { return !id.isNull(); }
     bool isReplyInProgress() const { return kind == Kind::preview; }

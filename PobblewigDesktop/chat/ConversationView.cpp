@@ -228,6 +228,7 @@ void ConversationView::mousePressEvent(QMouseEvent* event)
     if (copyCodeAt(point))
         return;
     m_pressedLink = linkAt(point);
+    m_pressedUndo = undoAt(point);
     const auto extends =
         event->modifiers().testFlag(Qt::ShiftModifier) && m_selectionOrigin.row.isValid();
     selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
@@ -256,7 +257,10 @@ void ConversationView::mouseReleaseEvent(QMouseEvent* event)
         return;
     auto* const clipboard = QGuiApplication::clipboard();
     const auto link = std::exchange(m_pressedLink, {});
-    if (!m_marks.selection.empty() && clipboard->supportsSelection())
+    const auto undo = std::exchange(m_pressedUndo, {});
+    if (!undo.isEmpty() && undo == undoAt(event->position().toPoint()))
+        Q_EMIT undoRequested(undo);
+    else if (!m_marks.selection.empty() && clipboard->supportsSelection())
         clipboard->setText(textToCopy(), QClipboard::Selection);
     else if (!link.isEmpty() && link == linkAt(event->position().toPoint()))
         Q_EMIT linkRequested(link);
@@ -289,6 +293,7 @@ void ConversationView::contextMenuEvent(QContextMenuEvent* event)
     auto* const menu = new MessageMenu(this);
     connect(menu, &MessageMenu::linkRequested, this, &ConversationView::linkRequested);
     connect(menu, &MessageMenu::retryRequested, this, &ConversationView::retryRequested);
+    connect(menu, &MessageMenu::undoRequested, this, &ConversationView::undoRequested);
     connectActions(*menu);
     if (!m_marks.selection.empty())
         menu->addAction(tr("Copy selection"), this, &ConversationView::copy);
@@ -319,7 +324,8 @@ void ConversationView::showButtons()
         : QModelIndex();
     const auto index = pointed.isValid() || !hasFocus() ? pointed : currentIndex();
     const auto* const row = index.isValid() ? &m_model.row(index.row()) : nullptr;
-    const auto hasButtons = row && row->isMessage() && row->kind != ConversationRow::Kind::note;
+    const auto hasButtons = row && row->isMessage() && row->kind != ConversationRow::Kind::note
+        && row->kind != ConversationRow::Kind::card;
     if (!hasButtons) {
         m_buttons->hide();
         return;
@@ -402,6 +408,16 @@ QString ConversationView::linkAt(const QPoint& point) const
     return index.isValid() ? layoutOf(index).linkAt(textPoint(index, point)) : QString();
 }
 
+QString ConversationView::undoAt(const QPoint& point) const
+{
+    const auto index = messageAt(point);
+    if (!index.isValid())
+        return {};
+    const auto& row = m_model.row(index.row());
+    const auto place = m_delegate.undoPlace(row, visualRect(index).topLeft());
+    return place.contains(point) ? row.card.proposalId : QString();
+}
+
 bool ConversationView::copyCodeAt(const QPoint& point)
 {
     const auto index = messageAt(point);
@@ -417,7 +433,8 @@ void ConversationView::showCursor(const QPoint& point)
 {
     const auto index = messageAt(point);
     const auto isButton = index.isValid()
-        && (!linkAt(point).isEmpty() || layoutOf(index).copyButtonAt(textPoint(index, point)));
+        && (!undoAt(point).isEmpty() || !linkAt(point).isEmpty()
+            || layoutOf(index).copyButtonAt(textPoint(index, point)));
     viewport()->setCursor(isButton ? Qt::PointingHandCursor : Qt::IBeamCursor);
 }
 

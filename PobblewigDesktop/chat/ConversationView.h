@@ -53,6 +53,7 @@ Q_SIGNALS:
     void retryRequested(const QUuid& message);
     void editRequested();
     void answerAgainRequested();
+    void undoRequested(const QString& proposalId);
 
     /// By one, into the past or back.
     void otherAnswerRequested(const QUuid& message, int step);
@@ -97,6 +98,7 @@ private:
     /// The point within the text of its row.
     QPointF textPoint(const QModelIndex& index, const QPoint& point) const;
     QString linkAt(const QPoint& point) const;
+    QString undoAt(const QPoint& point) const;
     bool copyCodeAt(const QPoint& point);
     void select(const TextPlace& from, const TextPlace& to);
     void showCursor(const QPoint& point);
@@ -120,6 +122,8 @@ private:
     TextPlace m_selectionOrigin;
     /// The link on which the mouse was pressed.
     QString m_pressedLink;
+    /// Likewise, the proposal that a card offers to undo.
+    QString m_pressedUndo;
     bool m_isFollowing = true;
     bool m_isSettling = false;
 };

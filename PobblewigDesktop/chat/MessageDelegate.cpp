@@ -1,5 +1,6 @@
 #include "PobblewigDesktop/chat/MessageDelegate.h"
 
+#include "PobblewigDesktop/chat/CardPainter.h"
 #include "PobblewigDesktop/chat/ConversationLogic.h"
 #include "PobblewigDesktop/chat/ConversationModel.h"
 #include "PobblewigDesktop/chat/MessageLayouts.h"
@@ -27,6 +28,14 @@ bool hasFooter(const ConversationRow& row)
 {
     return row.kind == ConversationRow::Kind::user || row.kind == ConversationRow::Kind::assistant
         || row.kind == ConversationRow::Kind::proactive;
+}
+
+/// What is told in passing, and what is not to be.
+bool isQuiet(const ConversationRow& row)
+{
+    return row.kind == ConversationRow::Kind::note
+        || (row.kind == ConversationRow::Kind::card
+            && row.card.outcome != ProposalCard::Outcome::done);
 }
 
 QString footerText(const ConversationRow& row)
@@ -71,6 +80,8 @@ MessageDelegate::Boxes MessageDelegate::boxes(
     if (row.kind == ConversationRow::Kind::day)
         return { .text = column.adjusted(0, 0, 0, footerHeight), .height = footerHeight + dayGap };
 
+    if (row.kind == ConversationRow::Kind::card)
+        return cardBoxes(row, column);
     const auto& layout = m_layouts.layout(row);
     Boxes boxes { .text = QRectF(column.topLeft(), QSizeF(column.width(), layout.height())) };
     if (row.kind == ConversationRow::Kind::user) {
@@ -88,6 +99,29 @@ MessageDelegate::Boxes MessageDelegate::boxes(
         hasFooter(row) ? footerHeight : -footerGap);
     boxes.height = static_cast<int>(std::ceil(boxes.footer.bottom() - topLeft.y())) + rowGap;
     return boxes;
+}
+
+auto MessageDelegate::cardBoxes(const ConversationRow& row, const QRectF& column) const -> Boxes
+{
+    const auto& layout = m_layouts.layout(row);
+    const auto footerHeight = QFontMetrics(m_layouts.measure().captionFont).height();
+    const auto above = row.isFirstOfCard ? CardPainter::inset : CardPainter::joint;
+    const auto below = row.isLastOfCard ? CardPainter::inset : 0;
+    const QPointF origin(
+        column.left() + CardPainter::inset + CardPainter::iconRoom, column.top() + above);
+    Boxes boxes { .text = QRectF(origin, QSizeF(layout.width(), layout.height())) };
+    boxes.footer = QRectF(origin.x(), boxes.text.bottom() + 2, layout.width(), footerHeight);
+    const auto height = int(std::ceil(boxes.footer.bottom() + below - column.top()));
+    boxes.bubble = QRectF(column.topLeft(), QSizeF(column.width(), height));
+    boxes.height = height + (row.isLastOfCard ? rowGap : 0);
+    return boxes;
+}
+
+QRectF MessageDelegate::undoPlace(const ConversationRow& row, const QPointF& topLeft) const
+{
+    if (!row.card.canBeUndone)
+        return {};
+    return CardPainter::undoPlace(row, boxes(row, topLeft).footer, m_layouts.measure().captionFont);
 }
 
 int MessageDelegate::lineTop(
@@ -172,13 +206,14 @@ void MessageDelegate::paintDay(
 void MessageDelegate::paintMessage(
     QPainter& painter, const ConversationRow& row, const Boxes& boxes, const QRectF& clip) const
 {
-    if (!boxes.bubble.isNull()) {
+    if (row.kind == ConversationRow::Kind::card) {
+        paintCard(painter, row, boxes);
+    } else if (!boxes.bubble.isNull()) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(m_palette.bubble);
         painter.drawRoundedRect(boxes.bubble, bubbleCorner, bubbleCorner);
     }
-    const MessageLayout::Ink ink { .text = row.kind == ConversationRow::Kind::note ? m_palette.muted
-                                                                                   : m_palette.text,
+    const MessageLayout::Ink ink { .text = isQuiet(row) ? m_palette.muted : m_palette.text,
         .muted = m_palette.muted,
         .link = m_palette.link,
         .code = m_palette.code,
@@ -191,6 +226,16 @@ void MessageDelegate::paintMessage(
         paintCaret(painter, row, boxes.text.topLeft());
     if (hasFooter(row))
         paintFooter(painter, row, footerLine(row, boxes));
+}
+
+void MessageDelegate::paintCard(
+    QPainter& painter, const ConversationRow& row, const Boxes& boxes) const
+{
+    const CardPainter card(painter, m_palette, row);
+    card.paintSurface(boxes.bubble);
+    const auto line = m_layouts.layout(row).cursorAt(0).translated(boxes.text.topLeft());
+    card.paintSymbol(boxes.bubble, line);
+    card.paintFooter(boxes.footer, m_layouts.measure().captionFont);
 }
 
 void MessageDelegate::paintFooter(

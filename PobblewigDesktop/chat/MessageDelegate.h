@@ -37,6 +37,9 @@ public:
     /// Returns the place of the line below the text, for a row at `topLeft`.
     QRectF footer(const ConversationRow& row, const QPointF& topLeft) const;
 
+    /// Returns where a card at `topLeft` offers to undo; null if it does not.
+    QRectF undoPlace(const ConversationRow& row, const QPointF& topLeft) const;
+
     /// Returns where the line with this position of the text begins, for a row at `topLeft`.
     int lineTop(const ConversationRow& row, const QPointF& topLeft, qsizetype position) const;
     qsizetype positionAt(
@@ -51,7 +54,9 @@ private:
     void paintDay(QPainter& painter, const ConversationRow& row, const QRectF& box) const;
     void paintMessage(QPainter& painter, const ConversationRow& row, const Boxes& boxes,
         const QRectF& clip) const;
+    void paintCard(QPainter& painter, const ConversationRow& row, const Boxes& boxes) const;
     void paintFooter(QPainter& painter, const ConversationRow& row, const QRectF& place) const;
+    Boxes cardBoxes(const ConversationRow& row, const QRectF& column) const;
     QRectF footerLine(const ConversationRow& row, const Boxes& boxes) const;
     void paintCaret(QPainter& painter, const ConversationRow& row, const QPointF& origin) const;
 

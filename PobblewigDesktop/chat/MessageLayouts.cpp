@@ -1,5 +1,6 @@
 #include "PobblewigDesktop/chat/MessageLayouts.h"
 
+#include "PobblewigDesktop/chat/CardPainter.h"
 #include "PobblewigDesktop/chat/ConversationModel.h"
 #include "PobblewigDesktop/chat/TextColumn.h"
 
@@ -43,7 +44,8 @@ void MessageLayouts::setMeasure(const QFont& font, int viewWidth)
         .viewWidth = viewWidth,
         .columnLeft = (viewWidth - column) / 2,
         .columnWidth = column,
-        .bubbleTextWidth = std::max(1, column * 85 / 100 - 2 * bubblePadding) };
+        .bubbleTextWidth = std::max(1, column * 85 / 100 - 2 * bubblePadding),
+        .cardTextWidth = std::max(1, column - 2 * CardPainter::inset - CardPainter::iconRoom) };
     m_messages.clear();
     m_reply.reset();
 }
@@ -101,6 +103,8 @@ MessageLayout::Shape MessageLayouts::shapeFor(const ConversationRow& row) const
     case ConversationRow::Kind::note:
         return { measure.captionFont, std::max<qreal>(1, measure.columnWidth - 2 * noteInset),
             Alignment::centred };
+    case ConversationRow::Kind::card:
+        return { measure.font, qreal(measure.cardTextWidth), Alignment::natural };
     default:
         return { measure.font, qreal(measure.columnWidth), Alignment::natural,
             MessageLayout::Markup::markdown };

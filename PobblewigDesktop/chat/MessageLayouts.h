@@ -22,6 +22,7 @@ public:
         int columnLeft = 0;
         int columnWidth = 0;
         int bubbleTextWidth = 0;
+        int cardTextWidth = 0;
     };
 
     const Measure& measure() const { return m_measure; }

@@ -38,6 +38,8 @@ void MessageMenu::addMessage(
         [text = MessageLayout::asShown(shown.copied({ 0, shown.text.size() }))] {
             setClipboard(text);
         });
+    if (row.card.canBeUndone)
+        addAction(tr("Undo"), this, [this, id = row.card.proposalId] { Q_EMIT undoRequested(id); });
     if (shown.text != row.text)
         addAction(tr("Copy as Markdown"), this, [text = row.text] { setClipboard(text); });
     addAnswers(row, offers);

@@ -22,6 +22,7 @@ public:
 Q_SIGNALS:
     void linkRequested(const QString& address);
     void retryRequested(const QUuid& message);
+    void undoRequested(const QString& proposalId);
     void editRequested();
     void answerAgainRequested();
 

@@ -19,9 +19,12 @@ namespace {
 
 constexpr int margin = 12;
 constexpr int gap = 8;
+constexpr int lineGap = 2;
 /// Until the user wants to read on.
 constexpr int mostLinesOfTheFirst = 4;
 constexpr int mostLinesOfOthers = 2;
+/// However little room there is.
+constexpr int leastLines = 2;
 
 } // namespace
 
@@ -68,11 +71,17 @@ void ProposalBanner::setWords(const ProposalWords& words)
         auto* const line = new WrappedLabel(text, this);
         if (!m_lines.empty())
             PanelStyle::setRole(*line, QStringLiteral("detail"));
-        connect(line, &WrappedLabel::wrapped, this, &ProposalBanner::showExpander);
+        connect(line, &WrappedLabel::wrapped, this, &ProposalBanner::limitLines);
         m_column->addWidget(line);
         m_lines.push_back(line);
     }
     showLines();
+}
+
+void ProposalBanner::setRoom(int height)
+{
+    m_room = height;
+    limitLines();
 }
 
 void ProposalBanner::setAnswerable(bool isAnswerable)
@@ -158,7 +167,7 @@ void ProposalBanner::arrange()
     auto* const top = new QHBoxLayout;
     top->addWidget(m_title, 1);
     top->addWidget(m_expander);
-    m_column->setSpacing(2);
+    m_column->setSpacing(lineGap);
     auto* const all = new QVBoxLayout(this);
     all->setContentsMargins(margin, gap / 2, margin, margin);
     all->setSpacing(gap);
@@ -178,24 +187,36 @@ void ProposalBanner::toggle()
 
 void ProposalBanner::showLines()
 {
-    for (auto* const line : m_lines) {
-        const auto most = line == m_lines.front() ? mostLinesOfTheFirst : mostLinesOfOthers;
-        line->setMostLines(m_isExpanded || m_words.isInFull ? WrappedLabel::unlimited : most);
-    }
     const auto name = m_isExpanded ? tr("Show less") : tr("Show all");
     m_expander->setAccessibleName(name);
     m_expander->setToolTip(name);
     m_expander->setIcon(m_isExpanded ? m_less : m_more);
-    showExpander();
+    limitLines();
 }
 
-void ProposalBanner::showExpander()
+int ProposalBanner::linesInRoom() const
 {
-    const auto isLong = [this](const WrappedLabel* line) {
-        return line->lineCount()
-            > (line == m_lines.front() ? mostLinesOfTheFirst : mostLinesOfOthers);
-    };
-    m_expander->setVisible(!m_words.isInFull && std::ranges::any_of(m_lines, isLong));
+    const auto around =
+        gap / 2 + m_expander->sizeHint().height() + gap + m_answers.front()->sizeHint().height();
+    return std::max(leastLines, (m_room - around) / (fontMetrics().height() + lineGap));
+}
+
+void ProposalBanner::limitLines()
+{
+    const auto isInFull = m_isExpanded || m_words.isInFull;
+    auto left = linesInRoom();
+    auto isLong = false;
+    for (auto* const line : m_lines) {
+        const auto isFirst = line == m_lines.front();
+        // Something of the second is in sight as well.
+        const auto free = isFirst && m_lines.size() > 1 ? left - 1 : left;
+        const auto most = std::min(isFirst ? mostLinesOfTheFirst : mostLinesOfOthers, free);
+        isLong |= line->lineCount() > most;
+        line->setVisible(isInFull || most > 0);
+        line->setMostLines(isInFull ? WrappedLabel::unlimited : std::max(1, most));
+        left -= std::min(most, line->lineCount());
+    }
+    m_expander->setVisible(isLong && !m_words.isInFull);
 }
 
 } // namespace pobblewig

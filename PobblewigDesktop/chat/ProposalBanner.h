@@ -47,6 +47,9 @@ public:
     void setTheme(const Palette& palette);
     void setWords(const ProposalWords& words);
 
+    /// A text that is not shown in full leaves the usual answers in sight at this height.
+    void setRoom(int height);
+
     /// Sets whether the user can answer. The first answer makes it false.
     void setAnswerable(bool isAnswerable);
 
@@ -70,7 +73,8 @@ private:
     void arrange();
     void toggle();
     void showLines();
-    void showExpander();
+    int linesInRoom() const;
+    void limitLines();
 
     QString m_id;
     ProposalWords m_words;
@@ -80,6 +84,7 @@ private:
     QBoxLayout* m_answerRow;
     std::vector<WrappedLabel*> m_lines;
     std::vector<QPushButton*> m_answers;
+    int m_room = 0;
     bool m_isExpanded = false;
     bool m_isAnnounced = false;
     QIcon m_more;

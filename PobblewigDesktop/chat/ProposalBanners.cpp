@@ -1,6 +1,7 @@
 #include "PobblewigDesktop/chat/ProposalBanners.h"
 
 #include "PobblewigDesktop/chat/ProposalBanner.h"
+#include "PobblewigDesktop/chat/ProposalFold.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 
 #include <QEvent>
@@ -55,6 +56,7 @@ ProposalWords captureWords()
 
 ProposalBanners::ProposalBanners(QWidget& panel)
     : QScrollArea(&panel)
+    , m_fold(new ProposalFold(&panel))
     , m_column(new QWidget)
     , m_layout(new QVBoxLayout(m_column))
     , m_slide(this, "maximumHeight")
@@ -75,6 +77,8 @@ ProposalBanners::ProposalBanners(QWidget& panel)
     m_column->setAutoFillBackground(false);
     panel.installEventFilter(this);
     hide();
+    connect(m_fold, &ProposalFold::toggled, this, &ProposalBanners::toggleFold);
+    connect(m_fold, &ProposalFold::dismissAllRequested, this, &ProposalBanners::dismissAll);
 
     m_slide.setDuration(slideMilliseconds);
     m_slide.setEasingCurve(QEasingCurve::OutCubic);
@@ -85,9 +89,20 @@ ProposalBanners::ProposalBanners(QWidget& panel)
     connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, &ProposalBanners::showNewest);
 }
 
+void ProposalBanners::addTo(QVBoxLayout& column)
+{
+    column.addWidget(m_fold);
+    column.addWidget(this);
+}
+
 int ProposalBanners::heightForWidth(int width) const
 {
-    return std::min(m_layout->totalHeightForWidth(width), window()->height() * 2 / 5);
+    return std::min(m_layout->totalHeightForWidth(width), room());
+}
+
+int ProposalBanners::room() const
+{
+    return window()->height() * 2 / 5;
 }
 
 void ProposalBanners::setTheme(const Palette& palette)
@@ -139,8 +154,11 @@ bool ProposalBanners::event(QEvent* event)
 
 bool ProposalBanners::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == parent() && event->type() == QEvent::Resize)
+    if (watched == parent() && event->type() == QEvent::Resize) {
+        for (auto* const banner : m_banners)
+            banner->setRoom(room());
         updateGeometry();
+    }
     auto* const control = qobject_cast<QWidget*>(watched);
     if (event->type() == QEvent::FocusIn && m_column->isAncestorOf(control))
         reveal(*control);
@@ -201,15 +219,58 @@ bool ProposalBanners::show(const BannerQuestion& question, const ProposalWords& 
 
 void ProposalBanners::showAll(int heightBefore, bool hasNew)
 {
-    setVisible(!m_banners.empty());
+    fold();
     if (hasNew)
         slideFrom(heightBefore);
+}
+
+void ProposalBanners::fold()
+{
+    const auto proposals = proposalBanners();
+    if (proposals.size() < 2)
+        m_isUnfolded = false;
+    const auto isFolded = proposals.size() > 1 && !m_isUnfolded;
+    for (auto* const banner : proposals)
+        banner->setVisible(!isFolded);
+    m_fold->setCount(int(proposals.size()));
+    m_fold->setFolded(isFolded);
+    setVisible(m_banners.size() > (isFolded ? proposals.size() : 0));
+}
+
+void ProposalBanners::toggleFold()
+{
+    m_isUnfolded = !m_isUnfolded;
+    fold();
+}
+
+void ProposalBanners::dismissAll()
+{
+    std::vector<QString> ids;
+    for (const auto* const banner : proposalBanners())
+        ids.push_back(banner->id());
+    Q_EMIT focusGivenUp();
+    for (const auto& id : ids)
+        Q_EMIT answered(id, ProposalAnswer::dismiss);
+}
+
+std::vector<ProposalBanner*> ProposalBanners::proposalBanners() const
+{
+    std::vector<ProposalBanner*> proposals;
+    std::ranges::copy_if(m_banners, std::back_inserter(proposals),
+        [](const ProposalBanner* banner) { return banner->id() != captureId; });
+    return proposals;
+}
+
+bool ProposalBanners::isBusy() const
+{
+    return underMouse() || m_column->isAncestorOf(window()->focusWidget());
 }
 
 ProposalBanner* ProposalBanners::add(const BannerQuestion& question)
 {
     auto* const banner = new ProposalBanner(question, m_column);
     banner->setTheme(m_palette);
+    banner->setRoom(room());
     m_layout->addWidget(banner);
     connect(banner, &ProposalBanner::answered, this, &ProposalBanners::answered);
     connect(banner, &ProposalBanner::focusGivenUp, this, &ProposalBanners::focusGivenUp);
@@ -217,15 +278,16 @@ ProposalBanner* ProposalBanners::add(const BannerQuestion& question)
         control->installEventFilter(this);
     orderControls(*banner);
     m_banners.push_back(banner);
-    m_isArriving = !underMouse() && !m_column->isAncestorOf(window()->focusWidget());
+    m_isArriving = !isBusy();
+    // What the user is at does not go.
+    m_isUnfolded |= isBusy();
     return banner;
 }
 
 void ProposalBanners::orderControls(const ProposalBanner& newest)
 {
-    QWidget* previous = m_banners.empty() ? this : m_banners.back()->controls().back();
-    while (!(previous->focusPolicy() & Qt::TabFocus))
-        previous = previous->previousInFocusChain();
+    QWidget* previous =
+        m_banners.empty() ? m_fold->lastControl() : m_banners.back()->controls().back();
     for (auto* const control : newest.controls())
         setTabOrder(std::exchange(previous, control), control);
 }
@@ -274,12 +336,14 @@ bool ProposalBanners::reveal(QWidget& control)
 void ProposalBanners::hold()
 {
     m_column->setAttribute(Qt::WA_TransparentForMouseEvents);
+    m_fold->setAttribute(Qt::WA_TransparentForMouseEvents);
     m_settling.start();
 }
 
 void ProposalBanners::settle()
 {
     m_column->setAttribute(Qt::WA_TransparentForMouseEvents, false);
+    m_fold->setAttribute(Qt::WA_TransparentForMouseEvents, false);
     m_isArriving = false;
 }
 

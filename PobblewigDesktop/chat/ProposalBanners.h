@@ -16,10 +16,12 @@ class QVBoxLayout;
 namespace pobblewig {
 
 class ProposalBanner;
+class ProposalFold;
 struct BannerQuestion;
 
 /// The changes that wait for the user's answer, and the question whether the model may look at the
-/// screen, one banner each, in at most two fifths of the window.
+/// screen, one banner each, in at most two fifths of the window. Several proposals are folded into
+/// one line until the user wants to see them.
 ///
 /// New banners slide in. While anything moves, and for a moment afterwards, a press of the pointer
 /// does not reach an answer, because it was meant for whatever had been there before. A press on a
@@ -33,6 +35,8 @@ public:
 
     explicit ProposalBanners(QWidget& panel);
 
+    /// Adds the line and the banners below it.
+    void addTo(QVBoxLayout& column);
     int heightForWidth(int width) const override;
 
     void setTheme(const Palette& palette);
@@ -70,6 +74,12 @@ private:
     bool show(const BannerQuestion& question, const ProposalWords& words);
     ProposalBanner* add(const BannerQuestion& question);
     void showAll(int heightBefore, bool hasNew);
+    bool isBusy() const;
+    void fold();
+    void toggleFold();
+    void dismissAll();
+    std::vector<ProposalBanner*> proposalBanners() const;
+    int room() const;
     int shownHeight() const { return isHidden() ? 0 : height(); }
     void orderControls(const ProposalBanner& newest);
     void slideFrom(int height);
@@ -83,6 +93,7 @@ private:
     void settle();
 
     Palette m_palette;
+    ProposalFold* m_fold;
     QWidget* m_column;
     QVBoxLayout* m_layout;
     std::vector<ProposalBanner*> m_banners;
@@ -90,6 +101,8 @@ private:
     QTimer m_settling;
     /// Whether the newest banner is to be shown, as the user is not busy with another.
     bool m_isArriving = false;
+    /// The user wants to see each of several proposals.
+    bool m_isUnfolded = false;
 };
 
 } // namespace pobblewig

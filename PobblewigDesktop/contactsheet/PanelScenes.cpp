@@ -139,6 +139,47 @@ void propose(PanelStage& stage, std::ptrdiff_t from, std::ptrdiff_t count)
     stage.panel.setProposals({ all.begin() + from, all.begin() + from + count }, {});
 }
 
+/// What became of a proposal, as the conversation tells it.
+AnsweredProposal answered(
+    StagedChat& talk, RuleProposal proposal, RuleProposal::Status status, const char* told)
+{
+    proposal.id = QUuid::createUuid();
+    proposal.status = status;
+    proposal.settledAt = StagedChat::now - 1min;
+    talk.add({ .id = QUuid::createUuid(),
+        .role = ChatMessage::Role::assistant,
+        .text = QString::fromLatin1(told),
+        .timestamp = StagedChat::now - 1min,
+        .proposalID = proposal.id });
+    return { proposal, false };
+}
+
+void decide(PanelStage& stage)
+{
+    using enum RuleProposal::Status;
+    auto& talk = stage.talk;
+    AppSettings settings;
+    settings.mascot = QStringLiteral("axolotl");
+    settings.mascotColorScheme = QStringLiteral("axolotl.pink");
+    talk.exchange(QStringLiteral("Turn into a pink axolotl."), QStringLiteral("Watch me."),
+        StagedChat::now - 5min);
+    auto form = answered(talk, changed(QStringLiteral("mascot"), QStringLiteral("axolotl")),
+        confirmed, "Changed setting: mascot → axolotl");
+    form.proposal.replaced.emplace().emplace(QStringLiteral("mascot"), QStringLiteral("mouse"));
+    form.canBeUndone = true;
+    auto mode = answered(
+        talk, changed(QStringLiteral("mode"), QStringLiteral("relaxing")), rejected, "Dismissed");
+    talk.exchange(QStringLiteral("And put the dentist into my calendar, and watch my videos."),
+        QStringLiteral("Both are yours to confirm."), StagedChat::now - 3min);
+    const auto all = proposals();
+    auto dentist = answered(talk, all[1], confirmed, "Added 'Dentist' to your calendar");
+    auto rule = answered(talk, all[5], confirmed, "Rule is now active");
+    rule.proposal.undoneAt = StagedChat::now;
+    auto forgotten = answered(talk, all[2], confirmed, "Forgot the note \"Finds statistics hard\"");
+    forgotten.proposal.name.clear();
+    stage.panel.setProposals({}, settings, { form, mode, dentist, rule, forgotten });
+}
+
 QString refusal()
 {
     return QStringLiteral(
@@ -324,10 +365,30 @@ std::vector<PanelScene> PanelScenes::all()
                 spawn(askForPicture(&stage.talk.chat().captureConsent()));
             } },
         { QStringLiteral("proposals, three"), [](PanelStage& stage) { propose(stage, 0, 3); } },
-        { QStringLiteral("proposals, six"), [](PanelStage& stage) { propose(stage, 0, 6); } },
-        { QStringLiteral("proposals, narrow"),
+        { QStringLiteral("proposals, shown"),
             [](PanelStage& stage) {
-                stage.panel.resize(300, 420);
+                propose(stage, 0, 6);
+                stage.button("Show").click();
+            } },
+        { QStringLiteral("cards"), decide },
+        { QStringLiteral("cards, narrow"),
+            [](PanelStage& stage) {
+                stage.panel.resize(300, 320);
+                decide(stage);
+            } },
+        { QStringLiteral("proposal, smallest"),
+            [](PanelStage& stage) {
+                stage.panel.resize(300, 320);
+                propose(stage, 1, 1);
+            } },
+        { QStringLiteral("forgetting, smallest"),
+            [](PanelStage& stage) {
+                stage.panel.resize(300, 320);
+                propose(stage, 2, 1);
+            } },
+        { QStringLiteral("proposals, smallest"),
+            [](PanelStage& stage) {
+                stage.panel.resize(300, 320);
                 propose(stage, 0, 2);
             } },
         { QStringLiteral("scrolled"),

@@ -25,6 +25,8 @@ enum class Name {
     edit,
     menu,
     clock,
+    check,
+    undo,
 };
 
 /// A square of `side` device-independent pixels, sharp at the given ratio.

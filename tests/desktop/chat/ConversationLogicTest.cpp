@@ -72,6 +72,48 @@ private Q_SLOTS:
         QCOMPARE(kinds({ message(Role::system) }), (std::vector { Kind::day, Kind::note }));
     }
 
+    void whatIsAnsweredBecomesOneCardWhereItWasMade()
+    {
+        using enum ProposalCard::Outcome;
+        const auto ids = std::array { QUuid::createUuid(), QUuid::createUuid(), QUuid::createUuid(),
+            QUuid::createUuid() };
+        const auto about = [&](int proposal, const char* text) {
+            auto told = message(Role::assistant, QString::fromLatin1(text));
+            told.proposalID = ids[size_t(proposal)];
+            return told;
+        };
+        const auto user = message(Role::user);
+        const auto buddy = message(Role::assistant);
+        const std::vector<ChatMessage> messages { user, buddy, about(0, "Queued"),
+            about(1, "Queued"), about(2, "Queued"), user, about(3, "Queued"), about(0, "Done"),
+            buddy, about(1, "Forgot it"), user };
+        const ProposalCards cards {
+            { ids[0], { .proposalId = u"a"_s, .outcome = done, .text = u"Mode: Focus"_s } },
+            { ids[1], { .proposalId = u"b"_s, .outcome = dismissed } },
+            { ids[2], { .proposalId = u"c"_s } },
+        };
+        const auto rows = ConversationLogic::rows(messages, now, calendar, cards);
+        std::vector<Kind> shown;
+        for (const auto& row : rows)
+            shown.push_back(row.kind);
+        QCOMPARE(shown,
+            (std::vector { Kind::day, Kind::user, Kind::assistant, Kind::card, Kind::card,
+                Kind::user, Kind::assistant, Kind::note, Kind::user }));
+        QCOMPARE(rows[3].text, u"Mode: Focus"_s);
+        QCOMPARE(rows[4].text, u"Forgot it"_s);
+        QVERIFY(rows[3].isFirstOfCard && !rows[3].isLastOfCard);
+        QVERIFY(!rows[4].isFirstOfCard && rows[4].isLastOfCard);
+
+        // What is shown anew from a message on is the same as before.
+        for (size_t changed = 0; changed <= messages.size(); ++changed) {
+            const auto first = ConversationLogic::firstToShow(messages, changed);
+            QVERIFY(first <= changed);
+            const auto part = ConversationLogic::rows(messages, now, calendar, cards, first);
+            QVERIFY(std::equal(part.rbegin(), part.rend(), rows.rbegin()));
+            QVERIFY(first == 0 || rows[rows.size() - part.size() - 1].id == messages[first - 1].id);
+        }
+    }
+
     void everyMatchIsFoundInOrder()
     {
         const std::vector<ConversationRow> rows {

@@ -1,5 +1,6 @@
 #include "PobblewigDesktop/chat/ProposalBanners.h"
 
+#include "PobblewigDesktop/chat/ConversationView.h"
 #include "PobblewigDesktop/chat/ProposalBanner.h"
 #include "desktop/chat/PanelFixture.h"
 #include "support/TableRow.h"
@@ -74,6 +75,13 @@ class ProposalBannersTest : public QObject {
         return nullptr;
     }
 
+    /// Shows each of several proposals.
+    void show(const std::vector<RuleProposal>& proposals)
+    {
+        m->panel.setProposals(proposals, {});
+        m->button("Show").click();
+    }
+
     QPushButton* button(const QString& id, const char* name) const
     {
         return PanelFixture::find<QPushButton>(*banner(id), name);
@@ -142,7 +150,7 @@ private Q_SLOTS:
 
     void enterNeverAnswersAndTheFocusNeverComesByItself()
     {
-        m->panel.setProposals({ modeChange(), reminder(QStringLiteral("Tea")) }, {});
+        show({ modeChange(), reminder(QStringLiteral("Tea")) });
         QCOMPARE(focused(), QStringLiteral("Message"));
         QTest::keyClicks(&m->input(), QStringLiteral("Hello"));
         QTest::keyClick(&m->input(), Qt::Key_Return);
@@ -167,7 +175,7 @@ private Q_SLOTS:
         QCOMPARE(m_answers[ProposalAnswer::allowAlways].takeFirst(), id);
         QVERIFY(confirmed().isEmpty() && dismissed().isEmpty());
         // What else happens in the meantime is no outcome.
-        m->panel.setProposals({ modeChange(), reminder(QStringLiteral("Tea")) }, {});
+        show({ modeChange(), reminder(QStringLiteral("Tea")) });
         QVERIFY(!button(id, "Dismiss")->isEnabled());
         m->panel.allowAnswer(id);
         button(id, "Dismiss")->click();
@@ -180,7 +188,7 @@ private Q_SLOTS:
     void aBannerThatGoesGivesTheFocusToTheInput()
     {
         const auto tea = reminder(QStringLiteral("Tea"));
-        m->panel.setProposals({ modeChange(), tea }, {});
+        show({ modeChange(), tea });
         button(QStringLiteral("mode"), "Confirm")->setFocus(Qt::TabFocusReason);
         m->panel.setProposals({ tea }, {});
         QCOMPARE(focused(), QStringLiteral("Message"));
@@ -205,6 +213,7 @@ private Q_SLOTS:
     void aPressMeantForWhatStoodThereIsNoAnswer()
     {
         const auto tea = reminder(QStringLiteral("Tea"));
+        show({ tea, modeChange() });
         for (const auto& proposals : { std::vector { tea, modeChange() }, { modeChange() } }) {
             m->panel.setProposals(proposals, {});
             // Until the layout has come to rest; presses are held off for longer.
@@ -239,7 +248,7 @@ private Q_SLOTS:
         std::vector<RuleProposal> proposals;
         for (auto number = 0; number < 6; ++number)
             proposals.push_back(reminder(QStringLiteral("Tea %1").arg(number)));
-        m->panel.setProposals(proposals, {});
+        show(proposals);
         const auto* const newest = button(QStringLiteral("Tea 5"), "Confirm");
         const auto* const all = m->panel.findChild<ProposalBanners*>();
         QTRY_VERIFY(isWithinReach(newest));
@@ -258,9 +267,62 @@ private Q_SLOTS:
         QTRY_COMPARE(all->height(), 200);
     }
 
+    void severalAreFoldedIntoOneLine()
+    {
+        const auto tea = reminder(QStringLiteral("Tea"));
+        m->panel.setProposals({ modeChange(), tea }, {});
+        QVERIFY(!banner(QStringLiteral("mode")) && !banner(QStringLiteral("Tea")));
+        QVERIFY(m->named<QFrame>("2 things wait for you").isVisible());
+        auto& dismissAll = m->button("Dismiss all");
+        QTest::keyClick(&dismissAll, Qt::Key_Return);
+        QVERIFY(dismissed().isEmpty());
+        // The one that is left needs no line.
+        m->panel.setProposals({ tea }, {});
+        QVERIFY(banner(QStringLiteral("Tea")) && !dismissAll.isVisible());
+
+        // What the user is at stays.
+        button(QStringLiteral("Tea"), "Confirm")->setFocus();
+        m->panel.setProposals({ tea, modeChange() }, {});
+        QVERIFY(banner(QStringLiteral("Tea")) && banner(QStringLiteral("mode")));
+        m->button("Hide").click();
+        QVERIFY(!banner(QStringLiteral("Tea")));
+        QTRY_VERIFY(isWithinReach(&dismissAll));
+        click(middle(&dismissAll));
+        QCOMPARE(dismissed(), QStringList({ QStringLiteral("Tea"), QStringLiteral("mode") }));
+    }
+
+    void theAnswersAreInSightInTheSmallestPanel()
+    {
+        m->panel.resize(m->panel.minimumSize());
+        const auto id = QStringLiteral("A word and another. ").repeated(20).trimmed();
+        m->panel.setProposals({ forget(id) }, {});
+        const auto* const confirm = button(id, "Confirm");
+        QTRY_COMPARE(confirm->visibleRegion().boundingRect(), confirm->rect());
+        QVERIFY(banner(id)->findChild<QToolButton*>()->isVisible());
+    }
+
+    void whatIsDoneOffersToUndo()
+    {
+        auto change = modeChange();
+        change.id = QUuid::createUuid();
+        change.status = RuleProposal::Status::confirmed;
+        m->talk.chat.say({ .text = QStringLiteral("Changed"), .proposalID = change.id });
+        m->panel.setProposals({}, {}, { { change, true } });
+        auto* const view = m->panel.findChild<ConversationView*>();
+        const auto index = view->model()->index(1, 0);
+        QCOMPARE(index.data(Qt::AccessibleTextRole), QStringLiteral("Done, 00:00: Mode: Focus"));
+        QSignalSpy undone(&m->panel, &ChatPanel::undoRequested);
+        QTRY_VERIFY(view->visualRect(index).height() > 30);
+        const auto place = view->visualRect(index);
+        // "Undo" stands at the end of the last line.
+        for (auto y = place.top(); y < place.bottom(); y += 4)
+            QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, { place.right() - 40, y });
+        QVERIFY(!undone.isEmpty() && undone.first().first() == QStringLiteral("mode"));
+    }
+
     void tabGoesThroughTheAnswersAsTheyAreRead()
     {
-        m->panel.setProposals({ modeChange(), forget(QStringLiteral("Note")) }, {});
+        show({ modeChange(), forget(QStringLiteral("Note")) });
         m->panel.findChild<QAbstractItemView*>()->setFocus();
         QStringList reached;
         do {
@@ -269,8 +331,8 @@ private Q_SLOTS:
         } while (reached.last() != QStringLiteral("Message") && reached.size() < 20);
         const auto confirm = QStringLiteral("Confirm");
         const auto dismiss = QStringLiteral("Dismiss");
-        const QStringList expected { confirm, dismiss,
-            QStringLiteral("Allow always for ordinary settings"), confirm, dismiss,
+        const QStringList expected { QStringLiteral("Hide"), QStringLiteral("Dismiss all"), confirm,
+            dismiss, QStringLiteral("Allow always for ordinary settings"), confirm, dismiss,
             QStringLiteral("Message") };
         QCOMPARE(reached, expected);
     }
