@@ -1,13 +1,9 @@
 #include "conversation/ChatTurn.h"
 
-#include "ChatFixture.h"
-#include "conversation/ActionParser.h"
+#include "TurnFixture.h"
 #include "conversation/ContextLogic.h"
 #include "support/Awaited.h"
 #include "support/LogLines.h"
-#include "support/RequestParts.h"
-#include "support/TableRow.h"
-#include "support/Variables.h"
 
 #include <QRegularExpression>
 
@@ -17,51 +13,9 @@ namespace {
 
 using Reply = ScriptedProvider::Reply;
 
-/// With arguments as "name=value name=value".
-LLMToolCall call(const QString& name, const QString& arguments = {})
-{
-    static int number = 0;
-    QJsonObject json;
-    for (const auto& [key, value] : variables(arguments))
-        json[key] = value;
-    return LLMToolCall(u"call-%1"_s.arg(++number), name,
-        QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Compact)));
-}
-
-Reply calling(std::vector<LLMToolCall> calls, const QString& text = {})
-{
-    Reply reply;
-    if (!text.isEmpty())
-        reply.events.emplace_back(LLMToken { text });
-    reply.events.emplace_back(LLMToolCalls { std::move(calls) });
-    return reply;
-}
-
 Reply findingNotes()
 {
     return calling({ call(u"memory_find_notes"_s, u"query=tea"_s) });
-}
-
-LLMToolCall reminder(const QString& id)
-{
-    return call(u"propose_reminder"_s, u"proposalId=%1 title=%1"_s.arg(id));
-}
-
-QStringList toolNames(const LLMRequest& request)
-{
-    QStringList names;
-    for (const auto& tool : request.tools)
-        names.append(tool.name);
-    return names;
-}
-
-/// What the model read last.
-QStringList tail(const LLMRequest& request, qsizetype count)
-{
-    QStringList contents;
-    for (const auto& message : request.messages)
-        contents.append(withoutContext(message));
-    return contents.last(count);
 }
 
 } // namespace
@@ -70,14 +24,7 @@ class ChatTurnTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        m = std::make_unique<ChatFixture>();
-        m_actions.clear();
-        m->chat.onActions = [this](std::vector<BuddyAction> actions) {
-            return take(std::move(actions));
-        };
-    }
+    void init() { m = std::make_unique<TurnFixture>(); }
 
     void resultsOfCallsComeBackInTheirOrderAndOnlyTheAnswerStays()
     {
@@ -102,7 +49,7 @@ private Q_SLOTS:
         QVERIFY(messages[5].content.startsWith(u"registered as a pending proposal"));
         QVERIFY(messages[6].content.startsWith(u"error"));
         QCOMPARE(m->texts(), u"what do I like?|Green tea.");
-        QCOMPARE(m_actions.size(), 1u);
+        QCOMPARE(m->actions.size(), 1u);
         QVERIFY(m->chat.lastToolCalls()
             == (std::vector {
                 u"describe_tool (failed)"_s, u"memory_find_notes"_s, u"no_such_tool (failed)"_s }));
@@ -165,98 +112,6 @@ private Q_SLOTS:
         QCOMPARE(tail(m->model.requests().back(), 1).front(), u"error: memory tools unavailable");
     }
 
-    void theScreenIsLookedAtOncePerTurn()
-    {
-        const auto look = call(u"screen_capture"_s);
-        m->models.vision = &m->visionModel;
-        m->model.enqueue(calling({ look, look }));
-        m->visionModel.enqueue(calling({ look }));
-        m->visionModel.enqueue(u"A cat."_s);
-        m->screen.enqueue(CapturedScreenshot { "JPEG", u"Captured Cats"_s });
-        m->ask(u"what's on my screen?"_s);
-
-        QCOMPARE(m->screen.looks().size(), 1u);
-        const auto& messages = m->visionModel.requests().front().messages;
-        QVERIFY(prompts(messages).contains(u"A screenshot is attached"));
-        QVERIFY(messages.back().imageJPEG == QByteArray("JPEG"));
-        QCOMPARE(tail(m->visionModel.requests().front(), 3),
-            QStringList({ u"captured: Captured Cats — the image is attached to this message"_s,
-                u"refused: at most one screen capture per request"_s,
-                ChatTurnLogic::screenshotAttached.toString() }));
-        QVERIFY(tail(m->visionModel.requests().back(), 1).front().startsWith(u"refused"));
-        QVERIFY(m->chat.messages().back().hadImage);
-        QVERIFY(!m->chat.captureIndicator());
-    }
-
-    void aPictureForTheModelIsTheUsersToAllow_data()
-    {
-        columns<std::optional<ChatFixture::CaptureAnswer>, bool, int, QString>(
-            "answer", "isPaused", "questions", "told");
-        using Answer = ChatFixture::CaptureAnswer;
-        const auto denied = "the user did not allow a picture";
-        row("yes", std::optional(Answer::lookNow), false, 1, "captured: Captured Cats");
-        row("no", std::optional(Answer::notNow), false, 1, denied);
-        row("silence", std::optional<Answer>(), false, 1, denied);
-        row("paused", std::optional(Answer::allowUntilQuit), true, 0, "observation is paused");
-    }
-    void aPictureForTheModelIsTheUsersToAllow()
-    {
-        QFETCH(std::optional<ChatFixture::CaptureAnswer>, answer);
-        QFETCH(bool, isPaused);
-        QFETCH(QString, told);
-        if (!answer)
-            m = std::make_unique<ChatFixture>(std::chrono::milliseconds(0));
-        m->captureAnswer = answer;
-        m->settings.update([&](auto& settings) { settings.pausedIndefinitely = isPaused; });
-        m->screen.enqueue(CapturedScreenshot { "JPEG", u"Captured Cats"_s });
-        const auto look = call(u"screen_capture"_s);
-        m->ask(u"good night"_s, calling({ look, look }), u"Sleep well."_s);
-        const auto& messages = m->model.requests().back().messages;
-        const auto result = std::ranges::find(messages, look.id, &LLMMessage::toolCallID);
-        QVERIFY(result->content.startsWith(told));
-        QCOMPARE(m->screen.looks().size(), told.startsWith(u"captured") ? 1u : 0u);
-        QTEST(m->captureQuestions, "questions");
-    }
-
-    void onceAllowedThereIsNoQuestionUntilAPause()
-    {
-        m->captureAnswer = ChatFixture::CaptureAnswer::allowUntilQuit;
-        for (const auto isPaused : { false, false, true }) {
-            m->settings.update([&](auto& settings) { settings.pausedIndefinitely = isPaused; });
-            m->screen.enqueue(CapturedScreenshot { "JPEG", u"Captured Cats"_s });
-            m->ask(u"look"_s, calling({ call(u"screen_capture"_s) }), u"A cat."_s);
-        }
-        QCOMPARE(m->captureQuestions, 1);
-        QCOMPARE(m->screen.looks().size(), 2u);
-    }
-
-    void stoppingWithdrawsTheQuestionForAPicture()
-    {
-        m->captureAnswer.reset();
-        m->model.enqueue(calling({ call(u"screen_capture"_s) }));
-        m->chat.submit(u"look"_s);
-        auto& consent = m->chat.captureConsent();
-        QTRY_VERIFY(consent.isAsking());
-        m->chat.cancelStreaming();
-        QVERIFY(!consent.isAsking());
-        consent.answer(ChatFixture::CaptureAnswer::allowUntilQuit);
-        m->ask(u"hi"_s, u"Hello."_s);
-        QVERIFY(m->screen.looks().empty());
-        QCOMPARE(m->texts(), u"look|hi|Hello.");
-    }
-
-    void aLookThatIsDeniedIsToldToTheModel()
-    {
-        m->model.enqueue(calling({ call(u"screen_capture"_s) }));
-        m->model.enqueue(u"I cannot see it."_s);
-        m->screen.enqueue(
-            tl::unexpected(ScreenCaptureError { ScreenCaptureError::Kind::permissionDenied }));
-        m->ask(u"what's on my screen?"_s);
-        QCOMPARE(m->permissions.requests, 1);
-        QVERIFY(tail(m->model.requests().back(), 1).front().startsWith(u"error: Permission"));
-        QVERIFY(m->succeeded());
-    }
-
     void aModelWithoutFunctionsIsServedByText()
     {
         const LogLines log;
@@ -273,7 +128,7 @@ private Q_SLOTS:
             u"No tea.\n```buddy-actions\n[{\"type\":\"propose_reminder\","
             "\"proposalId\":\"tea\",\"title\":\"Buy tea\"}]\n```"_s);
         QCOMPARE(m->texts(), u"hi|Hello.|tea?|No tea.");
-        QCOMPARE(m_actions.size(), 1u);
+        QCOMPARE(m->actions.size(), 1u);
 
         const auto& asked = m->model.requests()[2];
         QVERIFY(asked.tools.empty());
@@ -435,173 +290,8 @@ private Q_SLOTS:
         QVERIFY(!m->model.requests()[2].tools.empty());
     }
 
-    void anActionCallIsAcknowledgedAsItWillBe_data()
-    {
-        columns<QString, LLMToolCall, QString>("allowedClass", "action", "beginning");
-        const auto setting = [](const QString& change) {
-            return call(u"update_settings"_s, u"proposalId=s "_s + change);
-        };
-        const auto focus = setting(u"key=mode value=focus"_s);
-        row("asked", "", focus, "registered as a pending proposal");
-        row("allowed", "settings_change", focus, "auto-approved — the user chose \"Allow always\"");
-        row("allowed, of a kind that asks all the same", "settings_change",
-            setting(u"key=cloudSyncEnabled value=true"_s), "registered");
-        row("no such note", "memory_forget",
-            call(u"forget_memory"_s, u"proposalId=f target=note id=12345678"_s),
-            "refused: no memory note with id 12345678 — nothing was registered");
-        row("no such value", "", setting(u"key=mode value=party"_s),
-            "refused: mode must be one of: openEnded, focus, ");
-        row("an address", "settings_change",
-            setting(u"key=canvasBaseURL value=https://evil.example"_s), "registered");
-        row("the end of a pause", "settings_change",
-            setting(u"key=pausedIndefinitely value=false"_s), "registered");
-        row("a pause", "settings_change", setting(u"key=pausedIndefinitely value=true"_s),
-            "auto-approved");
-        row("half of it", "",
-            call(u"set_mascot"_s, u"proposalId=m mascot=axolotl colorScheme=plaid"_s),
-            "form → axolotl: registered as a pending");
-        row("for a while", "", call(u"set_temporary_mode"_s, u"mode=focus"_s),
-            "noted — applied when this turn completes, for 60 minutes");
-        row("without an id", "", call(u"propose_reminder"_s, u"title=x"_s),
-            "error: missing or invalid arguments — nothing was registered");
-    }
-    void anActionCallIsAcknowledgedAsItWillBe()
-    {
-        QFETCH(QString, allowedClass);
-        QFETCH(LLMToolCall, action);
-        QFETCH(QString, beginning);
-        m->setConfirmations({ { allowedClass, false } });
-        m->ask(u"please"_s, calling({ action }), u"Done that."_s);
-        const auto told = tail(m->model.requests().back(), 1).front();
-        QVERIFY2(told.startsWith(beginning), qPrintable(told));
-        // What is refused is told to the user too.
-        QCOMPARE(m_actions.empty(), beginning.startsWith(u"error"));
-        QCOMPARE(m->executor.totalCalls(), 0);
-    }
-
-    void aRequestIsAnsweredByWhatBecameOfTheLastOne()
-    {
-        const auto propose = [](const char* title) {
-            return call(
-                u"propose_reminder"_s, u"proposalId=r title=%1"_s.arg(QLatin1String(title)));
-        };
-        const auto told = [&](const LLMToolCall& request) {
-            m->ask(u"please"_s, calling({ request }), u"There."_s);
-            return tail(m->model.requests().back(), 1).front();
-        };
-        m->proposals.registerProposal(
-            std::get<RuleProposal>(ActionParser::actions(propose("tea"), {}).front()));
-        QVERIFY(told(propose("tea")).startsWith(u"already registered"));
-        QVERIFY(told(propose("coffee")).startsWith(u"error: another request has this"));
-        m->time += std::chrono::minutes(1);
-        m->proposals.reject(u"r"_s);
-        QVERIFY(m->judge.verdict(ActionParser::actions(propose("tea"), {}).front(), {}).kind
-            == ActionVerdict::Kind::dismissed);
-        m->time += std::chrono::minutes(1);
-        QVERIFY(told(propose("tea")).startsWith(u"registered"));
-    }
-
-    void aModelThatCorrectsItselfIsBelieved()
-    {
-        const auto mode = [](const QString& value) {
-            return call(u"update_settings"_s, u"proposalId=m key=mode value="_s + value);
-        };
-        m->ask(u"focus"_s, calling({ mode(u"party"_s) }), calling({ mode(u"focus"_s) }), u"Yes."_s);
-        QCOMPARE(m_actions.size(), 1u);
-        QCOMPARE(std::get<RuleProposal>(m_actions.front()).name, u"mode → focus");
-    }
-
-    void aReplyOfActionsAloneIsNoMessage()
-    {
-        const auto block = u"```buddy-actions\n[{\"type\":\"set_persona\",\"proposalId\":\"p\","
-                           "\"persona\":\"classic\"}]\n```"_s;
-        m->ask(u"be classic"_s, block);
-        QCOMPARE(m->model.requests().size(), 1u);
-        QCOMPARE(m_actions.size(), 1u);
-        QCOMPARE(m->texts(), u"be classic");
-    }
-
-    void aMalformedBlockIsAskedForAgainOnce_data()
-    {
-        columns<QString>("block");
-        row("no JSON", "```buddy-actions\n{\"actions\":[{\"type\"\n```");
-        row("without what it needs", "```buddy-actions\n[{\"type\":\"set_persona\"}]\n```");
-        row("without an end", "```buddy-actions\n[{\"type\":\"set_persona\",");
-        row("with text behind", "```buddy-actions\n[]\n```\nThere you are.");
-        row("a look-up", "```buddy-tools\n{\"tools\":[{\"args\":{}}]}\n```");
-    }
-    void aMalformedBlockIsAskedForAgainOnce()
-    {
-        QFETCH(QString, block);
-        const auto reply = u"Here you go.\n"_s + block;
-        m->ask(u"please"_s, reply, reply);
-        QCOMPARE(m->model.requests().size(), 2u);
-        QCOMPARE(tail(m->model.requests().back(), 2),
-            QStringList({ reply, ChatTurnLogic::blockNudge.toString() }));
-        QVERIFY(m->texts().startsWith(u"please|Here you go."));
-    }
-
-    void actionsArriveOnceAndAfterTheReply()
-    {
-        m->ask(u"two"_s, calling({ reminder(u"a"_s), reminder(u"b"_s) }),
-            calling({ reminder(u"a"_s) }, u"Both."_s), u"Both are waiting."_s);
-        QCOMPARE(m_actions.size(), 2u);
-        QCOMPARE(m_textsAtActions, u"two|Both are waiting.");
-    }
-
-    void aClaimWithoutACallIsQuestionedOnce()
-    {
-        const auto claim = u"I've queued that. Confirm in the banner."_s;
-        m->ask(u"remind me"_s, claim, claim);
-        QCOMPARE(m->model.requests().size(), 2u);
-        QCOMPARE(tail(m->model.requests().back(), 2),
-            QStringList(
-                { claim, ChatTurnLogic::claimNudge(toolNames(m->model.requests().back())) }));
-        QCOMPARE(m->texts(), u"remind me|"_s + claim);
-
-        m->ask(u"now really"_s, calling({ reminder(u"a"_s) }), claim);
-        QCOMPARE(m->model.requests().size(), 4u);
-    }
-
-    void aFloodOfCallsIsBounded()
-    {
-        std::vector<LLMToolCall> calls(10'000, reminder(u"a"_s));
-        calls.insert(calls.begin(), call(u"memory_find_notes"_s));
-        m->ask(u"flood"_s, calling(calls), u"done"_s);
-        QCOMPARE(m->model.requests().back().messages.size(), 3 + ChatTurnLogic::maxCallsPerReply);
-        QCOMPARE(m_actions.size(), 1u);
-    }
-
-    void aTurnThatIsStoppedAmidAToolIsForgotten()
-    {
-        m->model.enqueue(calling({ call(u"screen_capture"_s) }));
-        m->chat.submit(u"look"_s);
-        QTRY_COMPARE(m->screen.looks().size(), 1u);
-        m->chat.cancelStreaming();
-        m->model.enqueueHeld(u"hel"_s);
-        m->chat.submit(u"hi"_s);
-        QTRY_COMPARE(m->chat.streamingPreview(), u"hel"_s);
-        m->screen.enqueue(CapturedScreenshot { "JPEG", u"Captured Cats"_s });
-        QTest::qWait(0);
-        QCOMPARE(m->chat.streamingPreview(), u"hel"_s);
-        m->model.release();
-        m->finishTurn();
-        QVERIFY(!m->chat.captureIndicator());
-        QVERIFY(m->chat.lastToolCalls().empty());
-        QCOMPARE(m->texts(), u"look|hi|hel");
-    }
-
 private:
-    Task<> take(std::vector<BuddyAction> actions)
-    {
-        m_textsAtActions = m->texts();
-        std::ranges::move(actions, std::back_inserter(m_actions));
-        co_return;
-    }
-
-    std::unique_ptr<ChatFixture> m;
-    std::vector<BuddyAction> m_actions;
-    QString m_textsAtActions;
+    std::unique_ptr<TurnFixture> m;
 };
 
 } // namespace pobblewig
