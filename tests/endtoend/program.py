@@ -103,6 +103,58 @@ class Program:
         Atspi.EditableText.set_text_contents(self.control("Message"), text)
         self.press("Send")
 
+    def typed(self):
+        """What stands in the input."""
+        return Atspi.Text.get_text(self.control("Message"), 0, -1)
+
+    def copied(self):
+        """What pasting gives."""
+        field = self.control("Message")
+        Atspi.EditableText.set_text_contents(field, "")
+        Atspi.EditableText.paste_text(field, 0)
+        text = self.typed()
+        Atspi.EditableText.set_text_contents(field, "")
+        return text
+
+    def choose(self, row, number):
+        """An entry of the menu of a row of the conversation, both counted from 0."""
+        place = wait_for(lambda: self.place_of(row), "the row")
+        middle = str(place.x + place.width // 2), str(place.y + place.height // 2)
+        self.choose_from(lambda: xdotool("mousemove", *middle, "click", "3"), number)
+
+    def choose_from(self, open_menu, number):
+        windows = self.windows()
+        open_menu()
+        wait_for(lambda: self.windows() > windows, "the menu")
+        xdotool("key", *["Down"] * (number + 1), "Return")
+        wait_for(lambda: self.windows() == windows, "the end of the menu")
+
+    def tab_to(self, name):
+        """Brings the focus there by the keyboard."""
+        for _ in range(20):
+            before = self.focused()
+            if before == name:
+                return
+            xdotool("key", "Tab")
+            wait_for(lambda: self.focused() not in (None, before), "another focus")
+        raise AssertionError(f'no way by Tab to "{name}"')
+
+    def focused(self):
+        """The name of the control that has the focus, or nothing."""
+        return next(focused_below(self.application()), None)
+
+    def windows(self):
+        """How many are on the screen, menus among them."""
+        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--pid",
+                                str(self.process.pid)], timeout=30, capture_output=True, text=True)
+        return len(found.stdout.split())
+
+    def place_of(self, row):
+        """On the screen; rows are counted from the end with negative numbers."""
+        rows = list(children(self.control("Conversation")))
+        place = Atspi.Component.get_extents(rows[row], Atspi.CoordType.SCREEN)
+        return place if place.height > 0 else None
+
     def press(self, name):
         wait_for(lambda: self.is_usable(name), f'the button "{name}"')
         Atspi.Action.do_action(self.control(name), 0)
@@ -119,6 +171,10 @@ class Program:
         if not control or not control.get_state_set().contains(Atspi.StateType.SHOWING):
             return None
         return control.get_description() or control.get_name()
+
+    def texts_shown(self):
+        """All that the windows say at the moment."""
+        return " ".join(shown_below(self.application()))
 
     def texts_below(self, node):
         """All that a part of the window says."""
@@ -170,6 +226,26 @@ def xdotool(*arguments):
 
 def children(node):
     return filter(None, (node.get_child_at_index(at) for at in range(node.get_child_count())))
+
+
+def focused_below(node):
+    for child in children(node):
+        # The current row of a list says so even without the focus.
+        if child.get_role() == Atspi.Role.LIST_ITEM:
+            return
+        if child.get_name() and child.get_state_set().contains(Atspi.StateType.FOCUSED):
+            yield child.get_name()
+        yield from focused_below(child)
+
+
+def shown_below(node):
+    for child in children(node):
+        if not child.get_state_set().contains(Atspi.StateType.SHOWING):
+            continue
+        yield from filter(None, (child.get_name(), child.get_description()))
+        if child.get_role() == Atspi.Role.TEXT:
+            yield Atspi.Text.get_text(child, 0, -1)
+        yield from shown_below(child)
 
 
 def find_below(node, name):
