@@ -1,5 +1,6 @@
 #include "conversation/ChatService.h"
 
+#include "conversation/ProblemLogic.h"
 #include "conversation/RevisionLogic.h"
 #include "foundation/Log.h"
 
@@ -20,41 +21,33 @@ tl::unexpected<ChatError> failed(ChatError error)
     return tl::unexpected(std::move(error));
 }
 
-/// Whether the same request may succeed a moment later.
-bool isWorthRetrying(const ChatError& error)
-{
-    using Kind = LLMError::Kind;
-    const auto* model = modelError(error);
-    if (!model || model->kind == Kind::notConfigured || model->kind == Kind::onlyThought)
-        return false;
-    const auto about = model->complaint();
-    const auto isKnown =
-        about != ServerComplaint::plain && about != ServerComplaint::toolsUnsupported;
-    // Who names a time does not want to be asked before.
-    return !isKnown && model->retryAfter.isEmpty();
-}
-
 } // namespace
 
 ChatService::ChatService(const Stores& stores, const Moment& moment, Surroundings surroundings)
     : m_settings(stores.settings)
     , m_memory(stores.memory)
     , m_moment(moment)
-    , m_record(stores, moment)
+    , m_messages(stores, moment)
     , m(std::move(surroundings))
     , m_tools({}, m.wording)
     , m_router(stores.usage, m.models, m.loadingPause)
     , m_screenshots(m.screen, stores.settings, m.wording)
     , m_captureConsent(stores.settings, moment, m.patience)
     , m_problem(m.models, moment, m.environmentFile)
-    , m_watch(moment)
+    , m_display(moment)
 {
     connect(&m_problem, &TurnProblem::changed, this, &ChatService::lastErrorChanged);
+    connect(&m_messages, &TurnMessages::changed, this, &ChatService::messagesChanged);
+    connect(&m_messages, &TurnMessages::askedLost, this, &ChatService::forgetLostTurn);
+    connect(&m_display, &TurnDisplay::previewChanged, this, &ChatService::streamingPreviewChanged);
+    connect(&m_display, &TurnDisplay::noticeChanged, this, &ChatService::noticeChanged);
+    connect(&m_display, &TurnDisplay::captureIndicatorChanged, this,
+        &ChatService::captureIndicatorChanged);
 }
 
 std::optional<QString> ChatService::unsentText() const
 {
-    if (!canRetry() || !lastError() || m_recordedMessage)
+    if (!canRetry() || !lastError() || m_messages.asked())
         return std::nullopt;
     return m_lastRequest->text;
 }
@@ -87,7 +80,7 @@ void ChatService::answerAgain()
         return;
     const auto [question, reply] = *RevisionLogic::answerableAgain(messages());
     m_lastRequest = Request { .text = question.text, .answersAgain = reply.id };
-    m_recordedMessage = question.id;
+    m_messages.setAsked(question.id);
     run(AutoRetry::allowed);
 }
 
@@ -99,14 +92,14 @@ void ChatService::retryLast()
 
 void ChatService::retry(const QUuid& message)
 {
-    if (m_recordedMessage == message && canRetry()) {
+    if (m_messages.asked() == message && canRetry()) {
         retryLast();
         return;
     }
     const auto failed = std::ranges::find(messages(), message, &ChatMessage::id);
     if (!isUnanswered(message) || failed == messages().end() || !submit(failed->text))
         return;
-    setUnanswered(message, false);
+    m_messages.setUnanswered(message, false);
 }
 
 void ChatService::retryWith(const QString& modelID)
@@ -135,21 +128,19 @@ void ChatService::cancelStreaming()
     m_stop.request_stop();
     m_router.close();
     keepStoppedReply();
-    beginPreview();
+    m_display.emptyPreview();
     enter(Phase::idle);
     Q_EMIT activityChanged(false, false);
 }
 
 void ChatService::say(const ChatRemark& remark)
 {
-    m_record.addRemark(remark);
-    announceAdded();
+    m_messages.say(remark);
 }
 
 void ChatService::reload()
 {
-    Q_EMIT messagesChanged(0);
-    forgetLostTurn();
+    m_messages.reload();
 }
 
 bool ChatService::canRun(const Request& request) const
@@ -163,7 +154,7 @@ bool ChatService::begin(Request request)
     if (!canRun(request))
         return false;
     m_lastRequest = std::move(request);
-    m_recordedMessage.reset();
+    m_messages.setAsked(std::nullopt);
     run(AutoRetry::allowed);
     return true;
 }
@@ -190,7 +181,7 @@ Task<> ChatService::runTurn(AutoRetry autoRetry, std::stop_token stop)
 Task<ChatService::Outcome> ChatService::performLastRequest()
 {
     const auto request = *m_lastRequest;
-    const auto userMessage = m_recordedMessage ? UserMessage::reuseLast : UserMessage::record;
+    const auto userMessage = m_messages.asked() ? UserMessage::reuseLast : UserMessage::record;
     if (request.screenshot == Screenshot::with)
         co_return co_await sendWithScreenshot(request.text, userMessage);
     co_return co_await send(request.text, std::nullopt, userMessage);
@@ -211,14 +202,16 @@ Task<> ChatService::completeTurn(Actions actions, std::stop_token stop)
 void ChatService::abandonTurn(const ChatError& error, AutoRetry autoRetry)
 {
     enter(Phase::idle);
-    if (autoRetry == AutoRetry::allowed && isWorthRetrying(error) && canRetry()) {
-        Log::line(QStringLiteral("buddy: request failed (%1); auto-retrying once")
-                      .arg(loggable(*modelError(error))));
+    const auto* model = modelError(error);
+    const auto isWorthRetrying = model && ProblemLogic::isWorthRetrying(*model);
+    if (autoRetry == AutoRetry::allowed && isWorthRetrying && canRetry()) {
+        Log::line(
+            QStringLiteral("buddy: request failed (%1); auto-retrying once").arg(loggable(*model)));
         run(AutoRetry::done);
         return;
     }
-    if (m_recordedMessage && canRetry() && !m_lastRequest->answersAgain)
-        setUnanswered(*m_recordedMessage, true);
+    if (m_messages.asked() && canRetry() && !m_lastRequest->answersAgain)
+        m_messages.setUnanswered(*m_messages.asked(), true);
     Q_EMIT activityChanged(false, false);
 }
 
@@ -238,31 +231,29 @@ Task<ChatService::Outcome> ChatService::send(
     }
     const auto trimmed = text.trimmed();
     const auto earlier =
-        userMessage == UserMessage::reuseLast ? m_record.newestQuestion() : std::nullopt;
+        userMessage == UserMessage::reuseLast ? m_messages.record().newestQuestion() : std::nullopt;
     if (trimmed.isEmpty() || (userMessage == UserMessage::reuseLast && !earlier))
         co_return Outcome();
 
     m_problem.clear();
-    setNotice(std::nullopt);
-    m_watch.forgetThoughts();
+    m_display.begin();
     enter(Phase::streaming);
-    beginPreview();
-    m_lastToolCalls.clear();
     const auto asked = earlier ? *earlier : recordQuestion(trimmed, image.has_value());
     const auto askedIn = asked.sessionID;
-    setUnanswered(asked.id, false);
+    m_messages.setUnanswered(asked.id, false);
     if (earlier && m_lastRequest)
-        setReplyInRevision(m_lastRequest->answersAgain);
+        m_messages.setReplyInRevision(m_lastRequest->answersAgain);
 
-    auto outcome = co_await requestReply({ asked, std::move(image), m_replyInRevision }, stop);
+    auto outcome =
+        co_await requestReply({ asked, std::move(image), m_messages.replyInRevision() }, stop);
     if (stop.stop_requested())
         co_return failed(Cancelled());
     if (outcome)
         finishReply(*outcome, askedIn);
     else
         failReply(std::get<LLMFailure>(outcome.error()), askedIn);
-    setReplyInRevision(std::nullopt);
-    beginPreview();
+    m_messages.setReplyInRevision(std::nullopt);
+    m_display.emptyPreview();
     enter(nextPhase);
     if (!outcome)
         co_return failed(outcome.error());
@@ -283,7 +274,7 @@ Task<ChatService::Outcome> ChatService::sendWithScreenshot(QString text, UserMes
         m_problem.report(m_screenshots.explanation(screenshot.error()));
         co_return failed(screenshot.error());
     }
-    setCaptureIndicator(screenshot->description);
+    m_display.setCaptureIndicator(screenshot->description);
     co_return co_await send(text, screenshot->jpegData, userMessage);
 }
 
@@ -311,7 +302,7 @@ Task<ChatTurn::Input> ChatService::turnInput(
             .tools = m_tools.lines(),
             .now = m_moment.now(),
             .wording = m.wording },
-        .conversation = m_record.request(question),
+        .conversation = m_messages.record().request(question),
         .judge = judge,
         .calendar = m_moment.calendar(),
     };
@@ -329,125 +320,75 @@ ToolRunner ChatService::tools(const std::stop_token& stop)
         .captured =
             [this, stop](const QString& description) {
                 if (!stop.stop_requested())
-                    setCaptureIndicator(description);
+                    m_display.setCaptureIndicator(description);
             },
     });
 }
 
 ChatTurn::Progress ChatService::progress()
 {
-    return {
-        .replyBegins =
-            [this] {
-                beginPreview();
-                m_watch.wait(Waiting::Cause::reply);
-            },
-        .replyGrows = [this](const QString& token) { growPreview(token); },
-        .modelThinks = [this](const QString& thought) { noteThought(thought); },
-        .toolsBegin = [this] { m_watch.wait(Waiting::Cause::tools); },
-        .toolsRan = [this](const auto& results) { noteTools(results); },
-        .modelLoads = [this] { noteLoading(); },
-        .oldestLeftOut = [this](size_t count) { noteLeftOut(count); },
+    auto progress = m_display.progress();
+    progress.oldestLeftOut = [this, show = progress.oldestLeftOut](size_t count) {
+        m_messages.record().leaveOut(count);
+        show(count);
     };
+    return progress;
 }
 
 ChatMessage ChatService::recordQuestion(const QString& text, bool hasImage)
 {
-    if (const auto instead = m_lastRequest ? m_lastRequest->insteadOf : std::nullopt)
-        takeBack(*instead);
-    auto question = m_record.addQuestion(text, hasImage);
-    announceAdded();
-    m_recordedMessage = question.id;
-    return question;
-}
-
-void ChatService::takeBack(const QUuid& question)
-{
-    onTakingBack(question);
-    m_unanswered.erase(question);
-    Q_EMIT messagesChanged(m_record.takeBack(question));
-}
-
-void ChatService::setReplyInRevision(std::optional<QUuid> reply)
-{
-    const auto previous = std::exchange(m_replyInRevision, reply);
-    if (previous == reply)
-        return;
-    const auto changed = reply ? *reply : *previous;
-    const auto place = std::ranges::find(messages(), changed, &ChatMessage::id);
-    Q_EMIT messagesChanged(place == messages().end() ? 0 : size_t(place - messages().begin()));
-}
-
-void ChatService::announceAdded()
-{
-    Q_EMIT messagesChanged(messages().size() - 1);
-    forgetLostTurn();
-}
-
-void ChatService::setUnanswered(const QUuid& message, bool isUnanswered)
-{
-    const auto isNew =
-        isUnanswered ? m_unanswered.insert(message).second : m_unanswered.erase(message) > 0;
-    if (!isNew)
-        return;
-    const auto place = std::ranges::find(messages(), message, &ChatMessage::id);
-    Q_EMIT messagesChanged(size_t(place - messages().begin()));
+    if (const auto instead = m_lastRequest ? m_lastRequest->insteadOf : std::nullopt) {
+        onTakingBack(*instead);
+        m_messages.takeBack(*instead);
+    }
+    return m_messages.ask(text, hasImage);
 }
 
 void ChatService::forgetLostTurn()
 {
-    if (!m_recordedMessage || m_record.contains(*m_recordedMessage))
-        return;
     m_lastRequest.reset();
-    m_recordedMessage.reset();
     m_problem.clear();
 }
 
 void ChatService::finishReply(const ChatTurn::Result& result, std::optional<QUuid> askedIn)
 {
-    setCaptureIndicator(std::nullopt);
+    m_display.setCaptureIndicator(std::nullopt);
     // Of actions alone, the notes of what became of them speak.
     if (result.text.isEmpty())
         return;
-    m_record.addReply({
+    m_messages.reply({
         .text = result.text,
         .askedIn = askedIn,
         .hadImage = result.tookScreenshot,
         .isCutOff = result.isCutOff,
-        .inPlaceOf = m_replyInRevision,
     });
-    if (m_replyInRevision)
-        setReplyInRevision(std::nullopt);
-    else
-        announceAdded();
 }
 
 void ChatService::keepStoppedReply()
 {
-    if (m_replyInRevision) {
-        setReplyInRevision(std::nullopt);
+    if (m_messages.replyInRevision()) {
+        m_messages.setReplyInRevision(std::nullopt);
         return;
     }
-    const auto partial = m_preview.text().trimmed();
-    const auto question = m_record.newestQuestion();
+    const auto partial = m_display.preview().trimmed();
+    const auto question = m_messages.record().newestQuestion();
     if (partial.isEmpty() || !question)
         return;
-    m_record.addReply({ .text = partial, .askedIn = question->sessionID, .isStopped = true });
     // It is continued rather than asked for again.
     m_lastRequest.reset();
-    announceAdded();
+    m_messages.reply({ .text = partial, .askedIn = question->sessionID, .isStopped = true });
 }
 
 void ChatService::failReply(const LLMFailure& failure, std::optional<QUuid> askedIn)
 {
-    const auto partial = m_preview.text().trimmed();
-    if (!partial.isEmpty() && !m_replyInRevision) {
+    const auto partial = m_display.preview().trimmed();
+    if (!partial.isEmpty() && !m_messages.replyInRevision()) {
         finishReply({ .text = partial, .isCutOff = true }, askedIn);
         // It is continued rather than asked for again.
         m_lastRequest.reset();
     }
     if (complaint(failure) == ServerComplaint::contextOverflow)
-        setNotice(std::nullopt);
+        m_display.setNotice(std::nullopt);
     m_problem.report(failure, m_router.asked());
 }
 
@@ -462,72 +403,10 @@ void ChatService::enter(Phase phase)
 {
     const auto wasStreaming = isStreaming();
     m_phase = phase;
-    if (!isStreaming()) {
-        endLoading();
-        m_watch.end();
-    }
+    if (!isStreaming())
+        m_display.endWaiting();
     if (isStreaming() != wasStreaming)
         Q_EMIT isStreamingChanged();
-}
-
-void ChatService::beginPreview()
-{
-    const auto wasEmpty = m_preview.text().isEmpty();
-    m_preview = {};
-    if (!wasEmpty)
-        Q_EMIT streamingPreviewChanged();
-}
-
-void ChatService::growPreview(const QString& token)
-{
-    endLoading();
-    m_watch.end();
-    m_preview.append(token);
-    Q_EMIT streamingPreviewChanged();
-}
-
-void ChatService::noteThought(const QString& thought)
-{
-    endLoading();
-    m_watch.think(thought);
-}
-
-void ChatService::noteTools(const std::vector<MemoryToolResult>& results)
-{
-    m_lastToolCalls = ChatTurnLogic::outcomeNames(results);
-    m_totalToolCalls += int(results.size());
-}
-
-void ChatService::noteLoading()
-{
-    m_isModelLoading = true;
-    m_watch.wait(Waiting::Cause::loading);
-    setNotice(tr("The model is still loading. Your message waits for it."));
-}
-
-void ChatService::endLoading()
-{
-    if (std::exchange(m_isModelLoading, false))
-        setNotice(std::nullopt);
-}
-
-void ChatService::noteLeftOut(size_t count)
-{
-    m_record.leaveOut(count);
-    setNotice(tr("The conversation is too long for the model: it no longer sees the oldest "
-                 "messages."));
-}
-
-void ChatService::setNotice(std::optional<QString> notice)
-{
-    m_notice = std::move(notice);
-    Q_EMIT noticeChanged();
-}
-
-void ChatService::setCaptureIndicator(std::optional<QString> indicator)
-{
-    m_captureIndicator = std::move(indicator);
-    Q_EMIT captureIndicatorChanged();
 }
 
 } // namespace pobblewig

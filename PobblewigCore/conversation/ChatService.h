@@ -1,17 +1,15 @@
 #pragma once
 
 #include "conversation/ChatTurn.h"
-#include "conversation/ConversationRecord.h"
-#include "conversation/ReplyPreview.h"
+#include "conversation/TurnDisplay.h"
+#include "conversation/TurnMessages.h"
 #include "conversation/TurnProblem.h"
-#include "conversation/TurnWatch.h"
 #include "prompts/SituationSnapshot.h"
 
 #include <QObject>
 
 #include <functional>
 #include <optional>
-#include <set>
 #include <stop_token>
 #include <vector>
 
@@ -52,10 +50,10 @@ public:
     ChatService(const Stores& stores, const Moment& moment, Surroundings surroundings);
 
     /// The whole transcript. What else changes it calls `reload`.
-    const std::vector<ChatMessage>& messages() const { return m_record.transcript(); }
+    const std::vector<ChatMessage>& messages() const { return m_messages.all(); }
 
     /// The visible part of the reply in progress; empty between replies.
-    const QString& streamingPreview() const { return m_preview.text(); }
+    const QString& streamingPreview() const { return m_display.preview(); }
     bool isStreaming() const { return m_phase == Phase::streaming; }
 
     /// True from the submitted text until the reply and everything it triggers is done.
@@ -68,34 +66,34 @@ public:
     const TurnProblem& problem() const { return m_problem; }
 
     /// What the turn waits for, and what its model thinks.
-    TurnWatch& watch() { return m_watch; }
+    TurnWatch& watch() { return m_display.watch(); }
 
     /// The host of the server that the turn asks.
     QString askedHost() const { return m_router.asked().server.host(); }
 
     /// A line about the current or the last turn that is no error: that the model is still
     /// loading, or that it did not see the oldest messages.
-    const std::optional<QString>& notice() const { return m_notice; }
+    const std::optional<QString>& notice() const { return m_display.notice(); }
 
     /// Whether the newest message is a reply that was cut off or stopped, and no turn runs.
     bool canContinue() const;
 
     /// Whether this is a message of the user whose turn has failed since the launch.
-    bool isUnanswered(const QUuid& message) const { return m_unanswered.contains(message); }
+    bool isUnanswered(const QUuid& message) const { return m_messages.isUnanswered(message); }
 
     /// The text that the user has begun to write, which the next launch finds again.
-    const QString& draft() const { return m_record.draft(); }
-    void keepDraft(const QString& text) { m_record.keepDraft(text); }
+    const QString& draft() const { return m_messages.record().draft(); }
+    void keepDraft(const QString& text) { m_messages.record().keepDraft(text); }
 
     /// A description of the screenshot while its turn runs.
-    const std::optional<QString>& captureIndicator() const { return m_captureIndicator; }
+    const std::optional<QString>& captureIndicator() const { return m_display.captureIndicator(); }
 
     /// Asks the user before the model looks at the screen by itself.
     CaptureConsent& captureConsent() { return m_captureConsent; }
 
     /// The tools of the latest round, with failures marked.
-    const std::vector<QString>& lastToolCalls() const { return m_lastToolCalls; }
-    int totalToolCalls() const { return m_totalToolCalls; }
+    const std::vector<QString>& lastToolCalls() const { return m_display.lastToolCalls(); }
+    int totalToolCalls() const { return m_display.totalToolCalls(); }
 
     /// The text of a failed turn that was not added to the history.
     std::optional<QString> unsentText() const;
@@ -123,7 +121,7 @@ public:
     void answerAgain();
 
     /// The reply that another one is about to replace, while that is streamed.
-    const std::optional<QUuid>& replyInRevision() const { return m_replyInRevision; }
+    const std::optional<QUuid>& replyInRevision() const { return m_messages.replyInRevision(); }
 
     /// Repeats the last turn without recording its user message twice.
     void retryLast();
@@ -218,10 +216,6 @@ private:
     ChatTurn::Progress progress();
 
     ChatMessage recordQuestion(const QString& text, bool hasImage);
-    void takeBack(const QUuid& question);
-    void setReplyInRevision(std::optional<QUuid> reply);
-    void announceAdded();
-    void setUnanswered(const QUuid& message, bool isUnanswered);
     void forgetLostTurn();
     void finishReply(const ChatTurn::Result& result, std::optional<QUuid> askedIn);
     /// Keeps what has arrived of the reply.
@@ -233,41 +227,21 @@ private:
     QString residentMemory() const;
 
     void enter(Phase phase);
-    void beginPreview();
-    void growPreview(const QString& token);
-    void noteThought(const QString& thought);
-    void noteTools(const std::vector<MemoryToolResult>& results);
-    void noteLoading();
-    void noteLeftOut(size_t count);
-    void endLoading();
-    void setNotice(std::optional<QString> notice);
-    void setCaptureIndicator(std::optional<QString> indicator);
 
     const SettingsStore& m_settings;
     const MemoryTiers& m_memory;
     const Moment& m_moment;
-    ConversationRecord m_record;
+    TurnMessages m_messages;
     Surroundings m;
     BuddyTools m_tools;
     ModelRouter m_router;
     ScreenshotTaker m_screenshots;
     CaptureConsent m_captureConsent;
     TurnProblem m_problem;
-    TurnWatch m_watch;
+    TurnDisplay m_display;
 
-    ReplyPreview m_preview;
     Phase m_phase = Phase::idle;
-    std::optional<QString> m_notice;
-    bool m_isModelLoading = false;
-    std::optional<QString> m_captureIndicator;
-    std::vector<QString> m_lastToolCalls;
-    int m_totalToolCalls = 0;
-
     std::optional<Request> m_lastRequest;
-    /// The message of the last request, once it is in the history.
-    std::optional<QUuid> m_recordedMessage;
-    std::set<QUuid> m_unanswered;
-    std::optional<QUuid> m_replyInRevision;
     std::stop_source m_stop;
 };
 

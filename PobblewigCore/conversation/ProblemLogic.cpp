@@ -148,6 +148,18 @@ ChatProblem ProblemLogic::noModel(const QString& environmentFile)
     return ProblemTexts::noModel(environmentFile);
 }
 
+bool ProblemLogic::isWorthRetrying(const LLMError& error)
+{
+    using Kind = LLMError::Kind;
+    if (error.kind == Kind::notConfigured || error.kind == Kind::onlyThought)
+        return false;
+    const auto about = error.complaint();
+    const auto isKnown =
+        about != ServerComplaint::plain && about != ServerComplaint::toolsUnsupported;
+    // Who names a time does not want to be asked before.
+    return !isKnown && error.retryAfter.isEmpty();
+}
+
 bool ProblemLogic::concernsModel(const LLMFailure& failure, const AskedModel& asked)
 {
     const auto* const error = std::get_if<LLMError>(&failure);

@@ -20,6 +20,9 @@ ChatProblem problem(const LLMFailure& failure, const Circumstances& circumstance
 /// No model is set up. The details are the lines to write.
 ChatProblem noModel(const QString& environmentFile);
 
+/// Whether the same request may succeed a moment later.
+bool isWorthRetrying(const LLMError& error);
+
 /// Whether the list of the server's models would help.
 bool concernsModel(const LLMFailure& failure, const AskedModel& asked);
 

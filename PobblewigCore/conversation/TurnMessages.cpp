@@ -1,0 +1,84 @@
+#include "conversation/TurnMessages.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace pobblewig {
+
+TurnMessages::TurnMessages(const Stores& stores, const Moment& moment)
+    : m_record(stores, moment)
+{
+}
+
+void TurnMessages::setUnanswered(const QUuid& message, bool isUnanswered)
+{
+    const auto isNew =
+        isUnanswered ? m_unanswered.insert(message).second : m_unanswered.erase(message) > 0;
+    if (isNew)
+        announce(message);
+}
+
+void TurnMessages::setReplyInRevision(std::optional<QUuid> reply)
+{
+    const auto previous = std::exchange(m_replyInRevision, reply);
+    if (previous != reply)
+        announce(reply ? *reply : *previous);
+}
+
+ChatMessage TurnMessages::ask(const QString& text, bool hasImage)
+{
+    auto question = m_record.addQuestion(text, hasImage);
+    announceAdded();
+    m_asked = question.id;
+    return question;
+}
+
+void TurnMessages::reply(ConversationRecord::Reply reply)
+{
+    reply.inPlaceOf = m_replyInRevision;
+    m_record.addReply(reply);
+    if (m_replyInRevision)
+        setReplyInRevision(std::nullopt);
+    else
+        announceAdded();
+}
+
+void TurnMessages::say(const ChatRemark& remark)
+{
+    m_record.addRemark(remark);
+    announceAdded();
+}
+
+void TurnMessages::takeBack(const QUuid& question)
+{
+    m_unanswered.erase(question);
+    Q_EMIT changed(m_record.takeBack(question));
+}
+
+void TurnMessages::reload()
+{
+    Q_EMIT changed(0);
+    checkAsked();
+}
+
+void TurnMessages::announceAdded()
+{
+    Q_EMIT changed(all().size() - 1);
+    checkAsked();
+}
+
+void TurnMessages::announce(const QUuid& message)
+{
+    const auto place = std::ranges::find(all(), message, &ChatMessage::id);
+    Q_EMIT changed(place == all().end() ? 0 : size_t(place - all().begin()));
+}
+
+void TurnMessages::checkAsked()
+{
+    if (!m_asked || m_record.contains(*m_asked))
+        return;
+    m_asked.reset();
+    Q_EMIT askedLost();
+}
+
+} // namespace pobblewig
