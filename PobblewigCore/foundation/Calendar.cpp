@@ -4,7 +4,10 @@ namespace pobblewig {
 
 Calendar Calendar::current()
 {
-    return { QTimeZone::systemTimeZone(), QLocale() };
+    // Without a language, times would have seconds.
+    const QLocale plain(QLocale::English, QLocale::UnitedKingdom);
+    const QLocale users;
+    return { QTimeZone::systemTimeZone(), users.language() == QLocale::C ? plain : users };
 }
 
 QDateTime Calendar::dateTime(TimePoint time) const
