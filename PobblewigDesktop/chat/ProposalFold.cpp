@@ -26,12 +26,12 @@ void name(QPushButton& button, const QString& text)
 } // namespace
 
 ProposalFold::ProposalFold(QWidget* parent)
-    : QFrame(parent)
+    : QGroupBox(parent)
     , m_label(new QLabel(this))
     , m_toggle(add({}))
     , m_dismissAll(add(QStringLiteral("quiet")))
 {
-    setObjectName(QStringLiteral("banner"));
+    setObjectName(QStringLiteral("proposal"));
     name(*m_dismissAll, tr("Dismiss all"));
     m_dismissAll->installEventFilter(this);
     connect(m_toggle, &QPushButton::clicked, this, &ProposalFold::toggled);
@@ -69,14 +69,14 @@ QWidget* ProposalFold::lastControl() const
 bool ProposalFold::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() != QEvent::KeyPress)
-        return QFrame::eventFilter(watched, event);
+        return QGroupBox::eventFilter(watched, event);
     const auto key = static_cast<QKeyEvent*>(event)->key();
     return key == Qt::Key_Return || key == Qt::Key_Enter;
 }
 
 void ProposalFold::resizeEvent(QResizeEvent* event)
 {
-    QFrame::resizeEvent(event);
+    QGroupBox::resizeEvent(event);
     fitLabel();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QFrame>
+#include <QGroupBox>
 
 class QLabel;
 class QPushButton;
@@ -9,7 +9,7 @@ namespace pobblewig {
 
 /// The line that stands for several proposals: how many there are, and what can be done with all of
 /// them. A group for assistive technology; Enter dismisses nothing.
-class ProposalFold : public QFrame {
+class ProposalFold : public QGroupBox {
     Q_OBJECT
 
 public:

@@ -3,7 +3,7 @@
 import json
 import unittest
 
-from program import DemoModel, Program, wait_for
+from program import DemoModel, Program, wait_for, xdotool
 
 
 def proposal(program, status):
@@ -43,6 +43,7 @@ class ProposalEndToEndTest(unittest.TestCase):
                 self.change_waits_over_a_restart(program)
                 self.assertEqual("native tools rejected" in program.log_text(),
                                  "--no-native-tools" in arguments)
+                self.several_fold_and_a_change_is_undone(program)
                 self.impossible_is_not_proposed(program)
                 self.unwanted_can_be_dismissed(program)
                 self.always_allowed_does_not_ask(program)
@@ -66,6 +67,29 @@ class ProposalEndToEndTest(unittest.TestCase):
         self.assertEqual(setting(program, "mode"), "focus")
         wait_for(lambda: not program.find("Proposal: mode → focus"), "no banner")
         self.assertEqual(proposal(program, "pending"), [])
+        # The question, the reply, and one card in place of two notes.
+        rows = program.conversation()
+        self.assertRegex(rows[-1], r"^Done, \d\d?:\d\d.*: Mode: Open-ended → Focus$")
+        self.assertFalse([row for row in rows if "→ focus" in row and "Done" not in row], rows)
+
+    def several_fold_and_a_change_is_undone(self, program):
+        """In the smallest panel."""
+        window = xdotool("search", "--name", "Pobblewig Chat").split()[-1]
+        xdotool("windowsize", "--sync", window, "300", "320")
+        before = len(program.conversation())
+        program.send("turn into a pink axolotl")
+        program.control("2 things wait for you")
+        program.press("Show")
+        for _ in range(2):
+            waiting = proposal(program, "pending")
+            program.press("Confirm")
+            wait_for(lambda: len(proposal(program, "pending")) < len(waiting), "the change")
+        self.assertEqual(setting(program, "mascotColorScheme"), "pink")
+        # The question, the reply and the two changes.
+        self.assertLessEqual(len(program.conversation()), before + 4)
+        program.choose(-1, 1)
+        wait_for(lambda: setting(program, "mascotColorScheme") != "pink", "the old colours")
+        wait_for(lambda: program.conversation()[-1].startswith("Undone, "), "the card")
 
     def impossible_is_not_proposed(self, program):
         program.send("remind me to email Davis tomorrow at 9")

@@ -272,7 +272,7 @@ private Q_SLOTS:
         const auto tea = reminder(QStringLiteral("Tea"));
         m->panel.setProposals({ modeChange(), tea }, {});
         QVERIFY(!banner(QStringLiteral("mode")) && !banner(QStringLiteral("Tea")));
-        QVERIFY(m->named<QFrame>("2 things wait for you").isVisible());
+        QVERIFY(m->named<QWidget>("2 things wait for you").isVisible());
         auto& dismissAll = m->button("Dismiss all");
         QTest::keyClick(&dismissAll, Qt::Key_Return);
         QVERIFY(dismissed().isEmpty());
