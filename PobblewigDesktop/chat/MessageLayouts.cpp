@@ -46,8 +46,6 @@ void MessageLayouts::setMeasure(const QFont& font, int viewWidth)
         .columnWidth = column,
         .bubbleTextWidth = std::max(1, column * 85 / 100 - 2 * bubblePadding),
         .cardTextWidth = std::max(1, column - 2 * CardPainter::inset - CardPainter::iconRoom) };
-    m_messages.clear();
-    m_reply.reset();
 }
 
 MessageLayout& MessageLayouts::layout(const ConversationRow& row)
@@ -55,6 +53,7 @@ MessageLayout& MessageLayouts::layout(const ConversationRow& row)
     if (row.isReplyInProgress()) {
         if (!m_reply)
             m_reply.emplace(shapeFor(row));
+        m_reply->setShape(shapeFor(row));
         m_reply->setText(
             row.text, row.kind == ConversationRow::Kind::preview ? Growth::growing : Growth::whole);
         return *m_reply;
@@ -64,6 +63,8 @@ MessageLayout& MessageLayouts::layout(const ConversationRow& row)
         && isSameText(m_reply->source(), row.text);
     if (isNew && continuesReply)
         place->second = *std::exchange(m_reply, std::nullopt);
+    // What was read of the text stays, whatever the width.
+    place->second.setShape(shapeFor(row));
     place->second.setText(row.text);
     return place->second;
 }
