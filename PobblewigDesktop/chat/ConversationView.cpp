@@ -36,6 +36,8 @@ ConversationView::ConversationView(ConversationModel& model, QWidget* parent)
     : QListView(parent)
     , m_model(model)
     , m_delegate(model, m_layouts, m_marks)
+    , m_hits(*this, model, m_layouts, m_delegate)
+    , m_texts(model, m_layouts, m_marks)
     , m_buttons(new MessageButtons(viewport()))
     , m_jump(new QToolButton(this))
 {
@@ -71,23 +73,15 @@ ConversationView::ConversationView(ConversationModel& model, QWidget* parent)
 
 QString ConversationView::textToCopy() const
 {
-    QStringList texts;
-    for (const auto& row : m_model.rows()) {
-        const auto marked = m_marks.selection.find(row.id);
-        if (marked == m_marks.selection.end() || row.kind == ConversationRow::Kind::day)
-            continue;
-        texts += MessageLayout::asShown(m_layouts.layout(row).shown().copied(marked->second));
-    }
-    if (texts.isEmpty() && currentIndex().isValid())
-        texts += shownText(m_model.row(currentIndex().row()));
-    return texts.join(QStringLiteral("\n\n"));
+    const auto selected = m_texts.selected();
+    if (!selected.isEmpty() || !currentIndex().isValid())
+        return selected;
+    return shownText(m_model.row(currentIndex().row()));
 }
 
 QString ConversationView::shownText(const ConversationRow& row) const
 {
-    if (row.kind == ConversationRow::Kind::day)
-        return row.text;
-    return MessageLayout::asShown(m_layouts.layout(row).text());
+    return m_texts.shown(row);
 }
 
 void ConversationView::setTheme(const Palette& palette)
@@ -208,7 +202,7 @@ void ConversationView::keyPressEvent(QKeyEvent* event)
     if (event->matches(QKeySequence::Copy))
         copy();
     else if (event->matches(QKeySequence::SelectAll) && currentIndex().isValid())
-        select({ currentIndex(), 0 }, { currentIndex(), layoutOf(currentIndex()).text().size() });
+        showSelected([this] { m_texts.selectAllOf(currentIndex()); });
     else if (const auto found = scrolling.find(event->key()); found != scrolling.end())
         verticalScrollBar()->triggerAction(found->second);
     else if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)
@@ -220,21 +214,24 @@ void ConversationView::keyPressEvent(QKeyEvent* event)
 void ConversationView::mousePressEvent(QMouseEvent* event)
 {
     const auto point = event->position().toPoint();
-    const auto index = messageAt(point);
+    const auto index = m_hits.messageAt(point);
     if (event->button() != Qt::LeftButton || !index.isValid()) {
         event->ignore();
         return;
     }
-    if (copyCodeAt(point))
+    if (const auto code = m_hits.codeAt(point); !code.isEmpty()) {
+        setClipboard(code);
+        QToolTip::showText(viewport()->mapToGlobal(point), tr("Copied"), viewport());
         return;
-    m_pressedLink = linkAt(point);
-    m_pressedUndo = undoAt(point);
+    }
+    m_pressedLink = m_hits.linkAt(point);
+    m_pressedUndo = m_hits.undoAt(point);
     const auto extends =
         event->modifiers().testFlag(Qt::ShiftModifier) && m_selectionOrigin.row.isValid();
     selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
     if (!extends)
-        m_selectionOrigin = placeAt(index, point);
-    select(m_selectionOrigin, placeAt(index, point));
+        m_selectionOrigin = m_hits.placeIn(index, point);
+    selectTo(index, point);
 }
 
 void ConversationView::mouseMoveEvent(QMouseEvent* event)
@@ -247,8 +244,9 @@ void ConversationView::mouseMoveEvent(QMouseEvent* event)
     }
     const auto beyond = point.y() - std::clamp(point.y(), 0, viewport()->height());
     verticalScrollBar()->setValue(verticalScrollBar()->value() + beyond);
-    if (const auto index = messageAt(point); index.isValid() && m_selectionOrigin.row.isValid())
-        select(m_selectionOrigin, placeAt(index, point));
+    const auto index = m_hits.messageAt(point);
+    if (index.isValid() && m_selectionOrigin.row.isValid())
+        selectTo(index, point);
 }
 
 void ConversationView::mouseReleaseEvent(QMouseEvent* event)
@@ -256,24 +254,34 @@ void ConversationView::mouseReleaseEvent(QMouseEvent* event)
     if (event->button() != Qt::LeftButton)
         return;
     auto* const clipboard = QGuiApplication::clipboard();
+    const auto point = event->position().toPoint();
     const auto link = std::exchange(m_pressedLink, {});
     const auto undo = std::exchange(m_pressedUndo, {});
-    if (!undo.isEmpty() && undo == undoAt(event->position().toPoint()))
+    if (!undo.isEmpty() && undo == m_hits.undoAt(point))
         Q_EMIT undoRequested(undo);
     else if (!m_marks.selection.empty() && clipboard->supportsSelection())
         clipboard->setText(textToCopy(), QClipboard::Selection);
-    else if (!link.isEmpty() && link == linkAt(event->position().toPoint()))
+    else if (!link.isEmpty() && link == m_hits.linkAt(point))
         Q_EMIT linkRequested(link);
 }
 
 void ConversationView::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    const auto index = messageAt(event->position().toPoint());
-    if (!index.isValid())
-        return;
-    const auto position = positionIn(index, event->position().toPoint());
-    const auto word = layoutOf(index).wordAt(position);
-    select({ index, word.start }, { index, word.end() });
+    const auto point = event->position().toPoint();
+    if (const auto index = m_hits.messageAt(point); index.isValid())
+        showSelected([&] { m_texts.selectWordAt(m_hits.placeIn(index, point)); });
+}
+
+void ConversationView::selectTo(const QModelIndex& row, const QPoint& point)
+{
+    showSelected([&] { m_texts.select(m_selectionOrigin, m_hits.placeIn(row, point)); });
+}
+
+template <typename Selecting>
+void ConversationView::showSelected(const Selecting& selecting)
+{
+    selecting();
+    viewport()->update();
 }
 
 template <typename Actions>
@@ -289,7 +297,7 @@ void ConversationView::connectActions(const Actions& actions)
 void ConversationView::contextMenuEvent(QContextMenuEvent* event)
 {
     const auto isByKeyboard = event->reason() == QContextMenuEvent::Keyboard;
-    const auto index = isByKeyboard ? currentIndex() : messageAt(event->pos());
+    const auto index = isByKeyboard ? currentIndex() : m_hits.messageAt(event->pos());
     auto* const menu = new MessageMenu(this);
     connect(menu, &MessageMenu::linkRequested, this, &ConversationView::linkRequested);
     connect(menu, &MessageMenu::retryRequested, this, &ConversationView::retryRequested);
@@ -297,10 +305,11 @@ void ConversationView::contextMenuEvent(QContextMenuEvent* event)
     connectActions(*menu);
     if (!m_marks.selection.empty())
         menu->addAction(tr("Copy selection"), this, &ConversationView::copy);
-    if (const auto link = isByKeyboard ? QString() : linkAt(event->pos()); !link.isEmpty())
+    if (const auto link = isByKeyboard ? QString() : m_hits.linkAt(event->pos()); !link.isEmpty())
         menu->addLink(link);
     if (index.isValid())
-        menu->addMessage(m_model.row(index.row()), layoutOf(index).shown(), m_offers);
+        menu->addMessage(
+            m_model.row(index.row()), m_layouts.layout(m_model.row(index.row())).shown(), m_offers);
     menu->addAction(tr("Find…"), this, &ConversationView::findRequested);
     menu->popup(
         isByKeyboard ? viewport()->mapToGlobal(visualRect(index).center()) : event->globalPos());
@@ -320,7 +329,7 @@ void ConversationView::connectButtons()
 void ConversationView::showButtons()
 {
     const auto pointed = viewport()->underMouse()
-        ? messageAt(viewport()->mapFromGlobal(QCursor::pos()))
+        ? m_hits.messageAt(viewport()->mapFromGlobal(QCursor::pos()))
         : QModelIndex();
     const auto index = pointed.isValid() || !hasFocus() ? pointed : currentIndex();
     const auto* const row = index.isValid() ? &m_model.row(index.row()) : nullptr;
@@ -349,8 +358,8 @@ void ConversationView::keepPlace()
     const auto index = indexAt({ viewport()->width() / 2, 0 });
     if (!index.isValid())
         return;
-    const auto position = positionIn(index, {});
-    m_place = { .row = index, .position = position, .top = topOf(index, position) };
+    m_place = m_hits.placeIn(index, {});
+    m_placeTop = topOf(index, m_place.position);
 }
 
 void ConversationView::restorePlace()
@@ -361,7 +370,7 @@ void ConversationView::restorePlace()
         if (m_isFollowing || !m_place.row.isValid())
             bar->setValue(bar->maximum());
         else
-            bar->setValue(bar->value() + topOf(m_place.row, m_place.position) - m_place.top);
+            bar->setValue(bar->value() + topOf(m_place.row, m_place.position) - m_placeTop);
     }
     showButtons();
     m_jump->setVisible(!m_isFollowing);
@@ -372,90 +381,9 @@ int ConversationView::topOf(const QModelIndex& index, qsizetype position) const
     return m_delegate.lineTop(m_model.row(index.row()), visualRect(index).topLeft(), position);
 }
 
-qsizetype ConversationView::positionIn(const QModelIndex& index, const QPoint& point) const
-{
-    const auto& row = m_model.row(index.row());
-    return m_delegate.positionAt(row, visualRect(index).topLeft(), point);
-}
-
-QModelIndex ConversationView::messageAt(const QPoint& point) const
-{
-    const auto index = indexAt(point);
-    if (!index.isValid() || m_model.row(index.row()).kind == ConversationRow::Kind::day)
-        return {};
-    return index;
-}
-
-auto ConversationView::placeAt(const QModelIndex& index, const QPoint& point) const -> TextPlace
-{
-    return { index, positionIn(index, point) };
-}
-
-MessageLayout& ConversationView::layoutOf(const QModelIndex& index) const
-{
-    return m_layouts.layout(m_model.row(index.row()));
-}
-
-QPointF ConversationView::textPoint(const QModelIndex& index, const QPoint& point) const
-{
-    const auto& row = m_model.row(index.row());
-    return point - m_delegate.textTop(row, visualRect(index).topLeft());
-}
-
-QString ConversationView::linkAt(const QPoint& point) const
-{
-    const auto index = messageAt(point);
-    return index.isValid() ? layoutOf(index).linkAt(textPoint(index, point)) : QString();
-}
-
-QString ConversationView::undoAt(const QPoint& point) const
-{
-    const auto index = messageAt(point);
-    if (!index.isValid())
-        return {};
-    const auto& row = m_model.row(index.row());
-    const auto place = m_delegate.undoPlace(row, visualRect(index).topLeft());
-    return place.contains(point) ? row.card.proposalId : QString();
-}
-
-bool ConversationView::copyCodeAt(const QPoint& point)
-{
-    const auto index = messageAt(point);
-    const auto code = layoutOf(index).copyButtonAt(textPoint(index, point));
-    if (!code)
-        return false;
-    setClipboard(layoutOf(index).text().mid(code->start, code->length));
-    QToolTip::showText(viewport()->mapToGlobal(point), tr("Copied"), viewport());
-    return true;
-}
-
 void ConversationView::showCursor(const QPoint& point)
 {
-    const auto index = messageAt(point);
-    const auto isButton = index.isValid()
-        && (!undoAt(point).isEmpty() || !linkAt(point).isEmpty()
-            || layoutOf(index).copyButtonAt(textPoint(index, point)));
-    viewport()->setCursor(isButton ? Qt::PointingHandCursor : Qt::IBeamCursor);
-}
-
-void ConversationView::select(const TextPlace& from, const TextPlace& to)
-{
-    m_marks.selection.clear();
-    const auto isForward =
-        std::pair(from.row.row(), from.position) <= std::pair(to.row.row(), to.position);
-    const auto& first = isForward ? from : to;
-    const auto& last = isForward ? to : from;
-    for (auto number = first.row.row(); number <= last.row.row(); ++number) {
-        const auto& row = m_model.row(number);
-        if (row.kind == ConversationRow::Kind::day)
-            continue;
-        const auto start = number == first.row.row() ? first.position : 0;
-        const auto end =
-            number == last.row.row() ? last.position : m_layouts.layout(row).text().size();
-        if (end > start)
-            m_marks.selection[row.id] = { start, end - start };
-    }
-    viewport()->update();
+    viewport()->setCursor(m_hits.isButtonAt(point) ? Qt::PointingHandCursor : Qt::IBeamCursor);
 }
 
 void ConversationView::stepCurrent(int step)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PobblewigDesktop/chat/ConversationMarks.h"
+#include "PobblewigDesktop/chat/ConversationTexts.h"
 #include "PobblewigDesktop/chat/MessageDelegate.h"
 #include "PobblewigDesktop/chat/MessageLayouts.h"
 #include "PobblewigDesktop/chat/MessageOffers.h"
@@ -75,32 +76,13 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
-    struct TextPlace {
-        QPersistentModelIndex row;
-        qsizetype position = 0;
-    };
-
-    /// A place in the text, and its distance below the upper edge.
-    struct Place {
-        QPersistentModelIndex row;
-        qsizetype position = 0;
-        int top = 0;
-    };
-
     void noteScrolling();
     void keepPlace();
     void restorePlace();
     int topOf(const QModelIndex& index, qsizetype position) const;
-    qsizetype positionIn(const QModelIndex& index, const QPoint& point) const;
-    QModelIndex messageAt(const QPoint& point) const;
-    TextPlace placeAt(const QModelIndex& index, const QPoint& point) const;
-    MessageLayout& layoutOf(const QModelIndex& index) const;
-    /// The point within the text of its row.
-    QPointF textPoint(const QModelIndex& index, const QPoint& point) const;
-    QString linkAt(const QPoint& point) const;
-    QString undoAt(const QPoint& point) const;
-    bool copyCodeAt(const QPoint& point);
-    void select(const TextPlace& from, const TextPlace& to);
+    void selectTo(const QModelIndex& row, const QPoint& point);
+    template <typename Selecting>
+    void showSelected(const Selecting& selecting);
     void showCursor(const QPoint& point);
     template <typename Actions>
     void connectActions(const Actions& actions);
@@ -110,15 +92,18 @@ private:
     void placeJumpButton();
 
     ConversationModel& m_model;
-    /// Reading a text and laying it out changes nothing that is shown.
-    mutable MessageLayouts m_layouts;
+    MessageLayouts m_layouts;
     ConversationMarks m_marks;
     MessageDelegate m_delegate;
+    ConversationHits m_hits;
+    ConversationTexts m_texts;
     MessageOffers m_offers;
     MessageButtons* m_buttons;
     QToolButton* m_jump;
     QTimer m_nextSlice;
-    Place m_place;
+    /// What is being read, and its distance below the upper edge.
+    TextPlace m_place;
+    int m_placeTop = 0;
     TextPlace m_selectionOrigin;
     /// The link on which the mouse was pressed.
     QString m_pressedLink;
