@@ -18,11 +18,51 @@ QString folded(const QString& text)
     return letters;
 }
 
-bool holdsAll(const QString& text, const QStringList& words)
+bool holdsAll(const QString& letters, const QStringList& words)
 {
-    const auto letters = folded(text);
     return std::ranges::all_of(
         words, [&letters](const QString& word) { return letters.contains(word); });
+}
+
+/// A folded text, and where each of its letters begins in the original.
+struct Folding {
+    QString letters;
+    std::vector<qsizetype> origins;
+};
+
+Folding folding(const QString& text)
+{
+    Folding folding;
+    for (qsizetype at = 0; at < text.size();) {
+        const auto length = text.at(at).isHighSurrogate() ? 2 : 1;
+        folding.letters += folded(text.mid(at, length));
+        folding.origins.resize(size_t(folding.letters.size()), at);
+        at += length;
+    }
+    folding.origins.push_back(text.size());
+    return folding;
+}
+
+TextRange original(const Folding& folding, qsizetype start, qsizetype length)
+{
+    const auto first = folding.origins[size_t(start)];
+    // What one character has become belongs together.
+    const auto end =
+        std::ranges::upper_bound(folding.origins, folding.origins[size_t(start + length - 1)]);
+    return { first, *end - first };
+}
+
+std::vector<TextRange> merged(std::vector<TextRange> ranges)
+{
+    std::ranges::sort(ranges, {}, &TextRange::start);
+    std::vector<TextRange> merged;
+    for (const auto& range : ranges) {
+        if (merged.empty() || range.start >= merged.back().end())
+            merged.push_back(range);
+        else if (range.end() > merged.back().end())
+            merged.back().length = range.end() - merged.back().start;
+    }
+    return merged;
 }
 
 } // namespace
@@ -37,9 +77,23 @@ std::optional<QUuid> PastConversationLogic::firstMatch(
 {
     const auto found = words.isEmpty()
         ? messages.end()
-        : std::ranges::find_if(
-            messages, [&words](const auto& message) { return holdsAll(message.text, words); });
+        : std::ranges::find_if(messages,
+            [&words](const auto& message) { return holdsAll(folded(message.text), words); });
     return found == messages.end() ? std::nullopt : std::optional(found->id);
+}
+
+std::vector<TextRange> PastConversationLogic::places(const QString& text, const QStringList& words)
+{
+    const auto folded = folding(text);
+    if (!holdsAll(folded.letters, words))
+        return {};
+    std::vector<TextRange> places;
+    for (const auto& word : words) {
+        auto start = folded.letters.indexOf(word);
+        for (; start >= 0; start = folded.letters.indexOf(word, start + word.size()))
+            places.push_back(original(folded, start, word.size()));
+    }
+    return merged(std::move(places));
 }
 
 QString PastConversationLogic::firstLine(const std::vector<ChatMessage>& messages)

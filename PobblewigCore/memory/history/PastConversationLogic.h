@@ -1,5 +1,6 @@
 #pragma once
 
+#include "markdown/TextRange.h"
 #include "memory/history/ChatMessage.h"
 
 #include <QStringList>
@@ -14,6 +15,9 @@ QStringList words(const QString& text);
 
 /// The first message that contains every word. Nothing without words.
 std::optional<QUuid> firstMatch(const std::vector<ChatMessage>& messages, const QStringList& words);
+
+/// Where the words stand in a text that contains every one of them, in order and without overlaps.
+std::vector<TextRange> places(const QString& text, const QStringList& words);
 
 /// The first line of what the user said first, or else of the first message.
 QString firstLine(const std::vector<ChatMessage>& messages);

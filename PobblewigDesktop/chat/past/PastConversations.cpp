@@ -4,6 +4,7 @@
 #include "PobblewigDesktop/chat/ConversationModel.h"
 #include "PobblewigDesktop/chat/ConversationView.h"
 #include "PobblewigDesktop/chat/past/ConversationExport.h"
+#include "PobblewigDesktop/chat/past/PastSearchField.h"
 #include "PobblewigDesktop/controls/Banner.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 #include "foundation/FileOperations.h"
@@ -14,7 +15,6 @@
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
@@ -31,7 +31,6 @@ constexpr QSize leastSize(560, 360);
 constexpr int listWidth = 280;
 constexpr int margin = 16;
 constexpr int gap = 8;
-constexpr std::chrono::milliseconds typingPause(150);
 
 QString markdownFilter()
 {
@@ -58,10 +57,11 @@ PastConversations::PastConversations(
     , m_calendar(std::move(calendar))
     , m_clock(std::move(clock))
     , m_model(new ConversationModel(this))
-    , m_wanted(new QLineEdit(this))
+    , m_wanted(new PastSearchField(this))
     , m_list(new QListWidget(this))
     , m_note(new QLabel(this))
     , m_view(new ConversationView(*m_model, this))
+    , m_matches(*m_model, *m_view)
     , m_problem(new Banner(Banner::Kind::error, tr("Error"), {}, this))
     , m_copy(new QPushButton(tr("Copy"), this))
     , m_export(new QPushButton(tr("Export…"), this))
@@ -71,10 +71,8 @@ PastConversations::PastConversations(
     setMinimumSize(leastSize);
     resize(windowSize);
     arrange();
-    m_typing.setSingleShot(true);
-    m_typing.setInterval(typingPause);
-    connect(&m_typing, &QTimer::timeout, this, &PastConversations::find);
-    connect(m_wanted, &QLineEdit::textChanged, &m_typing, qOverload<>(&QTimer::start));
+    connect(m_wanted, &PastSearchField::wantedChanged, this, &PastConversations::find);
+    connect(m_wanted, &PastSearchField::stepRequested, this, &PastConversations::step);
     connect(m_list, &QListWidget::currentRowChanged, this, &PastConversations::readSelected);
     connect(m_copy, &QPushButton::clicked, this, &PastConversations::copy);
     connect(m_export, &QPushButton::clicked, this, &PastConversations::exportSelected);
@@ -110,8 +108,6 @@ void PastConversations::showEvent(QShowEvent* event)
 
 void PastConversations::arrange()
 {
-    m_wanted->setAccessibleName(tr("Search all conversations"));
-    m_wanted->setClearButtonEnabled(true);
     m_list->setAccessibleName(tr("Days"));
     m_list->setObjectName(QStringLiteral("days"));
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -122,10 +118,6 @@ void PastConversations::arrange()
 
     auto* const days = new QVBoxLayout;
     days->setSpacing(gap);
-    auto* const search = new QLabel(tr("Search all conversations"), this);
-    PanelStyle::setRole(*search, QStringLiteral("caption"));
-    search->setBuddy(m_wanted);
-    days->addWidget(search);
     days->addWidget(m_wanted);
     days->addWidget(m_note);
     days->addWidget(m_list, 1);
@@ -157,11 +149,17 @@ void PastConversations::find()
     m_search.request_stop();
     m_search = std::stop_source();
     const auto stop = m_search.get_token();
-    QCoro::connect(m_library.find(m_wanted->text(), stop), this,
+    QCoro::connect(m_library.find(m_wanted->wanted(), stop), this,
         [this, stop](std::vector<PastConversation> found) {
             if (!stop.stop_requested())
                 list(std::move(found));
         });
+}
+
+void PastConversations::step(int step)
+{
+    m_matches.step(step);
+    showState();
 }
 
 void PastConversations::list(std::vector<PastConversation> conversations)
@@ -203,6 +201,7 @@ void PastConversations::read(const Messages& messages)
     const auto* const conversation = selected();
     if (conversation && conversation->match)
         m_view->reveal({ *conversation->match, {} });
+    m_matches.search(m_wanted->wanted());
     showState();
 }
 
@@ -269,11 +268,12 @@ void PastConversations::showState()
 {
     const auto* const conversation = selected();
     const auto isThere = conversation != nullptr;
+    m_wanted->setCount(m_matches.inWords());
     m_copy->setEnabled(isThere);
     m_export->setEnabled(isThere);
     // The current conversation ends first, or goes with all memory.
     m_delete->setEnabled(isThere && !conversation->name.isEmpty());
-    const auto isSearch = !m_wanted->text().trimmed().isEmpty();
+    const auto isSearch = !m_wanted->wanted().trimmed().isEmpty();
     m_note->setText(isSearch ? tr("No conversation has these words.")
                              : tr("Your conversations appear here, day by day."));
     m_note->setVisible(m_conversations.empty());

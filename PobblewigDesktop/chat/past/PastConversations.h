@@ -1,14 +1,13 @@
 #pragma once
 
+#include "PobblewigDesktop/chat/past/PastMatches.h"
 #include "PobblewigDesktop/controls/Theme.h"
 #include "foundation/Calendar.h"
 #include "memory/history/ConversationLibrary.h"
 
-#include <QTimer>
 #include <QWidget>
 
 class QLabel;
-class QLineEdit;
 class QListWidget;
 class QPushButton;
 
@@ -17,6 +16,7 @@ namespace pobblewig {
 class Banner;
 class ConversationModel;
 class ConversationView;
+class PastSearchField;
 
 /// The window for reading earlier conversations again: a list by day, a search over all of them,
 /// and the conversation of the selected day.
@@ -39,6 +39,7 @@ private:
 
     void arrange();
     void find();
+    void step(int step);
     void list(std::vector<PastConversation> conversations);
     void readSelected();
     void read(const Messages& messages);
@@ -55,15 +56,15 @@ private:
     Calendar m_calendar;
     Clock m_clock;
     ConversationModel* m_model;
-    QLineEdit* m_wanted;
+    PastSearchField* m_wanted;
     QListWidget* m_list;
     QLabel* m_note;
     ConversationView* m_view;
+    PastMatches m_matches;
     Banner* m_problem;
     QPushButton* m_copy;
     QPushButton* m_export;
     QPushButton* m_delete;
-    QTimer m_typing;
     std::stop_source m_search;
     std::vector<PastConversation> m_conversations;
     Messages m_messages;

@@ -2,6 +2,7 @@
 
 #include "PobblewigDesktop/chat/ConversationModel.h"
 #include "PobblewigDesktop/chat/past/ConversationExport.h"
+#include "desktop/chat/PanelFixture.h"
 #include "memory/history/ChatArchive.h"
 #include "support/ScratchDirectory.h"
 #include "support/ScriptedStores.h"
@@ -56,6 +57,13 @@ private Q_SLOTS:
         window.findChild<QLineEdit*>()->setText(u"OLD quest"_s);
         QTRY_COMPARE(days.count(), 1);
         QTRY_COMPARE(shown.row(shown.rowCount() - 1).text, u"*Yes*");
+        const auto& count = *PanelFixture::find<QLabel>(window, "Matches");
+        QTRY_COMPARE(count.text(), u"1 of 2");
+        for (const auto& [key, expected] :
+            { std::pair(Qt::Key_F3, u"2 of 2"), { Qt::Key_Return, u"1 of 2" } }) {
+            QTest::keyClick(window.focusWidget(), key);
+            QCOMPARE(count.text(), expected);
+        }
         button(window, u"Delete…"_s).click();
         auto& question = *window.findChild<QMessageBox*>();
         QVERIFY(question.text().contains(u"20 February 2026"));

@@ -1,10 +1,13 @@
 #include "memory/history/ConversationLibrary.h"
 
 #include "memory/history/ChatArchive.h"
+#include "memory/history/PastConversationLogic.h"
 #include "support/Awaited.h"
 #include "support/ScratchDirectory.h"
 #include "support/ScriptedStores.h"
 #include "support/TableRow.h"
+
+#include <ranges>
 
 namespace pobblewig {
 
@@ -82,6 +85,30 @@ private Q_SLOTS:
         QFETCH(QString, wanted);
         QFETCH(QStringList, found);
         QCOMPARE(names(wanted), found);
+    }
+
+    void whatIsFoundHasItsPlace_data()
+    {
+        columns<QString, QString, QString>("text", "wanted", "marked");
+        row("composed", u"Ein Caf\u00e9, ein CAFE"_s, u"cafe"_s, u"Ein [Caf\u00e9], ein [CAFE]"_s);
+        row("decomposed", u"Cafe\u0301!"_s, u"caf\u00e9"_s, u"[Cafe\u0301]!"_s);
+        row("one letter for two", u"Stra\u00dfen"_s, u"strasse"_s, u"[Stra\u00dfe]n"_s);
+        row("half of such a letter", u"Stra\u00dfen"_s, u"stras"_s, u"[Stra\u00df]en"_s);
+        row("overlapping words", u"teatime tea"_s, u"teat tea"_s, u"[teat]ime [tea]"_s);
+        row("beyond 16 bits", u"\U0001f98a fox"_s, u"fox"_s, u"\U0001f98a [fox]"_s);
+        row("not every word", u"tea"_s, u"tea cake"_s, u"tea"_s);
+        row("no words", u"tea"_s, u" "_s, u"tea"_s);
+    }
+    void whatIsFoundHasItsPlace()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, wanted);
+        auto places = PastConversationLogic::places(text, PastConversationLogic::words(wanted));
+        for (const auto& place : places | std::views::reverse) {
+            text.insert(place.end(), u']');
+            text.insert(place.start, u'[');
+        }
+        QTEST(text, "marked");
     }
 
     void aDeletedConversationLeavesTheRest()
