@@ -29,8 +29,8 @@ const QString& introduction()
         "Before anything else: I am the built-in demo model, not a real AI. I answer by a handful "
         "of fixed rules, so that you can see how Pobblewig works before you decide on a model.\n\n"
         "To talk with a real one, put MAIN_MODEL_BASE_URL, MAIN_MODEL_ID and MAIN_MODEL_API_KEY "
-        "into the file ~/.config/Pobblewig/environment and start me again. A server on your own "
-        "computer will do. The README has the details.");
+        "into the file ~/.config/Pobblewig/environment; it answers from your next message on. A "
+        "server on your own computer will do. The README has the details.");
     return text;
 }
 

@@ -138,6 +138,18 @@ private:
     QStringView m_rest;
 };
 
+void addDemoModel(Environment& environment)
+{
+    const auto url = variable(environment, QStringLiteral("POBBLEWIG_DEMO_MODEL_URL"));
+    if (!url || variable(environment, QStringLiteral("MAIN_MODEL_ID")))
+        return;
+    const auto name = QStringLiteral("demo model");
+    environment[QStringLiteral("MAIN_MODEL_BASE_URL")] = *url;
+    environment[QStringLiteral("MAIN_MODEL_ID")] = name;
+    environment[QStringLiteral("MAIN_MODEL_PROVIDER")] = name;
+    environment[QStringLiteral("MAIN_MODEL_API_KEY")] = QStringLiteral("demo");
+}
+
 } // namespace
 
 std::optional<QString> variable(const Environment& environment, const QString& name)
@@ -157,6 +169,7 @@ Environment currentEnvironment(const QString& file)
         if (!value.isEmpty() || !variable(environment, name))
             environment.insert_or_assign(name, value);
     }
+    addDemoModel(environment);
     return environment;
 }
 

@@ -72,6 +72,24 @@ private Q_SLOTS:
         QVERIFY(!variable(environment, u"POBBLEWIG_T4"_s));
     }
 
+    void theDemoModelGivesWayToTheUsersOwn_data()
+    {
+        columns<QByteArray, QString>("file", "main");
+        row("none", QByteArray("MAIN_MODEL_API_KEY=sk-own\n"), "http://demo/v1 demo model demo");
+        row("one", QByteArray("MAIN_MODEL_ID=owl\nMAIN_MODEL_API_KEY=sk-own\n"), " owl sk-own");
+    }
+    void theDemoModelGivesWayToTheUsersOwn()
+    {
+        QFETCH(QByteArray, file);
+        qputenv("POBBLEWIG_DEMO_MODEL_URL", "http://demo/v1");
+        m_scratch.write(u"variables"_s, file);
+        const auto environment = currentEnvironment(m_scratch.path(u"variables"_s));
+        QStringList values;
+        for (const auto* name : { u"MAIN_MODEL_BASE_URL", u"MAIN_MODEL_ID", u"MAIN_MODEL_API_KEY" })
+            values.append(variable(environment, QString::fromUtf16(name)).value_or(QString()));
+        QTEST(values.join(u' '), "main");
+    }
+
 private:
     ScratchDirectory m_scratch;
 };
