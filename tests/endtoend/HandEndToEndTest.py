@@ -87,12 +87,13 @@ class HandEndToEndTest(unittest.TestCase):
 
     def test_what_opens_by_a_key_closes_by_one_and_gives_the_focus_back(self):
         self.send("one")
-        self.focus_input()
+        self.program.tab_to("Look at my screen")
         xdotool("key", "F1")
         wait_for(lambda: "Edit your last message" in self.program.texts_shown(), "the keys")
         xdotool("key", "Escape")
         wait_for(lambda: "Edit your last message" not in self.program.texts_shown(), "their end")
-        self.assertEqual(self.program.focused(), "Message")
+        wait_for(lambda: self.program.focused() == "Look at my screen", "the focus back")
+        self.focus_input()
         xdotool("key", "ctrl+f")
         wait_for(lambda: self.program.focused() == "Find", "the find bar")
         xdotool("type", "SAID")
