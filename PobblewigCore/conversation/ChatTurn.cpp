@@ -238,6 +238,7 @@ Task<ModelRouter::Reply> ChatTurn::request(std::vector<LLMToolDefinition> tools)
                                      .tools = std::move(tools),
                                      .onToken = m_progress.replyGrows,
                                      .onThought = m_progress.modelThinks,
+                                     .onTakenBack = m_progress.replyWasThought,
                                      .onLoading = m_progress.modelLoads },
         m_stop);
 }

@@ -36,6 +36,8 @@ public:
         std::function<void()> replyBegins;
         std::function<void(const QString& token)> replyGrows;
         std::function<void(const QString& thought)> modelThinks;
+        /// Called with all of a reply that has grown so far, which is no reply.
+        std::function<void(const QString& thought)> replyWasThought;
         std::function<void()> toolsBegin;
         std::function<void(std::vector<MemoryToolResult> results)> toolsRan;
         /// Called when the model is still loading and the turn waits for it.

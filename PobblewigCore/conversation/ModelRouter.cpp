@@ -87,7 +87,7 @@ Task<ModelRouter::Reply> ModelRouter::streamRouted(Request request, std::stop_to
         asked.tools = request.tools;
     asked.wantsThoughts = bool(request.onThought);
     Attempt attempt { routed, std::move(asked), request.onToken, request.onThought,
-        request.onLoading };
+        request.onTakenBack, request.onLoading };
     auto reply = co_await streamOnceLoaded(attempt, stop);
     if (reply || !rejectsTools(reply.error(), attempt.asked))
         co_return reply;
@@ -179,6 +179,7 @@ Task<ModelRouter::Reply> ModelRouter::stream(Attempt attempt, std::stop_token st
     const auto lane = attempt.route.lane;
     const auto onToken = attempt.onToken;
     const auto onThought = attempt.onThought;
+    const auto onTakenBack = attempt.onTakenBack;
     const auto events =
         std::make_shared<LLMStream>(attempt.route.provider->streamChat(std::move(attempt.asked)));
     m_stream = events;
@@ -193,6 +194,8 @@ Task<ModelRouter::Reply> ModelRouter::stream(Attempt attempt, std::stop_token st
                 onToken(token->text);
         } else if (const auto* thought = std::get_if<LLMThought>(&*event)) {
             onThought(thought->text);
+        } else if (std::holds_alternative<LLMWasThought>(*event)) {
+            onTakenBack(std::exchange(reply.text, {}));
         } else if (auto* calls = std::get_if<LLMToolCalls>(&*event)) {
             reply.toolCalls = std::move(calls->calls);
         } else if (const auto* reported = std::get_if<LLMUsage>(&*event)) {

@@ -37,6 +37,8 @@ public:
         TokenHandler onToken = {};
         /// Called with each piece of what the model thinks before it answers.
         TokenHandler onThought = {};
+        /// Called with the reply's text so far if that turns out to be thought.
+        TokenHandler onTakenBack = {};
         /// Called when the wait for a model that is still loading begins.
         std::function<void()> onLoading = {};
     };
@@ -75,6 +77,7 @@ private:
         LLMRequest asked;
         TokenHandler onToken;
         TokenHandler onThought;
+        TokenHandler onTakenBack;
         std::function<void()> onLoading;
     };
 

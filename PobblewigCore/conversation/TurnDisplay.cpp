@@ -15,6 +15,7 @@ ChatTurn::Progress TurnDisplay::progress()
         .replyBegins = [this] { beginReply(); },
         .replyGrows = [this](const QString& token) { growPreview(token); },
         .modelThinks = [this](const QString& thought) { noteThought(thought); },
+        .replyWasThought = [this](const QString& thought) { takeForThought(thought); },
         .toolsBegin = [this] { m_watch.wait(Waiting::Cause::tools); },
         .toolsRan = [this](const auto& results) { noteTools(results); },
         .modelLoads = [this] { noteLoading(); },
@@ -67,6 +68,12 @@ void TurnDisplay::growPreview(const QString& token)
     endWaiting();
     m_preview.append(token);
     Q_EMIT previewChanged();
+}
+
+void TurnDisplay::takeForThought(const QString& text)
+{
+    emptyPreview();
+    m_watch.takeForThought(text);
 }
 
 void TurnDisplay::noteThought(const QString& thought)

@@ -51,6 +51,7 @@ Q_SIGNALS:
 private:
     void beginReply();
     void growPreview(const QString& token);
+    void takeForThought(const QString& text);
     void noteThought(const QString& thought);
     void noteTools(const std::vector<MemoryToolResult>& results);
     void noteLoading();

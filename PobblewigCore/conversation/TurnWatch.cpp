@@ -43,9 +43,17 @@ void TurnWatch::think(const QString& thought)
 
 void TurnWatch::end()
 {
+    if (m_waiting || m_thinking.since)
+        m_ended = m_moment.now();
     stopThinking();
     if (std::exchange(m_waiting, std::nullopt))
         Q_EMIT waitingChanged();
+}
+
+void TurnWatch::takeForThought(const QString& thought)
+{
+    m_thinking.since = m_ended;
+    think(thought);
 }
 
 void TurnWatch::forgetThoughts()

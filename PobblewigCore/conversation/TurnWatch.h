@@ -27,6 +27,9 @@ public:
 
     /// The reply is on its way, or will not come.
     void end();
+
+    /// What was on its way since then was no reply.
+    void takeForThought(const QString& thought);
     void forgetThoughts();
 
 Q_SIGNALS:
@@ -39,6 +42,8 @@ private:
     const Moment& m_moment;
     std::optional<Waiting> m_waiting;
     Thinking m_thinking;
+    /// When the last wait or thought ended.
+    TimePoint m_ended;
 };
 
 } // namespace pobblewig

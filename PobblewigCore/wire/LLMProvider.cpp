@@ -22,6 +22,8 @@ Task<tl::expected<LLMCompletion, LLMFailure>> LLMProvider::completeWithUsage(LLM
     while (const auto event = co_await stream.next()) {
         if (const auto* token = std::get_if<LLMToken>(&*event))
             completion.text += token->text;
+        if (std::holds_alternative<LLMWasThought>(*event))
+            completion.text.clear();
         if (const auto* usage = std::get_if<LLMUsage>(&*event)) {
             completion.promptTokens = usage->promptTokens;
             completion.completionTokens = usage->completionTokens;

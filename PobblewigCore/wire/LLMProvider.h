@@ -54,6 +54,9 @@ struct LLMThought {
     QString text;
 };
 
+/// All tokens so far were thoughts; the reply begins only now.
+struct LLMWasThought { };
+
 struct LLMToolCalls {
     std::vector<LLMToolCall> calls;
 };
@@ -72,7 +75,8 @@ struct LLMFinished {
     bool operator==(const LLMFinished&) const = default;
 };
 
-using LLMStreamEvent = std::variant<LLMToken, LLMThought, LLMToolCalls, LLMUsage, LLMFinished>;
+using LLMStreamEvent =
+    std::variant<LLMToken, LLMThought, LLMWasThought, LLMToolCalls, LLMUsage, LLMFinished>;
 using LLMStream = Stream<LLMStreamEvent, LLMFailure>;
 
 struct LLMCompletion {

@@ -109,7 +109,7 @@ void ReplyReader::read(const StreamChunk& chunk)
 
 void ReplyReader::read(const StreamChunk::Delta& delta)
 {
-    push({ delta.thought, {} });
+    push({ .thought = delta.thought });
     if (delta.content)
         push(m_thoughts.add(*delta.content));
     if (!delta.toolCalls)
@@ -122,7 +122,9 @@ void ReplyReader::read(const StreamChunk::Delta& delta)
 
 void ReplyReader::push(const ThoughtSplitter::Parts& parts)
 {
-    m_end.hasThought |= !parts.thought.isEmpty();
+    m_end.hasThought |= parts.wasThought || !parts.thought.isEmpty();
+    if (parts.wasThought)
+        m_events.push(LLMWasThought());
     if (m_wantsThoughts && !parts.thought.isEmpty())
         m_events.push(LLMThought { parts.thought });
     if (!parts.reply.isEmpty())

@@ -26,20 +26,37 @@ QStringView withoutLeadingBlanks(QStringView text)
     return text.sliced(std::distance(text.begin(), begin));
 }
 
+bool isLineBreak(QChar c)
+{
+    return c == u'\n' || c == u'\r';
+}
+
+/// Whether a closing tag behind this text ends a thought, rather than being spoken of.
+bool isThought(QStringView text)
+{
+    constexpr QStringView quoting = u"`\"'“‘„«([{";
+    if (text.isEmpty())
+        return true;
+    const auto isQuoted =
+        (text.back().isSpace() && !isLineBreak(text.back())) || quoting.contains(text.back());
+    return !isQuoted && !text.contains(opening) && text.count(u'`') % 2 == 0;
+}
+
 } // namespace
 
 ThoughtSplitter::Parts ThoughtSplitter::add(const QString& text)
 {
     if (m_state == State::reply)
-        return { {}, text };
+        return { .reply = text };
     m_held += text;
     Parts parts;
     auto before = m_state;
     do {
         before = m_state;
-        const auto [thought, reply] = advance();
-        parts.thought += thought;
-        parts.reply += reply;
+        const auto next = advance();
+        parts.wasThought |= next.wasThought;
+        parts.thought += next.thought;
+        parts.reply += next.reply;
     } while (m_state != before);
     return parts;
 }
@@ -47,8 +64,8 @@ ThoughtSplitter::Parts ThoughtSplitter::add(const QString& text)
 ThoughtSplitter::Parts ThoughtSplitter::finish()
 {
     auto rest = std::exchange(m_held, {});
-    return m_state == State::thinking ? Parts { std::move(rest), {} }
-                                      : Parts { {}, std::move(rest) };
+    return m_state == State::thinking ? Parts { .thought = std::move(rest) }
+                                      : Parts { .reply = std::move(rest) };
 }
 
 ThoughtSplitter::Parts ThoughtSplitter::advance()
@@ -60,26 +77,56 @@ ThoughtSplitter::Parts ThoughtSplitter::advance()
             m_held = held.sliced(opening.size()).toString();
             m_state = State::thinking;
         } else if (!opening.startsWith(held)) {
-            m_state = State::reply;
-            return { {}, std::exchange(m_held, {}) };
+            m_state = State::undecided;
         }
         return {};
-    case State::thinking: {
-        const auto end = m_held.indexOf(closing);
-        const auto length = end < 0 ? m_held.size() - possibleMark(m_held, closing) : end;
-        auto thought = m_held.first(length);
-        m_held.remove(0, end < 0 ? length : length + closing.size());
-        m_state = end < 0 ? State::thinking : State::gap;
-        return { std::move(thought), {} };
-    }
+    case State::thinking:
+        return advanceThought();
+    case State::undecided:
+        return advanceUndecided();
     case State::gap:
         m_held = held.toString();
         m_state = m_held.isEmpty() ? State::gap : State::reply;
         return {};
     case State::reply:
-        return { {}, std::exchange(m_held, {}) };
+        return { .reply = std::exchange(m_held, {}) };
     }
     Q_UNREACHABLE();
+}
+
+ThoughtSplitter::Parts ThoughtSplitter::advanceThought()
+{
+    auto thought = beforeClosing();
+    if (m_held.startsWith(closing)) {
+        m_held.remove(0, closing.size());
+        m_state = State::gap;
+    }
+    return { .thought = std::move(thought) };
+}
+
+ThoughtSplitter::Parts ThoughtSplitter::advanceUndecided()
+{
+    auto text = beforeClosing();
+    m_passed += text;
+    if (!m_held.startsWith(closing))
+        return { .reply = std::move(text) };
+    const auto before = std::exchange(m_passed, {});
+    if (!isThought(before)) {
+        m_state = State::reply;
+        return { .reply = std::move(text) };
+    }
+    m_held.remove(0, closing.size());
+    m_state = State::gap;
+    return { .wasThought = before.size() > text.size(), .thought = std::move(text) };
+}
+
+QString ThoughtSplitter::beforeClosing()
+{
+    const auto end = m_held.indexOf(closing);
+    const auto length = end < 0 ? m_held.size() - possibleMark(m_held, closing) : end;
+    auto text = m_held.first(length);
+    m_held.remove(0, length);
+    return text;
 }
 
 } // namespace pobblewig

@@ -6,11 +6,17 @@ namespace pobblewig {
 
 /// Separates the thoughts that a model writes in front of its reply, between "<think>" and
 /// "</think>", while the text arrives. What stands anywhere else is the reply.
+///
+/// Some servers put the opening tag into the prompt, so that only the closing one arrives. The
+/// first closing tag then tells that the text so far was thought, unless that text speaks of the
+/// tags or has begun a piece of code.
 class ThoughtSplitter {
 public:
     struct Parts {
-        QString thought;
-        QString reply;
+        /// All that was passed on as the reply before was thought. What follows comes after it.
+        bool wasThought = false;
+        QString thought = {};
+        QString reply = {};
     };
 
     Parts add(const QString& text);
@@ -19,12 +25,25 @@ public:
     Parts finish();
 
 private:
-    enum class State { beginning, thinking, gap, reply };
+    enum class State {
+        beginning,
+        thinking,
+        /// Passed on as the reply, as long as no closing tag follows.
+        undecided,
+        gap,
+        reply,
+    };
 
     Parts advance();
+    Parts advanceThought();
+    Parts advanceUndecided();
+    /// Passes on all but what may become the closing tag.
+    QString beforeClosing();
 
     State m_state = State::beginning;
     QString m_held;
+    /// The text while it is undecided.
+    QString m_passed;
 };
 
 } // namespace pobblewig

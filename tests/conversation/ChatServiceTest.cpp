@@ -185,6 +185,25 @@ private Q_SLOTS:
         QVERIFY(thinking.isEmpty());
     }
 
+    void whatTurnsOutToBeThoughtIsTakenBack()
+    {
+        m->model.enqueue(ScriptedProvider::Reply {
+            { LLMToken { u"Tea? "_s }, LLMWasThought(), LLMToken { u"Tea."_s } }, {}, true });
+        QStringList shown;
+        QObject::connect(&m->chat, &ChatService::streamingPreviewChanged, &m->chat, [&] {
+            shown.append(m->chat.streamingPreview());
+            m->time += std::chrono::seconds(3);
+        });
+        m->chat.submit(u"tea or coffee?"_s);
+        QTRY_COMPARE(shown.join(u'|'), u"Tea?||Tea.");
+        const auto& thinking = m->chat.watch().thinking();
+        QCOMPARE(thinking.text, u"Tea? ");
+        QVERIFY(!thinking.since && thinking.before >= std::chrono::seconds(3));
+        m->model.release();
+        m->finishTurn();
+        QCOMPARE(m->texts(), u"tea or coffee?|Tea.");
+    }
+
     void aTurnSaysWhatItWaitsFor()
     {
         const auto& waiting = m->chat.watch().waiting();

@@ -26,6 +26,8 @@ QString described(const LLMStreamEvent& event)
         return token->text;
     if (const auto* thought = std::get_if<LLMThought>(&event))
         return u'(' + thought->text + u')';
+    if (std::holds_alternative<LLMWasThought>(event))
+        return u"(^)"_s;
     if (const auto* usage = std::get_if<LLMUsage>(&event))
         return u"%1+%2"_s.arg(usage->promptTokens).arg(usage->completionTokens);
     if (const auto* end = std::get_if<LLMFinished>(&event))
@@ -103,6 +105,8 @@ private Q_SLOTS:
                 + token(" a <think>"),
             "(\nH)|(m)|a <think>|thought");
         row("tags that do not end", token("<think>Hm</th"), "(Hm)|(</th)|thought");
+        row("thoughts without the opening tag",
+            token("Hm. ") + token("So") + token("</think>\\n\\nTea."), "Hm. |So|(^)|Tea.|thought");
         row("nearly a tag", token("<") + token("thin air>"), "<thin air>|.");
         row("an error after a token",
             token("a") + "data: {'error':{'message':'Overloaded','code':529}}\n" + token("b"),
