@@ -54,6 +54,7 @@ std::optional<std::chrono::milliseconds> BubbleLogic::duration(Kind kind)
     case Kind::farewell:
         return 500ms;
     case Kind::answer:
+    case Kind::problem:
     case Kind::proposals:
     case Kind::greeting:
     case Kind::sight:
@@ -64,18 +65,24 @@ std::optional<std::chrono::milliseconds> BubbleLogic::duration(Kind kind)
 
 bool BubbleLogic::leavesMark(Kind kind)
 {
-    return kind == Kind::reminder || kind == Kind::answer || kind == Kind::proposals;
+    return kind == Kind::reminder || kind == Kind::answer || kind == Kind::problem
+        || kind == Kind::proposals;
 }
 
 QString BubbleLogic::firstLine(const QString& markdown)
 {
     const auto shown = MarkdownReader::read(markdown.left(longestBeginning)).text;
     for (const auto line : QStringView(shown).tokenize(u'\n')) {
-        auto words = Text::plainLine(line.toString(), qsizetype(lines) * charactersPerLine);
+        auto words = fitted(line.toString());
         if (!words.isEmpty())
             return words;
     }
     return {};
+}
+
+QString BubbleLogic::fitted(const QString& text)
+{
+    return Text::plainLine(text, qsizetype(lines) * charactersPerLine);
 }
 
 QString BubbleLogic::waitingInWords(qsizetype proposals)

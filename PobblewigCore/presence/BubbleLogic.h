@@ -31,6 +31,9 @@ bool leavesMark(Bubble::Kind kind);
 /// bubble. Empty if there is none.
 QString firstLine(const QString& markdown);
 
+/// Returns a plain text as one line, cut to fit into a bubble.
+QString fitted(const QString& text);
+
 /// Returns "2 things wait for you".
 QString waitingInWords(qsizetype proposals);
 

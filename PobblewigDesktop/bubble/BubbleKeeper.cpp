@@ -33,11 +33,14 @@ BubbleKeeper::BubbleKeeper(BuddyWindow& buddy, BuddyWindowSystem& system)
 void BubbleKeeper::follow(AppCoordinator& coordinator)
 {
     m_coordinator = &coordinator;
-    connect(
-        &coordinator.chat(), &ChatService::activityChanged, this, [this](bool, bool hasSucceeded) {
-            if (hasSucceeded)
-                sayAnswer();
-        });
+    auto& chat = coordinator.chat();
+    connect(&chat, &ChatService::activityChanged, this, [this](bool isWorking, bool hasSucceeded) {
+        if (hasSucceeded)
+            sayAnswer();
+        else if (!isWorking)
+            sayProblem();
+    });
+    connect(&chat.problem(), &TurnProblem::changed, this, &BubbleKeeper::forgetProblem);
     connect(&coordinator, &AppCoordinator::stateChanged, this, &BubbleKeeper::sayProposals);
     sayProposals();
 }
@@ -97,6 +100,18 @@ bool BubbleKeeper::eventFilter(QObject* watched, QEvent* event)
 void BubbleKeeper::sayAnswer()
 {
     say({ Kind::answer, BubbleLogic::firstLine(answerText(m_coordinator->chat().messages())) });
+}
+
+void BubbleKeeper::sayProblem()
+{
+    if (const auto& problem = m_coordinator->chat().problem().current())
+        say({ Kind::problem, BubbleLogic::fitted(problem->what) });
+}
+
+void BubbleKeeper::forgetProblem()
+{
+    if (!m_coordinator->chat().problem().current())
+        setWaiting(BubbleLogic::without(m_waiting, Kind::problem));
 }
 
 void BubbleKeeper::sayProposals()

@@ -20,7 +20,7 @@ public:
     /// Both outlive this object.
     BubbleKeeper(BuddyWindow& buddy, BuddyWindowSystem& system);
 
-    /// From now on answers and proposals are said. To be called once.
+    /// From now on answers, problems and proposals are said. To be called once.
     void follow(AppCoordinator& coordinator);
 
     void setTheme(const Palette& palette);
@@ -46,6 +46,8 @@ protected:
 
 private:
     void sayAnswer();
+    void sayProblem();
+    void forgetProblem();
     void sayProposals();
     void setUnseen(bool hasUnseen);
     void setWaiting(BubbleLogic::Bubbles waiting);

@@ -143,6 +143,22 @@ private Q_SLOTS:
         QCOMPARE(buddyState(), isRead ? BuddyState::Kind::idle : BuddyState::Kind::notify);
     }
 
+    void aProblemBehindAClosedChatIsSaidUntilItIsSeen()
+    {
+        m_delegate->openChat();
+        auto& panel = shown<ChatPanel>();
+        PanelFixture::find<QPlainTextEdit>(panel, "Message")->setPlainText(u"Hello"_s);
+        PanelFixture::find<QAbstractButton>(panel, "Send")->click();
+        panel.hide();
+        QTRY_VERIFY(m_model.isAsked());
+        m_model.finish(TransportError { .kind = TransportError::Kind::refused });
+        QTRY_COMPARE(said(), u"Nothing answers at 127.0.0.1 on this computer."_s);
+        QCOMPARE(buddyState(), BuddyState::Kind::notify);
+        Q_EMIT shown<BubbleWindow>().clicked();
+        QCOMPARE(said(), QString());
+        QCOMPARE(buddyState(), BuddyState::Kind::idle);
+    }
+
     void whatIsDroppedOnTheBuddyIsAskedAbout_data()
     {
         columns<QString, bool, QString>("text", "isFile", "input");
