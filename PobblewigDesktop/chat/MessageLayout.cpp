@@ -154,12 +154,14 @@ void MessageLayout::setText(const QString& text, MarkdownText::Growth growth)
     m_isUnread = true;
 }
 
-void MessageLayout::setShape(const Shape& shape)
+MessageSegments MessageLayout::setShape(const Shape& shape)
 {
     if (m_shape == shape)
-        return;
+        return {};
+    auto dropped = std::exchange(m_segments, {});
     m_shape = shape;
     restart();
+    return dropped;
 }
 
 const StyledText& MessageLayout::content() const

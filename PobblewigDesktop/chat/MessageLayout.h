@@ -112,7 +112,9 @@ public:
 
     /// Keeps the layout of what both texts have in common at the beginning.
     void setText(const QString& text, MarkdownText::Growth growth = MarkdownText::Growth::whole);
-    void setShape(const Shape& shape);
+
+    /// Returns the lines that it drops, since letting go of many of them takes long.
+    MessageSegments setShape(const Shape& shape);
 
     /// Lays out about this many more characters and returns how many it did.
     qsizetype layOut(qsizetype characters = everything);

@@ -18,6 +18,7 @@ using Growth = MarkdownText::Growth;
 constexpr int bubblePadding = 12;
 constexpr int noteInset = 24;
 constexpr qsizetype charactersPerSlice = 3000;
+constexpr std::size_t messagesPerSlice = 30;
 
 QFont captionFont(QFont font)
 {
@@ -53,7 +54,7 @@ MessageLayout& MessageLayouts::layout(const ConversationRow& row)
     if (row.isReplyInProgress()) {
         if (!m_reply)
             m_reply.emplace(shapeFor(row));
-        m_reply->setShape(shapeFor(row));
+        fit(*m_reply, row);
         m_reply->setText(
             row.text, row.kind == ConversationRow::Kind::preview ? Growth::growing : Growth::whole);
         return *m_reply;
@@ -63,10 +64,15 @@ MessageLayout& MessageLayouts::layout(const ConversationRow& row)
         && isSameText(m_reply->source(), row.text);
     if (isNew && continuesReply)
         place->second = *std::exchange(m_reply, std::nullopt);
-    // What was read of the text stays, whatever the width.
-    place->second.setShape(shapeFor(row));
+    fit(place->second, row);
     place->second.setText(row.text);
     return place->second;
+}
+
+void MessageLayouts::fit(MessageLayout& layout, const ConversationRow& row)
+{
+    if (auto dropped = layout.setShape(shapeFor(row)); !dropped.empty())
+        m_outdated.push_back(std::move(dropped));
 }
 
 bool MessageLayouts::layOutSlice(const ConversationModel& model, int firstRow)
@@ -84,7 +90,8 @@ bool MessageLayouts::layOutSlice(const ConversationModel& model, int firstRow)
         if (!waiting.isComplete() || room <= 0)
             return false;
     }
-    return true;
+    m_outdated.resize(m_outdated.size() - std::min(m_outdated.size(), messagesPerSlice));
+    return m_outdated.empty();
 }
 
 void MessageLayouts::retain(const ConversationModel& model)

@@ -41,12 +41,15 @@ public:
     void retain(const ConversationModel& model);
 
 private:
+    void fit(MessageLayout& layout, const ConversationRow& row);
     MessageLayout::Shape shapeFor(const ConversationRow& row) const;
 
     Measure m_measure;
     std::map<QUuid, MessageLayout> m_messages;
     /// The layout of the reply in progress; the message that it becomes takes it over.
     std::optional<MessageLayout> m_reply;
+    /// Lines for another width, which go in slices as well.
+    std::vector<MessageSegments> m_outdated;
 };
 
 } // namespace pobblewig
