@@ -2,6 +2,7 @@
 
 #include "conversation/ProblemLogic.h"
 #include "conversation/RevisionLogic.h"
+#include "conversation/attachments/AttachmentLogic.h"
 #include "foundation/Log.h"
 
 #include <algorithm>
@@ -14,6 +15,11 @@ namespace {
 LLMError mainModelNotConfigured()
 {
     return LLMError::notConfigured(QStringLiteral("main model not configured"));
+}
+
+QString captureUnavailable()
+{
+    return QStringLiteral("Screen capture is not available.");
 }
 
 tl::unexpected<ChatError> failed(ChatError error)
@@ -52,9 +58,25 @@ std::optional<QString> ChatService::unsentText() const
     return m_lastRequest->text;
 }
 
-bool ChatService::submit(const QString& text, Screenshot withScreenshot)
+ChatService::Attachments ChatService::unsentAttachments() const
 {
-    return begin({ .text = text, .screenshot = withScreenshot });
+    return unsentText() ? attachments() : Attachments();
+}
+
+bool ChatService::submit(const QString& text, Screenshot withScreenshot, Attachments attachments)
+{
+    return begin(
+        { .text = text, .screenshot = withScreenshot, .attachments = std::move(attachments) });
+}
+
+Task<tl::expected<CapturedScreenshot, QString>> ChatService::takePicture()
+{
+    if (!canTakePicture() || !m_screenshots.isAvailable())
+        co_return tl::unexpected(captureUnavailable());
+    const auto picture = co_await m_screenshots.take();
+    if (!picture)
+        co_return tl::unexpected(m_screenshots.explanation(picture.error()));
+    co_return *picture;
 }
 
 std::optional<ChatMessage> ChatService::changeableQuestion() const
@@ -62,11 +84,13 @@ std::optional<ChatMessage> ChatService::changeableQuestion() const
     return isInTurn() ? std::nullopt : RevisionLogic::changeableQuestion(messages());
 }
 
-bool ChatService::submitInstead(const QUuid& question, const QString& text)
+bool ChatService::submitInstead(const QUuid& question, const QString& text, Attachments attachments)
 {
     const auto newest = changeableQuestion();
     const auto isNewest = newest && newest->id == question;
-    return begin({ .text = text, .insteadOf = isNewest ? std::optional(question) : std::nullopt });
+    return begin({ .text = text,
+        .attachments = std::move(attachments),
+        .insteadOf = isNewest ? std::optional(question) : std::nullopt });
 }
 
 bool ChatService::canAnswerAgain() const
@@ -97,9 +121,11 @@ void ChatService::retry(const QUuid& message)
         return;
     }
     const auto failed = std::ranges::find(messages(), message, &ChatMessage::id);
-    if (!isUnanswered(message) || failed == messages().end() || !submit(failed->text))
+    if (!isUnanswered(message) || failed == messages().end())
         return;
-    m_messages.setUnanswered(message, false);
+    const auto text = AttachmentLogic::withoutLine(failed->text);
+    if (submit(text, Screenshot::without, m_messages.attachments(message)))
+        m_messages.setAnswered(message);
 }
 
 void ChatService::retryWith(const QString& modelID)
@@ -211,7 +237,7 @@ void ChatService::abandonTurn(const ChatError& error, AutoRetry autoRetry)
         return;
     }
     if (m_messages.asked() && canRetry() && !m_lastRequest->answersAgain)
-        m_messages.setUnanswered(*m_messages.asked(), true);
+        m_messages.setUnanswered(*m_messages.asked(), attachments());
     Q_EMIT activityChanged(false, false);
 }
 
@@ -240,12 +266,11 @@ Task<ChatService::Outcome> ChatService::send(
     enter(Phase::streaming);
     const auto asked = earlier ? *earlier : recordQuestion(trimmed, image.has_value());
     const auto askedIn = asked.sessionID;
-    m_messages.setUnanswered(asked.id, false);
+    m_messages.setAnswered(asked.id);
     if (earlier && m_lastRequest)
         m_messages.setReplyInRevision(m_lastRequest->answersAgain);
 
-    auto outcome =
-        co_await requestReply({ asked, std::move(image), m_messages.replyInRevision() }, stop);
+    auto outcome = co_await requestReply(question(asked, image), image.has_value(), stop);
     if (stop.stop_requested())
         co_return failed(Cancelled());
     if (outcome)
@@ -263,7 +288,7 @@ Task<ChatService::Outcome> ChatService::send(
 Task<ChatService::Outcome> ChatService::sendWithScreenshot(QString text, UserMessage userMessage)
 {
     if (!m_screenshots.isAvailable()) {
-        m_problem.report(QStringLiteral("Screen capture is not available."));
+        m_problem.report(captureUnavailable());
         co_return Outcome();
     }
     const auto stop = m_stop.get_token();
@@ -279,9 +304,9 @@ Task<ChatService::Outcome> ChatService::sendWithScreenshot(QString text, UserMes
 }
 
 Task<ChatTurn::Outcome> ChatService::requestReply(
-    ConversationRecord::Question question, std::stop_token stop)
+    ConversationRecord::Question question, bool hasScreenshot, std::stop_token stop)
 {
-    auto input = co_await turnInput(std::move(question), stop);
+    auto input = co_await turnInput(std::move(question), hasScreenshot, stop);
     if (stop.stop_requested())
         co_return failed(Cancelled());
     ChatTurn chatTurn(m_router, tools(stop), std::move(input), progress(), stop);
@@ -289,14 +314,13 @@ Task<ChatTurn::Outcome> ChatService::requestReply(
 }
 
 Task<ChatTurn::Input> ChatService::turnInput(
-    ConversationRecord::Question question, std::stop_token stop)
+    ConversationRecord::Question question, bool hasScreenshot, std::stop_token stop)
 {
-    const auto hasImage = question.image.has_value();
-    const auto lane = co_await m_router.lane(hasImage);
+    const auto lane = co_await m_router.lane(!question.images.empty());
     co_return ChatTurn::Input {
         .prompt = { .memory = residentMemory(),
             .situation = m.situation(),
-            .hasImage = hasImage,
+            .hasImage = hasScreenshot,
             .toolsAvailable = tools(stop).isAvailable(),
             .nativeTools = m_router.offersNativeTools(lane),
             .tools = m_tools.lines(),
@@ -335,13 +359,31 @@ ChatTurn::Progress ChatService::progress()
     return progress;
 }
 
-ChatMessage ChatService::recordQuestion(const QString& text, bool hasImage)
+ChatService::Attachments ChatService::attachments() const
+{
+    return m_lastRequest ? m_lastRequest->attachments : Attachments();
+}
+
+ChatMessage ChatService::recordQuestion(const QString& text, bool hasScreenshot)
 {
     if (const auto instead = m_lastRequest ? m_lastRequest->insteadOf : std::nullopt) {
         onTakingBack(*instead);
         m_messages.takeBack(*instead);
     }
-    return m_messages.ask(text, hasImage);
+    const auto attached = attachments();
+    const auto hasImage = hasScreenshot || !AttachmentLogic::pictures(attached).empty();
+    return m_messages.ask(AttachmentLogic::withLine(text, attached, hasScreenshot), hasImage);
+}
+
+ConversationRecord::Question ChatService::question(
+    ChatMessage message, const std::optional<QByteArray>& screenshot) const
+{
+    const auto attached = attachments();
+    auto images = AttachmentLogic::pictures(attached);
+    if (screenshot)
+        images.insert(images.begin(), *screenshot);
+    return { std::move(message), std::move(images), AttachmentLogic::texts(attached),
+        m_messages.replyInRevision() };
 }
 
 void ChatService::forgetLostTurn()
@@ -353,6 +395,8 @@ void ChatService::forgetLostTurn()
 void ChatService::finishReply(const ChatTurn::Result& result, std::optional<QUuid> askedIn)
 {
     m_display.setCaptureIndicator(std::nullopt);
+    if (m_lastRequest)
+        m_lastRequest->attachments.clear();
     // Of actions alone, the notes of what became of them speak.
     if (result.text.isEmpty())
         return;
@@ -372,6 +416,9 @@ void ChatService::keepStoppedReply()
     }
     const auto partial = m_display.preview().trimmed();
     const auto question = m_messages.record().newestQuestion();
+    // What was attached to it can be sent again.
+    if (partial.isEmpty() && m_messages.asked() && !attachments().empty())
+        m_messages.setUnanswered(*m_messages.asked(), attachments());
     if (partial.isEmpty() || !question)
         return;
     // It is continued rather than asked for again.

@@ -4,6 +4,7 @@
 #include "conversation/TurnDisplay.h"
 #include "conversation/TurnMessages.h"
 #include "conversation/TurnProblem.h"
+#include "conversation/attachments/Attachment.h"
 #include "prompts/SituationSnapshot.h"
 
 #include <QObject>
@@ -44,6 +45,7 @@ public:
     enum class Screenshot { without, with };
     enum class UserMessage { record, reuseLast };
     using Actions = std::vector<BuddyAction>;
+    using Attachments = std::vector<Attachment>;
     using Outcome = tl::expected<Actions, ChatError>;
 
     /// `stores` and `moment` must outlive the service.
@@ -98,20 +100,31 @@ public:
     /// The text of a failed turn that was not added to the history.
     std::optional<QString> unsentText() const;
 
+    /// What goes with `unsentText`.
+    Attachments unsentAttachments() const;
+
     /// Whether `retryLast` has an effect. A turn whose message has left the history cannot be
     /// retried.
     bool canRetry() const { return m_lastRequest && canRun(*m_lastRequest); }
 
-    /// Returns false and does nothing while a turn runs, or if this turn needs a picture while one
-    /// for a cancelled turn is still being taken.
-    bool submit(const QString& text, Screenshot withScreenshot = Screenshot::without);
+    /// Returns false and does nothing while a turn runs, or if this turn needs a picture while
+    /// another one is still being taken.
+    bool submit(const QString& text, Screenshot withScreenshot = Screenshot::without,
+        Attachments attachments = {});
+
+    /// Whether `takePicture` has an effect.
+    bool canTakePicture() const { return !isInTurn() && !m_screenshots.isTaking(); }
+
+    /// Takes a picture of the screen for the user, who chooses a part of it. The error is a text
+    /// for the user.
+    Task<tl::expected<CapturedScreenshot, QString>> takePicture();
 
     /// The newest question, if no turn runs and it can be asked in other words.
     std::optional<ChatMessage> changeableQuestion() const;
 
     /// The same as `submit`, but once the text is recorded, the question and what came of it are
     /// gone. A question that is no longer the newest stays.
-    bool submitInstead(const QUuid& question, const QString& text);
+    bool submitInstead(const QUuid& question, const QString& text, Attachments attachments = {});
 
     /// Whether no turn runs and the newest message is a reply that can be given again.
     bool canAnswerAgain() const;
@@ -195,6 +208,7 @@ private:
     struct Request {
         QString text;
         Screenshot screenshot = Screenshot::without;
+        Attachments attachments = {};
         /// The question whose place its own takes.
         std::optional<QUuid> insteadOf = std::nullopt;
         /// The reply whose place its reply takes.
@@ -210,12 +224,16 @@ private:
     void abandonTurn(const ChatError& error, AutoRetry autoRetry);
 
     Task<ChatTurn::Outcome> requestReply(
-        ConversationRecord::Question question, std::stop_token stop);
-    Task<ChatTurn::Input> turnInput(ConversationRecord::Question question, std::stop_token stop);
+        ConversationRecord::Question question, bool hasScreenshot, std::stop_token stop);
+    Task<ChatTurn::Input> turnInput(
+        ConversationRecord::Question question, bool hasScreenshot, std::stop_token stop);
     ToolRunner tools(const std::stop_token& stop);
     ChatTurn::Progress progress();
 
-    ChatMessage recordQuestion(const QString& text, bool hasImage);
+    Attachments attachments() const;
+    ChatMessage recordQuestion(const QString& text, bool hasScreenshot);
+    ConversationRecord::Question question(
+        ChatMessage message, const std::optional<QByteArray>& screenshot) const;
     void forgetLostTurn();
     void finishReply(const ChatTurn::Result& result, std::optional<QUuid> askedIn);
     /// Keeps what has arrived of the reply.

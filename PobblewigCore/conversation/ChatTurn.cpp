@@ -134,7 +134,7 @@ Task<ChatTurn::Failure> ChatTurn::runNativeRound()
         // Tool messages carry no pictures.
         m_messages.push_back({ .role = Role::user,
             .content = ChatTurnLogic::screenshotAttached.toString(),
-            .imageJPEG = m_tools.toolScreenshot() });
+            .images = { *m_tools.toolScreenshot() } });
     }
     ++m_round;
     co_return co_await ask(m_tools.offered(m_tools.expanded()));
@@ -157,7 +157,7 @@ Task<ChatTurn::Failure> ChatTurn::runTextRound()
     m_messages.push_back({ .role = Role::user,
         .content = ChatTurnLogic::toolResultsText(outcome.results, m_round) });
     if (outcome.freshScreenshot)
-        m_messages.back().imageJPEG = m_tools.toolScreenshot();
+        m_messages.back().images = { *m_tools.toolScreenshot() };
     ++m_round;
     co_return co_await ask(m_tools.offered({}));
 }

@@ -95,8 +95,10 @@ std::vector<LLMMessage> ConversationRecord::request(const Question& question)
         const auto role = entry.role == ChatMessage::Role::user ? LLMMessage::Role::user
                                                                 : LLMMessage::Role::assistant;
         request.push_back({ .role = role, .content = entry.text });
-        if (entry.id == question.message.id)
-            request.back().imageJPEG = question.image;
+        if (entry.id == question.message.id) {
+            request.back().content.prepend(question.attachedTexts);
+            request.back().images = question.images;
+        }
     }
     return request;
 }

@@ -26,10 +26,13 @@ struct ChatRemark {
 /// is off.
 class ConversationRecord {
 public:
-    /// What a turn asks, with a picture that is never kept.
+    /// What a turn asks, with pictures and texts that are never kept.
     struct Question {
         ChatMessage message;
-        std::optional<QByteArray> image;
+        /// JPEG files.
+        std::vector<QByteArray> images = {};
+        /// Stands in front of the message.
+        QString attachedTexts = {};
         /// The answer that it has and that the request leaves out.
         std::optional<QUuid> earlierReply = std::nullopt;
     };

@@ -15,7 +15,7 @@ namespace {
 bool hasImage(const std::vector<LLMMessage>& messages)
 {
     return std::ranges::any_of(
-        messages, [](const auto& message) { return message.imageJPEG.has_value(); });
+        messages, [](const auto& message) { return !message.images.empty(); });
 }
 
 bool speaksOfToolCalls(const std::vector<LLMMessage>& messages)

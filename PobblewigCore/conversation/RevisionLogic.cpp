@@ -1,11 +1,23 @@
 #include "conversation/RevisionLogic.h"
 
+#include "conversation/attachments/AttachmentLogic.h"
+
 #include <algorithm>
 #include <iterator>
 
 namespace pobblewig {
 
 using Role = ChatMessage::Role;
+
+namespace {
+
+/// Whether it came with something that is gone.
+bool hadAttachments(const ChatMessage& message)
+{
+    return message.hadImage || AttachmentLogic::hasLine(message.text);
+}
+
+} // namespace
 
 std::optional<RevisionLogic::Exchange> RevisionLogic::answerableAgain(
     const std::vector<ChatMessage>& messages)
@@ -16,7 +28,7 @@ std::optional<RevisionLogic::Exchange> RevisionLogic::answerableAgain(
     const auto& question = messages[messages.size() - 2];
     if (reply.role != Role::assistant || reply.relatedInterventionID)
         return std::nullopt;
-    if (question.role != Role::user || question.hadImage)
+    if (question.role != Role::user || hadAttachments(question))
         return std::nullopt;
     return Exchange { question, reply };
 }
@@ -26,7 +38,8 @@ std::optional<ChatMessage> RevisionLogic::changeableQuestion(
 {
     const auto newest =
         std::ranges::find(messages.rbegin(), messages.rend(), Role::user, &ChatMessage::role);
-    return newest == messages.rend() || newest->hadImage ? std::nullopt : std::optional(*newest);
+    const auto isChangeable = newest != messages.rend() && !hadAttachments(*newest);
+    return isChangeable ? std::optional(*newest) : std::nullopt;
 }
 
 std::vector<ChatMessage> RevisionLogic::takenBackWith(

@@ -18,10 +18,10 @@ struct Exchange {
 };
 
 /// The last exchange, if its question can be answered again: nothing follows the reply, and the
-/// question came without a picture, which would now be missing.
+/// question came without a picture or a file, which would now be missing.
 std::optional<Exchange> answerableAgain(const std::vector<ChatMessage>& messages);
 
-/// The newest question of the user, unless it came with a picture.
+/// The newest question of the user, unless it came with a picture or a file.
 std::optional<ChatMessage> changeableQuestion(const std::vector<ChatMessage>& messages);
 
 /// What goes with this question when another takes its place: the question and all that followed,

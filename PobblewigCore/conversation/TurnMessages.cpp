@@ -10,11 +10,21 @@ TurnMessages::TurnMessages(const Stores& stores, const Moment& moment)
 {
 }
 
-void TurnMessages::setUnanswered(const QUuid& message, bool isUnanswered)
+std::vector<Attachment> TurnMessages::attachments(const QUuid& message) const
 {
-    const auto isNew =
-        isUnanswered ? m_unanswered.insert(message).second : m_unanswered.erase(message) > 0;
-    if (isNew)
+    const auto unanswered = m_unanswered.find(message);
+    return unanswered == m_unanswered.end() ? std::vector<Attachment>() : unanswered->second;
+}
+
+void TurnMessages::setUnanswered(const QUuid& message, std::vector<Attachment> attachments)
+{
+    if (m_unanswered.insert_or_assign(message, std::move(attachments)).second)
+        announce(message);
+}
+
+void TurnMessages::setAnswered(const QUuid& message)
+{
+    if (m_unanswered.erase(message) > 0)
         announce(message);
 }
 

@@ -1,11 +1,12 @@
 #pragma once
 
 #include "conversation/ConversationRecord.h"
+#include "conversation/attachments/Attachment.h"
 
 #include <QObject>
 
+#include <map>
 #include <optional>
-#include <set>
 #include <vector>
 
 namespace pobblewig {
@@ -31,7 +32,11 @@ public:
 
     /// Whether this is a message of the user whose turn has failed.
     bool isUnanswered(const QUuid& message) const { return m_unanswered.contains(message); }
-    void setUnanswered(const QUuid& message, bool isUnanswered);
+
+    /// What went with a message that is unanswered.
+    std::vector<Attachment> attachments(const QUuid& message) const;
+    void setUnanswered(const QUuid& message, std::vector<Attachment> attachments);
+    void setAnswered(const QUuid& message);
 
     /// The reply whose place the next one takes.
     const std::optional<QUuid>& replyInRevision() const { return m_replyInRevision; }
@@ -61,7 +66,7 @@ private:
 
     ConversationRecord m_record;
     std::optional<QUuid> m_asked;
-    std::set<QUuid> m_unanswered;
+    std::map<QUuid, std::vector<Attachment>> m_unanswered;
     std::optional<QUuid> m_replyInRevision;
 };
 

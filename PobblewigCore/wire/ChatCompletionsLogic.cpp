@@ -33,13 +33,14 @@ QJsonObject encodedToolResult(const LLMMessage& message)
 
 QJsonObject encodedImageMessage(const LLMMessage& message)
 {
-    const auto url = "data:image/jpeg;base64," + message.imageJPEG->toBase64();
     const QJsonObject text { { u"type"_s, u"text"_s }, { u"text"_s, message.content } };
-    const QJsonObject image {
-        { u"type"_s, u"image_url"_s },
-        { u"image_url"_s, QJsonObject { { u"url"_s, QString::fromLatin1(url) } } },
-    };
-    return { { u"role"_s, name(Role::user) }, { u"content"_s, QJsonArray { text, image } } };
+    QJsonArray content { text };
+    for (const auto& image : message.images) {
+        const auto url = QString::fromLatin1("data:image/jpeg;base64," + image.toBase64());
+        content.append(QJsonObject {
+            { u"type"_s, u"image_url"_s }, { u"image_url"_s, QJsonObject { { u"url"_s, url } } } });
+    }
+    return { { u"role"_s, name(Role::user) }, { u"content"_s, content } };
 }
 
 QJsonObject encodedToolCall(const LLMToolCall& call)
@@ -120,7 +121,7 @@ QJsonObject ChatCompletionsLogic::encodeMessage(const LLMMessage& message)
 {
     if (message.role == Role::tool)
         return encodedToolResult(message);
-    if (message.role == Role::user && message.imageJPEG)
+    if (message.role == Role::user && !message.images.empty())
         return encodedImageMessage(message);
     const auto hasCalls = message.toolCalls && !message.toolCalls->empty();
     QJsonObject object { { u"role"_s, name(message.role) } };

@@ -41,8 +41,8 @@ struct LLMMessage {
 
     Role role = Role::user;
     QString content;
-    /// A complete JPEG file; sent with user messages only.
-    std::optional<QByteArray> imageJPEG;
+    /// Complete JPEG files; sent with user messages only.
+    std::vector<QByteArray> images;
     std::optional<std::vector<LLMToolCall>> toolCalls;
     std::optional<QString> toolCallID;
 };

@@ -383,11 +383,61 @@ private Q_SLOTS:
             QVERIFY(awaited(
                 m->chat.send(u"?"_s, QByteArray("JPEG"), ChatService::UserMessage::record)));
             const auto& request = asked.requests().front();
-            QVERIFY(request.messages.back().imageJPEG == QByteArray("JPEG"));
+            QVERIFY(request.messages.back().images == std::vector<QByteArray> { "JPEG" });
             QCOMPARE(request.temperature, hasVisionModel ? 0.4 : 0.7);
             QCOMPARE(m->usage.snapshot().visionCalls, hasVisionModel ? 1 : 0);
         }
         QVERIFY(m->chat.messages().front().hadImage);
+    }
+
+    void whatIsAttachedGoesWithItsTurnAndIsNeverKept()
+    {
+        const std::vector<Attachment> attached {
+            { .kind = Attachment::Kind::text, .name = u"notes.txt"_s, .text = u"Mitosis"_s },
+            { .kind = Attachment::Kind::picture, .name = u"cell.png"_s, .jpegData = "CELL" },
+        };
+        const auto provider = std::exchange(m->models.main, nullptr);
+        m->chat.submit(u"what?"_s, ChatService::Screenshot::without, attached);
+        m->finishTurn();
+        QCOMPARE(m->chat.unsentAttachments().size(), 2u);
+        m->models.main = provider;
+        m->models.vision = &m->visionModel;
+        m->visionModel.enqueue(LLMError::http(401, {}));
+        m->chat.retryLast();
+        m->finishTurn();
+        m->ask(u"meanwhile"_s, LLMError::http(401, {}));
+        for (const auto number : { 0u, 1u })
+            QVERIFY(m->chat.isUnanswered(m->chat.messages()[number].id));
+
+        m->visionModel.enqueue(u"A cell."_s);
+        m->chat.retry(m->chat.messages()[0].id);
+        m->finishTurn();
+        const auto line = u"what?\n\n[attached: notes.txt, cell.png]"_s;
+        const auto asked = m->visionModel.requests().back().messages.back();
+        const auto block = u"Attached file notes.txt:\nMitosis\n(End of notes.txt)\n\n"_s;
+        QVERIFY2(asked.content.endsWith(block + line), qPrintable(asked.content));
+        QVERIFY(!asked.content.contains(u"A screenshot is attached"));
+        QVERIFY(asked.images == std::vector<QByteArray> { "CELL" });
+        QCOMPARE(m->texts(), QStringList({ line, u"meanwhile"_s, line, u"A cell."_s }).join(u'|'));
+        QVERIFY(m->chat.messages()[2].hadImage && !m->chat.changeableQuestion());
+        QVERIFY(!m->chat.canAnswerAgain());
+        m->ask(u"next"_s, u"Yes."_s);
+        for (const auto& message : m->model.requests().back().messages)
+            QVERIFY(!message.content.contains(u"Mitosis") && message.images.empty());
+    }
+
+    void aStoppedQuestionKeepsWhatIsAttachedForAnotherTry()
+    {
+        m->model.enqueue({ {}, std::nullopt, true });
+        m->chat.submit(u"?"_s, ChatService::Screenshot::without,
+            { { .name = u"a.txt"_s, .text = u"Mitosis"_s } });
+        QTRY_COMPARE(m->model.requests().size(), 1u);
+        m->chat.cancelStreaming();
+        m->model.enqueue(u"Yes."_s);
+        m->chat.retry(m->chat.messages().back().id);
+        m->finishTurn();
+        QVERIFY(m->model.requests().back().messages.back().content.contains(u"Mitosis"));
+        QCOMPARE(m->texts(), u"?\n\n[attached: a.txt]|Yes.");
     }
 
     void aLookAtTheScreenGoesWithTheQuestion()
@@ -401,7 +451,8 @@ private Q_SLOTS:
         m->screen.enqueue(CapturedScreenshot { "JPEG", u"Captured Cats"_s });
         QTRY_COMPARE(m->chat.streamingPreview(), u"a cat"_s);
         QCOMPARE(m->chat.captureIndicator(), u"Captured Cats"_s);
-        QVERIFY(m->model.requests().front().messages.back().imageJPEG == QByteArray("JPEG"));
+        QVERIFY(m->model.requests().front().messages.back().images
+            == std::vector<QByteArray> { "JPEG" });
         m->model.release();
         m->finishTurn();
         QVERIFY(m->succeeded() && !m->chat.captureIndicator());

@@ -21,7 +21,7 @@ private Q_SLOTS:
         QCOMPARE(m->screen.looks().size(), 1u);
         const auto& messages = m->visionModel.requests().front().messages;
         QVERIFY(prompts(messages).contains(u"A screenshot is attached"));
-        QVERIFY(messages.back().imageJPEG == QByteArray("JPEG"));
+        QVERIFY(messages.back().images == std::vector<QByteArray> { "JPEG" });
         QCOMPARE(tail(m->visionModel.requests().front(), 3),
             QStringList({ u"captured: Captured Cats — the image is attached to this message"_s,
                 u"refused: at most one screen capture per request"_s,

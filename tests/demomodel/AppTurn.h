@@ -152,7 +152,7 @@ private:
         }
         if (reply.calls.front().name == u"screen_capture") {
             say(Role::user, u"The captured screenshot is attached. Answer…"_s);
-            m_request.messages.back().imageJPEG = QByteArray("JPEG");
+            m_request.messages.back().images = { QByteArray("JPEG") };
         }
     }
 
@@ -168,7 +168,7 @@ private:
                 + u"\n\nNow answer the user's question using these results plus what you already "
                   "know."_s);
         if (wanted.calls.front().name == u"screen_capture")
-            m_request.messages.back().imageJPEG = QByteArray("JPEG");
+            m_request.messages.back().images = { QByteArray("JPEG") };
     }
 
     LLMRequest m_request;

@@ -33,12 +33,13 @@ private Q_SLOTS:
         const LLMToolCall call(hi, u"f"_s, u"{ bad"_s, std::nullopt, u"S"_s);
         QCOMPARE(encoded({ .role = Role::assistant, .toolCalls = { {} } }),
             u"{'content':'','role':'assistant'}");
-        QCOMPARE(encoded({ Role::tool, hi, image, { { call } }, hi }),
+        QCOMPARE(encoded({ Role::tool, hi, { image }, { { call } }, hi }),
             u"{'content':'hi','role':'tool','tool_call_id':'hi'}");
-        QCOMPARE(encoded({ .role = Role::user, .imageJPEG = image }),
+        QCOMPARE(encoded({ .role = Role::user, .images = { image } }),
             u"{'content':[{'text':'','type':'text'},{'image_url':{'url':"
             "'data:image/jpeg;base64,/9gA'},'type':'image_url'}],'role':'user'}");
-        QCOMPARE(encoded({ Role::system, hi, image, {}, {} }), u"{'content':'hi','role':'system'}");
+        QCOMPARE(
+            encoded({ Role::system, hi, { image }, {}, {} }), u"{'content':'hi','role':'system'}");
         for (const auto& [written, sent] : { std::pair(u"{ } "_s, u"{ } "_s), { hi, u"{}"_s },
                  { u"[1]"_s, u"{}"_s }, { u" "_s, u"{}"_s } }) {
             const auto plain = LLMToolCall(hi, hi, written);
