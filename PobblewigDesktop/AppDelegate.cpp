@@ -92,6 +92,7 @@ AppDelegate::AppDelegate(BuddyWindowSystem& windowSystem, QSettings& desktopSett
     connect(&m_buddy, &BuddyWindow::clicked, this, &AppDelegate::toggleChat);
     connect(&m_buddy, &BuddyWindow::menuRequested, this, &AppDelegate::showMenu);
     connect(&m_buddy, &BuddyWindow::textDropped, this, &AppDelegate::quote);
+    connect(&m_buddy, &BuddyWindow::attachmentDropped, this, &AppDelegate::attach);
     connect(&m_bubbles, &BubbleKeeper::clicked, this, &AppDelegate::openChat);
     connect(&m_bubbles, &BubbleKeeper::unseenChanged, this, &AppDelegate::showMark);
     connect(&m_presence, &DesktopPresence::chatRequested, this, &AppDelegate::openChat);
@@ -334,6 +335,13 @@ void AppDelegate::quote(const QString& text)
     openChat();
     if (m_panel)
         m_panel->quote(text);
+}
+
+void AppDelegate::attach(const DropContents& contents)
+{
+    openChat();
+    if (m_panel)
+        m_panel->attach(contents);
 }
 
 void AppDelegate::toggleChat()

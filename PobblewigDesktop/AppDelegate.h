@@ -74,6 +74,7 @@ private:
     void putAway();
     void setChatShown(bool isShown);
     void quote(const QString& text);
+    void attach(const DropContents& contents);
 
     QSettings& m_desktopSettings;
     BuddyWindow m_buddy;

@@ -184,8 +184,7 @@ void BuddyWindow::contextMenuEvent(QContextMenuEvent* event)
 
 void BuddyWindow::dragEnterEvent(QDragEnterEvent* event)
 {
-    // A file comes with its name as a text.
-    if (!event->mimeData()->hasText() || event->mimeData()->hasUrls())
+    if (!event->mimeData()->hasText() && !DropContents::isAttachable(*event->mimeData()))
         return;
     event->setDropAction(Qt::CopyAction);
     event->accept();
@@ -196,7 +195,11 @@ void BuddyWindow::dropEvent(QDropEvent* event)
 {
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    Q_EMIT textDropped(event->mimeData()->text());
+    const auto contents = DropContents::of(*event->mimeData());
+    if (contents.isAttachable())
+        Q_EMIT attachmentDropped(contents);
+    else
+        Q_EMIT textDropped(contents.text);
 }
 
 void BuddyWindow::standAt(QPoint corner)

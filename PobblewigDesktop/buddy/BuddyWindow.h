@@ -2,6 +2,7 @@
 
 #include "PobblewigDesktop/buddy/BuddyPlaces.h"
 #include "PobblewigDesktop/buddy/BuddyView.h"
+#include "PobblewigDesktop/controls/DropContents.h"
 
 #include "buddy/BuddyGlide.h"
 #include "buddy/BuddyWindowSystem.h"
@@ -56,6 +57,9 @@ Q_SIGNALS:
 
     /// The user has dropped this text on the buddy.
     void textDropped(const QString& text);
+
+    /// The user has dropped files or a picture on the buddy.
+    void attachmentDropped(const DropContents& contents);
 
 protected:
     bool event(QEvent* event) override;

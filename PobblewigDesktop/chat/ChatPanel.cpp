@@ -22,8 +22,10 @@
 #include "PobblewigDesktop/controls/PanelStyle.h"
 
 #include <QDesktopServices>
+#include <QDropEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QMimeData>
 #include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
@@ -80,6 +82,7 @@ ChatPanel::ChatPanel(ChatService& chat, Calendar calendar, Clock clock, QWidget*
     setWindowTitle(tr("Pobblewig Chat"));
     setMinimumSize(leastSize);
     resize(panelSize);
+    setAcceptDrops(true);
     arrange();
     connectChat();
     connectControls();
@@ -162,6 +165,11 @@ void ChatPanel::quote(const QString& text)
     m_composer->quote(text);
 }
 
+void ChatPanel::attach(const DropContents& contents)
+{
+    m_composer->attach(contents);
+}
+
 QSize ChatPanel::frameSize() const
 {
     // Before the first show nobody knows the frame, only what frames are like.
@@ -196,6 +204,21 @@ void ChatPanel::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
     fitColumn();
+}
+
+void ChatPanel::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!DropContents::isAttachable(*event->mimeData()))
+        return;
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+}
+
+void ChatPanel::dropEvent(QDropEvent* event)
+{
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    attach(DropContents::of(*event->mimeData()));
 }
 
 void ChatPanel::arrange()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "PobblewigDesktop/controls/DropContents.h"
 #include "PobblewigDesktop/controls/Theme.h"
 #include "conversation/ChatService.h"
 #include "conversation/proposals/AnsweredProposal.h"
@@ -69,6 +70,9 @@ public:
     /// Puts a text from elsewhere into the input as a quotation, after what the user has written.
     void quote(const QString& text);
 
+    /// Lets what was dropped elsewhere go with the next message.
+    void attach(const DropContents& contents);
+
     /// Shows the panel beside the buddy. Both rectangles are in the desktop's coordinates.
     void showBeside(const QRect& buddy, const QRect& screen);
 
@@ -86,6 +90,8 @@ protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     QSize frameSize() const;

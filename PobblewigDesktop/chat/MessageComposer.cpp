@@ -1,14 +1,19 @@
 #include "PobblewigDesktop/chat/MessageComposer.h"
 
+#include "PobblewigDesktop/chat/AttachmentControls.h"
+#include "PobblewigDesktop/chat/AttachmentTray.h"
 #include "PobblewigDesktop/chat/CaptureLine.h"
-#include "PobblewigDesktop/chat/ComposerBar.h"
+#include "PobblewigDesktop/chat/InputButton.h"
 #include "PobblewigDesktop/chat/MessageInput.h"
 #include "PobblewigDesktop/chat/Paragraphs.h"
 #include "PobblewigDesktop/chat/QuestionEditing.h"
+#include "PobblewigDesktop/chat/QueuedMessage.h"
 #include "PobblewigDesktop/chat/Quotation.h"
 #include "PobblewigDesktop/chat/SuggestionBar.h"
 #include "PobblewigDesktop/controls/Icons.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
+#include "conversation/attachments/AttachmentLogic.h"
+#include "prompts/AttachmentPrompts.h"
 #include "prompts/VisionUserPrompt.h"
 
 #include <QHBoxLayout>
@@ -22,16 +27,6 @@ namespace {
 
 constexpr int gap = 8;
 
-QToolButton* inputButton(const QString& name, QWidget* parent)
-{
-    auto* const button = new QToolButton(parent);
-    button->setAccessibleName(name);
-    button->setToolTip(name);
-    button->setIconSize({ 20, 20 });
-    button->setFixedSize(36, 36);
-    return button;
-}
-
 } // namespace
 
 MessageComposer::MessageComposer(ChatService& chat, QWidget* parent)
@@ -39,10 +34,11 @@ MessageComposer::MessageComposer(ChatService& chat, QWidget* parent)
     , m_chat(chat)
     , m_suggestions(new SuggestionBar(this))
     , m_capture(new CaptureLine(chat, this))
-    , m_next(new ComposerBar({ .name = tr("Next message"), .actionName = tr("Do not send") }, this))
+    , m_queue(new QueuedMessage(this))
     , m_editing(new QuestionEditing(this))
+    , m_tray(new AttachmentTray(this))
     , m_input(new MessageInput(this))
-    , m_screen(inputButton(tr("Look at my screen"), this))
+    , m_attaching(new AttachmentControls(chat, this))
     , m_send(inputButton(tr("Send"), this))
     , m_stop(inputButton(tr("Stop"), this))
 {
@@ -58,9 +54,10 @@ MessageComposer::MessageComposer(ChatService& chat, QWidget* parent)
 
 void MessageComposer::setTheme(const Palette& palette)
 {
-    m_next->setTheme(palette);
+    m_queue->setTheme(palette);
+    m_tray->setTheme(palette);
+    m_attaching->setTheme(palette);
     m_input->setTheme(palette);
-    m_screen->setIcon(Icons::icon(Icons::Name::screen, palette.text, palette.muted));
     m_send->setIcon(Icons::icon(Icons::Name::send, palette.onAccent, palette.muted));
     m_stop->setIcon(Icons::icon(Icons::Name::stop, palette.onAccent, palette.muted));
 }
@@ -81,9 +78,15 @@ void MessageComposer::quote(const QString& text)
     m_input->setFocus(Qt::OtherFocusReason);
 }
 
+void MessageComposer::attach(const DropContents& contents)
+{
+    m_tray->add(contents);
+    m_input->setFocus(Qt::OtherFocusReason);
+}
+
 void MessageComposer::keepDraft()
 {
-    m_chat.keepDraft(Paragraphs::joined(m_queued, begun()));
+    m_chat.keepDraft(Paragraphs::joined(m_queue->text(), begun()));
 }
 
 void MessageComposer::edit()
@@ -113,7 +116,8 @@ void MessageComposer::arrange()
     auto* const writing = new QHBoxLayout;
     writing->setSpacing(gap);
     writing->addWidget(m_input, 1);
-    for (auto* const button : { m_screen, m_send, m_stop })
+    writing->addWidget(m_attaching, 0, Qt::AlignBottom);
+    for (auto* const button : { m_send, m_stop })
         writing->addWidget(button, 0, Qt::AlignBottom);
 
     auto* const column = new QVBoxLayout(this);
@@ -121,8 +125,9 @@ void MessageComposer::arrange()
     column->setSpacing(gap);
     column->addWidget(m_suggestions);
     column->addWidget(m_capture);
-    column->addWidget(m_next);
+    column->addWidget(m_queue);
     column->addWidget(m_editing);
+    column->addWidget(m_tray);
     column->addLayout(writing);
 }
 
@@ -140,25 +145,36 @@ void MessageComposer::connectControls()
 {
     connect(m_input, &MessageInput::submitted, this, &MessageComposer::send);
     connect(m_input, &MessageInput::recalled, this, &MessageComposer::recall);
-    connect(m_next, &ComposerBar::ended, this, &MessageComposer::takeBackQueued);
+    connect(m_queue, &ComposerBar::ended, this, &MessageComposer::takeBackQueued);
     connect(m_editing, &ComposerBar::ended, this, &MessageComposer::cancelEditing);
     connect(m_input, &MessageInput::textChanged, this, &MessageComposer::showTurn);
     connect(m_input, &MessageInput::textChanged, this, &MessageComposer::typed);
     connect(m_suggestions, &SuggestionBar::chosen, this, &MessageComposer::tryOut);
-    connect(m_screen, &QToolButton::clicked, this, &MessageComposer::sendWithScreen);
+    connect(m_input, &MessageInput::offered, this, &MessageComposer::attach);
+    connect(m_tray, &AttachmentTray::changed, this, &MessageComposer::showTurn);
+    connect(m_tray, &AttachmentTray::refused, this, &MessageComposer::refused);
+    connect(
+        m_attaching, &AttachmentControls::screenRequested, this, &MessageComposer::sendWithScreen);
+    connect(m_attaching, &AttachmentControls::filesChosen, this,
+        [this](const QList<QUrl>& files) { attach({ .files = files }); });
+    connect(m_attaching, &AttachmentControls::partTaken, this,
+        [this](const QImage& part) { m_tray->add(part, tr("Part of the screen")); });
+    connect(m_attaching, &AttachmentControls::refused, this, &MessageComposer::refused);
     connect(m_send, &QToolButton::clicked, this, &MessageComposer::send);
     connect(m_stop, &QToolButton::clicked, &m_chat, &ChatService::cancelStreaming);
 }
 
 void MessageComposer::followTurn(bool isWorking, bool hasSucceeded)
 {
-    if (isWorking)
+    if (isWorking) {
+        forgetUnsent();
         leaveEditing();
-    else if (hasSucceeded)
+    } else if (hasSucceeded)
         // Others have yet to hear that this turn has ended.
         QMetaObject::invokeMethod(this, &MessageComposer::sendQueued, Qt::QueuedConnection);
-    else
+    else {
         takeBackQueued();
+    }
 }
 
 void MessageComposer::showTurn()
@@ -166,8 +182,8 @@ void MessageComposer::showTurn()
     const auto isInTurn = m_chat.isInTurn();
     m_send->setVisible(!isInTurn);
     m_stop->setVisible(isInTurn);
-    m_send->setEnabled(!m_input->isBlank());
-    m_screen->setEnabled(!isInTurn && !m_editing->isUnderWay());
+    m_send->setEnabled(!isEmpty());
+    m_attaching->setScreenEnabled(!isInTurn && !m_editing->isUnderWay());
 }
 
 QString MessageComposer::begun() const
@@ -203,7 +219,7 @@ void MessageComposer::leaveEditing()
 
 void MessageComposer::recall()
 {
-    if (m_queued.isEmpty())
+    if (m_queue->isEmpty())
         edit();
     else
         takeBackQueued();
@@ -211,39 +227,40 @@ void MessageComposer::recall()
 
 void MessageComposer::queue()
 {
-    setQueued(Paragraphs::joined(m_queued, m_input->toPlainText()));
+    if (m_queue->attachments().size() + m_tray->count() > AttachmentLogic::most) {
+        Q_EMIT refused(tr("The next message has no room for more files. It is sent first."));
+        return;
+    }
+    m_queue->add(message(), m_tray->take());
     m_input->clear();
     keepDraft();
 }
 
-void MessageComposer::setQueued(const QString& text)
-{
-    m_queued = text;
-    m_next->setText(text.isEmpty() ? QString() : tr("Next: %1").arg(text));
-}
-
 void MessageComposer::sendQueued()
 {
-    if (m_queued.isEmpty() || m_chat.isInTurn())
+    if (m_queue->isEmpty() || m_chat.isInTurn())
         return;
-    const auto text = m_queued;
-    setQueued({});
+    const auto text = m_queue->text();
+    const auto attachments = m_queue->attachments();
+    m_queue->clear();
     Q_EMIT submitting();
-    if (m_chat.submit(text))
+    if (m_chat.submit(text, ChatService::Screenshot::without, attachments))
         Q_EMIT said();
     keepDraft();
 }
 
 void MessageComposer::takeBackQueued()
 {
-    if (m_queued.isEmpty())
+    if (m_queue->isEmpty())
         return;
     const auto written = m_input->toPlainText();
+    const auto queued = m_queue->text();
     // A message that could not be sent came first.
     const auto isUnsent = m_chat.unsentText() == written;
     const auto text =
-        isUnsent ? Paragraphs::joined(written, m_queued) : Paragraphs::joined(m_queued, written);
-    setQueued({});
+        isUnsent ? Paragraphs::joined(written, queued) : Paragraphs::joined(queued, written);
+    m_tray->putBack(m_queue->attachments());
+    m_queue->clear();
     write(text);
     keepDraft();
 }
@@ -251,8 +268,23 @@ void MessageComposer::takeBackQueued()
 void MessageComposer::showUnsent()
 {
     const auto unsent = m_chat.unsentText();
-    if (unsent && *unsent != Prompts::visionUserPrompt && m_input->isBlank())
-        m_input->setPlainText(*unsent);
+    if (!unsent || m_unsent || !isEmpty())
+        return;
+    const auto isOurs =
+        *unsent == Prompts::visionUserPrompt || *unsent == Prompts::attachmentUserPrompt;
+    m_unsent = isOurs ? QString() : *unsent;
+    m_input->setPlainText(*m_unsent);
+    m_tray->putBack(m_chat.unsentAttachments());
+}
+
+void MessageComposer::forgetUnsent()
+{
+    const auto isAsked = m_unsent == m_input->toPlainText();
+    m_unsent.reset();
+    if (!isAsked)
+        return;
+    m_input->clear();
+    m_tray->take();
 }
 
 void MessageComposer::showSuggestions()
@@ -274,51 +306,72 @@ void MessageComposer::tryOut(const FirstMinute::Suggestion& suggestion)
 
 void MessageComposer::send()
 {
-    if (m_input->isBlank())
+    if (isEmpty() || !isReady())
         return;
     if (m_chat.isInTurn())
         queue();
     else if (m_editing->isUnderWay())
         submitEdited();
     else
-        submit(m_input->toPlainText(), ChatService::Screenshot::without);
+        submit(message(), ChatService::Screenshot::without);
 }
 
 void MessageComposer::sendWithScreen()
 {
     const auto text =
         m_input->isBlank() ? Prompts::visionUserPrompt.toString() : m_input->toPlainText();
-    submit(text, ChatService::Screenshot::with);
+    if (isReady())
+        submit(text, ChatService::Screenshot::with);
 }
 
 void MessageComposer::submit(const QString& text, ChatService::Screenshot screenshot)
 {
     // A turn can fail at once and give the text back, so the field is emptied first.
     const auto written = m_input->toPlainText();
+    const auto attachments = m_tray->take();
     m_input->clear();
     Q_EMIT submitting();
-    if (m_chat.submit(text, screenshot))
+    if (m_chat.submit(text, screenshot, attachments))
         Q_EMIT said();
     else
-        giveBack(written);
+        giveBack(written, attachments);
     keepDraft();
 }
 
 void MessageComposer::submitEdited()
 {
     const auto question = m_editing->question();
-    const auto text = m_input->toPlainText();
+    const auto text = message();
+    const auto attachments = m_tray->take();
     cancelEditing();
-    m_chat.submitInstead(question, text);
+    m_chat.submitInstead(question, text, attachments);
     Q_EMIT said();
     keepDraft();
 }
 
-void MessageComposer::giveBack(const QString& text)
+void MessageComposer::giveBack(const QString& text, const ChatService::Attachments& attachments)
 {
     m_input->setPlainText(text);
+    m_tray->putBack(attachments);
     if (!m_chat.isInTurn())
         Q_EMIT refused(tr("The last picture is still being taken. Try again in a moment."));
+}
+
+bool MessageComposer::isEmpty() const
+{
+    return m_input->isBlank() && m_tray->isEmpty();
+}
+
+bool MessageComposer::isReady()
+{
+    if (m_tray->isReading())
+        Q_EMIT refused(tr("A file is still being read. Try again in a moment."));
+    return !m_tray->isReading();
+}
+
+QString MessageComposer::message() const
+{
+    return m_input->isBlank() ? Prompts::attachmentUserPrompt.toString() : m_input->toPlainText();
 }
 
 } // namespace pobblewig

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "PobblewigDesktop/controls/DropContents.h"
 #include "PobblewigDesktop/controls/Theme.h"
 #include "conversation/ChatService.h"
 #include "presence/FirstMinute.h"
@@ -10,10 +11,12 @@ class QToolButton;
 
 namespace pobblewig {
 
+class AttachmentControls;
+class AttachmentTray;
 class CaptureLine;
-class ComposerBar;
 class MessageInput;
 class QuestionEditing;
+class QueuedMessage;
 class SuggestionBar;
 
 /// Where the user writes: the input with its buttons, and what belongs to the text in it.
@@ -30,6 +33,9 @@ public:
 
     /// Puts a text from elsewhere into the input as a quotation, after what the user has written.
     void quote(const QString& text);
+
+    /// Lets what was dropped go with the next message.
+    void attach(const DropContents& contents);
 
     /// Keeps what the user has begun to write for the next launch, and what was to be sent next.
     void keepDraft();
@@ -67,29 +73,34 @@ private:
     void leaveEditing();
     void recall();
     void queue();
-    void setQueued(const QString& text);
     void sendQueued();
     void takeBackQueued();
     void showUnsent();
+    void forgetUnsent();
     void showSuggestions();
     void tryOut(const FirstMinute::Suggestion& suggestion);
     void send();
     void sendWithScreen();
     void submit(const QString& text, ChatService::Screenshot screenshot);
     void submitEdited();
-    void giveBack(const QString& text);
+    void giveBack(const QString& text, const ChatService::Attachments& attachments);
+    bool isEmpty() const;
+    /// Whether all that goes with the message was read; says so if not.
+    bool isReady();
+    QString message() const;
 
     ChatService& m_chat;
     SuggestionBar* m_suggestions;
     CaptureLine* m_capture;
-    ComposerBar* m_next;
+    QueuedMessage* m_queue;
     QuestionEditing* m_editing;
+    AttachmentTray* m_tray;
     MessageInput* m_input;
-    QToolButton* m_screen;
+    AttachmentControls* m_attaching;
     QToolButton* m_send;
     QToolButton* m_stop;
-    /// Sent once the turn has succeeded, given back if it has not.
-    QString m_queued;
+    /// The input's text that comes from a message that could not be sent.
+    std::optional<QString> m_unsent;
 };
 
 } // namespace pobblewig

@@ -81,6 +81,20 @@ void MessageInput::changeEvent(QEvent* event)
         fitHeight();
 }
 
+bool MessageInput::canInsertFromMimeData(const QMimeData* source) const
+{
+    return DropContents::isAttachable(*source) || QPlainTextEdit::canInsertFromMimeData(source);
+}
+
+void MessageInput::insertFromMimeData(const QMimeData* source)
+{
+    const auto contents = DropContents::of(*source);
+    if (contents.isAttachable())
+        Q_EMIT offered(contents);
+    else
+        QPlainTextEdit::insertFromMimeData(source);
+}
+
 void MessageInput::fitHeight()
 {
     // A plain text document counts its height in lines.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "PobblewigDesktop/controls/DropContents.h"
 #include "PobblewigDesktop/controls/Theme.h"
 
 #include <QPlainTextEdit>
@@ -21,11 +22,16 @@ Q_SIGNALS:
     void submitted();
     void recalled();
 
+    /// The user has pasted or dropped something that goes with a message.
+    void offered(const DropContents& contents);
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
+    bool canInsertFromMimeData(const QMimeData* source) const override;
+    void insertFromMimeData(const QMimeData* source) override;
 
 private:
     void fitHeight();

@@ -21,6 +21,8 @@ std::vector<PanelKeys::Key> PanelKeys::all()
         { ofControl, Qt::Key_Return, Texts::tr("Send the message, after the reply under way") },
         { ofControl, Qt::SHIFT | Qt::Key_Return, Texts::tr("Begin a new line") },
         { ofControl, Qt::Key_Up, Texts::tr("Edit your last message, in an empty input") },
+        { attach, QKeySequence::Open, Texts::tr("Attach files") },
+        { attachPart, Qt::CTRL | Qt::SHIFT | Qt::Key_O, Texts::tr("Attach a part of the screen") },
         { find, QKeySequence::Find, Texts::tr("Find in the conversation") },
         { ofControl, Qt::Key_F3, Texts::tr("Next match, in the find bar") },
         { ofControl, Qt::SHIFT | Qt::Key_F3, Texts::tr("Previous match") },

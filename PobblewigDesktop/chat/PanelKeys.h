@@ -12,6 +12,8 @@ enum class Act {
     showKeys,
     find,
     save,
+    attach,
+    attachPart,
     pastConversations,
     newSession,
     close,

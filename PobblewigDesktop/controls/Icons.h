@@ -27,6 +27,8 @@ enum class Name {
     clock,
     check,
     undo,
+    attach,
+    document,
 };
 
 /// A square of `side` device-independent pixels, sharp at the given ratio.

@@ -13,9 +13,12 @@ namespace {
 /// Names in braces are filled in.
 constexpr auto sheet = R"(
 QFrame#header { background: {window}; border: none; border-bottom: 1px solid {hairline}; }
-QFrame#banner, QFrame#findBar {
+QFrame#banner, QFrame#findBar, QFrame#chip {
     background: {surface}; border: 1px solid {hairline}; border-radius: 10px; }
 QFrame#banner[role="danger"] { border-color: {danger}; }
+QFrame#chip { border-radius: 8px; }
+QFrame#chip[role="danger"] { border-color: {danger}; }
+QFrame#chip QToolButton { min-width: 24px; min-height: 24px; }
 QFrame#banner[role="danger"] QLabel { color: {danger}; }
 QFrame#banner QLabel[role="advice"] { color: {text}; }
 QFrame#sheet {
