@@ -7,8 +7,10 @@
 #include <QEventLoop>
 #include <QLineEdit>
 #include <QListView>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QScrollBar>
+#include <QTemporaryDir>
 #include <QTimer>
 
 namespace pobblewig {
@@ -43,6 +45,30 @@ void converse(StagedChat& talk)
         now - 10min);
     talk.exchange(QStringLiteral("Donaudampfschiff").repeated(6),
         QStringLiteral("That is quite a word."), now - 2min);
+}
+
+/// Files of these names, which the user drops on the panel.
+void attach(PanelStage& stage, const QStringList& names)
+{
+    static const QTemporaryDir directory;
+    DropContents contents;
+    for (const auto& name : names) {
+        QFile file(directory.filePath(name));
+        if (file.open(QIODevice::WriteOnly))
+            file.write(QByteArray("Mitosis has four phases.\n").repeated(100));
+        contents.files.append(QUrl::fromLocalFile(file.fileName()));
+    }
+    stage.panel.attach(contents);
+}
+
+QImage sunset()
+{
+    QImage picture(400, 300, QImage::Format_RGB32);
+    QLinearGradient sky(0, 0, 0, picture.height());
+    sky.setColorAt(0, Qt::darkBlue);
+    sky.setColorAt(1, Qt::yellow);
+    QPainter(&picture).fillRect(picture.rect(), sky);
+    return picture;
 }
 
 RuleProposal changed(const QString& key, JSONValue value)
@@ -316,6 +342,22 @@ std::vector<PanelScene> PanelScenes::all()
                 stage.talk.ask(
                     QStringLiteral("What am I missing here?"), ChatService::Screenshot::with);
                 stage.talk.say(QStringLiteral("The second line divides by"));
+            } },
+        { QStringLiteral("attachments"),
+            [](PanelStage& stage) {
+                stage.panel.resize(440, 600);
+                converse(stage.talk);
+                attach(stage, { QStringLiteral("Lecture 7, cell division.txt") });
+                stage.panel.attach({ .picture = sunset() });
+            } },
+        { QStringLiteral("attachments, narrow"),
+            [](PanelStage& stage) {
+                stage.panel.resize(300, 320);
+                converse(stage.talk);
+                attach(stage,
+                    { QStringLiteral("Lecture 7, cell division.txt"), QStringLiteral("id_rsa"),
+                        QStringLiteral("ملاحظات.txt"), QStringLiteral("🦉.md") });
+                stage.panel.attach({ .picture = sunset() });
             } },
         { QStringLiteral("stopped, and a new session"),
             [](PanelStage& stage) {
