@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
+#include <QStyle>
 #include <QToolButton>
 
 namespace pobblewig {
@@ -39,7 +40,7 @@ QString detail(const Attachment& attachment)
 {
     const auto size = QLocale().formattedDataSize(attachment.size, 0, QLocale::DataSizeSIFormat);
     if (attachment.isSecret)
-        return Texts::tr("May hold secrets · %1").arg(size);
+        return Texts::tr("Secrets?");
     if (attachment.isCut)
         return Texts::tr("Only the beginning · %1").arg(size);
     return Texts::tr("%1 · %2").arg(kindName(attachment.kind), size);
@@ -66,13 +67,23 @@ QPixmap square(const QImage& picture, qreal ratio)
     return face;
 }
 
-/// A tooltip that shows the picture.
 QString preview(const QImage& picture)
 {
     QBuffer file;
     picture.save(&file, "PNG");
-    return QStringLiteral("<img src=\"data:image/png;base64,%1\">")
+    return QStringLiteral("<p><img src=\"data:image/png;base64,%1\"></p>")
         .arg(QString::fromLatin1(file.data().toBase64()));
+}
+
+QString tip(const Attachment& attachment)
+{
+    const QStringList lines { attachment.name, detail(attachment), explanation(attachment) };
+    QString tip;
+    for (const auto& line : lines) {
+        if (!line.isEmpty())
+            tip += QStringLiteral("<p>%1</p>").arg(line.toHtmlEscaped());
+    }
+    return attachment.thumbnail.isNull() ? tip : preview(attachment.thumbnail) + tip;
 }
 
 } // namespace
@@ -117,12 +128,14 @@ void AttachmentChip::setAttachment(const Attachment& attachment)
     m_attachment = attachment;
     setName(attachment.name);
     m_detail->setText(detail(attachment));
-    const auto isPicture = attachment.kind == Kind::picture;
     const auto words = explanation(attachment);
-    setToolTip(isPicture ? preview(attachment.thumbnail)
-                         : (words.isEmpty() ? attachment.name : words).toHtmlEscaped());
+    setToolTip(tip(attachment));
     setAccessibleDescription(words);
-    PanelStyle::setRole(*this, attachment.isSecret ? QStringLiteral("danger") : QString());
+    if (attachment.isSecret)
+        PanelStyle::setRole(*this, QStringLiteral("danger"));
+    // The sheet reads a role only when it is applied.
+    style()->unpolish(this);
+    style()->polish(this);
     showFace();
 }
 

@@ -37,6 +37,7 @@ private:
 
     QToolButton* m_attach;
     QToolButton* m_screen;
+    QToolButton* m_more;
     QAction* m_part;
     RegionTaking* m_regions;
 };

@@ -77,6 +77,7 @@ QPushButton[role="quiet"]:focus { border-color: {accent}; }
 QPushButton:disabled { background: {hairline}; border-color: {hairline}; color: {muted}; }
 QPushButton[role="quiet"]:disabled {
     background: transparent; border-color: transparent; color: {outline}; }
+QToolButton#opener { min-width: 12px; }
 QToolButton#expander { min-height: 20px; min-width: 20px; }
 QWidget#messageButtons { background: transparent; }
 QWidget#messageButtons QToolButton { min-height: 22px; min-width: 22px; }
