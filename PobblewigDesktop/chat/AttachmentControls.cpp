@@ -6,6 +6,7 @@
 #include "PobblewigDesktop/controls/Icons.h"
 
 #include <QAction>
+#include <QDir>
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QMenu>
@@ -76,6 +77,7 @@ void AttachmentControls::askForFiles()
     dialog->setFileMode(QFileDialog::ExistingFiles);
     // Windows do not inherit the colours of the one they belong to.
     dialog->setPalette(palette());
+    dialog->setDirectory(QDir::homePath());
     connect(dialog, &QFileDialog::urlsSelected, this, &AttachmentControls::filesChosen);
     dialog->open();
 }

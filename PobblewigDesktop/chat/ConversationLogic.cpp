@@ -1,6 +1,7 @@
 #include "PobblewigDesktop/chat/ConversationLogic.h"
 
 #include "PobblewigDesktop/chat/ProposalCardLogic.h"
+#include "conversation/attachments/AttachmentLogic.h"
 #include "markdown/MarkdownReader.h"
 
 #include <QCoreApplication>
@@ -77,7 +78,7 @@ public:
             .text = message.text,
             .timestamp = message.timestamp,
             .time = time(message.timestamp),
-            .hadImage = message.hadImage,
+            .hadImage = message.hadImage && !AttachmentLogic::hasLine(message.text),
             .isCutOff = message.isCutOff(),
             .isStopped = message.isStopped(),
             .earlier = message.earlierTexts(),

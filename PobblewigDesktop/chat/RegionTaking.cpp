@@ -43,6 +43,7 @@ void RegionTaking::choose(const QImage& picture)
     auto* const hint = new WrappedLabel(
         tr("Draw a rectangle. Arrows move it, Shift+arrows change its size."), dialog);
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, dialog);
+    buttons->button(QDialogButtonBox::Cancel)->setIcon({});
     auto* const attach = buttons->addButton(tr("Attach"), QDialogButtonBox::AcceptRole);
     attach->setDefault(true);
     PanelStyle::setRole(*attach, QStringLiteral("primary"));

@@ -5,7 +5,9 @@
 #include "support/SelectionOwner.h"
 
 #include <QApplication>
+#include <QDropEvent>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QProcess>
 #include <QSignalSpy>
@@ -30,6 +32,30 @@ private Q_SLOTS:
     }
 
     void cleanup() { m_window.reset(); }
+
+    void whatIsDroppedIsReadOrAttached()
+    {
+        QStringList dropped;
+        connect(m_window.get(), &BuddyWindow::textDropped, this,
+            [&](const QString& text) { dropped.append(text); });
+        connect(m_window.get(), &BuddyWindow::attachmentDropped, this,
+            [&](const DropContents& contents) { dropped.append(contents.files[0].path()); });
+        const auto drop = [this](const QList<QUrl>& places) {
+            QMimeData data;
+            data.setText(QStringLiteral("words"));
+            data.setUrls(places);
+            QDragEnterEvent enter({ 9, 9 }, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(m_window.get(), &enter);
+            QDropEvent event({ 9, 9 }, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(m_window.get(), &event);
+        };
+        drop({});
+        drop({ QUrl(QStringLiteral("https://a.org")) });
+        drop({ QUrl(QStringLiteral("file:///notes.txt")) });
+        QCOMPARE(dropped.size(), 3);
+        QCOMPARE(dropped.first(), QStringLiteral("words"));
+        QCOMPARE(dropped.last(), QStringLiteral("/notes.txt"));
+    }
 
     void aPressIsAClickUntilItHasMovedFarEnough_data()
     {
