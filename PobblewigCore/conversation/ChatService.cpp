@@ -270,7 +270,8 @@ Task<ChatService::Outcome> ChatService::send(
     if (earlier && m_lastRequest)
         m_messages.setReplyInRevision(m_lastRequest->answersAgain);
 
-    auto outcome = co_await requestReply(question(asked, image), image.has_value(), stop);
+    auto outcome = co_await requestReply(
+        m_messages.question(asked, attachments(), image), image.has_value(), stop);
     if (stop.stop_requested())
         co_return failed(Cancelled());
     if (outcome)
@@ -370,20 +371,7 @@ ChatMessage ChatService::recordQuestion(const QString& text, bool hasScreenshot)
         onTakingBack(*instead);
         m_messages.takeBack(*instead);
     }
-    const auto attached = attachments();
-    const auto hasImage = hasScreenshot || !AttachmentLogic::pictures(attached).empty();
-    return m_messages.ask(AttachmentLogic::withLine(text, attached, hasScreenshot), hasImage);
-}
-
-ConversationRecord::Question ChatService::question(
-    ChatMessage message, const std::optional<QByteArray>& screenshot) const
-{
-    const auto attached = attachments();
-    auto images = AttachmentLogic::pictures(attached);
-    if (screenshot)
-        images.insert(images.begin(), *screenshot);
-    return { std::move(message), std::move(images), AttachmentLogic::texts(attached),
-        m_messages.replyInRevision() };
+    return m_messages.ask(text, attachments(), hasScreenshot);
 }
 
 void ChatService::forgetLostTurn()

@@ -232,8 +232,6 @@ private:
 
     Attachments attachments() const;
     ChatMessage recordQuestion(const QString& text, bool hasScreenshot);
-    ConversationRecord::Question question(
-        ChatMessage message, const std::optional<QByteArray>& screenshot) const;
     void forgetLostTurn();
     void finishReply(const ChatTurn::Result& result, std::optional<QUuid> askedIn);
     /// Keeps what has arrived of the reply.

@@ -1,5 +1,7 @@
 #include "conversation/TurnMessages.h"
 
+#include "conversation/attachments/AttachmentLogic.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -35,12 +37,24 @@ void TurnMessages::setReplyInRevision(std::optional<QUuid> reply)
         announce(reply ? *reply : *previous);
 }
 
-ChatMessage TurnMessages::ask(const QString& text, bool hasImage)
+ChatMessage TurnMessages::ask(
+    const QString& text, const std::vector<Attachment>& attachments, bool hasScreenshot)
 {
-    auto question = m_record.addQuestion(text, hasImage);
+    const auto hasImage = hasScreenshot || !AttachmentLogic::pictures(attachments).empty();
+    auto question =
+        m_record.addQuestion(AttachmentLogic::withLine(text, attachments, hasScreenshot), hasImage);
     announceAdded();
     m_asked = question.id;
     return question;
+}
+
+ConversationRecord::Question TurnMessages::question(const ChatMessage& message,
+    const std::vector<Attachment>& attachments, const std::optional<QByteArray>& screenshot) const
+{
+    auto images = AttachmentLogic::pictures(attachments);
+    if (screenshot)
+        images.insert(images.begin(), *screenshot);
+    return { message, std::move(images), AttachmentLogic::texts(attachments), m_replyInRevision };
 }
 
 void TurnMessages::reply(ConversationRecord::Reply reply)

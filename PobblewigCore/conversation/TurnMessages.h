@@ -42,7 +42,14 @@ public:
     const std::optional<QUuid>& replyInRevision() const { return m_replyInRevision; }
     void setReplyInRevision(std::optional<QUuid> reply);
 
-    ChatMessage ask(const QString& text, bool hasImage);
+    /// Adds a question. Of what goes with it only the names are kept.
+    ChatMessage ask(
+        const QString& text, const std::vector<Attachment>& attachments, bool hasScreenshot);
+
+    /// What a request asks with this message. `screenshot` is a JPEG file.
+    ConversationRecord::Question question(const ChatMessage& message,
+        const std::vector<Attachment>& attachments,
+        const std::optional<QByteArray>& screenshot) const;
     void reply(ConversationRecord::Reply reply);
     void say(const ChatRemark& remark);
 

@@ -20,6 +20,7 @@
 #include <QToolButton>
 
 #include <algorithm>
+#include <utility>
 
 namespace pobblewig {
 
@@ -137,6 +138,7 @@ void MessageComposer::connectChat()
     connect(&m_chat, &ChatService::activityChanged, this, &MessageComposer::showUnsent);
     connect(&m_chat, &ChatService::activityChanged, this, &MessageComposer::followTurn);
     connect(&m_chat, &ChatService::messagesChanged, this, &MessageComposer::checkEditing);
+    connect(&m_chat, &ChatService::messagesChanged, this, &MessageComposer::forgetUnsent);
     connect(&m_chat, &ChatService::lastErrorChanged, this, &MessageComposer::showUnsent);
     connect(&m_chat, &ChatService::messagesChanged, this, &MessageComposer::showSuggestions);
 }
@@ -166,15 +168,13 @@ void MessageComposer::connectControls()
 
 void MessageComposer::followTurn(bool isWorking, bool hasSucceeded)
 {
-    if (isWorking) {
-        forgetUnsent();
+    if (isWorking)
         leaveEditing();
-    } else if (hasSucceeded)
+    else if (hasSucceeded)
         // Others have yet to hear that this turn has ended.
         QMetaObject::invokeMethod(this, &MessageComposer::sendQueued, Qt::QueuedConnection);
-    else {
+    else
         takeBackQueued();
-    }
 }
 
 void MessageComposer::showTurn()
@@ -268,20 +268,28 @@ void MessageComposer::takeBackQueued()
 void MessageComposer::showUnsent()
 {
     const auto unsent = m_chat.unsentText();
-    if (!unsent || m_unsent || !isEmpty())
+    if (!unsent || !isEmpty() || (m_unsent && m_unsent->text == *unsent))
         return;
+    const auto attachments = m_chat.unsentAttachments();
     const auto isOurs =
         *unsent == Prompts::visionUserPrompt || *unsent == Prompts::attachmentUserPrompt;
-    m_unsent = isOurs ? QString() : *unsent;
-    m_input->setPlainText(*m_unsent);
-    m_tray->putBack(m_chat.unsentAttachments());
+    m_unsent = Unsent { *unsent, isOurs ? QString() : *unsent, attachments.size() };
+    m_input->setPlainText(m_unsent->shown);
+    m_tray->putBack(attachments);
 }
 
 void MessageComposer::forgetUnsent()
 {
-    const auto isAsked = m_unsent == m_input->toPlainText();
-    m_unsent.reset();
+    if (!m_unsent || m_chat.messages().empty())
+        return;
+    const auto& newest = m_chat.messages().back();
+    const auto isAsked = newest.role == ChatMessage::Role::user
+        && AttachmentLogic::withoutLine(newest.text) == m_unsent->text.trimmed();
     if (!isAsked)
+        return;
+    const auto unsent = *std::exchange(m_unsent, std::nullopt);
+    // What the user has added since is the next message.
+    if (m_input->toPlainText() != unsent.shown || m_tray->count() != unsent.attachments)
         return;
     m_input->clear();
     m_tray->take();
@@ -329,6 +337,7 @@ void MessageComposer::submit(const QString& text, ChatService::Screenshot screen
     // A turn can fail at once and give the text back, so the field is emptied first.
     const auto written = m_input->toPlainText();
     const auto attachments = m_tray->take();
+    m_unsent.reset();
     m_input->clear();
     Q_EMIT submitting();
     if (m_chat.submit(text, screenshot, attachments))

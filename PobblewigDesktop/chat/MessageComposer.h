@@ -60,6 +60,13 @@ Q_SIGNALS:
     void refused(const QString& reason);
 
 private:
+    struct Unsent {
+        QString text;
+        /// What the input shows of it.
+        QString shown;
+        size_t attachments = 0;
+    };
+
     void arrange();
     void connectChat();
     void connectControls();
@@ -99,8 +106,8 @@ private:
     AttachmentControls* m_attaching;
     QToolButton* m_send;
     QToolButton* m_stop;
-    /// The input's text that comes from a message that could not be sent.
-    std::optional<QString> m_unsent;
+    /// A message that could not be sent and was put into the input again.
+    std::optional<Unsent> m_unsent;
 };
 
 } // namespace pobblewig
