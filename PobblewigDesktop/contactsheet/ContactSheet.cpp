@@ -7,6 +7,7 @@
 
 #include "buddy/BuddyArtist.h"
 
+#include <QGuiApplication>
 #include <QPainter>
 
 #include <algorithm>
@@ -22,7 +23,7 @@ constexpr int margin = 8;
 constexpr int captionWidth = 130;
 constexpr int captionHeight = 22;
 constexpr int posterColumns = 4;
-constexpr int panelColumns = 6;
+constexpr int windowsWidth = 2500;
 const QColor paper(251, 248, 244);
 const QColor bright(226, 232, 238);
 const QColor dark(38, 42, 50);
@@ -166,6 +167,31 @@ std::vector<int> heightsOf(const std::vector<Row>& tiles)
     return heights;
 }
 
+/// A window on its place in a sheet.
+struct Tile {
+    QString caption;
+    QImage picture;
+    QPoint corner = {};
+
+    QSize size() const { return picture.deviceIndependentSize().toSize(); }
+};
+
+/// Puts them side by side, in rows. Returns the size of the sheet.
+QSize arrange(std::vector<Tile>& tiles)
+{
+    QRect all;
+    QPoint corner;
+    for (auto& tile : tiles) {
+        if (corner.x() + tile.size().width() > windowsWidth)
+            corner = QPoint(0, all.height());
+        tile.corner = corner;
+        const auto taken = tile.size() + QSize(margin, captionHeight + margin);
+        all |= QRect(corner, taken);
+        corner.rx() += taken.width();
+    }
+    return all.size();
+}
+
 QImage blank(QSize size, double ratio)
 {
     QImage image(size * ratio, QImage::Format_RGB32);
@@ -228,29 +254,22 @@ QImage ContactSheet::poster(double ratio)
     return image;
 }
 
-QImage ContactSheet::panels(const std::vector<PanelScene>& scenes)
+QImage ContactSheet::windows(const std::vector<WindowScene>& scenes)
 {
-    struct Tile {
-        QString caption;
-        QImage picture;
-    };
     std::vector<Tile> tiles;
-    QSize largest;
     for (const auto& scene : scenes) {
-        for (const auto scheme : { ColorScheme::light, ColorScheme::dark }) {
+        for (const auto scheme : { ColorScheme::light, ColorScheme::dark })
             tiles.push_back({ scene.name, scene.picture(scheme) });
-            largest = largest.expandedTo(tiles.back().picture.size());
-        }
     }
-    const auto step = largest + QSize(margin, margin + captionHeight);
-    const auto rows = (int(tiles.size()) + panelColumns - 1) / panelColumns;
-    auto image = blank({ panelColumns * step.width(), rows * step.height() }, 1);
+    const auto size = arrange(tiles);
+    const auto ratio = qGuiApp->devicePixelRatio();
+    auto image = blank(size, ratio);
     QPainter painter(&image);
-    for (int i = 0; i < int(tiles.size()); ++i) {
-        const QPoint corner(i % panelColumns * step.width(), i / panelColumns * step.height());
-        const QRect caption(corner, QSize(largest.width(), captionHeight));
-        painter.drawText(caption, Qt::AlignCenter, tiles[size_t(i)].caption);
-        painter.drawImage(caption.bottomLeft() + QPoint(0, 1), tiles[size_t(i)].picture);
+    painter.scale(ratio, ratio);
+    for (const auto& tile : tiles) {
+        const QRect caption(tile.corner, QSize(tile.size().width(), captionHeight));
+        painter.drawText(caption, Qt::AlignCenter, tile.caption);
+        painter.drawImage(tile.corner + QPoint(0, captionHeight), tile.picture);
     }
     return image;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "PobblewigDesktop/contactsheet/PanelScenes.h"
+#include "PobblewigDesktop/contactsheet/WindowScenes.h"
 
 #include <QByteArray>
 #include <QImage>
@@ -14,8 +14,8 @@ QImage sheet(double ratio);
 /// One moment of each scene, each by another sprite.
 QImage poster(double ratio);
 
-/// The chat panel in each of these scenes, in light and dark.
-QImage panels(const std::vector<PanelScene>& scenes);
+/// Each of these scenes in light and dark, in the screen's ratio.
+QImage windows(const std::vector<WindowScene>& scenes);
 
 /// A day in the life of the buddy, as an animated PNG.
 QByteArray film(double ratio);

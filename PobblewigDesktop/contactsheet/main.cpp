@@ -1,6 +1,6 @@
 // Draws everything that the buddy does, and the chat panel in all its states, into pictures.
-// Usage: contact-sheet sheet|poster|film|panels|replies FILE.png [RATIO], where the ratio is that
-// of device pixels; panels and replies have that of the screen.
+// Usage: contact-sheet sheet|poster|film|panels|replies|windows FILE.png [RATIO], where the ratio
+// is that of device pixels.
 
 #include "PobblewigDesktop/contactsheet/ContactSheet.h"
 #include "PobblewigDesktop/contactsheet/ReplyScenes.h"
@@ -16,11 +16,30 @@ bool write(const QByteArray& bytes, const QString& name)
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
 }
 
+bool areWindows(const QString& kind)
+{
+    return kind == u"panels" || kind == u"replies" || kind == u"windows";
+}
+
+QImage picture(const QString& kind, double ratio)
+{
+    using namespace pobblewig;
+    if (kind == u"panels")
+        return ContactSheet::windows(WindowScenes::of(PanelScenes::all()));
+    if (kind == u"replies")
+        return ContactSheet::windows(WindowScenes::of(ReplyScenes::all()));
+    if (kind == u"windows")
+        return ContactSheet::windows(WindowScenes::all());
+    return kind == u"poster" ? ContactSheet::poster(ratio) : ContactSheet::sheet(ratio);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     using namespace pobblewig;
+    if (argc > 3 && areWindows(QString::fromLocal8Bit(argv[1])))
+        qputenv("QT_SCALE_FACTOR", argv[3]);
     QApplication application(argc, argv);
     QApplication::setStyle(QStringLiteral("fusion"));
     const auto arguments = QApplication::arguments();
@@ -31,9 +50,5 @@ int main(int argc, char** argv)
     const auto ratio = arguments.value(3, QStringLiteral("1")).toDouble();
     if (kind == u"film")
         return write(ContactSheet::film(ratio), name) ? 0 : 1;
-    const auto image = kind == u"panels" ? ContactSheet::panels(PanelScenes::all())
-        : kind == u"replies"             ? ContactSheet::panels(ReplyScenes::all())
-        : kind == u"poster"              ? ContactSheet::poster(ratio)
-                                         : ContactSheet::sheet(ratio);
-    return image.save(name) ? 0 : 1;
+    return picture(kind, ratio).save(name) ? 0 : 1;
 }
