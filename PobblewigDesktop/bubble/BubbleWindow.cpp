@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStyle>
 #include <QToolButton>
 
 #include <algorithm>
@@ -99,8 +100,9 @@ void BubbleWindow::standBeside(const QRect& buddy, const QRect& screen)
 
     const auto body = place.bubble.translated(-frame.topLeft());
     const auto words = body.adjusted(margin, gap, -closeSide - gap / 2, -gap);
-    m_label->setGeometry(words);
-    m_close->setGeometry(QRect(body.right() - closeSide - 2, body.top() + 4, closeSide, closeSide));
+    const QRect close(body.right() - closeSide - 2, body.top() + 4, closeSide, closeSide);
+    m_label->setGeometry(QStyle::visualRect(layoutDirection(), body, words));
+    m_close->setGeometry(QStyle::visualRect(layoutDirection(), body, close));
     cutOut();
     update();
 }

@@ -80,11 +80,12 @@ void CardPainter::paintFooter(const QRectF& footer, const QFont& font) const
         QStringLiteral("%1, %2").arg(ProposalCardLogic::name(m_row.card.outcome), m_row.time);
     m_painter.setFont(font);
     m_painter.setPen(m_palette.muted);
-    m_painter.drawText(footer, Qt::AlignLeft | Qt::AlignVCenter, told);
+    constexpr auto atLeft = Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter;
+    m_painter.drawText(footer, atLeft, told);
     m_painter.setFont(undoFont(font));
     m_painter.setPen(m_palette.link);
     if (const auto place = undoPlace(m_row, footer, font); !place.isNull())
-        m_painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter, Texts::tr("Undo"));
+        m_painter.drawText(place, atLeft, Texts::tr("Undo"));
 }
 
 } // namespace pobblewig

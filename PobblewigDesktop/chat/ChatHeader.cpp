@@ -2,6 +2,7 @@
 
 #include "PobblewigDesktop/chat/PanelKeys.h"
 #include "PobblewigDesktop/controls/Icons.h"
+#include "PobblewigDesktop/controls/Mirroring.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 #include "PobblewigDesktop/controls/SteadyLabel.h"
 
@@ -56,7 +57,7 @@ ChatHeader::ChatHeader(QWidget* parent)
     words->addWidget(name);
     words->addWidget(m_state);
     auto* const row = new QHBoxLayout(this);
-    row->setContentsMargins(16, 8, 8, 8);
+    row->setContentsMargins(mirrored({ 16, 8, 8, 8 }, *this));
     row->setSpacing(8);
     row->addWidget(m_face);
     row->addLayout(words);

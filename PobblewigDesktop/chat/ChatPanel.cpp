@@ -19,6 +19,7 @@
 #include "PobblewigDesktop/chat/ThinkingRow.h"
 #include "PobblewigDesktop/chat/TurnState.h"
 #include "PobblewigDesktop/controls/Banner.h"
+#include "PobblewigDesktop/controls/Mirroring.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 
 #include <QDesktopServices>
@@ -260,7 +261,8 @@ void ChatPanel::fitColumn()
         free > margin ? std::pair(free, free + scrollBar) : std::pair(margin, margin);
     for (auto* const layout : m_inColumn) {
         const auto margins = layout->contentsMargins();
-        layout->setContentsMargins(left, margins.top(), right, margins.bottom());
+        layout->setContentsMargins(
+            mirrored({ left, margins.top(), right, margins.bottom() }, *this));
     }
 }
 

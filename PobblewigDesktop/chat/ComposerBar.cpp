@@ -1,6 +1,7 @@
 #include "PobblewigDesktop/chat/ComposerBar.h"
 
 #include "PobblewigDesktop/controls/Icons.h"
+#include "PobblewigDesktop/controls/Mirroring.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 #include "PobblewigDesktop/controls/SteadyLabel.h"
 #include "foundation/Text.h"
@@ -31,7 +32,7 @@ ComposerBar::ComposerBar(const Words& words, QWidget* parent)
     connect(m_end, &QPushButton::clicked, this, &ComposerBar::ended);
 
     auto* const line = new QHBoxLayout(this);
-    line->setContentsMargins(12, 2, 4, 2);
+    line->setContentsMargins(mirrored({ 12, 2, 4, 2 }, *this));
     line->setSpacing(8);
     line->addWidget(m_label, 1);
     line->addWidget(m_end);

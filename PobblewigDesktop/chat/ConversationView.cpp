@@ -10,6 +10,7 @@
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <QStyle>
 #include <QToolButton>
 #include <QToolTip>
 
@@ -136,7 +137,7 @@ void ConversationView::copy() const
 void ConversationView::doItemsLayout()
 {
     const QScopedValueRollback settling(m_isSettling, true);
-    m_layouts.setMeasure(font(), viewport()->width());
+    m_layouts.setMeasure(font(), viewport()->width(), layoutDirection());
     m_layouts.retain(m_model);
     const auto isAnchored = !m_isFollowing && m_place.row.isValid();
     const auto first = isAnchored ? m_place.row.row() : m_model.rowCount();
@@ -409,7 +410,9 @@ void ConversationView::stepCurrent(int step)
 void ConversationView::placeJumpButton()
 {
     const auto area = viewport()->geometry();
-    m_jump->move(area.right() - jumpSide - jumpMargin, area.bottom() - jumpSide - jumpMargin);
+    const QRect place(area.right() - jumpSide - jumpMargin, area.bottom() - jumpSide - jumpMargin,
+        jumpSide, jumpSide);
+    m_jump->move(QStyle::visualRect(layoutDirection(), area, place).topLeft());
 }
 
 } // namespace pobblewig

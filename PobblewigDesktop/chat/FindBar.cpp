@@ -1,6 +1,7 @@
 #include "PobblewigDesktop/chat/FindBar.h"
 
 #include "PobblewigDesktop/controls/Icons.h"
+#include "PobblewigDesktop/controls/Mirroring.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 
 #include <QAction>
@@ -39,7 +40,7 @@ FindBar::FindBar(QWidget* parent)
     PanelStyle::setRole(*m_count, QStringLiteral("caption"));
 
     auto* const row = new QHBoxLayout(this);
-    row->setContentsMargins(8, 4, 4, 4);
+    row->setContentsMargins(mirrored({ 8, 4, 4, 4 }, *this));
     row->setSpacing(4);
     row->addWidget(m_field, 1);
     row->addWidget(m_count);

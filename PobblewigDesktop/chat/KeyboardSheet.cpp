@@ -2,6 +2,7 @@
 
 #include "PobblewigDesktop/chat/PanelKeys.h"
 #include "PobblewigDesktop/controls/Icons.h"
+#include "PobblewigDesktop/controls/Mirroring.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 #include "PobblewigDesktop/controls/WrappedLabel.h"
 
@@ -41,7 +42,7 @@ KeyboardSheet::KeyboardSheet(QWidget& panel)
     top->addWidget(title, 1);
     top->addWidget(m_close);
     auto* const column = new QVBoxLayout(this);
-    column->setContentsMargins(margin, gap, gap, margin);
+    column->setContentsMargins(mirrored({ margin, gap, gap, margin }, *this));
     column->addLayout(top);
     column->addWidget(list(), 1);
     panel.installEventFilter(this);
@@ -83,7 +84,7 @@ bool KeyboardSheet::eventFilter(QObject* watched, QEvent* event)
 QWidget* KeyboardSheet::list()
 {
     auto* const form = new QFormLayout(m_rows);
-    form->setContentsMargins(0, 0, gap, 0);
+    form->setContentsMargins(mirrored({ 0, 0, gap, 0 }, *this));
     form->setHorizontalSpacing(2 * gap);
     form->setVerticalSpacing(gap);
     for (const auto& key : PanelKeys::all()) {

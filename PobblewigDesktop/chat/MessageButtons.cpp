@@ -20,8 +20,11 @@ MessageButtons::MessageButtons(QWidget* parent)
     auto* const line = new QHBoxLayout(this);
     line->setContentsMargins(0, 0, 0, 0);
     line->setSpacing(0);
-    m_previous = add(Icons::Name::chevronLeft, tr("Earlier answer"));
-    m_next = add(Icons::Name::chevronRight, tr("Later answer"));
+    const auto [back, on] = isRightToLeft()
+        ? std::pair(Icons::Name::chevronRight, Icons::Name::chevronLeft)
+        : std::pair(Icons::Name::chevronLeft, Icons::Name::chevronRight);
+    m_previous = add(back, tr("Earlier answer"));
+    m_next = add(on, tr("Later answer"));
     m_copy = add(Icons::Name::copy, tr("Copy message"));
     m_again = add(Icons::Name::retry, tr("Answer again"));
     m_edit = add(Icons::Name::edit, tr("Edit and send again"));
@@ -52,8 +55,8 @@ void MessageButtons::showFor(
     m_again->setVisible(row.id == offers.repeatable);
     m_edit->setVisible(row.id == offers.changeable);
     adjustSize();
-    const auto isUsers = row.kind == ConversationRow::Kind::user;
-    const auto left = isUsers ? footer.left() - gap - width() : footer.right() + gap;
+    const auto isAtRight = (row.kind == ConversationRow::Kind::user) != isRightToLeft();
+    const auto left = isAtRight ? footer.left() - gap - width() : footer.right() + gap;
     move(left, footer.center().y() - side / 2);
     show();
 }

@@ -86,8 +86,11 @@ MessageDelegate::Boxes MessageDelegate::boxes(
     Boxes boxes { .text = QRectF(column.topLeft(), QSizeF(column.width(), layout.height())) };
     if (row.kind == ConversationRow::Kind::user) {
         boxes.text.setWidth(layout.contentWidth());
-        boxes.text.moveTopRight(
-            column.topRight() + QPointF(-bubblePadding.width(), bubblePadding.height()));
+        boxes.text.moveTop(column.top() + bubblePadding.height());
+        if (measure.isMirrored)
+            boxes.text.moveLeft(column.left() + bubblePadding.width());
+        else
+            boxes.text.moveRight(column.right() - bubblePadding.width());
         boxes.bubble = boxes.text.adjusted(-bubblePadding.width(), -bubblePadding.height(),
             bubblePadding.width(), bubblePadding.height());
     } else if (row.kind == ConversationRow::Kind::note) {
@@ -152,7 +155,8 @@ QRectF MessageDelegate::footerLine(const ConversationRow& row, const Boxes& boxe
     const auto symbolRoom = footerSymbol(row) ? footerIcon + footerGap : 0;
     auto line = boxes.footer;
     line.setWidth(symbolRoom + metrics.horizontalAdvance(footerText(row)) + 1);
-    if (row.kind == ConversationRow::Kind::user)
+    const auto isUsers = row.kind == ConversationRow::Kind::user;
+    if (isUsers != m_layouts.measure().isMirrored)
         line.moveRight(boxes.footer.right());
     return line;
 }
@@ -253,7 +257,8 @@ void MessageDelegate::paintFooter(
     }
     painter.setFont(font);
     painter.setPen(m_palette.muted);
-    painter.drawText(place.adjusted(symbolRoom, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, text);
+    painter.drawText(place.adjusted(symbolRoom, 0, 0, 0),
+        Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter, text);
 }
 
 void MessageDelegate::paintCaret(

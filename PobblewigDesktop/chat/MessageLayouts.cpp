@@ -34,8 +34,9 @@ bool isSameText(const QString& written, const QString& finished)
 
 } // namespace
 
-void MessageLayouts::setMeasure(const QFont& font, int viewWidth)
+void MessageLayouts::setMeasure(const QFont& font, int viewWidth, Qt::LayoutDirection direction)
 {
+    m_measure.isMirrored = direction == Qt::RightToLeft;
     if (m_measure.viewWidth == viewWidth && m_measure.font == font)
         return;
     const auto longest = TextColumn::longest(QFontMetrics(font));
@@ -46,7 +47,8 @@ void MessageLayouts::setMeasure(const QFont& font, int viewWidth)
         .columnLeft = (viewWidth - column) / 2,
         .columnWidth = column,
         .bubbleTextWidth = std::max(1, column * 85 / 100 - 2 * bubblePadding),
-        .cardTextWidth = std::max(1, column - 2 * CardPainter::inset - CardPainter::iconRoom) };
+        .cardTextWidth = std::max(1, column - 2 * CardPainter::inset - CardPainter::iconRoom),
+        .isMirrored = m_measure.isMirrored };
 }
 
 MessageLayout& MessageLayouts::layout(const ConversationRow& row)

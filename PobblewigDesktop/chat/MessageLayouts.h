@@ -23,12 +23,15 @@ public:
         int columnWidth = 0;
         int bubbleTextWidth = 0;
         int cardTextWidth = 0;
+        /// The user's messages stand at the left, as those of others do elsewhere.
+        bool isMirrored = false;
     };
 
     const Measure& measure() const { return m_measure; }
 
     /// Lays out everything anew if anything changes.
-    void setMeasure(const QFont& font, int viewWidth);
+    void setMeasure(
+        const QFont& font, int viewWidth, Qt::LayoutDirection direction = Qt::LeftToRight);
 
     /// Returns the row's layout with its present text, which may not be laid out to its end yet.
     MessageLayout& layout(const ConversationRow& row);

@@ -121,8 +121,10 @@ void MessagePainter::paintHead(
     painter.setFont(font);
     painter.setPen(m_ink.muted);
     const auto words = box.adjusted(BlockStyle::codePadding, 0, -BlockStyle::codePadding, 0);
-    painter.drawText(words, Qt::AlignLeft | Qt::AlignVCenter, block.language);
-    painter.drawText(words, Qt::AlignRight | Qt::AlignVCenter, Texts::tr("Copy"));
+    // Code runs from left to right everywhere.
+    constexpr auto inPlace = Qt::AlignVCenter | Qt::AlignAbsolute;
+    painter.drawText(words, Qt::AlignLeft | inPlace, block.language);
+    painter.drawText(words, Qt::AlignRight | inPlace, Texts::tr("Copy"));
 }
 
 void MessagePainter::paintMarks(

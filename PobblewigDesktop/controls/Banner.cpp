@@ -1,5 +1,6 @@
 #include "PobblewigDesktop/controls/Banner.h"
 
+#include "PobblewigDesktop/controls/Mirroring.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 #include "PobblewigDesktop/controls/WrappedLabel.h"
 
@@ -20,6 +21,7 @@ namespace {
 
 constexpr int slideMilliseconds = 140;
 constexpr int mostLines = 6;
+constexpr int mostLinesInLowWindow = 3;
 constexpr int fewestDetailLines = 2;
 constexpr int mostDetailLines = 5;
 constexpr int longestChoice = 60;
@@ -99,7 +101,7 @@ void Banner::arrange(Kind kind)
         m_buttons->addWidget(m_action);
 
     auto* const column = new QVBoxLayout(this);
-    column->setContentsMargins(12, 8, 8, 8);
+    column->setContentsMargins(mirrored({ 12, 8, 8, 8 }, *this));
     column->setSpacing(gap / 2);
     column->addLayout(top);
     column->addWidget(m_advice);
@@ -217,7 +219,9 @@ void Banner::resizeEvent(QResizeEvent* event)
 void Banner::showAdvice()
 {
     // In a low window, the details take its place.
-    const auto hasRoom = m_details->isHidden() || window()->height() >= lowWindow;
+    const auto isLow = window()->height() < lowWindow;
+    const auto hasRoom = m_details->isHidden() || !isLow;
+    m_advice->setMostLines(isLow ? mostLinesInLowWindow : mostLines);
     m_advice->setVisible(hasRoom && !m_advice->text().isEmpty());
 }
 

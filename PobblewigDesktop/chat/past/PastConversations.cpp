@@ -48,6 +48,14 @@ QString jsonFilter()
     return PastConversations::tr("JSON (*.json)");
 }
 
+/// As it stands in its own language, whatever that of the interface.
+QString isolated(const QString& line)
+{
+    return line.isRightToLeft() == QGuiApplication::isRightToLeft()
+        ? line
+        : QChar(0x2068) + line + QChar(0x2069);
+}
+
 } // namespace
 
 PastConversations::PastConversations(
@@ -173,7 +181,7 @@ void PastConversations::list(std::vector<PastConversation> conversations)
     for (const auto& conversation : m_conversations) {
         if (conversation.name == name)
             row = m_list->count();
-        m_list->addItem(title(conversation) + u'\n' + conversation.line);
+        m_list->addItem(title(conversation) + u'\n' + isolated(conversation.line));
     }
     m_list->setCurrentRow(m_conversations.empty() ? -1 : row);
     readSelected();

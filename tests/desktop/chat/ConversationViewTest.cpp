@@ -1,5 +1,6 @@
 #include "PobblewigDesktop/chat/ConversationView.h"
 #include "PobblewigDesktop/chat/ConversationModel.h"
+#include "PobblewigDesktop/chat/TextColumn.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -210,6 +211,22 @@ private Q_SLOTS:
         QVERIFY(bottom > 0 && bottom < m_view->viewport()->height());
         settle();
         QCOMPARE(m_view->visualRect(m_model->index(2)).bottom(), bottom);
+    }
+
+    void theUsersMessagesStandWhereLinesEnd()
+    {
+        show(rows(1, 1, 1));
+        for (const auto direction : { Qt::LeftToRight, Qt::RightToLeft }) {
+            m_view->setLayoutDirection(direction);
+            m_view->doItemsLayout();
+            const auto picture = m_view->viewport()->grab().toImage();
+            const auto y = topOf(0) + 4;
+            const auto bubble = Theme::palette(ColorScheme::light, {}).bubble;
+            const auto isBubble = [&](int x) { return picture.pixelColor(x, y) == bubble; };
+            const auto column = TextColumn::margin + 16;
+            QCOMPARE(isBubble(picture.width() - column), direction == Qt::LeftToRight);
+            QCOMPARE(isBubble(column), direction == Qt::RightToLeft);
+        }
     }
 
 private:
