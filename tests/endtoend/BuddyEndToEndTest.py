@@ -81,6 +81,7 @@ class BuddyEndToEndTest(unittest.TestCase):
         self.program.start()
         self.program.open_chat()
         self.program.send("become a blue axolotl")
+        self.program.press("Show")
         for proposal, color in (("form", (240, 208, 130)), ("color", (166, 206, 234))):
             self.assertNotEqual(color_of_the_buddy(), color)
             self.program.press("Confirm")
