@@ -3,6 +3,7 @@
 #include "conversation/proposals/ProposalLogic.h"
 #include "conversation/proposals/SelfChangeNote.h"
 #include "conversation/proposals/UndoLogic.h"
+#include "settings/SettingsDifference.h"
 
 namespace pobblewig {
 
@@ -234,7 +235,7 @@ auto ProposalDesk::execute(RuleProposal proposal, std::shared_ptr<ProposalWriter
 void ProposalDesk::restore(const RuleProposal& proposal)
 {
     const auto before = m.settings.settings();
-    const auto after = UndoLogic::restored(before, *proposal.replaced);
+    const auto after = SettingsDifference::restored(before, *proposal.replaced);
     m.settings.update([&](AppSettings& settings) { settings = after; });
     m_modes.restoreTemporaryModeRevert(m_moment.now());
     if (const auto note = selfChangeNote(proposal.settingsChange->key, before, after))

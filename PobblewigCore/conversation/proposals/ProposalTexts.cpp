@@ -2,9 +2,9 @@
 
 #include "conversation/proposals/FolderWarnings.h"
 #include "conversation/proposals/ProposalLogic.h"
-#include "conversation/proposals/UndoLogic.h"
 #include "foundation/Text.h"
 #include "settings/SettingTexts.h"
+#include "settings/SettingsDifference.h"
 #include "settings/SettingsWriteLogic.h"
 
 #include <QCoreApplication>
@@ -198,7 +198,7 @@ Lines settingOutcome(const RuleProposal& proposal, const AppSettings& settings)
 {
     const auto& proposed = *proposal.settingsChange;
     const auto before =
-        proposal.replaced ? UndoLogic::restored(settings, *proposal.replaced) : settings;
+        proposal.replaced ? SettingsDifference::restored(settings, *proposal.replaced) : settings;
     const auto after = changed(proposed, before);
     if (!after)
         return impossible(proposed);

@@ -3,7 +3,7 @@
 #include "conversation/proposals/MemoryForgetter.h"
 #include "conversation/proposals/ProposalTexts.h"
 #include "conversation/proposals/SelfChangeNote.h"
-#include "conversation/proposals/UndoLogic.h"
+#include "settings/SettingsDifference.h"
 #include "settings/SettingsWriteLogic.h"
 
 namespace pobblewig {
@@ -90,7 +90,7 @@ auto ProposalWriter::changeSetting(const RuleProposal& proposal) -> Result
     m_settings.update([&](AppSettings& settings) { settings = after; });
     return Outcome { .text = QStringLiteral("Changed setting: ") + proposal.name,
         .selfNote = selfChangeNote(key, before, after),
-        .replaced = UndoLogic::replaced(before, after) };
+        .replaced = SettingsDifference::replaced(before, after) };
 }
 
 auto ProposalWriter::forget(const RuleProposal& proposal) -> Result
