@@ -1,8 +1,10 @@
 """The first minute with the program, in an empty home."""
 
+import pathlib
 import subprocess
 import unittest
 
+from model import ScriptedModel
 from program import BIN, DemoModel, Program, wait_for
 
 
@@ -33,6 +35,22 @@ class FirstMinuteEndToEndTest(unittest.TestCase):
         self.program.press("Focus for 25 minutes")
         wait_for(lambda: "Focus until" in (self.program.shown("State") or ""), "the mode")
         self.assertIsNone(self.program.shown("Bubble"))
+
+    def test_the_demo_model_gives_way_to_the_users_own_at_the_next_message(self):
+        demo, own = DemoModel(), ScriptedModel()
+        for model in (demo, own):
+            self.addCleanup(model.stop)
+        self.program.environment["POBBLEWIG_DEMO_MODEL_URL"] = demo.variables["MAIN_MODEL_BASE_URL"]
+        self.program.start()
+        self.program.open_chat()
+        self.program.send("hello")
+        wait_for(lambda: any("I am the built-in demo model" in row
+                             for row in self.program.conversation()), "the demo model's answer")
+        file = pathlib.Path(self.program.environment["XDG_CONFIG_HOME"]) / "Pobblewig/environment"
+        file.write_text("".join(f"{name}={value}\n" for name, value in own.variables.items()))
+        self.program.send("hello again")
+        wait_for(lambda: self.program.conversation()[-1].endswith("You said: hello again"),
+                 "the answer of the user's own")
 
     def test_what_it_is_can_be_asked_without_a_display(self):
         for option, words in (("--version", "Pobblewig "), ("--help", "--version")):
