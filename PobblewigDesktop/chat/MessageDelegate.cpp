@@ -23,6 +23,7 @@ constexpr int footerIcon = 14;
 constexpr int rowGap = 16;
 constexpr int dayGap = 12;
 constexpr qreal caretWidth = 6;
+constexpr qreal caretGap = 3;
 
 bool hasFooter(const ConversationRow& row)
 {
@@ -267,8 +268,11 @@ void MessageDelegate::paintCaret(
     auto& layout = m_layouts.layout(row);
     const auto cursor = layout.cursorAt(layout.text().size()).translated(origin);
     const auto side = std::round(cursor.height() * 0.18);
-    const QRectF caret(
-        cursor.left() + 3, cursor.top() + side, caretWidth, cursor.height() - 2 * side);
+    const auto& segments = layout.segments();
+    const auto growsLeftwards = !segments.empty() && segments.back().rightToLeft;
+    const auto left =
+        growsLeftwards ? cursor.left() - caretGap - caretWidth : cursor.left() + caretGap;
+    const QRectF caret(left, cursor.top() + side, caretWidth, cursor.height() - 2 * side);
     auto color = m_palette.accent;
     color.setAlphaF(0.7F);
     painter.setPen(Qt::NoPen);

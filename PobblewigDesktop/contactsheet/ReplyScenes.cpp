@@ -113,6 +113,11 @@ std::vector<PanelScene> ReplyScenes::all()
                 "thumb, 🏳️‍🌈 flag, "
                 "👩‍👩‍👧‍👦 family, 1️⃣ keycap\n- © and ™ are text, 12 # "
                 "too")),
+        { QStringLiteral("reply, Arabic, growing"),
+            [](PanelStage& stage) {
+                stage.talk.ask(QStringLiteral("متى الامتحان؟"));
+                stage.talk.say(QStringLiteral("الامتحان يوم الجمعة، في"));
+            } },
         { QStringLiteral("reply, given again"), answerAgain },
         { QStringLiteral("next message"), queue },
         { QStringLiteral("editing"), edit },

@@ -6,6 +6,7 @@
 #include "PobblewigDesktop/chat/past/ConversationExport.h"
 #include "PobblewigDesktop/chat/past/PastSearchField.h"
 #include "PobblewigDesktop/controls/Banner.h"
+#include "PobblewigDesktop/controls/Mirroring.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 #include "foundation/FileOperations.h"
 
@@ -46,14 +47,6 @@ QString counted(int messages)
 QString jsonFilter()
 {
     return PastConversations::tr("JSON (*.json)");
-}
-
-/// As it stands in its own language, whatever that of the interface.
-QString isolated(const QString& line)
-{
-    return line.isRightToLeft() == QGuiApplication::isRightToLeft()
-        ? line
-        : QChar(0x2068) + line + QChar(0x2069);
 }
 
 } // namespace
