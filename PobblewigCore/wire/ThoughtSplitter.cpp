@@ -117,7 +117,8 @@ ThoughtSplitter::Parts ThoughtSplitter::advanceUndecided()
     }
     m_held.remove(0, closing.size());
     m_state = State::gap;
-    return { .wasThought = before.size() > text.size(), .thought = std::move(text) };
+    const auto wasPassedOn = before.size() > text.size();
+    return { .wasThought = wasPassedOn, .thought = std::move(text) };
 }
 
 QString ThoughtSplitter::beforeClosing()
