@@ -16,6 +16,7 @@
 #include "foundation/QtKeychainHelper.h"
 
 #include <QApplication>
+#include <QLocale>
 #include <QStandardPaths>
 
 #include <cstdio>
@@ -87,6 +88,8 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("Pobblewig"));
     QApplication::setDesktopFileName(QStringLiteral("com.pobblewig.app"));
     QApplication::setQuitOnLastWindowClosed(false);
+    const QLocale language(QLocale::system().uiLanguages().value(0));
+    QApplication::setLayoutDirection(language.textDirection());
 
     // Before the lock, which would create the directory under its present name.
     JSONFileStore::migrateLegacyDefaultDirectory();

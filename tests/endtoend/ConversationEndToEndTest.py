@@ -61,6 +61,16 @@ class ConversationEndToEndTest(unittest.TestCase):
             self.assertEqual([kept[0], program.chat_file()[-1]["stopped"]],
                              [said(program.conversation()[2:]), True])
 
+    def test_the_window_is_mirrored_for_those_who_read_from_right_to_left(self):
+        for language, is_mirrored in (("ar", True), ("en", False)):
+            with Program({"LC_ALL": language, "LANGUAGE": language}) as program:
+                program.start()
+                program.open_chat()
+                button, field = (
+                    Atspi.Component.get_extents(program.control(name), Atspi.CoordType.SCREEN).x
+                    for name in ("Send", "Message"))
+                self.assertEqual(button < field, is_mirrored, language)
+
     def test_without_a_model_the_message_is_not_lost(self):
         with Program() as program:
             program.start()
