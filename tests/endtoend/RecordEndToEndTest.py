@@ -47,7 +47,7 @@ class RecordEndToEndTest(unittest.TestCase):
         self.program.press("Undo")
         wait_for(lambda: self.program.is_usable("New session"), "the session taken back")
         self.say("still here")
-        self.assertEqual(len(self.record()), 2 * TURNS + 2)
+        wait_for(lambda: len(self.record()) == 2 * TURNS + 2, "all of it in the record")
         self.program.press("New session")
         wait_for(lambda: self.program.is_usable("Undo"), "the offer to take it back")
         self.say("a new one")
