@@ -86,6 +86,7 @@ int main(int argc, char** argv)
     preferX11();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Pobblewig"));
+    QApplication::setApplicationVersion(QStringLiteral(POBBLEWIG_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("com.pobblewig.app"));
     QApplication::setQuitOnLastWindowClosed(false);
     const QLocale language(QLocale::system().uiLanguages().value(0));
@@ -111,7 +112,7 @@ int main(int argc, char** argv)
     QSettings desktopSettings(desktopSettingsPath(), QSettings::IniFormat);
     AppDelegate delegate(*buddySystem, desktopSettings);
     QObject::connect(&bus, &ApplicationBus::activated, &delegate, &AppDelegate::openChat);
-    QObject::connect(&bus, &ApplicationBus::openRequested, &delegate, &AppDelegate::openChat);
+    QObject::connect(&bus, &ApplicationBus::openRequested, &delegate, &AppDelegate::openLink);
     QObject::connect(&bus, &ApplicationBus::quitRequested, &delegate, &AppDelegate::quit);
 
     // The bus can wait until the buddy is there.
@@ -139,6 +140,6 @@ int main(int argc, char** argv)
         return parts(session.emplace(connection.get(), environment));
     });
     if (link)
-        delegate.openChat();
+        delegate.openLink(*link);
     return QApplication::exec();
 }

@@ -2,7 +2,6 @@
 
 #include "PobblewigDesktop/FirstLaunch.h"
 #include "PobblewigDesktop/chat/ChatPanel.h"
-#include "PobblewigDesktop/chat/past/PastConversations.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 #include "PobblewigDesktop/presence/BuddyFace.h"
 #include "foundation/EnumNames.h"
@@ -85,6 +84,7 @@ AppDelegate::AppDelegate(BuddyWindowSystem& windowSystem, QSettings& desktopSett
     , m_buddy(windowSystem, desktopSettings)
     , m_bubbles(m_buddy, windowSystem)
     , m_presence(desktopSettings)
+    , m_windows(m_presence, desktopSettings)
 {
     m_buddy.setSprite(spriteFor(
         desktopSettings.value(mascotKey).toString(), desktopSettings.value(schemeKey).toString()));
@@ -102,6 +102,8 @@ AppDelegate::AppDelegate(BuddyWindowSystem& windowSystem, QSettings& desktopSett
     connect(&m_buddy.view(), &BuddyView::sleepAmountChanged, this, &AppDelegate::showPresence);
     connect(&m_presence, &DesktopPresence::quitRequested, this, &AppDelegate::quit);
     connect(&m_presence, &DesktopPresence::putAwayRequested, this, &AppDelegate::putAway);
+    connect(&m_presence, &DesktopPresence::settingsRequested, this,
+        [this] { m_windows.open(QStringLiteral("pobblewig:settings")); });
     connect(&m_presence, &DesktopPresence::noticed, this, &AppDelegate::showNotice);
 }
 
@@ -129,6 +131,14 @@ void AppDelegate::openChat()
         m_panel->showBeside(m_buddy.geometry(), m_buddy.screen()->availableGeometry());
     m_presence.activate(*m_panel);
     showMark();
+}
+
+void AppDelegate::openLink(const QUrl& link)
+{
+    if (!m_coordinator)
+        m_requestedLink = link;
+    if (!m_coordinator || !m_windows.open(link.toString()))
+        openChat();
 }
 
 void AppDelegate::quit()
@@ -161,12 +171,13 @@ void AppDelegate::startCoordinator()
     showState();
     m_presence.follow(*m_coordinator);
     m_bubbles.follow(*m_coordinator);
+    m_windows.follow(*m_coordinator);
     FirstLaunch(m_bubbles, m_desktopSettings).greet(*m_coordinator);
     const auto& chat = m_coordinator->chat();
     connect(&chat, &ChatService::activityChanged, this, &AppDelegate::showActivity);
     connect(&chat, &ChatService::streamingPreviewChanged, this, &AppDelegate::showReply);
     if (m_isChatRequested)
-        openChat();
+        openLink(m_requestedLink);
     Q_EMIT launched();
 }
 
@@ -239,8 +250,9 @@ void AppDelegate::makePanel()
     m_panel = std::make_unique<ChatPanel>(m_coordinator->chat(), Calendar::current(), systemNow);
     connect(m_panel.get(), &ChatPanel::newSessionRequested, m_coordinator.get(),
         &AppCoordinator::startNewSession);
-    connect(m_panel.get(), &ChatPanel::pastConversationsRequested, this,
-        &AppDelegate::openPastConversations);
+    connect(m_panel.get(), &ChatPanel::pastConversationsRequested, &m_windows,
+        &ToolWindows::openPastConversations);
+    connect(m_panel.get(), &ChatPanel::linkRequested, &m_windows, &ToolWindows::open);
     connect(m_panel.get(), &ChatPanel::shown, this, [this] { setChatShown(true); });
     connect(m_panel.get(), &ChatPanel::hidden, this, [this] { setChatShown(false); });
     connect(m_panel.get(), &ChatPanel::hidden, this,
@@ -254,16 +266,6 @@ void AppDelegate::makePanel()
     m_panel->resize(m_desktopSettings.value(panelSizeKey, m_panel->size()).toSize());
     m_panel->setNotice(m_notice);
     showPanelState();
-}
-
-void AppDelegate::openPastConversations()
-{
-    if (!m_past)
-        m_past = std::make_unique<PastConversations>(
-            m_coordinator->library(), Calendar::current(), systemNow);
-    m_past->setTheme(paletteFor(m_coordinator->state().of<SettingsState>().settings));
-    m_past->show();
-    m_presence.activate(*m_past);
 }
 
 void AppDelegate::answerProposal(const QString& proposalId, ProposalAnswer answer)
@@ -291,6 +293,7 @@ void AppDelegate::showLook(const AppSettings& settings)
     m_buddy.setSizeScale(look.sizeScale);
     m_buddy.view().setTheme(paletteFor(settings));
     m_bubbles.setTheme(paletteFor(settings));
+    m_windows.setTheme(paletteFor(settings));
     m_presence.setSprite(sprite);
     QApplication::setWindowIcon(BuddyFace::icon(sprite));
     m_desktopSettings.setValue(mascotKey, look.mascot);
@@ -304,8 +307,6 @@ void AppDelegate::showPanelState()
     const auto& settings = state.of<SettingsState>().settings;
     const auto& conversation = state.of<ConversationState>();
     m_panel->setTheme(paletteFor(settings));
-    if (m_past)
-        m_past->setTheme(paletteFor(settings));
     m_panel->setFace(BuddyFace::icon(spriteFor(settings.mascot, settings.mascotColorScheme)));
     m_panel->setStateText(stateInWords(settings, state.of<LibrarianState>()));
     m_panel->setModelLabel(conversation.modelLabel);

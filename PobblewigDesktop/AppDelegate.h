@@ -2,6 +2,7 @@
 
 #include "AppCoordinator.h"
 #include "PobblewigDesktop/ProblemNotices.h"
+#include "PobblewigDesktop/ToolWindows.h"
 #include "PobblewigDesktop/bubble/BubbleKeeper.h"
 #include "PobblewigDesktop/buddy/BuddyWindow.h"
 #include "PobblewigDesktop/presence/DesktopPresence.h"
@@ -14,7 +15,6 @@
 namespace pobblewig {
 
 class ChatPanel;
-class PastConversations;
 
 /// The user interface as a whole. The buddy appears before anything else happens; then the
 /// coordinator starts, and from there on the interface shows its published state.
@@ -33,6 +33,9 @@ public:
 
     /// Before the coordinator has started, the request is kept until it has.
     void openChat();
+
+    /// Opens the window that a link of this program names, or else the chat. Kept likewise.
+    void openLink(const QUrl& link);
 
     /// Ends the program once the turn is stopped and the buddy has said goodbye.
     void quit();
@@ -64,7 +67,6 @@ private:
     void showMark();
     void showPresence();
     void makePanel();
-    void openPastConversations();
     void answerProposal(const QString& proposalId, ProposalAnswer answer);
     void showState();
     void showLook(const AppSettings& settings);
@@ -80,15 +82,17 @@ private:
     BuddyWindow m_buddy;
     BubbleKeeper m_bubbles;
     DesktopPresence m_presence;
+    ToolWindows m_windows;
     MakeParts m_makeParts;
     std::unique_ptr<AppCoordinator> m_coordinator;
     std::unique_ptr<ChatPanel> m_panel;
-    std::unique_ptr<PastConversations> m_past;
     std::optional<Look> m_look;
     ProblemNotices m_problems;
     /// The notice that the panel shows once it exists.
     QString m_notice;
     bool m_isChatRequested = false;
+    /// The link to open once the coordinator has started.
+    QUrl m_requestedLink;
 };
 
 } // namespace pobblewig

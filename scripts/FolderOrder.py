@@ -23,8 +23,8 @@ ORDER = rooms(
     "memes", "notes", "cloud", "buddy", "presence") + [CORE]
 ORDER += rooms(LINUX, "desktop", "x11", "wayland", "portal", "modules") + [LINUX]
 ORDER += rooms(
-    DESKTOP, "controls", "buddy", "bubble", "presence", "chat", "chat/past", "settings", "memory",
-    "assistant", "notes", "memes") + [DESKTOP, DESKTOP + "/contactsheet"]
+    DESKTOP, "controls", "buddy", "bubble", "presence", "chat", "chat/past", "pages", "settings",
+    "memory", "assistant", "notes", "memes") + [DESKTOP, DESKTOP + "/contactsheet"]
 ORDER += ["PobblewigDemoModel", "Pobblewig"]
 
 # Neighbours that know nothing of each other.
@@ -33,7 +33,8 @@ APART = [
     rooms(CORE, "connections/calendars", "connections/canvas", "connections/classroom"),
     rooms(CORE, "memes", "notes", "cloud"),
     rooms(LINUX, "x11", "wayland", "portal"),
-    rooms(DESKTOP, "buddy", "presence", "chat", "settings", "memory", "assistant", "notes"),
+    rooms(DESKTOP, "buddy", "presence", "chat"),
+    rooms(DESKTOP, "buddy", "chat", "settings", "memory", "assistant", "notes"),
     rooms(DESKTOP, "bubble", "presence", "chat"),
     [LINUX, DESKTOP],
     ["PobblewigDemoModel", "Pobblewig"],

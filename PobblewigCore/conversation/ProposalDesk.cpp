@@ -116,7 +116,7 @@ Task<> ProposalDesk::allowAlwaysProposal(QString proposalId)
     if (!proposal || proposal->status != RuleProposal::Status::pending)
         co_return;
     if (ProposalLogic::canAllowAlways(*proposal))
-        m.settings.allow(*ProposalLogic::actionClass(proposal->kind));
+        m.settings.allow(*ProposalLogic::actionClass(proposal->kind), m_moment.now());
     co_await confirmProposal(proposalId);
 }
 

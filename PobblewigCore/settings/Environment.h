@@ -13,8 +13,8 @@ using Environment = std::map<QString, QString>;
 /// Treats an empty value as absent.
 std::optional<QString> variable(const Environment& environment, const QString& name);
 
-/// The variables of the process. Where one is missing or empty, the file's value is used. If neither
-/// names a model, the demo model at POBBLEWIG_DEMO_MODEL_URL is the main one.
+/// The variables of the process. Where one is missing or empty, the file's value is used. If
+/// neither names a model, the demo model at POBBLEWIG_DEMO_MODEL_URL is the main one.
 Environment currentEnvironment(const QString& file);
 
 /// Variables from a file, in the format of systemd's environment files, since a desktop application

@@ -51,6 +51,8 @@ constexpr std::array table {
         .page = Page::general,
         .assistant = Access::proposed,
         .kind = SettingForms::caseOf<&S::mode>(),
+        .explanation = QT_TRANSLATE_NOOP("SettingCatalog",
+            "How the companion behaves. The buddy's menu sets a mode for a while."),
         .sample = u"\"focus\"",
         .followUp = [](S& settings) { settings.modeRevertAt.reset(); },
     },
@@ -61,6 +63,8 @@ constexpr std::array table {
         .assistant = Access::proposed,
         .kind = ChoicesSetting { SettingForms::roles, SettingForms::chosenRoles,
             SettingForms::setRoles },
+        .explanation = QT_TRANSLATE_NOOP(
+            "SettingCatalog", "What it may be to you. Each role adds a little to how it helps."),
         .sample = u"[\"tutor\"]",
         .summary = SettingForms::rolesInWords,
     },
@@ -70,6 +74,7 @@ constexpr std::array table {
         .page = Page::companion,
         .assistant = Access::proposed,
         .kind = persona(),
+        .explanation = QT_TRANSLATE_NOOP("SettingCatalog", "The voice that it speaks with."),
         .subject = u"persona",
     },
     Setting {
@@ -107,6 +112,8 @@ constexpr std::array table {
         .page = Page::companion,
         .assistant = Access::none,
         .kind = SwitchSetting { &S::memeModeEnabled },
+        .explanation = QT_TRANSLATE_NOOP(
+            "SettingCatalog", "Small pictures that the buddy shows now and then."),
     },
     Setting {
         .key = u"pausedIndefinitely",
@@ -115,6 +122,8 @@ constexpr std::array table {
         .assistant = Access::proposed,
         .alwaysAsks = AlwaysAsks::toSwitchOff,
         .kind = SwitchSetting { &S::pausedIndefinitely },
+        .explanation = QT_TRANSLATE_NOOP("SettingCatalog",
+            "While it is on, Pobblewig does not notice which application is in front."),
         .subject = u"observation pause",
         .followUp =
             [](S& settings) {
@@ -130,6 +139,8 @@ constexpr std::array table {
         .alwaysAsks = AlwaysAsks::all,
         .kind = ListSetting { SettingForms::excludedApps, SettingForms::setExcludedApps,
             u"an array of bundle-ID strings", u"strings" },
+        .explanation = QT_TRANSLATE_NOOP(
+            "SettingCatalog", "These are never noticed, and never in a picture of the screen."),
         .sample = u"[\"com.apple.Safari\"]",
         .subject = u"excluded apps",
         .summary = SettingForms::excludedAppsInNumbers,
@@ -141,6 +152,8 @@ constexpr std::array table {
         .assistant = Access::proposed,
         .alwaysAsks = AlwaysAsks::all,
         .kind = NumberSetting { &S::maxActivitySessions, 100, 2000, &sessions },
+        .explanation =
+            QT_TRANSLATE_NOOP("SettingCatalog", "The oldest are dropped beyond this number."),
     },
     Setting {
         .key = u"activityRetentionDays",
@@ -149,6 +162,7 @@ constexpr std::array table {
         .assistant = Access::proposed,
         .alwaysAsks = AlwaysAsks::all,
         .kind = NumberSetting { &S::activityRetentionDays, 1, 90, &days },
+        .explanation = QT_TRANSLATE_NOOP("SettingCatalog", "Older activity is deleted."),
     },
     Setting {
         .key = u"canvasBaseURL",
@@ -263,6 +277,9 @@ constexpr std::array table {
         .page = Page::memoryAndPrivacy,
         .assistant = Access::none,
         .kind = SwitchSetting { &S::memoryEnabled },
+        .explanation = QT_TRANSLATE_NOOP("SettingCatalog",
+            "While it is off, nothing that you say is noted, and no conversation is read for "
+            "notes."),
     },
     Setting {
         .key = u"keepConversations",
@@ -270,6 +287,8 @@ constexpr std::array table {
         .page = Page::memoryAndPrivacy,
         .assistant = Access::none,
         .kind = SettingForms::caseOf<&S::keepConversations>(),
+        .explanation = QT_TRANSLATE_NOOP(
+            "SettingCatalog", "How long the conversations that you have closed stay readable."),
     },
     Setting {
         .key = u"appDataSources",
@@ -281,6 +300,8 @@ constexpr std::array table {
             uR"(an array of {"name":"...","path":"..."} entries, each name at most 40 characters )"
             uR"(without / and ~, each path absolute or below ~)",
             uR"({"name","path"} objects)" },
+        .explanation = QT_TRANSLATE_NOOP(
+            "SettingCatalog", "The assistant may read what is in them, never change it."),
         .subject = u"app data sources",
         .summary = SettingForms::dataSourcesInNumbers,
     },
@@ -291,6 +312,8 @@ constexpr std::array table {
         .assistant = Access::none,
         .kind = ChoicesSetting { SettingForms::questions, SettingForms::askedQuestions,
             SettingForms::setQuestions },
+        .explanation = QT_TRANSLATE_NOOP(
+            "SettingCatalog", "What the assistant asks before it does something."),
     },
     Setting {
         .key = u"dailyBriefingEnabled",
@@ -298,6 +321,8 @@ constexpr std::array table {
         .page = Page::general,
         .assistant = Access::none,
         .kind = SwitchSetting { &S::dailyBriefingEnabled },
+        .explanation = QT_TRANSLATE_NOOP(
+            "SettingCatalog", "A short look at the day, at the first time that you are there."),
     },
     Setting {
         .key = u"themePreference",

@@ -115,6 +115,8 @@ struct Setting {
     AssistantAccess assistant;
     AlwaysAsks alwaysAsks = AlwaysAsks::none;
     SettingKind kind;
+    /// One line for the user about what it does, to be translated, or nothing.
+    const char* explanation = nullptr;
     /// A sample value for models, in place of a description.
     QStringView sample = {};
     /// The name of the setting in the result of a change; if empty, its key.

@@ -44,22 +44,13 @@ struct NamedFolder {
 };
 
 constexpr qsizetype longestURL = 300;
-constexpr qsizetype longestFolderName = 40;
 constexpr qsizetype longestPath = 1000;
 
 bool isFolderName(const QString& name)
 {
     static const QRegularExpression partOfPath(QStringLiteral("[/~]"));
-    const auto isPlain = Text::plainLine(name, longestFolderName) == name;
+    const auto isPlain = Text::plainLine(name, SettingForms::longestFolderName) == name;
     return !name.isEmpty() && isPlain && !name.contains(partOfPath);
-}
-
-bool isFolderPath(const QString& path)
-{
-    const auto isBelowHome = path == u"~" || path.startsWith(u"~/");
-    // Blanks may repeat, but nothing in the path may be invisible.
-    const auto isPlain = Text::plainLine(path, longestPath) == path.simplified();
-    return isPlain && (isBelowHome || QDir::isAbsolutePath(path));
 }
 
 bool isBlank(const QString& given)
@@ -222,6 +213,14 @@ void SettingForms::setQuestions(S& settings, const QStringList& ids)
     }
 }
 
+bool SettingForms::isFolderPath(const QString& path)
+{
+    const auto isBelowHome = path == u"~" || path.startsWith(u"~/");
+    // Blanks may repeat, but nothing in the path may be invisible.
+    const auto isPlain = Text::plainLine(path, longestPath) == path.simplified();
+    return isPlain && (isBelowHome || QDir::isAbsolutePath(path));
+}
+
 bool SettingForms::isSecureURL(const QString& text)
 {
     static const QRegularExpression plain(
@@ -271,7 +270,7 @@ bool SettingForms::setDataSources(S& settings, const JSONValue& value)
     for (const auto& folder : *folders) {
         const auto name = folder.name.trimmed();
         const auto path = folder.path.trimmed();
-        if (!isFolderName(name) || !isFolderPath(path))
+        if (!isFolderName(name) || !SettingForms::isFolderPath(path))
             return false;
         sources.push_back({ .id = QUuid::createUuid(), .name = name, .rootPath = path });
     }

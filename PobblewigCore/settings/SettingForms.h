@@ -87,6 +87,11 @@ QString excludedAppsInNumbers(const S& settings);
 
 /// The path of each folder, followed by its name.
 QStringList dataSources(const S& settings);
+inline constexpr qsizetype longestFolderName = 40;
+
+/// An absolute path, or one below "~", in which nothing is invisible.
+bool isFolderPath(const QString& path);
+
 /// Gives each folder a new id. Refuses names that read like a path, and paths that cannot be shown
 /// as they are.
 bool setDataSources(S& settings, const JSONValue& value);

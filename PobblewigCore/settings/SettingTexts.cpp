@@ -33,6 +33,26 @@ QString SettingTexts::label(const Setting& setting)
     return translated(setting.label);
 }
 
+QString SettingTexts::explanation(const Setting& setting)
+{
+    return setting.explanation ? translated(setting.explanation) : QString();
+}
+
+QString SettingTexts::refusal(const Setting& setting)
+{
+    const Overloaded demanded {
+        [](const TextSetting& text) { return text.form.toString(); },
+        [](const ListSetting&) {
+            return translated(QT_TRANSLATE_NOOP("SettingCatalog", "a list of valid entries"));
+        },
+        [](const auto&) {
+            return translated(QT_TRANSLATE_NOOP("SettingCatalog", "one of the values offered"));
+        },
+    };
+    return translated(QT_TRANSLATE_NOOP("SettingCatalog", "This must be %1. Nothing was changed."))
+        .arg(std::visit(demanded, setting.kind));
+}
+
 QString SettingTexts::value(const Setting& setting, const AppSettings& settings)
 {
     const Overloaded words {

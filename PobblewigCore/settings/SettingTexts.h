@@ -8,6 +8,12 @@ namespace pobblewig::SettingTexts {
 /// The label, such as "Mode".
 QString label(const Setting& setting);
 
+/// One line about what it does, or nothing.
+QString explanation(const Setting& setting);
+
+/// Why a value is refused, as a sentence.
+QString refusal(const Setting& setting);
+
 /// The current value, such as "Focus", "on" or "30 minutes".
 QString value(const Setting& setting, const AppSettings& settings);
 

@@ -40,14 +40,20 @@ std::vector<QString> SettingsStore::allowances() const
     return classes;
 }
 
-void SettingsStore::allow(const QString& actionClass)
+void SettingsStore::allow(const QString& actionClass, TimePoint now)
 {
-    update([&](AppSettings& settings) { settings.actionConfirmations[actionClass] = false; });
+    update([&](AppSettings& settings) {
+        settings.actionConfirmations[actionClass] = false;
+        settings.allowedSince[actionClass] = now;
+    });
 }
 
 void SettingsStore::revokeAllowance(const QString& actionClass)
 {
-    update([&](AppSettings& settings) { settings.actionConfirmations.erase(actionClass); });
+    update([&](AppSettings& settings) {
+        settings.actionConfirmations.erase(actionClass);
+        settings.allowedSince.erase(actionClass);
+    });
 }
 
 void SettingsStore::readAgain()

@@ -28,7 +28,7 @@ public:
 
     /// The classes of actions that the user has allowed without a question.
     std::vector<QString> allowances() const;
-    void allow(const QString& actionClass);
+    void allow(const QString& actionClass, TimePoint now);
     /// Asks about these actions again.
     void revokeAllowance(const QString& actionClass);
 

@@ -76,6 +76,10 @@ ChatHeader::ChatHeader(QWidget* parent)
     m_restart->setShortcut(PanelKeys::sequence(PanelKeys::Act::newSession));
     m_keys = menu->addAction(tr("Keyboard"), this, &ChatHeader::keysRequested);
     m_keys->setShortcut(PanelKeys::sequence(PanelKeys::Act::showKeys));
+    menu->addSeparator();
+    m_settings = menu->addAction(tr("Settings…"), this,
+        [this] { Q_EMIT linkRequested(QStringLiteral("pobblewig:settings")); });
+    m_settings->setShortcut(PanelKeys::sequence(PanelKeys::Act::settings));
     m_menu->setMenu(menu);
     m_menu->setPopupMode(QToolButton::InstantPopup);
     addActions(menu->actions());
@@ -93,6 +97,7 @@ void ChatHeader::setTheme(const Palette& palette)
     m_save->setIcon(icon(Icons::Name::save));
     m_past->setIcon(icon(Icons::Name::clock));
     m_restart->setIcon(icon(Icons::Name::newSession));
+    m_settings->setIcon(icon(Icons::Name::sliders));
 }
 
 void ChatHeader::setFace(const QIcon& face)

@@ -33,6 +33,9 @@ Q_SIGNALS:
     void newSessionRequested();
     void keysRequested();
 
+    /// A window is to be opened, such as "pobblewig:settings".
+    void linkRequested(const QString& link);
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -50,6 +53,7 @@ private:
     QAction* m_past;
     QAction* m_restart;
     QAction* m_keys;
+    QAction* m_settings;
 };
 
 } // namespace pobblewig

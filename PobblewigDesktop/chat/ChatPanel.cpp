@@ -296,6 +296,7 @@ void ChatPanel::connectControls()
         m_newSessionDelay, &NewSessionDelay::isWaitingChanged, this, &ChatPanel::showNewSession);
     connect(m_header, &ChatHeader::findRequested, m_findBar, &FindBar::open);
     connect(m_header, &ChatHeader::pastRequested, this, &ChatPanel::pastConversationsRequested);
+    connect(m_header, &ChatHeader::linkRequested, this, &ChatPanel::linkRequested);
     connect(m_header, &ChatHeader::saveRequested, m_saving, &ConversationSaving::ask);
     connect(m_saving, &ConversationSaving::failed, this, &ChatPanel::setNotice);
     connect(m_view, &ConversationView::findRequested, m_findBar, &FindBar::open);

@@ -80,6 +80,9 @@ Q_SIGNALS:
     void newSessionRequested();
     void typed();
     void pastConversationsRequested();
+
+    /// A window of the program is to be opened, such as "pobblewig:settings".
+    void linkRequested(const QString& link);
     void shown();
     void hidden();
 

@@ -32,6 +32,7 @@ std::vector<PanelKeys::Key> PanelKeys::all()
         { save, QKeySequence::Save, Texts::tr("Save the conversation as text") },
         { pastConversations, Qt::CTRL | Qt::Key_H, Texts::tr("Show past conversations") },
         { newSession, QKeySequence::New, Texts::tr("Begin a new session") },
+        { settings, Qt::CTRL | Qt::Key_Comma, Texts::tr("Open the settings") },
         { ofControl, Qt::Key_Tab, Texts::tr("Next control") },
         { showKeys, QKeySequence::HelpContents, Texts::tr("Show these keys") },
         { close, Qt::Key_Escape, Texts::tr("Close what is open, then the window") },

@@ -16,6 +16,7 @@ enum class Act {
     attachPart,
     pastConversations,
     newSession,
+    settings,
     close,
     /// What the control with the focus does by itself.
     ofControl,

@@ -20,14 +20,19 @@ constexpr int iconSide = 20;
 
 QByteArray drawing(Icons::Name name)
 {
-    registerIcons();
-    const auto spelled = EnumNames::name(name);
-    QFile file(QStringLiteral(":/icons/%1.svg")
-                   .arg(QLatin1String(spelled.data(), static_cast<qsizetype>(spelled.size()))));
+    QFile file(Icons::resource(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace
+
+QString Icons::resource(Name name)
+{
+    registerIcons();
+    const auto spelled = EnumNames::name(name);
+    return QStringLiteral(":/icons/%1.svg")
+        .arg(QLatin1String(spelled.data(), static_cast<qsizetype>(spelled.size())));
+}
 
 QPixmap Icons::pixmap(Name name, const QColor& color, int side, qreal devicePixelRatio)
 {

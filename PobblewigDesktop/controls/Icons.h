@@ -26,6 +26,14 @@ enum class Name {
     menu,
     clock,
     check,
+    sliders,
+    face,
+    shield,
+    folder,
+    info,
+    /// In a grey that is seen on both themes.
+    arrowUp,
+    arrowDown,
     undo,
     attach,
     document,
@@ -33,6 +41,9 @@ enum class Name {
 
 /// A square of `side` device-independent pixels, sharp at the given ratio.
 QPixmap pixmap(Name name, const QColor& color, int side, qreal devicePixelRatio);
+
+/// The name of the drawing's resource, for style sheets. They cannot tint it.
+QString resource(Name name);
 
 /// For controls: disabled ones show the second colour.
 QIcon icon(Name name, const QColor& color, const QColor& disabledColor);

@@ -1,5 +1,7 @@
 #include "PobblewigDesktop/controls/PanelStyle.h"
 
+#include "PobblewigDesktop/controls/Icons.h"
+
 #include <QApplication>
 #include <QLabel>
 #include <QStyle>
@@ -41,11 +43,34 @@ QTreeView, QComboBox, QComboBox QAbstractItemView {
     background: {surface}; border: 1px solid {outline}; outline: none;
     selection-background-color: {selection}; selection-color: {text}; }
 QComboBox { border-radius: 8px; padding: 0 8px; min-height: 28px; }
+QComboBox::drop-down { border: none; width: 22px; }
+QComboBox::down-arrow, QSpinBox::down-arrow { image: url({arrowDown}); width: 10px; }
+QSpinBox::up-arrow { image: url({arrowUp}); width: 10px; }
+QSpinBox::up-button, QSpinBox::down-button { border: none; background: transparent; width: 20px; }
+QCheckBox { spacing: 8px; min-height: 24px; }
 QHeaderView { background: {window}; border: none; }
 QHeaderView::section {
     background: {window}; border: none; border-bottom: 1px solid {hairline}; padding: 4px 8px; }
 QListView#days::item { padding: 8px; border-radius: 8px; }
 QListView#days::item:selected { background: {bubble}; color: {text}; }
+QListView#pages { background: transparent; }
+QListView#pages::item { padding: 8px; border-radius: 8px; }
+QListView#pages::item:selected { background: {bubble}; color: {text}; }
+QListView[role="list"] {
+    background: {surface}; border: 1px solid {outline}; border-radius: 8px; padding: 4px;
+    selection-background-color: {selection}; selection-color: {text}; }
+QLabel[role="heading"] { font-weight: 600; }
+QLabel[role="problem"] { color: {danger}; }
+QSpinBox, QKeySequenceEdit > QLineEdit {
+    background: {surface}; border: 1px solid {outline}; border-radius: 8px; padding: 0 8px;
+    min-height: 28px; }
+QSpinBox:focus, QComboBox:focus, QListView[role="list"]:focus { border-color: {accent}; }
+QSlider::groove:horizontal { background: {hairline}; height: 4px; border-radius: 2px; }
+QSlider::sub-page:horizontal { background: {accent}; border-radius: 2px; }
+QSlider::handle:horizontal {
+    background: {surface}; border: 1px solid {outline}; width: 16px; margin: -7px 0;
+    border-radius: 8px; }
+QSlider::handle:horizontal:focus { border: 2px solid {accent}; }
 QPlainTextEdit, QLineEdit {
     background: {surface}; border: 1px solid {outline}; border-radius: 10px;
     selection-background-color: {selection}; selection-color: {text}; }
@@ -115,6 +140,8 @@ QString filledIn(QString text, const Palette& palette, double fontSize)
         { QLatin1String("{onAccent}"), palette.onAccent.name() },
         { QLatin1String("{bubble}"), palette.bubble.name() },
         { QLatin1String("{selection}"), palette.selection.name() },
+        { QLatin1String("{arrowUp}"), Icons::resource(Icons::Name::arrowUp) },
+        { QLatin1String("{arrowDown}"), Icons::resource(Icons::Name::arrowDown) },
         { QLatin1String("{titleSize}"), QString::number(fontSize + 2) },
         { QLatin1String("{captionSize}"), QString::number(std::max(6.0, fontSize - 1.5)) },
     };

@@ -42,6 +42,9 @@ public:
 
     ChatHotKey& hotKey() { return m_hotKey; }
 
+    /// Null before there are services.
+    AutostartSwitching* autostart() { return m_services ? &m_services->autostart : nullptr; }
+
     /// Returns the buddy's menu, wherever it is to be opened.
     std::unique_ptr<PresenceMenu> makeMenu();
 
@@ -50,6 +53,7 @@ Q_SIGNALS:
     void chatToggled();
     void sleepRequested();
     void putAwayRequested();
+    void settingsRequested();
     void quitRequested();
 
     /// The buddy has something to say that the user has not asked for.

@@ -28,6 +28,7 @@ PresenceMenu::PresenceMenu(QWidget* parent)
     connect(
         m_startsWithDesktop, &QAction::triggered, this, &PresenceMenu::startWithDesktopRequested);
     addSeparator();
+    addAction(tr("Settings…"), this, &PresenceMenu::settingsRequested);
     addAction(tr("Quit Pobblewig"), this, &PresenceMenu::quitRequested);
     setState({});
     setCanCallBack(false);

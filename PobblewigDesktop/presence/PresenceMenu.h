@@ -34,6 +34,7 @@ Q_SIGNALS:
     void sleepRequested();
     void putAwayRequested();
     void startWithDesktopRequested(bool startWithDesktop);
+    void settingsRequested();
     void quitRequested();
 
 private:
