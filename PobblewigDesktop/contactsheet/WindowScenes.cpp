@@ -121,6 +121,7 @@ std::vector<WindowScene> WindowScenes::all()
 std::vector<WindowScene> WindowScenes::of(const std::vector<PanelScene>& scenes)
 {
     std::vector<WindowScene> windows;
+    windows.reserve(scenes.size());
     for (const auto& scene : scenes)
         windows.push_back(
             { scene.name, [scene](ColorScheme scheme) { return scene.picture(scheme); } });
