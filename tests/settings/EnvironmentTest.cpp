@@ -1,5 +1,6 @@
 #include "settings/Environment.h"
 
+#include "settings/EnvironmentWriting.h"
 #include "support/ScratchDirectory.h"
 #include "support/TableRow.h"
 
@@ -88,6 +89,42 @@ private Q_SLOTS:
         for (const auto* name : { u"MAIN_MODEL_BASE_URL", u"MAIN_MODEL_ID", u"MAIN_MODEL_API_KEY" })
             values.append(variable(environment, QString::fromUtf16(name)).value_or(QString()));
         QTEST(values.join(u' '), "main");
+    }
+
+    void valuesAreWrittenWhereTheyWin_data()
+    {
+        columns<QString, QString>("text", "written");
+        row("an empty file", "", "# Chosen in Pobblewig's settings\nM=\"new \\\"\\$1\\\"\"\n");
+        row("others stay", "# mine\nM=old\nA='x\ny'",
+            "# mine\nM=old\nA='x\ny'\n# Chosen in Pobblewig's settings\nM=\"new \\\"\\$1\\\"\"\n");
+        row("own lines are replaced",
+            "A=1\n# Chosen in Pobblewig's settings\nB=\"2\"\nM=\"older\"\n",
+            "A=1\n# Chosen in Pobblewig's settings\nB=\"2\"\nM=\"new \\\"\\$1\\\"\"\n");
+        row("a quote that does not end", "A=\"x\n", "nothing");
+        row("a line that goes on", "A=x\\", "nothing");
+    }
+    void valuesAreWrittenWhereTheyWin()
+    {
+        QFETCH(QString, text);
+        const auto value = u"new \"$1\""_s;
+        const auto changed = EnvironmentWriting::changed(text, { { u"M"_s, value } });
+        QTEST(changed.value_or(u"nothing"_s), "written");
+        if (!changed)
+            return;
+        QCOMPARE(EnvironmentFile::parse(*changed).at(u"M"_s), value);
+        const auto back = EnvironmentWriting::changed(*changed, { { u"M"_s, QString() } });
+        QVERIFY(back && !back->contains(u"new"));
+    }
+
+    void aNewFileIsForThisUserOnly()
+    {
+        const auto path = m_scratch.path(u"config/Pobblewig/environment"_s);
+        const Environment values { { u"M"_s, u"owl"_s } };
+        QVERIFY(EnvironmentWriting::write(path, values, FileOperations()));
+        QCOMPARE(EnvironmentFile::read(path), values);
+        QVERIFY(!(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther)));
+        m_scratch.write(u"broken"_s, "A=\"");
+        QVERIFY(!EnvironmentWriting::write(m_scratch.path(u"broken"_s), values, FileOperations()));
     }
 
 private:

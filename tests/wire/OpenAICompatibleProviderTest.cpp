@@ -6,6 +6,7 @@
 #include "support/LoopbackServer.h"
 #include "support/ScriptedHTTPClient.h"
 #include "support/TableRow.h"
+#include "wire/LocalServers.h"
 
 namespace pobblewig {
 
@@ -236,6 +237,24 @@ private Q_SLOTS:
         }
         http.enqueue(404, list);
         QVERIFY(awaited(provider.models()).empty());
+    }
+
+    void serversOnThisComputerAreFoundByTheirModels()
+    {
+        ScriptedHTTPClient http;
+        http.enqueue(tl::unexpected(TransportError { TransportError::Kind::refused, {} }));
+        http.enqueue(200, R"({"data":[{"id":"owl"},{"id":"emu"}]})");
+        http.enqueue(200, R"({"data":[]})");
+        http.enqueue(200, "<html>");
+        http.enqueue(404, {});
+        const auto found = awaited(LocalServers::find(&http));
+        QCOMPARE(found.size(), 1u);
+        QCOMPARE(found.front().baseURL, u"http://127.0.0.1:1234/v1"_s);
+        QCOMPARE(found.front().models, std::vector({ u"owl"_s, u"emu"_s }));
+        for (const auto& request : http.requests()) {
+            QCOMPARE(request.url.host(), u"127.0.0.1"_s);
+            QVERIFY(request.longest <= std::chrono::seconds(1));
+        }
     }
 
     void whatIsNotHTTPIsAnInvalidResponse()
