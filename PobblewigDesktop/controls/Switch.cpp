@@ -1,6 +1,7 @@
 #include "PobblewigDesktop/controls/Switch.h"
 
 #include <QPainter>
+#include <QScopedValueRollback>
 
 namespace pobblewig {
 
@@ -16,12 +17,23 @@ Switch::Switch(QWidget* parent)
     : QCheckBox(parent)
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    // Assistive technology toggles without a click.
+    connect(this, &QCheckBox::toggled, this, [this](bool isOn) {
+        if (!m_isShowing)
+            Q_EMIT switched(isOn);
+    });
 }
 
 void Switch::setTheme(const Palette& palette)
 {
     m_palette = palette;
     update();
+}
+
+void Switch::showOn(bool isOn)
+{
+    const QScopedValueRollback showing(m_isShowing, true);
+    setChecked(isOn);
 }
 
 QSize Switch::sizeHint() const

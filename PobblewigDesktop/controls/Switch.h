@@ -15,13 +15,21 @@ public:
 
     void setTheme(const Palette& palette);
 
+    /// Shows what is the case, without a signal.
+    void showOn(bool isOn);
+
     QSize sizeHint() const override;
+
+Q_SIGNALS:
+    /// The user has switched, by whatever means.
+    void switched(bool isOn);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     bool hitButton(const QPoint& place) const override;
 
 private:
+    bool m_isShowing = false;
     Palette m_palette;
 };
 

@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -55,8 +56,10 @@ void ChoicesControl::show(const AppSettings& settings)
     if (m_options.empty())
         showOptions(settings);
     const auto chosen = m_kind.chosen(settings);
-    for (const auto& [id, box] : m_options)
+    for (const auto& [id, box] : m_options) {
+        const QSignalBlocker quiet(box);
         box->setChecked(chosen.contains(id));
+    }
 }
 
 QWidget& ChoicesControl::field()
@@ -68,8 +71,10 @@ void ChoicesControl::showOptions(const AppSettings& settings)
 {
     for (const auto& option : m_kind.options(settings)) {
         auto* const box = new QCheckBox(option.label, this);
+        box->setAccessibleName(option.label);
+        box->setAccessibleDescription(option.note);
         box->setToolTip(option.note);
-        connect(box, &QCheckBox::clicked, this, &ChoicesControl::choose);
+        connect(box, &QCheckBox::toggled, this, &ChoicesControl::choose);
         m_column->addWidget(box);
         m_options.emplace_back(option.id, box);
     }

@@ -30,7 +30,7 @@ void ConfirmationsPage::showState(const PublishedState& state)
 {
     const auto& settings = state.of<SettingsState>().settings;
     for (const auto& row : m_rows) {
-        row.asks->setChecked(ActionAutonomy::requiresConfirmation(row.actionClass, settings));
+        row.asks->showOn(ActionAutonomy::requiresConfirmation(row.actionClass, settings));
         showSince(row, settings);
     }
 }
@@ -47,7 +47,7 @@ void ConfirmationsPage::addClass(
     auto* const asks = new Switch;
     auto* const row = new FieldRow({ name, scope }, *asks);
     m_rows.push_back({ actionClass, name, scope, asks, row });
-    connect(asks, &QCheckBox::clicked, this,
+    connect(asks, &Switch::switched, this,
         [this, row = m_rows.back()](bool isOn) { setAsks(row, isOn); });
     add(*row);
 }

@@ -141,7 +141,7 @@ QWidget* FoldersPage::line(const AppDataSource& folder)
     words->addWidget(label(folder.rootPath, "detail"));
     auto* const toggle = new Switch;
     toggle->setTheme(m_palette);
-    toggle->setChecked(folder.enabled);
+    toggle->showOn(folder.enabled);
     toggle->setAccessibleName(folder.name);
     auto* const remove = new QToolButton;
     remove->setIcon(Icons::icon(Icons::Name::close, m_palette.text, m_palette.muted));
@@ -150,7 +150,7 @@ QWidget* FoldersPage::line(const AppDataSource& folder)
     row->addLayout(words, 1);
     row->addWidget(toggle);
     row->addWidget(remove);
-    connect(toggle, &QCheckBox::clicked, this,
+    connect(toggle, &Switch::switched, this,
         [this, id = folder.id](bool isOn) { setEnabled(id, isOn); });
     connect(remove, &QToolButton::clicked, this, [this, id = folder.id] { removeFolder(id); });
     return line;

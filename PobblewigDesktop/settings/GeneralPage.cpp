@@ -23,7 +23,7 @@ void GeneralPage::showState(const PublishedState& state)
 {
     CatalogPage::showState(state);
     if (m_startsAtLogin)
-        m_startsAtLogin->setChecked(m_desktop.autostart->isEnabled());
+        m_startsAtLogin->showOn(m_desktop.autostart->isEnabled());
 }
 
 void GeneralPage::setTheme(const Palette& palette)
@@ -37,7 +37,7 @@ void GeneralPage::addAutostart()
 {
     m_startsAtLogin = new Switch;
     m_autostart = new FieldRow({ tr("Start at login") }, *m_startsAtLogin);
-    connect(m_startsAtLogin, &QCheckBox::clicked, this, &GeneralPage::startAtLogin);
+    connect(m_startsAtLogin, &Switch::switched, this, &GeneralPage::startAtLogin);
     add(*m_autostart);
 }
 
@@ -61,7 +61,7 @@ void GeneralPage::addHotKey()
 void GeneralPage::startAtLogin(bool isWanted)
 {
     const auto outcome = m_desktop.autostart->setEnabled(isWanted);
-    m_startsAtLogin->setChecked(m_desktop.autostart->isEnabled());
+    m_startsAtLogin->showOn(m_desktop.autostart->isEnabled());
     m_autostart->setProblem(outcome
             ? QString()
             : tr("This could not be changed: %1").arg(outcome.error().description()));

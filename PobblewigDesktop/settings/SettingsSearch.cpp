@@ -38,7 +38,7 @@ std::optional<int> distance(const Setting& setting, const QString& words)
     const auto wanted = words.split(u' ', Qt::SkipEmptyParts);
     const auto hasAll =
         std::ranges::all_of(wanted, [&](const auto& word) { return all.contains(word, anyCase); });
-    return hasAll && !wanted.isEmpty() ? std::optional(3) : std::nullopt;
+    return hasAll ? std::optional(3) : std::nullopt;
 }
 
 } // namespace
@@ -56,10 +56,13 @@ QStringList SettingsSearch::names()
 
 std::optional<SettingsSearch::Place> SettingsSearch::place(const QString& words)
 {
+    const auto wanted = words.trimmed();
+    if (wanted.isEmpty())
+        return std::nullopt;
     std::optional<std::pair<int, Place>> best;
     for (const auto& setting : SettingCatalog::all()) {
         const auto page = pageOf(setting);
-        const auto found = page.isEmpty() ? std::nullopt : distance(setting, words.trimmed());
+        const auto found = page.isEmpty() ? std::nullopt : distance(setting, wanted);
         if (found && (!best || *found < best->first))
             best = { *found, { page, setting.key.toString() } };
     }

@@ -68,12 +68,12 @@ SwitchControl::SwitchControl(const SwitchSetting& kind)
     , m_switch(new Switch(this))
 {
     line(*this).addWidget(m_switch);
-    connect(m_switch, &QCheckBox::clicked, this, [this](bool isOn) { Q_EMIT changed(isOn); });
+    connect(m_switch, &Switch::switched, this, [this](bool isOn) { Q_EMIT changed(isOn); });
 }
 
 void SwitchControl::show(const AppSettings& settings)
 {
-    m_switch->setChecked(settings.*m_kind.field);
+    m_switch->showOn(settings.*m_kind.field);
 }
 
 void SwitchControl::setTheme(const Palette& palette)

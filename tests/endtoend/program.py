@@ -145,14 +145,17 @@ class Program:
         return place if place.height > 0 else None
 
     def press(self, name):
-        wait_for(lambda: self.is_usable(name), f'the button "{name}"')
-        Atspi.Action.do_action(self.control(name), 0)
+        button = wait_for(lambda: self.usable(name), f'the button "{name}"')
+        Atspi.Action.do_action(button, 0)
 
     def is_usable(self, name):
-        control = self.find(name)
-        states = control.get_state_set() if control else None
-        return states and states.contains(Atspi.StateType.SENSITIVE) and states.contains(
-            Atspi.StateType.SHOWING)
+        return self.usable(name) is not None
+
+    def usable(self, name):
+        """The control of that name that can be pressed now, or nothing."""
+        application = self.application()
+        found = all_below(application, name) if application else ()
+        return next(filter(can_be_pressed, found), None)
 
     def shown(self, name):
         """The text of a label that is on the screen, or nothing."""
@@ -205,7 +208,7 @@ class Program:
 
     def find(self, name):
         application = self.application()
-        return find_below(application, name) if application else None
+        return next(all_below(application, name), None) if application else None
 
     def window_titled(self, title):
         def find():
@@ -251,10 +254,18 @@ def shown_below(node):
         yield from shown_below(child)
 
 
-def find_below(node, name):
+def all_below(node, name):
+    """What has that name, except windows."""
     for child in children(node):
         if child.get_name() == name and child.get_role() != Atspi.Role.FRAME:
-            return child
-        if child.get_role() != Atspi.Role.LIST and (found := find_below(child, name)):
-            return found
-    return None
+            yield child
+        if child.get_role() != Atspi.Role.LIST:
+            yield from all_below(child, name)
+
+
+def can_be_pressed(control):
+    # The label of a field has its name.
+    states = control.get_state_set()
+    return (control.get_role() != Atspi.Role.LABEL
+            and states.contains(Atspi.StateType.SENSITIVE)
+            and states.contains(Atspi.StateType.SHOWING))

@@ -1,0 +1,212 @@
+#include "PobblewigDesktop/settings/SettingsWindow.h"
+
+#include "PobblewigDesktop/settings/SettingsSearch.h"
+#include "desktop/ScriptedParts.h"
+#include "desktop/chat/PanelFixture.h"
+#include "settings/SettingForms.h"
+#include "settings/SharedFolders.h"
+#include "support/ScriptedProvider.h"
+#include "support/TableRow.h"
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QSpinBox>
+
+namespace pobblewig {
+
+namespace {
+
+/// As the desktop keeps it.
+struct ScriptedAutostart : AutostartSwitching {
+    bool isEnabled() const override { return isOn; }
+    tl::expected<void, FileError> setEnabled(bool isEnabled) override
+    {
+        if (isBroken)
+            return tl::unexpected(FileError { u"No space left on device"_s });
+        isOn = isEnabled;
+        return {};
+    }
+
+    bool isOn = false;
+    bool isBroken = false;
+};
+
+} // namespace
+
+class SettingsWindowTest : public QObject {
+    Q_OBJECT
+
+    template <typename Widget>
+    Widget& named(const char* name) const
+    {
+        auto* const widget = PanelFixture::find<Widget>(*m_window, name);
+        if (!widget)
+            qFatal("There is no control of the name %s.", name);
+        return *widget;
+    }
+
+    bool saysAnywhere(const QString& words) const
+    {
+        const auto labels = m_window->findChildren<QLabel*>();
+        return std::ranges::any_of(labels, [&](const QLabel* label) {
+            return label->isVisible() && label->text().contains(words);
+        });
+    }
+
+    const AppSettings& settings() const
+    {
+        return m_coordinator->state().of<SettingsState>().settings;
+    }
+
+    void open(const char* page)
+    {
+        m_window->openPage(QString::fromLatin1(page));
+        QCOMPARE(m_window->currentPage(), QString::fromLatin1(page));
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_scratch.emplace();
+        m_autostart = {};
+        m_coordinator.emplace(scriptedParts(m_scratch->path().path(), m_model));
+        m_window.emplace(*m_coordinator, GeneralPage::Desktop { &m_autostart, nullptr },
+            Calendar { QTimeZone::utc(), QLocale(QStringLiteral("en_GB")) });
+        QObject::connect(&*m_coordinator, &AppCoordinator::stateChanged, &*m_window,
+            [this] { m_window->showState(m_coordinator->state()); });
+        m_window->setTheme(Theme::palette(ColorScheme::light, {}));
+        m_window->showState(m_coordinator->state());
+        m_window->show();
+    }
+    void cleanup()
+    {
+        m_window.reset();
+        m_coordinator.reset();
+    }
+
+    void whatHurtsCanBeTakenBack()
+    {
+        open("privacy");
+        auto& memory = named<QAbstractButton>("Memory");
+        QVERIFY(memory.isChecked());
+        memory.click();
+        QVERIFY(!settings().memoryEnabled && saysAnywhere(u"Memory is now: off"_s));
+        named<QAbstractButton>("Undo").click();
+        QVERIFY(settings().memoryEnabled && memory.isChecked());
+        QTRY_VERIFY(!saysAnywhere(u"Memory is now: off"_s));
+    }
+
+    void everyKindOfControlChangesItsSetting()
+    {
+        open("activity");
+        auto& days = named<QSpinBox>("Activity history kept for");
+        QCOMPARE(days.text(), u"14 days"_s);
+        days.setValue(1);
+        QCOMPARE(days.text(), u"1 day"_s);
+        QCOMPARE(settings().activityRetentionDays, 1);
+        days.setValue(0);
+        QCOMPARE(settings().activityRetentionDays, 1);
+
+        auto& apps = named<QListWidget>("Excluded apps");
+        const auto known = settings().excludedBundleIDs.size();
+        auto& entry = named<QLineEdit>("Another entry");
+        entry.setText(u"  org.example.Diary "_s);
+        QTest::keyClick(&entry, Qt::Key_Return);
+        QCOMPARE(settings().excludedBundleIDs.back(), u"org.example.Diary"_s);
+        QCOMPARE(apps.count(), int(known) + 1);
+
+        open("companion");
+        named<QAbstractButton>("Tutor").click();
+        QVERIFY(settings().roles == std::set { AssistantRole::tutor });
+    }
+
+    void aChangeFromElsewhereIsShownAndWhatIsWrittenStays()
+    {
+        open("activity");
+        auto& entry = named<QLineEdit>("Another entry");
+        entry.setText(u"org.exam"_s);
+        m_coordinator->updateSettings(
+            [](AppSettings& changed) { changed.activityRetentionDays = 30; });
+        QCOMPARE(named<QSpinBox>("Activity history kept for").value(), 30);
+        QCOMPARE(entry.text(), u"org.exam"_s);
+    }
+
+    void anAllowanceSaysSinceWhenAndIsRevoked()
+    {
+        m_coordinator->updateSettings([](AppSettings& changed) {
+            changed.actionConfirmations[u"settings_change"_s] = false;
+            changed.allowedSince[u"settings_change"_s] = TimePoint();
+        });
+        open("confirmations");
+        QVERIFY(saysAnywhere(u"Allowed since Thursday, 1 January 1970"_s));
+        named<QAbstractButton>("Ask before changing a setting").click();
+        QVERIFY(settings().actionConfirmations.at(u"settings_change"_s));
+        QVERIFY(settings().allowedSince.empty() && !saysAnywhere(u"Allowed since"_s));
+    }
+
+    void whatTheDesktopRefusesIsSaidBesideTheField()
+    {
+        auto& start = named<QAbstractButton>("Start at login");
+        start.click();
+        QVERIFY(m_autostart.isOn);
+        m_autostart.isBroken = true;
+        start.click();
+        QVERIFY(start.isChecked() && saysAnywhere(u"This could not be changed: "_s));
+    }
+
+    void settingsAreFoundByTheirWords_data()
+    {
+        columns<QString, QString>("words", "place");
+        row("label", u"memory"_s, "privacy memoryEnabled");
+        row("beginning", u"Excl"_s, "activity excludedBundleIDs");
+        row("part", u"history kept"_s, "activity activityRetentionDays");
+        row("explanation", u"front noticE"_s, "activity pausedIndefinitely");
+        row("another page", u"folders the"_s, "folders appDataSources");
+        row("nothing", u"xyzzy"_s, "");
+        row("no words", u"  "_s, "");
+    }
+    void settingsAreFoundByTheirWords()
+    {
+        QFETCH(QString, words);
+        const auto found = SettingsSearch::place(words);
+        const auto place = found ? found->page + u' ' + found->key : QString();
+        QTEST(place, "place");
+    }
+
+    void whatIsFoundHasTheFocus()
+    {
+        auto& search = named<QLineEdit>("Search settings");
+        search.setText(u"Keep conversations"_s);
+        QTest::keyClick(&search, Qt::Key_Return);
+        QCOMPARE(m_window->currentPage(), u"privacy"_s);
+        QCOMPARE(m_window->focusWidget()->accessibleName(), u"Keep conversations"_s);
+    }
+
+    void aFolderIsSharedOnceAndByAPlainName()
+    {
+        const auto home = QDir::homePath();
+        const auto shared = SharedFolders::with({}, home + u"/Documents/"_s);
+        QVERIFY(shared.has_value());
+        QCOMPARE(shared->front().rootPath, u"~/Documents"_s);
+        QCOMPARE(shared->front().name, u"Documents"_s);
+        QVERIFY(!SharedFolders::with(*shared, home + u"/Documents"_s));
+        QVERIFY(!SharedFolders::with({}, u"/tmp/a\u202Eb"_s));
+        for (const auto& path : { u"/"_s, home, u"/srv/~x~"_s }) {
+            const auto one = SharedFolders::with({}, path);
+            QVERIFY(one && SettingForms::isFolderPath(one->front().rootPath));
+            QVERIFY(!one->front().name.isEmpty() && !one->front().name.contains(u'~'));
+        }
+    }
+
+private:
+    std::optional<ScratchDirectory> m_scratch;
+    ScriptedProvider m_model;
+    ScriptedAutostart m_autostart;
+    std::optional<AppCoordinator> m_coordinator;
+    std::optional<SettingsWindow> m_window;
+};
+
+} // namespace pobblewig
+
+QTEST_MAIN(pobblewig::SettingsWindowTest)
+#include "SettingsWindowTest.moc"
