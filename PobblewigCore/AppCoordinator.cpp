@@ -52,6 +52,12 @@ AppCoordinator::AppCoordinator(Parts parts)
           .wording = m_parts.wording })
     , m_stores(m_room.stores())
     , m_lanes(*m_parts.keychain, m_market)
+    , m_modelDesk({ .http = *m_parts.http,
+          .keychain = *m_parts.keychain,
+          .lanes = m_lanes,
+          .environment = m_parts.environment,
+          .environmentFile = m_parts.environmentFile,
+          .moment = m_parts.moment })
     , m_models(models(m_parts, m_lanes))
     , m_toolExecutor({}, m_parts.moment.clock)
     , m_keySafety(m_parts.environmentFile)

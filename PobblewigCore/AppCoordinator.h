@@ -14,6 +14,7 @@
 #include "tools/MemoryToolExecutor.h"
 #include "wire/KeySafetyFeature.h"
 #include "wire/LaneProviders.h"
+#include "wire/ModelDesk.h"
 
 #include <QObject>
 #include <QTimer>
@@ -79,6 +80,7 @@ public:
     ModeSwitch& modes() { return m_settings.modes(); }
     ProposalDesk& proposalDesk() { return m_proposals.desk(); }
     MemoryToolExecutor& toolExecutor() { return m_toolExecutor; }
+    ModelDesk& modelDesk() { return m_modelDesk; }
 
     const PublishedState& state() const { return m_state; }
     const UsageCounter::Snapshot& usage() const { return m_stores.usage.snapshot(); }
@@ -126,6 +128,7 @@ private:
     StoreRoom m_room;
     Stores m_stores;
     ModelLanes m_lanes;
+    ModelDesk m_modelDesk;
     std::unique_ptr<ModelProviding> m_models;
     MemoryToolExecutor m_toolExecutor;
 

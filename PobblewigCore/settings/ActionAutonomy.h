@@ -24,4 +24,10 @@ inline constexpr std::array<QStringView, 4> alwaysConfirm {
 bool requiresConfirmation(QStringView actionClass, const AppSettings& settings);
 bool requiresConfirmation(QStringView actionClass, const std::map<QString, bool>& confirmations);
 
+/// Lets a class of actions ask, or allows it without a question from now on.
+void setAsks(AppSettings& settings, const QString& actionClass, bool asks, TimePoint now);
+
+/// Since when it does not ask, if that is known.
+std::optional<TimePoint> allowedSince(const AppSettings& settings, const QString& actionClass);
+
 } // namespace pobblewig::ActionAutonomy

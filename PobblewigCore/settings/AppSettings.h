@@ -53,7 +53,7 @@ struct AppSettings {
     /// Whether the user is asked first, by class of action.
     std::map<QString, bool> actionConfirmations;
     /// Since when the user is not asked, by class of action, as far as that is known.
-    std::map<QString, TimePoint> allowedSince;
+    std::optional<std::map<QString, TimePoint>> allowedSince;
     /// The name of a `ThemePreference`.
     QString themePreference = QStringLiteral("system");
     QString accentChoice = QStringLiteral("coral");
@@ -107,7 +107,7 @@ constexpr auto AppSettings::jsonFields()
         defaulted("dailyBriefingEnabled", &S::dailyBriefingEnabled),
         optional("lastDailyBriefingDayKey", &S::lastDailyBriefingDayKey),
         defaulted("actionConfirmations", &S::actionConfirmations),
-        defaulted("allowedSince", &S::allowedSince),
+        optional("allowedSince", &S::allowedSince),
         defaulted("themePreference", &S::themePreference),
         defaulted("accentChoice", &S::accentChoice),
         defaulted("memoryEnabled", &S::memoryEnabled),

@@ -42,17 +42,15 @@ std::vector<QString> SettingsStore::allowances() const
 
 void SettingsStore::allow(const QString& actionClass, TimePoint now)
 {
-    update([&](AppSettings& settings) {
-        settings.actionConfirmations[actionClass] = false;
-        settings.allowedSince[actionClass] = now;
-    });
+    update(
+        [&](AppSettings& settings) { ActionAutonomy::setAsks(settings, actionClass, false, now); });
 }
 
 void SettingsStore::revokeAllowance(const QString& actionClass)
 {
     update([&](AppSettings& settings) {
+        ActionAutonomy::setAsks(settings, actionClass, true, {});
         settings.actionConfirmations.erase(actionClass);
-        settings.allowedSince.erase(actionClass);
     });
 }
 

@@ -50,6 +50,7 @@ ChatHeader::ChatHeader(QWidget* parent)
     m_model->setAccessibleName(tr("Model"));
     m_model->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_model->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_model->setCursor(Qt::PointingHandCursor);
     m_model->installEventFilter(this);
 
     auto* const words = new QVBoxLayout;
@@ -130,6 +131,8 @@ bool ChatHeader::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Resize || event->type() == QEvent::FontChange)
         showModelLabel();
+    if (event->type() == QEvent::MouseButtonRelease)
+        Q_EMIT linkRequested(QStringLiteral("pobblewig:settings/models"));
     return QFrame::eventFilter(watched, event);
 }
 

@@ -30,6 +30,7 @@ enum class Name {
     face,
     shield,
     folder,
+    chip,
     info,
     /// In a grey that is seen on both themes.
     arrowUp,

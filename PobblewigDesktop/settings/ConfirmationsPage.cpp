@@ -56,20 +56,15 @@ void ConfirmationsPage::setAsks(const Row& row, bool asks)
 {
     const auto done = asks ? tr("It asks again.") : tr("It no longer asks.");
     m_editor.change(done, [&](AppSettings& settings) {
-        settings.actionConfirmations[row.actionClass] = asks;
-        settings.allowedSince.erase(row.actionClass);
-        if (!asks)
-            settings.allowedSince[row.actionClass] = systemNow();
+        ActionAutonomy::setAsks(settings, row.actionClass, asks, systemNow());
     });
 }
 
 void ConfirmationsPage::showSince(const Row& row, const AppSettings& settings)
 {
-    const auto since = settings.allowedSince.find(row.actionClass);
-    const auto isAllowed = since != settings.allowedSince.end() && !row.asks->isChecked();
-    row.row->setExplanation(isAllowed
-            ? tr("%1 Allowed since %2.").arg(row.scope, m_calendar.moment(since->second))
-            : row.scope);
+    const auto since = ActionAutonomy::allowedSince(settings, row.actionClass);
+    row.row->setExplanation(
+        since ? tr("%1 Allowed since %2.").arg(row.scope, m_calendar.moment(*since)) : row.scope);
 }
 
 } // namespace pobblewig

@@ -3,6 +3,7 @@
 #include "PobblewigDesktop/settings/AboutPage.h"
 #include "PobblewigDesktop/settings/ConfirmationsPage.h"
 #include "PobblewigDesktop/settings/FoldersPage.h"
+#include "PobblewigDesktop/settings/ModelsPage.h"
 #include "PobblewigDesktop/settings/SettingsSearch.h"
 
 #include <QCompleter>
@@ -48,6 +49,8 @@ PageEntries entries(
                 return std::make_unique<GeneralPage>(settingsOf(Kind::general), from, desktop);
             } },
         catalogPage(QStringLiteral("companion"), face, Kind::companion, from),
+        { QStringLiteral("models"), SettingsWindow::tr("Models"), chip,
+            [&from] { return std::make_unique<ModelsPage>(from.modelDesk()); } },
         catalogPage(QStringLiteral("activity"), clock, Kind::activity, from),
         catalogPage(QStringLiteral("privacy"), shield, Kind::memoryAndPrivacy, from),
         { QStringLiteral("confirmations"), SettingsWindow::tr("Confirmations"), check,

@@ -3,6 +3,7 @@
 #include "PobblewigDesktop/settings/SettingsSearch.h"
 #include "desktop/ScriptedParts.h"
 #include "desktop/chat/PanelFixture.h"
+#include "settings/ActionAutonomy.h"
 #include "settings/SettingForms.h"
 #include "settings/SharedFolders.h"
 #include "support/ScriptedProvider.h"
@@ -134,14 +135,13 @@ private Q_SLOTS:
     void anAllowanceSaysSinceWhenAndIsRevoked()
     {
         m_coordinator->updateSettings([](AppSettings& changed) {
-            changed.actionConfirmations[u"settings_change"_s] = false;
-            changed.allowedSince[u"settings_change"_s] = TimePoint();
+            ActionAutonomy::setAsks(changed, u"settings_change"_s, false, TimePoint());
         });
         open("confirmations");
         QVERIFY(saysAnywhere(u"Allowed since Thursday, 1 January 1970"_s));
         named<QAbstractButton>("Ask before changing a setting").click();
         QVERIFY(settings().actionConfirmations.at(u"settings_change"_s));
-        QVERIFY(settings().allowedSince.empty() && !saysAnywhere(u"Allowed since"_s));
+        QVERIFY(!settings().allowedSince && !saysAnywhere(u"Allowed since"_s));
     }
 
     void whatTheDesktopRefusesIsSaidBesideTheField()
