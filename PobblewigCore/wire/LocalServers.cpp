@@ -36,6 +36,7 @@ std::vector<QString> LocalServers::usualAddresses()
 Task<std::vector<Server>> LocalServers::find(HTTPClient* http, std::vector<QString> addresses)
 {
     std::vector<Task<Server>> questions;
+    questions.reserve(addresses.size());
     for (const auto& address : addresses)
         questions.push_back(asked(http, address));
     std::vector<Server> servers;

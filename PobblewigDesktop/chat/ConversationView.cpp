@@ -74,7 +74,7 @@ ConversationView::ConversationView(ConversationModel& model, QWidget* parent)
 
 QString ConversationView::textToCopy() const
 {
-    const auto selected = m_texts.selected();
+    auto selected = m_texts.selected();
     if (!selected.isEmpty() || !currentIndex().isValid())
         return selected;
     return shownText(m_model.row(currentIndex().row()));

@@ -26,7 +26,6 @@ namespace {
 constexpr TimePoint now { std::chrono::seconds(1772352900) };
 constexpr int turns = 30;
 constexpr int turnsWhileClosing = 10;
-constexpr size_t keptMessages = 30;
 /// Longer than all else takes, and shorter than the patience with a server that hangs.
 constexpr int longestWait = 60'000;
 
@@ -178,8 +177,7 @@ public:
         const auto archived =
             JSONFileStore(directory, archives[0]).load<std::vector<ChatMessage>>();
         const auto& goesOn = m_coordinator.chat().messages();
-        return archived && archived->size() == keptMessages
-            && archived->front().text == QStringLiteral("Question %1").arg(turns - 15)
+        return archived && archived->size() == 2 * turns && archived->front().text == u"Question 0"
             && goesOn.size() == 2 * turnsWhileClosing && goesOn.front().text == u"More 0";
     }
 

@@ -10,7 +10,7 @@ TermFiles TermFiles::read(const QDir& directory)
 {
     TermFiles files;
     files.directory = directory;
-    files.history = files.load<std::vector<ChatMessage>>(QStringLiteral("chat.json"));
+    files.history = files.load<std::vector<ChatMessage>>(QStringLiteral("transcript.json"));
     files.sessions = files.load<std::vector<DailySession>>(QStringLiteral("sessions.json"));
     files.periods = files.load<std::vector<PeriodSummary>>(QStringLiteral("summaries.json"));
     files.observations =

@@ -1,12 +1,8 @@
 #include "TermLedger.h"
 
+#include <utility>
+
 namespace pobblewig {
-
-namespace {
-
-constexpr qsizetype mostMessages = 30;
-
-}
 
 TermLedger::TermLedger(const QString& path)
     : m_file(path)
@@ -96,12 +92,7 @@ void TermRecord::takeEnd(const QStringList& messages)
     // After a crash the same end comes again.
     if (m_current.isEmpty() && messages == m_ended)
         return;
-    m_ended = m_current.mid(std::max(m_current.size() - mostMessages, qsizetype(0)));
-    for (const auto& message : m_current) {
-        if (!m_ended.contains(message))
-            trimmed.emplace(message);
-    }
-    m_current.clear();
+    m_ended = std::exchange(m_current, {});
     if (messages != m_ended)
         faults.append(QStringLiteral("%1 messages stood where a session ended, not %2")
                           .arg(messages.size())

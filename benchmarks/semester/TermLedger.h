@@ -47,8 +47,6 @@ struct TermRecord {
     static TermRecord read(const QString& path);
 
     std::vector<QUuid> said;
-    /// Of those, what the conversation let go of because it had grown too long.
-    std::set<QUuid> trimmed;
     std::map<QUuid, QString> dayKeys;
     std::set<QString> librarianCallsWhileOff;
     std::set<QString> killed;
