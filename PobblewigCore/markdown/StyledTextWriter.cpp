@@ -61,6 +61,7 @@ StyledText StyledTextWriter::take()
 
 void StyledTextWriter::enter(MD_BLOCKTYPE type, const void* detail)
 {
+    forgetSpans();
     switch (type) {
     case MD_BLOCK_QUOTE:
         endBlock();
@@ -113,6 +114,7 @@ void StyledTextWriter::enter(MD_BLOCKTYPE type, const void* detail)
 
 void StyledTextWriter::leave(MD_BLOCKTYPE type)
 {
+    forgetSpans();
     if (type == MD_BLOCK_LI)
         writeMarkerAlone();
     endBlock();
@@ -120,9 +122,14 @@ void StyledTextWriter::leave(MD_BLOCKTYPE type)
         --m_quotes;
     else if (type == MD_BLOCK_UL || type == MD_BLOCK_OL)
         m_lists.pop_back();
-    if (type == MD_BLOCK_TH && !m_looks.empty())
-        m_looks.pop_back();
     m_gap = type == MD_BLOCK_H ? Gap::narrow : Gap::wide;
+}
+
+/// No span goes beyond its block, but the parser does not end an address that a cell cuts off.
+void StyledTextWriter::forgetSpans()
+{
+    m_looks.clear();
+    m_links.clear();
 }
 
 void StyledTextWriter::enter(MD_SPANTYPE type, const void* detail)
@@ -137,7 +144,7 @@ void StyledTextWriter::enter(MD_SPANTYPE type, const void* detail)
 
 void StyledTextWriter::leave(MD_SPANTYPE type)
 {
-    if (type == MD_SPAN_A || type == MD_SPAN_IMG)
+    if ((type == MD_SPAN_A || type == MD_SPAN_IMG) && !m_links.empty())
         endLink();
     if (!m_looks.empty())
         m_looks.pop_back();

@@ -37,6 +37,7 @@ private:
     void beginBlock(StyledText::Block block);
     void endBlock();
     void writeMarkerAlone();
+    void forgetSpans();
     void append(const QString& text, unsigned looks);
     void endLink();
     unsigned looks() const;

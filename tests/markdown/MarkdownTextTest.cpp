@@ -86,6 +86,8 @@ private Q_SLOTS:
         row("code", u"```py x\na\n\n  b\n```"_s, u"code(py)[a//  b]"_s);
         row("code as it is", u"```\n[a]: b\n-|-\n🏳️‍🌈\n```"_s,
             u"code()[[a]: b/-|-/🏳\u200D🌈]"_s);
+        row("an address that a cell cuts off", u"http://.o|\n-|\nb\n\n```\nE"_s,
+            u"cell0.0[{2:http://.o}] cell1.0[b] code()[E]"_s);
         row("code that is empty", u"a\n```\n```\nb"_s, u"p[a] code()[] p[b]"_s);
         row("code without an end", u"~~~\na"_s, u"code()[a]"_s);
         row("table", u"|a|*b*|\n|-|:-:|\n|c|"_s,
