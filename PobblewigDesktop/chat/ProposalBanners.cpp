@@ -240,7 +240,10 @@ void ProposalBanners::fold()
 void ProposalBanners::toggleFold()
 {
     m_isUnfolded = !m_isUnfolded;
+    // Whoever wants to see them reads from the first on.
+    m_isArriving = false;
     fold();
+    verticalScrollBar()->setValue(0);
 }
 
 void ProposalBanners::dismissAll()
