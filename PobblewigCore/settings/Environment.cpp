@@ -11,8 +11,6 @@ namespace pobblewig {
 
 namespace {
 
-constexpr qint64 largestFile = 64 * 1024;
-
 bool isLetter(QChar c)
 {
     return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') || c == u'_';

@@ -21,10 +21,13 @@ Environment currentEnvironment(const QString& file);
 /// is not started from a shell.
 namespace EnvironmentFile {
 
+/// In bytes. What is larger is not read.
+inline constexpr qint64 largestFile = 64 * 1024;
+
 /// "environment" in the program's configuration directory.
 QString defaultPath();
 
-/// Returns nothing for a file that is missing, unreadable or larger than 64 KiB.
+/// Returns nothing for a file that is missing, unreadable or too large.
 Environment read(const QString& path);
 
 /// Reads lines of the form NAME=VALUE. A quoted value can span lines. A backslash escapes the next

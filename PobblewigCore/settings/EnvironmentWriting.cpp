@@ -56,6 +56,9 @@ tl::expected<void, FileError> EnvironmentWriting::write(
 {
     QFile file(path);
     const auto isNew = !file.exists();
+    if (!isNew && (!QFileInfo(path).isFile() || file.size() > EnvironmentFile::largestFile))
+        return tl::unexpected(
+            FileError { Texts::tr("%1 is no file that Pobblewig reads").arg(path) });
     if (!isNew && !file.open(QIODevice::ReadOnly))
         return tl::unexpected(FileError { file.errorString() });
     const auto text = changed(QString::fromUtf8(file.readAll()), values);

@@ -136,7 +136,10 @@ void ChatPanel::setNotice(const QString& text)
 void ChatPanel::setProposals(const std::vector<RuleProposal>& proposals,
     const AppSettings& settings, const std::vector<AnsweredProposal>& answered)
 {
-    m_feed->setCards(ProposalCardLogic::cards(proposals, answered, settings, m_calendar));
+    // The state is shown often, and making the cards' words takes a while.
+    ProposalCardLogic::Source source { proposals, answered, settings };
+    if (std::exchange(m_cardSource, source) != source)
+        m_feed->setCards(ProposalCardLogic::cards(source, m_calendar));
     m_proposals->setProposals(proposals, settings, m_calendar);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "PobblewigDesktop/chat/ProposalCardLogic.h"
 #include "PobblewigDesktop/controls/DropContents.h"
 #include "PobblewigDesktop/controls/Theme.h"
 #include "conversation/ChatService.h"
@@ -130,6 +131,8 @@ private:
     ThinkingRow* m_thinking;
     KeyboardSheet* m_keys;
     MessageComposer* m_composer;
+    /// What the conversation's cards have been made from.
+    ProposalCardLogic::Source m_cardSource;
     /// What stands in the column of the messages.
     QList<QLayout*> m_inColumn;
 };

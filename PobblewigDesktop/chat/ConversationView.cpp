@@ -203,7 +203,7 @@ void ConversationView::keyPressEvent(QKeyEvent* event)
     if (event->matches(QKeySequence::Copy))
         copy();
     else if (event->matches(QKeySequence::SelectAll) && currentIndex().isValid())
-        showSelected([this] { m_texts.selectAllOf(currentIndex()); });
+        selectCurrent();
     else if (const auto found = scrolling.find(event->key()); found != scrolling.end())
         verticalScrollBar()->triggerAction(found->second);
     else if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)
@@ -270,18 +270,19 @@ void ConversationView::mouseDoubleClickEvent(QMouseEvent* event)
 {
     const auto point = event->position().toPoint();
     if (const auto index = m_hits.messageAt(point); index.isValid())
-        showSelected([&] { m_texts.selectWordAt(m_hits.placeIn(index, point)); });
+        m_texts.selectWordAt(m_hits.placeIn(index, point));
+    viewport()->update();
+}
+
+void ConversationView::selectCurrent()
+{
+    m_texts.selectAllOf(currentIndex());
+    viewport()->update();
 }
 
 void ConversationView::selectTo(const QModelIndex& row, const QPoint& point)
 {
-    showSelected([&] { m_texts.select(m_selectionOrigin, m_hits.placeIn(row, point)); });
-}
-
-template <typename Selecting>
-void ConversationView::showSelected(const Selecting& selecting)
-{
-    selecting();
+    m_texts.select(m_selectionOrigin, m_hits.placeIn(row, point));
     viewport()->update();
 }
 

@@ -80,9 +80,8 @@ private:
     void keepPlace();
     void restorePlace();
     int topOf(const QModelIndex& index, qsizetype position) const;
+    void selectCurrent();
     void selectTo(const QModelIndex& row, const QPoint& point);
-    template <typename Selecting>
-    void showSelected(const Selecting& selecting);
     void showCursor(const QPoint& point);
     template <typename Actions>
     void connectActions(const Actions& actions);

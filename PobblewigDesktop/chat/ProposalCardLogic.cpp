@@ -23,15 +23,13 @@ Outcome outcome(const RuleProposal& proposal)
 
 } // namespace
 
-ProposalCards ProposalCardLogic::cards(const std::vector<RuleProposal>& pending,
-    const std::vector<AnsweredProposal>& answered, const AppSettings& settings,
-    const Calendar& calendar)
+ProposalCards ProposalCardLogic::cards(const Source& source, const Calendar& calendar)
 {
     ProposalCards cards;
-    for (const auto& proposal : pending)
+    for (const auto& proposal : source.pending)
         cards[proposal.id] = { .proposalId = proposal.proposalId };
-    for (const auto& [proposal, canBeUndone] : answered) {
-        const auto lines = ProposalTexts::outcome(proposal, settings, calendar);
+    for (const auto& [proposal, canBeUndone] : source.answered) {
+        const auto lines = ProposalTexts::outcome(proposal, source.settings, calendar);
         const auto settledAt = proposal.settledAt.value_or(proposal.createdAt);
         cards[proposal.id] = { .proposalId = proposal.proposalId,
             .outcome = outcome(proposal),

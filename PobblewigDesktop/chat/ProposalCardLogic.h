@@ -10,9 +10,16 @@
 /// How the conversation tells of proposals.
 namespace pobblewig::ProposalCardLogic {
 
-ProposalCards cards(const std::vector<RuleProposal>& pending,
-    const std::vector<AnsweredProposal>& answered, const AppSettings& settings,
-    const Calendar& calendar);
+/// What the cards are made from.
+struct Source {
+    std::vector<RuleProposal> pending;
+    std::vector<AnsweredProposal> answered;
+    AppSettings settings;
+
+    bool operator==(const Source&) const = default;
+};
+
+ProposalCards cards(const Source& source, const Calendar& calendar);
 
 /// "Done", "Dismissed" or "Undone".
 QString name(ProposalCard::Outcome outcome);

@@ -18,21 +18,10 @@ using namespace std::chrono_literals;
 
 constexpr QRect room(0, 0, 400, 160);
 
-/// A desktop on which nothing else happens.
-class QuietDesktop : public BuddyWindowSystem {
-public:
-    void accompanyUser(WindowID) override { }
-    void setShape(WindowID, const BuddyShape&) override { }
-    bool canBlend() const override { return true; }
-    bool isCovered(WindowID) override { return false; }
-    void watchFullScreen(std::function<void()>) override { }
-    bool isFullScreenInFront(const QRect&) override { return false; }
-};
-
 WindowScene bubble(const char* name, const QString& text, const QRect& buddy)
 {
     return { QString::fromUtf8(name), [=](ColorScheme scheme) {
-                QuietDesktop desktop;
+                UnavailableBuddyWindowSystem desktop;
                 BubbleWindow bubble(desktop);
                 bubble.setTheme(Theme::palette(scheme, QStringLiteral("coral")));
                 bubble.setText(text);

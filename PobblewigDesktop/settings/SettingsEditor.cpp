@@ -24,13 +24,12 @@ SettingsEditor::SettingsEditor(AppCoordinator& coordinator, QObject* parent)
 
 std::optional<QString> SettingsEditor::write(const Setting& setting, const JSONValue& value)
 {
-    const auto before = m_coordinator.state().of<SettingsState>().settings;
-    auto after = before;
-    if (!SettingsWriteLogic::write(setting, value, after))
+    auto tried = m_coordinator.state().of<SettingsState>().settings;
+    if (!SettingsWriteLogic::write(setting, value, tried))
         return SettingTexts::refusal(setting);
-    if (after == before)
-        return std::nullopt;
-    apply(after);
+    const auto [before, after] = apply([&](AppSettings& settings) {
+        std::ignore = SettingsWriteLogic::write(setting, value, settings);
+    });
     if (hurts(setting))
         offerUndo(tr("%1 is now: %2")
                       .arg(SettingTexts::label(setting), SettingTexts::value(setting, after)),
@@ -40,23 +39,27 @@ std::optional<QString> SettingsEditor::write(const Setting& setting, const JSONV
 
 void SettingsEditor::change(const QString& done, const std::function<void(AppSettings&)>& change)
 {
-    const auto before = m_coordinator.state().of<SettingsState>().settings;
-    auto after = before;
-    change(after);
-    if (after == before)
-        return;
-    apply(after);
+    const auto [before, after] = apply(change);
     offerUndo(done, before, after);
 }
 
-void SettingsEditor::apply(const AppSettings& after)
+std::pair<AppSettings, AppSettings> SettingsEditor::apply(
+    const std::function<void(AppSettings&)>& change)
 {
-    m_coordinator.updateSettings([&](AppSettings& settings) { settings = after; });
+    std::pair<AppSettings, AppSettings> both;
+    m_coordinator.updateSettings([&](AppSettings& settings) {
+        both.first = settings;
+        change(settings);
+        both.second = settings;
+    });
+    return both;
 }
 
 void SettingsEditor::offerUndo(
     const QString& done, const AppSettings& before, const AppSettings& after)
 {
+    if (after == before)
+        return;
     const auto replaced = SettingsDifference::replaced(before, after);
     Q_EMIT undoOffered(done, [coordinator = &m_coordinator, replaced] {
         coordinator->updateSettings([&](AppSettings& settings) {

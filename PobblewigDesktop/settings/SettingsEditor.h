@@ -29,7 +29,8 @@ Q_SIGNALS:
     void undoOffered(const QString& done, const std::function<void()>& undo);
 
 private:
-    void apply(const AppSettings& after);
+    /// Returns the settings before and after.
+    std::pair<AppSettings, AppSettings> apply(const std::function<void(AppSettings&)>& change);
     void offerUndo(const QString& done, const AppSettings& before, const AppSettings& after);
 
     AppCoordinator& m_coordinator;
