@@ -39,6 +39,21 @@ void ActivityDesk::deleteActivityHistory()
     m.changed();
 }
 
+void ActivityDesk::deleteActivity(TimePoint from, TimePoint to)
+{
+    m.activity.deleteBetween(from, to, m.moment.now());
+    m.changed();
+}
+
+std::vector<ActivitySession> ActivityDesk::sessions() const
+{
+    std::vector<ActivitySession> sessions;
+    if (const auto& open = m.activity.currentSession())
+        sessions.push_back(*open);
+    std::ranges::copy(m.activity.history(), std::back_inserter(sessions));
+    return sessions;
+}
+
 QString ActivityDesk::activitySummary(TimePoint from, TimePoint to) const
 {
     return ActivitySummaryLogic::activitySummary(m.activity.history(), from, to);

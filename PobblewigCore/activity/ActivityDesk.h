@@ -27,6 +27,14 @@ public:
     void setRuleEnabled(const QUuid& id, bool enabled);
     void deleteActivityHistory();
 
+    /// Deletes what was recorded between the times, such as a day.
+    void deleteActivity(TimePoint from, TimePoint to);
+
+    /// Every session, newest first. The open one ends now.
+    std::vector<ActivitySession> sessions() const;
+    TimePoint now() const { return m.moment.now(); }
+    Calendar calendar() const { return m.moment.calendar(); }
+
     /// For example "Firefox 82 min; Writer 9 min"; empty for a time without sessions.
     QString activitySummary(TimePoint from, TimePoint to) const;
 

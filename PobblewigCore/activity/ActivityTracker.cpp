@@ -1,5 +1,7 @@
 #include "activity/ActivityTracker.h"
 
+#include "activity/ActivityDayLogic.h"
+
 #include <QHash>
 
 #include <algorithm>
@@ -92,6 +94,14 @@ void ActivityTracker::deleteHistory()
 {
     m_history.clear();
     m_currentSession.reset();
+    m_file.save(m_history);
+}
+
+void ActivityTracker::deleteBetween(TimePoint from, TimePoint to, TimePoint now)
+{
+    if (m_currentSession)
+        closeSession(now);
+    m_history = ActivityDayLogic::without(std::move(m_history), from, to);
     m_file.save(m_history);
 }
 

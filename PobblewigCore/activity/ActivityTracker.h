@@ -46,6 +46,9 @@ public:
     /// Deletes everything, including the open session.
     void deleteHistory();
 
+    /// Deletes what lies between the times. The open session is closed for it.
+    void deleteBetween(TimePoint from, TimePoint to, TimePoint now);
+
 private:
     void readAgain();
     void closeSession(TimePoint now);

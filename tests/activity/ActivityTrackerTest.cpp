@@ -1,6 +1,7 @@
 #include "activity/ActivityTracker.h"
 
 #include "ScriptedFrontmostApp.h"
+#include "activity/ActivityDayLogic.h"
 #include "activity/ActivitySummaryLogic.h"
 #include "activity/DiscreetFrontmostAppProvider.h"
 #include "support/FakeKeychain.h"
@@ -132,6 +133,64 @@ private Q_SLOTS:
         const std::map<AppCategory, double> expected { { AppCategory::browsing, 6 },
             { AppCategory::other, 7200 } };
         QVERIFY(tracker.categoryDurations(midnight + 1h, kiritimati) == expected);
+    }
+
+    void aSpanIsDeletedAndWhatReachesBeyondItIsCut_data()
+    {
+        columns<int, int, QStringList>("from", "to", "left");
+        row("before", 0, 100, QStringList { u"0-100"_s });
+        row("after", 200, 300, QStringList { u"200-300"_s });
+        row("within", 110, 190, QStringList {});
+        row("the same", 100, 200, QStringList {});
+        row("reaches in", 50, 150, QStringList { u"50-100"_s });
+        row("reaches out", 150, 250, QStringList { u"200-250"_s });
+        row("around it", 50, 250, QStringList { u"200-250"_s, u"50-100"_s });
+    }
+    void aSpanIsDeletedAndWhatReachesBeyondItIsCut()
+    {
+        QFETCH(int, from);
+        QFETCH(int, to);
+        ActivityTracker tracker(m_desktop, *m_scratch);
+        tracker.poll(start + std::chrono::seconds(from));
+        tracker.deleteBetween(start + 100s, start + 200s, start + std::chrono::seconds(to));
+        QVERIFY(!tracker.currentSession());
+        QStringList left;
+        std::set<QUuid> ids;
+        for (const auto& session : tracker.history()) {
+            const auto begins = std::chrono::duration<double>(session.startedAt - start).count();
+            const auto ends = std::chrono::duration<double>(*session.endedAt - start).count();
+            QCOMPARE(session.durationSeconds, ends - begins);
+            ids.insert(session.id);
+            left.append(u"%1-%2"_s.arg(begins).arg(ends));
+        }
+        QTEST(left, "left");
+        QCOMPARE(ids.size(), tracker.history().size());
+        QVERIFY(ActivityTracker(m_desktop, *m_scratch).history() == tracker.history());
+    }
+
+    void aDayShowsWhatLiesBetweenItsMidnights()
+    {
+        const Calendar berlin { QTimeZone("Europe/Berlin"), QLocale(u"de_DE"_s) };
+        const QDate springForward(2026, 3, 29);
+        const TimePoint midnight(1774738800s);
+        const std::vector sessions { closed(u"late"_s, midnight + 22h + 59min, 120),
+            closed(u"kate"_s, midnight + 1h, 60), closed(u"early"_s, midnight - 30s, 90),
+            closed(u"next day"_s, midnight + 23h, 60) };
+        const auto day = ActivityDayLogic::day(sessions, springForward, berlin);
+        QCOMPARE(day.end - day.start, 23h);
+        const std::vector<ActivitySpan> expected { { u"early"_s, AppCategory::other, midnight,
+                                                       midnight + 60s },
+            { u"kate"_s, AppCategory::development, midnight + 1h, midnight + 1h + 60s },
+            { u"late"_s, AppCategory::other, day.end - 60s, day.end } };
+        QVERIFY(day.spans == expected);
+        const auto week = ActivityDayLogic::week(sessions, springForward, berlin);
+        QCOMPARE(week.front().day, QDate(2026, 3, 23));
+        QVERIFY(week.size() == 7 && week.back() == day);
+        const std::map<AppCategory, double> categories { { AppCategory::development, 60 },
+            { AppCategory::other, 150 } };
+        QVERIFY(ActivityDayLogic::categories(week) == categories);
+        QCOMPARE(ActivityDayLogic::applications(week).size(), 3u);
+        QCOMPARE(ActivityDayLogic::applications(week).back().seconds, 60.0);
     }
 
     void whatIsNeverWatchedReachesNoFile()
