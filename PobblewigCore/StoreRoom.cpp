@@ -32,7 +32,7 @@ StoreRoom::StoreRoom(Parts parts)
     , m_settings(m_directory, parts.keychain, parts.defaultCanvasBaseURL)
     , m_memory(m_directory, m_moment.calendar, parts.wording)
     , m_history(m_directory)
-    , m_usage(m_directory)
+    , m_usage(m_directory, [this] { return m_moment.calendar().day(m_moment.now()); })
     , m_rules(m_directory)
     , m_proposals(m_directory, m_moment.clock)
 {

@@ -2,11 +2,16 @@
 
 #include "foundation/JSONFileStore.h"
 
+#include <QDate>
+
+#include <functional>
 #include <optional>
+#include <vector>
 
 namespace pobblewig {
 
-/// All-time totals of tokens and model calls, kept in "usage.json".
+/// Tokens and model calls: all-time totals, kept in "usage.json", and the latest days, kept in
+/// "usage_days.json".
 class UsageCounter {
 public:
     struct Snapshot {
@@ -39,9 +44,31 @@ public:
         }
     };
 
-    explicit UsageCounter(const std::optional<DataDirectory>& directory);
+    /// What was used on one day.
+    struct Day {
+        /// Such as "2026-03-01".
+        QString day;
+        Snapshot usage;
+
+        bool operator==(const Day&) const = default;
+
+        static constexpr auto jsonFields()
+        {
+            using namespace json;
+            return std::tuple { required("day", &Day::day), required("usage", &Day::usage) };
+        }
+    };
+
+    static constexpr size_t mostDays = 400;
+
+    /// `today` gives the user's day. Without it no days are recorded.
+    explicit UsageCounter(
+        const std::optional<DataDirectory>& directory, std::function<QDate()> today = {});
 
     const Snapshot& snapshot() const { return m_snapshot; }
+
+    /// The latest days with any use, oldest first.
+    const std::vector<Day>& days() const { return m_days; }
 
     void addMainUsage(int prompt, int completion);
     void addLibrarianUsage(int prompt, int completion);
@@ -52,10 +79,15 @@ public:
     void readAgain();
 
 private:
+    void add(const std::function<void(Snapshot&)>& use);
+    Day& thisDay();
     void save() const;
 
+    std::function<QDate()> m_today;
     std::optional<JSONFileStore> m_file;
+    std::optional<JSONFileStore> m_daysFile;
     Snapshot m_snapshot;
+    std::vector<Day> m_days;
 };
 
 } // namespace pobblewig

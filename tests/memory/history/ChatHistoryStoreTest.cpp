@@ -152,6 +152,28 @@ private Q_SLOTS:
         QVERIFY(UsageCounter(*m_scratch).snapshot() == expected);
     }
 
+    void usageIsKeptByDayForTheLatestDays()
+    {
+        QDate today(2026, 3, 1);
+        std::vector<UsageCounter::Day> full;
+        for (int number = int(UsageCounter::mostDays); number > 0; --number)
+            full.push_back({ .day = today.addDays(-number).toString(Qt::ISODate) });
+        QVERIFY(JSONFileStore(*m_scratch, u"usage_days.json"_s).save(full));
+        UsageCounter counter(*m_scratch, [&] { return today; });
+        counter.addVisionUsage(10, 1);
+        counter.addLibrarianUsage(399, 2);
+        today = today.addDays(-1);
+        counter.addMainUsage(1, 0);
+        const UsageCounter kept(*m_scratch);
+        QVERIFY(kept.days() == counter.days());
+        QCOMPARE(kept.days().size(), UsageCounter::mostDays);
+        QCOMPARE(kept.days().front().day, full[1].day);
+        QCOMPARE(kept.days()[UsageCounter::mostDays - 2].usage.mainPromptTokens, 1);
+        const UsageCounter::Snapshot last { 0, 0, 399, 2, 10, 1, 0, 1, 1, 0 };
+        QVERIFY(kept.days().back().usage == last);
+        QCOMPARE(kept.snapshot().mainPromptTokens, 1);
+    }
+
 private:
     static Messages messages(int from, int to)
     {
