@@ -8,4 +8,10 @@ namespace pobblewig::MemoryExport {
 /// contents of the reference memory, and the newest 200 observations.
 QString text(const MemoryTiers& memory, TimePoint now);
 
+/// All that is remembered, under headings, with days in the user's words.
+QByteArray markdown(const MemoryTiers& memory, const Calendar& calendar);
+
+/// The same with every field, in the form of the stores' files.
+QByteArray json(const MemoryTiers& memory);
+
 } // namespace pobblewig::MemoryExport

@@ -22,6 +22,7 @@ std::vector<PeriodSummary> latest(
 MemorySnapshot MemorySnapshot::of(const MemoryTiers& memory, TimePoint now)
 {
     return {
+        .revision = memory.revision(),
         .notes = memory.notes.allNotes(MemoryStore::IncludeArchived::no),
         .patterns = memory.notes.allPatterns(),
         .tokenEstimate = memory.notes.residentTokenEstimate(now),

@@ -6,6 +6,8 @@ namespace pobblewig {
 
 /// The data that the memory screens show.
 struct MemorySnapshot {
+    /// Grows with every change, also of what is not listed here.
+    int revision = 0;
     /// Without archived notes.
     std::vector<MemoryNote> notes;
     std::vector<PatternNote> patterns;

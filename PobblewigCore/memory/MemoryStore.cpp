@@ -116,7 +116,7 @@ Task<int> MemoryStore::addNotes(std::vector<NewNote> notes, TimePoint now)
 void MemoryStore::correctNote(const QUuid& id, const QString& newText, TimePoint now)
 {
     const auto note = std::ranges::find(m_data.notes, id, &MemoryNote::id);
-    const auto text = newText.trimmed();
+    const auto text = Text::onOneLine(newText).trimmed();
     if (note == m_data.notes.end() || text.isEmpty())
         return;
     note->text = text;
@@ -133,6 +133,40 @@ void MemoryStore::deleteNote(const QUuid& id, TimePoint now)
     const auto count = eraseNotes(hasID) + std::erase_if(m_data.patterns, hasID);
     if (count > 0)
         save(now);
+}
+
+void MemoryStore::revive(const QUuid& id, TimePoint now)
+{
+    const auto note = std::ranges::find(m_data.notes, id, &MemoryNote::id);
+    if (note == m_data.notes.end() || note->status == MemoryStatus::active)
+        return;
+    note->status = MemoryStatus::active;
+    save(now);
+}
+
+void MemoryStore::putBack(const MemoryNote& note, TimePoint now)
+{
+    auto& notes = m_data.notes;
+    const auto known = std::ranges::find(notes, note.id, &MemoryNote::id);
+    if (known != notes.end())
+        *known = note;
+    else
+        notes.insert(std::ranges::find_if(notes,
+                         [&](const auto& other) { return other.createdAt <= note.createdAt; }),
+            note);
+    m_statements.reset();
+    save(now);
+}
+
+void MemoryStore::putBack(const PatternNote& pattern, TimePoint now)
+{
+    auto& patterns = m_data.patterns;
+    const auto known = std::ranges::find(patterns, pattern.id, &PatternNote::id);
+    if (known != patterns.end())
+        *known = pattern;
+    else
+        patterns.push_back(pattern);
+    save(now);
 }
 
 void MemoryStore::pruneExpired(TimePoint now)

@@ -111,12 +111,20 @@ public:
     /// were new.
     Task<int> addNotes(std::vector<NewNote> notes, TimePoint now);
 
-    /// Replaces the note's text with the user's own wording. An unknown id or a blank text changes
-    /// nothing.
+    /// Replaces the note's text with the user's own wording, on one line. An unknown id or a blank
+    /// text changes nothing.
     void correctNote(const QUuid& id, const QString& newText, TimePoint now);
 
     /// Removes the note or the pattern with that id.
     void deleteNote(const QUuid& id, TimePoint now);
+
+    /// Makes an archived or superseded note active again. An unknown id changes nothing.
+    void revive(const QUuid& id, TimePoint now);
+
+    /// Takes back a deletion or a change: replaces the entry with that id, or else puts it back
+    /// where its age belongs.
+    void putBack(const MemoryNote& note, TimePoint now);
+    void putBack(const PatternNote& pattern, TimePoint now);
 
     /// Removes temporary notes that have expired.
     void pruneExpired(TimePoint now);

@@ -48,6 +48,9 @@ public:
 
     const std::vector<ReferenceItem>& allItems() const { return m_data.items; }
 
+    /// Confirmed or not.
+    const std::vector<ReferenceSectionMeta>& allSections() const { return m_data.sections; }
+
     /// Counts the items at this path and below it.
     int countItems(const QString& path) const;
 

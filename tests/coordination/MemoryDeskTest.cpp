@@ -75,6 +75,33 @@ private Q_SLOTS:
             QStringLiteral("---\n\nObservations\n- 2026-03-01T08:15:00Z: ") + secret));
     }
 
+    void everyTierIsExported()
+    {
+        fill((*m_world)->memory());
+        const auto& desk = (*m_world)->memoryDesk();
+        // The proposed section has no entry to read.
+        QCOMPARE(desk.exportMarkdown().count(secret.toUtf8()), 4);
+        const auto everything = QJsonDocument::fromJson(desk.exportJSON()).object();
+        for (const auto* key : { "notes", "referenceSections", "referenceItems", "sessions",
+                 "summaries", "observations" }) {
+            const auto tier = QJsonDocument(everything[QLatin1String(key)].toArray()).toJson();
+            QVERIFY2(tier.contains(secret.toUtf8()), key);
+        }
+    }
+
+    void aDeletedNoteReturnsToItsPlace()
+    {
+        auto& notes = (*m_world)->memory().notes;
+        for (int minute = 0; minute < 3; ++minute)
+            notes.addNote({ .text = QString::number(minute) }, now + std::chrono::minutes(minute));
+        const auto before = notes.notes();
+        for (const auto& note : before) {
+            (*m_world)->memoryDesk().deleteNote(note.id);
+            (*m_world)->memoryDesk().putBack(note);
+            QCOMPARE(notes.notes(), before);
+        }
+    }
+
     void aMemoryThatIsOffStaysOutOfThePrompt()
     {
         fill((*m_world)->memory());

@@ -20,11 +20,15 @@ constexpr qint64 largestFile = 64 * 1024 * 1024;
 tl::expected<void, FileError> ChatArchive::write(const DataDirectory& directory,
     const std::vector<ChatMessage>& messages, const QString& dayKey, const QUuid& sessionID)
 {
-    const auto id = json::keyText(sessionID).first(8);
-    const JSONFileStore file(directory, QStringLiteral("chat-%1-%2.json").arg(dayKey, id));
+    const JSONFileStore file(directory, name(dayKey, sessionID));
     auto archived = file.load<std::vector<ChatMessage>>().value_or(std::vector<ChatMessage>());
     Transcript::merge(archived, messages);
     return file.save(archived);
+}
+
+QString ChatArchive::name(const QString& dayKey, const QUuid& sessionID)
+{
+    return QStringLiteral("chat-%1-%2.json").arg(dayKey, json::keyText(sessionID).first(8));
 }
 
 QStringList ChatArchive::names(const QDir& directory)

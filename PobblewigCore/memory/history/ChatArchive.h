@@ -10,10 +10,12 @@
 /// Finished conversations, each in its own file.
 namespace pobblewig::ChatArchive {
 
-/// Writes "chat-{dayKey}-{first 8 characters of the session's UUID}.json". If a crash has left that
-/// file already, adds the messages to it.
+/// Writes a session's archive. If a crash has left that file already, adds the messages to it.
 tl::expected<void, FileError> write(const DataDirectory& directory,
     const std::vector<ChatMessage>& messages, const QString& dayKey, const QUuid& sessionID);
+
+/// "chat-{dayKey}-{first 8 characters of the session's UUID}.json".
+QString name(const QString& dayKey, const QUuid& sessionID);
 
 /// The names of the archives, newest first.
 QStringList names(const QDir& directory);

@@ -25,6 +25,12 @@ void MemoryDesk::correctNote(const QUuid& id, const QString& newText)
     m.changed();
 }
 
+void MemoryDesk::reviveNote(const QUuid& id)
+{
+    m_memory.notes.revive(id, m.moment.now());
+    m.changed();
+}
+
 void MemoryDesk::deleteObservation(const QUuid& id)
 {
     m.deleting();
@@ -36,6 +42,38 @@ void MemoryDesk::deleteReferenceItem(const QUuid& id)
 {
     m.deleting();
     m_memory.reference.deleteItem(id);
+    m.changed();
+}
+
+void MemoryDesk::putBack(const MemoryNote& note)
+{
+    m_memory.notes.putBack(note, m.moment.now());
+    m.changed();
+}
+
+void MemoryDesk::putBack(const PatternNote& pattern)
+{
+    m_memory.notes.putBack(pattern, m.moment.now());
+    m.changed();
+}
+
+void MemoryDesk::putBack(const DatedObservation& observation)
+{
+    if (!m_memory.observations.withIDs({ observation.id }).empty())
+        return;
+    m_memory.observations.add(observation);
+    m.changed();
+}
+
+void MemoryDesk::putBack(const ReferenceItem& item)
+{
+    m_memory.reference.upsertItem(item);
+    m.changed();
+}
+
+void MemoryDesk::putBack(const ReferenceSectionMeta& section)
+{
+    m_memory.reference.proposeSection(section.path, section.title, section.summary);
     m.changed();
 }
 
@@ -65,6 +103,16 @@ Task<std::optional<ExpandedPeriod>> MemoryDesk::expandPeriod(QUuid id) const
 QString MemoryDesk::exportMemoryText() const
 {
     return MemoryExport::text(m_memory, m.moment.now());
+}
+
+QByteArray MemoryDesk::exportMarkdown() const
+{
+    return MemoryExport::markdown(m_memory, m.moment.calendar());
+}
+
+QByteArray MemoryDesk::exportJSON() const
+{
+    return MemoryExport::json(m_memory);
 }
 
 void MemoryDesk::deleteAllMemory()
