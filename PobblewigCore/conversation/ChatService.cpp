@@ -307,26 +307,33 @@ Task<ChatService::Outcome> ChatService::sendWithScreenshot(QString text, UserMes
 Task<ChatTurn::Outcome> ChatService::requestReply(
     ConversationRecord::Question question, bool hasScreenshot, std::stop_token stop)
 {
-    auto input = co_await turnInput(std::move(question), hasScreenshot, stop);
+    auto input = co_await turnInput(std::move(question), hasScreenshot);
     if (stop.stop_requested())
         co_return failed(Cancelled());
     ChatTurn chatTurn(m_router, tools(stop), std::move(input), progress(), stop);
     co_return co_await chatTurn.run();
 }
 
+MainAssistantPrompt ChatService::prompt(UsageLane lane, bool hasScreenshot)
+{
+    return {
+        .memory = residentMemory(),
+        .situation = m.situation(),
+        .hasImage = hasScreenshot,
+        .toolsAvailable = tools({}).isAvailable(),
+        .nativeTools = m_router.offersNativeTools(lane),
+        .tools = m_tools.lines(),
+        .now = m_moment.now(),
+        .wording = m.wording,
+    };
+}
+
 Task<ChatTurn::Input> ChatService::turnInput(
-    ConversationRecord::Question question, bool hasScreenshot, std::stop_token stop)
+    ConversationRecord::Question question, bool hasScreenshot)
 {
     const auto lane = co_await m_router.lane(!question.images.empty());
     co_return ChatTurn::Input {
-        .prompt = { .memory = residentMemory(),
-            .situation = m.situation(),
-            .hasImage = hasScreenshot,
-            .toolsAvailable = tools(stop).isAvailable(),
-            .nativeTools = m_router.offersNativeTools(lane),
-            .tools = m_tools.lines(),
-            .now = m_moment.now(),
-            .wording = m.wording },
+        .prompt = prompt(lane, hasScreenshot),
         .conversation = m_messages.record().request(question),
         .judge = judge,
         .calendar = m_moment.calendar(),

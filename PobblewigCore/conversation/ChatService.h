@@ -97,6 +97,15 @@ public:
     const std::vector<QString>& lastToolCalls() const { return m_display.lastToolCalls(); }
     int totalToolCalls() const { return m_display.totalToolCalls(); }
 
+    /// What the model would be told if the user said something now, besides the conversation.
+    MainAssistantPrompt promptNow() { return prompt(UsageLane::main, false); }
+
+    /// The messages of the conversation that would stand before what the user said.
+    std::vector<LLMMessage> messagesNow() { return m_messages.record().messagesNow(); }
+
+    /// The functions that a model would be offered, if it takes any.
+    std::vector<LLMToolDefinition> functionsNow() { return tools({}).offered({}); }
+
     /// The text of a failed turn that was not added to the history.
     std::optional<QString> unsentText() const;
 
@@ -225,8 +234,8 @@ private:
 
     Task<ChatTurn::Outcome> requestReply(
         ConversationRecord::Question question, bool hasScreenshot, std::stop_token stop);
-    Task<ChatTurn::Input> turnInput(
-        ConversationRecord::Question question, bool hasScreenshot, std::stop_token stop);
+    MainAssistantPrompt prompt(UsageLane lane, bool hasScreenshot);
+    Task<ChatTurn::Input> turnInput(ConversationRecord::Question question, bool hasScreenshot);
     ToolRunner tools(const std::stop_token& stop);
     ChatTurn::Progress progress();
 

@@ -88,8 +88,13 @@ std::vector<LLMMessage> ConversationRecord::request(const Question& question)
 {
     const auto asked = window() | std::views::drop(windowBegin());
     m_windowBegin = asked.empty() ? std::nullopt : std::optional(asked.front().id);
+    return messages(question);
+}
+
+std::vector<LLMMessage> ConversationRecord::messages(const Question& question) const
+{
     std::vector<LLMMessage> request;
-    for (const auto& entry : asked) {
+    for (const auto& entry : window() | std::views::drop(windowBegin())) {
         if (entry.role == ChatMessage::Role::system || entry.id == question.earlierReply)
             continue;
         const auto role = entry.role == ChatMessage::Role::user ? LLMMessage::Role::user

@@ -73,6 +73,9 @@ public:
     /// The messages of a request that asks this question, which is among them.
     std::vector<LLMMessage> request(const Question& question);
 
+    /// The messages that would stand in a request now, before a new question.
+    std::vector<LLMMessage> messagesNow() const { return messages({}); }
+
     /// The next request lacks so many of the oldest messages of the last one.
     void leaveOut(size_t count);
 
@@ -81,6 +84,7 @@ private:
     std::optional<QUuid> sessionID() const;
     const std::vector<ChatMessage>& window() const { return m_history.messages(); }
     size_t windowBegin() const;
+    std::vector<LLMMessage> messages(const Question& question) const;
 
     const SettingsStore& m_settings;
     const MemoryTiers& m_memory;

@@ -140,6 +140,14 @@ QString clockSection(const MainAssistantPrompt& prompt)
         % u".\nCurrent date and time: " % ISO8601::format(prompt.now);
 }
 
+QString joined(const std::vector<PromptSection>& sections)
+{
+    QString text;
+    for (const auto& section : sections)
+        text += section.text;
+    return text;
+}
+
 } // namespace
 
 void MainAssistantPrompt::forgetMemory()
@@ -150,19 +158,40 @@ void MainAssistantPrompt::forgetMemory()
     situation.unfinishedIntent.clear();
 }
 
+std::vector<PromptSection> Prompts::mainAssistantSections(const MainAssistantPrompt& prompt)
+{
+    using Part = PromptPart;
+    return {
+        { Part::identity, identitySection(prompt) },
+        { Part::principles, principlesSection(prompt.situation.roles) },
+        { Part::voice, voiceSection(prompt.situation.persona) % u'\n' },
+        { Part::tools, toolsSection(prompt) },
+        { Part::actions, actionsSection(prompt) % u'\n' },
+        { Part::reference, referenceSection(prompt.situation) },
+        { Part::notes, memorySection(prompt.memory) % u'\n' },
+        { Part::openEnds, openEndsSection(prompt.situation) },
+    };
+}
+
+std::vector<PromptSection> Prompts::appContextSections(const MainAssistantPrompt& prompt)
+{
+    using Part = PromptPart;
+    return {
+        { Part::session,
+            u"App context, not written by the user:" % sessionSection(prompt.situation) },
+        { Part::situation, situationSection(prompt) },
+        { Part::clock, clockSection(prompt) % u"\n\nThe user's message:\n" },
+    };
+}
+
 QString Prompts::mainAssistant(const MainAssistantPrompt& prompt)
 {
-    const auto& situation = prompt.situation;
-    return identitySection(prompt) % principlesSection(situation.roles)
-        % voiceSection(situation.persona) % u'\n' % toolsSection(prompt) % actionsSection(prompt)
-        % u'\n' % referenceSection(situation) % memorySection(prompt.memory) % u'\n'
-        % openEndsSection(situation);
+    return joined(mainAssistantSections(prompt));
 }
 
 QString Prompts::appContext(const MainAssistantPrompt& prompt)
 {
-    return u"App context, not written by the user:" % sessionSection(prompt.situation)
-        % situationSection(prompt) % clockSection(prompt) % u"\n\nThe user's message:\n";
+    return joined(appContextSections(prompt));
 }
 
 } // namespace pobblewig

@@ -5,6 +5,8 @@
 #include "prompts/SituationSnapshot.h"
 #include "prompts/ToolLines.h"
 
+#include <vector>
+
 namespace pobblewig {
 
 /// The material for what a model is told in a chat turn besides the conversation.
@@ -24,7 +26,35 @@ struct MainAssistantPrompt {
     void forgetMemory();
 };
 
+/// What a part of the prompt is about.
+enum class PromptPart {
+    identity,
+    principles,
+    voice,
+    tools,
+    actions,
+    reference,
+    notes,
+    openEnds,
+    session,
+    situation,
+    clock,
+};
+
+struct PromptSection {
+    PromptPart part = PromptPart::identity;
+    QString text;
+
+    bool operator==(const PromptSection&) const = default;
+};
+
 namespace Prompts {
+
+/// The sections of `mainAssistant` in their order, those without a text included.
+std::vector<PromptSection> mainAssistantSections(const MainAssistantPrompt& prompt);
+
+/// The same for `appContext`.
+std::vector<PromptSection> appContextSections(const MainAssistantPrompt& prompt);
 
 /// The system prompt. It changes only with the settings and the memory, so that a server can reuse
 /// what it computed for the previous turn.

@@ -108,6 +108,26 @@ QStringView PersonaPrompts::voice(CompanionPersona persona)
     return *voices[size_t(persona)];
 }
 
+PersonaPrompts::Example PersonaPrompts::example(CompanionPersona persona)
+{
+    constexpr QStringView user = u"User: ";
+    constexpr QStringView reply = u"You: ";
+    if (persona == CompanionPersona::classic)
+        return { QStringLiteral("i haven't started the essay"),
+            QStringLiteral("Then let's begin with one sentence: what do you want to say?") };
+    Example example;
+    for (const auto line : voice(persona).split(u'\n')) {
+        if (line.startsWith(user) && !example.question.isEmpty())
+            break;
+        if (line.startsWith(user))
+            example.question = line.sliced(user.size()).toString();
+        else if (line.startsWith(reply))
+            example.reply += (example.reply.isEmpty() ? QString() : QStringLiteral("\n"))
+                + line.sliced(reply.size()).toString();
+    }
+    return example;
+}
+
 QStringView PersonaPrompts::interventionVoiceNote(CompanionPersona persona)
 {
     static constexpr std::array<QStringView, 6> notes {

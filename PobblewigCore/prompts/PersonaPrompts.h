@@ -2,7 +2,7 @@
 
 #include "settings/CompanionPersona.h"
 
-#include <QStringView>
+#include <QString>
 
 /// How the companion speaks.
 namespace pobblewig::PersonaPrompts {
@@ -17,6 +17,15 @@ extern const QStringView sharedCore;
 extern const QStringView crisisBlock;
 
 QStringView voice(CompanionPersona persona);
+
+/// What a user says, and the companion to it.
+struct Example {
+    QString question;
+    QString reply;
+};
+
+/// Shows how the persona sounds.
+Example example(CompanionPersona persona);
 
 /// Follows a prompt for a message that the companion begins; empty for `classic`.
 QStringView interventionVoiceNote(CompanionPersona persona);
