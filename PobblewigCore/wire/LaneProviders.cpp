@@ -4,10 +4,11 @@
 
 namespace pobblewig {
 
-LaneProviders::LaneProviders(
-    HTTPClient& http, ModelLanes& lanes, std::function<Environment()> environment)
+LaneProviders::LaneProviders(HTTPClient& http, ModelLanes& lanes, RequestLog& requests,
+    std::function<Environment()> environment)
     : m_http(http)
     , m_lanes(lanes)
+    , m_requests(requests)
     , m_environment(std::move(environment))
 {
 }
@@ -18,7 +19,10 @@ Task<std::unique_ptr<LLMProvider>> LaneProviders::makeProvider(ModelUse use)
     if (!configuration)
         co_return std::unique_ptr<LLMProvider>();
     onUse(*configuration);
-    co_return std::make_unique<OpenAICompatibleProvider>(*std::move(configuration), m_http);
+    auto provider = std::make_unique<OpenAICompatibleProvider>(*configuration, m_http);
+    provider->setWatching(
+        [this, use, modelID = configuration->modelID] { return m_requests.begin(use, modelID); });
+    co_return std::move(provider);
 }
 
 Task<MainModelConfig> LaneProviders::mainConfig()

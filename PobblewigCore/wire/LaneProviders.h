@@ -3,6 +3,7 @@
 #include "foundation/HTTPClient.h"
 #include "wire/ModelLanes.h"
 #include "wire/ModelProviding.h"
+#include "wire/RequestLog.h"
 
 #include <functional>
 #include <memory>
@@ -12,8 +13,9 @@ namespace pobblewig {
 /// The models configured by account, environment and keyring, reached over HTTP.
 class LaneProviders : public ModelProviding {
 public:
-    /// `environment` is called at every use.
-    LaneProviders(HTTPClient& http, ModelLanes& lanes, std::function<Environment()> environment);
+    /// `environment` is called at every use. The others must outlive this object.
+    LaneProviders(HTTPClient& http, ModelLanes& lanes, RequestLog& requests,
+        std::function<Environment()> environment);
 
     Task<std::unique_ptr<LLMProvider>> makeProvider(ModelUse use) override;
     Task<MainModelConfig> mainConfig() override;
@@ -26,6 +28,7 @@ private:
 
     HTTPClient& m_http;
     ModelLanes& m_lanes;
+    RequestLog& m_requests;
     std::function<Environment()> m_environment;
     /// What the user chose, in place of the variables of the same names.
     Environment m_choices;

@@ -38,10 +38,38 @@ LLMError notAStream(const QByteArray& body)
     return LLMError::invalidResponse(QStringLiteral("it is no chat completion."));
 }
 
+/// Where the events of a reply go.
+class ReplyEvents {
+public:
+    ReplyEvents(LLMStream::Sink sink, RequestWatch watch)
+        : m_sink(std::move(sink))
+        , m_watch(std::move(watch))
+    {
+    }
+
+    void push(LLMStreamEvent event) const
+    {
+        m_watch.note(event);
+        m_sink.push(std::move(event));
+    }
+
+    void finish(const std::optional<LLMFailure>& failure = std::nullopt) const
+    {
+        m_watch.finish(failure);
+        m_sink.finish(failure);
+    }
+
+    auto wanted() const { return m_sink.wanted(); }
+
+private:
+    LLMStream::Sink m_sink;
+    RequestWatch m_watch;
+};
+
 /// Turns the lines of a reply's body into events as they arrive.
 class ReplyReader {
 public:
-    ReplyReader(LLMStream::Sink events, bool wantsThoughts)
+    ReplyReader(ReplyEvents events, bool wantsThoughts)
         : m_events(std::move(events))
         , m_wantsThoughts(wantsThoughts)
     {
@@ -60,7 +88,7 @@ private:
     void push(const ThoughtSplitter::Parts& parts);
     void noteStray(QByteArrayView line);
 
-    LLMStream::Sink m_events;
+    ReplyEvents m_events;
     bool m_wantsThoughts;
     ThoughtSplitter m_thoughts;
     /// The begin of what is no stream of events. Only the first kind of line counts.
@@ -201,8 +229,8 @@ Task<> readToTheEnd(std::shared_ptr<HTTPStream> lines)
 }
 
 /// Ends a reply that does not begin in time, however busy its connection is.
-std::shared_ptr<QTimer> startPatience(const std::shared_ptr<HTTPStream>& lines,
-    LLMStream::Sink events, TransportError tooLate, std::chrono::milliseconds limit)
+std::shared_ptr<QTimer> startPatience(const std::shared_ptr<HTTPStream>& lines, ReplyEvents events,
+    TransportError tooLate, std::chrono::milliseconds limit)
 {
     auto patience = std::make_shared<QTimer>();
     patience->setSingleShot(true);
@@ -220,7 +248,7 @@ struct Expectations {
     std::shared_ptr<QTimer> patience;
 };
 
-Task<> readReply(std::shared_ptr<HTTPStream> lines, LLMStream::Sink events, Expectations expected)
+Task<> readReply(std::shared_ptr<HTTPStream> lines, ReplyEvents events, Expectations expected)
 {
     ReplyReader reader(events, expected.thoughts);
     int count = 0;
@@ -242,7 +270,7 @@ Task<> readReply(std::shared_ptr<HTTPStream> lines, LLMStream::Sink events, Expe
         reader.finish();
 }
 
-Task<> readAnswer(std::shared_ptr<HTTPStream> lines, LLMStream::Sink events, Expectations expected)
+Task<> readAnswer(std::shared_ptr<HTTPStream> lines, ReplyEvents events, Expectations expected)
 {
     const auto head = co_await lines->next();
     if (!head) {
@@ -287,10 +315,14 @@ LLMStream OpenAICompatibleProvider::streamChat(LLMRequest request)
     auto asked = httpRequest(request);
     auto tooLate = TransportErrorLogic::beganTooLate(asked.url, m_patience.beginning);
     const auto lines = std::make_shared<HTTPStream>(m_http.stream(std::move(asked)));
-    events.sink().setOnDrop([lines] { lines->close(); });
-    const auto patience =
-        startPatience(lines, events.sink(), std::move(tooLate), m_patience.beginning);
-    spawn(readAnswer(lines, events.sink(), { request.wantsThoughts, patience }));
+    const auto watch = m_watching();
+    events.sink().setOnDrop([lines, watch] {
+        watch.stop();
+        lines->close();
+    });
+    const ReplyEvents sink(events.sink(), watch);
+    const auto patience = startPatience(lines, sink, std::move(tooLate), m_patience.beginning);
+    spawn(readAnswer(lines, sink, { request.wantsThoughts, patience }));
     return events;
 }
 

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "wire/LLMProvider.h"
+#include "wire/RequestLog.h"
 
 #include <chrono>
+#include <functional>
 
 namespace pobblewig {
 
@@ -17,9 +18,15 @@ public:
         std::chrono::milliseconds beginning = std::chrono::minutes(5);
     };
 
+    /// Begins to note each request.
+    using Watching = std::function<RequestWatch()>;
+
     /// The client must outlive the provider and its streams.
     OpenAICompatibleProvider(LLMConfiguration configuration, HTTPClient& http);
     OpenAICompatibleProvider(LLMConfiguration configuration, HTTPClient& http, Patience patience);
+
+    /// To be called before the first request.
+    void setWatching(Watching watching) { m_watching = std::move(watching); }
 
     const LLMConfiguration& configuration() const override { return m_configuration; }
 
@@ -32,6 +39,7 @@ private:
     LLMConfiguration m_configuration;
     HTTPClient& m_http;
     Patience m_patience;
+    Watching m_watching = [] { return RequestWatch(); };
 };
 
 } // namespace pobblewig

@@ -210,6 +210,55 @@ private Q_SLOTS:
         QVERIFY(m_other.requests().empty());
     }
 
+    void aRequestIsNotedWithoutWhatWasSaid_data()
+    {
+        using Outcome = RequestRecord::Outcome;
+        columns<int, QByteArray, Outcome, QString>("status", "body", "outcome", "failure");
+        const QByteArray usage = "data: {'usage':{'prompt_tokens':3,'completion_tokens':4}}\n";
+        row("answered", 200, token("secret") + usage, Outcome::answered, QString());
+        row("cut off", 200,
+            "data: {'choices':[{'delta':{'content':'secret'},'finish_reason':'length'}]}\n" + usage,
+            Outcome::cutOff, QString());
+        row("refused", 401, QByteArray("secret"), Outcome::failed, u"API error 401:"_s);
+    }
+    void aRequestIsNotedWithoutWhatWasSaid()
+    {
+        QFETCH(int, status);
+        QFETCH(QByteArray, body);
+        auto now = TimePoint(1h);
+        RequestLog log([&now] { return now; });
+        ScriptedHTTPClient http;
+        http.enqueue(status, body.replace('\'', '"'));
+        OpenAICompatibleProvider provider(configuration(m->server.url()), http);
+        provider.setWatching([&] {
+            const auto watch = log.begin(ModelUse::librarian, u"model"_s);
+            now += 2s;
+            return watch;
+        });
+        awaited(collected(std::make_shared<LLMStream>(provider.streamChat({}))));
+        const auto record = log.latest().front();
+        QTEST(record.outcome, "outcome");
+        QTEST(record.failure, "failure");
+        QVERIFY(record.use == ModelUse::librarian && record.begunAt == TimePoint(1h));
+        QCOMPARE(record.firstToken.has_value(), status == 200);
+        QCOMPARE(record.lastToken.value_or(2s), 2000ms);
+        QCOMPARE(record.promptTokens * 10 + record.completionTokens, status == 200 ? 34 : 0);
+    }
+
+    void theLogKeepsTheLatestAndKnowsWhatWasStopped()
+    {
+        RequestLog log(systemNow);
+        const auto first = log.begin(ModelUse::main, u"first"_s);
+        for (size_t number = 1; number < RequestLog::most; ++number)
+            log.begin(ModelUse::main, {}).stop();
+        QCOMPARE(log.latest().back().modelID, u"first");
+        log.begin(ModelUse::main, u"last"_s);
+        first.finish({});
+        QCOMPARE(log.latest().size(), RequestLog::most);
+        QCOMPARE(log.latest().front().modelID, u"last");
+        QVERIFY(log.latest().back().outcome == RequestRecord::Outcome::stopped);
+    }
+
     void aRefusalKeepsWhatExplainsIt()
     {
         const QByteArray head = "429 Slow\r\nRETRY-AFTER: 7\r\nContent-Type: text/html";
