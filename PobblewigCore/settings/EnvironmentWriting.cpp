@@ -45,10 +45,17 @@ std::optional<QString> EnvironmentWriting::changed(const QString& text, const En
         result += u'\n';
     if (!own.empty())
         result += heading.toString() + u'\n';
-    for (const auto& [name, value] : own)
-        result += QStringLiteral("%1=%2\n").arg(name, quoted(value));
+    result += lines(own);
     own.merge(expected);
     return EnvironmentFile::parse(result) == own ? std::optional(result) : std::nullopt;
+}
+
+QString EnvironmentWriting::lines(const Environment& values)
+{
+    QString lines;
+    for (const auto& [name, value] : values)
+        lines += QStringLiteral("%1=%2\n").arg(name, quoted(value));
+    return lines;
 }
 
 tl::expected<void, FileError> EnvironmentWriting::write(
@@ -68,7 +75,7 @@ tl::expected<void, FileError> EnvironmentWriting::write(
     if (!QDir().mkpath(QFileInfo(path).path()))
         return tl::unexpected(FileError { Texts::tr("the folder of %1 is missing").arg(path) });
     auto written = writeDurably(path, text->toUtf8(), operations);
-    if (written && isNew)
+    if (written)
         QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
     return written;
 }

@@ -11,7 +11,10 @@ namespace pobblewig::EnvironmentWriting {
 /// Returns nothing if the text cannot be continued, as after a quote that does not end.
 std::optional<QString> changed(const QString& text, const Environment& values);
 
-/// Changes the file, or creates it for this user only. Keys do not belong into it.
+/// These values as lines of the file.
+QString lines(const Environment& values);
+
+/// Changes the file, or creates it. From then on only this user can read it.
 tl::expected<void, FileError> write(
     const QString& path, const Environment& values, const FileOperations& operations);
 

@@ -70,20 +70,25 @@ std::optional<QString> refused(ModelUse use, const ModelDesk::Choice& choice,
     return std::nullopt;
 }
 
-QString keyNotKept(KeychainHelper::State state, ModelUse use, const QString& file)
+QString keyNotKept(KeychainHelper::State state, const QString& file)
 {
     const auto why = state == KeychainHelper::State::locked
         ? Texts::tr("The keyring is locked.")
         : Texts::tr("This desktop has no keyring.");
-    return Texts::tr("%1 The key was not kept. You can put it into the file %2 yourself: %3=…")
-        .arg(why, file, LaneLogic::keyVariable(use));
+    return Texts::tr("%1 Nothing was changed. The key can stand in the file %2 instead, which only "
+                     "you can read.")
+        .arg(why, file);
 }
 
-Environment variables(ModelUse use, const ModelDesk::Choice& choice)
+Environment variables(ModelUse use, const ModelDesk::Choice& choice, ModelDesk::KeyPlace place)
 {
+    const auto isInFile = place == ModelDesk::KeyPlace::file;
     return { { LaneLogic::modelVariable(use), choice.modelID.trimmed() },
         { serverVariable(use), choice.baseURL.trimmed() },
-        { LaneLogic::keyVariable(use), choice.key.isEmpty() ? noKey.toString() : QString() } };
+        { LaneLogic::keyVariable(use),
+            choice.key.isEmpty() ? noKey.toString()
+                : isInFile       ? choice.key
+                                 : QString() } };
 }
 
 Task<ModelDesk::Trial> answered(LLMConfiguration configuration, HTTPClient* http, Clock now)
@@ -110,7 +115,7 @@ ModelDesk::ModelDesk(Dependencies dependencies)
 Task<std::vector<LaneState>> ModelDesk::lanes()
 {
     std::vector<LaneState> lanes;
-    for (const auto use : { ModelUse::main, ModelUse::vision, ModelUse::librarian, ModelUse::meme })
+    for (const auto use : { ModelUse::main, ModelUse::vision, ModelUse::librarian })
         lanes.push_back(co_await lane(use));
     co_return lanes;
 }
@@ -139,34 +144,42 @@ Task<ModelDesk::Trial> ModelDesk::tryOut(ModelUse use)
     co_return co_await answered(*std::move(configuration), &m.http, m.moment.clock);
 }
 
-Task<tl::expected<void, QString>> ModelDesk::choose(ModelUse use, Choice choice)
+Task<tl::expected<void, QString>> ModelDesk::choose(ModelUse use, Choice choice, KeyPlace place)
 {
     if (auto refusal = refused(use, choice, m.environment(), m.environmentFile))
         co_return tl::unexpected(*std::move(refusal));
     const auto account = LaneLogic::keyAccount(use);
     const auto previous = co_await m.keychain.read(account);
-    if (!choice.key.isEmpty()) {
+    const auto isForKeyring = !choice.key.isEmpty() && place == KeyPlace::keyring;
+    if (isForKeyring) {
         co_await m.keychain.write(account, choice.key);
         if (co_await m.keychain.read(account) != choice.key)
-            co_return tl::unexpected(keyNotKept(m.keychain.state(), use, m.environmentFile));
+            co_return tl::unexpected(keyNotKept(m.keychain.state(), m.environmentFile));
     }
-    const auto written =
-        EnvironmentWriting::write(m.environmentFile, variables(use, choice), FileOperations());
+    const auto written = EnvironmentWriting::write(
+        m.environmentFile, variables(use, choice, place), FileOperations());
     if (written)
         co_return {};
-    if (previous && !choice.key.isEmpty())
+    if (previous && isForKeyring)
         co_await m.keychain.write(account, *previous);
-    else if (!choice.key.isEmpty())
+    else if (isForKeyring)
         co_await m.keychain.remove(account);
     co_return tl::unexpected(
         Texts::tr("The choice could not be kept: %1").arg(written.error().description()));
+}
+
+QString ModelDesk::fileLines(ModelUse use, const Choice& choice)
+{
+    return EnvironmentWriting::lines(variables(use, choice, KeyPlace::file));
 }
 
 Task<LaneState> ModelDesk::lane(ModelUse use)
 {
     const auto environment = m.environment();
     const auto configuration = co_await m.lanes.configuration(use, environment);
-    LaneState state { .use = use, .source = source(use, environment) };
+    LaneState state {
+        .use = use, .source = source(use, environment), .lastError = m.requests.lastError(use)
+    };
     if (!configuration)
         co_return state;
     if (configuration->usesCloudAuth)

@@ -5,6 +5,7 @@
 #include "foundation/Moment.h"
 #include "wire/LocalServers.h"
 #include "wire/ModelLanes.h"
+#include "wire/RequestLog.h"
 
 #include <functional>
 
@@ -29,6 +30,8 @@ struct LaneState {
     QString modelID;
     /// Whether there is a key for it, wherever that is kept.
     bool hasKey = false;
+    /// Why its latest failed request failed; empty if none did since the start.
+    QString lastError = {};
 
     bool operator==(const LaneState&) const = default;
 };
@@ -40,6 +43,7 @@ public:
         HTTPClient& http;
         KeychainHelper& keychain;
         ModelLanes& lanes;
+        const RequestLog& requests;
         std::function<Environment()> environment;
         /// Empty if none is read.
         QString environmentFile;
@@ -68,10 +72,16 @@ public:
     Task<Trial> tryOut(Choice choice);
     Task<Trial> tryOut(ModelUse use);
 
+    enum class KeyPlace { keyring, file };
+
     /// Makes it the model of a lane from the next request on: the address and the model's name go
-    /// into the environment file, the key into the keyring. The error is a sentence for the user,
-    /// and then nothing has changed.
-    Task<tl::expected<void, QString>> choose(ModelUse use, Choice choice);
+    /// into the environment file, the key into the keyring, or into that file too. The error is a
+    /// sentence for the user, and then nothing has changed.
+    Task<tl::expected<void, QString>> choose(
+        ModelUse use, Choice choice, KeyPlace place = KeyPlace::keyring);
+
+    /// What that file says of a choice with its key in it.
+    static QString fileLines(ModelUse use, const Choice& choice);
 
     KeychainHelper::State keyring() const { return m.keychain.state(); }
     const QString& environmentFile() const { return m.environmentFile; }

@@ -27,7 +27,7 @@ class ModelDeskTest : public QObject {
 
     void open(const QString& path)
     {
-        m_desk.emplace(ModelDesk::Dependencies { m_http, m_keychain, m_lanes,
+        m_desk.emplace(ModelDesk::Dependencies { m_http, m_keychain, m_lanes, m_requests,
             [path] { return currentEnvironment(path); }, path, m_moment });
     }
 
@@ -75,6 +75,18 @@ private Q_SLOTS:
         QVERIFY(file().empty() && m_keychain.entries.empty());
     }
 
+    void withoutAKeyringTheKeyCanStandInTheFile()
+    {
+        m_keychain.isDisabled = true;
+        const Choice choice { u"http://h/v1"_s, u"owl"_s, u"sk$1"_s };
+        QVERIFY(awaited(m_desk->choose(ModelUse::main, choice, ModelDesk::KeyPlace::file)));
+        QCOMPARE(file().at(u"MAIN_MODEL_API_KEY"_s), u"sk$1"_s);
+        QVERIFY(m_scratch->read(u"environment"_s)
+                    .contains(ModelDesk::fileLines(ModelUse::main, choice).toUtf8()));
+        const auto readers = QFile::permissions(path()) & (QFile::ReadGroup | QFile::ReadOther);
+        QVERIFY(!readers && mainLane().hasKey);
+    }
+
     void aFileThatCannotBeWrittenLeavesTheKeyAsItWas()
     {
         open(u"/proc/self/none/environment"_s);
@@ -107,6 +119,7 @@ private:
     FakeKeychain m_keychain;
     ModelLanes m_lanes { m_keychain, MarketConfig() };
     Moment m_moment;
+    RequestLog m_requests { m_moment.clock };
     std::optional<ModelDesk> m_desk;
     QString m_refusal;
 };
