@@ -25,11 +25,12 @@ AppCoordinator::Parts completed(AppCoordinator::Parts parts)
     return withDirectory(std::move(parts));
 }
 
-std::unique_ptr<ModelProviding> models(AppCoordinator::Parts& parts, ModelLanes& lanes)
+std::unique_ptr<ModelProviding> models(
+    AppCoordinator::Parts& parts, ModelLanes& lanes, RequestLog& requests)
 {
     if (parts.models)
         return std::move(parts.models);
-    return std::make_unique<LaneProviders>(*parts.http, lanes, parts.environment);
+    return std::make_unique<LaneProviders>(*parts.http, lanes, requests, parts.environment);
 }
 
 StorageState storageState(const StoreRoom& room)
@@ -52,13 +53,15 @@ AppCoordinator::AppCoordinator(Parts parts)
           .wording = m_parts.wording })
     , m_stores(m_room.stores())
     , m_lanes(*m_parts.keychain, m_market)
+    , m_requests(m_parts.moment.clock)
     , m_modelDesk({ .http = *m_parts.http,
           .keychain = *m_parts.keychain,
           .lanes = m_lanes,
+          .requests = m_requests,
           .environment = m_parts.environment,
           .environmentFile = m_parts.environmentFile,
           .moment = m_parts.moment })
-    , m_models(models(m_parts, m_lanes))
+    , m_models(models(m_parts, m_lanes, m_requests))
     , m_toolExecutor({}, m_parts.moment.clock)
     , m_keySafety(m_parts.environmentFile)
     , m_settings(m_stores.settings, m_parts.moment)
@@ -160,6 +163,11 @@ void AppCoordinator::updateSettings(const std::function<void(AppSettings&)>& cha
 {
     m_stores.settings.update(change);
     refresh();
+}
+
+void AppCoordinator::markOnboardingComplete()
+{
+    updateSettings([](AppSettings& settings) { settings.hasCompletedOnboarding = true; });
 }
 
 void AppCoordinator::startNewSession()

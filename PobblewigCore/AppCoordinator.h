@@ -83,7 +83,10 @@ public:
     ModelDesk& modelDesk() { return m_modelDesk; }
 
     const PublishedState& state() const { return m_state; }
-    const UsageCounter::Snapshot& usage() const { return m_stores.usage.snapshot(); }
+    const UsageCounter& usage() const { return m_stores.usage; }
+
+    /// The latest requests to the models that the environment names.
+    const RequestLog& requests() const { return m_requests; }
 
     /// The program's current state.
     DiagnosticsInfo diagnostics() const;
@@ -98,6 +101,8 @@ public:
 
     /// Applies a change from the settings screens.
     void updateSettings(const std::function<void(AppSettings&)>& change);
+
+    void markOnboardingComplete();
 
     /// Closes the session as at the end of a day: writes its summary, archives the conversation and
     /// opens an empty one. What cannot be archived stays.
@@ -128,6 +133,7 @@ private:
     StoreRoom m_room;
     Stores m_stores;
     ModelLanes m_lanes;
+    RequestLog m_requests;
     ModelDesk m_modelDesk;
     std::unique_ptr<ModelProviding> m_models;
     MemoryToolExecutor m_toolExecutor;

@@ -58,6 +58,12 @@ MascotSprite MascotSprite::forID(QStringView mascotID)
     return sprite(mascot ? *mascot : Mascot::userFacing(mascotID));
 }
 
+MascotSprite MascotSprite::chosen(const QString& mascotID, const QString& schemeID)
+{
+    const auto& mascot = Mascot::userFacing(mascotID);
+    return sprite(mascot).recolored(MascotColorScheme::forID(schemeID, mascot));
+}
+
 MascotSprite MascotSprite::recolored(const MascotColorScheme& scheme) const
 {
     auto copy = *this;

@@ -54,6 +54,10 @@ struct MascotSprite {
     /// The sprite for a mascot's id, the crab included. An unknown id gives the mouse.
     static MascotSprite forID(QStringView mascotID);
 
+    /// The sprite that the user has chosen, in the colours chosen for it. Unknown ids give the
+    /// mouse and the mascot's own colours.
+    static MascotSprite chosen(const QString& mascotID, const QString& schemeID);
+
     MascotSprite recolored(const MascotColorScheme& scheme) const;
 
     /// Empty for a gait that the sprite lacks.
