@@ -158,6 +158,14 @@ std::vector<QByteArray> CompletionFormat::events(
     return written;
 }
 
+QByteArray CompletionFormat::models()
+{
+    const QJsonObject model { { QStringLiteral("id"), QStringLiteral("demo model") },
+        { QStringLiteral("object"), QStringLiteral("model") } };
+    return compact({ { QStringLiteral("object"), QStringLiteral("list") },
+        { QStringLiteral("data"), QJsonArray { model } } });
+}
+
 QByteArray CompletionFormat::error(const QString& message)
 {
     const QJsonObject details { { QStringLiteral("message"), message },

@@ -19,6 +19,9 @@ QByteArray completion(const ChatRequest& request, const DemoReply& reply, TimePo
 std::vector<QByteArray> events(
     const ChatRequest& request, const DemoReply& reply, TimePoint created);
 
+/// The list of the server's models, which has one.
+QByteArray models();
+
 QByteArray error(const QString& message);
 
 } // namespace pobblewig::CompletionFormat

@@ -62,8 +62,10 @@ void DemoConnection::receive()
 
 void DemoConnection::answer(const ReceivedRequest& request)
 {
-    if (!isChatPath(request.path))
-        refuse({ 404, QStringLiteral("there is only /v1/chat/completions") });
+    if (request.method == "GET" && request.path == "/v1/models")
+        sendAll(CompletionFormat::models());
+    else if (!isChatPath(request.path))
+        refuse({ 404, QStringLiteral("there are only /v1/chat/completions and /v1/models") });
     else if (request.method != "POST")
         refuse({ 405, QStringLiteral("a chat is asked for with POST") });
     else
@@ -78,10 +80,8 @@ void DemoConnection::answerChat(const QByteArray& body)
     if (m_options.refusesTools && !request->tools.empty())
         return refuse({ 400, QStringLiteral("this model does not support tools") });
     const auto reply = DemoReplies::reply(*request, m_options.now());
-    if (!request->stream) {
-        send(200, CompletionFormat::completion(*request, reply, systemNow()));
-        return m_socket->disconnectFromHost();
-    }
+    if (!request->stream)
+        return sendAll(CompletionFormat::completion(*request, reply, systemNow()));
     m_events = CompletionFormat::events(*request, reply, systemNow());
     m_socket->write(statusLine(200)
         + "Content-Type: text/event-stream\r\nTransfer-Encoding: chunked\r\n"
@@ -95,6 +95,12 @@ void DemoConnection::refuse(const RequestRefusal& refusal)
     send(refusal.status, CompletionFormat::error(refusal.reason));
     // Closing the connection while the client still sends would discard the answer.
     QTimer::singleShot(std::chrono::seconds(5), m_socket, &QTcpSocket::disconnectFromHost);
+}
+
+void DemoConnection::sendAll(const QByteArray& json)
+{
+    send(200, json);
+    m_socket->disconnectFromHost();
 }
 
 void DemoConnection::send(int status, const QByteArray& json)

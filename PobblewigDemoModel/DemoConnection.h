@@ -22,6 +22,7 @@ private:
     void answer(const ReceivedRequest& request);
     void answerChat(const QByteArray& body);
     void refuse(const RequestRefusal& refusal);
+    void sendAll(const QByteArray& json);
     void send(int status, const QByteArray& json);
     void sendNextEvent();
 

@@ -104,6 +104,7 @@ private Q_SLOTS:
         row("without stream", chat(), 200);
         row("without /v1", chat().replace("/v1", ""), 200);
         row("with a query", chat().replace("completions", "completions?a=b"), 200);
+        row("the models", QByteArray("GET /v1/models HTTP/1.1\r\nHost: localhost\r\n\r\n"), 200);
         row("not JSON", post("nonsense"), 400);
         row("deep nesting", post(QByteArray(100000, '[')), 400);
         row("another path", chat().replace("/chat", "/shat"), 404);
