@@ -1,9 +1,9 @@
 #include "PobblewigDesktop/chat/AttachmentControls.h"
 
 #include "PobblewigDesktop/chat/InputButton.h"
-#include "PobblewigDesktop/chat/PanelKeys.h"
 #include "PobblewigDesktop/chat/RegionTaking.h"
 #include "PobblewigDesktop/controls/Icons.h"
+#include "PobblewigDesktop/controls/PanelKeys.h"
 
 #include <QAction>
 #include <QDir>

@@ -1,8 +1,8 @@
 #include "PobblewigDesktop/chat/ChatHeader.h"
 
-#include "PobblewigDesktop/chat/PanelKeys.h"
 #include "PobblewigDesktop/controls/Icons.h"
 #include "PobblewigDesktop/controls/Mirroring.h"
+#include "PobblewigDesktop/controls/PanelKeys.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 #include "PobblewigDesktop/controls/SteadyLabel.h"
 
@@ -78,8 +78,14 @@ ChatHeader::ChatHeader(QWidget* parent)
     m_keys = menu->addAction(tr("Keyboard"), this, &ChatHeader::keysRequested);
     m_keys->setShortcut(PanelKeys::sequence(PanelKeys::Act::showKeys));
     menu->addSeparator();
-    m_settings = menu->addAction(tr("Settings…"), this,
-        [this] { Q_EMIT linkRequested(QStringLiteral("pobblewig:settings")); });
+    const auto addWindow = [&](const QString& name, const QString& link) {
+        return menu->addAction(name, this, [this, link] { Q_EMIT linkRequested(link); });
+    };
+    m_memory = addWindow(tr("Memory…"), QStringLiteral("pobblewig:memory"));
+    m_activity = addWindow(tr("Activity…"), QStringLiteral("pobblewig:activity"));
+    m_diagnostics = addWindow(tr("Diagnostics…"), QStringLiteral("pobblewig:diagnostics"));
+    m_diagnostics->setShortcut(PanelKeys::sequence(PanelKeys::Act::diagnostics));
+    m_settings = addWindow(tr("Settings…"), QStringLiteral("pobblewig:settings"));
     m_settings->setShortcut(PanelKeys::sequence(PanelKeys::Act::settings));
     m_menu->setMenu(menu);
     m_menu->setPopupMode(QToolButton::InstantPopup);
@@ -98,6 +104,9 @@ void ChatHeader::setTheme(const Palette& palette)
     m_save->setIcon(icon(Icons::Name::save));
     m_past->setIcon(icon(Icons::Name::clock));
     m_restart->setIcon(icon(Icons::Name::newSession));
+    m_memory->setIcon(icon(Icons::Name::document));
+    m_activity->setIcon(icon(Icons::Name::chart));
+    m_diagnostics->setIcon(icon(Icons::Name::info));
     m_settings->setIcon(icon(Icons::Name::sliders));
 }
 

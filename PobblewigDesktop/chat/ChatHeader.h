@@ -53,6 +53,9 @@ private:
     QAction* m_past;
     QAction* m_restart;
     QAction* m_keys;
+    QAction* m_memory;
+    QAction* m_activity;
+    QAction* m_diagnostics;
     QAction* m_settings;
 };
 

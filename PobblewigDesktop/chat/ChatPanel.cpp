@@ -11,7 +11,6 @@
 #include "PobblewigDesktop/chat/KeyboardSheet.h"
 #include "PobblewigDesktop/chat/MessageComposer.h"
 #include "PobblewigDesktop/chat/NewSessionDelay.h"
-#include "PobblewigDesktop/chat/PanelKeys.h"
 #include "PobblewigDesktop/chat/PanelPlacement.h"
 #include "PobblewigDesktop/chat/ProposalBanners.h"
 #include "PobblewigDesktop/chat/ProposalCardLogic.h"
@@ -20,6 +19,7 @@
 #include "PobblewigDesktop/chat/TurnState.h"
 #include "PobblewigDesktop/controls/Banner.h"
 #include "PobblewigDesktop/controls/Mirroring.h"
+#include "PobblewigDesktop/controls/PanelKeys.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 
 #include <QDesktopServices>

@@ -1,8 +1,8 @@
 #include "PobblewigDesktop/chat/KeyboardSheet.h"
 
-#include "PobblewigDesktop/chat/PanelKeys.h"
 #include "PobblewigDesktop/controls/Icons.h"
 #include "PobblewigDesktop/controls/Mirroring.h"
+#include "PobblewigDesktop/controls/PanelKeys.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
 #include "PobblewigDesktop/controls/WrappedLabel.h"
 

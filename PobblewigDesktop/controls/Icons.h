@@ -35,9 +35,16 @@ enum class Name {
     /// In a grey that is seen on both themes.
     arrowUp,
     arrowDown,
+    tick,
+    tickLight,
     undo,
     attach,
     document,
+    list,
+    eye,
+    pattern,
+    week,
+    chart,
 };
 
 /// A square of `side` device-independent pixels, sharp at the given ratio.

@@ -39,7 +39,7 @@ QLabel[role="detail"] { color: {muted}; }
 QScrollArea { background: transparent; border: none; }
 QListView { background: {window}; border: none; outline: none; }
 QFileDialog QListView { selection-background-color: {selection}; selection-color: {text}; }
-QTreeView, QComboBox, QComboBox QAbstractItemView {
+QTreeView, QTableView, QComboBox, QComboBox QAbstractItemView {
     background: {surface}; border: 1px solid {outline}; outline: none;
     selection-background-color: {selection}; selection-color: {text}; }
 QComboBox { border-radius: 8px; padding: 0 8px; min-height: 28px; }
@@ -47,7 +47,16 @@ QComboBox::drop-down { border: none; width: 22px; }
 QComboBox::down-arrow, QSpinBox::down-arrow { image: url({arrowDown}); width: 10px; }
 QSpinBox::up-arrow { image: url({arrowUp}); width: 10px; }
 QSpinBox::up-button, QSpinBox::down-button { border: none; background: transparent; width: 20px; }
+QTreeView#entries { border-radius: 8px; padding: 4px; selection-background-color: transparent; }
+QTableView { border-radius: 8px; padding: 4px; }
+QTreeView#entries:focus, QTableView:focus { border-color: {accent}; }
 QCheckBox { spacing: 8px; min-height: 24px; }
+QCheckBox::indicator {
+    width: 16px; height: 16px; background: {surface}; border: 1px solid {outline};
+    border-radius: 4px; }
+QCheckBox::indicator:checked {
+    background: {accent}; border-color: {accent}; image: url({tick}); }
+QCheckBox::indicator:focus { border: 2px solid {accent}; width: 14px; height: 14px; }
 QHeaderView { background: {window}; border: none; }
 QHeaderView::section {
     background: {window}; border: none; border-bottom: 1px solid {hairline}; padding: 4px 8px; }
@@ -96,6 +105,7 @@ QPushButton[role="primary"] {
 QPushButton[role="primary"]:hover { border-color: {text}; }
 QPushButton[role="primary"]:pressed { background: {text}; color: {window}; }
 QPushButton[role="primary"]:focus { border: 2px solid {text}; }
+QPushButton[role="danger"] { border-color: {danger}; color: {danger}; }
 QPushButton[role="quiet"] { background: transparent; border-color: transparent; color: {muted}; }
 QPushButton[role="quiet"]:hover { background: {hairline}; color: {text}; }
 QPushButton[role="quiet"]:focus { border-color: {accent}; }
@@ -126,6 +136,12 @@ QScrollBar::add-line, QScrollBar::sub-line { height: 0; width: 0; }
 QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
 )";
 
+Icons::Name tick(const Palette& palette)
+{
+    constexpr int half = 128;
+    return palette.onAccent.lightness() < half ? Icons::Name::tick : Icons::Name::tickLight;
+}
+
 QString filledIn(QString text, const Palette& palette, double fontSize)
 {
     const std::pair<QLatin1String, QString> values[] = {
@@ -140,6 +156,7 @@ QString filledIn(QString text, const Palette& palette, double fontSize)
         { QLatin1String("{onAccent}"), palette.onAccent.name() },
         { QLatin1String("{bubble}"), palette.bubble.name() },
         { QLatin1String("{selection}"), palette.selection.name() },
+        { QLatin1String("{tick}"), Icons::resource(tick(palette)) },
         { QLatin1String("{arrowUp}"), Icons::resource(Icons::Name::arrowUp) },
         { QLatin1String("{arrowDown}"), Icons::resource(Icons::Name::arrowDown) },
         { QLatin1String("{titleSize}"), QString::number(fontSize + 2) },
@@ -168,7 +185,13 @@ void PanelStyle::apply(QWidget& window, const Palette& palette)
 
 void PanelStyle::setRole(QWidget& widget, const QString& role)
 {
+    if (widget.property("role").toString() == role)
+        return;
     widget.setProperty("role", role);
+    if (!widget.testAttribute(Qt::WA_WState_Polished))
+        return;
+    widget.style()->unpolish(&widget);
+    widget.style()->polish(&widget);
 }
 
 void PanelStyle::setText(QLabel& label, const QString& text)

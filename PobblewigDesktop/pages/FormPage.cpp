@@ -57,6 +57,12 @@ void FormPage::addExplanation(const QString& text)
     m_column->addWidget(words);
 }
 
+void FormPage::addText(const QString& text)
+{
+    m_column->addSpacing(margin / 2);
+    m_column->addWidget(new WrappedLabel(text, this));
+}
+
 void FormPage::scrollTo(QWidget& part)
 {
     layout()->activate();

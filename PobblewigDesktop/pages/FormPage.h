@@ -21,6 +21,8 @@ protected:
     void addGap();
     void addHeading(const QString& text);
     void addExplanation(const QString& text);
+    /// A paragraph to be read.
+    void addText(const QString& text);
 
     /// Brings a part of the page into sight.
     void scrollTo(QWidget& part);

@@ -8,10 +8,10 @@
 #include <QComboBox>
 #include <QCoroTask>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
-#include <QStyle>
 
 #include <utility>
 
@@ -45,10 +45,17 @@ ModelForm::ModelForm(ModelDesk& desk, ModelUse use, QWidget* parent)
     , m_try(button(tr("Test")))
     , m_choose(button(tr("Use this model"), QStringLiteral("primary")))
     , m_outcome(new WrappedLabel({}))
+    , m_lines(new QLabel)
+    , m_useFile(button(tr("Write these lines into the file")))
 {
     m_address->setPlaceholderText(QStringLiteral("http://127.0.0.1:11434/v1"));
     m_model->setEditable(true);
     m_key->setEchoMode(QLineEdit::Password);
+    m_lines->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    m_lines->setTextFormat(Qt::PlainText);
+    m_lines->setAccessibleName(tr("Lines for the file"));
+    m_lines->hide();
+    m_useFile->hide();
     for (QWidget* const field :
         { static_cast<QWidget*>(m_servers), static_cast<QWidget*>(m_address),
             static_cast<QWidget*>(m_model), static_cast<QWidget*>(m_key) })
@@ -91,6 +98,7 @@ void ModelForm::arrange()
     foundRow->setSpacing(gap);
     foundRow->addWidget(m_servers);
     foundRow->addWidget(m_again);
+    foundRow->addStretch(1);
     column->addWidget(new FieldRow(
         { tr("On this computer"), tr("Programs that run models here are found by themselves.") },
         *found, *m_servers, FieldRow::Place::below));
@@ -108,6 +116,8 @@ void ModelForm::arrange()
     column->addLayout(buttons);
     column->addSpacing(gap);
     column->addWidget(m_outcome);
+    column->addWidget(m_lines);
+    column->addWidget(m_useFile, 0, Qt::AlignLeading);
 }
 
 void ModelForm::connectControls()
@@ -116,7 +126,8 @@ void ModelForm::connectControls()
     connect(m_servers, &QComboBox::activated, this, &ModelForm::takeServer);
     connect(m_address, &QLineEdit::editingFinished, this, &ModelForm::askForModels);
     connect(m_try, &QPushButton::clicked, this, &ModelForm::tryOut);
-    connect(m_choose, &QPushButton::clicked, this, &ModelForm::use);
+    connect(m_choose, &QPushButton::clicked, this, [this] { use(ModelDesk::KeyPlace::keyring); });
+    connect(m_useFile, &QPushButton::clicked, this, [this] { use(ModelDesk::KeyPlace::file); });
 }
 
 void ModelForm::showServers(const std::vector<LocalServers::Server>& servers)
@@ -167,15 +178,16 @@ void ModelForm::tryOut()
         [this, tried](const ModelDesk::Trial& trial) { showTrial(tried, trial); });
 }
 
-void ModelForm::use()
+void ModelForm::use(ModelDesk::KeyPlace place)
 {
     const auto wanted = choice();
     setBusy(true);
-    QCoro::connect(m_desk.choose(m_use, wanted), this,
+    QCoro::connect(m_desk.choose(m_use, wanted, place), this,
         [this, wanted](const tl::expected<void, QString>& outcome) {
             setBusy(false);
             if (!outcome) {
                 tell(outcome.error(), QStringLiteral("problem"));
+                offerFile(wanted);
                 return;
             }
             m_key->clear();
@@ -202,12 +214,22 @@ void ModelForm::showTrial(const ModelDesk::Choice& tried, const ModelDesk::Trial
         QStringLiteral("problem"));
 }
 
+void ModelForm::offerFile(const ModelDesk::Choice& refused)
+{
+    using enum KeychainHelper::State;
+    const auto isForKey =
+        !refused.key.isEmpty() && (m_desk.keyring() == absent || m_desk.keyring() == locked);
+    m_lines->setText(ModelDesk::fileLines(m_use, refused).trimmed());
+    m_lines->setVisible(isForKey);
+    m_useFile->setVisible(isForKey);
+}
+
 void ModelForm::tell(const QString& text, const QString& role)
 {
     PanelStyle::setRole(*m_outcome, role);
-    m_outcome->style()->unpolish(m_outcome);
-    m_outcome->style()->polish(m_outcome);
     m_outcome->setText(text);
+    m_lines->hide();
+    m_useFile->hide();
     m_outcome->setAccessibleName(text);
 }
 

@@ -42,7 +42,8 @@ private:
     void takeServer(int row);
     void askForModels();
     void tryOut();
-    void use();
+    void use(ModelDesk::KeyPlace place);
+    void offerFile(const ModelDesk::Choice& refused);
     void showTrial(const ModelDesk::Choice& tried, const ModelDesk::Trial& trial);
     void tell(const QString& text, const QString& role);
     void setBusy(bool isBusy);
@@ -58,6 +59,9 @@ private:
     QPushButton* m_try;
     QPushButton* m_choose;
     WrappedLabel* m_outcome;
+    /// The file's lines, where the keyring does not take the key.
+    QLabel* m_lines;
+    QPushButton* m_useFile;
 };
 
 } // namespace pobblewig

@@ -29,7 +29,7 @@ public:
 
 Q_SIGNALS:
     /// The user has done something that hurts and can be taken back for a while. `done` says what,
-    /// as a sentence.
+    /// as a sentence; an empty one withdraws an earlier offer.
     void undoOffered(const QString& done, const std::function<void()>& undo);
 
     /// Something is to be opened, such as "pobblewig:settings/models".

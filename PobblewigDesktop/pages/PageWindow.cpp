@@ -42,6 +42,7 @@ PageWindow::PageWindow(const QString& title, PageEntries pages, QWidget* parent)
     , m_entries(std::move(pages))
     , m_pages(m_entries.size())
     , m_side(new QVBoxLayout)
+    , m_beside(new QVBoxLayout)
     , m_names(new QListWidget(this))
     , m_stack(new QStackedWidget(this))
     , m_undo(new UndoBar(this))
@@ -110,6 +111,18 @@ void PageWindow::addAbovePages(QWidget& widget)
     m_side->insertWidget(0, &widget);
 }
 
+void PageWindow::addBelowPages(QWidget& widget)
+{
+    m_beside->addWidget(&widget);
+}
+
+void PageWindow::step(int places)
+{
+    const auto row = m_names->currentRow() + places;
+    if (row >= 0 && row < m_names->count())
+        m_names->setCurrentRow(row);
+}
+
 void PageWindow::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Escape)
@@ -124,15 +137,14 @@ void PageWindow::arrange()
     m_names->setFrameShape(QFrame::NoFrame);
     m_side->setSpacing(gap);
     m_side->addWidget(m_names, 1);
-    auto* const beside = new QVBoxLayout;
-    beside->setSpacing(gap);
-    beside->addWidget(m_stack, 1);
-    beside->addWidget(m_undo);
+    m_beside->setSpacing(gap);
+    m_beside->addWidget(m_stack, 1);
+    m_beside->addWidget(m_undo);
     auto* const all = new QHBoxLayout(this);
     all->setContentsMargins(margin, margin, margin, margin);
     all->setSpacing(margin);
     all->addLayout(m_side);
-    all->addLayout(beside, 1);
+    all->addLayout(m_beside, 1);
 }
 
 void PageWindow::openRow(int row)

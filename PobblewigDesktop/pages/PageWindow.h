@@ -38,6 +38,10 @@ Q_SIGNALS:
 protected:
     /// What stands above the names of the pages.
     void addAbovePages(QWidget& widget);
+    /// What stands below the pages.
+    void addBelowPages(QWidget& widget);
+    /// Opens the page so many places further down, if there is one.
+    void step(int places);
     const PageEntries& pages() const { return m_entries; }
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -50,6 +54,7 @@ private:
     PageEntries m_entries;
     std::vector<QPointer<Page>> m_pages;
     QVBoxLayout* m_side;
+    QVBoxLayout* m_beside;
     QListWidget* m_names;
     QStackedWidget* m_stack;
     UndoBar* m_undo;

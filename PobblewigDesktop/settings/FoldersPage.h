@@ -1,7 +1,7 @@
 #pragma once
 
 #include "PobblewigDesktop/pages/FormPage.h"
-#include "PobblewigDesktop/settings/SettingsEditor.h"
+#include "PobblewigDesktop/pages/SettingsEditor.h"
 
 class QLabel;
 class QVBoxLayout;

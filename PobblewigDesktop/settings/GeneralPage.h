@@ -1,7 +1,7 @@
 #pragma once
 
+#include "PobblewigDesktop/pages/CatalogPage.h"
 #include "PobblewigDesktop/presence/ChatHotKey.h"
-#include "PobblewigDesktop/settings/CatalogPage.h"
 #include "presence/AutostartSwitching.h"
 
 class QKeySequenceEdit;

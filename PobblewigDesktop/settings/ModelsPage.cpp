@@ -1,6 +1,7 @@
 #include "PobblewigDesktop/settings/ModelsPage.h"
 
 #include "PobblewigDesktop/pages/FieldRow.h"
+#include "PobblewigDesktop/pages/LaneTexts.h"
 #include "PobblewigDesktop/pages/ModelForm.h"
 #include "conversation/ProblemLogic.h"
 
@@ -11,44 +12,13 @@
 
 namespace pobblewig {
 
-namespace {
-
-QString words(ModelSource source)
-{
-    switch (source) {
-    case ModelSource::none:
-        return ModelsPage::tr("the main model answers");
-    case ModelSource::account:
-        return ModelsPage::tr("from your account");
-    case ModelSource::session:
-        return ModelsPage::tr("from a variable of this session");
-    case ModelSource::file:
-        return ModelsPage::tr("from your choice or the environment file");
-    case ModelSource::demo:
-        return ModelsPage::tr("built in");
-    }
-    Q_UNREACHABLE();
-}
-
-QString words(const LaneState& lane)
-{
-    if (lane.modelID.isEmpty())
-        return lane.use == ModelUse::main ? ModelsPage::tr("No model is chosen yet.")
-                                          : ModelsPage::tr("No model.");
-    return ModelsPage::tr("%1 at %2, %3.")
-        .arg(lane.modelID, QUrl(lane.server).authority(), words(lane.source));
-}
-
-} // namespace
-
 ModelsPage::ModelsPage(ModelDesk& desk)
     : FormPage(tr("Models"))
     , m_desk(desk)
 {
     addExplanation(tr("Messages go to the server that you name here, and nowhere else."));
-    addLane(ModelUse::main, tr("Answers"), {});
-    addLane(ModelUse::vision, tr("Looks at pictures"), {});
-    addLane(ModelUse::librarian, tr("Takes notes"), {});
+    for (const auto use : { ModelUse::main, ModelUse::vision, ModelUse::librarian })
+        addLane(use);
     addHeading(tr("Choose the model that answers"));
     auto* const form = new ModelForm(desk, ModelUse::main);
     connect(form, &ModelForm::chosen, this, &ModelsPage::refresh);
@@ -62,11 +32,12 @@ void ModelsPage::showEvent(QShowEvent* event)
     refresh();
 }
 
-void ModelsPage::addLane(ModelUse use, const QString& name, const QString& purpose)
+void ModelsPage::addLane(ModelUse use)
 {
+    const auto name = LaneTexts::name(use);
     auto* const button = new QPushButton(tr("Test"));
     button->setAutoDefault(false);
-    auto* const row = new FieldRow({ name, purpose }, *button);
+    auto* const row = new FieldRow({ name }, *button);
     button->setAccessibleName(tr("Test: %1").arg(name));
     m_lanes.push_back({ use, row });
     connect(button, &QPushButton::clicked, this, [this, lane = m_lanes.back()] { tryOut(lane); });
@@ -84,7 +55,7 @@ void ModelsPage::showLanes(const std::vector<LaneState>& lanes)
     for (const auto& lane : m_lanes) {
         const auto state = std::ranges::find(lanes, lane.use, &LaneState::use);
         if (state != lanes.end())
-            lane.row->setExplanation(words(*state));
+            lane.row->setExplanation(LaneTexts::state(*state));
     }
 }
 

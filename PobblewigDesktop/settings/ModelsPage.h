@@ -24,7 +24,7 @@ private:
         FieldRow* row;
     };
 
-    void addLane(ModelUse use, const QString& name, const QString& purpose);
+    void addLane(ModelUse use);
     void refresh();
     void showLanes(const std::vector<LaneState>& lanes);
     void tryOut(const Lane& lane);

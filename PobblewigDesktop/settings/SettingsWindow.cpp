@@ -1,5 +1,6 @@
 #include "PobblewigDesktop/settings/SettingsWindow.h"
 
+#include "PobblewigDesktop/pages/KeysPage.h"
 #include "PobblewigDesktop/settings/AboutPage.h"
 #include "PobblewigDesktop/settings/ConfirmationsPage.h"
 #include "PobblewigDesktop/settings/FoldersPage.h"
@@ -57,6 +58,8 @@ PageEntries entries(
             [&from, calendar] { return std::make_unique<ConfirmationsPage>(from, calendar); } },
         { QStringLiteral("folders"), SettingsWindow::tr("Folders"), folder,
             [&from] { return std::make_unique<FoldersPage>(from); } },
+        { QStringLiteral("shortcuts"), SettingsWindow::tr("Shortcuts"), list,
+            [] { return std::make_unique<KeysPage>(SettingsWindow::tr("Shortcuts")); } },
         { QStringLiteral("about"), SettingsWindow::tr("About"), info,
             [] { return std::make_unique<AboutPage>(); } },
     };

@@ -100,6 +100,13 @@ void PastConversations::setTheme(const Palette& palette)
     m_problem->setTheme(palette);
 }
 
+void PastConversations::reveal(const QString& name)
+{
+    m_wantedName = name;
+    m_wanted->clear();
+    find();
+}
+
 void PastConversations::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
@@ -166,7 +173,8 @@ void PastConversations::step(int step)
 void PastConversations::list(std::vector<PastConversation> conversations)
 {
     const auto* const shown = selected();
-    const auto name = shown ? std::optional(shown->name) : std::nullopt;
+    const auto kept = shown ? std::optional(shown->name) : std::nullopt;
+    const auto name = m_wantedName ? std::exchange(m_wantedName, std::nullopt) : kept;
     auto row = 0;
     const QSignalBlocker quiet(m_list);
     m_list->clear();

@@ -31,6 +31,9 @@ public:
 
     void setTheme(const Palette& palette);
 
+    /// Selects the conversation with this name, once it is listed. Ignores a name that is not.
+    void reveal(const QString& name);
+
 protected:
     void showEvent(QShowEvent* event) override;
 
@@ -67,6 +70,8 @@ private:
     QPushButton* m_delete;
     std::stop_source m_search;
     std::vector<PastConversation> m_conversations;
+    /// The name of the conversation to select with the next list.
+    std::optional<QString> m_wantedName;
     Messages m_messages;
 };
 

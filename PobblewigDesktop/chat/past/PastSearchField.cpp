@@ -38,6 +38,11 @@ QString PastSearchField::wanted() const
     return m_field->text();
 }
 
+void PastSearchField::clear()
+{
+    m_field->clear();
+}
+
 void PastSearchField::setCount(const QString& words)
 {
     PanelStyle::setText(*m_count, words);

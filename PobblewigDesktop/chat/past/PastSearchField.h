@@ -18,6 +18,9 @@ public:
 
     QString wanted() const;
 
+    /// Asks for nothing.
+    void clear();
+
     /// Says "2 of 5", or nothing.
     void setCount(const QString& words);
 

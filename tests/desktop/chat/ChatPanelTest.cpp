@@ -1,6 +1,6 @@
 #include "PobblewigDesktop/chat/ChatHeader.h"
 #include "PobblewigDesktop/chat/ConversationView.h"
-#include "PobblewigDesktop/chat/PanelKeys.h"
+#include "PobblewigDesktop/controls/PanelKeys.h"
 #include "desktop/chat/PanelFixture.h"
 #include "prompts/VisionUserPrompt.h"
 #include "support/TableRow.h"
@@ -497,7 +497,7 @@ private Q_SLOTS:
 
     void everyKeyThatIsListedWorks()
     {
-        QTest::keyClick(&m->panel, Qt::Key_F1);
+        QTest::keyClick(&m->panel, Qt::Key_Slash, Qt::ControlModifier);
         auto& list = m->named<QScrollArea>("Keys");
         QVERIFY(list.isVisible());
         QList<QKeySequence> made;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "PobblewigDesktop/settings/SettingControl.h"
+#include "PobblewigDesktop/pages/SettingControl.h"
 
 class QLineEdit;
 class QListWidget;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "PobblewigDesktop/pages/FormPage.h"
-#include "PobblewigDesktop/settings/SettingsEditor.h"
+#include "PobblewigDesktop/pages/SettingsEditor.h"
 
 namespace pobblewig {
 
@@ -24,6 +24,14 @@ public:
     void reveal(const QString& key) override;
 
 protected:
+    /// Without settings yet.
+    CatalogPage(const QString& title, AppCoordinator& coordinator);
+
+    void addSettings(const Settings& settings);
+
+    /// The settings with these keys, in this order.
+    static Settings settings(std::initializer_list<QStringView> keys);
+
     SettingsEditor& editor() { return m_editor; }
 
 private:

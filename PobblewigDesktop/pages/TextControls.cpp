@@ -1,4 +1,4 @@
-#include "PobblewigDesktop/settings/TextControls.h"
+#include "PobblewigDesktop/pages/TextControls.h"
 
 #include "PobblewigDesktop/controls/PanelStyle.h"
 

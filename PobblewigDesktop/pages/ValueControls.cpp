@@ -1,4 +1,4 @@
-#include "PobblewigDesktop/settings/ValueControls.h"
+#include "PobblewigDesktop/pages/ValueControls.h"
 
 #include "PobblewigDesktop/controls/Switch.h"
 

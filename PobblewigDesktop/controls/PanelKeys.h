@@ -17,6 +17,7 @@ enum class Act {
     pastConversations,
     newSession,
     settings,
+    diagnostics,
     close,
     /// What the control with the focus does by itself.
     ofControl,

@@ -1,4 +1,4 @@
-#include "PobblewigDesktop/settings/SettingsEditor.h"
+#include "PobblewigDesktop/pages/SettingsEditor.h"
 
 #include "settings/SettingTexts.h"
 #include "settings/SettingsDifference.h"

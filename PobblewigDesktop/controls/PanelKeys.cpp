@@ -1,4 +1,4 @@
-#include "PobblewigDesktop/chat/PanelKeys.h"
+#include "PobblewigDesktop/controls/PanelKeys.h"
 
 #include <QCoreApplication>
 
@@ -34,7 +34,8 @@ std::vector<PanelKeys::Key> PanelKeys::all()
         { newSession, QKeySequence::New, Texts::tr("Begin a new session") },
         { settings, Qt::CTRL | Qt::Key_Comma, Texts::tr("Open the settings") },
         { ofControl, Qt::Key_Tab, Texts::tr("Next control") },
-        { showKeys, QKeySequence::HelpContents, Texts::tr("Show these keys") },
+        { showKeys, Qt::CTRL | Qt::Key_Slash, Texts::tr("Show these keys") },
+        { diagnostics, QKeySequence::HelpContents, Texts::tr("Show how Pobblewig fares") },
         { close, Qt::Key_Escape, Texts::tr("Close what is open, then the window") },
     };
 }

@@ -1,4 +1,4 @@
-#include "PobblewigDesktop/settings/ChoiceControls.h"
+#include "PobblewigDesktop/pages/ChoiceControls.h"
 
 #include <QCheckBox>
 #include <QComboBox>

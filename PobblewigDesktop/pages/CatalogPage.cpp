@@ -1,7 +1,7 @@
-#include "PobblewigDesktop/settings/CatalogPage.h"
+#include "PobblewigDesktop/pages/CatalogPage.h"
 
 #include "PobblewigDesktop/pages/FieldRow.h"
-#include "PobblewigDesktop/settings/SettingControl.h"
+#include "PobblewigDesktop/pages/SettingControl.h"
 #include "settings/SettingTexts.h"
 
 #include <algorithm>
@@ -10,11 +10,15 @@ namespace pobblewig {
 
 CatalogPage::CatalogPage(
     const QString& title, const Settings& settings, AppCoordinator& coordinator)
+    : CatalogPage(title, coordinator)
+{
+    addSettings(settings);
+}
+
+CatalogPage::CatalogPage(const QString& title, AppCoordinator& coordinator)
     : FormPage(title)
     , m_editor(coordinator)
 {
-    for (const auto* const setting : settings)
-        addSetting(*setting);
     connect(&m_editor, &SettingsEditor::undoOffered, this, &Page::undoOffered);
 }
 
@@ -38,6 +42,22 @@ void CatalogPage::reveal(const QString& key)
         return;
     scrollTo(*found->row);
     found->row->focusField();
+}
+
+void CatalogPage::addSettings(const Settings& settings)
+{
+    for (const auto* const setting : settings)
+        addSetting(*setting);
+}
+
+auto CatalogPage::settings(std::initializer_list<QStringView> keys) -> Settings
+{
+    Settings settings;
+    for (const auto key : keys) {
+        if (const auto* const setting = SettingCatalog::find(key.toString()))
+            settings.push_back(setting);
+    }
+    return settings;
 }
 
 void CatalogPage::addSetting(const Setting& setting)

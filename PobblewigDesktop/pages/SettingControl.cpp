@@ -1,8 +1,8 @@
-#include "PobblewigDesktop/settings/SettingControl.h"
+#include "PobblewigDesktop/pages/SettingControl.h"
 
-#include "PobblewigDesktop/settings/ChoiceControls.h"
-#include "PobblewigDesktop/settings/TextControls.h"
-#include "PobblewigDesktop/settings/ValueControls.h"
+#include "PobblewigDesktop/pages/ChoiceControls.h"
+#include "PobblewigDesktop/pages/TextControls.h"
+#include "PobblewigDesktop/pages/ValueControls.h"
 #include "foundation/Overloaded.h"
 
 namespace pobblewig {
