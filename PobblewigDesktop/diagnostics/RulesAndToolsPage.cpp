@@ -1,0 +1,43 @@
+#include "PobblewigDesktop/diagnostics/RulesAndToolsPage.h"
+
+#include "PobblewigDesktop/controls/PanelStyle.h"
+#include "PobblewigDesktop/controls/WrappedLabel.h"
+#include "PobblewigDesktop/diagnostics/DiagnosticsTexts.h"
+#include "PobblewigDesktop/diagnostics/RecordTable.h"
+
+#include <ranges>
+
+namespace pobblewig {
+
+RulesAndToolsPage::RulesAndToolsPage(const DiagnosticsDesk& desk)
+    : FormPage(tr("Rules and tools"))
+    , m_desk(desk)
+    , m_rules(new WrappedLabel({}))
+    , m_calls(new RecordTable(tr("Tool calls"), { tr("Time"), tr("Tool"), tr("Outcome") },
+          tr("Calls appear here when a model looks something up.")))
+{
+    addHeading(tr("What each rule would do now"));
+    addGap();
+    PanelStyle::setRole(*m_rules, QStringLiteral("detail"));
+    m_rules->setAccessibleName(tr("Rules"));
+    add(*m_rules);
+    addHeading(tr("Tool calls"));
+    addExplanation(tr("What the models have looked up or asked for since the start, latest first, "
+                      "without the contents."));
+    addGap();
+    add(*m_calls);
+}
+
+void RulesAndToolsPage::showState(const PublishedState&)
+{
+    PanelStyle::setText(
+        *m_rules, DiagnosticsTexts::lines(m_desk.info().ruleVerdicts, tr("There are no rules.")));
+    std::vector<QStringList> rows;
+    const auto calls = m_desk.toolCalls();
+    for (const auto& call : calls | std::views::reverse)
+        rows.push_back({ DiagnosticsTexts::time(call.timestamp, m_desk.calendar()), call.name,
+            call.ok ? tr("done") : tr("failed") });
+    m_calls->setRows(std::move(rows));
+}
+
+} // namespace pobblewig
