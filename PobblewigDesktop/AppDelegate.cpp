@@ -32,12 +32,6 @@ const auto schemeKey = QStringLiteral("buddy/colorScheme");
 const auto scaleKey = QStringLiteral("buddy/sizeScale");
 const auto panelSizeKey = QStringLiteral("chat/size");
 
-MascotSprite spriteFor(const QString& mascotID, const QString& schemeID)
-{
-    const auto& mascot = Mascot::userFacing(mascotID);
-    return MascotSprite::sprite(mascot).recolored(MascotColorScheme::forID(schemeID, mascot));
-}
-
 ThemePreference themePreference(const AppSettings& settings)
 {
     return EnumNames::fromName<ThemePreference>(settings.themePreference.toStdString())
@@ -86,7 +80,7 @@ AppDelegate::AppDelegate(BuddyWindowSystem& windowSystem, QSettings& desktopSett
     , m_presence(desktopSettings)
     , m_windows(m_presence, desktopSettings)
 {
-    m_buddy.setSprite(spriteFor(
+    m_buddy.setSprite(MascotSprite::chosen(
         desktopSettings.value(mascotKey).toString(), desktopSettings.value(schemeKey).toString()));
     m_buddy.setSizeScale(desktopSettings.value(scaleKey, 1.0).toDouble());
     connect(&m_buddy, &BuddyWindow::clicked, this, &AppDelegate::toggleChat);
@@ -102,8 +96,8 @@ AppDelegate::AppDelegate(BuddyWindowSystem& windowSystem, QSettings& desktopSett
     connect(&m_buddy.view(), &BuddyView::sleepAmountChanged, this, &AppDelegate::showPresence);
     connect(&m_presence, &DesktopPresence::quitRequested, this, &AppDelegate::quit);
     connect(&m_presence, &DesktopPresence::putAwayRequested, this, &AppDelegate::putAway);
-    connect(&m_presence, &DesktopPresence::settingsRequested, this,
-        [this] { m_windows.open(QStringLiteral("pobblewig:settings")); });
+    connect(&m_presence, &DesktopPresence::linkRequested, &m_windows, &ToolWindows::open);
+    connect(&m_windows, &ToolWindows::chatRequested, this, &AppDelegate::openChat);
     connect(&m_presence, &DesktopPresence::noticed, this, &AppDelegate::showNotice);
 }
 
@@ -173,6 +167,8 @@ void AppDelegate::startCoordinator()
     m_bubbles.follow(*m_coordinator);
     m_windows.follow(*m_coordinator);
     FirstLaunch(m_bubbles, m_desktopSettings).greet(*m_coordinator);
+    if (!m_coordinator->state().of<SettingsState>().settings.hasCompletedOnboarding)
+        m_windows.open(QStringLiteral("pobblewig:welcome"));
     const auto& chat = m_coordinator->chat();
     connect(&chat, &ChatService::activityChanged, this, &AppDelegate::showActivity);
     connect(&chat, &ChatService::streamingPreviewChanged, this, &AppDelegate::showReply);
@@ -288,7 +284,7 @@ void AppDelegate::showLook(const AppSettings& settings)
     if (m_look == look)
         return;
     m_look = look;
-    const auto sprite = spriteFor(look.mascot, look.colorScheme);
+    const auto sprite = MascotSprite::chosen(look.mascot, look.colorScheme);
     m_buddy.setSprite(sprite);
     m_buddy.setSizeScale(look.sizeScale);
     m_buddy.view().setTheme(paletteFor(settings));
@@ -307,7 +303,8 @@ void AppDelegate::showPanelState()
     const auto& settings = state.of<SettingsState>().settings;
     const auto& conversation = state.of<ConversationState>();
     m_panel->setTheme(paletteFor(settings));
-    m_panel->setFace(BuddyFace::icon(spriteFor(settings.mascot, settings.mascotColorScheme)));
+    m_panel->setFace(
+        BuddyFace::icon(MascotSprite::chosen(settings.mascot, settings.mascotColorScheme)));
     m_panel->setStateText(stateInWords(settings, state.of<LibrarianState>()));
     m_panel->setModelLabel(conversation.modelLabel);
     m_panel->setSuggestions(suggestions(conversation));

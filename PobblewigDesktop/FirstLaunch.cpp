@@ -11,7 +11,7 @@ const auto greetedKey = QStringLiteral("firstLaunch/greeted");
 bool isKnown(AppCoordinator& coordinator)
 {
     return coordinator.state().of<SettingsState>().settings.hasCompletedOnboarding
-        || !coordinator.chat().messages().empty() || coordinator.usage().chatCalls > 0;
+        || !coordinator.chat().messages().empty() || coordinator.usage().snapshot().chatCalls > 0;
 }
 
 bool isWatching(AppCoordinator& coordinator)

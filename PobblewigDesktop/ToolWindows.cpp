@@ -1,16 +1,81 @@
 #include "PobblewigDesktop/ToolWindows.h"
 
+#include "PobblewigDesktop/activity/ActivityWindow.h"
+#include "PobblewigDesktop/assistant/AssistantWindow.h"
+#include "PobblewigDesktop/buddy/BuddyView.h"
 #include "PobblewigDesktop/chat/past/PastConversations.h"
+#include "PobblewigDesktop/diagnostics/DiagnosticsWindow.h"
+#include "PobblewigDesktop/memory/MemoryWindow.h"
 #include "PobblewigDesktop/settings/SettingsWindow.h"
 
 #include <QUrl>
+
+#include <algorithm>
+#include <array>
 
 namespace pobblewig {
 
 namespace {
 
-const auto settingsPageKey = QStringLiteral("settings/page");
-const auto settingsSizeKey = QStringLiteral("settings/size");
+using Made = std::unique_ptr<PageWindow>;
+
+std::unique_ptr<QWidget> makeBuddy(AppCoordinator& coordinator)
+{
+    auto buddy = std::make_unique<BuddyView>();
+    const auto showSprite = [view = buddy.get(), &coordinator] {
+        const auto& settings = coordinator.state().of<SettingsState>().settings;
+        view->setSprite(MascotSprite::chosen(settings.mascot, settings.mascotColorScheme));
+    };
+    showSprite();
+    QObject::connect(&coordinator, &AppCoordinator::stateChanged, buddy.get(), showSprite);
+    return buddy;
+}
+
+AssistantWindow::Desktop assistantDesktop(AppCoordinator& coordinator, DesktopPresence& presence)
+{
+    return { [&coordinator] { return makeBuddy(coordinator); },
+        [&presence] {
+            const auto& hotKey = presence.hotKey();
+            return hotKey.isHeld() ? hotKey.keys() : QKeySequence();
+        } };
+}
+
+struct Kind {
+    QStringView name;
+    Made (*make)(AppCoordinator& coordinator, DesktopPresence& presence);
+};
+
+constexpr std::array kinds {
+    Kind { u"welcome",
+        [](AppCoordinator& coordinator, DesktopPresence& presence) -> Made {
+            return std::make_unique<AssistantWindow>(
+                coordinator, assistantDesktop(coordinator, presence));
+        } },
+    Kind { u"settings",
+        [](AppCoordinator& coordinator, DesktopPresence& presence) -> Made {
+            return std::make_unique<SettingsWindow>(coordinator,
+                GeneralPage::Desktop { presence.autostart(), &presence.hotKey() },
+                Calendar::current());
+        } },
+    Kind { u"memory",
+        [](AppCoordinator& coordinator, DesktopPresence&) -> Made {
+            return std::make_unique<MemoryWindow>(coordinator, Calendar::current());
+        } },
+    Kind { u"activity",
+        [](AppCoordinator& coordinator, DesktopPresence&) -> Made {
+            return std::make_unique<ActivityWindow>(coordinator);
+        } },
+    Kind { u"diagnostics",
+        [](AppCoordinator& coordinator, DesktopPresence&) -> Made {
+            return std::make_unique<DiagnosticsWindow>(
+                DiagnosticsDesk(coordinator, JSONFileStore::defaultDirectory()));
+        } },
+};
+
+QString key(const QString& window, const char* property)
+{
+    return QStringLiteral("%1/%2").arg(window, QLatin1String(property));
+}
 
 } // namespace
 
@@ -22,8 +87,8 @@ ToolWindows::ToolWindows(DesktopPresence& presence, QSettings& desktopSettings)
 
 ToolWindows::~ToolWindows()
 {
-    if (m_settings)
-        m_desktopSettings.setValue(settingsSizeKey, m_settings->size());
+    for (const auto& [name, window] : m_windows)
+        m_desktopSettings.setValue(key(name, "size"), window->size());
 }
 
 void ToolWindows::follow(AppCoordinator& coordinator)
@@ -35,21 +100,21 @@ void ToolWindows::follow(AppCoordinator& coordinator)
 bool ToolWindows::open(const QString& link)
 {
     const QUrl url(link);
-    const auto name = url.path().section(u'/', 0, 0);
-    if (!m_coordinator || url.scheme() != u"pobblewig" || name != u"settings")
+    if (!m_coordinator || url.scheme() != u"pobblewig")
         return false;
-    openSettings(url.path().section(u'/', 1));
-    return true;
-}
-
-void ToolWindows::openPastConversations()
-{
-    if (!m_past)
-        m_past = std::make_unique<PastConversations>(
-            m_coordinator->library(), Calendar::current(), systemNow);
-    m_past->setTheme(m_palette);
-    m_past->show();
-    m_presence.activate(*m_past);
+    const auto name = url.path().section(u'/', 0, 0);
+    const auto place = url.path().section(u'/', 1);
+    auto* const window = this->window(name);
+    if (window) {
+        window->setTheme(m_palette);
+        window->showState(m_coordinator->state());
+        window->openPage(place);
+        window->show();
+        m_presence.activate(*window);
+    } else if (name == u"past") {
+        openPast(place);
+    }
+    return window || name == u"past";
 }
 
 void ToolWindows::setTheme(const Palette& palette)
@@ -57,33 +122,52 @@ void ToolWindows::setTheme(const Palette& palette)
     m_palette = palette;
     if (m_past)
         m_past->setTheme(palette);
-    if (m_settings)
-        m_settings->setTheme(palette);
+    for (const auto& [name, window] : m_windows)
+        window->setTheme(palette);
 }
 
-void ToolWindows::openSettings(const QString& page)
+PageWindow* ToolWindows::window(const QString& name)
 {
-    if (!m_settings) {
-        m_settings = std::make_unique<SettingsWindow>(*m_coordinator,
-            GeneralPage::Desktop { m_presence.autostart(), &m_presence.hotKey() },
-            Calendar::current());
-        m_settings->resize(m_desktopSettings.value(settingsSizeKey, m_settings->size()).toSize());
-        m_settings->openPage(m_desktopSettings.value(settingsPageKey).toString());
-        connect(m_settings.get(), &SettingsWindow::linkRequested, this, &ToolWindows::open);
-        connect(m_settings.get(), &SettingsWindow::pageOpened, this,
-            [this](const QString& id) { m_desktopSettings.setValue(settingsPageKey, id); });
+    const auto* const kind = std::ranges::find(kinds, name, &Kind::name);
+    if (kind == kinds.end())
+        return nullptr;
+    auto& window = m_windows[name];
+    if (!window) {
+        window = kind->make(*m_coordinator, m_presence);
+        prepare(*window, name);
     }
-    m_settings->setTheme(m_palette);
-    m_settings->showState(m_coordinator->state());
-    m_settings->openPage(page);
-    m_settings->show();
-    m_presence.activate(*m_settings);
+    return window.get();
+}
+
+void ToolWindows::prepare(PageWindow& window, const QString& name)
+{
+    window.resize(m_desktopSettings.value(key(name, "size"), window.size()).toSize());
+    window.openPage(m_desktopSettings.value(key(name, "page")).toString());
+    connect(&window, &PageWindow::linkRequested, this, [this](const QString& link) {
+        if (!open(link))
+            Q_EMIT chatRequested();
+    });
+    connect(&window, &PageWindow::pageOpened, this,
+        [this, name](const QString& page) { m_desktopSettings.setValue(key(name, "page"), page); });
+}
+
+void ToolWindows::openPast(const QString& conversation)
+{
+    if (!m_past)
+        m_past = std::make_unique<PastConversations>(
+            m_coordinator->library(), Calendar::current(), systemNow);
+    m_past->setTheme(m_palette);
+    m_past->show();
+    m_past->reveal(conversation);
+    m_presence.activate(*m_past);
 }
 
 void ToolWindows::showState()
 {
-    if (m_settings && m_settings->isVisible())
-        m_settings->showState(m_coordinator->state());
+    for (const auto& [name, window] : m_windows) {
+        if (window->isVisible())
+            window->showState(m_coordinator->state());
+    }
 }
 
 } // namespace pobblewig

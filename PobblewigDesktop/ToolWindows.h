@@ -7,15 +7,16 @@
 #include <QObject>
 #include <QSettings>
 
+#include <map>
 #include <memory>
 
 namespace pobblewig {
 
+class PageWindow;
 class PastConversations;
-class SettingsWindow;
 
-/// The windows beside the chat. Each is made when it is first opened, and stays where the user has
-/// put it.
+/// The windows beside the chat. Each is made when it is first opened, and keeps its size and page
+/// from then on.
 class ToolWindows : public QObject {
     Q_OBJECT
 
@@ -27,22 +28,30 @@ public:
     /// To be called once, before anything is opened.
     void follow(AppCoordinator& coordinator);
 
-    /// Opens what a link names, such as "pobblewig:settings/companion". Returns whether it names a
-    /// window.
+    /// Opens what a link names, such as "pobblewig:settings/companion" or "pobblewig:past". Returns
+    /// whether it names a window.
     bool open(const QString& link);
-    void openPastConversations();
+    void openPastConversations() { openPast({}); }
 
     void setTheme(const Palette& palette);
 
+Q_SIGNALS:
+    /// The link of a window leads to the chat.
+    void chatRequested();
+
 private:
-    void openSettings(const QString& page);
+    /// Null if there is no such window.
+    PageWindow* window(const QString& name);
+    void prepare(PageWindow& window, const QString& name);
+    void openPast(const QString& conversation);
     void showState();
 
     DesktopPresence& m_presence;
     QSettings& m_desktopSettings;
     AppCoordinator* m_coordinator = nullptr;
     std::unique_ptr<PastConversations> m_past;
-    std::unique_ptr<SettingsWindow> m_settings;
+    /// By the names that links have for them.
+    std::map<QString, std::unique_ptr<PageWindow>> m_windows;
     Palette m_palette;
 };
 

@@ -24,7 +24,8 @@ ORDER = rooms(
 ORDER += rooms(LINUX, "desktop", "x11", "wayland", "portal", "modules") + [LINUX]
 ORDER += rooms(
     DESKTOP, "controls", "buddy", "bubble", "presence", "chat", "chat/past", "pages", "settings",
-    "memory", "assistant", "notes", "memes") + [DESKTOP, DESKTOP + "/contactsheet"]
+    "activity", "diagnostics", "memory", "assistant", "notes", "memes")
+ORDER += [DESKTOP, DESKTOP + "/contactsheet"]
 ORDER += ["PobblewigDemoModel", "Pobblewig"]
 
 # Neighbours that know nothing of each other.
@@ -34,7 +35,8 @@ APART = [
     rooms(CORE, "memes", "notes", "cloud"),
     rooms(LINUX, "x11", "wayland", "portal"),
     rooms(DESKTOP, "buddy", "presence", "chat"),
-    rooms(DESKTOP, "buddy", "chat", "settings", "memory", "assistant", "notes"),
+    rooms(DESKTOP, "buddy", "chat", "settings", "activity", "diagnostics", "memory", "assistant",
+        "notes"),
     rooms(DESKTOP, "bubble", "presence", "chat"),
     [LINUX, DESKTOP],
     ["PobblewigDemoModel", "Pobblewig"],

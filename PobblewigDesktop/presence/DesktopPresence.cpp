@@ -125,7 +125,7 @@ void DesktopPresence::connectRequests(PresenceMenu& menu)
 {
     auto& modes = m_coordinator->modes();
     connect(&menu, &PresenceMenu::chatRequested, this, &DesktopPresence::chatRequested);
-    connect(&menu, &PresenceMenu::settingsRequested, this, &DesktopPresence::settingsRequested);
+    connect(&menu, &PresenceMenu::linkRequested, this, &DesktopPresence::linkRequested);
     connect(&menu, &PresenceMenu::quitRequested, this, &DesktopPresence::quitRequested);
     connect(&menu, &PresenceMenu::screenRequested, this, &DesktopPresence::lookAtScreen);
     connect(&menu, &PresenceMenu::modeRequested, this,

@@ -53,7 +53,7 @@ Q_SIGNALS:
     void chatToggled();
     void sleepRequested();
     void putAwayRequested();
-    void settingsRequested();
+    void linkRequested(const QString& link);
     void quitRequested();
 
     /// The buddy has something to say that the user has not asked for.

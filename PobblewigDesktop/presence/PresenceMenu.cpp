@@ -28,7 +28,10 @@ PresenceMenu::PresenceMenu(QWidget* parent)
     connect(
         m_startsWithDesktop, &QAction::triggered, this, &PresenceMenu::startWithDesktopRequested);
     addSeparator();
-    addAction(tr("Settings…"), this, &PresenceMenu::settingsRequested);
+    addWindow(tr("Memory…"), QStringLiteral("pobblewig:memory"));
+    addWindow(tr("Activity…"), QStringLiteral("pobblewig:activity"));
+    addWindow(tr("Set-up assistant…"), QStringLiteral("pobblewig:welcome"));
+    addWindow(tr("Settings…"), QStringLiteral("pobblewig:settings"));
     addAction(tr("Quit Pobblewig"), this, &PresenceMenu::quitRequested);
     setState({});
     setCanCallBack(false);
@@ -84,6 +87,11 @@ void PresenceMenu::addPauses()
     add(tr("Until resumed"), PauseLength::untilResumed);
     menu->addSeparator();
     m_resume = menu->addAction(tr("Resume observation"), this, &PresenceMenu::resumeRequested);
+}
+
+void PresenceMenu::addWindow(const QString& text, const QString& link)
+{
+    addAction(text, this, [this, link] { Q_EMIT linkRequested(link); });
 }
 
 } // namespace pobblewig

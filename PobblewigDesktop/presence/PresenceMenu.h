@@ -34,12 +34,14 @@ Q_SIGNALS:
     void sleepRequested();
     void putAwayRequested();
     void startWithDesktopRequested(bool startWithDesktop);
-    void settingsRequested();
+    /// A window is to be opened, such as "pobblewig:settings".
+    void linkRequested(const QString& link);
     void quitRequested();
 
 private:
     void addModes();
     void addPauses();
+    void addWindow(const QString& text, const QString& link);
 
     QActionGroup* m_modes;
     QAction* m_resume;
