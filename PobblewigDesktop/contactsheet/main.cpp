@@ -1,8 +1,10 @@
-// Draws everything that the buddy does, and the chat panel in all its states, into pictures.
-// Usage: contact-sheet sheet|poster|film|panels|replies|windows FILE.png [RATIO], where the ratio
-// is that of device pixels.
+// Draws everything that the buddy does, the chat panel in all its states, and every page of the
+// other windows, into pictures.
+// Usage: contact-sheet sheet|poster|film|panels|replies|windows|pages FILE.png [RATIO], where the
+// ratio is that of device pixels.
 
 #include "PobblewigDesktop/contactsheet/ContactSheet.h"
+#include "PobblewigDesktop/contactsheet/PageScenes.h"
 #include "PobblewigDesktop/contactsheet/ReplyScenes.h"
 
 #include <QApplication>
@@ -18,7 +20,7 @@ bool write(const QByteArray& bytes, const QString& name)
 
 bool areWindows(const QString& kind)
 {
-    return kind == u"panels" || kind == u"replies" || kind == u"windows";
+    return kind == u"panels" || kind == u"replies" || kind == u"windows" || kind == u"pages";
 }
 
 QImage picture(const QString& kind, double ratio)
@@ -30,6 +32,8 @@ QImage picture(const QString& kind, double ratio)
         return ContactSheet::windows(WindowScenes::of(ReplyScenes::all()));
     if (kind == u"windows")
         return ContactSheet::windows(WindowScenes::all());
+    if (kind == u"pages")
+        return ContactSheet::windows(PageScenes::all());
     return kind == u"poster" ? ContactSheet::poster(ratio) : ContactSheet::sheet(ratio);
 }
 
