@@ -21,10 +21,13 @@ SECONDS_AT_REST = 20
 scratch = tempfile.TemporaryDirectory()
 environment = os.environ | {"HOME": scratch.name, "XDG_DATA_HOME": scratch.name + "/data",
                             "XDG_CONFIG_HOME": scratch.name + "/config"}
-# An everyday start: the greeting of the first one is over.
+# An everyday start: the greeting and the set-up of the first one are over.
 desktop_settings = pathlib.Path(scratch.name, "config/Pobblewig/desktop.conf")
 desktop_settings.parent.mkdir(parents=True)
 desktop_settings.write_text("[firstLaunch]\ngreeted=true\n")
+settings = pathlib.Path(scratch.name, "data/Pobblewig/settings.json")
+settings.parent.mkdir(parents=True)
+settings.write_text('{"hasCompletedOnboarding": true}')
 SECONDS_IN_A_STATE = 15
 # What the buddy does, and the share of a core in per cent that it may take.
 STATES = {"idle": 0.5, "asleep": 0.1, "occluded": 0.1, "responding": 2.5, "working": 2.5,

@@ -10,7 +10,7 @@ from program import BIN, DemoModel, Program, wait_for
 
 class FirstMinuteEndToEndTest(unittest.TestCase):
     def setUp(self):
-        self.program = self.enterContext(Program())
+        self.program = self.enterContext(Program(is_set_up=False))
 
     def test_the_buddy_says_hello_once_and_offers_what_its_model_can_do(self):
         model = DemoModel()

@@ -88,7 +88,7 @@ class HandEndToEndTest(unittest.TestCase):
     def test_what_opens_by_a_key_closes_by_one_and_gives_the_focus_back(self):
         self.send("one")
         self.program.tab_to("Look at my screen")
-        xdotool("key", "F1")
+        xdotool("key", "ctrl+slash")
         wait_for(lambda: "Edit your last message" in self.program.texts_shown(), "the keys")
         xdotool("key", "Escape")
         wait_for(lambda: "Edit your last message" not in self.program.texts_shown(), "their end")

@@ -51,10 +51,13 @@ class DemoModel:
 class Program:
     """One home directory, and the program started in it as often as a test likes."""
 
-    def __init__(self, variables=None):
+    def __init__(self, variables=None, is_set_up=True):
         self.scratch = tempfile.TemporaryDirectory(prefix="pobblewig-home-")
         home = pathlib.Path(self.scratch.name)
         self.data = home / "data" / "Pobblewig"
+        if is_set_up:
+            self.data.mkdir(parents=True)
+            (self.data / "settings.json").write_text('{"hasCompletedOnboarding": true}')
         self.environment = os.environ | {
             "HOME": str(home),
             "XDG_DATA_HOME": str(home / "data"),
