@@ -21,12 +21,38 @@ TimePoint endOf(const ActivitySession& session)
     return std::max(session.startedAt, session.endedAt.value_or(session.startedAt + lasted));
 }
 
+bool isInUse(const ActivitySpan& span)
+{
+    return !span.isIdle;
+}
+
+/// Adds the part of a span between two times, if it has any.
+void add(std::vector<ActivitySpan>& spans, ActivitySpan span, TimePoint from, TimePoint to)
+{
+    span.from = std::max(span.from, from);
+    span.to = std::min(span.to, to);
+    if (span.from < span.to)
+        spans.push_back(std::move(span));
+}
+
+std::optional<std::vector<ActivityIdle>> cut(
+    const std::optional<std::vector<ActivityIdle>>& idle, TimePoint from, TimePoint to)
+{
+    std::vector<ActivityIdle> kept;
+    for (const auto& span : idle.value_or(std::vector<ActivityIdle>())) {
+        if (span.from < to && span.to > from)
+            kept.push_back({ std::max(span.from, from), std::min(span.to, to) });
+    }
+    return kept.empty() ? std::nullopt : std::optional(std::move(kept));
+}
+
 /// The part of a session between two times, which it must meet.
 ActivitySession cut(ActivitySession session, TimePoint from, TimePoint to)
 {
     const auto end = std::min(endOf(session), to);
     session.startedAt = std::max(session.startedAt, from);
     session.endedAt = end;
+    session.idle = cut(session.idle, session.startedAt, end);
     session.durationSeconds = std::chrono::duration<double>(end - session.startedAt).count();
     return session;
 }
@@ -38,11 +64,20 @@ std::vector<ActivitySpan> ActivityDayLogic::between(
 {
     std::vector<ActivitySpan> spans;
     for (const auto& session : sessions) {
-        const auto begins = std::max(session.startedAt, from);
-        const auto ends = std::min(endOf(session), to);
-        if (begins < ends)
-            spans.push_back({ session.applicationName,
-                classify(session.bundleIdentifier, session.windowTitle), begins, ends });
+        ActivitySpan span { .application = session.applicationName,
+            .category = classify(session.bundleIdentifier, session.windowTitle),
+            .from = session.startedAt };
+        const auto ends = endOf(session);
+        for (const auto& idle : session.idle.value_or(std::vector<ActivityIdle>())) {
+            span.to = std::min(idle.from, ends);
+            add(spans, span, from, to);
+            add(spans,
+                { span.application, span.category, idle.from, std::min(idle.to, ends), true }, from,
+                to);
+            span.from = idle.to;
+        }
+        span.to = ends;
+        add(spans, span, from, to);
     }
     std::ranges::stable_sort(spans, {}, &ActivitySpan::from);
     return spans;
@@ -73,7 +108,7 @@ std::map<AppCategory, double> ActivityDayLogic::categories(const std::vector<Act
 {
     std::map<AppCategory, double> seconds;
     for (const auto& day : days) {
-        for (const auto& span : day.spans)
+        for (const auto& span : day.spans | std::views::filter(isInUse))
             seconds[span.category] += span.seconds();
     }
     return seconds;
@@ -83,7 +118,7 @@ std::vector<ApplicationTime> ActivityDayLogic::applications(const std::vector<Ac
 {
     std::map<QString, ApplicationTime> byName;
     for (const auto& day : days) {
-        for (const auto& span : day.spans) {
+        for (const auto& span : day.spans | std::views::filter(isInUse)) {
             auto& time = byName[span.application];
             time = { span.application, span.category, time.seconds + span.seconds() };
         }
@@ -92,6 +127,16 @@ std::vector<ApplicationTime> ActivityDayLogic::applications(const std::vector<Ac
     std::ranges::copy(std::views::values(byName), std::back_inserter(times));
     std::ranges::stable_sort(times, std::ranges::greater(), &ApplicationTime::seconds);
     return times;
+}
+
+double ActivityDayLogic::idle(const std::vector<ActivityDay>& days)
+{
+    double seconds = 0;
+    for (const auto& day : days) {
+        for (const auto& span : day.spans)
+            seconds += span.isIdle ? span.seconds() : 0;
+    }
+    return seconds;
 }
 
 std::vector<ActivitySession> ActivityDayLogic::without(

@@ -15,6 +15,8 @@ struct ActivitySpan {
     AppCategory category = AppCategory::other;
     TimePoint from;
     TimePoint to;
+    /// The user was away.
+    bool isIdle = false;
 
     double seconds() const { return std::chrono::duration<double>(to - from).count(); }
 
@@ -54,11 +56,14 @@ ActivityDay day(const std::vector<ActivitySession>& sessions, QDate day, const C
 std::vector<ActivityDay> week(
     const std::vector<ActivitySession>& sessions, QDate day, const Calendar& calendar);
 
-/// Seconds in each category that was used.
+/// Seconds in each category that was used, without those when the user was away.
 std::map<AppCategory, double> categories(const std::vector<ActivityDay>& days);
 
-/// Longest first.
+/// Longest first, without the time when the user was away.
 std::vector<ApplicationTime> applications(const std::vector<ActivityDay>& days);
+
+/// Seconds when the user was away.
+double idle(const std::vector<ActivityDay>& days);
 
 /// What remains of the sessions, newest first, without what lies between the times. A session that
 /// reaches beyond them is cut, one around them becomes two.

@@ -2,7 +2,24 @@
 
 #include "foundation/JSONCodec.h"
 
+#include <vector>
+
 namespace pobblewig {
+
+/// A time without input.
+struct ActivityIdle {
+    TimePoint from;
+    TimePoint to;
+
+    bool operator==(const ActivityIdle&) const = default;
+
+    static constexpr auto jsonFields()
+    {
+        using namespace json;
+        return std::tuple { required("from", &ActivityIdle::from),
+            required("to", &ActivityIdle::to) };
+    }
+};
 
 /// A period with one application in front.
 struct ActivitySession {
@@ -18,6 +35,8 @@ struct ActivitySession {
     double durationSeconds = 0;
     /// Whether the user was active at the last poll.
     bool isActive = false;
+    /// When the user was away, oldest first; not set if never.
+    std::optional<std::vector<ActivityIdle>> idle = std::nullopt;
 
     bool operator==(const ActivitySession&) const = default;
 
@@ -30,7 +49,7 @@ struct ActivitySession {
             required("bundleIdentifier", &S::bundleIdentifier),
             optional("windowTitle", &S::windowTitle), required("startedAt", &S::startedAt),
             optional("endedAt", &S::endedAt), required("durationSeconds", &S::durationSeconds),
-            required("isActive", &S::isActive) };
+            required("isActive", &S::isActive), optional("idle", &S::idle) };
     }
 };
 

@@ -16,6 +16,21 @@ TimePoint startOfDay(QDate day, const Calendar& calendar)
     return TimePoint(std::chrono::milliseconds(start.toMSecsSinceEpoch()));
 }
 
+/// A time without input that is longer than the last one noted continues it.
+void noteIdle(TimePoint now, double idleSeconds, ActivitySession& session)
+{
+    constexpr size_t most = 200;
+    const auto lasted = std::chrono::milliseconds(qint64(std::min(idleSeconds, 1e9) * 1000));
+    const auto from = std::max(session.startedAt, now - lasted);
+    auto spans = session.idle.value_or(std::vector<ActivityIdle>());
+    if (!spans.empty() && from <= spans.back().to)
+        spans.back().to = std::max(spans.back().to, now);
+    else if (from < now && spans.size() < most)
+        spans.push_back({ from, now });
+    if (!spans.empty())
+        session.idle = std::move(spans);
+}
+
 /// Never negative, even if the clock was set back.
 double secondsSince(TimePoint start, TimePoint now)
 {
@@ -61,11 +76,14 @@ void ActivityTracker::poll(TimePoint now)
 {
     readAgain();
     const auto front = m_provider.frontmostApp();
-    const auto isActive = m_provider.idleSeconds() < m_limits.idleThreshold;
+    const auto idleSeconds = m_provider.idleSeconds();
+    const auto isActive = idleSeconds < m_limits.idleThreshold;
     if (m_currentSession && front
         && front->bundleIdentifier == m_currentSession->bundleIdentifier) {
         m_currentSession->durationSeconds = secondsSince(m_currentSession->startedAt, now);
         m_currentSession->isActive = isActive;
+        if (!isActive)
+            noteIdle(now, idleSeconds, *m_currentSession);
         return;
     }
     if (m_currentSession)

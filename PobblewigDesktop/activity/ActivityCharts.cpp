@@ -37,10 +37,15 @@ double total(const std::vector<ActivityDay>& days)
     return seconds;
 }
 
-QString observed(double seconds)
+QString observed(const std::vector<ActivityDay>& days)
 {
-    return seconds > 0 ? Texts::tr("%1 observed").arg(ActivityCharts::duration(seconds))
-                       : Texts::tr("Nothing was observed.");
+    const auto inUse = total(days);
+    const auto idle = ActivityDayLogic::idle(days);
+    if (inUse + idle <= 0)
+        return Texts::tr("Nothing was observed.");
+    const auto words = Texts::tr("%1 in use").arg(ActivityCharts::duration(inUse));
+    return idle <= 0 ? words
+                     : Texts::tr("%1, %2 without input").arg(words, ActivityCharts::duration(idle));
 }
 
 std::vector<ChartTick> hours(const ActivityDay& day, const Calendar& calendar)
@@ -68,23 +73,24 @@ public:
     void add(const ActivitySpan& span)
     {
         if (m_before && span.from - *m_before >= leastGap)
-            add(Texts::tr("Nothing observed"), *m_before, span.from, ChartMark::noColor);
-        add(span.application, span.from, span.to, int(span.category));
+            add(Texts::tr("Nothing observed"), { .from = *m_before, .to = span.from },
+                ChartMark::noColor);
+        add(span.isIdle ? Texts::tr("%1, without input").arg(span.application) : span.application,
+            span, int(span.category));
         m_before = std::max(m_before.value_or(span.to), span.to);
     }
 
     ChartContents contents { .values = LineChart() };
 
 private:
-    void add(const QString& what, TimePoint from, TimePoint to, int color)
+    void add(const QString& what, const ActivitySpan& span, int color)
     {
-        const auto begins = time(from, m_calendar);
-        const auto ends = time(to, m_calendar);
-        const auto length =
-            ActivityCharts::duration(std::chrono::duration<double>(to - from).count());
+        const auto begins = time(span.from, m_calendar);
+        const auto ends = time(span.to, m_calendar);
+        const auto length = ActivityCharts::duration(span.seconds());
         std::get<LineChart>(contents.values)
-            .pieces.push_back({ share(from), share(to), color,
-                Texts::tr("%1, %2 to %3, %4").arg(what, begins, ends, length) });
+            .pieces.push_back({ share(span.from), share(span.to), color,
+                Texts::tr("%1, %2 to %3, %4").arg(what, begins, ends, length), span.isIdle });
         contents.rows.push_back({ begins, ends, what, length });
     }
 
@@ -193,7 +199,7 @@ ChartContents ActivityCharts::line(const ActivityDay& day, const Calendar& calen
         line.add(span);
     auto contents = std::move(line.contents);
     std::get<LineChart>(contents.values).ticks = hours(day, calendar);
-    contents.summary = observed(total({ day }));
+    contents.summary = observed({ day });
     contents.columns = { Texts::tr("From"), Texts::tr("To"), Texts::tr("Application"),
         Texts::tr("Time") };
     return contents;
@@ -228,7 +234,7 @@ ChartContents ActivityCharts::applications(const std::vector<ActivityDay>& days)
 ChartContents ActivityCharts::days(const std::vector<ActivityDay>& days, const Calendar& calendar)
 {
     ColumnChart chart;
-    ChartContents contents { .summary = observed(total(days)),
+    ChartContents contents { .summary = observed(days),
         .columns = { Texts::tr("Day"), Texts::tr("Time") } };
     double most = 0;
     for (const auto& day : days) {

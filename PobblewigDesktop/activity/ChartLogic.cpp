@@ -25,8 +25,10 @@ ChartPicture picture(const LineChart& chart, double width, double lineHeight)
     for (const auto& piece : chart.pieces) {
         const auto from = piece.from * width;
         const auto length = std::max(leastSize, piece.to * width - from);
-        picture.marks.push_back({ QRectF(std::min(from, width - length), 0, length, lineThickness),
-            piece.color, piece.words });
+        const auto top = piece.isLow ? lineThickness * 2 / 3 : 0;
+        picture.marks.push_back(
+            { QRectF(std::min(from, width - length), top, length, lineThickness - top), piece.color,
+                piece.words });
     }
     const auto share = width / std::max<double>(1, double(chart.ticks.size()) - 1);
     for (const auto& tick : chart.ticks) {

@@ -49,6 +49,8 @@ struct LineChart {
         double to = 0;
         int color = ChartMark::noColor;
         QString words;
+        /// Lower than the others.
+        bool isLow = false;
     };
 
     std::vector<Piece> pieces;

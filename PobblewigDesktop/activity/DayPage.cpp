@@ -32,7 +32,9 @@ DayPage::DayPage(ActivityDesk& desk)
     add(*m_categories);
     add(*m_applications);
     addExplanation(tr("The application in front is recorded while Pobblewig runs, its name and the "
-                      "time only. Gaps are pauses, a locked screen and what is excluded."));
+                      "time only. Gaps are pauses, a locked screen and what is excluded; low parts "
+                      "are times without "
+                      "input."));
     addDeletion();
     connect(m_steps, &DateSteps::stepped, this, &DayPage::step);
     connect(m_steps, &DateSteps::presentRequested, this, [this] { show(today()); });

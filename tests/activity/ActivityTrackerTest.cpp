@@ -53,6 +53,7 @@ private Q_SLOTS:
         auto expected = opened;
         expected.durationSeconds = 20.5;
         expected.isActive = false;
+        expected.idle = { { start, start + 20500ms } };
         QVERIFY(tracker.currentSession() == expected);
         m_desktop.idle = 119.9;
         tracker.poll(start - 1h);
@@ -97,6 +98,29 @@ private Q_SLOTS:
         m_desktop.front.reset();
         tracker.poll(start - 1h);
         QCOMPARE(tracker.history()[0].startedAt, tracker.history()[0].endedAt);
+    }
+
+    void timesWithoutInputAreNotedAndShown()
+    {
+        ActivityTracker tracker(m_desktop, std::nullopt);
+        tracker.poll(start);
+        for (const auto& [at, idle] :
+            { std::pair(200s, 150.0), { 220s, 170.0 }, { 240s, 0.0 }, { 400s, 130.0 } }) {
+            m_desktop.idle = idle;
+            tracker.poll(start + at);
+        }
+        const auto session = *tracker.currentSession();
+        const std::vector<ActivityIdle> expected { { start + 50s, start + 220s },
+            { start + 270s, start + 400s } };
+        QVERIFY(session.idle == expected);
+        QStringList shown;
+        const auto spans = ActivityDayLogic::between({ session }, start + 10s, start + 300s);
+        for (const auto& span : spans)
+            shown.append(u"%1 %2"_s.arg(span.seconds()).arg(span.isIdle));
+        QCOMPARE(shown.join(u'|'), u"40 0|170 1|50 0|30 1");
+        const auto kept = ActivityDayLogic::without({ session }, start + 100s, start + 350s);
+        QVERIFY(kept.size() == 2 && kept[0].idle->front().from == start + 350s);
+        QVERIFY(kept[1].idle->front().to == start + 100s);
     }
 
     void theOldestSessionsGoByNumberAndByAge()
