@@ -272,7 +272,12 @@ void AppDelegate::answerProposal(const QString& proposalId, ProposalAnswer answe
 
 void AppDelegate::showState()
 {
-    showLook(m_coordinator->state().of<SettingsState>().settings);
+    const auto& settings = m_coordinator->state().of<SettingsState>().settings;
+    showLook(settings);
+    m_buddy.view().setSleepDelay(std::chrono::minutes(settings.sleepAfterMinutes));
+    m_presence.setSounds(settings.soundsEnabled);
+    QLocale::setDefault(
+        settings.dateLanguage == u"system" ? m_systemLocale : QLocale(settings.dateLanguage));
     if (m_panel)
         showPanelState();
 }

@@ -7,6 +7,7 @@
 #include "PobblewigDesktop/buddy/BuddyWindow.h"
 #include "PobblewigDesktop/presence/DesktopPresence.h"
 
+#include <QLocale>
 #include <QSettings>
 
 #include <functional>
@@ -83,6 +84,7 @@ private:
     BubbleKeeper m_bubbles;
     DesktopPresence m_presence;
     ToolWindows m_windows;
+    QLocale m_systemLocale;
     MakeParts m_makeParts;
     std::unique_ptr<AppCoordinator> m_coordinator;
     std::unique_ptr<ChatPanel> m_panel;

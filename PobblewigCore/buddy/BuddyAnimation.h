@@ -46,6 +46,9 @@ public:
     /// Wakes the buddy up, for events that call for no other reaction.
     void stir(double now) { m_sleep.stir(now); }
 
+    /// How long nothing must happen before the buddy falls asleep.
+    void setSleepDelay(double seconds) { m_sleep.setDelay(seconds); }
+
     /// Lets the buddy sleep at once, unless it has work to do, until something happens.
     void dozeOff(double now);
 

@@ -57,6 +57,11 @@ struct AppSettings {
     /// The name of a `ThemePreference`.
     QString themePreference = QStringLiteral("system");
     QString accentChoice = QStringLiteral("coral");
+    /// The name of a locale, such as "de_DE", or "system".
+    QString dateLanguage = QStringLiteral("system");
+    bool soundsEnabled = true;
+    /// How long nothing must have happened before the buddy falls asleep.
+    int sleepAfterMinutes = 5;
     bool memoryEnabled = true;
     ConversationKeeping keepConversations = ConversationKeeping::year;
 
@@ -110,6 +115,9 @@ constexpr auto AppSettings::jsonFields()
         optional("allowedSince", &S::allowedSince),
         defaulted("themePreference", &S::themePreference),
         defaulted("accentChoice", &S::accentChoice),
+        defaulted("dateLanguage", &S::dateLanguage),
+        defaulted("soundsEnabled", &S::soundsEnabled),
+        defaulted("sleepAfterMinutes", &S::sleepAfterMinutes),
         defaulted("memoryEnabled", &S::memoryEnabled),
         defaulted("keepConversations", &S::keepConversations),
     };

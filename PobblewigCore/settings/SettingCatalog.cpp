@@ -340,6 +340,33 @@ constexpr std::array table {
         .kind = ChoiceSetting { SettingForms::accents, SettingForms::accent,
             SettingForms::store<&S::accentChoice> },
     },
+    Setting {
+        .key = u"dateLanguage",
+        .label = QT_TRANSLATE_NOOP("SettingCatalog", "Language of dates"),
+        .page = Page::general,
+        .assistant = Access::none,
+        .kind = ChoiceSetting { SettingForms::dateLanguages, SettingForms::dateLanguage,
+            SettingForms::store<&S::dateLanguage> },
+        .explanation = QT_TRANSLATE_NOOP(
+            "SettingCatalog", "Dates, times and numbers. What is open follows at the next start."),
+    },
+    Setting {
+        .key = u"soundsEnabled",
+        .label = QT_TRANSLATE_NOOP("SettingCatalog", "Sounds"),
+        .page = Page::companion,
+        .assistant = Access::none,
+        .kind = SwitchSetting { &S::soundsEnabled },
+        .explanation = QT_TRANSLATE_NOOP("SettingCatalog", "A short sound with each reminder."),
+    },
+    Setting {
+        .key = u"sleepAfterMinutes",
+        .label = QT_TRANSLATE_NOOP("SettingCatalog", "Falls asleep after"),
+        .page = Page::companion,
+        .assistant = Access::none,
+        .kind = NumberSetting { &S::sleepAfterMinutes, 1, 240, &minutes },
+        .explanation = QT_TRANSLATE_NOOP(
+            "SettingCatalog", "How long nothing must happen before the buddy dozes off."),
+    },
 };
 
 constexpr std::array titles {

@@ -148,6 +148,29 @@ QString SettingForms::theme(const S& settings)
     return EnumNames::text(themePreference(settings.themePreference));
 }
 
+auto SettingForms::dateLanguages(const S&) -> Options
+{
+    Options languages { { QStringLiteral("system"),
+        QCoreApplication::translate("SettingCatalog", "Same as the system") } };
+    for (const auto* const name : { "ar_EG", "cs_CZ", "da_DK", "de_DE", "el_GR", "en_GB", "en_US",
+             "es_ES", "fa_IR", "fi_FI", "fr_FR", "he_IL", "hi_IN", "id_ID", "it_IT", "ja_JP",
+             "ko_KR", "nb_NO", "nl_NL", "pl_PL", "pt_BR", "pt_PT", "ru_RU", "sv_SE", "tr_TR",
+             "uk_UA", "vi_VN", "zh_CN", "zh_TW" }) {
+        const QLocale locale(QString::fromLatin1(name));
+        languages.push_back({ locale.name(),
+            QStringLiteral("%1 (%2)").arg(
+                locale.nativeLanguageName(), locale.nativeTerritoryName()) });
+    }
+    return languages;
+}
+
+QString SettingForms::dateLanguage(const S& settings)
+{
+    const auto known = dateLanguages(settings);
+    const auto found = std::ranges::find(known, settings.dateLanguage, &SettingOption::id);
+    return found == known.end() ? known.front().id : found->id;
+}
+
 auto SettingForms::accents(const S&) -> Options
 {
     return named<AccentChoice>();

@@ -64,6 +64,10 @@ QString colorScheme(const S& settings);
 Options themes(const S& settings);
 QString theme(const S& settings);
 
+/// The system's language, and those that many users read.
+Options dateLanguages(const S& settings);
+QString dateLanguage(const S& settings);
+
 Options accents(const S& settings);
 QString accent(const S& settings);
 

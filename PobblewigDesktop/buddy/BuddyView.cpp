@@ -55,6 +55,12 @@ void BuddyView::setReach(const BuddyReach& reach)
     m_reach = reach;
 }
 
+void BuddyView::setSleepDelay(std::chrono::seconds delay)
+{
+    m_animation.setSleepDelay(double(delay.count()));
+    updatePacing();
+}
+
 void BuddyView::fitToScreen()
 {
     const auto ratio = devicePixelRatioF();

@@ -44,6 +44,9 @@ public:
     void setTheme(const Palette& palette);
     void setReach(const BuddyReach& reach);
 
+    /// How long nothing must happen before the buddy falls asleep.
+    void setSleepDelay(std::chrono::seconds delay);
+
     /// Adapts to the scale of the screen that the view is on.
     void fitToScreen();
 

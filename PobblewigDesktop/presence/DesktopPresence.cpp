@@ -156,7 +156,8 @@ void DesktopPresence::remind(const QString& message)
     Q_EMIT reminded(message);
     if (!m_services)
         return;
-    m_services->sounds.play(u"Glass");
+    if (m_areSoundsWanted)
+        m_services->sounds.play(u"Glass");
     if (!m_isChatShown)
         spawn(present({ .title = QStringLiteral("Pobblewig"), .text = message }));
 }

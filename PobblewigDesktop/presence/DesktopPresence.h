@@ -40,6 +40,7 @@ public:
     /// Gives the keyboard to a window that is shown at the user's request.
     void activate(QWidget& window);
 
+    void setSounds(bool areWanted) { m_areSoundsWanted = areWanted; }
     ChatHotKey& hotKey() { return m_hotKey; }
 
     /// Null before there are services.
@@ -80,6 +81,7 @@ private:
     Clock m_clock;
     std::function<Calendar()> m_calendar;
     ChatHotKey m_hotKey;
+    bool m_areSoundsWanted = true;
     TrayMenu m_tray;
     AppCoordinator* m_coordinator = nullptr;
     std::optional<DesktopServices> m_services;

@@ -73,6 +73,8 @@ private Q_SLOTS:
         row("activityRetentionDays", "0", "1", "%1 → 1 days", "1 day");
         row("themePreference", "'dark'", "'dark'", same, "Dark");
         row("accentChoice", "'teal'", "'teal'", same, "Teal");
+        row("dateLanguage", "'de_DE'", "'de_DE'", same, "Deutsch (Deutschland)");
+        row("sleepAfterMinutes", "0", "1", "%1 → 1 min", "1 minute");
         row("keepConversations", "'month'", "'month'", same, "For 30 days");
         row("actionConfirmations", "['reminder_write']",
             "{'calendar_write':false,'reminder_write':true,'settings_change':false}", same,
@@ -168,7 +170,8 @@ private Q_SLOTS:
         QCOMPARE(labels.removeDuplicates(), 0);
         QCOMPARE(users.join(u' '),
             u"mascotSizeScale memeModeEnabled memoryEnabled keepConversations actionConfirmations "
-            "dailyBriefingEnabled themePreference accentChoice");
+            "dailyBriefingEnabled themePreference accentChoice dateLanguage soundsEnabled "
+            "sleepAfterMinutes");
         QCOMPARE(asking(true).join(u' '),
             u"excludedBundleIDs maxActivitySessions activityRetentionDays canvasBaseURL "
             "canvasSyncEnabled classroomSyncEnabled calendarSyncEnabled remindersSyncEnabled "

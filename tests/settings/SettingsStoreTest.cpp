@@ -51,7 +51,7 @@ private Q_SLOTS:
         filled.modeRevertAt = filled.pausedUntil = TimePoint();
         filled.lastDailyBriefingDayKey = u"2026-03-01"_s;
         const auto whole = jsonObject(filled);
-        QCOMPARE(whole.size(), 39);
+        QCOMPARE(whole.size(), 42);
         QVERIFY(json::decode<AppSettings>(whole) == filled);
         QVERIFY(json::decode<AppSettings>(QJsonObject()) == AppSettings());
         QJsonObject empty;
