@@ -242,6 +242,8 @@ void ProposalBanners::toggleFold()
     m_isUnfolded = !m_isUnfolded;
     // Whoever wants to see them reads from the first on.
     m_isArriving = false;
+    // The layout moves them only later.
+    hold();
     fold();
     verticalScrollBar()->setValue(0);
 }

@@ -81,9 +81,7 @@ class BuddyEndToEndTest(unittest.TestCase):
         self.program.start()
         self.program.open_chat()
         self.program.send("become a blue axolotl")
-        # What still arrives moves the buttons, and a button that moves takes no press.
-        wait_for(lambda: len(self.program.chat_file()) >= 4, "the end of the turn")
-        self.program.press("Show")
+        self.program.unfold()
         for proposal, color in (("form", (240, 208, 130)), ("color", (166, 206, 234))):
             self.assertNotEqual(color_of_the_buddy(), color)
             self.program.press("Confirm")

@@ -79,7 +79,7 @@ class ProposalEndToEndTest(unittest.TestCase):
         before = len(program.conversation())
         program.send("turn into a pink axolotl")
         program.control("2 things wait for you")
-        program.press("Show")
+        program.unfold()
         for _ in range(2):
             waiting = proposal(program, "pending")
             program.press("Confirm")

@@ -151,6 +151,11 @@ class Program:
         button = wait_for(lambda: self.usable(name), f'the button "{name}"')
         Atspi.Action.do_action(button, 0)
 
+    def unfold(self):
+        """Shows the proposals that wait, all of them before the first is looked for."""
+        self.press("Show")
+        wait_for(lambda: self.is_usable("Hide"), "the proposals")
+
     def is_usable(self, name):
         return self.usable(name) is not None
 
