@@ -104,6 +104,7 @@ void ModelForm::arrange()
         *found, *m_servers, FieldRow::Place::below));
     column->addWidget(new FieldRow({ tr("Address") }, *m_address));
     column->addWidget(new FieldRow({ tr("Model") }, *m_model));
+    m_model->lineEdit()->setAccessibleName(m_model->accessibleName());
     column->addWidget(new FieldRow(
         { tr("Key"), tr("It goes into the keyring. Servers on this computer usually want none.") },
         *m_key));

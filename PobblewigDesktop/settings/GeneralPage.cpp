@@ -4,6 +4,7 @@
 #include "PobblewigDesktop/pages/FieldRow.h"
 
 #include <QKeySequenceEdit>
+#include <QLineEdit>
 #include <QSignalBlocker>
 
 namespace pobblewig {
@@ -48,6 +49,8 @@ void GeneralPage::addHotKey()
     m_keyRow = new FieldRow({ tr("Keys that call the chat"),
                                 tr("They work in every application. Press them in the field.") },
         *m_keys);
+    // The field inside of it is what has the focus.
+    m_keys->findChild<QLineEdit*>()->setAccessibleName(m_keys->accessibleName());
     showKeys();
     connect(m_keys, &QKeySequenceEdit::editingFinished, this, &GeneralPage::changeKeys);
     connect(m_desktop.hotKey, &ChatHotKey::changed, this, &GeneralPage::showKeys);

@@ -81,7 +81,7 @@ class ConversationEndToEndTest(unittest.TestCase):
             self.assertEqual(program.chat_file(), [])
 
     def test_a_data_directory_that_cannot_be_is_told_and_lived_without(self):
-        with Program(self.model.variables) as program:
+        with Program(self.model.variables, is_set_up=False) as program:
             program.data.parent.mkdir(parents=True)
             program.data.write_text("a file where the directory should be")
             program.start()
