@@ -62,7 +62,7 @@ double enter(const QString& state, BuddyWindow& window, QTimer& timer)
 {
     auto& view = window.view();
     if (state == u"asleep")
-        return BuddySleep::delay;
+        return BuddySleep::usualDelay;
     if (state == u"working" || state == u"occluded")
         view.setState({ Kind::working, {} });
     if (state == u"responding")

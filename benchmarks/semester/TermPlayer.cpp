@@ -149,7 +149,7 @@ void TermPlayer::notePresent()
             m_ledger.session(session.id, session.dayKey);
     }
     if (!m_program->state().of<SettingsState>().settings.memoryEnabled)
-        m_ledger.librarianCallsWhileOff(m_program->usage().librarianCalls);
+        m_ledger.librarianCallsWhileOff(m_program->usage().snapshot().librarianCalls);
 }
 
 void TermPlayer::noteFailure(const QString& logged)
