@@ -114,7 +114,7 @@ std::vector<Take> story()
         { enter(Kind::done, QStringLiteral("Notes saved")), 3.2 },
         { enter(Kind::notify, QStringLiteral("Lab report due")), 2.4 },
         { enter(Kind::idle), 0.8 },
-        { nothing, 8, BuddySleep::delay },
+        { nothing, 8, BuddySleep::usualDelay },
     };
 }
 

@@ -98,6 +98,8 @@ void StagedHome::addActivity() const
             .endedAt = end,
             .durationSeconds = double(std::chrono::seconds(lasted).count()),
             .isActive = true });
+        if (number % 5 == 1)
+            sessions.back().idle = { { end - lasted / 2, end } };
         end -= lasted + (number % 9 == 8 ? 600min : number % 4 == 3 ? 25min : 0min);
     }
     write(directory(), QStringLiteral("activity.json"), sessions);
