@@ -19,10 +19,7 @@ Task<std::unique_ptr<LLMProvider>> LaneProviders::makeProvider(ModelUse use)
     if (!configuration)
         co_return std::unique_ptr<LLMProvider>();
     onUse(*configuration);
-    auto provider = std::make_unique<OpenAICompatibleProvider>(*configuration, m_http);
-    provider->setWatching(
-        [this, use, modelID = configuration->modelID] { return m_requests.begin(use, modelID); });
-    co_return std::move(provider);
+    co_return provider(use, *std::move(configuration));
 }
 
 Task<MainModelConfig> LaneProviders::mainConfig()
@@ -43,6 +40,16 @@ Task<LibrarianModelConfig> LaneProviders::librarianConfig()
 void LaneProviders::chooseModel(ModelUse use, const QString& modelID)
 {
     m_choices.insert_or_assign(LaneLogic::modelVariable(use), modelID);
+}
+
+std::unique_ptr<LLMProvider> LaneProviders::provider(ModelUse use, LLMConfiguration configuration)
+{
+    auto watch = [this, use, modelID = configuration.modelID] {
+        return m_requests.begin(use, modelID);
+    };
+    auto provider = std::make_unique<OpenAICompatibleProvider>(std::move(configuration), m_http);
+    provider->setWatching(std::move(watch));
+    return provider;
 }
 
 Environment LaneProviders::environment() const

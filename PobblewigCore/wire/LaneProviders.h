@@ -25,6 +25,7 @@ public:
 
 private:
     Environment environment() const;
+    std::unique_ptr<LLMProvider> provider(ModelUse use, LLMConfiguration configuration);
 
     HTTPClient& m_http;
     ModelLanes& m_lanes;

@@ -62,6 +62,7 @@ RequestWatch RequestLog::begin(ModelUse use, const QString& modelID)
 std::vector<RequestRecord> RequestLog::latest() const
 {
     std::vector<RequestRecord> records;
+    records.reserve(m_records.size());
     for (const auto& record : m_records)
         records.push_back(*record);
     return records;

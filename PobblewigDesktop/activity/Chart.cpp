@@ -1,6 +1,7 @@
 #include "PobblewigDesktop/activity/Chart.h"
 
 #include "PobblewigDesktop/activity/ChartColors.h"
+#include "PobblewigDesktop/controls/Mirroring.h"
 
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -169,7 +170,7 @@ void Chart::paintLabels(QPainter& painter) const
     for (const auto& label : m_picture.labels) {
         const auto shown =
             fontMetrics().elidedText(label.text, Qt::ElideRight, int(label.box.width()) + 1);
-        painter.drawText(label.box, int(label.alignment | Qt::AlignAbsolute), shown);
+        painter.drawText(label.box, int(label.alignment | Qt::AlignAbsolute), isolated(shown));
     }
 }
 

@@ -35,6 +35,7 @@ std::vector<DayEntry> DayLogic::entries(const std::vector<DailySession>& session
     const std::vector<PeriodSummary>& summaries, const QString& words)
 {
     std::vector<DayEntry> entries;
+    entries.reserve(sessions.size() + summaries.size());
     for (const auto& session : sessions)
         entries.push_back({ .start = session.startedAt, .session = session });
     for (const auto& summary : summaries) {

@@ -95,7 +95,7 @@ QString DaysPage::title(const DayEntry& entry) const
 {
     if (entry.isWeek())
         return tr("Week of %1").arg(MemoryTexts::day(entry.start, m_calendar));
-    const auto day = m_calendar.locale.toString(m_calendar.day(entry.start), QLocale::LongFormat);
+    auto day = m_calendar.locale.toString(m_calendar.day(entry.start), QLocale::LongFormat);
     if (!entry.session)
         return day;
     const auto turns = entry.session->turnCount;

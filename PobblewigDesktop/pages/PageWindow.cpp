@@ -19,6 +19,7 @@ namespace {
 constexpr QSize usualSize(780, 580);
 constexpr QSize leastSize(520, 360);
 constexpr int sideWidth = 190;
+constexpr int widestSide = 260;
 constexpr int margin = 16;
 constexpr int gap = 8;
 
@@ -93,6 +94,7 @@ void PageWindow::setTheme(const Palette& palette)
     for (int row = 0; row < m_names->count(); ++row)
         m_names->item(row)->setIcon(
             Icons::icon(m_entries[size_t(row)].icon, palette.text, palette.muted));
+    m_names->setFixedWidth(std::clamp(m_names->sizeHintForColumn(0), sideWidth, widestSide));
     for (const auto& page : m_pages) {
         if (page)
             page->setTheme(palette);
@@ -134,6 +136,8 @@ void PageWindow::keyPressEvent(QKeyEvent* event)
 void PageWindow::arrange()
 {
     m_names->setFixedWidth(sideWidth);
+    m_names->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_names->setTextElideMode(Qt::ElideRight);
     m_names->setFrameShape(QFrame::NoFrame);
     m_side->setSpacing(gap);
     m_side->addWidget(m_names, 1);
