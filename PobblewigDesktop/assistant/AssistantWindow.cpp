@@ -20,19 +20,18 @@ constexpr int gap = 8;
 PageEntries entries(AppCoordinator& from, const AssistantWindow::Desktop& desktop)
 {
     using enum Icons::Name;
-    using Window = AssistantWindow;
     return {
-        { QStringLiteral("welcome"), Window::tr("Welcome"), face,
+        { QStringLiteral("welcome"), AssistantWindow::tr("Welcome"), face,
             [desktop] { return std::make_unique<WelcomeStep>(desktop.makeBuddy()); } },
-        { QStringLiteral("model"), Window::tr("The model"), chip,
+        { QStringLiteral("model"), AssistantWindow::tr("The model"), chip,
             [&from] { return std::make_unique<ModelStep>(from.modelDesk()); } },
-        { QStringLiteral("companion"), Window::tr("Your companion"), edit,
+        { QStringLiteral("companion"), AssistantWindow::tr("Your companion"), edit,
             [&from] { return std::make_unique<CompanionStep>(from); } },
-        { QStringLiteral("privacy"), Window::tr("Memory and privacy"), shield,
+        { QStringLiteral("privacy"), AssistantWindow::tr("Memory and privacy"), shield,
             [&from] { return std::make_unique<PrivacyStep>(from); } },
-        { QStringLiteral("desktop"), Window::tr("This desktop"), screen,
+        { QStringLiteral("desktop"), AssistantWindow::tr("This desktop"), screen,
             [&from, desktop] { return std::make_unique<DesktopStep>(from, desktop.chatKeys); } },
-        { QStringLiteral("done"), Window::tr("Done"), check,
+        { QStringLiteral("done"), AssistantWindow::tr("Done"), check,
             [desktop] { return std::make_unique<DoneStep>(desktop.chatKeys); } },
     };
 }
