@@ -272,12 +272,7 @@ void AppDelegate::answerProposal(const QString& proposalId, ProposalAnswer answe
 
 void AppDelegate::showState()
 {
-    const auto& settings = m_coordinator->state().of<SettingsState>().settings;
-    showLook(settings);
-    m_buddy.view().setSleepDelay(std::chrono::minutes(settings.sleepAfterMinutes));
-    m_presence.setSounds(settings.soundsEnabled);
-    QLocale::setDefault(
-        settings.dateLanguage == u"system" ? m_systemLocale : QLocale(settings.dateLanguage));
+    showLook(m_coordinator->state().of<SettingsState>().settings);
     if (m_panel)
         showPanelState();
 }
@@ -285,7 +280,8 @@ void AppDelegate::showState()
 void AppDelegate::showLook(const AppSettings& settings)
 {
     const Look look { settings.mascot, settings.mascotColorScheme, settings.mascotSizeScale,
-        settings.themePreference, settings.accentChoice };
+        settings.themePreference, settings.accentChoice, settings.dateLanguage,
+        settings.sleepAfterMinutes, settings.soundsEnabled };
     if (m_look == look)
         return;
     m_look = look;
@@ -295,7 +291,11 @@ void AppDelegate::showLook(const AppSettings& settings)
     m_buddy.view().setTheme(paletteFor(settings));
     m_bubbles.setTheme(paletteFor(settings));
     m_windows.setTheme(paletteFor(settings));
+    m_buddy.view().setSleepDelay(std::chrono::minutes(look.sleepAfterMinutes));
     m_presence.setSprite(sprite);
+    m_presence.setSounds(look.areSoundsWanted);
+    QLocale::setDefault(
+        look.dateLanguage == u"system" ? m_systemLocale : QLocale(look.dateLanguage));
     QApplication::setWindowIcon(BuddyFace::icon(sprite));
     m_desktopSettings.setValue(mascotKey, look.mascot);
     m_desktopSettings.setValue(schemeKey, look.colorScheme);

@@ -56,6 +56,9 @@ private:
         double sizeScale = 1;
         QString theme;
         QString accent;
+        QString dateLanguage;
+        int sleepAfterMinutes = 0;
+        bool areSoundsWanted = true;
 
         bool operator==(const Look&) const = default;
     };

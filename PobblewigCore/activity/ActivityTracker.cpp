@@ -10,13 +10,7 @@ namespace pobblewig {
 
 namespace {
 
-TimePoint startOfDay(QDate day, const Calendar& calendar)
-{
-    const auto start = day.startOfDay(calendar.timeZone);
-    return TimePoint(std::chrono::milliseconds(start.toMSecsSinceEpoch()));
-}
-
-/// A time without input that is longer than the last one noted continues it.
+/// Continues the last span without input, unless there was some since.
 void noteIdle(TimePoint now, double idleSeconds, ActivitySession& session)
 {
     constexpr size_t most = 200;
@@ -59,11 +53,9 @@ std::map<AppCategory, double> ActivityTracker::categoryDurations(
     };
     if (m_currentSession)
         add(*m_currentSession);
-    const auto today = calendar.day(now);
-    const auto start = startOfDay(today, calendar);
-    const auto end = startOfDay(today.addDays(1), calendar);
+    const auto today = ActivityDayLogic::day({}, calendar.day(now), calendar);
     for (const auto& session : m_history) {
-        if (start <= session.startedAt && session.startedAt < end)
+        if (today.start <= session.startedAt && session.startedAt < today.end)
             add(session);
     }
     std::map<AppCategory, double> durations;

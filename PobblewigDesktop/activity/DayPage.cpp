@@ -56,16 +56,22 @@ void DayPage::addDeletion()
 {
     addHeading(tr("Delete"));
     addGap();
-    m_deleteHour = deletion(tr("The last hour…"),
-        [this] { askToDelete(tr("Delete the activity of the last hour?"), lastHour()); });
+    m_deleteHour = deletion(tr("The last hour…"), [this] {
+        const auto span = lastHour();
+        askToDelete(tr("Delete the activity of the last hour?"), span,
+            [this, span] { m_desk.deleteActivity(span.from, span.to); });
+    });
     m_deleteDay = deletion(tr("This day…"), [this] {
         const auto day =
             ActivityDayLogic::day({}, m_day.isNull() ? today() : m_day, m_desk.calendar());
         const auto name = m_desk.calendar().locale.toString(day.day, QLocale::LongFormat);
-        askToDelete(tr("Delete the activity of %1?").arg(name), { day.start, day.end });
+        askToDelete(tr("Delete the activity of %1?").arg(name), { day.start, day.end },
+            [this, day] { m_desk.deleteActivity(day.start, day.end); });
     });
-    m_deleteAll = deletion(
-        tr("Everything…"), [this] { askToDelete(tr("Delete all recorded activity?"), all()); });
+    m_deleteAll = deletion(tr("Everything…"), [this] {
+        askToDelete(
+            tr("Delete all recorded activity?"), all(), [this] { m_desk.deleteActivityHistory(); });
+    });
     auto* const buttons = new QWidget;
     auto* const row = new QHBoxLayout(buttons);
     row->setContentsMargins(0, 0, 0, gap);
@@ -131,7 +137,7 @@ DayPage::Span DayPage::all() const
     return span;
 }
 
-void DayPage::askToDelete(const QString& question, Span span)
+void DayPage::askToDelete(const QString& question, Span span, std::function<void()> act)
 {
     double seconds = 0;
     for (const auto& part : ActivityDayLogic::between(m_desk.sessions(), span.from, span.to))
@@ -145,8 +151,7 @@ void DayPage::askToDelete(const QString& question, Span span)
             .arg(ActivityCharts::duration(seconds)));
     auto* const agreed = box->addButton(tr("Delete"), QMessageBox::DestructiveRole);
     box->setDefaultButton(QMessageBox::Cancel);
-    connect(agreed, &QAbstractButton::clicked, this,
-        [this, span] { m_desk.deleteActivity(span.from, span.to); });
+    connect(agreed, &QAbstractButton::clicked, this, std::move(act));
     box->open();
 }
 

@@ -36,7 +36,7 @@ private:
     QDate today() const;
     Span lastHour() const;
     Span all() const;
-    void askToDelete(const QString& question, Span span);
+    void askToDelete(const QString& question, Span span, std::function<void()> act);
 
     ActivityDesk& m_desk;
     /// Null for today, whichever day that is.

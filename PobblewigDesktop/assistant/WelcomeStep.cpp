@@ -21,8 +21,8 @@ WelcomeStep::WelcomeStep(std::unique_ptr<QWidget> buddy)
     addText(tr("A small companion that lives at the edge of your screen. Click it to talk: "
                "about your work, your deadlines, or nothing in particular. It remembers "
                "what matters to you, so that you need not say it twice."));
-    addText(tr("All that it learns stays in plain files on this computer. What you say goes "
-               "to the model that you choose, and nowhere else."));
+    addText(tr("All that it learns is kept in plain files on this computer. Only the model "
+               "that you choose gets to read it, with what you say."));
     addText(tr("The next pages take two minutes. Skip what you like: everything can be "
                "changed later in the settings."));
 }

@@ -35,8 +35,9 @@ std::optional<Enum> chosen(const QComboBox& box)
 
 NotesPage::NotesPage(AppCoordinator& coordinator, const Calendar& calendar)
     : EntryPage({ .title = tr("Notes"),
-        .explanation = tr("What Pobblewig knows about you. The model reads all active notes with "
-                          "every message. Correct a note below the list, or delete it."),
+        .explanation = tr("What Pobblewig knows about you. The model reads the active notes with "
+                          "every message; of very many, the newest. Correct a note below the list, "
+                          "or delete it."),
         .empty = tr("Notes appear here as you talk: say \"remember that I like tea\" in the "
                     "chat."),
         .search = tr("Search notes"),
