@@ -1,5 +1,6 @@
 """Drives the real program as a person would: by what its controls are called and what they show."""
 
+import functools
 import json
 import os
 import pathlib
@@ -26,6 +27,20 @@ def wait_for(condition, what, limit=30.0):
         if time.monotonic() > deadline:
             raise AssertionError(f"waited {limit:g} s in vain for {what}")
         time.sleep(0.02)
+
+
+def steadily(read):
+    """Reads a window anew while a part of it goes away under the reader."""
+    @functools.wraps(read)
+    def steady(*arguments):
+        deadline = time.monotonic() + 5.0
+        while True:
+            try:
+                return read(*arguments)
+            except GLib.Error:
+                if time.monotonic() > deadline:
+                    raise
+    return steady
 
 
 class DemoModel:
@@ -141,6 +156,7 @@ class Program:
                                 str(self.process.pid)], timeout=30, capture_output=True, text=True)
         return set(found.stdout.split())
 
+    @steadily
     def place_of(self, row):
         """On the screen; rows are counted from the end with negative numbers."""
         rows = list(children(self.control("Conversation")))
@@ -159,12 +175,14 @@ class Program:
     def is_usable(self, name):
         return self.usable(name) is not None
 
+    @steadily
     def usable(self, name):
         """The control of that name that can be pressed now, or nothing."""
         application = self.application()
         found = all_below(application, name) if application else ()
         return next(filter(can_be_pressed, found), None)
 
+    @steadily
     def shown(self, name):
         """The text of a label that is on the screen, or nothing."""
         control = self.find(name)
@@ -182,26 +200,26 @@ class Program:
             wait_for(lambda: self.focused() not in (None, before), "another focus")
         raise AssertionError(f'no way by Tab to "{name}"')
 
+    @steadily
     def focused(self):
         """The name of the control that has the focus, or nothing."""
         return next(focused_below(self.application()), None)
 
+    @steadily
     def texts_shown(self):
         """All that the windows say at the moment."""
         return " ".join(shown_below(self.application()))
 
+    @steadily
     def texts_below(self, node):
         """All that a part of the window says."""
         own = [node.get_name(), node.get_description()]
         return " ".join(filter(None, own + [self.texts_below(child) for child in children(node)]))
 
+    @steadily
     def conversation(self):
         """The rows of the conversation as assistive technology reads them."""
-        rows = self.control("Conversation")
-        try:
-            return [row.get_name() for row in children(rows)]
-        except GLib.Error:  # A row went while it was read.
-            return []
+        return [row.get_name() for row in children(self.control("Conversation"))]
 
     def chat_file(self):
         file = self.data / "chat.json"
@@ -214,11 +232,13 @@ class Program:
     def control(self, name):
         return wait_for(lambda: self.find(name), f'a control named "{name}"')
 
+    @steadily
     def find(self, name):
         application = self.application()
         return next(all_below(application, name), None) if application else None
 
     def window_titled(self, title):
+        @steadily
         def find():
             application = self.application()
             return application and any(
