@@ -93,11 +93,13 @@ AppCoordinator::AppCoordinator(Parts parts)
           .deleting = [this] { m_librarian.service().abandonRuns(); },
           .forgetting = [this] { forgetEverywhere(); },
           .forgotten = [this] { chat().reload(); } })
-    , m_connections(m_stores.memory.reference, m_parts.moment)
+    , m_canvas(m_stores.memory.reference)
+    , m_calendars(m_stores.memory.reference, m_parts.moment)
     , m_folders(m_stores.settings, m_parts.appDataReading.get())
     // The conversation ticks first, so that the records of a session are written before the rest.
     , m_features { { &m_keySafety }, { &m_librarian }, { &m_conversation }, { &m_settings },
-        { &m_activity }, { &m_memory }, { &m_connections }, { &m_folders }, { &m_proposals } }
+        { &m_activity }, { &m_memory }, { &m_canvas }, { &m_calendars }, { &m_folders },
+        { &m_proposals } }
 {
     std::vector<Tool> tools;
     for (const auto& entry : m_features) {

@@ -3,7 +3,8 @@
 #include "DiagnosticsInfo.h"
 #include "StoreRoom.h"
 #include "activity/ActivityFeature.h"
-#include "connections/ConnectionsFeature.h"
+#include "connections/calendars/CalendarsFeature.h"
+#include "connections/canvas/CanvasFeature.h"
 #include "conversation/ConversationFeature.h"
 #include "conversation/ProposalFeature.h"
 #include "folders/FoldersFeature.h"
@@ -146,7 +147,8 @@ private:
     ConversationLibrary m_library;
     ProposalFeature m_proposals;
     MemoryFeature m_memory;
-    ConnectionsFeature m_connections;
+    CanvasFeature m_canvas;
+    CalendarsFeature m_calendars;
     FoldersFeature m_folders;
     std::vector<Entry> m_features;
 

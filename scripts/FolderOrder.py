@@ -19,7 +19,7 @@ ORDER = rooms(
     "wire", "memory",
     "memory/history", "memory/librarian", "memory/recall", "folders", "screen",
     "activity", "connections", "connections/calendars", "connections/canvas",
-    "connections/classroom", "conversation/attachments", "conversation/proposals", "conversation",
+    "connections/classroom", "interventions", "conversation/attachments", "conversation/proposals", "conversation",
     "memes", "notes", "cloud", "buddy", "presence") + [CORE]
 ORDER += rooms(LINUX, "desktop", "x11", "wayland", "portal", "modules") + [LINUX]
 ORDER += rooms(

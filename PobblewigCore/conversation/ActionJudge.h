@@ -1,6 +1,6 @@
 #pragma once
 
-#include "connections/CalendarDataProviding.h"
+#include "connections/calendars/CalendarDataProviding.h"
 #include "conversation/proposals/ActionVerdict.h"
 #include "conversation/proposals/BuddyAction.h"
 #include "features/Stores.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "connections/CalendarDataProviding.h"
+#include "connections/calendars/CalendarDataProviding.h"
 #include "conversation/ActionJudge.h"
 #include "conversation/ChatService.h"
 #include "conversation/proposals/BuddyAction.h"

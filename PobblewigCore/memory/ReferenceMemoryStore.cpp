@@ -189,13 +189,25 @@ std::optional<ReferenceItem> ReferenceMemoryStore::upsertItem(ReferenceItem item
 Task<ReferenceFindings::Count> ReferenceMemoryStore::take(ReferenceFindings findings)
 {
     ReferenceFindings::Count taken;
+    const auto dropped = dropItemsIf([&](const auto& item) {
+        return std::ranges::find(findings.gone, item.id) != findings.gone.end();
+    });
     for (auto& item : findings.items)
         taken.items += put(std::move(item)) != nullptr;
     for (const auto& section : findings.sections)
         taken.sections += propose(section);
-    if (taken.items + taken.sections > 0)
+    if (taken.items + taken.sections + dropped > 0)
         co_await m_file.saveBeside(m_data);
     co_return taken;
+}
+
+Task<> ReferenceMemoryStore::replaceItems(QString path, std::vector<ReferenceItem> items)
+{
+    if (itemsInOrder(path) == items)
+        co_return;
+    dropItemsIf([&](const auto& item) { return item.path == path; });
+    std::ranges::move(items, std::back_inserter(m_data.items));
+    co_await m_file.saveBeside(m_data);
 }
 
 void ReferenceMemoryStore::deleteItem(const QUuid& id)
@@ -278,6 +290,14 @@ const ReferenceItem* ReferenceMemoryStore::put(ReferenceItem item)
     return &stored;
 }
 
+std::vector<ReferenceItem> ReferenceMemoryStore::itemsInOrder(const QString& path) const
+{
+    std::vector<ReferenceItem> found;
+    std::ranges::copy_if(m_data.items, std::back_inserter(found),
+        [&](const auto& item) { return item.path == path; });
+    return found;
+}
+
 auto ReferenceMemoryStore::places() -> QHash<Place, size_t>&
 {
     if (!m_places) {
@@ -291,15 +311,22 @@ auto ReferenceMemoryStore::places() -> QHash<Place, size_t>&
     return *m_places;
 }
 
-int ReferenceMemoryStore::removeItemsIf(const std::function<bool(const ReferenceItem&)>& isUnwanted)
+int ReferenceMemoryStore::dropItemsIf(const std::function<bool(const ReferenceItem&)>& isUnwanted)
 {
     const auto count = std::erase_if(m_data.items, isUnwanted);
-    if (count == 0)
-        return 0;
-    m_searchTexts.forgetAll();
-    m_places.reset();
-    m_file.save(m_data);
+    if (count > 0) {
+        m_searchTexts.forgetAll();
+        m_places.reset();
+    }
     return int(count);
+}
+
+int ReferenceMemoryStore::removeItemsIf(const std::function<bool(const ReferenceItem&)>& isUnwanted)
+{
+    const auto count = dropItemsIf(isUnwanted);
+    if (count > 0)
+        m_file.save(m_data);
+    return count;
 }
 
 } // namespace pobblewig

@@ -24,6 +24,8 @@ struct ReferenceFindings {
 
     std::vector<ReferenceItem> items;
     std::vector<ReferenceSectionMeta> sections;
+    /// Items that are no longer true. They are removed before the others are taken.
+    std::vector<QUuid> gone = {};
 };
 
 /// Structured facts that are looked up on demand, kept in "reference.json".
@@ -78,6 +80,10 @@ public:
     /// The same for several items, and a proposal for each section, at once. The task ends when
     /// they are on disk.
     Task<ReferenceFindings::Count> take(ReferenceFindings findings);
+
+    /// Makes the items at exactly this path equal to the given ones, which may share a title.
+    /// Writes nothing if they are. The task ends when they are on disk.
+    Task<> replaceItems(QString path, std::vector<ReferenceItem> items);
     void deleteItem(const QUuid& id);
 
     /// Removes the items at this path and below it. Returns their number.
@@ -95,7 +101,9 @@ private:
     bool propose(const ReferenceSectionMeta& section);
     const ReferenceItem* put(ReferenceItem item);
     QHash<Place, size_t>& places();
+    std::vector<ReferenceItem> itemsInOrder(const QString& path) const;
     const ReferenceSectionMeta* section(const QString& path) const;
+    int dropItemsIf(const std::function<bool(const ReferenceItem&)>& isUnwanted);
     int removeItemsIf(const std::function<bool(const ReferenceItem&)>& isUnwanted);
 
     StoreFile m_file;

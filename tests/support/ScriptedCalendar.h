@@ -1,6 +1,6 @@
 #pragma once
 
-#include "connections/CalendarDataProviding.h"
+#include "connections/calendars/CalendarDataProviding.h"
 
 namespace pobblewig {
 

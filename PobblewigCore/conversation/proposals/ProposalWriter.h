@@ -1,6 +1,6 @@
 #pragma once
 
-#include "connections/CalendarDataProviding.h"
+#include "connections/calendars/CalendarDataProviding.h"
 #include "conversation/proposals/RuleProposal.h"
 #include "features/Stores.h"
 #include "foundation/Moment.h"

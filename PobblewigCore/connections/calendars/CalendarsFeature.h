@@ -6,11 +6,11 @@
 
 namespace pobblewig {
 
-/// The deadlines, events and reminders of the next days, whatever their source.
-class ConnectionsFeature : public Feature {
+/// The events and reminders of the user's calendars.
+class CalendarsFeature : public Feature {
 public:
     /// Both must outlive the feature.
-    ConnectionsFeature(const ReferenceMemoryStore& reference, const Moment& moment);
+    CalendarsFeature(const ReferenceMemoryStore& reference, const Moment& moment);
 
     std::vector<QString> situation(TimePoint now) const override;
 

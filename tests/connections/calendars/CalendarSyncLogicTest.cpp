@@ -1,7 +1,7 @@
-#include "connections/CalendarSyncLogic.h"
+#include "connections/calendars/CalendarSyncLogic.h"
 
-#include "connections/CalendarDataProviding.h"
-#include "connections/CanvasSyncLogic.h"
+#include "connections/calendars/CalendarDataProviding.h"
+#include "connections/canvas/CanvasSyncLogic.h"
 #include "foundation/ISO8601.h"
 #include "support/Awaited.h"
 #include "support/Joined.h"

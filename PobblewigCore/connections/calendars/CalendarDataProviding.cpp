@@ -1,4 +1,4 @@
-#include "connections/CalendarDataProviding.h"
+#include "connections/calendars/CalendarDataProviding.h"
 
 namespace pobblewig {
 

@@ -1,4 +1,4 @@
-#include "connections/CalendarSyncLogic.h"
+#include "connections/calendars/CalendarSyncLogic.h"
 
 #include "connections/DatedItems.h"
 

@@ -1,4 +1,4 @@
-#include "connections/CanvasSyncLogic.h"
+#include "connections/canvas/CanvasSyncLogic.h"
 
 #include "connections/DatedItems.h"
 
