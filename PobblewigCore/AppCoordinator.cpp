@@ -93,7 +93,12 @@ AppCoordinator::AppCoordinator(Parts parts)
           .deleting = [this] { m_librarian.service().abandonRuns(); },
           .forgetting = [this] { forgetEverywhere(); },
           .forgotten = [this] { chat().reload(); } })
-    , m_canvas(m_stores.memory.reference)
+    , m_canvas({ .http = *m_parts.http,
+          .settings = m_stores.settings,
+          .reference = m_stores.memory.reference,
+          .moment = m_parts.moment,
+          .environment = m_parts.environment,
+          .directory = m_room.directory() })
     , m_calendars(m_stores.memory.reference, m_parts.moment)
     , m_folders(m_stores.settings, m_parts.appDataReading.get())
     // The conversation ticks first, so that the records of a session are written before the rest.

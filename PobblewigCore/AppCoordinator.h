@@ -82,6 +82,7 @@ public:
     ProposalDesk& proposalDesk() { return m_proposals.desk(); }
     MemoryToolExecutor& toolExecutor() { return m_toolExecutor; }
     ModelDesk& modelDesk() { return m_modelDesk; }
+    CanvasFeature& canvas() { return m_canvas; }
 
     const PublishedState& state() const { return m_state; }
     const UsageCounter& usage() const { return m_stores.usage; }

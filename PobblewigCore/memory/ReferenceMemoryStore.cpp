@@ -125,6 +125,14 @@ std::vector<ReferenceItem> ReferenceMemoryStore::items(const QString& path) cons
     return items;
 }
 
+const ReferenceItem* ReferenceMemoryStore::itemTitled(
+    const QString& path, const QString& title) const
+{
+    const auto& known = places();
+    const auto found = known.constFind({ path, Text::normalized(title) });
+    return found == known.cend() ? nullptr : &m_data.items[*found];
+}
+
 std::vector<ReferenceSearchResult> ReferenceMemoryStore::search(
     const QString& query, const std::vector<QString>& paths, int limit) const
 {
@@ -298,7 +306,7 @@ std::vector<ReferenceItem> ReferenceMemoryStore::itemsInOrder(const QString& pat
     return found;
 }
 
-auto ReferenceMemoryStore::places() -> QHash<Place, size_t>&
+auto ReferenceMemoryStore::places() const -> QHash<Place, size_t>&
 {
     if (!m_places) {
         m_places.emplace();

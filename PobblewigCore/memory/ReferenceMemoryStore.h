@@ -59,6 +59,9 @@ public:
     /// The items at exactly this path, newest first.
     std::vector<ReferenceItem> items(const QString& path) const;
 
+    /// The item that `upsertItem` would replace, or null. Valid until the next change.
+    const ReferenceItem* itemTitled(const QString& path, const QString& title) const;
+
     /// The items that contain every word of the query, newest first. If `paths` are given, only
     /// items at or below them are searched. A query without words finds nothing.
     std::vector<ReferenceSearchResult> search(
@@ -100,7 +103,7 @@ private:
     void addMissingSections();
     bool propose(const ReferenceSectionMeta& section);
     const ReferenceItem* put(ReferenceItem item);
-    QHash<Place, size_t>& places();
+    QHash<Place, size_t>& places() const;
     std::vector<ReferenceItem> itemsInOrder(const QString& path) const;
     const ReferenceSectionMeta* section(const QString& path) const;
     int dropItemsIf(const std::function<bool(const ReferenceItem&)>& isUnwanted);
@@ -110,7 +113,7 @@ private:
     std::vector<ReferenceSectionMeta> m_fixedSections;
     ReferenceMemoryData m_data;
     /// The indices of the items; reset when items move, until the next addition needs it.
-    std::optional<QHash<Place, size_t>> m_places;
+    mutable std::optional<QHash<Place, size_t>> m_places;
     mutable SearchTexts m_searchTexts;
 };
 

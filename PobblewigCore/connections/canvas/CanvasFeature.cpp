@@ -12,17 +12,66 @@ constexpr int mostItems = 3;
 
 } // namespace
 
-CanvasFeature::CanvasFeature(const ReferenceMemoryStore& reference)
-    : m_reference(reference)
+CanvasFeature::CanvasFeature(const Parts& parts)
+    : SchoolFeature(parts)
+    , m_service(parts.http, parts.reference, parts.moment, parts.directory)
 {
+}
+
+Task<> CanvasFeature::connect(QString address, QString token)
+{
+    const auto typed = token.trimmed();
+    if (!typed.isEmpty())
+        co_await m.settings.setCanvasAPIToken(typed);
+    m.settings.update([&](AppSettings& settings) {
+        if (const auto url = address.trimmed(); !url.isEmpty())
+            settings.canvasBaseURL = url;
+        settings.canvasSyncEnabled = true;
+    });
+    co_await syncNow();
+}
+
+Task<> CanvasFeature::disconnect()
+{
+    m.settings.update([](AppSettings& settings) { settings.canvasSyncEnabled = false; });
+    co_await m.settings.setCanvasAPIToken(std::nullopt);
+    m_hasToken = false;
+    changed();
 }
 
 std::vector<QString> CanvasFeature::situation(TimePoint now) const
 {
     std::vector<QString> lines;
     addSituationLine(lines, QStringLiteral("Upcoming deadlines (Canvas): "),
-        CanvasSyncLogic::upcomingDeadlines(m_reference.allItems(), now, daysAhead, mostItems));
+        CanvasSyncLogic::upcomingDeadlines(m.reference.allItems(), now, daysAhead, mostItems));
     return lines;
+}
+
+void CanvasFeature::publish(PublishedState& state) const
+{
+    state.set(CanvasState { m_service.state(), isSyncing(), m_hasToken });
+}
+
+bool CanvasFeature::isEnabled() const
+{
+    return m.settings.settings().canvasSyncEnabled;
+}
+
+int CanvasFeature::intervalMinutes() const
+{
+    return m.settings.settings().canvasSyncIntervalMinutes;
+}
+
+Task<> CanvasFeature::sync()
+{
+    const auto environment = m.environment();
+    const auto token = co_await m.settings.canvasAPIToken(environment);
+    m_hasToken = token.has_value();
+    if (token)
+        co_await m_service.sync(m.settings.resolvedCanvasBaseURL(environment), *token);
+    else
+        record().fail(QStringLiteral("no Canvas token — paste one above first"), std::nullopt,
+            m.moment.now());
 }
 
 } // namespace pobblewig
