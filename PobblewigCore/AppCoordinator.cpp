@@ -93,18 +93,15 @@ AppCoordinator::AppCoordinator(Parts parts)
           .deleting = [this] { m_librarian.service().abandonRuns(); },
           .forgetting = [this] { forgetEverywhere(); },
           .forgotten = [this] { chat().reload(); } })
-    , m_canvas({ .http = *m_parts.http,
-          .settings = m_stores.settings,
-          .reference = m_stores.memory.reference,
-          .moment = m_parts.moment,
-          .environment = m_parts.environment,
-          .directory = m_room.directory() })
+    , m_canvas(schoolParts())
+    , m_classroom(schoolParts(),
+          { .baseURL = m_market.classroomBaseUrl, .backendBaseUrl = m_market.backendBaseUrl })
     , m_calendars(m_stores.memory.reference, m_parts.moment)
     , m_folders(m_stores.settings, m_parts.appDataReading.get())
     // The conversation ticks first, so that the records of a session are written before the rest.
     , m_features { { &m_keySafety }, { &m_librarian }, { &m_conversation }, { &m_settings },
-        { &m_activity }, { &m_memory }, { &m_canvas }, { &m_calendars }, { &m_folders },
-        { &m_proposals } }
+        { &m_activity }, { &m_memory }, { &m_canvas }, { &m_classroom }, { &m_calendars },
+        { &m_folders }, { &m_proposals } }
 {
     std::vector<Tool> tools;
     for (const auto& entry : m_features) {
@@ -197,6 +194,16 @@ Task<> AppCoordinator::startUp()
     for (const auto& entry : m_features)
         entry.feature->start();
     co_await pollOnce();
+}
+
+SchoolFeature::Parts AppCoordinator::schoolParts()
+{
+    return { .http = *m_parts.http,
+        .settings = m_stores.settings,
+        .reference = m_stores.memory.reference,
+        .moment = m_parts.moment,
+        .environment = m_parts.environment,
+        .directory = m_room.directory() };
 }
 
 SituationSnapshot AppCoordinator::buildSituation() const

@@ -5,6 +5,7 @@
 #include "activity/ActivityFeature.h"
 #include "connections/calendars/CalendarsFeature.h"
 #include "connections/canvas/CanvasFeature.h"
+#include "connections/classroom/ClassroomFeature.h"
 #include "conversation/ConversationFeature.h"
 #include "conversation/ProposalFeature.h"
 #include "folders/FoldersFeature.h"
@@ -83,6 +84,7 @@ public:
     MemoryToolExecutor& toolExecutor() { return m_toolExecutor; }
     ModelDesk& modelDesk() { return m_modelDesk; }
     CanvasFeature& canvas() { return m_canvas; }
+    ClassroomFeature& classroom() { return m_classroom; }
 
     const PublishedState& state() const { return m_state; }
     const UsageCounter& usage() const { return m_stores.usage; }
@@ -127,6 +129,7 @@ private:
     };
 
     Task<> startUp();
+    SchoolFeature::Parts schoolParts();
     SituationSnapshot buildSituation() const;
     void forgetEverywhere();
 
@@ -149,6 +152,7 @@ private:
     ProposalFeature m_proposals;
     MemoryFeature m_memory;
     CanvasFeature m_canvas;
+    ClassroomFeature m_classroom;
     CalendarsFeature m_calendars;
     FoldersFeature m_folders;
     std::vector<Entry> m_features;

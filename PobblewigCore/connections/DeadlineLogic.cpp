@@ -1,6 +1,7 @@
 #include "connections/DeadlineLogic.h"
 
 #include "connections/DatedItems.h"
+#include "connections/ItemDetails.h"
 #include "connections/ShortDate.h"
 #include "memory/SessionBoundary.h"
 
@@ -12,16 +13,10 @@ namespace {
 
 constexpr QStringView dueKey = u"dueAt";
 
-const JSONValue* detail(const ReferenceItem& item, QStringView key)
-{
-    const auto found = item.details.find(key.toString());
-    return found == item.details.end() ? nullptr : &found->second;
-}
-
 bool isUnsubmitted(const ReferenceItem& item)
 {
-    const auto* state = detail(item, u"submissionState");
-    return !state || state->displayString() == u"unsubmitted";
+    const auto state = ItemDetails::text(item, u"submissionState");
+    return state.isEmpty() || state == u"unsubmitted";
 }
 
 } // namespace
@@ -73,8 +68,8 @@ std::vector<ReferenceItem> DeadlineLogic::unsubmitted(const std::vector<Referenc
 QString DeadlineLogic::reminderKey(
     QStringView prefix, QStringView workKey, const ReferenceItem& item, const Day& day)
 {
-    const auto* given = detail(item, workKey);
-    const auto id = given ? given->displayString() : json::Codec<QUuid>::text(item.id);
+    const auto given = ItemDetails::text(item, workKey);
+    const auto id = given.isEmpty() ? json::Codec<QUuid>::text(item.id) : given;
     return QStringLiteral("%1-%2-%3")
         .arg(prefix, id, SessionBoundary::dayKey(day.now, day.calendar));
 }

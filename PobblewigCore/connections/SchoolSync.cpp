@@ -1,6 +1,7 @@
 #include "connections/SchoolSync.h"
 
 #include "connections/DatedItems.h"
+#include "connections/ItemDetails.h"
 #include "connections/SyncSchedule.h"
 
 #include "foundation/ISO8601.h"
@@ -14,12 +15,6 @@ namespace {
 constexpr auto longestRest = std::chrono::days(1);
 constexpr auto keptWhenUnread = std::chrono::days(30);
 constexpr auto keptReminders = std::chrono::days(60);
-
-QString detail(const ReferenceItem& item, QStringView key)
-{
-    const auto found = item.details.find(key.toString());
-    return found == item.details.end() ? QString() : found->second.displayString();
-}
 
 /// A reminder's key ends in its day.
 void dropOld(std::set<QString>& reminderKeys, TimePoint now)
@@ -80,9 +75,10 @@ Task<> SchoolSync::sweep(Reading reading, TimePoint now)
         if (item.path != deadlinesPath || item.source != m_source.name)
             continue;
         const auto due = DatedItems::date(item, u"dueAt");
-        const auto isGone = reading.readCourses.contains(detail(item, m_source.courseKey))
+        const auto isGone =
+            reading.readCourses.contains(ItemDetails::text(item, m_source.courseKey))
             || (due && *due + keptWhenUnread < now);
-        if (isGone && !reading.seenWork.contains(detail(item, m_source.workKey)))
+        if (isGone && !reading.seenWork.contains(ItemDetails::text(item, m_source.workKey)))
             findings.gone.push_back(item.id);
     }
     if (!findings.gone.empty())

@@ -17,6 +17,7 @@ struct MarketConfig {
     QString appcastUrl = QStringLiteral("about:blank");
     QString downloadUrl = QStringLiteral("about:blank");
     QString defaultCanvasBaseUrl = QStringLiteral("https://canvas.instructure.com");
+    QString classroomBaseUrl = QStringLiteral("https://classroom.googleapis.com/v1");
     /// A server on this machine, so that without a configuration no request leaves it.
     QString defaultVendorBaseUrl = QStringLiteral("http://127.0.0.1:11434/v1");
     QString defaultVendorLabel = QStringLiteral("local");
@@ -50,6 +51,7 @@ constexpr auto MarketConfig::jsonFields()
         defaulted("appcastUrl", &M::appcastUrl),
         defaulted("downloadUrl", &M::downloadUrl),
         defaulted("defaultCanvasBaseUrl", &M::defaultCanvasBaseUrl),
+        defaulted("classroomBaseUrl", &M::classroomBaseUrl),
         defaulted("defaultVendorBaseUrl", &M::defaultVendorBaseUrl),
         defaulted("defaultVendorLabel", &M::defaultVendorLabel),
     };

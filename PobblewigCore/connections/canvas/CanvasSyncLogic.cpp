@@ -2,9 +2,9 @@
 
 #include "connections/DatedItems.h"
 #include "connections/DeadlineLogic.h"
+#include "connections/ItemDetails.h"
 #include "connections/SyncSchedule.h"
 #include "connections/canvas/CanvasDateParser.h"
-#include "foundation/Text.h"
 
 #include <algorithm>
 
@@ -38,47 +38,18 @@ std::vector<CanvasCourse> matching(
     return chosen;
 }
 
-/// Nothing for an absent or blank text.
-std::optional<QString> words(const std::optional<QString>& text)
-{
-    auto line = text ? Text::foreignLine(*text).trimmed() : QString();
-    return line.isEmpty() ? std::nullopt : std::optional(std::move(line));
-}
-
 CanvasEnrollmentScore score(const CanvasCourse& course)
 {
     const auto& enrollments = course.enrollments;
     return enrollments && !enrollments->empty() ? enrollments->front() : CanvasEnrollmentScore();
 }
 
-void add(ReferenceItem& item, QStringView key, const std::optional<QString>& value)
-{
-    if (const auto text = words(value))
-        item.details.insert_or_assign(key.toString(), JSONValue(*text));
-}
-
-void add(ReferenceItem& item, QStringView key, std::optional<double> value)
-{
-    if (value)
-        item.details.insert_or_assign(key.toString(), JSONValue(*value));
-}
-
-ReferenceItem newItem(QStringView path, const QString& title, TimePoint now)
-{
-    return { .id = QUuid::createUuid(),
-        .path = path.toString(),
-        .title = title,
-        .source = CanvasSyncLogic::source.name.toString(),
-        .createdAt = now,
-        .updatedAt = now };
-}
-
 QString courseSummary(const CanvasCourse& course)
 {
     QStringList parts;
-    if (const auto code = words(course.courseCode))
+    if (const auto code = ItemDetails::words(course.courseCode))
         parts << *code;
-    if (const auto term = course.term ? words(course.term->name) : std::nullopt)
+    if (const auto term = course.term ? ItemDetails::words(course.term->name) : std::nullopt)
         parts << *term;
     if (const auto current = score(course).computedCurrentScore)
         parts << QStringLiteral("current score %1").arg(CanvasSyncLogic::formatScore(*current));
@@ -97,24 +68,25 @@ std::vector<CanvasCourse> CanvasSyncLogic::selectAssignmentCourses(
 
 QString CanvasSyncLogic::courseName(const CanvasCourse& course)
 {
-    return words(course.name)
-        .value_or(words(course.courseCode).value_or(QStringLiteral("Untitled course")));
+    return ItemDetails::words(course.name)
+        .value_or(
+            ItemDetails::words(course.courseCode).value_or(QStringLiteral("Untitled course")));
 }
 
 QString CanvasSyncLogic::courseCode(const CanvasCourse& course)
 {
-    return words(course.courseCode).value_or(courseName(course));
+    return ItemDetails::words(course.courseCode).value_or(courseName(course));
 }
 
 ReferenceItem CanvasSyncLogic::courseItem(const CanvasCourse& course, TimePoint now)
 {
-    auto item = newItem(coursesPath, courseName(course), now);
+    auto item = ItemDetails::newItem(coursesPath, courseName(course), source.name, now);
     item.summary = courseSummary(course);
-    add(item, source.courseKey, QString::number(course.id));
-    add(item, u"term", course.term ? course.term->name : std::nullopt);
-    add(item, u"workflowState", course.workflowState);
-    add(item, u"currentScore", score(course).computedCurrentScore);
-    add(item, u"currentGrade", score(course).computedCurrentGrade);
+    ItemDetails::add(item, source.courseKey, QString::number(course.id));
+    ItemDetails::add(item, u"term", course.term ? course.term->name : std::nullopt);
+    ItemDetails::add(item, u"workflowState", course.workflowState);
+    ItemDetails::add(item, u"currentScore", score(course).computedCurrentScore);
+    ItemDetails::add(item, u"currentGrade", score(course).computedCurrentGrade);
     return item;
 }
 
@@ -125,19 +97,21 @@ std::optional<ReferenceItem> CanvasSyncLogic::deadlineItem(const CanvasAssignmen
     const auto& published = assignment.workflowState;
     if (!due || (published && *published != u"published"))
         return std::nullopt;
-    const auto name = words(assignment.name).value_or(QStringLiteral("Untitled assignment"));
-    auto item = newItem(deadlinesPath, name, now);
+    const auto name =
+        ItemDetails::words(assignment.name).value_or(QStringLiteral("Untitled assignment"));
+    auto item = ItemDetails::newItem(deadlinesPath, name, source.name, now);
     const auto state = submissionState(assignment.submission);
     item.summary = DeadlineLogic::summary(
         { *due, courseName(course), assignment.pointsPossible, state }, calendar);
-    add(item, source.workKey, QString::number(assignment.id));
-    add(item, source.courseKey, QString::number(course.id));
-    add(item, u"course", courseName(course));
-    add(item, u"dueAt", CanvasDateParser::string(*due));
-    add(item, u"submissionState", state);
-    add(item, u"pointsPossible", assignment.pointsPossible);
-    add(item, u"score", assignment.submission ? assignment.submission->score : std::nullopt);
-    add(item, u"htmlURL", assignment.htmlURL);
+    ItemDetails::add(item, source.workKey, QString::number(assignment.id));
+    ItemDetails::add(item, source.courseKey, QString::number(course.id));
+    ItemDetails::add(item, u"course", courseName(course));
+    ItemDetails::add(item, u"dueAt", CanvasDateParser::string(*due));
+    ItemDetails::add(item, u"submissionState", state);
+    ItemDetails::add(item, u"pointsPossible", assignment.pointsPossible);
+    ItemDetails::add(
+        item, u"score", assignment.submission ? assignment.submission->score : std::nullopt);
+    ItemDetails::add(item, u"htmlURL", assignment.htmlURL);
     return item;
 }
 
