@@ -96,12 +96,13 @@ AppCoordinator::AppCoordinator(Parts parts)
     , m_canvas(schoolParts())
     , m_classroom(schoolParts(),
           { .baseURL = m_market.classroomBaseUrl, .backendBaseUrl = m_market.backendBaseUrl })
+    , m_interventions(interventionParts())
     , m_calendars(m_stores.memory.reference, m_parts.moment)
     , m_folders(m_stores.settings, m_parts.appDataReading.get())
     // The conversation ticks first, so that the records of a session are written before the rest.
     , m_features { { &m_keySafety }, { &m_librarian }, { &m_conversation }, { &m_settings },
         { &m_activity }, { &m_memory }, { &m_canvas }, { &m_classroom }, { &m_calendars },
-        { &m_folders }, { &m_proposals } }
+        { &m_interventions }, { &m_folders }, { &m_proposals } }
 {
     std::vector<Tool> tools;
     for (const auto& entry : m_features) {
@@ -179,12 +180,13 @@ void AppCoordinator::startNewSession()
     spawn(m_conversation.sessionEnd().startNewSession());
 }
 
-void AppCoordinator::deliverProactiveMessage(const QString& text, const QUuid& interventionID)
+void AppCoordinator::deliverProactiveMessage(
+    const QString& text, const QUuid& interventionID, bool isAnnounced)
 {
     chat().say(text, interventionID);
     m_stores.usage.addIntervention();
     refresh();
-    if (onInterventionFired)
+    if (isAnnounced && onInterventionFired)
         onInterventionFired(text);
 }
 
@@ -206,6 +208,28 @@ SchoolFeature::Parts AppCoordinator::schoolParts()
         .directory = m_room.directory() };
 }
 
+InterventionsFeature::Parts AppCoordinator::interventionParts()
+{
+    return {
+        .stores = m_stores,
+        .moment = m_parts.moment,
+        .models = *m_models,
+        .directory = m_room.directory(),
+        .sources = deadlineSources(m_canvas, m_classroom),
+        .occupation = m_parts.occupation,
+        .currentApp =
+            [this] {
+                const auto& session = m_activity.tracker().currentSession();
+                return session ? session->applicationName : QString();
+            },
+        .deliver =
+            [this](const InterventionRecord& record, bool isAnnounced) {
+                deliverProactiveMessage(record.message, record.id, isAnnounced);
+            },
+        .say = [this](const QString& text) { chat().say(text); },
+    };
+}
+
 SituationSnapshot AppCoordinator::buildSituation() const
 {
     const auto now = m_parts.moment.now();
@@ -220,6 +244,7 @@ SituationSnapshot AppCoordinator::buildSituation() const
         .now = now,
         .calendar = m_parts.moment.calendar(),
         .lines = std::move(lines),
+        .canvasIsMissing = !m_canvas.isConnected(),
     });
 }
 

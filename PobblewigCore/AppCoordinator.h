@@ -9,6 +9,7 @@
 #include "conversation/ConversationFeature.h"
 #include "conversation/ProposalFeature.h"
 #include "folders/FoldersFeature.h"
+#include "interventions/InterventionsFeature.h"
 #include "memory/history/ConversationLibrary.h"
 #include "memory/librarian/LibrarianFeature.h"
 #include "memory/recall/MemoryFeature.h"
@@ -69,6 +70,8 @@ public:
         std::unique_ptr<CalendarDataProviding> calendarProvider = {};
         ActivityFeature::Observation observation = {};
         ScreenAccess screen = {};
+        /// Null if nothing tells.
+        OccupationProviding* occupation = nullptr;
         std::chrono::milliseconds pollInterval = std::chrono::seconds(20);
     };
 
@@ -85,6 +88,7 @@ public:
     ModelDesk& modelDesk() { return m_modelDesk; }
     CanvasFeature& canvas() { return m_canvas; }
     ClassroomFeature& classroom() { return m_classroom; }
+    InterventionsFeature& interventions() { return m_interventions; }
 
     const PublishedState& state() const { return m_state; }
     const UsageCounter& usage() const { return m_stores.usage; }
@@ -112,8 +116,10 @@ public:
     /// opens an empty one. What cannot be archived stays.
     void startNewSession();
 
-    /// Adds a message that the companion begins to the conversation and announces it.
-    void deliverProactiveMessage(const QString& text, const QUuid& interventionID);
+    /// Adds a message that the companion begins to the conversation, and announces it unless the
+    /// user is looking there.
+    void deliverProactiveMessage(
+        const QString& text, const QUuid& interventionID, bool isAnnounced = true);
 
     /// Called when a proactive message was added to the conversation, so that the buddy shows it.
     std::function<void(const QString& message)> onInterventionFired;
@@ -130,6 +136,7 @@ private:
 
     Task<> startUp();
     SchoolFeature::Parts schoolParts();
+    InterventionsFeature::Parts interventionParts();
     SituationSnapshot buildSituation() const;
     void forgetEverywhere();
 
@@ -153,6 +160,7 @@ private:
     MemoryFeature m_memory;
     CanvasFeature m_canvas;
     ClassroomFeature m_classroom;
+    InterventionsFeature m_interventions;
     CalendarsFeature m_calendars;
     FoldersFeature m_folders;
     std::vector<Entry> m_features;

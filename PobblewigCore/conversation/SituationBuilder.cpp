@@ -44,6 +44,7 @@ SituationSnapshot SituationBuilder::snapshot(const Situation& situation)
         .currentForm = SettingsSituation::currentForm(situation.settings),
         .sessionInfo = MemorySituation::sessionInfo(
             situation.memory.sessions.activeSession(), situation.calendar),
+        .canvasIsMissing = situation.canvasIsMissing,
     };
     if (situation.settings.memoryEnabled)
         addMemory(snapshot, situation);

@@ -17,6 +17,7 @@ struct Situation {
     Calendar calendar;
     /// The lines of each feature, in the features' order.
     QStringList lines;
+    bool canvasIsMissing = false;
 };
 
 namespace SituationBuilder {

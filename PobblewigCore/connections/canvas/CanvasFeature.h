@@ -25,6 +25,9 @@ public:
     /// Forgets the token and switches the sync off. What was read stays.
     Task<> disconnect();
 
+    /// Whether the user has set it up.
+    bool isConnected() const { return isEnabled(); }
+
     CanvasService& service() { return m_service; }
     SchoolSync& record() override { return m_service.record(); }
 
