@@ -18,6 +18,12 @@
 
 namespace pobblewig {
 
+struct ScriptedOccupation : OccupationProviding {
+    Occupation now = Occupation::none;
+
+    Task<Occupation> occupation() override { co_return Occupation(now); }
+};
+
 /// The program without its windows, in a directory of its own, on a clock that goes on whenever it
 /// is looked at.
 class World {
@@ -48,6 +54,7 @@ public:
             .models = std::move(models),
             .calendarProvider = std::make_unique<ScriptedCalendar>(),
             .observation = { .frontmostProvider = &desktop },
+            .occupation = &occupation,
             .pollInterval = pollInterval,
         });
         m_program->start();
@@ -96,6 +103,7 @@ public:
     std::chrono::milliseconds step { 1 };
     std::chrono::milliseconds pollInterval = std::chrono::hours(1);
     ScriptedFrontmostApp desktop;
+    ScriptedOccupation occupation;
     ScriptedProvider model;
     ScriptedProvider librarian;
 
