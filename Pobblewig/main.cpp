@@ -62,6 +62,7 @@ AppCoordinator::Parts parts(LinuxSession& session)
             .identifierOf = ApplicationIdentifiers::identifier,
             .report = session.observation() },
         .screen = { session.capturer(), &session.permissions() },
+        .occupation = &session.occupation(),
     };
 }
 

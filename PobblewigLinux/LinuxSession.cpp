@@ -36,6 +36,7 @@ LinuxSession::LinuxSession(
     , m_capturer(makeCapturer(x11, bus))
     , m_hotKeys(makeHotKeys(x11, bus))
     , m_windows(windowActivation(x11))
+    , m_occupation(x11, m_observation.provider(), bus)
 {
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PobblewigLinux/SessionObservation.h"
+#include "PobblewigLinux/SessionOccupation.h"
 #include "PobblewigLinux/SessionPermissions.h"
 #include "presence/HotKeyProviding.h"
 #include "presence/WindowActivating.h"
@@ -26,6 +27,7 @@ public:
 
     HotKeyProviding& hotKeys() { return *m_hotKeys; }
     WindowActivating& windows() { return *m_windows; }
+    OccupationProviding& occupation() { return m_occupation; }
 
     /// The password managers of this platform.
     static std::vector<QString> alwaysExcluded();
@@ -39,6 +41,7 @@ private:
     std::unique_ptr<ScreenCapturing> m_capturer;
     std::unique_ptr<HotKeyProviding> m_hotKeys;
     std::unique_ptr<WindowActivating> m_windows;
+    SessionOccupation m_occupation;
 };
 
 } // namespace pobblewig
