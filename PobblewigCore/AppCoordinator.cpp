@@ -129,6 +129,7 @@ DiagnosticsInfo AppCoordinator::diagnostics() const
     return {
         .observation = m_activity.report(),
         .ruleVerdicts = m_activity.ruleVerdicts(),
+        .proactiveVerdicts = m_state.of<InterventionsState>().verdicts,
         .totalToolCalls = m_toolExecutor.totalCalls(),
         .librarianLastRunAt = librarian.lastRunAt(),
         .librarianLastError = librarian.lastError(),

@@ -34,6 +34,8 @@ QString DiagnosticsInfo::text() const
     QStringList sections { section(QStringLiteral("Observation"), observed + observation.notes) };
     if (!ruleVerdicts.isEmpty())
         sections.append(section(QStringLiteral("Rules"), ruleVerdicts));
+    if (!proactiveVerdicts.isEmpty())
+        sections.append(section(QStringLiteral("Speaking first"), proactiveVerdicts));
     sections.append(section(QStringLiteral("Memory tools"),
         { QStringLiteral("Calls since the start: %1").arg(totalToolCalls) }));
     sections.append(section(QStringLiteral("Librarian"),

@@ -10,6 +10,8 @@ struct DiagnosticsInfo {
     ObservationReport observation;
     /// What each rule would do now, and why.
     QStringList ruleVerdicts;
+    /// Why the companion spoke first, or did not.
+    QStringList proactiveVerdicts;
     /// The number of memory tool calls by models since the start.
     int totalToolCalls = 0;
     /// The librarian's latest successful run, and its latest error.

@@ -331,6 +331,8 @@ void AppDelegate::setChatShown(bool isShown)
 {
     m_presence.setChatShown(isShown);
     m_bubbles.setChatShown(isShown);
+    if (isShown)
+        spawn(m_coordinator->interventions().deliverDailyBriefingIfDue());
 }
 
 void AppDelegate::quote(const QString& text)

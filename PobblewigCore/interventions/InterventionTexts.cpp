@@ -77,6 +77,15 @@ std::vector<Tool> InterventionTexts::tools(const InterventionService& service, c
     } };
 }
 
+QString InterventionTexts::kind(const QString& triggerType)
+{
+    if (triggerType == u"canvas_deadline")
+        return u"Canvas deadlines"_s;
+    if (triggerType == u"classroom_deadline")
+        return u"Google Classroom deadlines"_s;
+    return triggerType == u"daily_briefing" ? u"Daily briefing"_s : triggerType;
+}
+
 QString InterventionTexts::style(InterventionStyle style)
 {
     switch (style) {

@@ -17,6 +17,9 @@ QString list(const std::vector<InterventionRecord>& records, const Calendar& cal
 /// `interventions_recent`. Both must outlive it.
 std::vector<Tool> tools(const InterventionService& service, const Moment& moment);
 
+/// The kind of message in words, such as "Daily briefing".
+QString kind(const QString& triggerType);
+
 /// Such as "gentle and curious".
 QString style(InterventionStyle style);
 

@@ -17,11 +17,17 @@ namespace {
 
 using ProactiveLogic::QuickAnswer;
 
+const auto switchedOff = QStringLiteral("switched off");
 const auto briefingTrigger = QStringLiteral("daily_briefing");
 constexpr size_t publishedRecords = 5;
 /// A model that keeps failing is asked less often, since each attempt may cost money.
 constexpr int patience = 3;
 constexpr auto restAfterFailures = std::chrono::minutes(5);
+
+QString notSent(const QString& reason)
+{
+    return QStringLiteral("not sent: %1").arg(reason);
+}
 
 DatedObservation observation(const QString& summary, std::vector<QString> facts, TimePoint now)
 {
@@ -68,13 +74,13 @@ std::vector<Tool> InterventionsFeature::tools()
 
 void InterventionsFeature::publish(PublishedState& state) const
 {
-    state.set(InterventionsState { m_service.recentRecords(publishedRecords), m_verdicts });
+    state.set(InterventionsState { m_service.recentRecords(publishedRecords), verdicts() });
 }
 
 Task<> InterventionsFeature::checkDeadlines(DeadlineSource source)
 {
     if (!(m_settings.settings().*source.isEnabled))
-        co_return keepVerdict(source.triggerType, QStringLiteral("switched off"));
+        co_return keepVerdict(source.triggerType, switchedOff);
     const auto rest = m_notBefore.find(source.triggerType);
     if (rest != m_notBefore.end() && m.moment.now() < rest->second)
         co_return;
@@ -83,8 +89,7 @@ Task<> InterventionsFeature::checkDeadlines(DeadlineSource source)
     const auto silent = co_await silence(source.triggerType);
     const auto reminder = nextReminder(source);
     if (silent)
-        co_return keepVerdict(
-            source.triggerType, QStringLiteral("not sent: ") + ProactiveLogic::inWords(*silent));
+        co_return keepVerdict(source.triggerType, notSent(ProactiveLogic::inWords(*silent)));
     if (reminder)
         co_await remind(source, *reminder);
 }
@@ -144,7 +149,7 @@ Task<> InterventionsFeature::remind(DeadlineSource source, Reminder reminder)
                       .arg(source.logName, message.error()));
         if (++m_failures[source.triggerType] >= patience)
             m_notBefore[source.triggerType] = now + restAfterFailures;
-        co_return keepVerdict(source.triggerType, QStringLiteral("not sent: ") + message.error());
+        co_return keepVerdict(source.triggerType, notSent(message.error()));
     }
     m_failures.erase(source.triggerType);
     m_notBefore.erase(source.triggerType);
@@ -179,13 +184,12 @@ auto InterventionsFeature::composeDeadlineCheckin(DeadlineSource source, Reminde
 
 Task<> InterventionsFeature::deliverDailyBriefingIfDue()
 {
-    if (!isBriefingDue())
-        co_return;
+    if (const auto reason = reasonAgainstBriefing())
+        co_return keepVerdict(briefingTrigger, *reason);
     const auto silent = co_await silence(briefingTrigger);
     if (silent)
-        co_return keepVerdict(
-            briefingTrigger, QStringLiteral("not sent: ") + ProactiveLogic::inWords(*silent));
-    if (!isBriefingDue())
+        co_return keepVerdict(briefingTrigger, notSent(ProactiveLogic::inWords(*silent)));
+    if (reasonAgainstBriefing())
         co_return;
     const auto day = SessionBoundary::dayKey(m.moment.now(), m.moment.calendar());
     keepBriefingDay(day);
@@ -193,7 +197,7 @@ Task<> InterventionsFeature::deliverDailyBriefingIfDue()
     if (!message) {
         keepBriefingDay(std::nullopt);
         Log::line(QStringLiteral("buddy: daily briefing compose failed: %1").arg(message.error()));
-        co_return keepVerdict(briefingTrigger, QStringLiteral("not sent: ") + message.error());
+        co_return keepVerdict(briefingTrigger, notSent(message.error()));
     }
     const auto now = m.moment.now();
     fire({ .id = QUuid::createUuid(),
@@ -205,13 +209,17 @@ Task<> InterventionsFeature::deliverDailyBriefingIfDue()
         false);
 }
 
-bool InterventionsFeature::isBriefingDue() const
+std::optional<QString> InterventionsFeature::reasonAgainstBriefing() const
 {
     const auto& settings = m_settings.settings();
-    return settings.dailyBriefingEnabled
-        && settings.lastDailyBriefingDayKey
-        != SessionBoundary::dayKey(m.moment.now(), m.moment.calendar())
-        && BriefingLogic::hasSource(settings, m_memory.reference.allItems());
+    const auto today = SessionBoundary::dayKey(m.moment.now(), m.moment.calendar());
+    if (!settings.dailyBriefingEnabled)
+        return switchedOff;
+    if (settings.lastDailyBriefingDayKey == today)
+        return QStringLiteral("today's is done");
+    if (!BriefingLogic::hasSource(settings, m_memory.reference.allItems()))
+        return notSent(QStringLiteral("nothing is connected that tells of the day"));
+    return std::nullopt;
 }
 
 auto InterventionsFeature::composeDailyBriefing() -> Task<InterventionComposer::Text>
@@ -292,14 +300,23 @@ void InterventionsFeature::note(DatedObservation observation)
 
 void InterventionsFeature::keepVerdict(const QString& triggerType, const QString& verdict)
 {
-    const auto calendar = m.moment.calendar();
-    const auto time =
-        calendar.locale.toString(calendar.dateTime(m.moment.now()).time(), QLocale::ShortFormat);
-    auto& kept = m_verdicts[triggerType];
-    if (kept.startsWith(verdict + QStringLiteral(" (since ")))
+    auto& [kept, since] = m_verdicts[triggerType];
+    if (kept == verdict)
         return;
-    kept = QStringLiteral("%1 (since %2)").arg(verdict, time);
+    kept = verdict;
+    since = m.moment.now();
     changed();
+}
+
+QStringList InterventionsFeature::verdicts() const
+{
+    QStringList lines;
+    const auto calendar = m.moment.calendar();
+    for (const auto& [triggerType, verdict] : m_verdicts)
+        lines << QStringLiteral("%1: %2 (since %3)")
+                     .arg(InterventionTexts::kind(triggerType), verdict.first,
+                         shortDateTime(verdict.second, calendar));
+    return lines;
 }
 
 } // namespace pobblewig

@@ -13,8 +13,8 @@ namespace pobblewig {
 struct InterventionsState {
     /// The latest 5, newest first.
     std::vector<InterventionRecord> recentInterventions;
-    /// For each kind of message why one was or was not sent, and when that was found.
-    std::map<QString, QString> verdicts;
+    /// Why a message of each kind was or was not sent, and since when that is so.
+    QStringList verdicts;
 
     bool operator==(const InterventionsState&) const = default;
 };
@@ -74,19 +74,22 @@ private:
     Task<> remind(DeadlineSource source, Reminder reminder);
     Task<InterventionComposer::Text> composeDeadlineCheckin(
         DeadlineSource source, Reminder reminder);
-    bool isBriefingDue() const;
+    /// Returns nothing if one is due.
+    std::optional<QString> reasonAgainstBriefing() const;
     Task<InterventionComposer::Text> composeDailyBriefing();
     void keepBriefingDay(std::optional<QString> dayKey);
     void fire(InterventionRecord record, DatedObservation observation, bool isAnnounced);
     void note(DatedObservation observation);
     void keepVerdict(const QString& triggerType, const QString& verdict);
+    QStringList verdicts() const;
 
     Parts m;
     SettingsStore& m_settings;
     MemoryTiers& m_memory;
     InterventionComposer m_composer;
     InterventionService m_service;
-    std::map<QString, QString> m_verdicts;
+    /// With the time at which they were found first.
+    std::map<QString, std::pair<QString, TimePoint>> m_verdicts;
     /// In a row, by the kind of message.
     std::map<QString, int> m_failures;
     std::map<QString, TimePoint> m_notBefore;

@@ -8,7 +8,8 @@ namespace pobblewig {
 class RecordTable;
 class WrappedLabel;
 
-/// What each rule would do now, and the latest calls of the models' tools.
+/// What each rule would do now, why the companion spoke first or did not, and the latest calls of
+/// the models' tools.
 class RulesAndToolsPage : public FormPage {
     Q_OBJECT
 
@@ -20,6 +21,7 @@ public:
 private:
     DiagnosticsDesk m_desk;
     WrappedLabel* m_rules;
+    WrappedLabel* m_proactive;
     RecordTable* m_calls;
 };
 

@@ -114,9 +114,8 @@ private Q_SLOTS:
             m->occupation.now = occupation;
             QVERIFY(staysSilent());
         }
-        QVERIFY(m->state<InterventionsState>()
-                    .verdicts.at(u"canvas_deadline"_s)
-                    .startsWith(u"not sent: a full-screen window is in front (since "));
+        QVERIFY((*m)->diagnostics().text().contains(
+            u"Canvas deadlines: not sent: a full-screen window is in front (since "));
         m->occupation.now = Occupation::none;
         (*m)->updateSettings([](auto& each) { each.canvasDeadlineRemindersEnabled = false; });
         QVERIFY(staysSilent());
