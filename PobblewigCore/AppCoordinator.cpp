@@ -97,7 +97,11 @@ AppCoordinator::AppCoordinator(Parts parts)
     , m_classroom(schoolParts(),
           { .baseURL = m_market.classroomBaseUrl, .backendBaseUrl = m_market.backendBaseUrl })
     , m_interventions(interventionParts())
-    , m_calendars(m_stores.memory.reference, m_parts.moment)
+    , m_calendars({ .settings = m_stores.settings,
+                      .reference = m_stores.memory.reference,
+                      .provider = *m_parts.calendarProvider,
+                      .directory = m_room.directory() },
+          m_parts.moment)
     , m_folders(m_stores.settings, m_parts.appDataReading.get())
     // The conversation ticks first, so that the records of a session are written before the rest.
     , m_features { { &m_keySafety }, { &m_librarian }, { &m_conversation }, { &m_settings },

@@ -84,6 +84,7 @@ public:
     ActivityDesk& activityDesk() { return m_activity.desk(); }
     ModeSwitch& modes() { return m_settings.modes(); }
     ProposalDesk& proposalDesk() { return m_proposals.desk(); }
+    CalendarsFeature& calendars() { return m_calendars; }
     MemoryToolExecutor& toolExecutor() { return m_toolExecutor; }
     ModelDesk& modelDesk() { return m_modelDesk; }
     CanvasFeature& canvas() { return m_canvas; }

@@ -18,7 +18,9 @@ enum class CalendarEntity { events, reminders };
 struct CalendarEventDTO {
     QString id;
     QString title;
+    /// Of an all-day event: when its first day begins, in the user's time zone.
     TimePoint startDate;
+    /// Of an all-day event: when its last day begins.
     std::optional<TimePoint> endDate = std::nullopt;
     std::optional<QString> calendarName = std::nullopt;
     std::optional<QString> notes = std::nullopt;
@@ -52,6 +54,17 @@ struct WriteError {
     bool operator==(const WriteError&) const = default;
 };
 
+/// Where the user wants the calendars to be read from and written to.
+struct CalendarSource {
+    enum class Kind { service, folder };
+
+    Kind kind = Kind::folder;
+    /// Of the kind `folder`: its path.
+    QString folder = {};
+
+    bool operator==(const CalendarSource&) const = default;
+};
+
 /// The user's calendars and reminders, wherever the platform keeps them.
 class CalendarDataProviding {
 public:
@@ -63,6 +76,13 @@ public:
     /// Whether there are calendars at all, whatever access to them is granted.
     virtual bool isAvailable() const { return true; }
 
+    /// The present choice, or nothing as long as it is not known or there is none to make.
+    virtual std::optional<CalendarSource> source() const { return std::nullopt; }
+    virtual void chooseSource(const CalendarSource&) { }
+
+    /// Why the chosen source cannot be used, as far as known, as a sentence for the user.
+    virtual std::optional<QString> problem() const { return std::nullopt; }
+
     /// Does not prompt the user.
     virtual PermissionState authorizationStatus(CalendarEntity entity) const = 0;
     virtual Task<> requestAccess(CalendarEntity entity) = 0;
@@ -72,7 +92,8 @@ public:
         TimePoint from, TimePoint to) = 0;
     virtual Task<Result<std::vector<ReminderDTO>>> fetchIncompleteReminders() = 0;
 
-    /// Saves to the calendar with that name, or else to the user's default one. Ignores the id.
+    /// Saves to the calendar with that name, or else to the user's default one. Saving the same id
+    /// again adds nothing, so what may have failed can be tried again; without an id each is new.
     virtual Task<Result<void>> saveEvent(CalendarEventDTO event) = 0;
     virtual Task<Result<void>> saveReminder(ReminderDTO reminder) = 0;
 };

@@ -1,17 +1,33 @@
 #pragma once
 
+#include "connections/calendars/CalendarDataProviding.h"
 #include "foundation/Calendar.h"
 #include "memory/ReferenceItem.h"
 
 #include <optional>
 #include <vector>
 
-/// Reads the user's calendar from the reference memory.
+/// Turns the user's calendar into items of the reference memory, and reads it from there.
 namespace pobblewig::CalendarSyncLogic {
 
 inline constexpr QStringView eventsPath = u"calendar.events";
 inline constexpr QStringView remindersPath = u"calendar.reminders";
 inline constexpr int upcomingWindowDays = 14;
+
+/// Whether the interval has passed. An interval below a minute counts as one.
+bool syncDue(const std::optional<TimePoint>& lastSyncAt, TimePoint now, int intervalMinutes);
+
+/// Without an id. What the calendar's programs wrote is on one line and cut.
+ReferenceItem eventItem(const CalendarEventDTO& event, TimePoint now, const Calendar& calendar);
+ReferenceItem reminderItem(const ReminderDTO& reminder, TimePoint now, const Calendar& calendar);
+
+/// "2026-11-24 09:00", or "2026-11-24" for a whole day.
+QString stamp(TimePoint date, bool allDay, const Calendar& calendar);
+
+/// The fetched items. Each that is known keeps its id and creation date, and all of it if nothing
+/// of it has changed; each other one gets a new id.
+std::vector<ReferenceItem> recognised(
+    std::vector<ReferenceItem> fetched, const std::vector<ReferenceItem>& known);
 
 /// Returns nothing if the date is missing or unreadable.
 std::optional<TimePoint> startDate(const ReferenceItem& item);

@@ -12,10 +12,20 @@ constexpr int mostItems = 3;
 
 } // namespace
 
-CalendarsFeature::CalendarsFeature(const ReferenceMemoryStore& reference, const Moment& moment)
-    : m_reference(reference)
+CalendarsFeature::CalendarsFeature(const Parts& parts, const Moment& moment)
+    : m_settings(parts.settings)
+    , m_reference(parts.reference)
+    , m_provider(parts.provider)
     , m_moment(moment)
+    , m_service(parts.directory, parts.provider, parts.reference)
 {
+}
+
+Task<> CalendarsFeature::tick()
+{
+    const auto interval = m_settings.settings().calendarSyncIntervalMinutes;
+    if (isWanted() && !m_isSyncing && m_service.syncDue(m_moment.now(), interval))
+        co_await syncNow();
 }
 
 std::vector<QString> CalendarsFeature::situation(TimePoint now) const
@@ -30,6 +40,60 @@ std::vector<QString> CalendarsFeature::situation(TimePoint now) const
     addSituationLine(lines, QStringLiteral("Due reminders: "),
         CalendarSyncLogic::dueReminders(items, now, reminderHours, mostItems));
     return lines;
+}
+
+void CalendarsFeature::publish(PublishedState& state) const
+{
+    state.set(CalendarState {
+        .sync = m_service.state(),
+        .isSyncing = m_isSyncing,
+        .calendarPermission = m_provider.authorizationStatus(CalendarEntity::events),
+        .remindersPermission = m_provider.authorizationStatus(CalendarEntity::reminders),
+        .source = m_provider.source(),
+        .unavailable = m_provider.problem(),
+    });
+}
+
+Task<> CalendarsFeature::syncNow()
+{
+    m_isWantedAgain = m_isSyncing;
+    if (m_isSyncing || !isWanted())
+        co_return;
+    m_isSyncing = true;
+    do {
+        m_isWantedAgain = false;
+        changed();
+        const auto settings = m_settings.settings();
+        co_await m_service.sync({ .now = m_moment.now(),
+            .includeEvents = settings.calendarSyncEnabled,
+            .includeReminders = settings.remindersSyncEnabled,
+            .calendar = m_moment.calendar() });
+    } while (m_isWantedAgain);
+    m_isSyncing = false;
+    changed();
+}
+
+Task<> CalendarsFeature::requestAccess()
+{
+    const auto settings = m_settings.settings();
+    if (settings.calendarSyncEnabled)
+        co_await m_provider.requestAccess(CalendarEntity::events);
+    if (settings.remindersSyncEnabled)
+        co_await m_provider.requestAccess(CalendarEntity::reminders);
+    changed();
+}
+
+void CalendarsFeature::chooseSource(const CalendarSource& source)
+{
+    m_provider.chooseSource(source);
+    changed();
+    spawn(syncNow());
+}
+
+bool CalendarsFeature::isWanted() const
+{
+    const auto& settings = m_settings.settings();
+    return settings.calendarSyncEnabled || settings.remindersSyncEnabled;
 }
 
 } // namespace pobblewig

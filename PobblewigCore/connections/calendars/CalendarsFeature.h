@@ -1,22 +1,62 @@
 #pragma once
 
+#include "connections/calendars/CalendarService.h"
 #include "features/Feature.h"
 #include "foundation/Moment.h"
 #include "memory/ReferenceMemoryStore.h"
+#include "settings/SettingsStore.h"
 
 namespace pobblewig {
+
+struct CalendarState {
+    CalendarSyncState sync;
+    bool isSyncing = false;
+    PermissionState calendarPermission = PermissionState::notRequested;
+    PermissionState remindersPermission = PermissionState::notRequested;
+    /// Nothing as long as it is not known, or where there is none to choose.
+    std::optional<CalendarSource> source = std::nullopt;
+    /// Why there are no calendars to read at the moment, for the user.
+    std::optional<QString> unavailable = std::nullopt;
+
+    bool operator==(const CalendarState&) const = default;
+};
 
 /// The events and reminders of the user's calendars.
 class CalendarsFeature : public Feature {
 public:
-    /// Both must outlive the feature.
-    CalendarsFeature(const ReferenceMemoryStore& reference, const Moment& moment);
+    struct Parts {
+        const SettingsStore& settings;
+        ReferenceMemoryStore& reference;
+        CalendarDataProviding& provider;
+        const std::optional<DataDirectory>& directory;
+    };
 
+    /// All references must outlive the feature.
+    CalendarsFeature(const Parts& parts, const Moment& moment);
+
+    Task<> tick() override;
     std::vector<QString> situation(TimePoint now) const override;
+    void publish(PublishedState& state) const override;
+
+    /// Syncs what the settings switch on, whatever the interval. During a sync, once more after it.
+    Task<> syncNow();
+
+    /// Asks the platform for what the settings switch on.
+    Task<> requestAccess();
+
+    /// Reads from there at once.
+    void chooseSource(const CalendarSource& source);
 
 private:
+    bool isWanted() const;
+
+    const SettingsStore& m_settings;
     const ReferenceMemoryStore& m_reference;
+    CalendarDataProviding& m_provider;
     const Moment& m_moment;
+    CalendarService m_service;
+    bool m_isSyncing = false;
+    bool m_isWantedAgain = false;
 };
 
 } // namespace pobblewig

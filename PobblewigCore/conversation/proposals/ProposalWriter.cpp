@@ -15,6 +15,12 @@ tl::unexpected<WriteError> unsupported(QString reason)
     return tl::unexpected(WriteError::unsupported(std::move(reason)));
 }
 
+/// The same at each attempt, so that no second attempt adds what the first has already saved.
+QString calendarID(const RuleProposal& proposal)
+{
+    return proposal.id.toString(QUuid::WithoutBraces);
+}
+
 } // namespace
 
 ProposalWriter::ProposalWriter(
@@ -48,8 +54,11 @@ auto ProposalWriter::addReminder(RuleProposal proposal) -> Task<Result>
     if (!proposal.reminder)
         co_return unsupported(QStringLiteral("missing reminder payload"));
     const auto& [title, due, notes, allDay] = *proposal.reminder;
-    const auto saved = co_await m_calendarProvider.saveReminder(
-        { .title = title, .dueDate = due, .notes = notes, .isAllDay = allDay });
+    const auto saved = co_await m_calendarProvider.saveReminder({ .id = calendarID(proposal),
+        .title = title,
+        .dueDate = due,
+        .notes = notes,
+        .isAllDay = allDay });
     if (!saved)
         co_return tl::unexpected(saved.error());
     auto text = QStringLiteral("Added reminder '%1'").arg(title);
@@ -63,7 +72,8 @@ auto ProposalWriter::addEvent(RuleProposal proposal) -> Task<Result>
     if (!proposal.event)
         co_return unsupported(QStringLiteral("missing event payload"));
     const auto& event = *proposal.event;
-    const auto saved = co_await m_calendarProvider.saveEvent({ .title = event.title,
+    const auto saved = co_await m_calendarProvider.saveEvent({ .id = calendarID(proposal),
+        .title = event.title,
         .startDate = event.start,
         .endDate = event.end,
         .calendarName = event.calendarName,
