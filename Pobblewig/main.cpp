@@ -9,6 +9,7 @@
 #include "PobblewigLinux/desktop/OpenRequestLogic.h"
 #include "PobblewigLinux/desktop/SingleInstance.h"
 #include "PobblewigLinux/desktop/Sounds.h"
+#include "PobblewigLinux/modules/LateCalendarProvider.h"
 #include "PobblewigLinux/modules/LateHTTPClient.h"
 #include "PobblewigLinux/x11/TrayWatch.h"
 #include "PobblewigLinux/x11/X11BuddyWindowSystem.h"
@@ -47,7 +48,7 @@ std::unique_ptr<BuddyWindowSystem> windowSystem(X11Connection* connection)
     return std::make_unique<X11BuddyWindowSystem>(*connection);
 }
 
-AppCoordinator::Parts parts(LinuxSession& session)
+AppCoordinator::Parts parts(LinuxSession& session, QSettings& desktopSettings)
 {
     return {
         .directory = std::nullopt,
@@ -57,6 +58,7 @@ AppCoordinator::Parts parts(LinuxSession& session)
         .environmentFile = EnvironmentFile::defaultPath(),
         .wording = PlatformWording::linuxDesktop,
         .appDataReading = std::make_unique<BeneathAppDataReader>(),
+        .calendarProvider = std::make_unique<LateCalendarProvider>(desktopSettings),
         .observation = { .frontmostProvider = &session.frontmostProvider(),
             .alwaysExcluded = LinuxSession::alwaysExcluded(),
             .identifierOf = ApplicationIdentifiers::identifier,
@@ -138,7 +140,7 @@ int main(int argc, char** argv)
             return std::nullopt;
         }
         const auto environment = currentEnvironment(EnvironmentFile::defaultPath());
-        return parts(session.emplace(connection.get(), environment));
+        return parts(session.emplace(connection.get(), environment), desktopSettings);
     });
     if (link)
         delegate.openLink(*link);

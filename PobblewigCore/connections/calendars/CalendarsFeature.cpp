@@ -75,11 +75,8 @@ Task<> CalendarsFeature::syncNow()
 
 Task<> CalendarsFeature::requestAccess()
 {
-    const auto settings = m_settings.settings();
-    if (settings.calendarSyncEnabled)
-        co_await m_provider.requestAccess(CalendarEntity::events);
-    if (settings.remindersSyncEnabled)
-        co_await m_provider.requestAccess(CalendarEntity::reminders);
+    co_await m_provider.requestAccess(CalendarEntity::events);
+    co_await m_provider.requestAccess(CalendarEntity::reminders);
     changed();
 }
 

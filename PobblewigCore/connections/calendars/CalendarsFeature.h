@@ -41,7 +41,7 @@ public:
     /// Syncs what the settings switch on, whatever the interval. During a sync, once more after it.
     Task<> syncNow();
 
-    /// Asks the platform for what the settings switch on.
+    /// Asks the platform for access, and learns the source if it is not known yet.
     Task<> requestAccess();
 
     /// Reads from there at once.

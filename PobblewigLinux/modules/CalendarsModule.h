@@ -1,0 +1,19 @@
+#pragma once
+
+#include "PobblewigLinux/modules/CalendarsMaking.h"
+
+#include <QObject>
+
+namespace pobblewig {
+
+/// The calendar service brings some sixty libraries along.
+class CalendarsModule final : public QObject, public CalendarsMaking {
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "com.pobblewig.CalendarsMaking")
+    Q_INTERFACES(pobblewig::CalendarsMaking)
+
+public:
+    std::unique_ptr<CalendarDataProviding> makeCalendars(const QString& folder) override;
+};
+
+} // namespace pobblewig
