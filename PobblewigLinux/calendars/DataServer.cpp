@@ -15,8 +15,9 @@ namespace pobblewig {
 
 namespace {
 
+/// A calendar without its server is read as it was last seen, and keeps what is added until it can
+/// be sent.
 constexpr guint32 notWaiting = -1;
-constexpr guint32 connectionSeconds = 5;
 
 template <typename Object>
 struct Unref {
@@ -106,11 +107,10 @@ QString nameOf(ESource* source)
     return QString::fromUtf8(e_source_get_display_name(source));
 }
 
-Owned<ECalClient> open(
-    ESource* source, Kind kind, guint32 patience, GCancellable* cancellable, ErrorPlace& error)
+Owned<ECalClient> open(ESource* source, Kind kind, GCancellable* cancellable, ErrorPlace& error)
 {
     auto* const client =
-        e_cal_client_connect_sync(source, clientType(kind), patience, cancellable, error);
+        e_cal_client_connect_sync(source, clientType(kind), notWaiting, cancellable, error);
     return Owned<ECalClient>(E_CAL_CLIENT(client));
 }
 
@@ -175,7 +175,7 @@ void refresh(ECalClient* client, GCancellable* cancellable)
 std::optional<QByteArray> textOf(ESource* source, Kind kind, const char* query,
     const Cancellables& cancellables, ErrorPlace& error)
 {
-    const auto client = open(source, kind, notWaiting, cancellables.call, error);
+    const auto client = open(source, kind, cancellables.call, error);
     if (!client)
         return std::nullopt;
     refresh(client.get(), cancellables.refresh);
@@ -294,7 +294,7 @@ auto DataServer::save(Kind kind, const QByteArray& text, const QString& calendar
     if (!source)
         return tl::unexpected(
             WriteError { Texts::tr("The calendar service has no calendar to write to.") });
-    const auto client = open(source.get(), kind, connectionSeconds, cancellable, error);
+    const auto client = open(source.get(), kind, cancellable, error);
     if (!client)
         return error.failure();
     if (e_client_is_readonly(E_CLIENT(client.get())))
