@@ -132,8 +132,9 @@ auto LateCalendarProvider::calendars() -> Task<Result<Calendars>>
     if (m_problem)
         co_return tl::unexpected(WriteError { *m_problem });
     const auto wanted = *source();
+    // A bare member would be moved from.
     if (m_sourceOfCalendars == wanted)
-        co_return m_calendars;
+        co_return Result<Calendars>(m_calendars);
     const auto name = wanted.kind == Kind::service ? QStringLiteral("calendars")
                                                    : QStringLiteral("calendarfolder");
     const auto module = m_modules.load<CalendarsMaking>(name);
@@ -143,7 +144,7 @@ auto LateCalendarProvider::calendars() -> Task<Result<Calendars>>
     }
     m_calendars = (*module)->makeCalendars(wanted.folder);
     m_sourceOfCalendars = wanted;
-    co_return m_calendars;
+    co_return Result<Calendars>(m_calendars);
 }
 
 Task<> LateCalendarProvider::findService()

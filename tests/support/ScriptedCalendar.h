@@ -1,6 +1,7 @@
 #pragma once
 
 #include "connections/calendars/CalendarDataProviding.h"
+#include "foundation/Stream.h"
 
 namespace pobblewig {
 
@@ -9,19 +10,35 @@ class ScriptedCalendar : public CalendarDataProviding {
 public:
     PermissionState permission = PermissionState::granted;
     std::optional<WriteError> refusal;
+    std::optional<CalendarEntity> denied;
+    /// Why nothing can be read.
+    std::optional<WriteError> outage;
     std::vector<CalendarEventDTO> events;
     std::vector<ReminderDTO> reminders;
+    int reads = 0;
+    /// If it is there, events are read once it brings something.
+    std::optional<Stream<std::monostate, std::monostate>> gate;
 
-    PermissionState authorizationStatus(CalendarEntity) const override { return permission; }
+    PermissionState authorizationStatus(CalendarEntity entity) const override
+    {
+        return denied == entity ? PermissionState::denied : permission;
+    }
     Task<> requestAccess(CalendarEntity) override { co_return; }
 
     Task<Result<std::vector<CalendarEventDTO>>> fetchEvents(TimePoint, TimePoint) override
     {
-        co_return events;
+        ++reads;
+        if (gate)
+            co_await gate->next();
+        if (outage)
+            co_return tl::unexpected(*outage);
+        co_return Result<std::vector<CalendarEventDTO>>(events);
     }
     Task<Result<std::vector<ReminderDTO>>> fetchIncompleteReminders() override
     {
-        co_return reminders;
+        if (outage)
+            co_return tl::unexpected(*outage);
+        co_return Result<std::vector<ReminderDTO>>(reminders);
     }
     Task<Result<void>> saveEvent(CalendarEventDTO event) override
     {

@@ -7,6 +7,8 @@
 #include "support/Joined.h"
 #include "support/TableRow.h"
 
+Q_DECLARE_METATYPE(pobblewig::CalendarEventDTO)
+
 namespace pobblewig {
 
 namespace {
@@ -97,6 +99,52 @@ private Q_SLOTS:
         const Calendar calendar { QTimeZone("Pacific/Honolulu"), QLocale::c() };
         QCOMPARE(
             titles(CalendarSyncLogic::todaysEvents(items, now, calendar)), u"yesterday|night"_s);
+    }
+
+    void aSyncIsDueOnceItsIntervalHasPassed()
+    {
+        using CalendarSyncLogic::syncDue;
+        QVERIFY(syncDue({}, now, 60));
+        QVERIFY(syncDue(now - 1h, now, 60) && !syncDue(now - 1h + 1ms, now, 60));
+        QVERIFY(syncDue(now - 1min, now, 0) && !syncDue(now - 59s, now, -5));
+    }
+
+    void anEventIsSummedUpOnTheUsersClock_data()
+    {
+        columns<CalendarEventDTO, QString>("event", "line");
+        const CalendarEventDTO event { .id = u"1"_s, .title = u"Maths"_s, .startDate = now };
+        const auto summed = [&](const char* name, auto change, const QString& line) {
+            auto changed = event;
+            change(changed);
+            row(name, changed, line);
+        };
+        summed(
+            "no end", [](auto&) {}, u"Maths: 2026-03-01 10:15"_s);
+        summed(
+            "some hours", [](auto& e) { e.endDate = now + 90min, e.calendarName = u"Uni\n2"_s; },
+            u"Maths: 2026-03-01 10:15–11:45 · Uni 2"_s);
+        summed(
+            "until the next day", [](auto& e) { e.endDate = now + 16h; },
+            u"Maths: 2026-03-01 10:15 – 2026-03-02 02:15"_s);
+        summed(
+            "a whole day", [](auto& e) { e.isAllDay = true; }, u"Maths: 2026-03-01"_s);
+        summed(
+            "whole days", [](auto& e) { e.isAllDay = true, e.endDate = now + 24h; },
+            u"Maths: 2026-03-01 – 2026-03-02"_s);
+        summed(
+            "no title", [](auto& e) { e.title = u" \n"_s; },
+            u"(untitled event): 2026-03-01 10:15"_s);
+        summed(
+            "long", [](auto& e) { e.title = QString(300, u'x'); },
+            QString(199, u'x') + u"…: 2026-03-01 10:15"_s);
+    }
+    void anEventIsSummedUpOnTheUsersClock()
+    {
+        QFETCH(CalendarEventDTO, event);
+        const Calendar helsinki { QTimeZone("Europe/Helsinki"), QLocale(QLocale::Arabic) };
+        const auto item = CalendarSyncLogic::eventItem(event, now, helsinki);
+        QTEST(item.title + u": "_s + item.summary, "line");
+        QVERIFY(CalendarSyncLogic::startDate(item) == now);
     }
 
     void whereThereIsNoCalendarNothingIsGranted()

@@ -173,15 +173,19 @@ private Q_SLOTS:
         ScriptedStores stores;
         ProposalWriter writer(stores.all, stores.moment, calendar);
         const auto later = now + std::chrono::hours(1);
-        RuleProposal proposal { .kind = RuleProposal::Kind::calendarEvent,
+        const QUuid id(u"{6BA7B810-9DAD-11D1-80B4-00C04FD430C8}"_s);
+        const auto name = u"6ba7b810-9dad-11d1-80b4-00c04fd430c8"_s;
+        RuleProposal proposal { .id = id,
+            .kind = RuleProposal::Kind::calendarEvent,
             .event = ProposedCalendarEvent { tea, now, later, u"hot"_s, u"Home"_s } };
         QVERIFY(awaited(writer.performWrite(proposal)).has_value());
         QVERIFY(calendar.events.at(0)
-            == (CalendarEventDTO { {}, tea, now, later, u"Home"_s, u"hot"_s }));
+            == (CalendarEventDTO { name, tea, now, later, u"Home"_s, u"hot"_s }));
         proposal = reminder(x, tea);
+        proposal.id = id;
         proposal.reminder = ProposedReminder { tea, later, u"hot"_s };
         QVERIFY(awaited(writer.performWrite(proposal)).has_value());
-        QVERIFY(calendar.reminders.at(0) == (ReminderDTO { {}, tea, later, {}, u"hot"_s }));
+        QVERIFY(calendar.reminders.at(0) == (ReminderDTO { name, tea, later, {}, u"hot"_s }));
         calendar.refusal = WriteError::unsupported(u"no"_s);
         QVERIFY(awaited(writer.performWrite(proposal)).error() == calendar.refusal);
     }
