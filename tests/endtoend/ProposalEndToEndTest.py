@@ -32,6 +32,10 @@ class ProposalEndToEndTest(unittest.TestCase):
         model = DemoModel(arguments=arguments)
         self.addCleanup(model.stop)
         program = self.enterContext(Program(model.variables))
+        # The session that the tests share has a calendar service.
+        settings = program.home / "config/Pobblewig/desktop.conf"
+        settings.parent.mkdir(parents=True)
+        settings.write_text("[calendars]\nprovider=folder\n")
         program.start()
         program.open_chat()
         return program
@@ -44,7 +48,7 @@ class ProposalEndToEndTest(unittest.TestCase):
                 self.assertEqual("native tools rejected" in program.log_text(),
                                  "--no-native-tools" in arguments)
                 self.several_fold_and_a_change_is_undone(program)
-                self.impossible_is_not_proposed(program)
+                self.reminder_becomes_a_file(program)
                 self.unwanted_can_be_dismissed(program)
                 self.always_allowed_does_not_ask(program)
                 program.send("what's on my screen?")
@@ -91,10 +95,23 @@ class ProposalEndToEndTest(unittest.TestCase):
         wait_for(lambda: setting(program, "mascotColorScheme") != "pink", "the old colours")
         wait_for(lambda: program.conversation()[-1].startswith("Undone, "), "the card")
 
-    def impossible_is_not_proposed(self, program):
+    def reminder_becomes_a_file(self, program):
+        calendars = program.home / "Documents/Calendars"
+        # In the way of the folder.
+        calendars.parent.mkdir()
+        calendars.touch()
         program.send("remind me to email Davis tomorrow at 9")
-        wait_until_told(program, "For that I would call propose_reminder")
+        wait_for(lambda: proposal(program, "pending"), "the proposal")
+        program.press("Confirm")
+        wait_for(lambda: "cannot be written to" in last_text(program), "the reason")
+        self.assertEqual(len(proposal(program, "pending")), 1)
+
+        calendars.unlink()
+        program.press("Confirm")
+        wait_until_told(program, "Added reminder 'Email Davis' due ")
         self.assertEqual(proposal(program, "pending"), [])
+        [file] = calendars.iterdir()
+        self.assertIn("SUMMARY:Email Davis", file.read_text())
 
     def unwanted_can_be_dismissed(self, program):
         program.send("become an axolotl")

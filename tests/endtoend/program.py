@@ -69,6 +69,7 @@ class Program:
     def __init__(self, variables=None, is_set_up=True):
         self.scratch = tempfile.TemporaryDirectory(prefix="pobblewig-home-")
         home = pathlib.Path(self.scratch.name)
+        self.home = home
         self.data = home / "data" / "Pobblewig"
         if is_set_up:
             self.data.mkdir(parents=True)
