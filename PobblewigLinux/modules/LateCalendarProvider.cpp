@@ -52,6 +52,14 @@ std::optional<CalendarSource> LateCalendarProvider::source() const
     return kind ? std::optional(CalendarSource { *kind, folder() }) : std::nullopt;
 }
 
+QString LateCalendarProvider::sourceName() const
+{
+    const auto known = source();
+    if (!known)
+        return {};
+    return known->kind == Kind::service ? QStringLiteral("Evolution Data Server") : known->folder;
+}
+
 void LateCalendarProvider::chooseSource(const CalendarSource& source)
 {
     m_settings.setValue(providerKey, source.kind == Kind::service ? serviceWord : folderWord);

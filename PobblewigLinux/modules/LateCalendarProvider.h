@@ -22,6 +22,7 @@ public:
 
     std::optional<CalendarSource> source() const override;
     void chooseSource(const CalendarSource& source) override;
+    QString sourceName() const override;
     std::optional<QString> problem() const override { return m_problem; }
 
     PermissionState authorizationStatus(CalendarEntity) const override;

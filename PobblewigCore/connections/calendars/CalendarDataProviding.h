@@ -80,6 +80,9 @@ public:
     virtual std::optional<CalendarSource> source() const { return std::nullopt; }
     virtual void chooseSource(const CalendarSource&) { }
 
+    /// The name of the present source for the user. Empty as long as it is not known.
+    virtual QString sourceName() const { return {}; }
+
     /// Why the chosen source cannot be used, as far as known, as a sentence for the user.
     virtual std::optional<QString> problem() const { return std::nullopt; }
 

@@ -1,5 +1,6 @@
 #include "connections/calendars/CalendarService.h"
 
+#include "connections/SyncSchedule.h"
 #include "connections/calendars/CalendarSyncLogic.h"
 
 #include <QCoroFuture>
@@ -54,7 +55,14 @@ CalendarService::CalendarService(const std::optional<DataDirectory>& directory,
 
 bool CalendarService::syncDue(TimePoint now, int intervalMinutes) const
 {
-    return CalendarSyncLogic::syncDue(m_state.lastSyncAt, now, intervalMinutes);
+    return SyncSchedule::syncDue(m_state.lastSyncAt, now, intervalMinutes);
+}
+
+void CalendarService::readAgain()
+{
+    const auto kept = m_file.loadAgain<CalendarSyncState>();
+    if (kept && !m_state.lastSyncAt)
+        m_state = *kept;
 }
 
 Task<CalendarSyncState> CalendarService::sync(Sync sync)

@@ -28,6 +28,9 @@ public:
     const CalendarSyncState& state() const { return m_state; }
     bool syncDue(TimePoint now, int intervalMinutes) const;
 
+    /// Tries again to read a file that could not be read at the start.
+    void readAgain();
+
     /// Makes each included section equal to what the calendars hold; one that cannot be fetched
     /// stays as it is, and the state says why. Called once at a time.
     Task<CalendarSyncState> sync(Sync sync);

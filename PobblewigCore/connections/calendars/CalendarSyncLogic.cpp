@@ -1,14 +1,17 @@
 #include "connections/calendars/CalendarSyncLogic.h"
 
 #include "connections/DatedItems.h"
+#include "connections/ItemDetails.h"
 #include "foundation/ISO8601.h"
-#include "foundation/Text.h"
 
 #include <QHash>
 
 #include <algorithm>
 
 namespace pobblewig {
+
+using ItemDetails::add;
+using ItemDetails::words;
 
 namespace {
 
@@ -34,79 +37,60 @@ QString span(const CalendarEventDTO& event, const Calendar& calendar)
         + CalendarSyncLogic::stamp(*event.endDate, event.isAllDay, calendar);
 }
 
-void add(ReferenceItem& item, QStringView key, const std::optional<QString>& text)
-{
-    if (text && !text->trimmed().isEmpty())
-        item.details[key.toString()] = JSONValue(Text::foreignLine(*text));
-}
-
-void add(ReferenceItem& item, QStringView key, const std::optional<TimePoint>& date)
+void addDate(ReferenceItem& item, QStringView key, const std::optional<TimePoint>& date)
 {
     if (date)
         item.details[key.toString()] = JSONValue(ISO8601::format(*date));
 }
 
-ReferenceItem item(QStringView path, const QString& title, QStringView untitled, TimePoint now)
+ReferenceItem newItem(QStringView path, const QString& title, TimePoint now)
 {
-    const auto line = Text::foreignLine(title);
-    const auto source = QStringLiteral("calendar_sync");
-    return { .path = path.toString(),
-        .title = line.trimmed().isEmpty() ? untitled.toString() : line,
-        .details = { { QStringLiteral("source"), JSONValue(source) } },
-        .source = source,
-        .createdAt = now,
-        .updatedAt = now };
+    constexpr QStringView source = u"calendar_sync";
+    auto item = ItemDetails::newItem(path, title, source, now);
+    add(item, u"source", source.toString());
+    return item;
 }
 
 /// What stays the same as long as it is the same event, or the same reminder.
 QString identity(const ReferenceItem& item)
 {
-    QStringList parts;
-    for (const auto key : { u"eventID", u"startAt", u"reminderID" }) {
-        const auto found = item.details.find(QString::fromUtf16(key));
-        parts.append(found == item.details.end() ? QString() : found->second.displayString());
-    }
-    return parts.join(u'\n');
+    const auto text = [&](QStringView key) { return ItemDetails::text(item, key); };
+    return text(u"eventID") + u'\n' + text(startKey) + u'\n' + text(u"reminderID");
 }
 
 } // namespace
 
-bool CalendarSyncLogic::syncDue(
-    const std::optional<TimePoint>& lastSyncAt, TimePoint now, int intervalMinutes)
-{
-    return !lastSyncAt || now - *lastSyncAt >= std::chrono::minutes(std::max(intervalMinutes, 1));
-}
-
 ReferenceItem CalendarSyncLogic::eventItem(
     const CalendarEventDTO& event, TimePoint now, const Calendar& calendar)
 {
-    auto made = item(eventsPath, event.title, u"(untitled event)", now);
-    made.summary = span(event, calendar);
-    if (const auto name = Text::foreignLine(event.calendarName.value_or(QString()));
-        !name.trimmed().isEmpty())
-        made.summary += QStringLiteral(" · ") + name;
-    add(made, u"eventID", event.id);
-    add(made, startKey, event.startDate);
-    add(made, u"endAt", event.endDate);
-    add(made, u"calendar", event.calendarName);
-    add(made, u"notes", event.notes);
-    made.details[QStringLiteral("allDay")] = JSONValue(event.isAllDay);
-    return made;
+    const auto title = words(event.title).value_or(QStringLiteral("(untitled event)"));
+    auto item = newItem(eventsPath, title, now);
+    item.summary = span(event, calendar);
+    if (const auto name = words(event.calendarName))
+        item.summary += QStringLiteral(" · ") + *name;
+    add(item, u"eventID", event.id);
+    addDate(item, startKey, event.startDate);
+    addDate(item, u"endAt", event.endDate);
+    add(item, u"calendar", event.calendarName);
+    add(item, u"notes", event.notes);
+    item.details[QStringLiteral("allDay")] = JSONValue(event.isAllDay);
+    return item;
 }
 
 ReferenceItem CalendarSyncLogic::reminderItem(
     const ReminderDTO& reminder, TimePoint now, const Calendar& calendar)
 {
-    auto made = item(remindersPath, reminder.title, u"(untitled reminder)", now);
+    const auto title = words(reminder.title).value_or(QStringLiteral("(untitled reminder)"));
+    auto item = newItem(remindersPath, title, now);
     if (reminder.dueDate)
-        made.summary =
+        item.summary =
             QStringLiteral("Due ") + stamp(*reminder.dueDate, reminder.isAllDay, calendar);
-    add(made, u"reminderID", reminder.id);
-    add(made, dueKey, reminder.dueDate);
-    add(made, u"list", reminder.listName);
-    add(made, u"notes", reminder.notes);
-    made.details[QStringLiteral("completed")] = JSONValue(reminder.isCompleted);
-    return made;
+    add(item, u"reminderID", reminder.id);
+    addDate(item, dueKey, reminder.dueDate);
+    add(item, u"list", reminder.listName);
+    add(item, u"notes", reminder.notes);
+    item.details[QStringLiteral("completed")] = JSONValue(reminder.isCompleted);
+    return item;
 }
 
 QString CalendarSyncLogic::stamp(TimePoint date, bool allDay, const Calendar& calendar)
@@ -123,10 +107,8 @@ std::vector<ReferenceItem> CalendarSyncLogic::recognised(
         earlier.insert(identity(item), &item);
     for (auto& item : fetched) {
         const auto same = earlier.find(identity(item));
-        if (same == earlier.end()) {
-            item.id = QUuid::createUuid();
+        if (same == earlier.end())
             continue;
-        }
         const auto& before = **same;
         // Each is recognised once, even if a calendar has the same event twice.
         earlier.erase(same);

@@ -14,10 +14,7 @@ inline constexpr QStringView eventsPath = u"calendar.events";
 inline constexpr QStringView remindersPath = u"calendar.reminders";
 inline constexpr int upcomingWindowDays = 14;
 
-/// Whether the interval has passed. An interval below a minute counts as one.
-bool syncDue(const std::optional<TimePoint>& lastSyncAt, TimePoint now, int intervalMinutes);
-
-/// Without an id. What the calendar's programs wrote is on one line and cut.
+/// A new item. What the calendar's programs wrote is on one line and cut.
 ReferenceItem eventItem(const CalendarEventDTO& event, TimePoint now, const Calendar& calendar);
 ReferenceItem reminderItem(const ReminderDTO& reminder, TimePoint now, const Calendar& calendar);
 
@@ -25,7 +22,7 @@ ReferenceItem reminderItem(const ReminderDTO& reminder, TimePoint now, const Cal
 QString stamp(TimePoint date, bool allDay, const Calendar& calendar);
 
 /// The fetched items. Each that is known keeps its id and creation date, and all of it if nothing
-/// of it has changed; each other one gets a new id.
+/// of it has changed.
 std::vector<ReferenceItem> recognised(
     std::vector<ReferenceItem> fetched, const std::vector<ReferenceItem>& known);
 

@@ -23,6 +23,7 @@ CalendarsFeature::CalendarsFeature(const Parts& parts, const Moment& moment)
 
 Task<> CalendarsFeature::tick()
 {
+    m_service.readAgain();
     const auto interval = m_settings.settings().calendarSyncIntervalMinutes;
     if (isWanted() && !m_isSyncing && m_service.syncDue(m_moment.now(), interval))
         co_await syncNow();
@@ -49,7 +50,8 @@ void CalendarsFeature::publish(PublishedState& state) const
         .isSyncing = m_isSyncing,
         .calendarPermission = m_provider.authorizationStatus(CalendarEntity::events),
         .remindersPermission = m_provider.authorizationStatus(CalendarEntity::reminders),
-        .source = m_provider.source(),
+        .source = m_provider.sourceName(),
+        .choice = m_provider.source(),
         .unavailable = m_provider.problem(),
     });
 }

@@ -13,8 +13,9 @@ struct CalendarState {
     bool isSyncing = false;
     PermissionState calendarPermission = PermissionState::notRequested;
     PermissionState remindersPermission = PermissionState::notRequested;
-    /// Nothing as long as it is not known, or where there is none to choose.
-    std::optional<CalendarSource> source = std::nullopt;
+    /// Its name for the user, and the choice behind it. Empty as long as it is not known.
+    QString source = {};
+    std::optional<CalendarSource> choice = std::nullopt;
     /// Why there are no calendars to read at the moment, for the user.
     std::optional<QString> unavailable = std::nullopt;
 

@@ -101,14 +101,6 @@ private Q_SLOTS:
             titles(CalendarSyncLogic::todaysEvents(items, now, calendar)), u"yesterday|night"_s);
     }
 
-    void aSyncIsDueOnceItsIntervalHasPassed()
-    {
-        using CalendarSyncLogic::syncDue;
-        QVERIFY(syncDue({}, now, 60));
-        QVERIFY(syncDue(now - 1h, now, 60) && !syncDue(now - 1h + 1ms, now, 60));
-        QVERIFY(syncDue(now - 1min, now, 0) && !syncDue(now - 59s, now, -5));
-    }
-
     void anEventIsSummedUpOnTheUsersClock_data()
     {
         columns<CalendarEventDTO, QString>("event", "line");

@@ -37,7 +37,7 @@ private Q_SLOTS:
         QVERIFY(awaited(m_provider->saveReminder({ .title = u"Tea"_s })));
         QCOMPARE(found(), u"Tea"_s);
         const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-        QCOMPARE(m_provider->source()->folder, documents.filePath(u"Calendars"_s));
+        QCOMPARE(m_provider->sourceName(), documents.filePath(u"Calendars"_s));
         QVERIFY(QDir(m_provider->source()->folder).removeRecursively());
     }
 
