@@ -2,13 +2,11 @@
 
 #include "PobblewigLinux/calendars/ICalendarReader.h"
 #include "PobblewigLinux/calendars/ICalendarWriter.h"
-#include "PobblewigLinux/calendars/TimeLimit.h"
 #include "foundation/Log.h"
 
 #include <QCoreApplication>
 #include <QDirIterator>
 #include <QUrl>
-#include <QtConcurrentRun>
 
 namespace pobblewig {
 
@@ -165,12 +163,12 @@ template <typename Entry, typename Read>
 auto CalendarFolder::fetch(Read read) -> Task<Result<std::vector<Entry>>>
 {
     const auto path = m_path;
-    const auto job = QtConcurrent::run([path, read]() -> std::optional<Reading<Entry>> {
+    const auto job = [path, read]() -> std::optional<Reading<Entry>> {
         if (!QFileInfo(path).isDir() || !QFileInfo(path).isReadable())
             return std::nullopt;
         return readAll<Entry>(path, read);
-    });
-    auto reading = co_await outcomeWithin(patience, job);
+    };
+    auto reading = co_await m_thread.outcome(job, patience);
     if (!reading)
         co_return failure(Texts::tr("Reading the folder “%1” takes too long.").arg(path));
     if (!*reading)
@@ -183,10 +181,10 @@ auto CalendarFolder::fetch(Read read) -> Task<Result<std::vector<Entry>>>
 auto CalendarFolder::save(QString id, QString calendarName, QByteArray text) -> Task<Result<void>>
 {
     const auto path = m_path;
-    const auto job = QtConcurrent::run([=, operations = m_operations] {
+    const auto job = [=, operations = m_operations] {
         return write(fileIn(path, calendarName, id), text, operations);
-    });
-    const auto written = co_await outcomeWithin(patience, job);
+    };
+    const auto written = co_await m_thread.outcome(job, patience);
     if (!written)
         co_return failure(Texts::tr("Writing to the folder “%1” takes too long.").arg(path));
     if (!*written)

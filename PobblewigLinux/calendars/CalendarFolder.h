@@ -1,5 +1,6 @@
 #pragma once
 
+#include "PobblewigLinux/calendars/CalendarThread.h"
 #include "connections/calendars/CalendarDataProviding.h"
 #include "foundation/FileOperations.h"
 #include "foundation/Moment.h"
@@ -39,6 +40,7 @@ private:
 
     QString m_path;
     Moment m_moment;
+    CalendarThread m_thread;
     std::shared_ptr<const FileOperations> m_operations;
 };
 

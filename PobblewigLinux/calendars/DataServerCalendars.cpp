@@ -2,10 +2,8 @@
 
 #include "PobblewigLinux/calendars/DataServer.h"
 #include "PobblewigLinux/calendars/ICalendarWriter.h"
-#include "PobblewigLinux/calendars/TimeLimit.h"
 
 #include <QCoreApplication>
-#include <QtConcurrentRun>
 
 namespace pobblewig {
 
@@ -50,15 +48,15 @@ private:
 
 /// What the call returns, on another thread.
 template <typename Value>
-auto answer(std::function<DataServer::Result<Value>(const DataServer::Cancellables&)> call)
+auto answer(CalendarThread* thread,
+    std::function<DataServer::Result<Value>(const DataServer::Cancellables&)> call)
     -> Task<DataServer::Result<Value>>
 {
     const Cancelling cancelling;
-    const auto job =
-        QtConcurrent::run([call, until = cancelling.call(), refreshUntil = cancelling.refresh()] {
-            return call({ until.get(), refreshUntil.get() });
-        });
-    auto result = co_await outcomeWithin(patience, job);
+    const auto job = [call, until = cancelling.call(), refreshUntil = cancelling.refresh()] {
+        return call({ until.get(), refreshUntil.get() });
+    };
+    auto result = co_await thread->outcome(job, patience);
     if (result)
         co_return *std::move(result);
     co_return tl::unexpected(WriteError { QCoreApplication::translate(
@@ -86,7 +84,7 @@ auto DataServerCalendars::fetchEvents(TimePoint from, TimePoint to)
     -> Task<Result<std::vector<CalendarEventDTO>>>
 {
     return answer<std::vector<CalendarEventDTO>>(
-        [from, to, local = m_moment.calendar().timeZone](const auto& cancellables) {
+        &m_thread, [from, to, local = m_moment.calendar().timeZone](const auto& cancellables) {
             return DataServer::events(from, to, local, cancellables);
         });
 }
@@ -94,8 +92,9 @@ auto DataServerCalendars::fetchEvents(TimePoint from, TimePoint to)
 auto DataServerCalendars::fetchIncompleteReminders() -> Task<Result<std::vector<ReminderDTO>>>
 {
     return answer<std::vector<ReminderDTO>>(
-        [local = m_moment.calendar().timeZone](
-            const auto& cancellables) { return DataServer::reminders(local, cancellables); });
+        &m_thread, [local = m_moment.calendar().timeZone](const auto& cancellables) {
+            return DataServer::reminders(local, cancellables);
+        });
 }
 
 auto DataServerCalendars::saveEvent(CalendarEventDTO event) -> Task<Result<void>>
@@ -103,7 +102,7 @@ auto DataServerCalendars::saveEvent(CalendarEventDTO event) -> Task<Result<void>
     event.id = idOr(event.id);
     const auto text = ICalendarWriter::event(event, m_moment.calendar(), m_moment.now());
     const auto name = event.calendarName.value_or(QString());
-    return answer<void>([text, name](const auto& cancellables) {
+    return answer<void>(&m_thread, [text, name](const auto& cancellables) {
         return DataServer::save(DataServer::Kind::events, text, name, cancellables.call);
     });
 }
@@ -113,7 +112,7 @@ auto DataServerCalendars::saveReminder(ReminderDTO reminder) -> Task<Result<void
     reminder.id = idOr(reminder.id);
     const auto text = ICalendarWriter::reminder(reminder, m_moment.calendar(), m_moment.now());
     const auto name = reminder.listName.value_or(QString());
-    return answer<void>([text, name](const auto& cancellables) {
+    return answer<void>(&m_thread, [text, name](const auto& cancellables) {
         return DataServer::save(DataServer::Kind::reminders, text, name, cancellables.call);
     });
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "PobblewigLinux/calendars/CalendarThread.h"
 #include "connections/calendars/CalendarDataProviding.h"
 #include "foundation/Moment.h"
 
@@ -21,6 +22,7 @@ public:
 
 private:
     Moment m_moment;
+    CalendarThread m_thread;
 };
 
 } // namespace pobblewig

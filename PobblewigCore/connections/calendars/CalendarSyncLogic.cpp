@@ -51,6 +51,15 @@ ReferenceItem newItem(QStringView path, const QString& title, TimePoint now)
     return item;
 }
 
+/// The end of the day for what is due that day.
+TimePoint dueAt(const ReminderDTO& reminder, const Calendar& calendar)
+{
+    if (!reminder.isAllDay)
+        return *reminder.dueDate;
+    const QDateTime end(calendar.day(*reminder.dueDate), QTime(23, 59), calendar.timeZone);
+    return TimePoint(std::chrono::milliseconds(end.toMSecsSinceEpoch()));
+}
+
 /// What stays the same as long as it is the same event, or the same reminder.
 QString identity(const ReferenceItem& item)
 {
@@ -82,11 +91,12 @@ ReferenceItem CalendarSyncLogic::reminderItem(
 {
     const auto title = words(reminder.title).value_or(QStringLiteral("(untitled reminder)"));
     auto item = newItem(remindersPath, title, now);
-    if (reminder.dueDate)
+    if (reminder.dueDate) {
+        addDate(item, dueKey, dueAt(reminder, calendar));
         item.summary =
             QStringLiteral("Due ") + stamp(*reminder.dueDate, reminder.isAllDay, calendar);
+    }
     add(item, u"reminderID", reminder.id);
-    addDate(item, dueKey, reminder.dueDate);
     add(item, u"list", reminder.listName);
     add(item, u"notes", reminder.notes);
     item.details[QStringLiteral("completed")] = JSONValue(reminder.isCompleted);

@@ -139,6 +139,17 @@ private Q_SLOTS:
         QVERIFY(CalendarSyncLogic::startDate(item) == now);
     }
 
+    void whatIsDueADayIsDueAllOfIt()
+    {
+        const Calendar helsinki { QTimeZone("Europe/Helsinki"), QLocale::c() };
+        const auto midnight = now - 10h - 15min;
+        const ReminderDTO reminder { .dueDate = midnight, .isAllDay = true };
+        const auto item = CalendarSyncLogic::reminderItem(reminder, now, helsinki);
+        QCOMPARE(item.title + u": "_s + item.summary, u"(untitled reminder): Due 2026-03-01"_s);
+        QCOMPARE(CalendarSyncLogic::dueReminders({ item }, midnight + 23h, 1, 1).size(), 1u);
+        QCOMPARE(CalendarSyncLogic::dueReminders({ item }, midnight + 24h, 1, 1).size(), 0u);
+    }
+
     void whereThereIsNoCalendarNothingIsGranted()
     {
         UnavailableCalendarProvider provider;

@@ -70,9 +70,7 @@ private Q_SLOTS:
 
     void aMissingFolderIsNoEmptyOne()
     {
-        m_scratch.emplace();
-        const CalendarFolder missing(m_scratch->path(u"away"_s));
-        QVERIFY(!eventsOf(missing));
+        QVERIFY(!eventsOf(CalendarFolder(m_scratch->path(u"away"_s))));
     }
 
     void aLargeCalendarIsReadSoon()
@@ -152,7 +150,7 @@ private:
     }
 
     static CalendarDataProviding::Result<std::vector<CalendarEventDTO>> eventsOf(
-        CalendarFolder folder)
+        CalendarFolder&& folder)
     {
         return awaited(folder.fetchEvents(at({ 2026, 10, 19 }), at({ 2026, 11, 2 })));
     }
