@@ -4,6 +4,7 @@
 #include "PobblewigDesktop/assistant/AssistantWindow.h"
 #include "PobblewigDesktop/buddy/BuddyView.h"
 #include "PobblewigDesktop/chat/past/PastConversations.h"
+#include "PobblewigDesktop/comingup/ComingUpWindow.h"
 #include "PobblewigDesktop/diagnostics/DiagnosticsWindow.h"
 #include "PobblewigDesktop/memory/MemoryWindow.h"
 #include "PobblewigDesktop/settings/SettingsWindow.h"
@@ -56,6 +57,10 @@ constexpr std::array kinds {
             return std::make_unique<SettingsWindow>(coordinator,
                 GeneralPage::Desktop { presence.autostart(), &presence.hotKey() },
                 Calendar::current());
+        } },
+    Kind { u"coming-up",
+        [](AppCoordinator& coordinator, DesktopPresence&) -> Made {
+            return std::make_unique<ComingUpWindow>(coordinator.memory().reference, Moment());
         } },
     Kind { u"memory",
         [](AppCoordinator& coordinator, DesktopPresence&) -> Made {

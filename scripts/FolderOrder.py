@@ -24,7 +24,7 @@ ORDER = rooms(
 ORDER += rooms(LINUX, "desktop", "x11", "wayland", "portal", "calendars", "modules") + [LINUX]
 ORDER += rooms(
     DESKTOP, "controls", "buddy", "bubble", "presence", "chat", "chat/past", "pages", "settings",
-    "activity", "diagnostics", "memory", "assistant", "notes", "memes")
+    "activity", "comingup", "diagnostics", "memory", "assistant", "notes", "memes")
 ORDER += [DESKTOP, DESKTOP + "/contactsheet"]
 ORDER += ["PobblewigDemoModel", "Pobblewig"]
 
@@ -35,8 +35,8 @@ APART = [
     rooms(CORE, "memes", "notes", "cloud"),
     rooms(LINUX, "x11", "wayland", "portal", "calendars"),
     rooms(DESKTOP, "buddy", "presence", "chat"),
-    rooms(DESKTOP, "buddy", "chat", "settings", "activity", "diagnostics", "memory", "assistant",
-        "notes"),
+    rooms(DESKTOP, "buddy", "chat", "settings", "activity", "comingup", "diagnostics", "memory",
+        "assistant", "notes"),
     rooms(DESKTOP, "bubble", "presence", "chat"),
     [LINUX, DESKTOP],
     ["PobblewigDemoModel", "Pobblewig"],

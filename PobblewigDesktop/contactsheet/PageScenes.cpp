@@ -3,6 +3,7 @@
 #include "PobblewigDesktop/activity/ActivityWindow.h"
 #include "PobblewigDesktop/assistant/AssistantWindow.h"
 #include "PobblewigDesktop/buddy/BuddyView.h"
+#include "PobblewigDesktop/comingup/ComingUpWindow.h"
 #include "PobblewigDesktop/contactsheet/StagedHome.h"
 #include "PobblewigDesktop/diagnostics/DiagnosticsWindow.h"
 #include "PobblewigDesktop/memory/MemoryWindow.h"
@@ -42,6 +43,25 @@ std::unique_ptr<PageWindow> activity(StagedHome& home)
     return std::make_unique<ActivityWindow>(home.coordinator());
 }
 
+std::unique_ptr<PageWindow> comingUp(StagedHome& home)
+{
+    home.addComingUp();
+    return std::make_unique<ComingUpWindow>(home.coordinator().memory().reference,
+        Moment { [] { return StagedHome::now; }, StagedHome::calendar });
+}
+
+std::unique_ptr<PageWindow> narrowComingUp(StagedHome& home)
+{
+    auto window = comingUp(home);
+    window->resize(window->minimumSize());
+    return window;
+}
+
+std::unique_ptr<PageWindow> emptyComingUp(StagedHome& home)
+{
+    return std::make_unique<ComingUpWindow>(home.coordinator().memory().reference, Moment());
+}
+
 std::unique_ptr<PageWindow> diagnostics(StagedHome& home)
 {
     return std::make_unique<DiagnosticsWindow>(
@@ -65,6 +85,9 @@ const std::vector<Window>& windows()
         { "memory", memory,
             { "notes", "reference", "days", "observations", "patterns", "prompt", "data" } },
         { "activity", activity, { "day", "week", "rules", "usage" } },
+        { "coming up", comingUp, { "days" } },
+        { "coming up, narrow", narrowComingUp, { "days" } },
+        { "coming up, empty", emptyComingUp, { "days" } },
         { "diagnostics", diagnostics, { "overview", "models", "tools", "files", "keys" } },
     };
     return windows;

@@ -1,5 +1,6 @@
 #include "PobblewigDesktop/contactsheet/StagedHome.h"
 
+#include "foundation/ISO8601.h"
 #include "memory/history/UsageCounter.h"
 
 namespace pobblewig {
@@ -7,6 +8,8 @@ namespace pobblewig {
 namespace {
 
 using namespace std::chrono_literals;
+
+using Details = std::map<QString, JSONValue>;
 
 /// Reaches nobody.
 class StagedNetwork : public HTTPClient {
@@ -74,6 +77,46 @@ StagedHome::StagedHome()
 Calendar StagedHome::calendar()
 {
     return { QTimeZone::utc(), QLocale(QStringLiteral("en_GB")) };
+}
+
+void StagedHome::addComingUp()
+{
+    auto& reference = m_coordinator->memory().reference;
+    const auto add = [&](const QString& path, const QString& title, Details details,
+                         const QString& key, std::chrono::minutes from) {
+        details.emplace(key, ISO8601::format(now + from));
+        reference.upsertItem({ .path = path, .title = title, .details = std::move(details) });
+    };
+    const auto deadline = [&](const char* title, const char* course, int points,
+                              std::chrono::minutes from, const char* state = "unsubmitted") {
+        add(QStringLiteral("academics.deadlines"), QString::fromUtf8(title),
+            { { QStringLiteral("course"), QString::fromUtf8(course) },
+                { QStringLiteral("pointsPossible"), points },
+                { QStringLiteral("submissionState"), QString::fromLatin1(state) } },
+            QStringLiteral("dueAt"), from);
+    };
+    const auto event = [&](const char* title, bool isAllDay, std::chrono::minutes from,
+                           std::chrono::minutes length) {
+        add(QStringLiteral("calendar.events"), QString::fromUtf8(title),
+            { { QStringLiteral("calendar"), QStringLiteral("Personal") },
+                { QStringLiteral("allDay"), isAllDay },
+                { QStringLiteral("endAt"), ISO8601::format(now + from + length) } },
+            QStringLiteral("startAt"), from);
+    };
+    deadline("Lab report on diffusion", "Biology II", 20, -31h);
+    deadline("Homework 8", "Statistics", 10, 30min, "submitted");
+    deadline("Essay on the Congress of Vienna", "History of Europe", 50, 33h);
+    deadline("Vorbereitung auf die Grundlagenwissenschaftsprüfung, mit allen Anhängen",
+        "Grundlagenwissenschaftsprüfungsvorbereitungsseminar", 100, 34h);
+    deadline("واجب الخط العربي", "اللغة العربية", 5, 58h);
+    deadline("Reading quiz 🦉", "Literature", 1, 80h, "graded");
+    event("Dentist", false, 25h, 45min);
+    event("Rowing weekend", true, 72h, 48h);
+    add(QStringLiteral("calendar.reminders"), QStringLiteral("Return the library books"),
+        { { QStringLiteral("list"), QStringLiteral("Errands") } }, QStringLiteral("dueAt"), 26h);
+    reference.upsertItem({ .path = QStringLiteral("calendar.reminders"),
+        .title = QStringLiteral("Learn to whistle") });
+    m_coordinator->refresh();
 }
 
 void StagedHome::addActivity() const

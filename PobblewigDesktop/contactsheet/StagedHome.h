@@ -16,6 +16,9 @@ public:
 
     static Calendar calendar();
     QDir directory() const { return QDir(m_home.path()); }
+    /// Fills the next days of a user whose school and calendar are connected.
+    void addComingUp();
+
     AppCoordinator& coordinator() { return *m_coordinator; }
 
 private:

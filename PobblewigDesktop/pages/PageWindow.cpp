@@ -18,6 +18,8 @@ namespace {
 
 constexpr QSize usualSize(780, 580);
 constexpr QSize leastSize(520, 360);
+constexpr QSize usualSizeOfOnly(460, 580);
+constexpr QSize leastSizeOfOnly(300, 360);
 constexpr int sideWidth = 190;
 constexpr int widestSide = 260;
 constexpr int margin = 16;
@@ -49,8 +51,10 @@ PageWindow::PageWindow(const QString& title, PageEntries pages, QWidget* parent)
     , m_undo(new UndoBar(this))
 {
     setWindowTitle(title);
-    setMinimumSize(leastSize);
-    resize(usualSize);
+    const auto isOnlyPage = m_entries.size() == 1;
+    setMinimumSize(isOnlyPage ? leastSizeOfOnly : leastSize);
+    resize(isOnlyPage ? usualSizeOfOnly : usualSize);
+    m_names->setHidden(isOnlyPage);
     m_names->setObjectName(QStringLiteral("pages"));
     m_names->setAccessibleName(tr("Pages"));
     for (const auto& entry : m_entries) {

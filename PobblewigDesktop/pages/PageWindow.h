@@ -13,7 +13,7 @@ namespace pobblewig {
 class UndoBar;
 
 /// A window of pages: their names at the side, one of them beside it, and below it a bar that takes
-/// back what hurts.
+/// back what hurts. The name of an only page is not listed.
 class PageWindow : public QWidget {
     Q_OBJECT
 

@@ -9,6 +9,7 @@ WINDOWS = {
                                         "confirmations", "folders", "shortcuts", "about"]),
     "memory": ("Pobblewig Memory", ["notes", "reference", "days", "observations", "patterns",
                                     "prompt", "data"]),
+    "coming-up": ("Coming up", ["days"]),
     "activity": ("Pobblewig Activity", ["day", "week", "rules", "usage"]),
     "diagnostics": ("Pobblewig Diagnostics", ["overview", "models", "tools", "files", "keys"]),
     "welcome": ("Welcome to Pobblewig", ["welcome", "model", "companion", "privacy", "desktop",
