@@ -36,6 +36,7 @@ ChatHeader::ChatHeader(QWidget* parent)
     , m_face(new QLabel(this))
     , m_state(new SteadyLabel(this))
     , m_model(new QLabel(this))
+    , m_comingUp(headerButton(tr("Coming up"), this))
     , m_newSession(headerButton(tr("New session"), this))
     , m_menu(headerButton(tr("Menu"), this))
 {
@@ -63,6 +64,7 @@ ChatHeader::ChatHeader(QWidget* parent)
     row->addWidget(m_face);
     row->addLayout(words);
     row->addWidget(m_model, 1);
+    row->addWidget(m_comingUp);
     row->addWidget(m_newSession);
     row->addWidget(m_menu);
 
@@ -81,6 +83,8 @@ ChatHeader::ChatHeader(QWidget* parent)
     const auto addWindow = [&](const QString& name, const QString& link) {
         return menu->addAction(name, this, [this, link] { Q_EMIT linkRequested(link); });
     };
+    m_comingUpAct = addWindow(tr("Coming up…"), QStringLiteral("pobblewig:coming-up"));
+    m_comingUpAct->setShortcut(PanelKeys::sequence(PanelKeys::Act::comingUp));
     m_memory = addWindow(tr("Memory…"), QStringLiteral("pobblewig:memory"));
     m_activity = addWindow(tr("Activity…"), QStringLiteral("pobblewig:activity"));
     m_diagnostics = addWindow(tr("Diagnostics…"), QStringLiteral("pobblewig:diagnostics"));
@@ -90,6 +94,7 @@ ChatHeader::ChatHeader(QWidget* parent)
     m_menu->setMenu(menu);
     m_menu->setPopupMode(QToolButton::InstantPopup);
     addActions(menu->actions());
+    connect(m_comingUp, &QToolButton::clicked, m_comingUpAct, &QAction::trigger);
     connect(m_newSession, &QToolButton::clicked, this, &ChatHeader::newSessionRequested);
 }
 
@@ -98,12 +103,14 @@ void ChatHeader::setTheme(const Palette& palette)
     const auto icon = [&palette](Icons::Name name) {
         return Icons::icon(name, palette.text, palette.muted);
     };
+    m_comingUp->setIcon(icon(Icons::Name::week));
     m_newSession->setIcon(icon(Icons::Name::newSession));
     m_menu->setIcon(icon(Icons::Name::menu));
     m_find->setIcon(icon(Icons::Name::find));
     m_save->setIcon(icon(Icons::Name::save));
     m_past->setIcon(icon(Icons::Name::clock));
     m_restart->setIcon(icon(Icons::Name::newSession));
+    m_comingUpAct->setIcon(icon(Icons::Name::week));
     m_memory->setIcon(icon(Icons::Name::document));
     m_activity->setIcon(icon(Icons::Name::chart));
     m_diagnostics->setIcon(icon(Icons::Name::info));

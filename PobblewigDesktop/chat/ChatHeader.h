@@ -46,6 +46,7 @@ private:
     SteadyLabel* m_state;
     QLabel* m_model;
     QString m_modelText;
+    QToolButton* m_comingUp;
     QToolButton* m_newSession;
     QToolButton* m_menu;
     QAction* m_find;
@@ -53,6 +54,7 @@ private:
     QAction* m_past;
     QAction* m_restart;
     QAction* m_keys;
+    QAction* m_comingUpAct;
     QAction* m_memory;
     QAction* m_activity;
     QAction* m_diagnostics;

@@ -323,6 +323,8 @@ void ChatPanel::connectControls()
         if (m_newSessionDelay->isWaiting())
             m_newSessionDelay->passNow();
     });
+    connect(m_composer, &MessageComposer::askedForComingUp, this,
+        [this] { Q_EMIT linkRequested(QStringLiteral("pobblewig:coming-up")); });
     connect(m_composer, &MessageComposer::said, m_view, &ConversationView::followLatest);
     connect(m_composer, &MessageComposer::refused, this, &ChatPanel::setNotice);
     // The desktop may move windows itself first.

@@ -12,6 +12,7 @@
 #include "PobblewigDesktop/chat/SuggestionBar.h"
 #include "PobblewigDesktop/controls/Icons.h"
 #include "PobblewigDesktop/controls/PanelStyle.h"
+#include "connections/ComingUpLogic.h"
 #include "conversation/attachments/AttachmentLogic.h"
 #include "prompts/AttachmentPrompts.h"
 #include "prompts/VisionUserPrompt.h"
@@ -316,6 +317,8 @@ void MessageComposer::send()
 {
     if (isEmpty() || !isReady())
         return;
+    if (ComingUpLogic::isAskedFor(m_input->toPlainText()))
+        Q_EMIT askedForComingUp();
     if (m_chat.isInTurn())
         queue();
     else if (m_editing->isUnderWay())

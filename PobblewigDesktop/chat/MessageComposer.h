@@ -53,6 +53,9 @@ Q_SIGNALS:
     /// A message is about to be sent, in the session that is open once this has been dealt with.
     void submitting();
 
+    /// The user has asked what is due.
+    void askedForComingUp();
+
     /// Something new stands at the end of the conversation.
     void said();
 

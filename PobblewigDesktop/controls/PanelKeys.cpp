@@ -31,6 +31,7 @@ std::vector<PanelKeys::Key> PanelKeys::all()
         { ofControl, QKeySequence::Copy, Texts::tr("Copy what is selected") },
         { save, QKeySequence::Save, Texts::tr("Save the conversation as text") },
         { pastConversations, Qt::CTRL | Qt::Key_H, Texts::tr("Show past conversations") },
+        { comingUp, Qt::CTRL | Qt::Key_D, Texts::tr("Show what is coming up") },
         { newSession, QKeySequence::New, Texts::tr("Begin a new session") },
         { settings, Qt::CTRL | Qt::Key_Comma, Texts::tr("Open the settings") },
         { ofControl, Qt::Key_Tab, Texts::tr("Next control") },

@@ -15,6 +15,7 @@ enum class Act {
     attach,
     attachPart,
     pastConversations,
+    comingUp,
     newSession,
     settings,
     diagnostics,

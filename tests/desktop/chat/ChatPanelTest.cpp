@@ -65,6 +65,18 @@ private Q_SLOTS:
     void init() { m.emplace(); }
     void cleanup() { m.reset(); }
 
+    void whatIsComingUpOpensByTheButtonTheKeysAndTheQuestion()
+    {
+        QSignalSpy links(&m->panel, &ChatPanel::linkRequested);
+        button("Coming up").click();
+        QTest::keySequence(&m->panel, PanelKeys::sequence(PanelKeys::Act::comingUp));
+        ask(u"What's due?"_s);
+        QCOMPARE(m->talk.chat.messages().back().text, u"What's due?"_s);
+        QCOMPARE(links.count(), 3);
+        for (const auto& link : links)
+            QCOMPARE(link.value(0).toString(), u"pobblewig:coming-up"_s);
+    }
+
     void aThemeReachesEverythingThatIsShown()
     {
         for (const auto scheme : { ColorScheme::dark, ColorScheme::light, ColorScheme::dark }) {
