@@ -161,7 +161,8 @@ public:
         if (start > m_now + horizon || until < m_now - (isAllDay ? margin : 0ms))
             return;
         const auto first = m_calendar.day(start);
-        const auto last = until > start ? m_calendar.day(until - 1ms) : first;
+        // The end of an all-day event is the beginning of its last day.
+        const auto last = m_calendar.day(until > start && !isAllDay ? until - 1ms : until);
         for (auto day = std::max(first, m_today); day <= std::min(last, m_lastDay);
              day = day.addDays(1)) {
             if (!isAllDay && day != first) {
