@@ -55,8 +55,7 @@ constexpr std::array kinds {
     Kind { u"settings",
         [](AppCoordinator& coordinator, DesktopPresence& presence) -> Made {
             return std::make_unique<SettingsWindow>(coordinator,
-                GeneralPage::Desktop { presence.autostart(), &presence.hotKey() },
-                Calendar::current());
+                GeneralPage::Desktop { presence.autostart(), &presence.hotKey() }, Moment());
         } },
     Kind { u"coming-up",
         [](AppCoordinator& coordinator, DesktopPresence&) -> Made {

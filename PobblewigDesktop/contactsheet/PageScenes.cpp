@@ -30,7 +30,7 @@ std::unique_ptr<PageWindow> assistant(StagedHome& home)
 std::unique_ptr<PageWindow> settings(StagedHome& home)
 {
     return std::make_unique<SettingsWindow>(
-        home.coordinator(), GeneralPage::Desktop(), StagedHome::calendar());
+        home.coordinator(), GeneralPage::Desktop(), StagedHome::moment());
 }
 
 std::unique_ptr<PageWindow> memory(StagedHome& home)
@@ -46,8 +46,8 @@ std::unique_ptr<PageWindow> activity(StagedHome& home)
 std::unique_ptr<PageWindow> comingUp(StagedHome& home)
 {
     home.addComingUp();
-    return std::make_unique<ComingUpWindow>(home.coordinator().memory().reference,
-        Moment { [] { return StagedHome::now; }, StagedHome::calendar });
+    return std::make_unique<ComingUpWindow>(
+        home.coordinator().memory().reference, StagedHome::moment());
 }
 
 std::unique_ptr<PageWindow> narrowComingUp(StagedHome& home)
@@ -80,8 +80,8 @@ const std::vector<Window>& windows()
         { "assistant", assistant,
             { "welcome", "model", "companion", "privacy", "desktop", "done" } },
         { "settings", settings,
-            { "general", "companion", "models", "activity", "privacy", "confirmations", "folders",
-                "shortcuts", "about" } },
+            { "general", "companion", "models", "connections", "activity", "privacy",
+                "confirmations", "folders", "shortcuts", "about" } },
         { "memory", memory,
             { "notes", "reference", "days", "observations", "patterns", "prompt", "data" } },
         { "activity", activity, { "day", "week", "rules", "usage" } },

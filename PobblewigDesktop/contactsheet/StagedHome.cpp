@@ -48,7 +48,7 @@ AppCoordinator::Parts parts(const QString& home, StagedModel::Prompter& prompter
             },
         .environmentFile = QStringLiteral("~/.config/Pobblewig/environment"),
         .wording = PlatformWording::linuxDesktop,
-        .moment = { [] { return StagedHome::now; }, StagedHome::calendar },
+        .moment = StagedHome::moment(),
         .models = std::make_unique<StagedModels>(prompter),
     };
 }

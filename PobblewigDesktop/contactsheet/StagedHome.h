@@ -15,6 +15,10 @@ public:
     StagedHome();
 
     static Calendar calendar();
+    static Moment moment()
+    {
+        return { [] { return now; }, calendar };
+    }
     QDir directory() const { return QDir(m_home.path()); }
     /// Fills the next days of a user whose school and calendar are connected.
     void addComingUp();

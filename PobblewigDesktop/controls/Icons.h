@@ -45,6 +45,7 @@ enum class Name {
     pattern,
     week,
     chart,
+    plug,
 };
 
 /// A square of `side` device-independent pixels, sharp at the given ratio.

@@ -11,11 +11,14 @@ namespace pobblewig {
 
 namespace {
 
-/// In the order of `SettingsPage`; nothing for pages that do not exist yet.
-constexpr std::array pageIDs { "general", "companion", "activity", "", "privacy" };
+/// In the order of `SettingsPage`.
+constexpr std::array pageIDs { "general", "companion", "activity", "connections", "privacy" };
 
 QString pageOf(const Setting& setting)
 {
+    // Nothing is there to be found yet.
+    if (setting.key.startsWith(u"cloudSync"))
+        return {};
     if (setting.key == u"appDataSources")
         return QStringLiteral("folders");
     if (setting.key == u"actionConfirmations")

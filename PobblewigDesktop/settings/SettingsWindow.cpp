@@ -3,6 +3,7 @@
 #include "PobblewigDesktop/pages/KeysPage.h"
 #include "PobblewigDesktop/settings/AboutPage.h"
 #include "PobblewigDesktop/settings/ConfirmationsPage.h"
+#include "PobblewigDesktop/settings/ConnectionsPage.h"
 #include "PobblewigDesktop/settings/FoldersPage.h"
 #include "PobblewigDesktop/settings/ModelsPage.h"
 #include "PobblewigDesktop/settings/SettingsSearch.h"
@@ -25,8 +26,8 @@ CatalogPage::Settings settingsOf(Kind page)
 {
     auto settings = SettingCatalog::onPage(page);
     std::erase_if(settings, [](const Setting* setting) {
-        constexpr std::array others { u"appDataSources", u"actionConfirmations", u"memeModeEnabled",
-            u"dailyBriefingEnabled" };
+        constexpr std::array others { u"appDataSources", u"actionConfirmations",
+            u"memeModeEnabled" };
         return std::ranges::find(others, setting->key) != others.end();
     });
     return settings;
@@ -40,8 +41,7 @@ PageEntry catalogPage(const QString& id, Icons::Name icon, Kind page, AppCoordin
             } };
 }
 
-PageEntries entries(
-    AppCoordinator& from, const GeneralPage::Desktop& desktop, const Calendar& calendar)
+PageEntries entries(AppCoordinator& from, const GeneralPage::Desktop& desktop, const Moment& moment)
 {
     using enum Icons::Name;
     return {
@@ -52,10 +52,14 @@ PageEntries entries(
         catalogPage(QStringLiteral("companion"), face, Kind::companion, from),
         { QStringLiteral("models"), SettingsWindow::tr("Models"), chip,
             [&from] { return std::make_unique<ModelsPage>(from.modelDesk()); } },
+        { QStringLiteral("connections"), SettingCatalog::title(Kind::connections), plug,
+            [&from, moment] { return std::make_unique<ConnectionsPage>(from, moment); } },
         catalogPage(QStringLiteral("activity"), clock, Kind::activity, from),
         catalogPage(QStringLiteral("privacy"), shield, Kind::memoryAndPrivacy, from),
         { QStringLiteral("confirmations"), SettingsWindow::tr("Confirmations"), check,
-            [&from, calendar] { return std::make_unique<ConfirmationsPage>(from, calendar); } },
+            [&from, moment] {
+                return std::make_unique<ConfirmationsPage>(from, moment.calendar());
+            } },
         { QStringLiteral("folders"), SettingsWindow::tr("Folders"), folder,
             [&from] { return std::make_unique<FoldersPage>(from); } },
         { QStringLiteral("shortcuts"), SettingsWindow::tr("Shortcuts"), list,
@@ -68,8 +72,8 @@ PageEntries entries(
 } // namespace
 
 SettingsWindow::SettingsWindow(
-    AppCoordinator& coordinator, const GeneralPage::Desktop& desktop, const Calendar& calendar)
-    : PageWindow(tr("Pobblewig Settings"), entries(coordinator, desktop, calendar))
+    AppCoordinator& coordinator, const GeneralPage::Desktop& desktop, const Moment& moment)
+    : PageWindow(tr("Pobblewig Settings"), entries(coordinator, desktop, moment))
     , m_search(new QLineEdit(this))
 {
     addSearch();

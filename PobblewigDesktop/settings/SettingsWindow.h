@@ -15,7 +15,7 @@ class SettingsWindow : public PageWindow {
 public:
     /// What is passed must outlive the window.
     SettingsWindow(
-        AppCoordinator& coordinator, const GeneralPage::Desktop& desktop, const Calendar& calendar);
+        AppCoordinator& coordinator, const GeneralPage::Desktop& desktop, const Moment& moment);
 
 private:
     void addSearch();

@@ -5,8 +5,8 @@ import unittest
 from program import Atspi, GLib, Program, children, wait_for, xdotool
 
 WINDOWS = {
-    "settings": ("Pobblewig Settings", ["general", "companion", "models", "activity", "privacy",
-                                        "confirmations", "folders", "shortcuts", "about"]),
+    "settings": ("Pobblewig Settings", ["general", "companion", "models", "connections", "activity",
+                                        "privacy", "confirmations", "folders", "shortcuts", "about"]),
     "memory": ("Pobblewig Memory", ["notes", "reference", "days", "observations", "patterns",
                                     "prompt", "data"]),
     "coming-up": ("Coming up", ["days"]),

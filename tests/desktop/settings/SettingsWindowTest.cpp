@@ -1,5 +1,6 @@
 #include "PobblewigDesktop/settings/SettingsWindow.h"
 
+#include "PobblewigDesktop/settings/ConnectionTexts.h"
 #include "PobblewigDesktop/settings/SettingsSearch.h"
 #include "desktop/ScriptedParts.h"
 #include "desktop/chat/PanelFixture.h"
@@ -70,9 +71,14 @@ private Q_SLOTS:
     {
         m_scratch.emplace();
         m_autostart = {};
-        m_coordinator.emplace(scriptedParts(m_scratch->path().path(), m_model));
+        auto parts = scriptedParts(m_scratch->path().path(), m_model);
+        m_http = dynamic_cast<ScriptedHTTPClient*>(parts.http.get());
+        m_coordinator.emplace(std::move(parts));
         m_window.emplace(*m_coordinator, GeneralPage::Desktop { &m_autostart, nullptr },
-            Calendar { QTimeZone::utc(), QLocale(QStringLiteral("en_GB")) });
+            Moment { [] { return ScriptedChat::now; },
+                [] {
+                    return Calendar { QTimeZone::utc(), QLocale(u"en_GB"_s) };
+                } });
         QObject::connect(&*m_coordinator, &AppCoordinator::stateChanged, &*m_window,
             [this] { m_window->showState(m_coordinator->state()); });
         m_window->setTheme(Theme::palette(ColorScheme::light, {}));
@@ -162,6 +168,7 @@ private Q_SLOTS:
         row("part", u"history kept"_s, "activity activityRetentionDays");
         row("explanation", u"front noticE"_s, "activity pausedIndefinitely");
         row("another page", u"folders the"_s, "folders appDataSources");
+        row("a field of a form", u"canvas address"_s, "connections canvasBaseURL");
         row("nothing", u"xyzzy"_s, "");
         row("no words", u"  "_s, "");
     }
@@ -180,6 +187,66 @@ private Q_SLOTS:
         QTest::keyClick(&search, Qt::Key_Return);
         QCOMPARE(m_window->currentPage(), u"privacy"_s);
         QCOMPARE(m_window->focusWidget()->accessibleName(), u"Keep conversations"_s);
+    }
+
+    void aSchoolIsConnectedAndItsTokenNotShownAgain()
+    {
+        open("connections");
+        QVERIFY(saysAnywhere(u"Not connected."_s));
+        auto& address = named<QLineEdit>("Canvas address");
+        auto& token = named<QLineEdit>("Canvas token");
+        QVERIFY(!named<QAbstractButton>("Sync now").isEnabled());
+        QCOMPARE(token.echoMode(), QLineEdit::Password);
+        token.setText(u"secret"_s);
+        address.setText(u"http://school.edu"_s);
+        named<QAbstractButton>("Connect").click();
+        QVERIFY(!settings().canvasSyncEnabled && saysAnywhere(u"Enter the address"_s));
+        m_http->enqueue(401, "{}");
+        address.setText(u"school.edu"_s);
+        QTest::keyClick(&token, Qt::Key_Return);
+        QTRY_VERIFY(saysAnywhere(u"Canvas token rejected (401) — generate a fresh token"_s));
+        QVERIFY(token.text().isEmpty() && !saysAnywhere(u"Enter the address"_s));
+        QCOMPARE(settings().canvasBaseURL, u"https://school.edu"_s);
+        QCOMPARE(m_http->requests().back().url.host(), u"school.edu"_s);
+        m_http->enqueue(200, "[]");
+        named<QAbstractButton>("Sync now").click();
+        QTRY_VERIFY(saysAnywhere(u"Connected. Last sync just now: 0 courses, 0 deadlines."_s));
+        named<QAbstractButton>("Disconnect").click();
+        QTRY_VERIFY(!settings().canvasSyncEnabled);
+        QVERIFY(!named<QAbstractButton>("Disconnect").isEnabled());
+    }
+
+    void aTokenGoesOnlyWhereItIsSafe()
+    {
+        const std::pair<QString, QString> addresses[] { { u" school.edu "_s,
+                                                            u"https://school.edu"_s },
+            { u"https://school.edu:8443/a"_s, u"https://school.edu:8443/a"_s },
+            { u"http://127.0.0.1:8080"_s, u"http://127.0.0.1:8080"_s },
+            { u"http://school.edu"_s, {} }, { u"http://me@127.0.0.1"_s, {} },
+            { u"https://school.edu@evil.net"_s, {} }, { u"ftp://school.edu"_s, {} },
+            { u"my school"_s, {} } };
+        for (const auto& [typed, kept] : addresses)
+            QCOMPARE(ConnectionTexts::address(typed).value_or(QString()), kept);
+    }
+
+    void theLatestSyncIsTold_data()
+    {
+        columns<qint64, QString>("seconds", "told");
+        row("seconds", 59LL, u"Connected. Last sync just now: 1 course, 2 deadlines."_s);
+        row("a minute", 119LL, u"Connected. Last sync 1 minute ago: 1 course, 2 deadlines."_s);
+        row("hours", 7200LL, u"Connected. Last sync 2 hours ago: 1 course, 2 deadlines."_s);
+        row("a day", 86400LL,
+            u"Connected. Last sync Saturday, 28 February 2026, 08:15: 1 course, 2 deadlines."_s);
+    }
+    void theLatestSyncIsTold()
+    {
+        QFETCH(qint64, seconds);
+        const ConnectionStatus status { .isWanted = true,
+            .lastSyncAt = ScriptedChat::now - std::chrono::seconds(seconds),
+            .found = ConnectionTexts::school(1, 2) };
+        QTEST(ConnectionTexts::state(
+                  status, ScriptedChat::now, { QTimeZone::utc(), QLocale(u"en_GB"_s) }),
+            "told");
     }
 
     void aFolderIsSharedOnceAndByAPlainName()
@@ -202,6 +269,8 @@ private:
     std::optional<ScratchDirectory> m_scratch;
     ScriptedProvider m_model;
     ScriptedAutostart m_autostart;
+    /// The coordinator's own.
+    ScriptedHTTPClient* m_http = nullptr;
     std::optional<AppCoordinator> m_coordinator;
     std::optional<SettingsWindow> m_window;
 };
