@@ -259,6 +259,10 @@ void AppDelegate::makePanel()
     connect(m_panel.get(), &ChatPanel::undoRequested, this, [this](const QString& proposalId) {
         m_coordinator->proposalDesk().undoProposal(proposalId);
     });
+    connect(m_panel.get(), &ChatPanel::quickAnswered, this,
+        [this](const QUuid& record, ProactiveLogic::QuickAnswer answer) {
+            m_coordinator->interventions().answer(record, answer);
+        });
     m_panel->resize(m_desktopSettings.value(panelSizeKey, m_panel->size()).toSize());
     m_panel->setNotice(m_notice);
     showPanelState();
@@ -313,6 +317,7 @@ void AppDelegate::showPanelState()
     m_panel->setStateText(stateInWords(settings, state.of<LibrarianState>()));
     m_panel->setModelLabel(conversation.modelLabel);
     m_panel->setSuggestions(suggestions(conversation));
+    m_panel->setInterventions(state.of<InterventionsState>().recentInterventions);
     m_panel->setClosingSession(conversation.isClosingSession);
     const auto& proposals = state.of<ProposalState>();
     m_panel->setProposals(proposals.pendingProposals, settings, proposals.answered);

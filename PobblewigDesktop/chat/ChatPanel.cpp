@@ -164,6 +164,11 @@ void ChatPanel::setSuggestions(const std::vector<FirstMinute::Suggestion>& sugge
     m_composer->setSuggestions(suggestions);
 }
 
+void ChatPanel::setInterventions(const std::vector<InterventionRecord>& records)
+{
+    m_composer->setInterventions(records);
+}
+
 void ChatPanel::quote(const QString& text)
 {
     m_composer->quote(text);
@@ -323,6 +328,7 @@ void ChatPanel::connectControls()
         if (m_newSessionDelay->isWaiting())
             m_newSessionDelay->passNow();
     });
+    connect(m_composer, &MessageComposer::quickAnswered, this, &ChatPanel::quickAnswered);
     connect(m_composer, &MessageComposer::askedForComingUp, this,
         [this] { Q_EMIT linkRequested(QStringLiteral("pobblewig:coming-up")); });
     connect(m_composer, &MessageComposer::said, m_view, &ConversationView::followLatest);

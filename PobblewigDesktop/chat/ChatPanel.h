@@ -8,6 +8,7 @@
 #include "conversation/proposals/ProposalAnswer.h"
 #include "foundation/Calendar.h"
 #include "presence/FirstMinute.h"
+#include "presence/QuickAnswerLogic.h"
 #include "settings/AppSettings.h"
 
 #include <QIcon>
@@ -68,6 +69,9 @@ public:
     /// What an empty conversation offers to try.
     void setSuggestions(const std::vector<FirstMinute::Suggestion>& suggestions);
 
+    /// The latest messages that the companion began; the newest can be answered with one click.
+    void setInterventions(const std::vector<InterventionRecord>& records);
+
     /// Puts a text from elsewhere into the input as a quotation, after what the user has written.
     void quote(const QString& text);
 
@@ -89,6 +93,7 @@ Q_SIGNALS:
 
     void proposalAnswered(const QString& proposalId, ProposalAnswer answer);
     void undoRequested(const QString& proposalId);
+    void quickAnswered(const QUuid& record, pobblewig::ProactiveLogic::QuickAnswer answer);
 
 protected:
     void showEvent(QShowEvent* event) override;

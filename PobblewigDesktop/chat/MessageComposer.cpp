@@ -8,6 +8,7 @@
 #include "PobblewigDesktop/chat/Paragraphs.h"
 #include "PobblewigDesktop/chat/QuestionEditing.h"
 #include "PobblewigDesktop/chat/QueuedMessage.h"
+#include "PobblewigDesktop/chat/QuickAnswerBar.h"
 #include "PobblewigDesktop/chat/Quotation.h"
 #include "PobblewigDesktop/chat/SuggestionBar.h"
 #include "PobblewigDesktop/controls/Icons.h"
@@ -35,6 +36,7 @@ MessageComposer::MessageComposer(ChatService& chat, QWidget* parent)
     : QWidget(parent)
     , m_chat(chat)
     , m_suggestions(new SuggestionBar(this))
+    , m_quickAnswers(new QuickAnswerBar(this))
     , m_capture(new CaptureLine(chat, this))
     , m_queue(new QueuedMessage(this))
     , m_editing(new QuestionEditing(this))
@@ -67,6 +69,14 @@ void MessageComposer::setTheme(const Palette& palette)
 void MessageComposer::setSuggestions(const std::vector<FirstMinute::Suggestion>& suggestions)
 {
     m_suggestions->setSuggestions(suggestions);
+}
+
+void MessageComposer::setInterventions(const std::vector<InterventionRecord>& records)
+{
+    if (records == m_interventions)
+        return;
+    m_interventions = records;
+    showQuickAnswers();
 }
 
 void MessageComposer::quote(const QString& text)
@@ -126,6 +136,7 @@ void MessageComposer::arrange()
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(gap);
     column->addWidget(m_suggestions);
+    column->addWidget(m_quickAnswers);
     column->addWidget(m_capture);
     column->addWidget(m_queue);
     column->addWidget(m_editing);
@@ -142,6 +153,7 @@ void MessageComposer::connectChat()
     connect(&m_chat, &ChatService::messagesChanged, this, &MessageComposer::forgetUnsent);
     connect(&m_chat, &ChatService::lastErrorChanged, this, &MessageComposer::showUnsent);
     connect(&m_chat, &ChatService::messagesChanged, this, &MessageComposer::showSuggestions);
+    connect(&m_chat, &ChatService::messagesChanged, this, &MessageComposer::showQuickAnswers);
 }
 
 void MessageComposer::connectControls()
@@ -152,6 +164,7 @@ void MessageComposer::connectControls()
     connect(m_editing, &ComposerBar::ended, this, &MessageComposer::cancelEditing);
     connect(m_input, &MessageInput::textChanged, this, &MessageComposer::showTurn);
     connect(m_input, &MessageInput::textChanged, this, &MessageComposer::typed);
+    connect(m_quickAnswers, &QuickAnswerBar::answered, this, &MessageComposer::quickAnswered);
     connect(m_suggestions, &SuggestionBar::chosen, this, &MessageComposer::tryOut);
     connect(m_input, &MessageInput::offered, this, &MessageComposer::attach);
     connect(m_tray, &AttachmentTray::changed, this, &MessageComposer::showTurn);
@@ -300,6 +313,11 @@ void MessageComposer::showSuggestions()
 {
     m_suggestions->setVisible(std::ranges::none_of(m_chat.messages(),
         [](const auto& message) { return message.role == ChatMessage::Role::user; }));
+}
+
+void MessageComposer::showQuickAnswers()
+{
+    m_quickAnswers->setQuestion(QuickAnswerLogic::question(m_chat.messages(), m_interventions));
 }
 
 void MessageComposer::tryOut(const FirstMinute::Suggestion& suggestion)

@@ -4,6 +4,7 @@
 #include "PobblewigDesktop/controls/Theme.h"
 #include "conversation/ChatService.h"
 #include "presence/FirstMinute.h"
+#include "presence/QuickAnswerLogic.h"
 
 #include <QWidget>
 
@@ -17,6 +18,7 @@ class CaptureLine;
 class MessageInput;
 class QuestionEditing;
 class QueuedMessage;
+class QuickAnswerBar;
 class SuggestionBar;
 
 /// Where the user writes: the input with its buttons, and what belongs to the text in it.
@@ -30,6 +32,9 @@ public:
 
     /// What an empty conversation offers to try.
     void setSuggestions(const std::vector<FirstMinute::Suggestion>& suggestions);
+
+    /// The latest messages that the companion began; the newest can be answered with one click.
+    void setInterventions(const std::vector<InterventionRecord>& records);
 
     /// Puts a text from elsewhere into the input as a quotation, after what the user has written.
     void quote(const QString& text);
@@ -49,6 +54,8 @@ public:
 
 Q_SIGNALS:
     void typed();
+
+    void quickAnswered(const QUuid& record, pobblewig::ProactiveLogic::QuickAnswer answer);
 
     /// A message is about to be sent, in the session that is open once this has been dealt with.
     void submitting();
@@ -88,6 +95,7 @@ private:
     void showUnsent();
     void forgetUnsent();
     void showSuggestions();
+    void showQuickAnswers();
     void tryOut(const FirstMinute::Suggestion& suggestion);
     void send();
     void sendWithScreen();
@@ -101,6 +109,7 @@ private:
 
     ChatService& m_chat;
     SuggestionBar* m_suggestions;
+    QuickAnswerBar* m_quickAnswers;
     CaptureLine* m_capture;
     QueuedMessage* m_queue;
     QuestionEditing* m_editing;
@@ -109,6 +118,7 @@ private:
     AttachmentControls* m_attaching;
     QToolButton* m_send;
     QToolButton* m_stop;
+    std::vector<InterventionRecord> m_interventions;
     /// A message that could not be sent and was put into the input again.
     std::optional<Unsent> m_unsent;
 };

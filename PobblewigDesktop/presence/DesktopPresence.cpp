@@ -2,6 +2,7 @@
 
 #include "PobblewigDesktop/presence/BuddyFace.h"
 #include "presence/PresenceLogic.h"
+#include "presence/QuickAnswerLogic.h"
 #include "prompts/VisionUserPrompt.h"
 
 #include <utility>
@@ -37,6 +38,7 @@ void DesktopPresence::useServices(const DesktopServices& services)
     m_services.emplace(services);
     auto* const notifications = &services.notifications;
     connect(notifications, &NotificationPresenting::opened, this, &DesktopPresence::chatRequested);
+    connect(notifications, &NotificationPresenting::answered, this, &DesktopPresence::answer);
     connect(notifications, &NotificationPresenting::replied, this, [this](const QString& text) {
         m_replies.append(text);
         sendReplies();
@@ -159,7 +161,33 @@ void DesktopPresence::remind(const QString& message)
     if (m_areSoundsWanted)
         m_services->sounds.play(u"Glass");
     if (!m_isChatShown)
-        spawn(present({ .title = QStringLiteral("Pobblewig"), .text = message }));
+        spawn(present({ .title = QStringLiteral("Pobblewig"),
+            .text = message,
+            .answers = answersToNewest() }));
+}
+
+std::vector<Notification::Answer> DesktopPresence::answersToNewest() const
+{
+    const auto question = QuickAnswerLogic::question(m_coordinator->chat().messages(),
+        m_coordinator->state().of<InterventionsState>().recentInterventions);
+    if (!question)
+        return {};
+    std::vector<Notification::Answer> answers;
+    for (const auto answer : question->answers)
+        answers.push_back({ QuickAnswerLogic::actionID({ question->record, answer }),
+            QuickAnswerLogic::inWords(answer) });
+    return answers;
+}
+
+void DesktopPresence::answer(const QString& actionID)
+{
+    const auto action = QuickAnswerLogic::action(actionID);
+    if (!action)
+        return;
+    m_coordinator->interventions().answer(action->record, action->answer);
+    // What was wrong has to be told.
+    if (action->answer == ProactiveLogic::QuickAnswer::thatsWrong)
+        Q_EMIT chatRequested();
 }
 
 Task<> DesktopPresence::present(Notification notification)

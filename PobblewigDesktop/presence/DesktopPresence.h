@@ -73,6 +73,8 @@ private:
     void connectRequests(PresenceMenu& menu);
     void lookAtScreen();
     void remind(const QString& message);
+    std::vector<Notification::Answer> answersToNewest() const;
+    void answer(const QString& actionID);
     Task<> present(Notification notification);
     void startWithDesktop(bool startWithDesktop);
     void reportHotKey(const HotKeyError& error);

@@ -36,29 +36,37 @@ Task<bool> DesktopNotifications::present(Notification notification)
     if (!isThere)
         co_return false;
     const auto icon = QStringLiteral("com.pobblewig.app");
+    QStringList answers;
+    for (const auto& answer : notification.answers)
+        answers.append(answer.id);
     const auto answer = co_await call(QStringLiteral("Notify"),
         { QStringLiteral("Pobblewig"), replacesNothing, icon,
             NotificationLogic::summary(notification.title),
             NotificationLogic::body(notification.text, *m_capabilities),
-            NotificationLogic::actions(*m_capabilities), NotificationLogic::hints(),
-            serverDecidesHowLong });
+            NotificationLogic::actions(*m_capabilities, notification.answers),
+            NotificationLogic::hints(), serverDecidesHowLong });
     const auto id = answer.arguments().value(0).toUInt();
     if (answer.type() != QDBusMessage::ReplyMessage || id == 0)
         co_return false;
-    m_shown.insert(id);
+    m_shown.insert_or_assign(id, answers);
     co_return true;
 }
 
 void DesktopNotifications::withdraw()
 {
-    for (const auto id : std::exchange(m_shown, {}))
+    for (const auto& [id, answers] : std::exchange(m_shown, {}))
         m_bus.asyncCall(message(QStringLiteral("CloseNotification"), { id }));
 }
 
 void DesktopNotifications::invoke(uint id, const QString& action)
 {
-    if (m_shown.contains(id) && NotificationLogic::opensChat(action))
+    const auto shown = m_shown.find(id);
+    if (shown == m_shown.end())
+        return;
+    if (NotificationLogic::opensChat(action))
         Q_EMIT opened();
+    else if (shown->second.contains(action))
+        Q_EMIT answered(action);
 }
 
 void DesktopNotifications::takeReply(uint id, const QString& text)

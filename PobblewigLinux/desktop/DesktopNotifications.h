@@ -5,8 +5,8 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 
+#include <map>
 #include <optional>
-#include <set>
 
 namespace pobblewig {
 
@@ -34,7 +34,8 @@ private:
     bool m_isListening = false;
     /// Queried from the server once.
     std::optional<QStringList> m_capabilities;
-    std::set<uint> m_shown;
+    /// The ids of the answers of each that is shown.
+    std::map<uint, QStringList> m_shown;
 };
 
 } // namespace pobblewig

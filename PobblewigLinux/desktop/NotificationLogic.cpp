@@ -37,13 +37,17 @@ QString NotificationLogic::body(const QString& text, const QStringList& capabili
     return capabilities.contains(QStringLiteral("body-markup")) ? body.toHtmlEscaped() : body;
 }
 
-QStringList NotificationLogic::actions(const QStringList& capabilities)
+QStringList NotificationLogic::actions(
+    const QStringList& capabilities, const std::vector<Notification::Answer>& answers)
 {
     if (!capabilities.contains(QStringLiteral("actions")))
         return {};
     const auto reply =
         capabilities.contains(inlineReply) ? inlineReply : QStringLiteral("open-chat");
-    return { QStringLiteral("default"), Texts::tr("Open chat"), reply, Texts::tr("Reply") };
+    QStringList actions { QStringLiteral("default"), Texts::tr("Open chat") };
+    for (const auto& [id, text] : answers)
+        actions << id << text;
+    return actions << reply << Texts::tr("Reply");
 }
 
 QVariantMap NotificationLogic::hints()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "presence/NotificationPresenting.h"
+
 #include <QStringList>
 #include <QVariantMap>
 
@@ -11,9 +13,10 @@ QString summary(const QString& title);
 /// Cuts long texts; the chat shows them in full.
 QString body(const QString& text, const QStringList& capabilities);
 
-/// A reply field in the notification if the server supports it, or else a button that opens the
-/// chat.
-QStringList actions(const QStringList& capabilities);
+/// The answers, if there are any, and a reply: a field in the notification if the server supports
+/// it, or else a button that opens the chat. Servers show the first ones where they lack the space.
+QStringList actions(
+    const QStringList& capabilities, const std::vector<Notification::Answer>& answers);
 
 QVariantMap hints();
 

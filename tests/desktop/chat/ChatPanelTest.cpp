@@ -77,6 +77,33 @@ private Q_SLOTS:
             QCOMPARE(link.value(0).toString(), u"pobblewig:coming-up"_s);
     }
 
+    void theNewestMessageOfTheCompanionCanBeAnsweredAtOnce()
+    {
+        const QSignalSpy answered(&m->panel, &ChatPanel::quickAnswered);
+        InterventionRecord record { .id = QUuid::createUuid() };
+        m->panel.setInterventions({ record });
+        QVERIFY(!PanelFixture::find<QAbstractButton>(m->panel, "Not now"));
+        m->talk.chat.say(u"The essay is due."_s, record.id);
+        auto& wrong = button("That's wrong");
+        wrong.setFocus();
+        QTest::keyClick(&wrong, Qt::Key_Space);
+        QCOMPARE(answered.value(0).value(0).toUuid(), record.id);
+        for (const auto width : { 300, 400, 900 }) {
+            m->panel.resize(width, 600);
+            QTRY_COMPARE(m->panel.width(), width);
+            QVERIFY(
+                button("Remind me later").width() >= button("Remind me later").sizeHint().width());
+        }
+        record.outcome = InterventionOutcome::contextCorrected;
+        m->panel.setInterventions({ record });
+        QVERIFY(!wrong.isVisible() && input().hasFocus());
+        record.outcome.reset();
+        m->panel.setInterventions({ record });
+        QTRY_VERIFY(button("Got it").isVisible());
+        ask(u"Thanks"_s);
+        QVERIFY(!PanelFixture::find<QWidget>(m->panel, "Got it")->isVisible());
+    }
+
     void aThemeReachesEverythingThatIsShown()
     {
         for (const auto scheme : { ColorScheme::dark, ColorScheme::light, ColorScheme::dark }) {

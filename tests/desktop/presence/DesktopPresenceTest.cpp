@@ -30,11 +30,13 @@ public:
     Task<bool> present(Notification notification) override
     {
         texts.append(notification.text);
+        answers = notification.answers;
         co_return true;
     }
     void withdraw() override { texts.clear(); }
 
     QStringList texts;
+    std::vector<Notification::Answer> answers;
 };
 
 class HeardSounds : public SoundPlaying {
@@ -160,6 +162,32 @@ private Q_SLOTS:
 
         m_presence->setChatShown(true);
         QCOMPARE(m_notifications->texts, QStringList());
+    }
+
+    void aReminderIsAnsweredInItsNotification_data()
+    {
+        columns<QString, QString, int, bool>("kind", "answer", "offered", "opensChat");
+        row("taken note of", u"canvas_deadline"_s, u"gotIt"_s, 4, false);
+        row("wrong", u"canvas_deadline"_s, u"thatsWrong"_s, 4, true);
+        row("a briefing", u"daily_briefing"_s, u"notNow"_s, 3, false);
+    }
+    void aReminderIsAnsweredInItsNotification()
+    {
+        QFETCH(QString, kind);
+        QFETCH(QString, answer);
+        const QSignalSpy opened(&*m_presence, &DesktopPresence::chatRequested);
+        const auto id = QUuid::createUuid();
+        auto& service = m_coordinator->interventions().service();
+        service.recordFired({ .id = id, .triggerType = kind, .firedAt = ScriptedChat::now });
+        m_coordinator->deliverProactiveMessage(u"The lab report is due tonight."_s, id);
+        QTEST(int(m_notifications->answers.size()), "offered");
+        Q_EMIT m_notifications->answered(u"nonsense"_s);
+        QVERIFY(!service.records().front().outcome);
+        const auto chosen = std::ranges::find_if(m_notifications->answers,
+            [&](const auto& offered) { return offered.id.startsWith(answer); });
+        Q_EMIT m_notifications->answered(chosen->id);
+        QVERIFY(service.records().front().outcome);
+        QTEST(opened.count() == 1, "opensChat");
     }
 
     void aNotificationOpensTheChat()

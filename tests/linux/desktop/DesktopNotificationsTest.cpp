@@ -20,6 +20,7 @@ public:
     int asked = 0;
     QStringList bodies;
     QStringList actions;
+    QList<QStringList> allActions;
     QList<uint> closed;
 
 public Q_SLOTS:
@@ -34,6 +35,7 @@ public Q_SLOTS:
     {
         bodies.append(body);
         actions = offered;
+        allActions.append(offered);
         return uint(bodies.size());
     }
 
@@ -89,6 +91,24 @@ private Q_SLOTS:
             signal("ActionInvoked", { 1u, QLatin1String(action) });
         signal("NotificationReplied", { 1u, QStringLiteral("  ") });
         QTRY_COMPARE(m_opened->count(), 3);
+    }
+
+    void onlyAnAnswerThatWasOfferedIsPassedOn()
+    {
+        const QSignalSpy answered(&*m_notifications, &NotificationPresenting::answered);
+        m_server->capabilities = QStringList(QStringLiteral("actions"));
+        const Notification asking { QStringLiteral("Mouse"), QStringLiteral("Ready?"),
+            { { QStringLiteral("yes 1"), QStringLiteral("Got it") } } };
+        QVERIFY(awaited(m_notifications->present(asking)));
+        QVERIFY(present(QStringLiteral("Hello")));
+        QCOMPARE(m_server->allActions.front().join(u','),
+            QStringLiteral("default,Open chat,yes 1,Got it,open-chat,Reply"));
+        for (const auto id : { 2u, 1u, 99u })
+            signal("ActionInvoked", { id, QStringLiteral("yes 1") });
+        signal("ActionInvoked", { 1u, QStringLiteral("no") });
+        signal("ActionInvoked", { 1u, QStringLiteral("default") });
+        QTRY_COMPARE(m_opened->count(), 1);
+        QCOMPARE(answered.count(), 1);
     }
 
     void whatTheUserClosedIsNotTakenBack()
