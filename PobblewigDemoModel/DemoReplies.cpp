@@ -1,6 +1,7 @@
 #include "PobblewigDemoModel/DemoReplies.h"
 
 #include "PobblewigDemoModel/DemoForgetting.h"
+#include "PobblewigDemoModel/DemoInterventions.h"
 #include "PobblewigDemoModel/DemoLibrarian.h"
 #include "PobblewigDemoModel/DemoLookups.h"
 #include "PobblewigDemoModel/DemoMisbehaviour.h"
@@ -188,6 +189,8 @@ DemoReply DemoReplies::reply(const ChatRequest& request, const QDateTime& now)
 {
     if (request.responseFormat && request.responseFormat->type != u"text")
         return { formatted(request, now) };
+    if (auto message = DemoInterventions::message(request))
+        return { *std::move(message) };
     const auto turn = DemoTurn::read(request);
     auto reply = answer(turn, now);
     if (turn.isFirst && isFinal(reply) && !reply.text.isEmpty())

@@ -67,7 +67,7 @@ void SettingsStore::readAgain()
 QString SettingsStore::resolvedCanvasBaseURL(const Environment& environment) const
 {
     const auto& chosen = m_settings.canvasBaseURL;
-    if (chosen != AppSettings::defaultCanvasBaseURL())
+    if (!chosen.isEmpty() && chosen != AppSettings::defaultCanvasBaseURL())
         return chosen;
     return variable(environment, QStringLiteral("CANVAS_BASE_URL"))
         .value_or(m_defaultCanvasBaseURL);

@@ -53,6 +53,30 @@ private Q_SLOTS:
         QVERIFY2(reply.startsWith(part), qPrintable(reply));
     }
 
+    void aMessageThatTheAppBeginsIsWritten_data()
+    {
+        columns<QString>("reply");
+        row("Compose ONE brief reminder.\\n\\nA Canvas deadline is close: \\\"Essay\\\" for Art is "
+            "due "
+            "2 Mar 2026, 14:15 (about 3 hours left) and nothing is submitted yet.",
+            "“Essay” for Art is due 2 Mar 2026, 14:15, in about 3 hours.");
+        row("Compose ONE brief check-in. The rule fired: the user has had Tube active for about 40 "
+            "minutes.",
+            "Tube has been open for about 40 minutes.");
+        row("Compose the user's daily briefing: Lead.\\n\\nReminders due in the next 24 hours:\\n"
+            "- Call Ann — Due\\n- Pay — Due\\n\\nRelevant memory:\\n- tea",
+            "Hello! To remember: Call Ann, Pay.");
+        row("Compose the user's daily briefing: Nothing.", "Nothing is due");
+        row("Compose a song", "Before anything else");
+    }
+    void aMessageThatTheAppBeginsIsWritten()
+    {
+        QFETCH(QString, reply);
+        const auto message = replyTo(R"({"messages":[{"role":"user","content":")"
+            + QByteArray(QTest::currentDataTag()) + R"("}]})");
+        QVERIFY2(message.startsWith(reply), qPrintable(message));
+    }
+
     void repliesHaveTheirLengths()
     {
         QVERIFY(

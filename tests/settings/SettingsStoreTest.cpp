@@ -119,6 +119,8 @@ private Q_SLOTS:
         QCOMPARE(settings.resolvedCanvasBaseURL(given), u"https://e");
         settings.update([](auto& changed) { changed.canvasBaseURL = u"https://u"_s; });
         QCOMPARE(settings.resolvedCanvasBaseURL(given), u"https://u");
+        settings.update([](auto& changed) { changed.canvasBaseURL.clear(); });
+        QCOMPARE(settings.resolvedCanvasBaseURL(given), u"https://e");
     }
 
 private:
