@@ -87,22 +87,37 @@ bool isPlainName(const QString& name)
     return !name.isEmpty() && !name.startsWith(u'.') && !name.contains(u'/');
 }
 
-QString fileIn(const QString& folder, const QString& calendarName, const QString& id)
+struct NewFile {
+    QString folder;
+    QString calendarName;
+    QString id;
+    QByteArray text;
+};
+
+QString pathOf(const NewFile& file)
 {
-    const QDir root(folder);
-    const auto isThere = isPlainName(calendarName) && QDir(root.filePath(calendarName)).exists();
-    const QDir place(isThere ? root.filePath(calendarName) : folder);
-    const auto name = QString::fromLatin1(QUrl::toPercentEncoding(id, {}, "."));
+    const QDir root(file.folder);
+    const auto calendar = root.filePath(file.calendarName);
+    const auto isThere = isPlainName(file.calendarName) && QDir(calendar).exists();
+    const QDir place(isThere ? calendar : file.folder);
+    const auto name = QString::fromLatin1(QUrl::toPercentEncoding(file.id, {}, "."));
     return place.filePath(name + QStringLiteral(".ics"));
 }
 
-tl::expected<void, FileError> write(
-    const QString& path, const QByteArray& text, std::shared_ptr<const FileOperations> operations)
+tl::expected<void, FileError> write(const NewFile& file, const FileOperations& operations)
 {
+    const auto path = pathOf(file);
     // An earlier attempt has succeeded after all.
     if (QFileInfo::exists(path))
         return {};
-    return writeDurably(path, text, *operations);
+    return writeDurably(path, file.text, operations);
+}
+
+auto writing(NewFile file, std::shared_ptr<const FileOperations> operations)
+{
+    return [file = std::move(file), operations = std::move(operations)] {
+        return write(file, *operations);
+    };
 }
 
 tl::unexpected<WriteError> failure(const QString& text)
@@ -181,9 +196,7 @@ auto CalendarFolder::fetch(Read read) -> Task<Result<std::vector<Entry>>>
 auto CalendarFolder::save(QString id, QString calendarName, QByteArray text) -> Task<Result<void>>
 {
     const auto path = m_path;
-    const auto job = [=, operations = m_operations] {
-        return write(fileIn(path, calendarName, id), text, operations);
-    };
+    const auto job = writing({ path, calendarName, id, std::move(text) }, m_operations);
     const auto written = co_await m_thread.outcome(job, patience);
     if (!written)
         co_return failure(Texts::tr("Writing to the folder “%1” takes too long.").arg(path));

@@ -23,7 +23,7 @@ public:
     {
         constexpr int milliseconds = 300;
         if (!m_pool->waitForDone(milliseconds))
-            m_pool.release();
+            static_cast<void>(m_pool.release());
     }
     Q_DISABLE_COPY_MOVE(CalendarThread)
 

@@ -1,5 +1,6 @@
 #include "PobblewigLinux/calendars/DataServer.h"
 
+#include "PobblewigLinux/calendars/ErrorPlace.h"
 #include "PobblewigLinux/calendars/ICalendarReader.h"
 #include "foundation/Log.h"
 
@@ -19,6 +20,12 @@ namespace {
 /// be sent.
 constexpr guint32 notWaiting = -1;
 
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(DataServer)
+};
+
+using DataServer::Cancellables;
+using DataServer::Kind;
 template <typename Object>
 struct Unref {
     void operator()(Object* object) const { g_object_unref(object); }
@@ -27,46 +34,9 @@ struct Unref {
 template <typename Object>
 using Owned = std::unique_ptr<Object, Unref<Object>>;
 
-struct Texts {
-    Q_DECLARE_TR_FUNCTIONS(DataServer)
-};
-
-using DataServer::Cancellables;
-using DataServer::Kind;
 template <typename Value>
 using Result = DataServer::Result<Value>;
 using Sources = std::vector<Owned<ESource>>;
-
-/// Passes a place for an error to a function of GLib, and keeps what it puts there.
-class ErrorPlace {
-public:
-    ErrorPlace() = default;
-    ~ErrorPlace() { g_clear_error(&m_error); }
-    Q_DISABLE_COPY_MOVE(ErrorPlace)
-
-    operator GError**()
-    {
-        g_clear_error(&m_error);
-        return &m_error;
-    }
-
-    bool is(GQuark domain, int code) const { return g_error_matches(m_error, domain, code); }
-
-    tl::unexpected<WriteError> failure() const { return tl::unexpected(WriteError { sentence() }); }
-
-private:
-    QString sentence() const
-    {
-        if (is(G_IO_ERROR, G_IO_ERROR_CANCELLED))
-            return Texts::tr("The calendar service does not answer.");
-        if (is(G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN))
-            return Texts::tr("There is no calendar service on this desktop.");
-        return Texts::tr("The calendar service refuses: %1")
-            .arg(m_error ? QString::fromUtf8(m_error->message) : QString());
-    }
-
-    GError* m_error = nullptr;
-};
 
 const char* extension(Kind kind)
 {

@@ -46,17 +46,24 @@ private:
     QObject m_context;
 };
 
+template <typename Value>
+using Call = std::function<DataServer::Result<Value>(const DataServer::Cancellables&)>;
+
+template <typename Value>
+std::function<DataServer::Result<Value>()> job(Call<Value> call, const Cancelling& cancelling)
+{
+    return
+        [call = std::move(call), until = cancelling.call(), refreshUntil = cancelling.refresh()] {
+            return call({ until.get(), refreshUntil.get() });
+        };
+}
+
 /// What the call returns, on another thread.
 template <typename Value>
-auto answer(CalendarThread* thread,
-    std::function<DataServer::Result<Value>(const DataServer::Cancellables&)> call)
-    -> Task<DataServer::Result<Value>>
+auto answer(CalendarThread* thread, Call<Value> call) -> Task<DataServer::Result<Value>>
 {
     const Cancelling cancelling;
-    const auto job = [call, until = cancelling.call(), refreshUntil = cancelling.refresh()] {
-        return call({ until.get(), refreshUntil.get() });
-    };
-    auto result = co_await thread->outcome(job, patience);
+    auto result = co_await thread->outcome(job(std::move(call), cancelling), patience);
     if (result)
         co_return *std::move(result);
     co_return tl::unexpected(WriteError { QCoreApplication::translate(

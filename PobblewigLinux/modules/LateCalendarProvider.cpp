@@ -34,6 +34,13 @@ QDBusMessage serviceQuestion()
         QStringLiteral("ListActivatableNames"));
 }
 
+bool hasService(const QStringList& names)
+{
+    return std::ranges::any_of(names, [](const QString& name) {
+        return name.startsWith(QLatin1String("org.gnome.evolution.dataserver.Sources"));
+    });
+}
+
 } // namespace
 
 LateCalendarProvider::LateCalendarProvider(
@@ -161,9 +168,7 @@ Task<> LateCalendarProvider::findService()
     if (!answer.isFinished())
         co_await qCoro(&answer, &QDBusPendingCallWatcher::finished);
     const QDBusPendingReply<QStringList> names = answer;
-    m_hasService = !names.isError() && std::ranges::any_of(names.value(), [](const QString& name) {
-        return name.startsWith(QLatin1String("org.gnome.evolution.dataserver.Sources"));
-    });
+    m_hasService = !names.isError() && hasService(names.value());
     const auto isMissing = source()->kind == Kind::service && !*m_hasService;
     m_problem = isMissing
         ? std::optional(QObject::tr("There is no calendar service on this desktop."))

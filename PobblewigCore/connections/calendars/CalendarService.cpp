@@ -42,6 +42,54 @@ Items reminderItems(std::vector<ReminderDTO> reminders, TimePoint now, const Cal
     return items;
 }
 
+QFuture<Items> recognisedItems(
+    std::vector<CalendarEventDTO> events, CalendarService::Sync sync, Items known)
+{
+    return QtConcurrent::run([events = std::move(events), sync = std::move(sync),
+                                 known = std::move(known)] {
+        return CalendarSyncLogic::recognised(eventItems(events, sync.now, sync.calendar), known);
+    });
+}
+
+QFuture<Items> recognisedItems(
+    std::vector<ReminderDTO> reminders, CalendarService::Sync sync, Items known)
+{
+    return QtConcurrent::run(
+        [reminders = std::move(reminders), sync = std::move(sync), known = std::move(known)] {
+            return CalendarSyncLogic::recognised(
+                reminderItems(reminders, sync.now, sync.calendar), known);
+        });
+}
+
+/// How the sides of a sync went.
+class Tally {
+public:
+    int count(const tl::expected<int, QString>& side)
+    {
+        m_isAnyRead = m_isAnyRead || side;
+        if (!side && !m_problems.contains(side.error()))
+            m_problems.append(side.error());
+        return side.value_or(0);
+    }
+
+    QString status() const
+    {
+        if (m_problems.isEmpty())
+            return QStringLiteral("ok");
+        return m_isAnyRead ? QStringLiteral("partial") : QStringLiteral("failed");
+    }
+
+    std::optional<QString> error() const
+    {
+        return m_problems.isEmpty() ? std::nullopt
+                                    : std::optional(m_problems.join(QStringLiteral("; ")));
+    }
+
+private:
+    QStringList m_problems;
+    bool m_isAnyRead = false;
+};
+
 } // namespace
 
 CalendarService::CalendarService(const std::optional<DataDirectory>& directory,
@@ -67,28 +115,18 @@ void CalendarService::readAgain()
 
 Task<CalendarSyncState> CalendarService::sync(Sync sync)
 {
-    CalendarSyncState outcome { .lastSyncAt = sync.now, .lastStatus = QStringLiteral("ok") };
-    QStringList problems;
-    auto isAnyRead = false;
-    const auto note = [&](const Count& count, int& into) {
-        into = count.value_or(0);
-        isAnyRead = isAnyRead || count;
-        if (!count)
-            problems.append(count.error());
-    };
+    CalendarSyncState outcome { .lastSyncAt = sync.now };
+    Tally tally;
     if (sync.includeEvents) {
-        const auto count = co_await syncEvents(sync);
-        note(count, outcome.eventCount);
+        const auto events = co_await syncEvents(sync);
+        outcome.eventCount = tally.count(events);
     }
     if (sync.includeReminders) {
-        const auto count = co_await syncReminders(sync);
-        note(count, outcome.reminderCount);
+        const auto reminders = co_await syncReminders(sync);
+        outcome.reminderCount = tally.count(reminders);
     }
-    problems.removeDuplicates();
-    if (!problems.isEmpty()) {
-        outcome.lastStatus = isAnyRead ? QStringLiteral("partial") : QStringLiteral("failed");
-        outcome.lastError = problems.join(QStringLiteral("; "));
-    }
+    outcome.lastStatus = tally.status();
+    outcome.lastError = tally.error();
     m_state = outcome;
     m_file.save(m_state);
     co_return outcome;
@@ -102,9 +140,9 @@ auto CalendarService::syncEvents(Sync sync) -> Task<Count>
     auto events = co_await m_provider.fetchEvents(sync.now, until);
     if (!events)
         co_return tl::unexpected(events.error().description);
-    co_return co_await replace(CalendarSyncLogic::eventsPath, [events = *std::move(events), sync] {
-        return eventItems(events, sync.now, sync.calendar);
-    });
+    const auto path = CalendarSyncLogic::eventsPath.toString();
+    auto items = co_await recognisedItems(*std::move(events), sync, m_reference.items(path));
+    co_return co_await replace(path, std::move(items));
 }
 
 auto CalendarService::syncReminders(Sync sync) -> Task<Count>
@@ -114,20 +152,15 @@ auto CalendarService::syncReminders(Sync sync) -> Task<Count>
     auto reminders = co_await m_provider.fetchIncompleteReminders();
     if (!reminders)
         co_return tl::unexpected(reminders.error().description);
-    co_return co_await replace(
-        CalendarSyncLogic::remindersPath, [reminders = *std::move(reminders), sync] {
-            return reminderItems(reminders, sync.now, sync.calendar);
-        });
+    const auto path = CalendarSyncLogic::remindersPath.toString();
+    auto items = co_await recognisedItems(*std::move(reminders), sync, m_reference.items(path));
+    co_return co_await replace(path, std::move(items));
 }
 
-auto CalendarService::replace(QStringView path, std::function<Items()> fetched) -> Task<Count>
+auto CalendarService::replace(QString path, std::vector<ReferenceItem> items) -> Task<Count>
 {
-    auto items = co_await QtConcurrent::run(
-        [fetched = std::move(fetched), known = m_reference.items(path.toString())] {
-            return CalendarSyncLogic::recognised(fetched(), known);
-        });
     const auto count = int(items.size());
-    co_await m_reference.replaceItems(path.toString(), std::move(items));
+    co_await m_reference.replaceItems(std::move(path), std::move(items));
     co_return count;
 }
 

@@ -41,7 +41,7 @@ private:
 
     Task<Count> syncEvents(Sync sync);
     Task<Count> syncReminders(Sync sync);
-    Task<Count> replace(QStringView path, std::function<std::vector<ReferenceItem>()> fetched);
+    Task<Count> replace(QString path, std::vector<ReferenceItem> items);
 
     StoreFile m_file;
     CalendarDataProviding& m_provider;
