@@ -141,12 +141,14 @@ public:
     {
     }
 
-    void addDue(const ComingUpEntry& entry)
+    void addDue(ComingUpEntry entry)
     {
         if (!entry.time) {
             if (entry.kind == Kind::reminder && !entry.isDone())
                 m_someTime.push_back(entry);
         } else if (isNear(*entry.time)) {
+            if (entry.kind == Kind::reminder && isMidnight(*entry.time))
+                entry.timing = Timing::none;
             addDated(entry);
         }
     }
@@ -203,6 +205,13 @@ private:
     {
         return time > m_now - std::chrono::days(ComingUpLogic::overdueDays) - margin
             && time < m_now + horizon;
+    }
+
+    /// A reminder for a day as a whole is due when the day begins.
+    bool isMidnight(TimePoint time) const
+    {
+        const auto moment = m_calendar.dateTime(time);
+        return moment == moment.date().startOfDay(m_calendar.timeZone);
     }
 
     void addDated(const ComingUpEntry& entry)

@@ -77,6 +77,8 @@ class ComingUpLogicTest : public QObject {
         due("a reminder missed", reminder, u"2026-02-28T12:00:00Z"_s, {}, u"overdue: x"_s);
         due("a reminder done", reminder, u"2026-03-01T08:00:00Z"_s, u"completed"_s, u"1: x!"_s);
         row("due on this day", reminder, u"2026-02-28T23:00:00Z"_s, QString(), true, u"1: *x"_s);
+        due("a reminder of the day", reminder, u"2026-02-28T23:00:00Z"_s, {}, u"1: *x"_s);
+        due("a deadline at midnight", deadline, u"2026-02-28T23:00:00Z"_s, {}, u"overdue: x"_s);
         row("due on the day before", reminder, u"2026-02-28T12:00:00Z"_s, QString(), true,
             u"overdue: *x"_s);
         due("another section", u"academics.exams"_s, u"2026-03-02T12:00:00Z"_s, {}, {});
