@@ -33,6 +33,20 @@ std::unique_ptr<PageWindow> settings(StagedHome& home)
         home.coordinator(), GeneralPage::Desktop(), StagedHome::moment());
 }
 
+std::unique_ptr<PageWindow> highSettings(StagedHome& home)
+{
+    auto window = settings(home);
+    window->resize(window->width(), 1360);
+    return window;
+}
+
+std::unique_ptr<PageWindow> narrowSettings(StagedHome& home)
+{
+    auto window = settings(home);
+    window->resize(window->minimumWidth(), window->height());
+    return window;
+}
+
 std::unique_ptr<PageWindow> memory(StagedHome& home)
 {
     return std::make_unique<MemoryWindow>(home.coordinator(), StagedHome::calendar());
@@ -82,6 +96,8 @@ const std::vector<Window>& windows()
         { "settings", settings,
             { "general", "companion", "models", "connections", "activity", "privacy",
                 "confirmations", "folders", "shortcuts", "about" } },
+        { "settings, high", highSettings, { "connections" } },
+        { "settings, narrow", narrowSettings, { "connections" } },
         { "memory", memory,
             { "notes", "reference", "days", "observations", "patterns", "prompt", "data" } },
         { "activity", activity, { "day", "week", "rules", "usage" } },

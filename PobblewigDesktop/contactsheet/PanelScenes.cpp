@@ -47,6 +47,18 @@ void converse(StagedChat& talk)
         QStringLiteral("That is quite a word."), now - 2min);
 }
 
+/// The companion begins, and the user can answer with one click.
+void remind(PanelStage& stage)
+{
+    const auto id = QUuid::createUuid();
+    stage.talk.add({ .id = QUuid::createUuid(),
+        .role = ChatMessage::Role::assistant,
+        .text = QStringLiteral("The essay on the Congress of Vienna is due tomorrow at 17:15."),
+        .timestamp = StagedChat::now,
+        .relatedInterventionID = id });
+    stage.panel.setInterventions({ { .id = id, .firedAt = StagedChat::now } });
+}
+
 /// Files of these names, which the user drops on the panel.
 void attach(PanelStage& stage, const QStringList& names)
 {
@@ -255,6 +267,16 @@ std::vector<PanelScene> PanelScenes::all()
     return {
         { QStringLiteral("empty"), [](PanelStage&) {} },
         { QStringLiteral("conversation"), [](PanelStage& stage) { converse(stage.talk); } },
+        { QStringLiteral("quick answers"),
+            [](PanelStage& stage) {
+                converse(stage.talk);
+                remind(stage);
+            } },
+        { QStringLiteral("quick answers, narrow"),
+            [](PanelStage& stage) {
+                stage.panel.resize(300, 420);
+                remind(stage);
+            } },
         { QStringLiteral("streaming"),
             [](PanelStage& stage) {
                 converse(stage.talk);

@@ -60,16 +60,36 @@ void write(const QDir& directory, const QString& name, const Value& value)
         qFatal("A file cannot be written.");
 }
 
+/// One school that is read and one that refuses.
+void writeSyncs(const QDir& directory)
+{
+    write(directory, QStringLiteral("canvas.json"),
+        SchoolSyncState { .lastSyncAt = StagedHome::now - 5min,
+            .lastStatus = QStringLiteral("ok"),
+            .courseCount = 6,
+            .deadlineCount = 42 });
+    write(directory, QStringLiteral("classroom.json"),
+        SchoolSyncState { .lastSyncAt = StagedHome::now - 2h,
+            .lastStatus = QStringLiteral("failed"),
+            .lastError = QStringLiteral("Google Classroom token rejected (401) — re-authenticate "
+                                        "with Classroom scope") });
+}
+
 } // namespace
 
 StagedHome::StagedHome()
 {
     addActivity();
     addUsage();
+    writeSyncs(directory());
     m_coordinator.emplace(parts(m_home.path(), m_prompter));
     addNotes();
     addReference();
     addDays();
+    m_coordinator->updateSettings([](AppSettings& settings) {
+        settings.canvasSyncEnabled = true;
+        settings.classroomSyncEnabled = true;
+    });
     m_coordinator->activityDesk().saveRule(AccountabilityRule::youtubeTemplate(now));
     m_coordinator->refresh();
 }
