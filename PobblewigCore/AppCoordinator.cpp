@@ -85,7 +85,8 @@ AppCoordinator::AppCoordinator(Parts parts)
     , m_library(m_stores.history, m_stores.memory, m_parts.moment, m_room.directory())
     , m_proposals(m_stores, m_parts.moment,
           { chat(), modes(), *m_parts.calendarProvider,
-              [this] { m_librarian.service().abandonRuns(); } })
+              [this] { m_librarian.service().abandonRuns(); },
+              [this] { spawn(m_calendars.syncNow()); } })
     , m_memory({ .stores = m_stores,
           .moment = m_parts.moment,
           .directory = m_room.directory(),

@@ -71,6 +71,7 @@ ProposalDesk::ProposalDesk(
     , m_judge(stores, moment, hands.calendarProvider)
     , m_writer(stores, moment, hands.calendarProvider)
     , m_forgetting(hands.forgetting)
+    , m_calendarChanged(hands.calendarChanged)
     , m_changed(std::move(changed))
 {
 }
@@ -223,11 +224,14 @@ auto ProposalDesk::writing(const std::shared_ptr<ProposalWriter::Outcome>& outco
 auto ProposalDesk::execute(RuleProposal proposal, std::shared_ptr<ProposalWriter::Outcome> outcome)
     -> Task<ProposalManager::Execution>
 {
-    if (proposal.kind == Kind::forgetMemory)
+    const auto kind = proposal.kind;
+    if (kind == Kind::forgetMemory)
         m_forgetting();
     auto written = co_await m_writer.performWrite(std::move(proposal));
     if (!written)
         co_return tl::unexpected(written.error().description);
+    if (kind == Kind::calendarEvent || kind == Kind::reminder)
+        m_calendarChanged();
     *outcome = *std::move(written);
     co_return ProposalManager::Executed { QUuid::createUuid(), outcome->replaced };
 }

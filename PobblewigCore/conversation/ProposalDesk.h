@@ -23,6 +23,8 @@ public:
         CalendarDataProviding& calendarProvider;
         /// Called before something is forgotten, so that nothing in progress restores it.
         std::function<void()> forgetting;
+        /// Called once something was added to the calendars.
+        std::function<void()> calendarChanged = [] {};
     };
 
     /// All arguments must outlive the desk. `changed` is called after each change.
@@ -82,6 +84,7 @@ private:
     ActionJudge m_judge;
     ProposalWriter m_writer;
     std::function<void()> m_forgetting;
+    std::function<void()> m_calendarChanged;
     std::function<void()> m_changed;
 };
 

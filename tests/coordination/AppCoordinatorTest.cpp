@@ -53,6 +53,20 @@ private Q_SLOTS:
         QTRY_COMPARE(front(*m), u"Browser");
     }
 
+    void aConfirmedReminderIsKnownAtOnce()
+    {
+        (*m)->updateSettings([](auto& settings) { settings.remindersSyncEnabled = true; });
+        m->poll();
+        awaited((*m)->proposalDesk().apply({ RuleProposal { .proposalId = u"r"_s,
+            .kind = RuleProposal::Kind::reminder,
+            .name = u"Tea"_s,
+            .reminder = ProposedReminder { .title = u"Tea"_s, .due = m->time + 1h } } }));
+        const auto& reference = (*m)->memory().reference;
+        QCOMPARE(reference.countItems(u"calendar.reminders"_s), 0);
+        awaited((*m)->proposalDesk().confirmProposal(u"r"_s));
+        QTRY_COMPARE(reference.countItems(u"calendar.reminders"_s), 1);
+    }
+
     void whatIsPausedOrExcludedIsNotSeen()
     {
         m->desktop.show(u"Writer"_s, u"org.writer"_s);

@@ -88,9 +88,9 @@ private Q_SLOTS:
         QVERIFY(m->calendar.reminders.empty());
         awaited(m->desk.confirmProposal(text("r")));
         QCOMPARE(m->calendar.reminders.size(), 1u);
-        const ReminderDTO expected { .id = m->calendar.reminders.front().id,
-            .title = text("Tea"),
-            .dueDate = now + 45min };
+        const ReminderDTO expected {
+            .id = m->calendar.reminders.front().id, .title = text("Tea"), .dueDate = now + 45min
+        };
         QVERIFY(m->calendar.reminders.front() == expected);
         const auto outcome = text("Added reminder 'Tea' due Sunday, 1 March 2026, 11:00");
         QCOMPARE(told(), QStringList({ queued("Tea"), outcome }));

@@ -75,7 +75,8 @@ auto CanvasService::fetchCourses(QString baseURL, QString token)
 auto CanvasService::fetchAssignments(QString baseURL, QString token, qint64 courseID)
     -> Task<Expected<std::vector<CanvasAssignment>>>
 {
-    return list<CanvasAssignment>(std::move(baseURL), assignmentsRequest(courseID), std::move(token));
+    return list<CanvasAssignment>(
+        std::move(baseURL), assignmentsRequest(courseID), std::move(token));
 }
 
 auto CanvasService::read(QString baseURL, QString token) -> Task<Expected<Reading>>
