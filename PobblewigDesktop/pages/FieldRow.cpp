@@ -6,18 +6,32 @@
 #include <QHBoxLayout>
 #include <QLabel>
 
+#include <algorithm>
+
 namespace pobblewig {
 
 namespace {
 
 constexpr int gap = 8;
 constexpr int lineGap = 2;
+constexpr int leastNameWidth = 96;
 
 WrappedLabel* label(const QString& text, const QString& role)
 {
     auto* const label = new WrappedLabel(text);
     PanelStyle::setRole(*label, role);
     label->setHidden(text.isEmpty());
+    return label;
+}
+
+/// It breaks where the control needs the room.
+WrappedLabel* nameLabel(const QString& text)
+{
+    auto* const label = new WrappedLabel(text);
+    auto policy = label->sizePolicy();
+    policy.setHorizontalPolicy(QSizePolicy::Ignored);
+    label->setSizePolicy(policy);
+    label->setMinimumWidth(std::min(leastNameWidth, label->fontMetrics().horizontalAdvance(text)));
     return label;
 }
 
@@ -30,11 +44,11 @@ FieldRow::FieldRow(const Words& words, QWidget& control, QWidget& field, Place p
 {
     field.setAccessibleName(words.name);
     field.setAccessibleDescription(words.explanation);
-    auto* const name = new QLabel(words.name, this);
+    auto* const name = nameLabel(words.name);
     name->setBuddy(&field);
     auto* const top = new QHBoxLayout;
     top->setSpacing(gap);
-    top->addWidget(name, 1);
+    top->addWidget(name, 1, Qt::AlignVCenter);
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, gap, 0, gap);
     column->setSpacing(lineGap);
