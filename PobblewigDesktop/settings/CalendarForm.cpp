@@ -17,8 +17,7 @@ namespace {
 constexpr int gap = 8;
 constexpr int longestPath = 40;
 
-/// As the choice lists them.
-enum Kind { service, folder };
+using Kind = CalendarSource::Kind;
 
 QString shortened(const QString& path)
 {
@@ -35,7 +34,8 @@ CalendarForm::CalendarForm(QWidget* parent)
     , m_sync(new QPushButton(tr("Sync now")))
     , m_state(new WrappedLabel({}))
 {
-    m_kind->addItems({ tr("The desktop's calendars"), tr("A folder of .ics files") });
+    m_kind->addItem(tr("The desktop's calendars"), int(Kind::service));
+    m_kind->addItem(tr("A folder of .ics files"), int(Kind::folder));
     m_sync->setAccessibleName(tr("Sync calendars now"));
     m_state->setAccessibleName(tr("Calendars state"));
     for (auto* const button : { m_folder, m_sync })
@@ -46,14 +46,14 @@ CalendarForm::CalendarForm(QWidget* parent)
     connect(m_sync, &QPushButton::clicked, this, &CalendarForm::syncRequested);
 }
 
-void CalendarForm::showSource(const std::optional<Source>& source)
+void CalendarForm::showSource(const std::optional<CalendarSource>& source)
 {
     m_source = source;
     m_choice->setVisible(source.has_value());
     if (!source)
         return;
-    m_kind->setCurrentIndex(source->isFolder ? folder : service);
-    m_folder->setVisible(source->isFolder);
+    m_kind->setCurrentIndex(m_kind->findData(int(source->kind)));
+    m_folder->setVisible(source->kind == Kind::folder);
     const auto path = QDir::toNativeSeparators(source->folder);
     m_folder->setText(path.isEmpty() ? tr("Choose a folder…") : shortened(path));
     m_folder->setAccessibleName(tr("Calendar folder"));
@@ -91,15 +91,15 @@ void CalendarForm::arrange()
     column->addSpacing(gap);
 }
 
-void CalendarForm::choose(int kind)
+void CalendarForm::choose(int row)
 {
-    if (!m_source)
+    const auto kind = Kind(m_kind->itemData(row).toInt());
+    if (!m_source || kind == m_source->kind)
         return;
-    const auto isFolder = kind == folder;
-    if (isFolder && m_source->folder.isEmpty())
+    if (kind == Kind::folder && m_source->folder.isEmpty())
         askForFolder();
-    else if (isFolder != m_source->isFolder)
-        Q_EMIT sourceChosen({ isFolder, m_source->folder });
+    else
+        Q_EMIT sourceChosen({ kind, m_source->folder });
 }
 
 void CalendarForm::askForFolder()
@@ -111,7 +111,7 @@ void CalendarForm::askForFolder()
     dialog->setFileMode(QFileDialog::Directory);
     dialog->setOption(QFileDialog::ShowDirsOnly);
     connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& path) {
-        Q_EMIT sourceChosen({ true, path });
+        Q_EMIT sourceChosen({ Kind::folder, path });
     });
     // Without a folder the choice is what it was.
     connect(dialog, &QFileDialog::rejected, this, [this] { showSource(m_source); });

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PobblewigDesktop/settings/ConnectionTexts.h"
+#include "connections/calendars/CalendarDataProviding.h"
 
 #include <QWidget>
 
@@ -16,27 +17,19 @@ class CalendarForm : public QWidget {
     Q_OBJECT
 
 public:
-    /// A folder, or the desktop's own service.
-    struct Source {
-        bool isFolder = false;
-        QString folder = {};
-
-        bool operator==(const Source&) const = default;
-    };
-
     explicit CalendarForm(QWidget* parent = nullptr);
 
     /// Nothing where there is none to choose.
-    void showSource(const std::optional<Source>& source);
+    void showSource(const std::optional<CalendarSource>& source);
     void showStatus(const ConnectionStatus& status, TimePoint now, const Calendar& calendar);
 
 Q_SIGNALS:
-    void sourceChosen(const pobblewig::CalendarForm::Source& source);
+    void sourceChosen(const pobblewig::CalendarSource& source);
     void syncRequested();
 
 private:
     void arrange();
-    void choose(int kind);
+    void choose(int row);
     void askForFolder();
 
     QComboBox* m_kind;
@@ -44,7 +37,7 @@ private:
     QWidget* m_choice;
     QPushButton* m_sync;
     WrappedLabel* m_state;
-    std::optional<Source> m_source;
+    std::optional<CalendarSource> m_source;
 };
 
 } // namespace pobblewig

@@ -3,6 +3,7 @@
 #include "PobblewigDesktop/controls/PanelStyle.h"
 #include "PobblewigDesktop/controls/WrappedLabel.h"
 #include "PobblewigDesktop/pages/LaneTexts.h"
+#include "PobblewigDesktop/settings/CalendarForm.h"
 #include "PobblewigDesktop/settings/SchoolForm.h"
 
 namespace pobblewig {
@@ -18,6 +19,16 @@ ConnectionStatus status(bool isWanted, bool isSyncing, const SchoolSyncState& sy
         .lastSyncAt = sync.lastSyncAt,
         .error = sync.lastError,
         .found = ConnectionTexts::school(sync.courseCount, sync.deadlineCount) };
+}
+
+ConnectionStatus status(const AppSettings& settings, const CalendarState& calendars)
+{
+    const auto& sync = calendars.sync;
+    return { .isWanted = settings.calendarSyncEnabled || settings.remindersSyncEnabled,
+        .isSyncing = calendars.isSyncing,
+        .lastSyncAt = sync.lastSyncAt,
+        .error = calendars.unavailable ? calendars.unavailable : sync.lastError,
+        .found = ConnectionTexts::calendars(sync.eventCount, sync.reminderCount) };
 }
 
 } // namespace
@@ -42,6 +53,7 @@ ConnectionsPage::ConnectionsPage(AppCoordinator& coordinator, Moment moment)
           .sync = tr("Sync Classroom now"),
           .disconnect = tr("Disconnect Classroom"),
           .state = tr("Classroom state") }))
+    , m_calendars(new CalendarForm)
 {
     addExplanation(tr("Courses, deadlines and events go into the memory on this computer."));
     PanelStyle::setRole(*m_keyring, QStringLiteral("problem"));
@@ -77,6 +89,8 @@ void ConnectionsPage::reveal(const QString& key)
 void ConnectionsPage::showEvent(QShowEvent* event)
 {
     CatalogPage::showEvent(event);
+    // Only then it matters where the calendars are.
+    spawn(m_coordinator.calendars().requestAccess());
     m_everyMinute.start(1min);
 }
 
@@ -121,8 +135,14 @@ void ConnectionsPage::addCalendars()
     addExplanation(tr("Read-only: upcoming events so the buddy can answer “what's on my "
                       "schedule?”. Nothing is ever written back. Only an event or reminder that "
                       "you confirm is added."));
+    addGap();
     addSettings(settings(
         { u"calendarSyncEnabled", u"remindersSyncEnabled", u"calendarSyncIntervalMinutes" }));
+    add(*m_calendars);
+    connect(m_calendars, &CalendarForm::sourceChosen, this,
+        [this](const CalendarSource& source) { m_coordinator.calendars().chooseSource(source); });
+    connect(m_calendars, &CalendarForm::syncRequested, this,
+        [this] { spawn(m_coordinator.calendars().syncNow()); });
 }
 
 void ConnectionsPage::connectCanvas(const QString& address, const QString& token)
@@ -144,6 +164,9 @@ void ConnectionsPage::showStatuses()
     const auto& classroom = state.of<ClassroomState>();
     m_classroom->showStatus(
         status(settings.classroomSyncEnabled, classroom.isSyncing, classroom.sync), now, calendar);
+    const auto& calendars = state.of<CalendarState>();
+    m_calendars->showSource(calendars.choice);
+    m_calendars->showStatus(status(settings, calendars), now, calendar);
 }
 
 } // namespace pobblewig

@@ -8,6 +8,7 @@
 
 namespace pobblewig {
 
+class CalendarForm;
 class SchoolForm;
 class WrappedLabel;
 
@@ -40,6 +41,7 @@ private:
     WrappedLabel* m_keyring;
     SchoolForm* m_canvas;
     SchoolForm* m_classroom;
+    CalendarForm* m_calendars;
     /// "5 minutes ago" becomes "6 minutes ago".
     QTimer m_everyMinute;
 };

@@ -7,9 +7,11 @@
 #include "settings/ActionAutonomy.h"
 #include "settings/SettingForms.h"
 #include "settings/SharedFolders.h"
+#include "support/ScriptedCalendar.h"
 #include "support/ScriptedProvider.h"
 #include "support/TableRow.h"
 
+#include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QSpinBox>
@@ -31,6 +33,14 @@ struct ScriptedAutostart : AutostartSwitching {
 
     bool isOn = false;
     bool isBroken = false;
+};
+
+/// Calendars in one of two places.
+struct ScriptedSources : ScriptedCalendar {
+    std::optional<CalendarSource> source() const override { return chosen; }
+    void chooseSource(const CalendarSource& source) override { chosen = source; }
+
+    CalendarSource chosen { CalendarSource::Kind::service, u"/home/ada/calendars"_s };
 };
 
 } // namespace
@@ -73,6 +83,9 @@ private Q_SLOTS:
         m_autostart = {};
         auto parts = scriptedParts(m_scratch->path().path(), m_model);
         m_http = dynamic_cast<ScriptedHTTPClient*>(parts.http.get());
+        auto calendars = std::make_unique<ScriptedSources>();
+        m_calendars = calendars.get();
+        parts.calendarProvider = std::move(calendars);
         m_coordinator.emplace(std::move(parts));
         m_window.emplace(*m_coordinator, GeneralPage::Desktop { &m_autostart, nullptr },
             Moment { [] { return ScriptedChat::now; },
@@ -216,6 +229,35 @@ private Q_SLOTS:
         QVERIFY(!named<QAbstractButton>("Disconnect").isEnabled());
     }
 
+    void calendarsAreReadFromWhereTheUserSays()
+    {
+        open("connections");
+        auto& sync = named<QAbstractButton>("Sync calendars now");
+        auto& folder = named<QAbstractButton>("Calendar folder");
+        QVERIFY(!sync.isEnabled() && !folder.isVisible());
+        named<QAbstractButton>("Calendar sync").click();
+        m_calendars->events = {
+            { .id = u"1"_s, .title = u"Dentist"_s, .startDate = ScriptedChat::now }
+        };
+        sync.click();
+        QTRY_VERIFY(saysAnywhere(u"Connected. Last sync just now: 1 event, 0 reminders."_s));
+        auto& places = named<QComboBox>("Read from");
+        QCOMPARE(places.currentText(), u"The desktop's calendars"_s);
+        m_calendars->outage = WriteError { u"The folder cannot be read."_s };
+        QTest::keyClick(&places, Qt::Key_Down);
+        QCOMPARE(m_calendars->chosen.kind, CalendarSource::Kind::folder);
+        QVERIFY(folder.isVisible() && folder.text() == u"/home/ada/calendars"_s);
+        QTRY_VERIFY(saysAnywhere(u"The folder cannot be read."_s));
+    }
+
+    void longNamesBreakInANarrowWindow()
+    {
+        m_window->resize(m_window->minimumSize());
+        open("connections");
+        const auto& page = named<QWidget>("Connections");
+        QTRY_VERIFY(page.width() <= page.parentWidget()->width());
+    }
+
     void aTokenGoesOnlyWhereItIsSafe()
     {
         const std::pair<QString, QString> addresses[] { { u" school.edu "_s,
@@ -269,8 +311,9 @@ private:
     std::optional<ScratchDirectory> m_scratch;
     ScriptedProvider m_model;
     ScriptedAutostart m_autostart;
-    /// The coordinator's own.
+    /// Both are the coordinator's own.
     ScriptedHTTPClient* m_http = nullptr;
+    ScriptedSources* m_calendars = nullptr;
     std::optional<AppCoordinator> m_coordinator;
     std::optional<SettingsWindow> m_window;
 };
