@@ -60,7 +60,7 @@ QUrl link(const ReferenceItem& item)
 {
     for (const auto key : { u"htmlURL", u"alternateLink" }) {
         const auto* const text = detail(item, key).string();
-        const auto url = text ? QUrl(*text, QUrl::StrictMode) : QUrl();
+        auto url = text ? QUrl(*text, QUrl::StrictMode) : QUrl();
         if (url.isValid() && url.scheme() == u"https" && !url.host().isEmpty())
             return url;
     }

@@ -47,6 +47,7 @@ void SchoolForm::showAddress(const QString& address)
     if (m_address->text() == m_shownAddress)
         m_address->setText(address);
     m_shownAddress = address;
+    m_keptAddress = address;
 }
 
 void SchoolForm::showStatus(const ConnectionStatus& status, TimePoint now, const Calendar& calendar)
@@ -54,6 +55,7 @@ void SchoolForm::showStatus(const ConnectionStatus& status, TimePoint now, const
     const auto hasFailed = status.isWanted && !status.isSyncing && status.error.has_value();
     PanelStyle::setRole(*m_state, hasFailed ? QStringLiteral("problem") : QStringLiteral("detail"));
     PanelStyle::setText(*m_state, ConnectionTexts::state(status, now, calendar));
+    m_isConnected = status.isWanted;
     m_connect->setDisabled(status.isSyncing);
     m_sync->setEnabled(status.isWanted && !status.isSyncing);
     m_disconnect->setEnabled(status.isWanted);
@@ -75,8 +77,8 @@ void SchoolForm::arrange(const Words& words)
         m_addressRow = new FieldRow({ words.address }, *m_address, FieldRow::Place::below);
         column->addWidget(m_addressRow);
     }
-    column->addWidget(
-        new FieldRow({ words.token, words.tokenHint }, *m_token, FieldRow::Place::below));
+    m_tokenRow = new FieldRow({ words.token, words.tokenHint }, *m_token, FieldRow::Place::below);
+    column->addWidget(m_tokenRow);
     auto* const buttons = new QHBoxLayout;
     buttons->setSpacing(gap);
     for (auto* const button : { m_connect, m_sync, m_disconnect })
@@ -94,17 +96,26 @@ void SchoolForm::requestConnection()
     const auto typed = m_address->text().trimmed();
     const auto address =
         typed.isEmpty() ? std::optional(QString()) : ConnectionTexts::address(typed);
-    if (m_addressRow)
-        m_addressRow->setProblem(address ? QString()
-                                         : tr("Enter the address of your school's site, such as "
-                                              "https://school.instructure.com."));
-    if (!address || !m_connect->isEnabled())
+    if (!canConnect(address) || !m_connect->isEnabled())
         return;
     const auto token = m_token->text().trimmed();
     m_token->clear();
     // From now on the address is the one that is kept.
     m_shownAddress = m_address->text();
     Q_EMIT connectRequested(*address, token);
+}
+
+bool SchoolForm::canConnect(const std::optional<QString>& address)
+{
+    // A token is never sent to another site than its own.
+    const auto lacksToken = m_addressRow && m_isConnected && address != m_keptAddress
+        && m_token->text().trimmed().isEmpty();
+    if (m_addressRow)
+        m_addressRow->setProblem(address ? QString()
+                                         : tr("Enter the address of your school's site, such as "
+                                              "https://school.instructure.com."));
+    m_tokenRow->setProblem(address && lacksToken ? tr("Paste a token of this site.") : QString());
+    return address && !lacksToken;
 }
 
 } // namespace pobblewig

@@ -47,15 +47,21 @@ Q_SIGNALS:
 private:
     void arrange(const Words& words);
     void requestConnection();
+    /// Says what is missing.
+    bool canConnect(const std::optional<QString>& address);
 
     QLineEdit* m_address;
     QLineEdit* m_token;
     FieldRow* m_addressRow = nullptr;
+    FieldRow* m_tokenRow = nullptr;
     QPushButton* m_connect;
     QPushButton* m_sync;
     QPushButton* m_disconnect;
     WrappedLabel* m_state;
     QString m_shownAddress;
+    /// Where the present token belongs to.
+    QString m_keptAddress;
+    bool m_isConnected = false;
 };
 
 } // namespace pobblewig

@@ -224,6 +224,11 @@ private Q_SLOTS:
         m_http->enqueue(200, "[]");
         named<QAbstractButton>("Sync now").click();
         QTRY_VERIFY(saysAnywhere(u"Connected. Last sync just now: 0 courses, 0 deadlines."_s));
+        const auto asked = m_http->requests().size();
+        address.setText(u"other.edu"_s);
+        named<QAbstractButton>("Connect").click();
+        QVERIFY(saysAnywhere(u"Paste a token of this site."_s));
+        QCOMPARE(m_http->requests().size(), asked);
         named<QAbstractButton>("Disconnect").click();
         QTRY_VERIFY(!settings().canvasSyncEnabled);
         QVERIFY(!named<QAbstractButton>("Disconnect").isEnabled());
