@@ -1,20 +1,23 @@
 """A school that is connected, what comes up there, and a token that is revoked."""
 
 import datetime
+import json
 import unittest
 
 from canvas import Canvas
-from program import Atspi, Program, children, steadily, wait_for
+from program import Atspi, DemoModel, Program, children, steadily, wait_for
 
 
-def due_in(days):
-    due = datetime.datetime.now(datetime.timezone.utc) + datetime.timedelta(days=days)
+def due_in(days=0, hours=0):
+    due = datetime.datetime.now(datetime.timezone.utc) + datetime.timedelta(days=days, hours=hours)
     return due.strftime("%Y-%m-%dT%H:%M:%SZ")
 
 
 class ConnectionsEndToEndTest(unittest.TestCase):
     def setUp(self):
-        self.program = self.enterContext(Program())
+        model = DemoModel()
+        self.addCleanup(model.stop)
+        self.program = self.enterContext(Program(model.variables))
         self.canvas = self.enterContext(Canvas("secret", {
             "History of Europe": [
                 {"name": "Homework 1", "due_at": due_in(2), "points_possible": 10},
@@ -43,12 +46,30 @@ class ConnectionsEndToEndTest(unittest.TestCase):
                        if window.get_name() == "Coming up"), None)
         return [row.get_name() for row in rows_below(window)] if window else []
 
-    def test_deadlines_come_and_stay_when_the_token_is_revoked(self):
+    def connect(self):
         self.open("pobblewig:settings/connections")
         self.wait_for_state("Not connected.")
         self.write("Canvas address", self.canvas.address)
         self.write("Canvas token", "secret")
         self.program.press("Connect")
+        self.wait_for_state("Connected.")
+
+    def outcome(self):
+        """Of the newest message that the companion began."""
+        file = self.program.data / "interventions.json"
+        records = json.loads(file.read_text())["records"] if file.exists() else []
+        return records[0].get("outcome") if records else None
+
+    def test_a_close_deadline_is_spoken_of_and_answered_with_one_click(self):
+        self.canvas.lists["/api/v1/courses/1/assignments"][0]["due_at"] = due_in(hours=6)
+        self.connect()
+        self.program.open_chat()
+        self.program.press("Got it")
+        wait_for(lambda: self.outcome() == "accepted", "the outcome")
+        wait_for(lambda: not self.program.is_usable("Remind me later"), "the end of the buttons")
+
+    def test_deadlines_come_and_stay_when_the_token_is_revoked(self):
+        self.connect()
         self.wait_for_state("Connected. Last sync just now: 2 courses, 4 deadlines.")
 
         self.program.open_chat()
