@@ -64,7 +64,8 @@ private Q_SLOTS:
         const auto& reference = (*m)->memory().reference;
         QCOMPARE(reference.countItems(u"calendar.reminders"_s), 0);
         awaited((*m)->proposalDesk().confirmProposal(u"r"_s));
-        QTRY_COMPARE(reference.countItems(u"calendar.reminders"_s), 1);
+        QTRY_COMPARE(m->state<CalendarState>().sync.reminderCount, 1);
+        QCOMPARE(reference.countItems(u"calendar.reminders"_s), 1);
     }
 
     void whatIsPausedOrExcludedIsNotSeen()

@@ -56,6 +56,9 @@ class SessionEndToEndTest(unittest.TestCase):
 
     def test_a_new_session_leaves_an_archive_a_summary_and_what_is_to_be_remembered(self):
         with Program(self.model.variables) as program:
+            # What is noted as due would begin the next conversation.
+            (program.data / "settings.json").write_text(
+                '{"hasCompletedOnboarding": true, "dailyBriefingEnabled": false}')
             program.start()
             program.open_chat()
             say(program, "I like green tea")

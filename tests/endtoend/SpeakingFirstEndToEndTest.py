@@ -47,8 +47,7 @@ class SpeakingFirstEndToEndTest(unittest.TestCase):
         self.assertFalse(self.program.window_titled("Pobblewig Chat")())
 
         self.program.open_chat()
-        rows = wait_for(self.program.conversation, "the conversation")
-        self.assertIn("“Lab” for Art is due", rows[1])
+        wait_for(lambda: "“Lab” for Art is due" in self.program.conversation()[-1], "the message")
         self.program.press("That's wrong")
         wait_for(lambda: self.outcomes()["classroom_deadline"] == "contextCorrected", "the answer")
         wait_for(lambda: "What did I get wrong?" in self.program.conversation()[-1], "the question")

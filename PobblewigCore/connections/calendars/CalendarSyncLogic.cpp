@@ -100,6 +100,8 @@ ReferenceItem CalendarSyncLogic::reminderItem(
     add(item, u"list", reminder.listName);
     add(item, u"notes", reminder.notes);
     item.details[QStringLiteral("completed")] = JSONValue(reminder.isCompleted);
+    if (reminder.isAllDay)
+        item.details[QStringLiteral("allDay")] = JSONValue(true);
     return item;
 }
 
