@@ -219,6 +219,8 @@ std::optional<QString> InterventionsFeature::reasonAgainstBriefing() const
         return QStringLiteral("today's is done");
     if (!BriefingLogic::hasSource(settings, m_memory.reference.allItems()))
         return notSent(QStringLiteral("nothing is connected that tells of the day"));
+    if (ProactiveLogic::waitsForAnswer(m_service.records(), m.moment.now()))
+        return notSent(QStringLiteral("another message waits for its answer"));
     return std::nullopt;
 }
 

@@ -14,6 +14,7 @@ constexpr auto shyFor = std::chrono::days(7);
 /// Half as often as every day.
 constexpr int shyDays = 2;
 constexpr auto snooze = std::chrono::hours(2);
+constexpr auto answeringTime = std::chrono::hours(1);
 /// "-2026-03-01".
 constexpr qsizetype dayLength = 11;
 
@@ -78,6 +79,12 @@ auto ProactiveLogic::silence(const QString& triggerType, const Circumstances& ci
         return Silence::enoughForToday;
     return isUnwelcome(triggerType, circumstances) ? std::optional(Silence::unwelcome)
                                                    : std::nullopt;
+}
+
+bool ProactiveLogic::waitsForAnswer(const std::vector<InterventionRecord>& records, TimePoint now)
+{
+    return !records.empty() && !records.front().outcome
+        && now - records.front().firedAt < answeringTime;
 }
 
 QString ProactiveLogic::inWords(Silence silence)

@@ -26,6 +26,9 @@ struct Circumstances {
 /// Returns nothing if a message of this kind may be sent.
 std::optional<Silence> silence(const QString& triggerType, const Circumstances& circumstances);
 
+/// Whether the latest message is so new that the user may just be about to answer it.
+bool waitsForAnswer(const std::vector<InterventionRecord>& records, TimePoint now);
+
 /// For Diagnostics, such as "observation is paused".
 QString inWords(Silence silence);
 

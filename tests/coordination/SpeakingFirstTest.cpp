@@ -184,6 +184,18 @@ private Q_SLOTS:
         QCOMPARE(said(), u"Good morning."_s);
     }
 
+    void aBriefingDoesNotTalkOverAnotherMessage()
+    {
+        addDeadline(u"Essay"_s, m->time + 5h, u"canvas_sync"_s);
+        speak(u"The essay."_s);
+        brief();
+        QCOMPARE(said(), u"The essay."_s);
+        (*m)->interventions().answer(records().front().id, QuickAnswer::gotIt);
+        m->model.enqueue(u"One thing is due."_s);
+        brief();
+        QCOMPARE(said(), u"One thing is due."_s);
+    }
+
     void aFreeDayIsSaidToBeFree()
     {
         (*m)->updateSettings([](auto& each) { each.calendarSyncEnabled = true; });
