@@ -9,7 +9,7 @@ namespace pobblewig {
 
 std::optional<TimePoint> DatedItems::date(const ReferenceItem& item, QStringView key)
 {
-    const auto found = item.details.find(key.toString());
+    const auto found = item.details.find(QString::fromRawData(key.data(), key.size()));
     const auto* text = found == item.details.end() ? nullptr : found->second.string();
     if (!text)
         return std::nullopt;

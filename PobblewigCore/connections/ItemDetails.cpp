@@ -35,7 +35,7 @@ void ItemDetails::add(ReferenceItem& item, QStringView key, std::optional<double
 
 QString ItemDetails::text(const ReferenceItem& item, QStringView key)
 {
-    const auto found = item.details.find(key.toString());
+    const auto found = item.details.find(QString::fromRawData(key.data(), key.size()));
     return found == item.details.end() ? QString() : found->second.displayString();
 }
 

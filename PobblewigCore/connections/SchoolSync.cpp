@@ -14,6 +14,7 @@ namespace {
 
 constexpr auto longestRest = std::chrono::days(1);
 constexpr auto keptWhenUnread = std::chrono::days(30);
+constexpr size_t itemsAtOnce = 300;
 constexpr auto keptReminders = std::chrono::days(60);
 
 /// A reminder's key ends in its day.
@@ -48,6 +49,14 @@ bool SchoolSync::isDue(TimePoint now, int intervalMinutes) const
 
 Task<> SchoolSync::take(std::vector<SchoolItem> items, TimePoint now)
 {
+    std::ranges::move(items, std::back_inserter(m_waiting));
+    if (m_waiting.size() >= itemsAtOnce)
+        co_await finishTaking(now);
+}
+
+Task<> SchoolSync::finishTaking(TimePoint now)
+{
+    auto items = std::exchange(m_waiting, {});
     ReferenceFindings findings;
     auto& known = titles();
     const auto renamedBefore = known.renamed().size();

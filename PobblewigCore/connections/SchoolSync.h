@@ -34,8 +34,11 @@ public:
     bool isDue(TimePoint now, int intervalMinutes) const;
 
     /// Adds or replaces the items under titles of their own. One whose content is the same stays as
-    /// it is. The task ends when they are on disk.
+    /// it is. Since the file is written as a whole, it waits for a few hundred.
     Task<> take(std::vector<SchoolItem> items, TimePoint now);
+
+    /// Writes those that still wait. The task ends when all are on disk.
+    Task<> finishTaking(TimePoint now);
 
     struct Reading {
         int courseCount = 0;
@@ -68,6 +71,7 @@ private:
     ReferenceMemoryStore& m_reference;
     StoreFile m_file;
     SchoolSyncState m_state;
+    std::vector<SchoolItem> m_waiting;
     /// Of the reference memory with the revision beside it.
     std::optional<SchoolTitles> m_titles;
     int m_knownRevision = 0;

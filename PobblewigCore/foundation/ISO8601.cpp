@@ -84,7 +84,12 @@ std::optional<TimePoint> ISO8601::parse(QStringView text)
 {
     if (!matchesPattern(text))
         return std::nullopt;
-    const auto number = [&](int at, int length) { return text.mid(at, length).toInt(); };
+    const auto number = [&](qsizetype at, qsizetype length) {
+        int value = 0;
+        for (const auto digit : text.mid(at, length))
+            value = 10 * value + (digit.unicode() - u'0');
+        return value;
+    };
     const year_month_day date(
         year(number(0, 4)), month(unsigned(number(5, 2))), day(unsigned(number(8, 2))));
     const auto hour = number(11, 2);

@@ -3,6 +3,7 @@
 
 #include "Figure.h"
 #include "StallWatch.h"
+#include "connections/calendars/CalendarSyncLogic.h"
 #include "connections/calendars/CalendarsFeature.h"
 #include "connections/canvas/CanvasFeature.h"
 #include "foundation/ISO8601.h"
@@ -64,7 +65,6 @@ QByteArray assignment(int number)
                     .arg(QString::number(number), QString::number(number % assignmentsEach), due,
                         QStringLiteral("Read the chapter and answer. ").repeated(60))
                     .toUtf8();
-    text.chop(1);
     for (int field = 0; field < 40; ++field)
         text += ",\"field_" + QByteArray::number(field) + "\":\"a value of no interest\"";
     return text + '}';

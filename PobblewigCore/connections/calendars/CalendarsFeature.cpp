@@ -3,12 +3,29 @@
 #include "connections/SituationLine.h"
 #include "connections/calendars/CalendarSyncLogic.h"
 
+#include <limits>
+
 namespace pobblewig {
 
 namespace {
 
-constexpr int reminderHours = 48;
-constexpr int mostItems = 3;
+using namespace std::chrono_literals;
+
+constexpr std::chrono::days daysAhead(CalendarSyncLogic::upcomingWindowDays);
+constexpr auto reminderTime = 48h;
+constexpr size_t mostItems = 3;
+constexpr auto noLimit = std::numeric_limits<size_t>::max();
+
+/// When the user's day begins and the next one.
+std::pair<TimePoint, TimePoint> today(TimePoint now, const Calendar& calendar)
+{
+    const auto begin = [&](QDate day) {
+        return TimePoint(
+            std::chrono::milliseconds(day.startOfDay(calendar.timeZone).toMSecsSinceEpoch()));
+    };
+    const auto day = calendar.day(now);
+    return { begin(day), begin(day.addDays(1)) };
+}
 
 } // namespace
 
@@ -18,6 +35,8 @@ CalendarsFeature::CalendarsFeature(const Parts& parts, const Moment& moment)
     , m_provider(parts.provider)
     , m_moment(moment)
     , m_service(parts.directory, parts.provider, parts.reference)
+    , m_events(CalendarSyncLogic::eventsPath, u"startAt")
+    , m_reminders(CalendarSyncLogic::remindersPath, u"dueAt")
 {
 }
 
@@ -31,15 +50,14 @@ Task<> CalendarsFeature::tick()
 
 std::vector<QString> CalendarsFeature::situation(TimePoint now) const
 {
-    const auto& items = m_reference.allItems();
     std::vector<QString> lines;
+    const auto [morning, midnight] = today(now, m_moment.calendar());
     addSituationLine(lines, QStringLiteral("Today's events: "),
-        CalendarSyncLogic::todaysEvents(items, now, m_moment.calendar()));
+        m_events.within(m_reference, morning - 1ms, midnight - 1ms, noLimit));
     addSituationLine(lines, QStringLiteral("Upcoming events (Calendar): "),
-        CalendarSyncLogic::upcomingEvents(
-            items, now, CalendarSyncLogic::upcomingWindowDays, mostItems));
+        m_events.within(m_reference, now, now + daysAhead, mostItems));
     addSituationLine(lines, QStringLiteral("Due reminders: "),
-        CalendarSyncLogic::dueReminders(items, now, reminderHours, mostItems));
+        m_reminders.within(m_reference, now, now + reminderTime, mostItems));
     return lines;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "connections/DatedIndex.h"
 #include "connections/calendars/CalendarService.h"
 #include "features/Feature.h"
 #include "foundation/Moment.h"
@@ -56,6 +57,8 @@ private:
     CalendarDataProviding& m_provider;
     const Moment& m_moment;
     CalendarService m_service;
+    mutable DatedIndex m_events;
+    mutable DatedIndex m_reminders;
     bool m_isSyncing = false;
     bool m_isWantedAgain = false;
 };

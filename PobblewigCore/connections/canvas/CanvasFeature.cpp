@@ -1,20 +1,20 @@
 #include "connections/canvas/CanvasFeature.h"
 
 #include "connections/SituationLine.h"
-#include "connections/canvas/CanvasSyncLogic.h"
 
 namespace pobblewig {
 
 namespace {
 
-constexpr int daysAhead = 14;
-constexpr int mostItems = 3;
+constexpr std::chrono::days daysAhead(14);
+constexpr size_t mostItems = 3;
 
 } // namespace
 
 CanvasFeature::CanvasFeature(const Parts& parts)
     : SchoolFeature(parts)
     , m_service(parts.http, parts.reference, parts.moment, parts.directory)
+    , m_deadlines(deadlinesPath, u"dueAt")
 {
 }
 
@@ -43,7 +43,7 @@ std::vector<QString> CanvasFeature::situation(TimePoint now) const
 {
     std::vector<QString> lines;
     addSituationLine(lines, QStringLiteral("Upcoming deadlines (Canvas): "),
-        CanvasSyncLogic::upcomingDeadlines(m.reference.allItems(), now, daysAhead, mostItems));
+        m_deadlines.within(m.reference, now, now + daysAhead, mostItems));
     return lines;
 }
 

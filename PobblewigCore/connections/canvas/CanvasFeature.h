@@ -1,5 +1,6 @@
 #pragma once
 
+#include "connections/DatedIndex.h"
 #include "connections/SchoolFeature.h"
 #include "connections/canvas/CanvasService.h"
 
@@ -42,6 +43,7 @@ protected:
 
 private:
     CanvasService m_service;
+    mutable DatedIndex m_deadlines;
     bool m_hasToken = false;
 };
 

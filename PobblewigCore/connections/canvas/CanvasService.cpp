@@ -57,6 +57,7 @@ CanvasService::CanvasService(HTTPClient& http, ReferenceMemoryStore& reference,
 auto CanvasService::sync(QString baseURL, QString token) -> Task<Expected<CanvasSyncState>>
 {
     const auto reading = co_await read(std::move(baseURL), std::move(token));
+    co_await m_record.finishTaking(m_moment.now());
     if (!reading) {
         storeFailure(reading.error());
         co_return tl::unexpected(reading.error());

@@ -114,6 +114,7 @@ auto GoogleClassroomService::syncBy(tl::expected<Road, ClassroomError> road)
     Expected<Reading> reading = tl::unexpected(road ? ClassroomError() : road.error());
     if (road)
         reading = co_await read(*road);
+    co_await m_record.finishTaking(m_moment.now());
     if (!reading) {
         m_record.fail(reading.error().description(), std::nullopt, m_moment.now());
         co_return tl::unexpected(reading.error());

@@ -92,7 +92,9 @@ private Q_SLOTS:
     {
         School school;
         school.furnish();
+        const auto before = school.reference.revision();
         QCOMPARE(school.sync(), QString());
+        QCOMPARE(school.reference.revision(), before + 1);
         QCOMPARE(school.deadlines(), u"Essay|Lab|Reading"_s);
         const auto& state = school.canvas.state();
         QCOMPARE(state.lastStatus, u"ok"_s);
