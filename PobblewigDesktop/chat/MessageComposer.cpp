@@ -76,7 +76,7 @@ void MessageComposer::setInterventions(const std::vector<InterventionRecord>& re
     if (records == m_interventions)
         return;
     m_interventions = records;
-    showQuickAnswers();
+    showSuggestions();
 }
 
 void MessageComposer::quote(const QString& text)
@@ -153,7 +153,6 @@ void MessageComposer::connectChat()
     connect(&m_chat, &ChatService::messagesChanged, this, &MessageComposer::forgetUnsent);
     connect(&m_chat, &ChatService::lastErrorChanged, this, &MessageComposer::showUnsent);
     connect(&m_chat, &ChatService::messagesChanged, this, &MessageComposer::showSuggestions);
-    connect(&m_chat, &ChatService::messagesChanged, this, &MessageComposer::showQuickAnswers);
 }
 
 void MessageComposer::connectControls()
@@ -311,13 +310,11 @@ void MessageComposer::forgetUnsent()
 
 void MessageComposer::showSuggestions()
 {
-    m_suggestions->setVisible(std::ranges::none_of(m_chat.messages(),
-        [](const auto& message) { return message.role == ChatMessage::Role::user; }));
-}
-
-void MessageComposer::showQuickAnswers()
-{
-    m_quickAnswers->setQuestion(QuickAnswerLogic::question(m_chat.messages(), m_interventions));
+    const auto question = QuickAnswerLogic::question(m_chat.messages(), m_interventions);
+    const auto hasSpoken = std::ranges::any_of(m_chat.messages(),
+        [](const auto& message) { return message.role == ChatMessage::Role::user; });
+    m_quickAnswers->setQuestion(question);
+    m_suggestions->setVisible(!question && !hasSpoken);
 }
 
 void MessageComposer::tryOut(const FirstMinute::Suggestion& suggestion)

@@ -95,7 +95,6 @@ private:
     void showUnsent();
     void forgetUnsent();
     void showSuggestions();
-    void showQuickAnswers();
     void tryOut(const FirstMinute::Suggestion& suggestion);
     void send();
     void sendWithScreen();
