@@ -1,10 +1,8 @@
 """A desktop's notification server: it keeps what it is asked to show and presses what is on it."""
 
-import threading
+from gi.repository import GLib
 
-from gi.repository import Gio, GLib
-
-from tray import call, connect
+from tray import Service
 
 NAME = "org.freedesktop.Notifications"
 PATH = "/org/freedesktop/Notifications"
@@ -20,33 +18,12 @@ INTERFACE = f"""
 </interface></node>"""
 
 
-class Notifications:
+class Notifications(Service):
     def __init__(self):
         self.shown = []
-        self.context = GLib.MainContext()
-        self.loop = GLib.MainLoop(self.context)
-        ready = threading.Event()
-        self.thread = threading.Thread(target=self.serve, args=[ready])
-        self.thread.start()
-        assert ready.wait(20)
+        super().__init__(NAME, PATH, INTERFACE)
 
-    def serve(self, ready):
-        self.context.push_thread_default()
-        self.bus = connect()
-        interface = Gio.DBusNodeInfo.new_for_xml(INTERFACE).interfaces[0]
-        self.bus.register_object(PATH, interface, self.answer, None, None)
-        call(self.bus, "org.freedesktop.DBus", "/", "org.freedesktop.DBus", "RequestName",
-             GLib.Variant("(su)", (NAME, 4)))
-        ready.set()
-        self.loop.run()
-        self.bus.close_sync()
-        self.context.pop_thread_default()
-
-    def close(self):
-        self.context.invoke_full(GLib.PRIORITY_DEFAULT, self.loop.quit)
-        self.thread.join()
-
-    def answer(self, _bus, _sender, _path, _interface, method, arguments, invocation):
+    def take(self, _bus, _sender, _path, _interface, method, arguments, invocation):
         if method == "GetCapabilities":
             invocation.return_value(GLib.Variant("(as)", (["body", "actions"],)))
         elif method == "Notify":

@@ -19,9 +19,12 @@ INTERFACE = f"""
 </interface></node>"""
 
 
-class Tray:
-    def __init__(self):
-        self.items = []
+class Service:
+    """An object on the session bus, served by a thread of its own until it is closed."""
+
+    def __init__(self, name, path, interface):
+        self.name, self.path = name, path
+        self.interface = Gio.DBusNodeInfo.new_for_xml(interface).interfaces[0]
         self.context = GLib.MainContext()
         self.loop = GLib.MainLoop(self.context)
         ready = threading.Event()
@@ -32,10 +35,9 @@ class Tray:
     def serve(self, ready):
         self.context.push_thread_default()
         self.bus = connect()
-        interface = Gio.DBusNodeInfo.new_for_xml(INTERFACE).interfaces[0]
-        self.bus.register_object("/StatusNotifierWatcher", interface, self.take, self.tell, None)
+        self.bus.register_object(self.path, self.interface, self.take, self.tell, None)
         call(self.bus, "org.freedesktop.DBus", "/", "org.freedesktop.DBus", "RequestName",
-             GLib.Variant("(su)", (WATCHER, 4)))
+             GLib.Variant("(su)", (self.name, 4)))
         ready.set()
         self.loop.run()
         self.bus.close_sync()
@@ -44,6 +46,15 @@ class Tray:
     def close(self):
         self.context.invoke_full(GLib.PRIORITY_DEFAULT, self.loop.quit)
         self.thread.join()
+
+    def tell(self, _bus, _sender, _path, _interface, _name):
+        """The value of a property."""
+
+
+class Tray(Service):
+    def __init__(self):
+        self.items = []
+        super().__init__(WATCHER, "/StatusNotifierWatcher", INTERFACE)
 
     def take(self, _bus, sender, _path, _interface, method, arguments, invocation):
         if method == "RegisterStatusNotifierItem":
