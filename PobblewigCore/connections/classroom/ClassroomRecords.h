@@ -117,44 +117,27 @@ struct ClassroomSubmission {
     }
 };
 
-/// One page of a list. Absent is empty.
-template <typename Record>
+/// One page of a list, which stands under a key. Absent is empty.
+template <typename Record, const char* key>
 struct ClassroomPage {
     std::vector<Record> records;
     QString nextPageToken;
-};
 
-struct ClassroomCoursesResponse : ClassroomPage<ClassroomCourse> {
     static constexpr auto jsonFields()
     {
         using namespace json;
-        using R = ClassroomCoursesResponse;
-        return std::tuple { Field<R, std::vector<ClassroomCourse>> {
-                                "courses", &R::records, Policy::defaulted },
-            Field<R, QString> { "nextPageToken", &R::nextPageToken, Policy::defaulted } };
+        using P = ClassroomPage;
+        return std::tuple { defaulted(key, &P::records),
+            defaulted("nextPageToken", &P::nextPageToken) };
     }
 };
 
-struct ClassroomCourseWorkResponse : ClassroomPage<ClassroomCourseWork> {
-    static constexpr auto jsonFields()
-    {
-        using namespace json;
-        using R = ClassroomCourseWorkResponse;
-        return std::tuple { Field<R, std::vector<ClassroomCourseWork>> {
-                                "courseWork", &R::records, Policy::defaulted },
-            Field<R, QString> { "nextPageToken", &R::nextPageToken, Policy::defaulted } };
-    }
-};
+inline constexpr char classroomCoursesKey[] = "courses";
+inline constexpr char classroomCourseWorkKey[] = "courseWork";
+inline constexpr char classroomSubmissionsKey[] = "studentSubmissions";
 
-struct ClassroomSubmissionsResponse : ClassroomPage<ClassroomSubmission> {
-    static constexpr auto jsonFields()
-    {
-        using namespace json;
-        using R = ClassroomSubmissionsResponse;
-        return std::tuple { Field<R, std::vector<ClassroomSubmission>> {
-                                "studentSubmissions", &R::records, Policy::defaulted },
-            Field<R, QString> { "nextPageToken", &R::nextPageToken, Policy::defaulted } };
-    }
-};
+using ClassroomCoursesResponse = ClassroomPage<ClassroomCourse, classroomCoursesKey>;
+using ClassroomCourseWorkResponse = ClassroomPage<ClassroomCourseWork, classroomCourseWorkKey>;
+using ClassroomSubmissionsResponse = ClassroomPage<ClassroomSubmission, classroomSubmissionsKey>;
 
 } // namespace pobblewig
