@@ -197,9 +197,7 @@ std::optional<ReferenceItem> ReferenceMemoryStore::upsertItem(ReferenceItem item
 Task<ReferenceFindings::Count> ReferenceMemoryStore::take(ReferenceFindings findings)
 {
     ReferenceFindings::Count taken;
-    const auto dropped = dropItemsIf([&](const auto& item) {
-        return std::ranges::find(findings.gone, item.id) != findings.gone.end();
-    });
+    const auto dropped = dropItems(findings.gone);
     for (auto& item : findings.items)
         taken.items += put(std::move(item)) != nullptr;
     for (const auto& section : findings.sections)
@@ -213,7 +211,7 @@ Task<> ReferenceMemoryStore::replaceItems(QString path, std::vector<ReferenceIte
 {
     if (itemsInOrder(path) == items)
         co_return;
-    dropItemsIf([&](const auto& item) { return item.path == path; });
+    dropItems(path);
     std::ranges::move(items, std::back_inserter(m_data.items));
     co_await m_file.saveBeside(m_data);
 }
@@ -317,6 +315,17 @@ auto ReferenceMemoryStore::places() const -> QHash<Place, size_t>&
         }
     }
     return *m_places;
+}
+
+int ReferenceMemoryStore::dropItems(const std::vector<QUuid>& ids)
+{
+    return dropItemsIf(
+        [&](const auto& item) { return std::ranges::find(ids, item.id) != ids.end(); });
+}
+
+int ReferenceMemoryStore::dropItems(const QString& path)
+{
+    return dropItemsIf([&](const auto& item) { return item.path == path; });
 }
 
 int ReferenceMemoryStore::dropItemsIf(const std::function<bool(const ReferenceItem&)>& isUnwanted)

@@ -106,6 +106,8 @@ private:
     QHash<Place, size_t>& places() const;
     std::vector<ReferenceItem> itemsInOrder(const QString& path) const;
     const ReferenceSectionMeta* section(const QString& path) const;
+    int dropItems(const std::vector<QUuid>& ids);
+    int dropItems(const QString& path);
     int dropItemsIf(const std::function<bool(const ReferenceItem&)>& isUnwanted);
     int removeItemsIf(const std::function<bool(const ReferenceItem&)>& isUnwanted);
 

@@ -32,7 +32,7 @@ QString task(const Briefing& briefing)
     if (isClear)
         return QStringLiteral("Nothing is due and the schedule is clear: one warm clear-day line, "
                               "no invented items, no filler.");
-    const auto lead =
+    auto lead =
         QStringLiteral("Lead with what's due today or tonight, then today's remaining events and "
                        "any due reminders. Plain and compact — an opener, not a lecture.");
     if (briefing.more <= 0)

@@ -23,17 +23,13 @@ Task<> CanvasFeature::connect(QString address, QString token)
     const auto typed = token.trimmed();
     if (!typed.isEmpty())
         co_await m.settings.setCanvasAPIToken(typed);
-    m.settings.update([&](AppSettings& settings) {
-        if (const auto url = address.trimmed(); !url.isEmpty())
-            settings.canvasBaseURL = url;
-        settings.canvasSyncEnabled = true;
-    });
+    switchOn(address.trimmed());
     co_await syncNow();
 }
 
 Task<> CanvasFeature::disconnect()
 {
-    m.settings.update([](AppSettings& settings) { settings.canvasSyncEnabled = false; });
+    switchOff();
     co_await m.settings.setCanvasAPIToken(std::nullopt);
     m_hasToken = false;
     changed();
@@ -50,6 +46,20 @@ std::vector<QString> CanvasFeature::situation(TimePoint now) const
 void CanvasFeature::publish(PublishedState& state) const
 {
     state.set(CanvasState { m_service.state(), isSyncing(), m_hasToken });
+}
+
+void CanvasFeature::switchOn(const QString& address)
+{
+    m.settings.update([&](AppSettings& settings) {
+        if (!address.isEmpty())
+            settings.canvasBaseURL = address;
+        settings.canvasSyncEnabled = true;
+    });
+}
+
+void CanvasFeature::switchOff()
+{
+    m.settings.update([](AppSettings& settings) { settings.canvasSyncEnabled = false; });
 }
 
 bool CanvasFeature::isEnabled() const

@@ -42,6 +42,10 @@ protected:
     QString name() const override { return QStringLiteral("canvas"); }
 
 private:
+    /// An empty address stays as it is.
+    void switchOn(const QString& address);
+    void switchOff();
+
     CanvasService m_service;
     mutable DatedIndex m_deadlines;
     bool m_hasToken = false;

@@ -14,13 +14,13 @@ Task<> ClassroomFeature::connect(QString token)
     const auto typed = token.trimmed();
     if (!typed.isEmpty())
         co_await m.settings.setClassroomAccessToken(typed);
-    m.settings.update([](AppSettings& settings) { settings.classroomSyncEnabled = true; });
+    setEnabled(true);
     co_await syncNow();
 }
 
 Task<> ClassroomFeature::disconnect()
 {
-    m.settings.update([](AppSettings& settings) { settings.classroomSyncEnabled = false; });
+    setEnabled(false);
     co_await m.settings.setClassroomAccessToken(std::nullopt);
     m_hasToken = false;
     changed();
@@ -29,6 +29,11 @@ Task<> ClassroomFeature::disconnect()
 void ClassroomFeature::publish(PublishedState& state) const
 {
     state.set(ClassroomState { m_service.state(), isSyncing(), m_hasToken });
+}
+
+void ClassroomFeature::setEnabled(bool isEnabled)
+{
+    m.settings.update([=](AppSettings& settings) { settings.classroomSyncEnabled = isEnabled; });
 }
 
 bool ClassroomFeature::isEnabled() const

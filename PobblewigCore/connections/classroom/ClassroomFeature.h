@@ -45,6 +45,8 @@ protected:
     QString name() const override { return QStringLiteral("classroom"); }
 
 private:
+    void setEnabled(bool isEnabled);
+
     Roads m_roads;
     GoogleClassroomService m_service;
     bool m_hasToken = false;
