@@ -106,7 +106,7 @@ void measureSettings(AppCoordinator& coordinator)
 {
     const auto make = [&]() -> Window {
         auto window =
-            std::make_unique<SettingsWindow>(coordinator, GeneralPage::Desktop(), Calendar());
+            std::make_unique<SettingsWindow>(coordinator, GeneralPage::Desktop(), Moment());
         window->setTheme(Theme::palette(ColorScheme::light, {}));
         window->showState(coordinator.state());
         return window;
