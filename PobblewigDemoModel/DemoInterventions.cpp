@@ -21,6 +21,14 @@ QStringList titles(const QString& prompt, const QString& heading)
     return titles;
 }
 
+QString timeLeft(int hours)
+{
+    if (hours < 1)
+        return QStringLiteral("in less than an hour");
+    return hours == 1 ? QStringLiteral("in about an hour")
+                      : QStringLiteral("in about %1 hours").arg(hours);
+}
+
 std::optional<QString> reminder(const QString& prompt)
 {
     static const QRegularExpression form(
@@ -28,9 +36,10 @@ std::optional<QString> reminder(const QString& prompt)
     const auto match = form.match(prompt);
     if (!match.hasMatch())
         return std::nullopt;
-    return QStringLiteral("“%1”%2 is due %3, in about %4 hours. Are you on top of it? If you've "
-                          "got this handled, tell me and I'll back off.")
-        .arg(match.captured(1), match.captured(2), match.captured(3), match.captured(4));
+    return QStringLiteral("“%1”%2 is due %3, %4. Are you on top of it? If you've got this "
+                          "handled, tell me and I'll back off.")
+        .arg(match.captured(1), match.captured(2), match.captured(3),
+            timeLeft(match.captured(4).toInt()));
 }
 
 std::optional<QString> checkin(const QString& prompt)

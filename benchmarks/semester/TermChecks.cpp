@@ -149,7 +149,7 @@ QStringList TermChecks::contents(const TermFiles& files)
     for (const auto& name : files.unreadable)
         faults.append(name + QStringLiteral(" cannot be read"));
     static const QRegularExpression known(QStringLiteral(
-        R"(^((activity|chat|memory|observations|proposals|reference|rules|sessions|settings|summaries|transcript|usage))"
+        R"(^((activity|canvas|chat|interventions|memory|observations|proposals|reference|rules|sessions|settings|summaries|transcript|usage|usage_days))"
         R"(|chat-\d{4}-\d\d-\d\d-[0-9A-F]{8})\.json$)"));
     for (const auto& name :
         files.directory.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot))

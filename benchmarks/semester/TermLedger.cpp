@@ -70,8 +70,7 @@ void TermRecord::take(const QString& line)
     auto words = line.split(u' ');
     const auto kind = words.takeFirst();
     if (kind == u"said") {
-        said.emplace_back(words.front());
-        m_current.append(words.front());
+        takeMessage(words.front());
     } else if (kind == u"ends") {
         takeEnd(words);
     } else if (kind == u"session") {
@@ -85,6 +84,14 @@ void TermRecord::take(const QString& line)
     } else {
         faults.append(words.join(u' '));
     }
+}
+
+void TermRecord::takeMessage(const QString& id)
+{
+    // A process that begins in the middle of a session sees again what another has seen.
+    if (!said.insert(QUuid(id)).second)
+        return;
+    m_current.append(id);
 }
 
 void TermRecord::takeEnd(const QStringList& messages)

@@ -46,7 +46,7 @@ private:
 struct TermRecord {
     static TermRecord read(const QString& path);
 
-    std::vector<QUuid> said;
+    std::set<QUuid> said;
     std::map<QUuid, QString> dayKeys;
     std::set<QString> librarianCallsWhileOff;
     std::set<QString> killed;
@@ -55,6 +55,7 @@ struct TermRecord {
 
 private:
     void take(const QString& line);
+    void takeMessage(const QString& id);
     void takeEnd(const QStringList& messages);
 
     /// Of the session under way, and of the one that ended last.
