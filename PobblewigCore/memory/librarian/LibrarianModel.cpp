@@ -16,7 +16,7 @@ LLMRequest requestFor(const LibrarianModel::Question& question, const LibrarianM
 {
     return {
         .messages = { { .role = LLMMessage::Role::user, .content = question.prompt } },
-        .maxTokens = config.maxOutputTokens * question.tokenFactor,
+        .maxTokens = question.maxTokens.value_or(config.maxOutputTokens) * question.tokenFactor,
         .temperature = config.temperature,
         .responseFormat = question.format,
         .longest = longestAnswer,
@@ -40,16 +40,17 @@ bool hasOnlyThought(const LLMCompletion& completion)
 
 } // namespace
 
-LibrarianModel::LibrarianModel(UsageCounter& usage, ModelProviding& models)
+LibrarianModel::LibrarianModel(UsageCounter& usage, ModelProviding& models, Asker asker)
     : m_usage(usage)
     , m_models(models)
+    , m_asker(std::move(asker))
 {
 }
 
 auto LibrarianModel::ask(Question question, std::stop_token stop) -> Task<Answer>
 {
     const std::shared_ptr<LLMProvider> provider =
-        co_await m_models.makeProvider(ModelUse::librarian);
+        co_await m_models.makeProvider(m_asker.use);
     if (!provider)
         co_return std::nullopt;
     const auto config = co_await m_models.librarianConfig();
@@ -74,8 +75,9 @@ auto LibrarianModel::complete(std::shared_ptr<LLMProvider> provider, LLMRequest 
     const auto status = first ? std::nullopt : rejection(first.error());
     if (!status || stop.stop_requested())
         co_return first;
-    Log::line(QStringLiteral("buddy: librarian: json_schema rejected (HTTP %1); retrying with "
+    Log::line(QStringLiteral("buddy: %1: json_schema rejected (HTTP %2); retrying with "
                              "json_object")
+                  .arg(m_asker.name)
                   .arg(*status));
     request.responseFormat = { .kind = LLMResponseFormat::Kind::jsonObject };
     co_return co_await completeWithRoom(provider, request, stop);

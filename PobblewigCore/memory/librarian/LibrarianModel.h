@@ -10,7 +10,8 @@
 
 namespace pobblewig {
 
-/// Sends single questions to the librarian's model and counts the tokens used.
+/// Sends single questions to the librarian's model, or to another small one, and counts the tokens
+/// used.
 ///
 /// Lives on the main thread, as long as the process.
 class LibrarianModel {
@@ -20,12 +21,25 @@ public:
         LLMResponseFormat format;
         /// The maximum length of the answer, as a multiple of the usual one.
         int tokenFactor = 1;
+        /// Without it, the usual one of the model's configuration.
+        std::optional<int> maxTokens = {};
+    };
+
+    /// Who asks.
+    struct Asker {
+        ModelUse use = ModelUse::librarian;
+        /// For the log.
+        QString name = QStringLiteral("librarian");
     };
 
     /// Nothing without a model, or if the answer is no longer wanted.
     using Answer = std::optional<tl::expected<QString, LLMFailure>>;
 
-    LibrarianModel(UsageCounter& usage, ModelProviding& models);
+    LibrarianModel(UsageCounter& usage, ModelProviding& models)
+        : LibrarianModel(usage, models, Asker())
+    {
+    }
+    LibrarianModel(UsageCounter& usage, ModelProviding& models, Asker asker);
 
     /// If a server rejects the request, asks once more without the schema, which the prompt
     /// describes as well. If the model's thoughts have used up the room for the answer, asks once
@@ -46,6 +60,7 @@ private:
 
     UsageCounter& m_usage;
     ModelProviding& m_models;
+    Asker m_asker;
     bool m_thinks = false;
 };
 
