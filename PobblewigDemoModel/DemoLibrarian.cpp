@@ -3,6 +3,7 @@
 #include "PobblewigDemoModel/DemoCleanup.h"
 #include "PobblewigDemoModel/DemoCloseout.h"
 #include "PobblewigDemoModel/DemoExtraction.h"
+#include "PobblewigDemoModel/DemoReactions.h"
 
 #include <algorithm>
 #include <array>
@@ -34,14 +35,14 @@ constexpr std::array jobs {
     Job { u"weekly_rollup", u"summarizing one week of daily summaries", ofWeek },
     Job {
         u"memory_cleanup", u"Clean and organize the user's memory notes", DemoCleanup::rewritten },
+    Job { u"meme_reaction", u"reaction instinct of a small desktop pet", DemoReactions::judged },
 };
 
 bool isFor(const Job& job, const ChatResponseFormat& format, const QString& prompt)
 {
     if (format.jsonSchema)
         return format.jsonSchema->name == job.schema;
-    return prompt.startsWith(u"You are the private memory ")
-        && prompt.left(longestOpening).contains(job.task);
+    return prompt.startsWith(u"You are the ") && prompt.left(longestOpening).contains(job.task);
 }
 
 } // namespace

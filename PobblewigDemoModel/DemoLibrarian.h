@@ -4,7 +4,7 @@
 
 #include <QDateTime>
 
-/// Answers the app's requests to maintain its memory.
+/// Answers the app's requests to maintain its memory, and to judge the mood of the conversation.
 namespace pobblewig::DemoLibrarian {
 
 /// Returns nothing for other requests. Recognises these by the name of their schema or, without
