@@ -20,7 +20,7 @@ ORDER = rooms(
     "memory/history", "memory/librarian", "memory/recall", "folders", "screen",
     "activity", "connections", "connections/calendars", "connections/canvas",
     "connections/classroom", "interventions", "conversation/attachments", "conversation/proposals", "conversation",
-    "memes", "notes", "cloud", "buddy", "presence") + [CORE]
+    "memes", "memes/reactions", "notes", "cloud", "buddy", "presence") + [CORE]
 ORDER += rooms(LINUX, "desktop", "x11", "wayland", "portal", "calendars", "modules") + [LINUX]
 ORDER += rooms(
     DESKTOP, "controls", "buddy", "bubble", "presence", "chat", "chat/past", "pages", "settings",
