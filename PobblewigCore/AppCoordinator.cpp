@@ -104,10 +104,17 @@ AppCoordinator::AppCoordinator(Parts parts)
                       .directory = m_room.directory() },
           m_parts.moment)
     , m_folders(m_stores.settings, m_parts.appDataReading.get())
+    , m_memes({ .stores = m_stores,
+          .moment = m_parts.moment,
+          .models = *m_models,
+          .directory = m_room.directory(),
+          .bundledMemes = m_parts.bundledMemes,
+          .pictures = m_parts.pictures,
+          .occupation = m_parts.occupation })
     // The conversation ticks first, so that the records of a session are written before the rest.
     , m_features { { &m_keySafety }, { &m_librarian }, { &m_conversation }, { &m_settings },
         { &m_activity }, { &m_memory }, { &m_canvas }, { &m_classroom }, { &m_calendars },
-        { &m_interventions }, { &m_folders }, { &m_proposals } }
+        { &m_interventions }, { &m_folders }, { &m_proposals }, { &m_memes } }
 {
     std::vector<Tool> tools;
     for (const auto& entry : m_features) {
@@ -116,6 +123,11 @@ AppCoordinator::AppCoordinator(Parts parts)
     }
     chat().setTools(tools);
     m_toolExecutor.setTools(std::move(tools));
+    m_conversation.onTurnEnded = [this] { spawn(m_memes.reactWithMemeIfAppropriate()); };
+    m_memes.onMemeReaction = [this](const MemeReaction& reaction) {
+        if (onMemeReaction)
+            onMemeReaction(reaction);
+    };
     chat().onActions = [this](ChatService::Actions actions) {
         return proposalDesk().apply(std::move(actions));
     };

@@ -10,6 +10,7 @@
 #include "conversation/ProposalFeature.h"
 #include "folders/FoldersFeature.h"
 #include "interventions/InterventionsFeature.h"
+#include "memes/reactions/MemesFeature.h"
 #include "memory/history/ConversationLibrary.h"
 #include "memory/librarian/LibrarianFeature.h"
 #include "memory/recall/MemoryFeature.h"
@@ -72,6 +73,10 @@ public:
         ScreenAccess screen = {};
         /// Null if nothing tells.
         OccupationProviding* occupation = nullptr;
+        /// Decodes the pictures of memes. Without it there are none.
+        std::shared_ptr<MemePictureDecoding> pictures = {};
+        /// The memes that come with the program.
+        std::optional<QDir> bundledMemes = {};
         std::chrono::milliseconds pollInterval = std::chrono::seconds(20);
     };
 
@@ -90,6 +95,7 @@ public:
     CanvasFeature& canvas() { return m_canvas; }
     ClassroomFeature& classroom() { return m_classroom; }
     InterventionsFeature& interventions() { return m_interventions; }
+    MemesFeature& memes() { return m_memes; }
 
     const PublishedState& state() const { return m_state; }
     const UsageCounter& usage() const { return m_stores.usage; }
@@ -124,6 +130,9 @@ public:
 
     /// Called when a proactive message was added to the conversation, so that the buddy shows it.
     std::function<void(const QString& message)> onInterventionFired;
+
+    /// Called when the buddy is to turn into a meme.
+    std::function<void(const MemeReaction&)> onMemeReaction;
 
 Q_SIGNALS:
     void stateChanged();
@@ -164,6 +173,7 @@ private:
     InterventionsFeature m_interventions;
     CalendarsFeature m_calendars;
     FoldersFeature m_folders;
+    MemesFeature m_memes;
     std::vector<Entry> m_features;
 
     PublishedState m_state;

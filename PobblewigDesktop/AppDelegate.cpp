@@ -165,6 +165,7 @@ void AppDelegate::startCoordinator()
     showState();
     m_presence.follow(*m_coordinator);
     m_bubbles.follow(*m_coordinator);
+    m_memes.follow(*m_coordinator);
     m_windows.follow(*m_coordinator);
     FirstLaunch(m_bubbles, m_desktopSettings).greet(*m_coordinator);
     if (!m_coordinator->state().of<SettingsState>().settings.hasCompletedOnboarding)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AppCoordinator.h"
+#include "PobblewigDesktop/MemeStage.h"
 #include "PobblewigDesktop/ProblemNotices.h"
 #include "PobblewigDesktop/ToolWindows.h"
 #include "PobblewigDesktop/bubble/BubbleKeeper.h"
@@ -84,6 +85,7 @@ private:
 
     QSettings& m_desktopSettings;
     BuddyWindow m_buddy;
+    MemeStage m_memes { m_buddy.view() };
     BubbleKeeper m_bubbles;
     DesktopPresence m_presence;
     ToolWindows m_windows;

@@ -61,6 +61,7 @@ Task<> ConversationFeature::afterChatTurn()
     m_memory.sessions.recordTurn(m_moment.now());
     // The conversation does not wait for the librarian.
     spawn(remember());
+    onTurnEnded();
     co_await findModelLabel();
 }
 

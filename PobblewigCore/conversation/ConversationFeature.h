@@ -29,6 +29,9 @@ public:
     ChatService& chat() { return m_chat; }
     SessionEnd& sessionEnd() { return m_sessionEnd; }
 
+    /// Called when a turn has ended.
+    std::function<void()> onTurnEnded = [] {};
+
     void start() override;
     Task<> tick() override;
     void publish(PublishedState& state) const override;
