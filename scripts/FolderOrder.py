@@ -26,7 +26,7 @@ ORDER += rooms(
     DESKTOP, "controls", "buddy", "bubble", "presence", "chat", "chat/past", "pages", "settings",
     "activity", "comingup", "diagnostics", "memory", "assistant", "notes", "memes")
 ORDER += [DESKTOP, DESKTOP + "/contactsheet"]
-ORDER += ["PobblewigDemoModel", "Pobblewig"]
+ORDER += ["PobblewigDemoModel", "PobblewigStarterMemes", "Pobblewig"]
 
 # Neighbours that know nothing of each other.
 APART = [
@@ -39,10 +39,13 @@ APART = [
         "assistant", "notes"),
     rooms(DESKTOP, "bubble", "presence", "chat"),
     [LINUX, DESKTOP],
-    ["PobblewigDemoModel", "Pobblewig"],
+    ["PobblewigDemoModel", "PobblewigStarterMemes", "Pobblewig"],
 ]
 # Folders that use less than their place would let them.
-ONLY = {"PobblewigDemoModel": {CORE + "/foundation"}}
+ONLY = {
+    "PobblewigDemoModel": {CORE + "/foundation"},
+    "PobblewigStarterMemes": set(rooms(CORE, "foundation", "mascots", "memes", "buddy")),
+}
 
 # What must not be included or linked, by top folder.
 PLATFORM = r"(xcb|X11|linux)/|Qt6?(::|/)?DBus|QDBus|xcb::|PkgConfig::xcb"
