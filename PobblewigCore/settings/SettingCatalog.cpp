@@ -112,8 +112,8 @@ constexpr std::array table {
         .page = Page::companion,
         .assistant = Access::none,
         .kind = SwitchSetting { &S::memeModeEnabled },
-        .explanation = QT_TRANSLATE_NOOP(
-            "SettingCatalog", "Small pictures that the buddy shows now and then."),
+        .explanation = QT_TRANSLATE_NOOP("SettingCatalog",
+            "After a reply that calls for it, the buddy turns into a picture for a moment."),
     },
     Setting {
         .key = u"pausedIndefinitely",

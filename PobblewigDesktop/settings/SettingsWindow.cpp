@@ -2,6 +2,7 @@
 
 #include "PobblewigDesktop/pages/KeysPage.h"
 #include "PobblewigDesktop/settings/AboutPage.h"
+#include "PobblewigDesktop/settings/CompanionPage.h"
 #include "PobblewigDesktop/settings/ConfirmationsPage.h"
 #include "PobblewigDesktop/settings/ConnectionsPage.h"
 #include "PobblewigDesktop/settings/FoldersPage.h"
@@ -21,13 +22,12 @@ namespace {
 
 using Kind = SettingsPage;
 
-/// Settings that have a page of their own, or none of whose effects exist yet, are left out.
+/// Settings that have a page of their own are left out.
 CatalogPage::Settings settingsOf(Kind page)
 {
     auto settings = SettingCatalog::onPage(page);
     std::erase_if(settings, [](const Setting* setting) {
-        constexpr std::array others { u"appDataSources", u"actionConfirmations",
-            u"memeModeEnabled" };
+        constexpr std::array others { u"appDataSources", u"actionConfirmations" };
         return std::ranges::find(others, setting->key) != others.end();
     });
     return settings;
@@ -49,7 +49,10 @@ PageEntries entries(AppCoordinator& from, const GeneralPage::Desktop& desktop, c
             [&from, desktop] {
                 return std::make_unique<GeneralPage>(settingsOf(Kind::general), from, desktop);
             } },
-        catalogPage(QStringLiteral("companion"), face, Kind::companion, from),
+        { QStringLiteral("companion"), SettingCatalog::title(Kind::companion), face,
+            [&from] {
+                return std::make_unique<CompanionPage>(settingsOf(Kind::companion), from);
+            } },
         { QStringLiteral("models"), SettingsWindow::tr("Models"), chip,
             [&from] { return std::make_unique<ModelsPage>(from.modelDesk()); } },
         { QStringLiteral("connections"), SettingCatalog::title(Kind::connections), plug,
