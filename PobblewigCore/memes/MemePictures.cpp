@@ -17,9 +17,8 @@ constexpr qint64 signatureLength = 12;
 /// Its animation control stands in front of the pixels.
 bool isAnimatedPNG(QByteArrayView bytes)
 {
-    const auto control = bytes.indexOf("acTL");
     const auto pixels = bytes.indexOf("IDAT");
-    return control >= 0 && (pixels < 0 || control < pixels);
+    return bytes.first(pixels < 0 ? bytes.size() : pixels).contains("acTL");
 }
 
 } // namespace
