@@ -11,6 +11,7 @@
 #include "PobblewigLinux/desktop/Sounds.h"
 #include "PobblewigLinux/modules/LateCalendarProvider.h"
 #include "PobblewigLinux/modules/LateHTTPClient.h"
+#include "PobblewigLinux/modules/LatePictureDecoder.h"
 #include "PobblewigLinux/x11/TrayWatch.h"
 #include "PobblewigLinux/x11/X11BuddyWindowSystem.h"
 #include "foundation/JSONFileStore.h"
@@ -48,6 +49,17 @@ std::unique_ptr<BuddyWindowSystem> windowSystem(X11Connection* connection)
     return std::make_unique<X11BuddyWindowSystem>(*connection);
 }
 
+/// Where they are built, or where they are installed.
+std::optional<QDir> bundledMemes()
+{
+    const QDir program(QCoreApplication::applicationDirPath());
+    const QDir built(program.filePath(QStringLiteral("memes")));
+    const QDir installed(program.filePath(QStringLiteral(POBBLEWIG_MEMES)));
+    if (built.exists())
+        return built;
+    return installed.exists() ? std::optional(installed) : std::nullopt;
+}
+
 AppCoordinator::Parts parts(LinuxSession& session, QSettings& desktopSettings)
 {
     return {
@@ -65,6 +77,8 @@ AppCoordinator::Parts parts(LinuxSession& session, QSettings& desktopSettings)
             .report = session.observation() },
         .screen = { session.capturer(), &session.permissions() },
         .occupation = &session.occupation(),
+        .pictures = std::make_shared<LatePictureDecoder>(),
+        .bundledMemes = bundledMemes(),
     };
 }
 

@@ -21,7 +21,7 @@ ORDER = rooms(
     "activity", "connections", "connections/calendars", "connections/canvas",
     "connections/classroom", "interventions", "conversation/attachments", "conversation/proposals", "conversation",
     "memes", "memes/reactions", "notes", "cloud", "buddy", "presence") + [CORE]
-ORDER += rooms(LINUX, "desktop", "x11", "wayland", "portal", "calendars", "modules") + [LINUX]
+ORDER += rooms(LINUX, "desktop", "x11", "wayland", "portal", "calendars", "pictures", "modules") + [LINUX]
 ORDER += rooms(
     DESKTOP, "controls", "buddy", "bubble", "presence", "chat", "chat/past", "pages", "settings",
     "activity", "comingup", "diagnostics", "memory", "assistant", "notes", "memes")
@@ -33,7 +33,7 @@ APART = [
     rooms(CORE, "memory/librarian", "memory/recall"),
     rooms(CORE, "connections/calendars", "connections/canvas", "connections/classroom"),
     rooms(CORE, "memes", "notes", "cloud"),
-    rooms(LINUX, "x11", "wayland", "portal", "calendars"),
+    rooms(LINUX, "x11", "wayland", "portal", "calendars", "pictures"),
     rooms(DESKTOP, "buddy", "presence", "chat"),
     rooms(DESKTOP, "buddy", "chat", "settings", "activity", "comingup", "diagnostics", "memory",
         "assistant", "notes"),
