@@ -1,9 +1,12 @@
 """The buddy's own window on screens that come and go, and what the whole program makes of it."""
 
 import ctypes
+import json
 import re
+import struct
 import subprocess
 import unittest
+import zlib
 
 from program import DemoModel, Program, wait_for, xdotool
 from tray import Item, Tray
@@ -86,6 +89,36 @@ class BuddyEndToEndTest(unittest.TestCase):
             self.assertNotEqual(color_of_the_buddy(), color)
             self.program.press("Confirm")
             wait_for(lambda: color_of_the_buddy() == color, f"the buddy's new {proposal}")
+
+    def test_a_moment_that_calls_for_it_makes_it_a_meme(self):
+        model = DemoModel()
+        self.addCleanup(model.stop)
+        self.program.environment |= model.variables
+        memes = self.program.data / "memes"
+        memes.mkdir()
+        (memes / "tada.png").write_bytes(magenta_picture())
+        # Likelier than any other.
+        entry = {"file": "tada.png", "emotions": ["celebrating"], "weight": 1e12}
+        (memes / "memes.json").write_text(json.dumps({"memes": [entry]}))
+        self.program.start()
+        self.program.open_chat()
+        before = color_of_the_buddy()
+        self.program.send("I passed the exam")
+        wait_for(lambda: color_of_the_buddy() == (255, 0, 255), "the meme")
+        wait_for(lambda: color_of_the_buddy() == before, "the buddy itself")
+        self.program.send("What time is it?")
+        wait_for(lambda: "model passed" in self.program.log_text(), "a plain moment")
+        self.assertEqual(color_of_the_buddy(), before)
+
+
+def magenta_picture():
+    """A PNG of 8 x 8 pixels."""
+    def chunk(kind, data):
+        return (struct.pack(">I", len(data)) + kind + data
+                + struct.pack(">I", zlib.crc32(kind + data)))
+    rows = (b"\0" + b"\xff\x00\xff" * 8) * 8
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">2I5B", 8, 8, 8, 2, 0, 0, 0))
+            + chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b""))
 
 
 def words(numbers):
