@@ -49,8 +49,7 @@ LibrarianModel::LibrarianModel(UsageCounter& usage, ModelProviding& models, Aske
 
 auto LibrarianModel::ask(Question question, std::stop_token stop) -> Task<Answer>
 {
-    const std::shared_ptr<LLMProvider> provider =
-        co_await m_models.makeProvider(m_asker.use);
+    const std::shared_ptr<LLMProvider> provider = co_await m_models.makeProvider(m_asker.use);
     if (!provider)
         co_return std::nullopt;
     const auto config = co_await m_models.librarianConfig();
