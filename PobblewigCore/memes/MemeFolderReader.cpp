@@ -77,10 +77,13 @@ QString unknownTags(const Tags& tags)
 std::optional<Fault> fault(const Tags& tags, double weight)
 {
     if (tags.emotions.empty() && tags.slots.empty())
-        return Fault { unknownTags(tags), tr("It has no tag yet, so it is never picked.") };
+        return Fault { unknownTags(tags),
+            tr(QT_TRANSLATE_NOOP(
+                "MemeFolderReader", "It has no tag yet, so it is never picked.")) };
     if (!(weight > 0))
         return Fault { QStringLiteral("weight must be positive"),
-            tr("Its weight is not above 0, so it is never picked.") };
+            tr(QT_TRANSLATE_NOOP(
+                "MemeFolderReader", "Its weight is not above 0, so it is never picked.")) };
     return std::nullopt;
 }
 
@@ -112,8 +115,9 @@ std::optional<MemeManifest> readManifest(const QDir& directory, const QString& f
         .file = {},
         .text = QStringLiteral("%1memes.json: unreadable manifest (%2)")
                     .arg(context ? *context + u'/' : QString(), manifest.error()),
-        .reason =
-            tr("The list of this folder, memes.json, cannot be read: %1").arg(manifest.error()) });
+        .reason = tr(QT_TRANSLATE_NOOP("MemeFolderReader",
+                         "The list of this folder, memes.json, cannot be read: %1"))
+                      .arg(manifest.error()) });
     return std::nullopt;
 }
 

@@ -102,13 +102,14 @@ class BuddyEndToEndTest(unittest.TestCase):
         (memes / "memes.json").write_text(json.dumps({"memes": [entry]}))
         self.program.start()
         self.program.open_chat()
-        before = color_of_the_buddy()
+        before = window_place(), color_of_the_buddy()
         self.program.send("I passed the exam")
         wait_for(lambda: color_of_the_buddy() == (255, 0, 255), "the meme")
-        wait_for(lambda: color_of_the_buddy() == before, "the buddy itself")
+        wait_for(lambda: (window_place(), color_of_the_buddy()) == before, "the buddy itself")
         self.program.send("What time is it?")
-        wait_for(lambda: "model passed" in self.program.log_text(), "a plain moment")
-        self.assertEqual(color_of_the_buddy(), before)
+        wait_for(lambda: self.program.log_text().count("buddy: meme mode: ") == 2, "the verdict")
+        self.assertEqual(self.program.log_text().count("meme mode: reacted"), 1)
+        self.assertNotEqual(color_of_the_buddy(), (255, 0, 255))
 
 
 def magenta_picture():
